@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+/// Class creation by ProgID ("KelAPI.cPrincipal"), without regard to case.
+///
+/// A class comes from the process, when the program registered it, or from a component library that the user's
+/// class registry file names. That file is `clases.ini` in the folder "Kel" of the user's configuration folder;
+/// the environment variable KEL_CLASES names another one. Each of its lines is `ProgID=path of the library`.
+namespace automation {
+
+using Creator = std::function<std::unique_ptr<QObject>()>;
+
+/// Registers a class of this process; a second registration of the same ProgID replaces the first.
+void RegisterClass(const QString& progId, Creator creator);
+void UnregisterClass(const QString& progId);
+
+/// Creates an object of the class. Raises 429, with a text that says why, when no such class is registered or
+/// its library is missing, is no component, or refuses.
+std::unique_ptr<QObject> CreateObject(const QString& progId);
+
+/// The path of the user's class registry file.
+QString RegistryFile();
+
+/// Writes `progIds` with the library's path into the user's class registry file, replacing what it said of them.
+/// The file is replaced as a whole under a lock, so that another program never sees half of it. False when it
+/// cannot be written.
+bool AddToRegistryFile(const QStringList& progIds, const QString& libraryPath);
+bool RemoveFromRegistryFile(const QStringList& progIds);
+
+/// Unloads the component libraries that say they can be unloaded; returns how many were.
+int UnloadUnusedLibraries();
+
+}  // namespace automation

@@ -1,0 +1,76 @@
+#include "platform/automation/ComponentLibrary.h"
+
+#include "platform/automation/Error.h"
+
+#include <QFileInfo>
+#include <QLibrary>
+
+namespace automation {
+
+ClassFactory::~ClassFactory() = default;
+
+struct ComponentLibrary::Private {
+  QLibrary library;
+  DllGetClassObjectFunction getClassObject = nullptr;
+  DllCanUnloadNowFunction canUnloadNow = nullptr;
+  DllRegistrationFunction registerServer = nullptr;
+  DllRegistrationFunction unregisterServer = nullptr;
+
+  template <typename Function>
+  void Resolve(Function& function, const char* name) {
+    function = reinterpret_cast<Function>(library.resolve(name));
+  }
+};
+
+ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_unique<Private>()) {
+  if (!QFileInfo::exists(path)) {
+    throw Error(CannotCreateObject, QStringLiteral("%1: no existe la biblioteca «%2». Vuelva a instalar o registrar el "
+                                                   "componente.")
+                                        .arg(ErrorText(CannotCreateObject), path));
+  }
+  m_private->library.setFileName(path);
+  if (!m_private->library.load()) {
+    throw Error(CannotCreateObject, QStringLiteral("%1: la biblioteca «%2» no se puede cargar (%3). Vuelva a instalar "
+                                                   "el componente.")
+                                        .arg(ErrorText(CannotCreateObject), path, m_private->library.errorString()));
+  }
+  m_private->Resolve(m_private->getClassObject, "DllGetClassObject");
+  m_private->Resolve(m_private->canUnloadNow, "DllCanUnloadNow");
+  m_private->Resolve(m_private->registerServer, "DllRegisterServer");
+  m_private->Resolve(m_private->unregisterServer, "DllUnregisterServer");
+  if (m_private->getClassObject == nullptr || m_private->canUnloadNow == nullptr) {
+    m_private->library.unload();
+    throw Error(CannotCreateObject, QStringLiteral("%1: «%2» no es una biblioteca de componentes.")
+                                        .arg(ErrorText(CannotCreateObject), path));
+  }
+}
+
+ComponentLibrary::~ComponentLibrary() = default;
+
+std::unique_ptr<QObject> ComponentLibrary::CreateObject(const QString& progId) const {
+  ClassFactory* factory = nullptr;
+  if (m_private->getClassObject(progId.toUtf8().constData(), &factory) != LibraryOk || factory == nullptr) {
+    throw Error(CannotCreateObject,
+                QStringLiteral("%1: la biblioteca «%2» no contiene la clase «%3».")
+                    .arg(ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
+  }
+  return factory->CreateInstance();
+}
+
+bool ComponentLibrary::CanUnloadNow() const {
+  return m_private->canUnloadNow() == LibraryOk;
+}
+
+void ComponentLibrary::Unload() {
+  m_private->library.unload();
+}
+
+bool ComponentLibrary::Register() const {
+  return m_private->registerServer != nullptr && m_private->registerServer() == LibraryOk;
+}
+
+bool ComponentLibrary::Unregister() const {
+  return m_private->unregisterServer != nullptr && m_private->unregisterServer() == LibraryOk;
+}
+
+}  // namespace automation

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+/// What a component library exports (C linkage), and the library seen from its user.
+namespace automation {
+
+/// Creates objects of one class of a component library. It belongs to the library and lives as long as it.
+class ClassFactory {
+ public:
+  virtual ~ClassFactory();
+  virtual std::unique_ptr<QObject> CreateInstance() = 0;
+};
+
+/// Results of the exported functions.
+enum LibraryResult : int {
+  LibraryOk = 0,                         ///< done; for DllCanUnloadNow: nothing is in use
+  LibraryFalse = 1,                      ///< DllCanUnloadNow: objects are alive
+  LibraryClassNotAvailable = -2147221231,  ///< DllGetClassObject: no such class in this library (0x80040111)
+  LibraryFailed = -2147467259,           ///< registration: the registry file cannot be written (0x80004005)
+};
+
+/// `int DllGetClassObject(const char* progId, automation::ClassFactory** factory)`: the factory of the class, with
+/// the ProgID in UTF-8 and in any case.
+using DllGetClassObjectFunction = int (*)(const char*, ClassFactory**);
+/// `int DllCanUnloadNow()`
+using DllCanUnloadNowFunction = int (*)();
+/// `int DllRegisterServer()` and `int DllUnregisterServer()`: enter the library's classes in the user's class
+/// registry file, or take them out.
+using DllRegistrationFunction = int (*)();
+
+/// A component library loaded for use.
+class ComponentLibrary {
+ public:
+  /// Loads the library. Raises 429 with a text for the user when it is missing or is no component library.
+  explicit ComponentLibrary(const QString& path);
+  ComponentLibrary(const ComponentLibrary&) = delete;
+  ComponentLibrary& operator=(const ComponentLibrary&) = delete;
+  ~ComponentLibrary();
+
+  /// Raises 429 when the library does not have the class.
+  std::unique_ptr<QObject> CreateObject(const QString& progId) const;
+  bool CanUnloadNow() const;
+  void Unload();
+  /// False when the registry file could not be written.
+  bool Register() const;
+  bool Unregister() const;
+
+ private:
+  struct Private;
+  std::unique_ptr<Private> m_private;
+};
+
+}  // namespace automation
