@@ -1,0 +1,77 @@
+#include "entry/CPrincipal.h"
+#include "entry/Clases.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/ComponentLibrary.h"
+
+#include <QFileInfo>
+
+#include <atomic>
+#include <dlfcn.h>
+
+namespace {
+
+std::atomic<int> liveObjects{0};
+
+// Counts the objects of this library that a user still holds.
+class Factory : public automation::ClassFactory {
+ public:
+  explicit Factory(const Clases::Clase& published) : m_class(published) {}
+
+  std::unique_ptr<QObject> CreateInstance() override {
+    std::unique_ptr<QObject> object = m_class.crear();
+    ++liveObjects;
+    QObject::connect(object.get(), &QObject::destroyed, [] { --liveObjects; });
+    return object;
+  }
+
+  const Clases::Clase& Class() const { return m_class; }
+
+ private:
+  const Clases::Clase& m_class;
+};
+
+QStringList PublishedProgIds() {
+  QStringList progIds;
+  for (const Clases::Clase& published : Clases::Publicadas()) {
+    progIds.append(published.progId);
+  }
+  return progIds;
+}
+
+QString LibraryPath() {
+  Dl_info info = {};
+  return dladdr(reinterpret_cast<const void*>(&LibraryPath), &info) != 0
+             ? QFileInfo(QFile::decodeName(info.dli_fname)).absoluteFilePath()
+             : QString();
+}
+
+}  // namespace
+
+extern "C" {
+
+Q_DECL_EXPORT int DllGetClassObject(const char* progId, automation::ClassFactory** factory) {
+  static std::vector<Factory> factories(Clases::Publicadas().begin(), Clases::Publicadas().end());
+  for (Factory& candidate : factories) {
+    if (candidate.Class().progId.compare(QString::fromUtf8(progId), Qt::CaseInsensitive) == 0) {
+      *factory = &candidate;
+      return automation::LibraryOk;
+    }
+  }
+  *factory = nullptr;
+  return automation::LibraryClassNotAvailable;
+}
+
+Q_DECL_EXPORT int DllCanUnloadNow() {
+  return liveObjects == 0 ? automation::LibraryOk : automation::LibraryFalse;
+}
+
+Q_DECL_EXPORT int DllRegisterServer() {
+  return automation::AddToRegistryFile(PublishedProgIds(), LibraryPath()) ? automation::LibraryOk
+                                                                          : automation::LibraryFailed;
+}
+
+Q_DECL_EXPORT int DllUnregisterServer() {
+  return automation::RemoveFromRegistryFile(PublishedProgIds()) ? automation::LibraryOk : automation::LibraryFailed;
+}
+
+}  // extern "C"

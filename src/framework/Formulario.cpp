@@ -1,0 +1,168 @@
+#include "framework/Formulario.h"
+
+#include "framework/Plataforma.h"
+#include "framework/Ayuda.h"
+#include "framework/Terminacion.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLayout>
+
+#include <utility>
+
+Formulario::Formulario(const QString& name) {
+  setObjectName(name);
+  setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+}
+
+Formulario::~Formulario() = default;
+
+void Formulario::Load() {
+  if (m_loaded) {
+    return;
+  }
+  DestroyControls();
+  m_error = nullptr;
+  m_activated = false;
+  CrearControles();
+  const QList<QComboBox*> combos = findChildren<QComboBox*>();
+  for (QComboBox* combo : combos) {
+    combo->setFocusPolicy(Qt::StrongFocus);
+    combo->installEventFilter(this);
+  }
+  m_loaded = true;
+  Guard([this] { Form_Load(); });
+  RethrowKeptError();
+}
+
+void Formulario::ShowModal() {
+  Load();
+  if (m_loaded && CargaFallida()) {
+    Unload();
+  }
+  if (m_loaded) {
+    const Terminacion::Watch watch;
+    exec();
+  }
+  RethrowKeptError();
+}
+
+void Formulario::Unload() {
+  RequestUnload(FormCode);
+}
+
+bool Formulario::RequestUnload(UnloadMode mode) {
+  // While the close prompt presses Accept, Accept unloads the form, too: the outer call finishes that.
+  if (!m_loaded || m_unloading) {
+    return true;
+  }
+  m_unloading = true;
+  bool cancel = false;
+  try {
+    Form_QueryUnload(cancel, mode);
+  } catch (...) {
+    cancel = false;
+    if (!m_error) {
+      m_error = std::current_exception();
+    }
+  }
+  if (cancel && !m_error) {
+    m_unloading = false;
+    return false;
+  }
+  FinishUnload();
+  return true;
+}
+
+void Formulario::FinishUnload() {
+  m_unloading = true;
+  try {
+    Form_Unload();
+  } catch (...) {
+    if (!m_error) {
+      m_error = std::current_exception();
+    }
+  }
+  m_loaded = false;
+  m_unloading = false;
+  done(Rejected);
+}
+
+void Formulario::Guard(const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (...) {
+    if (!m_error) {
+      m_error = std::current_exception();
+    }
+    if (m_loaded && !m_unloading) {
+      FinishUnload();
+    }
+  }
+}
+
+void Formulario::RethrowKeptError() {
+  if (m_error) {
+    std::rethrow_exception(std::exchange(m_error, nullptr));
+  }
+}
+
+void Formulario::Form_QueryUnload(bool& /*cancel*/, UnloadMode /*mode*/) {}
+
+void Formulario::DestroyControls() {
+  delete layout();
+  qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
+
+void Formulario::SetCaption(QString text) {
+  // "[*]" is Qt's mark of a modified document; doubled it is shown.
+  setWindowTitle(text.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+QObjectList Formulario::Controles() const {
+  QObjectList controls;
+  const QList<QObject*> children = findChildren<QObject*>();
+  for (QObject* child : children) {
+    const bool isControl = child->isWidgetType() || qobject_cast<QAction*>(child) != nullptr;
+    if (isControl && !child->objectName().isEmpty() && !child->objectName().startsWith(QLatin1String("qt_"))) {
+      controls.append(child);
+    }
+  }
+  return controls;
+}
+
+void Formulario::reject() {
+  RequestUnload(FormControlMenu);
+}
+
+void Formulario::closeEvent(QCloseEvent* event) {
+  event->setAccepted(RequestUnload(FormControlMenu));
+}
+
+void Formulario::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) {
+    Guard([] { Ayuda::Show(); });
+    return;
+  }
+  QDialog::keyPressEvent(event);
+}
+
+void Formulario::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (!m_activated) {
+    m_activated = true;
+    Guard([this] { Form_Activate(); });
+  }
+}
+
+bool Formulario::eventFilter(QObject* watched, QEvent* event) {
+  // The wheel over a list that does not have the focus scrolls the window under it, it does not change the choice.
+  if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched) != nullptr &&
+      !static_cast<QWidget*>(watched)->hasFocus()) {
+    event->ignore();
+    return true;
+  }
+  return QDialog::eventFilter(watched, event);
+}

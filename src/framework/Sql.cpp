@@ -1,0 +1,5 @@
+#include "framework/Sql.h"
+
+QString TextoSql(const QString& text) {
+  return text.trimmed().replace(u'\'', QStringLiteral("''"));
+}

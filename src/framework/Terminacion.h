@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/Formulario.h"
+
+/// The end of the session (the session manager's request) and a termination signal (SIGTERM, SIGINT, SIGHUP), as the
+/// open forms learn of them.
+namespace Terminacion {
+
+/// While one lives, both are heard and close the open forms from the topmost down, with unload modes 2 and 3; a form
+/// that the user keeps open stops that. Message boxes over a form are dismissed first. Watches nest; only the
+/// outermost counts. Where a signal closed every form, the outermost watch raises it again at its end, for the
+/// handler that was there before (the process ends where there was none).
+class Watch {
+ public:
+  Watch();
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+  ~Watch();
+};
+
+/// Closes the open forms as above. False when the user kept one open.
+bool CloseForms(Formulario::UnloadMode mode);
+
+}  // namespace Terminacion
