@@ -1,5 +1,6 @@
 #include "entry/Clases.h"
 
+#include "banking/cSucursal.h"
 #include "entry/CPrincipal.h"
 
 #include <array>
@@ -18,6 +19,7 @@ std::unique_ptr<QObject> Crear() {
 std::span<const Clase> Publicadas() {
   static const std::array clases{
       Clase{QStringLiteral("KelConfiguracion.CPrincipal"), &Crear<CPrincipal>},
+      Clase{QStringLiteral("KelConfiguracion.cSucursal"), &Crear<cSucursal>},
   };
   return clases;
 }

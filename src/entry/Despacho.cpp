@@ -1,5 +1,8 @@
 #include "entry/Despacho.h"
 
+#include "banking/frmBanco.h"
+#include "banking/frmSucursal.h"
+
 #include "framework/FormularioMantenimiento.h"
 #include "framework/Mensajes.h"
 #include "framework/Plataforma.h"
@@ -94,8 +97,8 @@ std::span<const Entrada> Tabla() {
   using enum Apertura;
   static const cConstNodo nodo{};
   static const std::array tabla{
-      Fila(nodo.Bancos(), "frmBanco", CargaGuardada, nullptr),
-      Fila(nodo.Sucursales(), "frmSucursal", Modal, nullptr),
+      Fila(nodo.Bancos(), "frmBanco", CargaGuardada, &Crear<frmBanco>),
+      Fila(nodo.Sucursales(), "frmSucursal", Modal, &Crear<frmSucursal>),
       Fila(nodo.Cabeceras(), "frmCabecera", Modal, nullptr),
       Fila(nodo.CartasModelo(), "frmCartaModelo", ConImpresora, nullptr),
       Fila(nodo.Diocesis(), "frmDiocesis", Modal, nullptr),

@@ -1,11 +1,11 @@
 #include "framework/FormularioMantenimiento.h"
 
 #include "framework/CargarTextosFormulario.h"
+#include "framework/FocusWatch.h"
 #include "framework/Mensajes.h"
 #include "framework/Plataforma.h"
 
 #include <QAbstractButton>
-#include <QEvent>
 #include <QIcon>
 #include <QTableView>
 
@@ -15,7 +15,6 @@ FormularioMantenimiento::FormularioMantenimiento(FichaFormulario ficha)
     : Formulario(ficha.nombre), m_ficha(std::move(ficha)) {}
 
 void FormularioMantenimiento::Form_Load() {
-  m_seleccionables.clear();
   m_bloqueado = false;
   m_devuelto = false;
   m_errorCarga = true;
@@ -116,19 +115,8 @@ void FormularioMantenimiento::ConfirmarCampos() {
 }
 
 void FormularioMantenimiento::SeleccionarAlEnfocar(QWidget* textBox) {
-  m_seleccionables.append(textBox);
-  textBox->installEventFilter(this);
-}
-
-bool FormularioMantenimiento::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn && IsLoaded() &&
-      m_seleccionables.contains(qobject_cast<QWidget*>(watched))) {
-    // The box handles the event first, for that puts the caret somewhere.
-    watched->event(event);
-    Guard([&] { ServiciosHost::Nuevo().SeleccionarTexto(watched); });
-    return true;
-  }
-  return Formulario::eventFilter(watched, event);
+  On(new FocusWatch(textBox), &FocusWatch::Entered,
+     [textBox] { ServiciosHost::Nuevo().SeleccionarTexto(textBox); });
 }
 
 QString FormularioMantenimiento::ClaveAnchos() const {

@@ -58,7 +58,6 @@ class FormularioMantenimiento : public Formulario {
   void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
   void Form_Unload() override;
   bool CargaFallida() const override { return m_errorCarga; }
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void LiberarRegistro();
@@ -69,7 +68,6 @@ class FormularioMantenimiento : public Formulario {
   bool m_errorCarga = false;
   bool m_bloqueado = false;
   bool m_devuelto = false;
-  QList<QWidget*> m_seleccionables;
 };
 
 /// The form takes no input while the object lives; the focus goes back to where it was.

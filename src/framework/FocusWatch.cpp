@@ -1,0 +1,23 @@
+#include "framework/FocusWatch.h"
+
+#include <QFocusEvent>
+#include <QWidget>
+
+FocusWatch::FocusWatch(QWidget* control) : QObject(control) {
+  control->installEventFilter(this);
+}
+
+bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
+  const bool isFocusEvent = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+  if (!isFocusEvent || watched != parent()) {
+    return QObject::eventFilter(watched, event);
+  }
+  watched->event(event);
+  const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+  if (event->type() == QEvent::FocusIn) {
+    Q_EMIT Entered();
+  } else if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+    Q_EMIT Left();
+  }
+  return true;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+
+class QAbstractItemView;
+
+/// The keys of a grid beside its add, modify and delete buttons: Ins, Enter (and a double click), Del.
+class GridKeys : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Belongs to the grid.
+  explicit GridKeys(QAbstractItemView* grid);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ Q_SIGNALS:
+  void Add();
+  void Modify();
+  void Delete();
+};

@@ -1,0 +1,69 @@
+#include "framework/KeyFilter.h"
+
+#include "framework/Plataforma.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include <algorithm>
+
+bool EsDigito(QChar c) {
+  return c >= u'0' && c <= u'9';
+}
+
+bool EsLetraODigito(QChar c) {
+  return EsDigito(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+KeyFilter::KeyFilter(QLineEdit* box, bool (*allowed)(QChar), int maxLength, Options options)
+    : QObject(box), m_box(box), m_allowed(allowed), m_maxLength(maxLength), m_options(options) {
+  box->installEventFilter(this);
+  connect(box, &QLineEdit::textEdited, this, &KeyFilter::OnEdited);
+}
+
+bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_box && event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const QString typed = key->text();
+    const bool isCommand = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (!isCommand && !typed.isEmpty() && typed[0].isPrint()) {
+      return OnKey(typed);
+    }
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+// True when the key is swallowed.
+bool KeyFilter::OnKey(const QString& typed) {
+  if (!std::ranges::all_of(typed, m_allowed)) {
+    Refuse();
+    return true;
+  }
+  const bool full = m_maxLength > 0 && m_box->text().size() >= m_maxLength;
+  if (full && (m_options & ClearWhenFull)) {
+    m_box->clear();
+  } else if (full && !m_box->hasSelectedText()) {
+    Refuse();
+    return true;
+  }
+  return false;
+}
+
+// What came in by the clipboard, by dropping or by an input method.
+void KeyFilter::OnEdited(const QString& text) {
+  QString kept;
+  std::ranges::copy_if(text, std::back_inserter(kept), m_allowed);
+  if (m_maxLength > 0) {
+    kept.truncate(m_maxLength);
+  }
+  if (kept != text) {
+    m_box->setText(kept);
+    Refuse();
+  }
+}
+
+void KeyFilter::Refuse() {
+  if (m_options & BeepOnRefusal) {
+    Plataforma::Current().Beep();
+  }
+}

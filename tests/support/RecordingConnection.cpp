@@ -1,0 +1,58 @@
+#include "support/RecordingConnection.h"
+
+namespace support {
+
+QStringList RecordingConnection::Writes() const {
+  QStringList writes;
+  for (const QString& entry : m_log) {
+    if (entry.startsWith(u"INSERT") || entry.startsWith(u"UPDATE") || entry.startsWith(u"DELETE")) {
+      writes.append(entry);
+    }
+  }
+  return writes;
+}
+
+void RecordingConnection::Note(const QString& entry) {
+  if (m_hook) {
+    m_hook(entry);
+  }
+  m_log.append(entry);
+}
+
+void RecordingConnection::Open() {
+  Note(QStringLiteral("OPEN"));
+  m_real.Open();
+}
+
+void RecordingConnection::Open(const QString& connectionString, const QString& user, const QString& password,
+                               int options) {
+  Note(QStringLiteral("OPEN('%1','%2','%3',%4)").arg(connectionString, user, password).arg(options));
+  m_real.Open(connectionString, user, password, options);
+}
+
+void RecordingConnection::Close() {
+  Note(QStringLiteral("CLOSE"));
+  m_real.Close();
+}
+
+std::unique_ptr<adodb::Recordset> RecordingConnection::Execute(const QString& statement) {
+  Note(statement);
+  return m_real.Execute(statement);
+}
+
+void RecordingConnection::BeginTrans() {
+  Note(QStringLiteral("BEGIN"));
+  m_real.BeginTrans();
+}
+
+void RecordingConnection::CommitTrans() {
+  Note(QStringLiteral("COMMIT"));
+  m_real.CommitTrans();
+}
+
+void RecordingConnection::RollbackTrans() {
+  Note(QStringLiteral("ROLLBACK"));
+  m_real.RollbackTrans();
+}
+
+}  // namespace support

@@ -1,0 +1,90 @@
+#include "support/TestHost.h"
+
+#include "entry/Clases.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Invoke.h"
+
+namespace support {
+
+void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
+  helpShown.append(file);
+}
+
+TestHost::TestHost(database::Content content)
+    : m_connectionString(database::ConnectionStringForFile(m_folder.filePath(QStringLiteral("kel.db")))) {
+  database::PrepareDatabase(m_connectionString, content);
+  m_real = database::CreateConnection(m_connectionString);
+  m_recording = std::make_unique<RecordingConnection>(*m_real);
+  session.connection = m_recording.get();
+  session.title = QStringLiteral("Prueba");
+  session.helpFile = QStringLiteral("/ayuda/kel.html");
+  session.userId = 1;
+  session.userName = QStringLiteral("Administrador");
+  session.userKind = 1;
+  session.settingsFile = m_folder.filePath(QStringLiteral("ajustes.ini"));
+  host::RegisterClasses(session);
+  for (const Clases::Clase& published : Clases::Publicadas()) {
+    automation::RegisterClass(published.progId, published.crear);
+  }
+  m_services = std::make_unique<host::cPrincipal>(session);
+}
+
+TestHost::~TestHost() {
+  for (const Clases::Clase& published : Clases::Publicadas()) {
+    automation::UnregisterClass(published.progId);
+  }
+  host::UnregisterClasses();
+}
+
+std::optional<automation::Error> TestHost::PasarDatos(int node, int action, int id, const QVariant& aux) {
+  automation::Put(m_services.get(), "IDNodo", node);
+  automation::Put(m_services.get(), "Accion", action);
+  automation::Put(m_services.get(), "IDSeleccionado", id);
+  automation::Put(m_services.get(), "IDAux", aux);
+  return Call("PasarDatos");
+}
+
+std::optional<automation::Error> TestHost::EliminarRegistro(int node, int id) {
+  automation::Put(m_services.get(), "IDNodo", node);
+  automation::Put(m_services.get(), "IDSeleccionado", id);
+  return Call("EliminarRegistro");
+}
+
+std::optional<automation::Error> TestHost::Call(const char* method) {
+  m_recording->Clear();
+  const auto component = automation::CreateObject(QStringLiteral("kelconfiguracion.cprincipal"));
+  try {
+    automation::Call(component.get(), method, m_services.get());
+  } catch (const automation::Error& error) {
+    return error;
+  }
+  return std::nullopt;
+}
+
+QStringList TestHost::Query(const QString& statement) const {
+  const auto connection = database::CreateConnection(m_connectionString);
+  connection->Open();
+  QStringList lines;
+  const auto rows = connection->Execute(statement);
+  while (rows->State() == adodb::StateOpen && !rows->AtEnd()) {
+    QStringList values;
+    for (int i = 0; i < rows->FieldCount(); ++i) {
+      const QVariant value = rows->Field(i);
+      values.append(automation::IsNull(value) ? QStringLiteral("NULL") : automation::CStr(value));
+    }
+    lines.append(values.join(u'|'));
+    rows->MoveNext();
+  }
+  return lines;
+}
+
+int TestHost::Id(const QString& statement) const {
+  const QStringList lines = Query(statement);
+  if (lines.isEmpty()) {
+    throw std::runtime_error(("no row: " + statement).toStdString());
+  }
+  return lines.first().toInt();
+}
+
+}  // namespace support

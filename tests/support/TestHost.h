@@ -1,0 +1,73 @@
+#pragma once
+
+#include "support/Driver.h"
+#include "support/RecordingConnection.h"
+
+#include "database/Database.h"
+#include "framework/Plataforma.h"
+#include "host/services/Session.h"
+#include "host/services/cPrincipal.h"
+#include "platform/automation/Error.h"
+
+#include <QTemporaryDir>
+
+#include <optional>
+
+namespace support {
+
+/// The platform of a test: real message boxes, counted beeps, as many printers as the test wants.
+class TestPlatform : public Plataforma {
+ public:
+  TestPlatform() { Install(this); }
+  TestPlatform(const TestPlatform&) = delete;
+  TestPlatform& operator=(const TestPlatform&) = delete;
+  ~TestPlatform() override { Install(nullptr); }
+
+  void Beep() override { ++beeps; }
+  int PrinterCount() override { return printers; }
+  void SetMousePointer(MousePointer pointer) override { pointers.append(pointer); }
+  void ShowHelp(const QString& file, const QString& title) override;
+
+  int beeps = 0;
+  int printers = 0;
+  QList<int> pointers;
+  QStringList helpShown;
+};
+
+/// A host for tests: a fresh database of reference data, the services, the component's class, a driver for the
+/// windows that open. The connection is closed between requests, as a host finds it.
+class TestHost {
+ public:
+  explicit TestHost(database::Content content = database::Content::Reference);
+  TestHost(const TestHost&) = delete;
+  TestHost& operator=(const TestHost&) = delete;
+  ~TestHost();
+
+  /// PasarDatos for a node, through the published class by name. What it lets out is returned.
+  std::optional<automation::Error> PasarDatos(int node, int action, int id = 0, const QVariant& aux = 0);
+  std::optional<automation::Error> EliminarRegistro(int node, int id);
+
+  /// Runs a statement on a connection of its own, beside the request's. Rows come back as lines with "|" between
+  /// the values, Null as "NULL".
+  QStringList Query(const QString& statement) const;
+  int Id(const QString& statement) const;
+
+  host::Session session;
+  RecordingConnection& connection() { return *m_recording; }
+  host::cPrincipal& services() { return *m_services; }
+  QString connectionString() const { return m_connectionString; }
+  QString file() const { return m_folder.filePath(QStringLiteral("kel.db")); }
+  Driver driver;
+  TestPlatform platform;
+
+ private:
+  std::optional<automation::Error> Call(const char* method);
+
+  QTemporaryDir m_folder;
+  QString m_connectionString;
+  std::unique_ptr<adodb::Connection> m_real;
+  std::unique_ptr<RecordingConnection> m_recording;
+  std::unique_ptr<host::cPrincipal> m_services;
+};
+
+}  // namespace support
