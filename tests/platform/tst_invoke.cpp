@@ -1,0 +1,137 @@
+#include "platform/adodb/Connection.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+#include <QTest>
+
+using namespace automation;
+
+namespace {
+
+class Service : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(int Numero MEMBER m_number)
+  Q_PROPERTY(QVariant Libre MEMBER m_free)
+  Q_PROPERTY(QString SoloLectura READ ReadOnly CONSTANT)
+  Q_PROPERTY(adodb::Connection* Conexion MEMBER m_connection)
+
+ public:
+  Q_INVOKABLE QString Unir(const QString& first, int second, bool third = false) {
+    return QStringLiteral("%1-%2-%3").arg(first).arg(second).arg(third);
+  }
+  Q_INVOKABLE void Escribir(bool& flag, QString& text, int& number, QVariant& any) {
+    flag = !flag;
+    text += QStringLiteral("!");
+    ++number;
+    any = QStringLiteral("algo");
+  }
+  Q_INVOKABLE QObject* Mismo(QObject* object) { return object; }
+  Q_INVOKABLE int CuentaHijos(const QObjectList& objects) { return static_cast<int>(objects.size()); }
+  Q_INVOKABLE void Cambiar(QObject*& object) { object = this; }
+  Q_INVOKABLE QString PorClase(Service* service) { return service == nullptr ? QStringLiteral("nada") : QStringLiteral("sí"); }
+  Q_INVOKABLE void Fallar() { throw Error(1234, QStringLiteral("propio")); }
+  QString ReadOnly() const { return QStringLiteral("fijo"); }
+
+ private:
+  int m_number = 0;
+  QVariant m_free;
+  adodb::Connection* m_connection = nullptr;
+};
+
+template <typename Action>
+int ErrorOf(Action action) {
+  try {
+    action();
+  } catch (const Error& error) {
+    return error.Number();
+  }
+  return 0;
+}
+
+}  // namespace
+
+class tst_invoke : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void NamesWithoutCaseAndConvertedArguments() {
+    Service service;
+    QCOMPARE(Call(&service, "UNIR", 5, QStringLiteral("1.234,5"), -1).toString(), QStringLiteral("5-1234-1"));
+    QCOMPARE(Call(&service, "unir", QStringLiteral("a"), 2.5).toString(), QStringLiteral("a-2-0"));
+    Put(&service, "numero", QStringLiteral("7"));
+    QCOMPARE(Get(&service, "NUMERO"), QVariant(7));
+    QCOMPARE(Call(&service, "Numero"), QVariant(7));
+    Put(&service, "LIBRE", QVariant::fromValue<QObject*>(&service));
+    QCOMPARE(Get(&service, "libre").value<QObject*>(), &service);
+  }
+
+  void ReferencesAreWrittenBack() {
+    Service service;
+    bool flag = false;
+    QString text = QStringLiteral("hola");
+    int number = 41;
+    QVariant any;
+    Call(&service, "escribir", Ref(flag), Ref(text), Ref(number), Ref(any));
+    QCOMPARE(flag, true);
+    QCOMPARE(text, QStringLiteral("hola!"));
+    QCOMPARE(number, 42);
+    QCOMPARE(any, QVariant(QStringLiteral("algo")));
+
+    // Variables of other types than the callee's are converted both ways; values are left alone.
+    QVariant variant = 7;
+    qint16 shortNumber = 3;
+    Call(&service, "Escribir", Ref(variant), QStringLiteral("valor"), Ref(shortNumber), 1);
+    QCOMPARE(variant, QVariant(false));
+    QCOMPARE(shortNumber, 4);
+
+    QObject* object = nullptr;
+    Call(&service, "Cambiar", Ref(object));
+    QCOMPARE(object, &service);
+  }
+
+  void Objects() {
+    Service service;
+    QObject other;
+    QCOMPARE(Call(&service, "Mismo", &other).value<QObject*>(), &other);
+    QCOMPARE(Call(&service, "CuentaHijos", QObjectList{&service, &other}).toInt(), 2);
+    QCOMPARE(Call(&service, "PorClase", &service).toString(), QStringLiteral("sí"));
+    QCOMPARE(Call(&service, "PorClase", QVariant()).toString(), QStringLiteral("nada"));
+    QCOMPARE(ErrorOf([&] { Call(&service, "PorClase", &other); }), 13);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Mismo", QStringLiteral("no")); }), 13);
+    QVERIFY(Get(&service, "Conexion").value<adodb::Connection*>() == nullptr);
+  }
+
+  void Errors() {
+    Service service;
+    QCOMPARE(ErrorOf([&] { Call(&service, "NoExiste"); }), 438);
+    QCOMPARE(ErrorOf([&] { Get(&service, "NoExiste"); }), 438);
+    QCOMPARE(ErrorOf([&] { Put(&service, "NoExiste", 1); }), 438);
+    QCOMPARE(ErrorOf([&] { Put(&service, "SoloLectura", QStringLiteral("x")); }), 450);
+    QCOMPARE(ErrorOf([&] { Put(&service, "Numero", QStringLiteral("x")); }), 13);
+    QCOMPARE(ErrorOf([&] { Put(&service, "Numero", 1e10); }), 6);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Unir", 1); }), 449);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Unir", 1, 2, 3, 4); }), 450);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Unir", 1, QStringLiteral("x")); }), 13);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Unir", Null(), 1); }), 94);
+    QCOMPARE(ErrorOf([&] { Call(&service, "Fallar"); }), 1234);
+    QCOMPARE(ErrorOf([&] { Call(nullptr, "Unir"); }), 91);
+    try {
+      Get(&service, "NoExiste");
+    } catch (const Error& error) {
+      QVERIFY(error.Description().startsWith(QStringLiteral("El objeto no admite esta propiedad o método")));
+      QVERIFY(error.Description().contains(QStringLiteral("NoExiste")));
+    }
+  }
+
+  void ResolvedMethod() {
+    Service service;
+    const Method join(&service, "unir");
+    std::array<Argument, 2> arguments{QStringLiteral("a"), 1};
+    QCOMPARE(join.Call(&service, arguments).toString(), QStringLiteral("a-1-0"));
+    QCOMPARE(ErrorOf([&] { Method(&service, "Numero"); }), 438);
+  }
+};
+
+QTEST_APPLESS_MAIN(tst_invoke)
+#include "tst_invoke.moc"
