@@ -6,12 +6,16 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+
+#include <algorithm>
+#include <utility>
 
 namespace support {
 
@@ -32,35 +36,45 @@ QString IconName(QMessageBox::Icon icon) {
   }
 }
 
-std::runtime_error WrongKind(const QString& name) {
-  return std::runtime_error(("control of another kind: " + name).toStdString());
+// Types a text character by character; a pair of surrogates is one character.
+void TypeCharacters(QWidget* control, const QString& text) {
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const bool pair = text[i].isHighSurrogate() && i + 1 < text.size();
+    const QString character = text.mid(i, pair ? 2 : 1);
+    i += pair ? 1 : 0;
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, character[0].toUpper().unicode() < 128 ? character[0].toUpper().unicode() : 0,
+                      Qt::NoModifier, character);
+      QApplication::sendEvent(control, &event);
+    }
+  }
 }
 
 }  // namespace
 
-QWidget* DialogUser::Usable(const QString& name) const {
+QWidget* DialogUser::Usable(const char* name) const {
   auto* control = Find<QWidget>(name);
   if (!control->isVisible()) {
-    throw std::runtime_error(("hidden control " + name).toStdString());
+    throw Failure("hidden control", QString::fromUtf8(name));
   }
   return control;
 }
 
-void DialogUser::Type(const QString& name, const QString& text) const {
+void DialogUser::Type(const char* name, const QString& text) const {
   QWidget* control = Usable(name);
   control->setFocus(Qt::TabFocusReason);
   QTest::keySequence(control, QKeySequence::SelectAll);
   QTest::keyClick(control, Qt::Key_Delete);
-  QTest::keyClicks(control, text);
+  TypeCharacters(control, text);
 }
 
-void DialogUser::Keys(const QString& name, const QString& keys) const {
+void DialogUser::Keys(const char* name, const QString& keys) const {
   QWidget* control = Usable(name);
   control->setFocus(Qt::OtherFocusReason);
-  QTest::keyClicks(control, keys);
+  TypeCharacters(control, keys);
 }
 
-void DialogUser::Paste(const QString& name, const QString& text) const {
+void DialogUser::Paste(const char* name, const QString& text) const {
   QWidget* control = Usable(name);
   control->setFocus(Qt::TabFocusReason);
   QApplication::clipboard()->setText(text);
@@ -68,26 +82,26 @@ void DialogUser::Paste(const QString& name, const QString& text) const {
   QTest::keySequence(control, QKeySequence::Paste);
 }
 
-void DialogUser::Press(const QString& name) const {
+void DialogUser::Press(const char* name) const {
   QTest::mouseClick(Usable(name), Qt::LeftButton);
 }
 
-void DialogUser::Choose(const QString& name, const QString& text) const {
+void DialogUser::Choose(const char* name, const QString& text) const {
   auto* combo = qobject_cast<QComboBox*>(Usable(name));
   if (combo == nullptr) {
-    throw WrongKind(name);
+    throw Failure("control of another kind:", QString::fromUtf8(name));
   }
   const int index = combo->findText(text);
   if (index < 0) {
-    throw std::runtime_error(("no item " + text + " in " + name).toStdString());
+    throw Failure("no item", text);
   }
   combo->setFocus();
   combo->setCurrentIndex(index);
   Q_EMIT combo->activated(index);
 }
 
-QString DialogUser::Text(const QString& name) const {
-  if (name.isEmpty()) {
+QString DialogUser::Text(const char* name) const {
+  if (*name == '\0') {
     return m_dialog->windowTitle();
   }
   auto* control = Find<QWidget>(name);
@@ -106,10 +120,10 @@ QString DialogUser::Text(const QString& name) const {
   if (auto* combo = qobject_cast<QComboBox*>(control)) {
     return combo->currentText();
   }
-  throw WrongKind(name);
+  throw Failure("control of another kind:", QString::fromUtf8(name));
 }
 
-QStringList DialogUser::Items(const QString& combo) const {
+QStringList DialogUser::Items(const char* combo) const {
   auto* control = Find<QComboBox>(combo);
   QStringList items;
   for (int i = 0; i < control->count(); ++i) {
@@ -118,12 +132,16 @@ QStringList DialogUser::Items(const QString& combo) const {
   return items;
 }
 
-bool DialogUser::IsEnabled(const QString& name) const {
+bool DialogUser::IsEnabled(const char* name) const {
   return Find<QWidget>(name)->isEnabled();
 }
 
-bool DialogUser::IsVisible(const QString& name) const {
+bool DialogUser::IsVisible(const char* name) const {
   return Find<QWidget>(name)->isVisible();
+}
+
+QString DialogUser::Focused() const {
+  return m_dialog->focusWidget() != nullptr ? m_dialog->focusWidget()->objectName() : QString();
 }
 
 void DialogUser::Close() const {
@@ -137,7 +155,7 @@ void DialogUser::Key(Qt::Key key) const {
 
 void DialogUser::Screenshot(const QString& file) const {
   if (!m_dialog->grab().save(file)) {
-    throw std::runtime_error(("cannot write " + file).toStdString());
+    throw Failure("cannot write", file);
   }
 }
 
@@ -149,20 +167,20 @@ Driver::~Driver() {
   qApp->removeEventFilter(this);
 }
 
-void Driver::On(const QString& dialog, Script script) {
-  m_scripts.append({dialog, std::move(script)});
+void Driver::On(const char* dialog, Script script) {
+  m_scripts.append({QString::fromUtf8(dialog), std::move(script)});
 }
 
 void Driver::Answer(int button) {
-  m_answers.append({.button = button});
+  m_answers.append(PlannedAnswer{.button = button});
 }
 
 void Driver::AnswerInput(const QString& text) {
-  m_answers.append({.input = true, .text = text});
+  m_answers.append(PlannedAnswer{.input = true, .text = text});
 }
 
 void Driver::AnswerByClosing() {
-  m_answers.append({.button = QMessageBox::NoButton});
+  m_answers.append(PlannedAnswer{.button = QMessageBox::NoButton});
 }
 
 QStringList Driver::TakeBoxes() {
@@ -185,7 +203,7 @@ bool Driver::eventFilter(QObject* watched, QEvent* event) {
   auto* dialog = qobject_cast<QDialog*>(watched);
   if (dialog != nullptr && event->type() == QEvent::Show && !event->spontaneous()) {
     QTimer::singleShot(0, this, [this, pointer = QPointer<QDialog>(dialog)] {
-      if (pointer && pointer->isVisible()) {
+      if (pointer && pointer->isVisible() && QTest::qWaitForWindowActive(pointer) && pointer) {
         OnShown(pointer);
       }
     });

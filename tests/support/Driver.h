@@ -11,6 +11,11 @@
 
 namespace support {
 
+/// A step of a script that could not be done.
+inline std::runtime_error Failure(const char* what, const QString& name) {
+  return std::runtime_error(what + (' ' + name.toStdString()));
+}
+
 /// A dialog that is open, used as a person uses it. Every function throws std::runtime_error when the control that it
 /// names is missing, hidden or of another kind, so that a step that never ran can't pass.
 class DialogUser {
@@ -19,35 +24,37 @@ class DialogUser {
 
   QDialog* Dialog() const { return m_dialog; }
   template <typename Control = QWidget>
-  Control* Find(const QString& name) const {
-    auto* control = m_dialog->findChild<Control*>(name);
+  Control* Find(const char* name) const {
+    auto* control = m_dialog->findChild<Control*>(QString::fromUtf8(name));
     if (control == nullptr) {
-      throw std::runtime_error(("no control " + name).toStdString());
+      throw Failure("no control", QString::fromUtf8(name));
     }
     return control;
   }
 
   /// Replaces the text of a line edit by typing.
-  void Type(const QString& name, const QString& text) const;
+  void Type(const char* name, const QString& text) const;
   /// Types into a control that has the focus and whatever text, key by key, without replacing.
-  void Keys(const QString& name, const QString& keys) const;
-  void Paste(const QString& name, const QString& text) const;
+  void Keys(const char* name, const QString& keys) const;
+  void Paste(const char* name, const QString& text) const;
   /// Clicks a button, enabled or not, as a mouse does.
-  void Press(const QString& name) const;
+  void Press(const char* name) const;
   /// Selects the item of a combo by its text.
-  void Choose(const QString& name, const QString& text) const;
+  void Choose(const char* name, const QString& text) const;
   /// Text of a line edit, label, button or group, of a combo's selected item, or the title for "".
-  QString Text(const QString& name) const;
-  QStringList Items(const QString& combo) const;
-  bool IsEnabled(const QString& name) const;
-  bool IsVisible(const QString& name) const;
+  QString Text(const char* name) const;
+  QStringList Items(const char* combo) const;
+  bool IsEnabled(const char* name) const;
+  bool IsVisible(const char* name) const;
+  /// The name of the control that has the dialog's focus.
+  QString Focused() const;
   /// The close box.
   void Close() const;
   void Key(Qt::Key key) const;
   void Screenshot(const QString& file) const;
 
  private:
-  QWidget* Usable(const QString& name) const;
+  QWidget* Usable(const char* name) const;
 
   QPointer<QDialog> m_dialog;
 };
@@ -63,7 +70,7 @@ class Driver : public QObject {
 
   /// The next time the dialog of that name shows, runs `script`; a dialog still open after its script is closed and
   /// becomes a problem. Several scripts for one name are used in order.
-  void On(const QString& dialog, Script script);
+  void On(const char* dialog, Script script);
   /// The next message box gets this answer, a QMessageBox::StandardButton; the next input box that text, or a cancel
   /// for a null text.
   void Answer(int button);
@@ -89,7 +96,7 @@ class Driver : public QObject {
   struct PlannedAnswer {
     bool input = false;
     int button = 0;
-    QString text;
+    QString text = {};
   };
   struct PlannedScript {
     QString dialog;

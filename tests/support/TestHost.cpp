@@ -82,7 +82,7 @@ QStringList TestHost::Query(const QString& statement) const {
 int TestHost::Id(const QString& statement) const {
   const QStringList lines = Query(statement);
   if (lines.isEmpty()) {
-    throw std::runtime_error(("no row: " + statement).toStdString());
+    throw Failure("no row:", statement);
   }
   return lines.first().toInt();
 }

@@ -1,0 +1,64 @@
+#include "host/services/ColumnWidths.h"
+
+#include "platform/automation/Error.h"
+
+#include <QHeaderView>
+#include <QSettings>
+#include <QTableView>
+#include <QTreeView>
+#include <QUrl>
+
+namespace host {
+namespace {
+
+constexpr int leastWidth = 8;
+constexpr int mostWidth = 4000;
+
+// Percent-encoding keeps the separators of the settings format out of the key.
+QString SettingsKey(const QObject* grid, const QString& key, const QString& dialog) {
+  const auto encoded = [](const QString& part) { return QString::fromLatin1(QUrl::toPercentEncoding(part)); };
+  return QStringLiteral("Anchos/%1|%2|%3").arg(encoded(key), encoded(dialog), encoded(grid->objectName()));
+}
+
+}  // namespace
+
+QHeaderView& HeaderOf(QObject* grid) {
+  if (grid == nullptr) {
+    throw automation::Error(automation::ObjectNotSet);
+  }
+  if (const auto* table = qobject_cast<QTableView*>(grid)) {
+    return *table->horizontalHeader();
+  }
+  if (const auto* tree = qobject_cast<QTreeView*>(grid)) {
+    return *tree->header();
+  }
+  throw automation::Error(automation::TypeMismatch);
+}
+
+void SaveColumnWidths(const QString& settingsFile, QObject* grid, const QString& key, const QString& dialog) {
+  const QHeaderView& header = HeaderOf(grid);
+  QStringList widths;
+  for (int column = 0; column < header.count(); ++column) {
+    widths.append(QString::number(header.sectionSize(column)));
+  }
+  QSettings settings(settingsFile, QSettings::IniFormat);
+  settings.setValue(SettingsKey(grid, key, dialog), widths);
+  settings.sync();
+  if (settings.status() != QSettings::NoError) {
+    qWarning("column widths could not be stored in %s", qUtf8Printable(settingsFile));
+  }
+}
+
+void LoadColumnWidths(const QString& settingsFile, QObject* grid, const QString& key, const QString& dialog) {
+  QHeaderView& header = HeaderOf(grid);
+  const QSettings settings(settingsFile, QSettings::IniFormat);
+  const QStringList widths = settings.value(SettingsKey(grid, key, dialog)).toStringList();
+  for (int column = 0; column < qMin(header.count(), int(widths.size())); ++column) {
+    const int width = widths[column].toInt();
+    if (width >= leastWidth && width <= mostWidth && !header.isSectionHidden(column)) {
+      header.resizeSection(column, width);
+    }
+  }
+}
+
+}  // namespace host

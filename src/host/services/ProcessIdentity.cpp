@@ -1,0 +1,72 @@
+#include "host/services/ProcessIdentity.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+#include <QSysInfo>
+
+namespace host {
+namespace {
+
+enum StartPart { MachineId, BootId, PidNamespace, StartTime, StartParts };
+
+QByteArray ContentOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+}
+
+// The start in clock ticks since the boot, empty when no such process runs. A zombie has ended: it only waits for
+// its parent.
+QString StartTimeOf(int processId) {
+  const QByteArray stat = ContentOf(QStringLiteral("/proc/%1/stat").arg(processId));
+  // The program's name, in parentheses, may hold blanks and parentheses itself.
+  const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+  constexpr int stateField = 0;
+  constexpr int startField = 19;
+  if (fields.size() <= startField || fields[stateField] == "Z" || fields[stateField] == "X") {
+    return {};
+  }
+  return QString::fromLatin1(fields[startField]);
+}
+
+// The beginnings of the identifiers tell machines of one name, and boots of one machine, well enough apart, and all
+// parts together stay within 40 characters.
+QString Beginning(const QByteArray& identifier) {
+  return QString::fromLatin1(identifier.left(8));
+}
+
+QString PidNamespaceId() {
+  const QString target = QFile::symLinkTarget(QStringLiteral("/proc/self/ns/pid"));
+  return target.section(u'[', 1).section(u']', 0, 0);
+}
+
+}  // namespace
+
+ProcessIdentity CurrentProcess() {
+  ProcessIdentity current;
+  current.machine = QSysInfo::machineHostName();
+  current.processId = static_cast<int>(QCoreApplication::applicationPid());
+  const QStringList parts{Beginning(QSysInfo::machineUniqueId()),
+                          Beginning(ContentOf(QStringLiteral("/proc/sys/kernel/random/boot_id"))), PidNamespaceId(),
+                          StartTimeOf(current.processId)};
+  current.start = parts.join(u' ');
+  return current;
+}
+
+bool HasEnded(const ProcessIdentity& process, const ProcessIdentity& here) {
+  const QStringList parts = process.start.split(u' ');
+  const QStringList own = here.start.split(u' ');
+  if (parts.size() != StartParts || own.size() != StartParts) {
+    return false;
+  }
+  const bool sameMachine = process.machine == here.machine && parts[MachineId] == own[MachineId];
+  if (!sameMachine || parts[BootId].isEmpty() || own[BootId].isEmpty()) {
+    return false;
+  }
+  if (parts[BootId] != own[BootId]) {
+    return true;
+  }
+  return parts[PidNamespace] == own[PidNamespace] && StartTimeOf(process.processId) != parts[StartTime];
+}
+
+}  // namespace host

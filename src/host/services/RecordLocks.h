@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/services/ProcessIdentity.h"
+#include "platform/adodb/Connection.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+
+namespace host {
+
+/// Who holds a record.
+struct LockHolder {
+  int userId = 0;
+  QString userName;
+  ProcessIdentity process;
+  QDateTime since;  ///< Invalid when the database does not say.
+
+  /// One sentence for the user: who, where, since when (local time).
+  QString Description() const;
+};
+
+/// The record locks of one user in this process, kept in the table BloqueoRegistros, whose unique index over
+/// (campoID, ValorID) decides between two that try at once.
+///
+/// A lock is held by a process and a user together. One that a process of this machine left behind when it ended is
+/// taken over by the next who asks; one of another machine stays until it is released.
+/// Errors of the database pass through.
+class RecordLocks {
+ public:
+  /// `connection` must be open and outlive this object.
+  RecordLocks(adodb::Connection& connection, int userId, QString userName);
+
+  /// Takes the lock of the record whose key column `keyColumn` holds `key`. Nothing when it is held now (for the
+  /// first time or again), otherwise who holds it.
+  std::optional<LockHolder> Take(const QString& keyColumn, int key);
+
+  /// Releases the own lock; somebody else's stays.
+  void Release(const QString& keyColumn, int key);
+
+ private:
+  std::optional<LockHolder> HolderOf(const QString& record) const;
+  bool Insert(const QString& keyColumn, int key) const;
+  bool TakeOver(const QString& record, const LockHolder& ended) const;
+  LockHolder Self() const;
+
+  adodb::Connection& m_connection;
+  int m_userId;
+  QString m_userName;
+};
+
+}  // namespace host

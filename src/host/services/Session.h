@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/services/RecordLocks.h"
+#include "platform/adodb/Connection.h"
+
+#include <QString>
+
+#include <optional>
+
+/// The host's services as late-bound objects: `KelAPI.cPrincipal` (host::cPrincipal) and `KelApi.cListas`
+/// (host::cListas).
+namespace host {
+
+/// What every services object of the process shares. The program fills it before it registers the classes.
+struct Session {
+  adodb::Connection* connection = nullptr;  ///< Borrowed; outlives the session's use.
+  QString title;                            ///< `tituloaplicacion`: the title of every message box.
+  QString icon;                             ///< Path of the icon of every dialog.
+  QString helpFile;                         ///< Path of the help file.
+  int userId = 0;
+  QString userName;  ///< As other users see it when this one holds a record.
+  int userKind = 0;  ///< 1 is an administrator.
+  bool velumar = false;
+  /// The file of column widths; DefaultSettingsFile() unless set.
+  QString settingsFile = DefaultSettingsFile();
+  /// Whether BloqueoRegistro tells the user who holds a record.
+  bool showRefusedLocks = true;
+  /// Who held the record that BloqueoRegistro was refused last; nothing after a lock was taken.
+  std::optional<LockHolder> lastRefusal;
+
+  /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
+  static QString DefaultSettingsFile();
+};
+
+/// Registers both classes: automation::CreateObject then makes objects bound to `session`, which must outlive them
+/// and the registration.
+void RegisterClasses(Session& session);
+void UnregisterClasses();
+
+}  // namespace host

@@ -1,0 +1,23 @@
+#include "host/services/Statements.h"
+
+#include "platform/automation/Error.h"
+
+namespace host {
+
+QString SqlText(QStringView text) {
+  QString quoted = text.toString();
+  quoted.replace(u'\'', QStringLiteral("''"));
+  return u'\'' + quoted + u'\'';
+}
+
+adodb::Connection& Opened(adodb::Connection* connection) {
+  if (connection == nullptr) {
+    throw automation::Error(automation::ObjectNotSet);
+  }
+  if (connection->State() == adodb::StateClosed) {
+    connection->Open();
+  }
+  return *connection;
+}
+
+}  // namespace host

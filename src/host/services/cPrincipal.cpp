@@ -1,0 +1,189 @@
+#include "host/services/cPrincipal.h"
+
+#include "host/services/ChangeTracking.h"
+#include "host/services/ColumnWidths.h"
+#include "host/services/ComboFilling.h"
+#include "host/services/Euros.h"
+#include "host/services/MessageBox.h"
+#include "host/services/PostcodeCoupling.h"
+#include "host/services/Statements.h"
+#include "host/services/TaxIdentifier.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+namespace host {
+namespace {
+
+void Require(const QObject* object) {
+  if (object == nullptr) {
+    throw automation::Error(automation::ObjectNotSet);
+  }
+}
+
+adodb::Connection* ConnectionOf(QObject* services) {
+  try {
+    return services != nullptr ? automation::Get(services, "congestion").value<adodb::Connection*>() : nullptr;
+  } catch (const automation::Error& error) {
+    if (error.Number() != automation::NoSuchMember) {
+      throw;
+    }
+    return nullptr;
+  }
+}
+
+}  // namespace
+
+cPrincipal::cPrincipal(Session& session) : m_session(session) {}
+
+bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID, int valorID,
+                                 bool& bloqueado) {
+  bloqueado = false;
+  m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
+  bloqueado = !m_session.lastRefusal;
+  if (!bloqueado && m_session.showRefusedLocks) {
+    TellOfRefusal();
+  }
+  return !bloqueado;
+}
+
+void cPrincipal::DesbloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID,
+                                    int valorID) {
+  Locks(objeto).Release(campoID, valorID);
+}
+
+void cPrincipal::BloquearControles(QObject* control) {
+  Require(control);
+  if (auto* widget = qobject_cast<QWidget*>(control)) {
+    widget->setEnabled(false);
+  } else if (auto* action = qobject_cast<QAction*>(control)) {
+    action->setEnabled(false);
+  } else {
+    throw automation::Error(automation::TypeMismatch);
+  }
+}
+
+void cPrincipal::establecercontrolcambioformulario(const QObjectList& controles) {
+  RememberControls(controles);
+}
+
+bool cPrincipal::controlcambioformulario(const QObjectList& controles) {
+  return ControlsChanged(controles);
+}
+
+void cPrincipal::SeleccionarTexto(QObject* control) {
+  Require(control);
+  if (auto* line = qobject_cast<QLineEdit*>(control)) {
+    line->selectAll();
+  } else if (auto* text = qobject_cast<QTextEdit*>(control)) {
+    text->selectAll();
+  } else if (auto* plain = qobject_cast<QPlainTextEdit*>(control)) {
+    plain->selectAll();
+  } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(control)) {
+    spin->selectAll();
+  } else if (const QComboBox& combo = ComboFrom(control); combo.lineEdit() != nullptr) {
+    combo.lineEdit()->selectAll();
+  }
+}
+
+void cPrincipal::SeleccionarFila(QObject* rejilla, int fila) {
+  Require(rejilla);
+  auto* view = qobject_cast<QAbstractItemView*>(rejilla);
+  if (view == nullptr) {
+    throw automation::Error(automation::TypeMismatch);
+  }
+  if (view->model() == nullptr || fila < -1 || fila >= view->model()->rowCount(view->rootIndex())) {
+    throw automation::Error(automation::SubscriptOutOfRange);
+  }
+  if (fila == -1) {
+    view->selectionModel()->clear();
+    return;
+  }
+  const QModelIndex current = view->currentIndex();
+  const int column = current.isValid() ? current.column() : 0;
+  view->selectionModel()->setCurrentIndex(view->model()->index(fila, column, view->rootIndex()),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void cPrincipal::SalvarAnchos(QObject* rejilla, const QString& clave, const QString& formulario) {
+  SaveColumnWidths(m_session.settingsFile, rejilla, clave, formulario);
+}
+
+void cPrincipal::CargarAnchos(QObject* rejilla, const QString& clave, const QString& formulario) {
+  LoadColumnWidths(m_session.settingsFile, rejilla, clave, formulario);
+}
+
+void cPrincipal::VerError(const QString& procedimiento, const QString& entidad, const QString& componente) {
+  const automation::ErrObject& error = automation::Err();
+  const QString what = error.Number == 0 ? QStringLiteral("Se ha producido un error del que no se conocen más datos.")
+                                         : QStringLiteral("Error %1: %2").arg(error.Number).arg(error.Description);
+  const QStringList origin{componente, entidad, procedimiento};
+  ShowMessage(QMessageBox::Critical, what + QStringLiteral("\n\nOrigen: ") + origin.join(QStringLiteral(" / ")),
+              m_session.title);
+}
+
+int cPrincipal::CIF_NIF_Valido(const QString& texto, QString& tipo, QString& control) {
+  const TaxIdentifier identifier = CheckTaxIdentifier(texto);
+  tipo = KindName(identifier.kind);
+  control = identifier.control;
+  return static_cast<int>(identifier.verdict);
+}
+
+QVariant cPrincipal::Validar_NIF(const QString& texto) {
+  return static_cast<int>(CheckTaxIdentifier(texto).verdict);
+}
+
+QString cPrincipal::FormatearAEuros(const QVariant& importe) {
+  return FormatEuros(importe);
+}
+
+void cPrincipal::VerificarEuros(int& tecla, const QVariant& caja, int inicio, int longitud) {
+  QString text;
+  if (const auto* line = qobject_cast<QLineEdit*>(caja.value<QObject*>())) {
+    text = line->text();
+    inicio = line->hasSelectedText() ? line->selectionStart() : line->cursorPosition();
+    longitud = line->selectionLength();
+  } else {
+    text = caja.toString();
+  }
+  const int typed = tecla;
+  tecla = FilterEuroKey(typed, text, inicio, longitud);
+  if (tecla == 0 && typed != 0) {
+    QApplication::beep();
+  }
+}
+
+void cPrincipal::SeleccionarCP_Provincia(QObject*& cambiado, QObject*& acoplado, adodb::Connection* conexion) {
+  Require(cambiado);
+  Require(acoplado);
+  adodb::Connection& connection = Opened(conexion != nullptr ? conexion : m_session.connection);
+  if (auto* changedBox = qobject_cast<QLineEdit*>(cambiado)) {
+    SelectProvinceOfPostcode(*changedBox, ComboFrom(acoplado), connection);
+  } else if (auto* coupledBox = qobject_cast<QLineEdit*>(acoplado)) {
+    SuggestPostcodeOfProvince(ComboFrom(cambiado), *coupledBox, connection);
+  } else {
+    throw automation::Error(automation::TypeMismatch);
+  }
+}
+
+RecordLocks cPrincipal::Locks(QObject* services) const {
+  adodb::Connection* connection = ConnectionOf(services);
+  return {Opened(connection != nullptr ? connection : m_session.connection), m_session.userId, m_session.userName};
+}
+
+void cPrincipal::TellOfRefusal() const {
+  ShowMessage(QMessageBox::Information,
+              m_session.lastRefusal->Description() +
+                  QStringLiteral("\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."),
+              m_session.title);
+}
+
+}  // namespace host

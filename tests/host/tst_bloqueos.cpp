@@ -1,0 +1,338 @@
+#include "ErrorOf.h"
+#include "HostDatabase.h"
+#include "MessageCatcher.h"
+
+#include "host/services/Session.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTest>
+#include <QTextStream>
+
+#include <algorithm>
+
+using automation::Call;
+using automation::Ref;
+
+namespace {
+
+// One user of the database: a session, its connection and a services object.
+class User {
+ public:
+  User(const QString& connectionString, int id, const QString& name)
+      : m_connection(database::CreateConnection(connectionString)) {
+    m_connection->Open();
+    m_session.connection = m_connection.get();
+    m_session.userId = id;
+    m_session.userName = name;
+    m_session.title = QStringLiteral("Benefactores");
+    m_session.showRefusedLocks = false;
+    host::RegisterClasses(m_session);
+    m_api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+  }
+  ~User() { host::UnregisterClasses(); }
+
+  /// Whether this user holds the record now.
+  bool Lock(int key) {
+    bool held = false;
+    const bool refused = Call(m_api.get(), "BloqueoRegistro", m_api.get(), QStringLiteral("frmBanco"),
+                              QStringLiteral("IDBanco"), key, Ref(held))
+                             .toBool();
+    if (held == refused) {
+      throw automation::Error(5, QStringLiteral("the result and the flag contradict each other"));
+    }
+    return held;
+  }
+
+  void Unlock(int key) {
+    Call(m_api.get(), "DesbloqueoRegistro", m_api.get(), QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), key);
+  }
+
+  host::Session& Session() { return m_session; }
+  QObject* Api() { return m_api.get(); }
+
+ private:
+  std::unique_ptr<adodb::Connection> m_connection;
+  host::Session m_session;
+  std::unique_ptr<QObject> m_api;
+};
+
+// The other program: locks the records 1 to `count` as user 2, prints which it got, and keeps them until its input
+// ends.
+int RunHolder(const QString& connectionString, int count) {
+  User user(connectionString, 2, QStringLiteral("Otra"));
+  QTextStream out(stdout);
+  for (int key = 1; key <= count; ++key) {
+    if (user.Lock(key)) {
+      out << key << ' ';
+    }
+  }
+  out << "\n" << Qt::flush;
+  QTextStream(stdin).readLine();
+  return 0;
+}
+
+class Holder {
+ public:
+  Holder(const QString& connectionString, int count) {
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(QCoreApplication::applicationFilePath(),
+                    {QStringLiteral("--holder"), connectionString, QString::number(count)});
+  }
+  ~Holder() { Kill(); }
+
+  /// The records that it holds, once it has tried all.
+  QList<int> Held() {
+    QElapsedTimer timer;
+    for (timer.start(); !m_process.canReadLine() && timer.elapsed() < 30000;) {
+      m_process.waitForReadyRead(1000);
+    }
+    QList<int> keys;
+    for (const QByteArray& key : m_process.readLine().trimmed().split(' ')) {
+      if (!key.isEmpty()) {
+        keys.append(key.toInt());
+      }
+    }
+    return keys;
+  }
+
+  void Kill() {
+    m_process.kill();
+    m_process.waitForFinished();
+  }
+
+  qint64 Id() const { return m_process.processId(); }
+
+ private:
+  QProcess m_process;
+};
+
+}  // namespace
+
+class tst_Bloqueos : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+
+  void OneHolderAtATime();
+  void OwnSecondTrySucceeds();
+  void OnlyTheOwnLockIsReleased();
+  void RecordsAreApart();
+  void HolderIsTold();
+  void SessionConnectionServesWhereNoneIsGiven();
+  void AnotherProcessIsRefused();
+  void ProcessesNeverShareARecord_data();
+  void ProcessesNeverShareARecord();
+  void LockOfAKilledProcessIsTakenOver();
+  void LocksThatCannotBeJudgedStay_data();
+  void LocksThatCannotBeJudgedStay();
+  void LockFromBeforeARebootIsTakenOver();
+  void WithoutAConnection();
+  void DatabaseErrorsPass();
+
+ private:
+  std::unique_ptr<HostDatabase> m_database;
+};
+
+void tst_Bloqueos::init() {
+  m_database = std::make_unique<HostDatabase>();
+}
+
+void tst_Bloqueos::OneHolderAtATime() {
+  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  QVERIFY(first.Lock(5));
+  QVERIFY(!second.Lock(5));
+  first.Unlock(5);
+  QVERIFY(second.Lock(5));
+  QVERIFY(!first.Lock(5));
+}
+
+void tst_Bloqueos::OwnSecondTrySucceeds() {
+  User user(m_database->ConnectionString(), 1, QStringLiteral("D'Ors \"el bueno\""));
+  QVERIFY(user.Lock(5));
+  QVERIFY(user.Lock(5));
+  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 1);
+  user.Unlock(5);
+  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 0);
+  user.Unlock(5);
+}
+
+void tst_Bloqueos::OnlyTheOwnLockIsReleased() {
+  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  QVERIFY(first.Lock(5));
+  second.Unlock(5);
+  QVERIFY(!second.Lock(5));
+}
+
+void tst_Bloqueos::RecordsAreApart() {
+  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  QVERIFY(first.Lock(5));
+  QVERIFY(second.Lock(6));
+  bool held = false;
+  QObject* none = nullptr;
+  Call(second.Api(), "BloqueoRegistro", none, QStringLiteral("frmPais"), QStringLiteral("IDPais"), 5, Ref(held));
+  QVERIFY(held);
+}
+
+void tst_Bloqueos::HolderIsTold() {
+  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana <b>Ruiz</b>"));
+  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  second.Session().showRefusedLocks = true;
+  QVERIFY(first.Lock(5));
+  MessageCatcher catcher;
+  QVERIFY(!second.Lock(5));
+
+  const std::optional<host::LockHolder> holder = second.Session().lastRefusal;
+  QVERIFY(holder.has_value());
+  QCOMPARE(holder->userId, 1);
+  QCOMPARE(holder->userName, QStringLiteral("Ana <b>Ruiz</b>"));
+  QCOMPARE(holder->process, host::CurrentProcess());
+  QVERIFY(qAbs(holder->since.secsTo(QDateTime::currentDateTimeUtc())) < 600);
+
+  QCOMPARE(catcher.Messages().size(), std::size_t(1));
+  const MessageCatcher::Message& message = catcher.Messages().front();
+  QCOMPARE(message.title, QStringLiteral("Benefactores"));
+  QCOMPARE(message.icon, QMessageBox::Information);
+  QCOMPARE(message.format, Qt::PlainText);
+  QVERIFY(message.text.contains(QStringLiteral("Ana <b>Ruiz</b>")));
+  QVERIFY(message.text.contains(holder->process.machine));
+  QVERIFY(message.text.contains(holder->since.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm"))));
+
+  first.Unlock(5);
+  QVERIFY(second.Lock(5));
+  QVERIFY(!second.Session().lastRefusal.has_value());
+  QCOMPARE(catcher.Messages().size(), std::size_t(1));
+}
+
+void tst_Bloqueos::SessionConnectionServesWhereNoneIsGiven() {
+  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  QObject withoutConnection;
+  for (QObject* services : std::initializer_list<QObject*>{nullptr, &withoutConnection}) {
+    bool held = false;
+    QObject* reference = services;
+    Call(user.Api(), "BloqueoRegistro", Ref(reference), QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), 5,
+         Ref(held));
+    QVERIFY(held);
+    QCOMPARE(reference, services);
+  }
+}
+
+void tst_Bloqueos::AnotherProcessIsRefused() {
+  User user(m_database->ConnectionString(), 2, QStringLiteral("Otra"));
+  QVERIFY(user.Lock(1));
+  Holder holder(m_database->ConnectionString(), 2);
+  QCOMPARE(holder.Held(), QList<int>{2});
+  // The same user in two programs is two holders.
+  QVERIFY(!user.Lock(2));
+  QCOMPARE(user.Session().lastRefusal->process.processId, int(holder.Id()));
+}
+
+void tst_Bloqueos::ProcessesNeverShareARecord_data() {
+  QTest::addColumn<bool>("leftBehind");
+  QTest::newRow("free records") << false;
+  QTest::newRow("records of a killed program") << true;
+}
+
+void tst_Bloqueos::ProcessesNeverShareARecord() {
+  QFETCH(bool, leftBehind);
+  constexpr int records = 60;
+  if (leftBehind) {
+    Holder killed(m_database->ConnectionString(), records);
+    QCOMPARE(killed.Held().size(), records);
+  }
+  std::vector<std::unique_ptr<Holder>> holders;
+  for (int i = 0; i < 4; ++i) {
+    holders.push_back(std::make_unique<Holder>(m_database->ConnectionString(), records));
+  }
+  QList<int> all;
+  for (const auto& holder : holders) {
+    all += holder->Held();
+  }
+  std::sort(all.begin(), all.end());
+  QCOMPARE(all.size(), records);
+  QVERIFY(std::adjacent_find(all.begin(), all.end()) == all.end());
+}
+
+void tst_Bloqueos::LockOfAKilledProcessIsTakenOver() {
+  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  Holder holder(m_database->ConnectionString(), 1);
+  QCOMPARE(holder.Held(), QList<int>{1});
+  QVERIFY(!user.Lock(1));
+  holder.Kill();
+  QVERIFY(user.Lock(1));
+  QCOMPARE(m_database->Value("SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1").toInt(), 1);
+}
+
+// Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
+void tst_Bloqueos::LocksThatCannotBeJudgedStay_data() {
+  QTest::addColumn<QString>("assignment");
+  QTest::newRow("another machine") << QStringLiteral("Equipo='otro-equipo'");
+  QTest::newRow("no machine") << QStringLiteral("Equipo=NULL");
+  QTest::newRow("no start") << QStringLiteral("InicioProceso=''");
+  QTest::newRow("foreign start") << QStringLiteral("InicioProceso='12:30'");
+  QTest::newRow("another machine of the same name") << QStringLiteral("InicioProceso='m b n 1'");
+}
+
+void tst_Bloqueos::LocksThatCannotBeJudgedStay() {
+  QFETCH(QString, assignment);
+  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  Holder holder(m_database->ConnectionString(), 1);
+  QCOMPARE(holder.Held(), QList<int>{1});
+  holder.Kill();
+  m_database->Run(qPrintable(QStringLiteral("UPDATE BloqueoRegistros SET ") + assignment));
+  QVERIFY(!user.Lock(1));
+  QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
+}
+
+void tst_Bloqueos::LockFromBeforeARebootIsTakenOver() {
+  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  QVERIFY(user.Lock(1));
+  QStringList start = host::CurrentProcess().start.split(u' ');
+  QCOMPARE(start.size(), 4);
+  QVERIFY(host::CurrentProcess().start.size() <= 40);
+  start[1] = QStringLiteral("00000000");
+  m_database->Run(
+      qPrintable(QStringLiteral("UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='%1'").arg(start.join(u' '))));
+  QVERIFY(user.Lock(1));
+}
+
+void tst_Bloqueos::WithoutAConnection() {
+  host::Session session;
+  host::RegisterClasses(session);
+  const auto api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+  bool held = true;
+  QCOMPARE(ErrorOf([&] {
+             Call(api.get(), "BloqueoRegistro", nullptr, QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), 1,
+                  Ref(held));
+           }),
+           int(automation::ObjectNotSet));
+  host::UnregisterClasses();
+}
+
+// What is refused for another reason than a holder must not look like a lock.
+void tst_Bloqueos::DatabaseErrorsPass() {
+  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  const auto closed = database::CreateConnection(QStringLiteral("Motor=sqlite;Archivo=/no/hay/carpeta/kel.db"));
+  user.Session().connection = closed.get();
+  QVERIFY(ErrorOf([&user] { user.Lock(1); }) != 0);
+  QVERIFY(!user.Session().lastRefusal.has_value());
+}
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() == 4 && arguments[1] == u"--holder") {
+    return RunHolder(arguments[2], arguments[3].toInt());
+  }
+  tst_Bloqueos test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_bloqueos.moc"

@@ -1,0 +1,106 @@
+#include "host/services/TaxIdentifier.h"
+
+#include <QFile>
+#include <QSet>
+#include <QTest>
+
+using host::CheckTaxIdentifier;
+using host::TaxIdentifier;
+using host::TaxIdentifierVerdict;
+
+class tst_Identificadores : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void PublishedVectors_data();
+  void PublishedVectors();
+  void Verdicts_data();
+  void Verdicts();
+  void EveryCheckLetterOfADniIsDifferent();
+};
+
+void tst_Identificadores::PublishedVectors_data() {
+  QTest::addColumn<QString>("raw");
+  QTest::addColumn<QString>("normalised");
+  QTest::addColumn<QString>("kind");
+  QTest::addColumn<QString>("control");
+  QTest::addColumn<bool>("valid");
+  QFile file(qEnvironmentVariable("KEL_DATOS") + QStringLiteral("/nif_vectors.tsv"));
+  QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
+  const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+  for (qsizetype i = 1; i < lines.size(); ++i) {
+    const QStringList fields = lines[i].split(u'\t');
+    QTest::addRow("%lld %s", static_cast<long long>(i), qPrintable(fields[0]))
+        << fields[0] << fields[1] << fields[2] << fields[3] << (fields[5] == u"valid");
+  }
+  QVERIFY(lines.size() > 100);
+}
+
+void tst_Identificadores::PublishedVectors() {
+  QFETCH(QString, raw);
+  QFETCH(QString, normalised);
+  QFETCH(QString, kind);
+  QFETCH(QString, control);
+  QFETCH(bool, valid);
+  const TaxIdentifier found = CheckTaxIdentifier(raw);
+  QCOMPARE(found.verdict == TaxIdentifierVerdict::Valid, valid);
+  QCOMPARE(found.normalised, normalised);
+  if (kind == u"-") {
+    QVERIFY(found.verdict == TaxIdentifierVerdict::UnknownFormat ||
+            found.verdict == TaxIdentifierVerdict::InvalidFirstLetter);
+    return;
+  }
+  QVERIFY(valid || found.verdict == TaxIdentifierVerdict::WrongCheckCharacter);
+  QCOMPARE(KindName(found.kind), kind == u"NIE" || kind == u"CIF" ? kind : QStringLiteral("NIF"));
+  QVERIFY2(control.split(u'/').contains(found.control), qPrintable(found.control));
+}
+
+void tst_Identificadores::Verdicts_data() {
+  QTest::addColumn<QString>("text");
+  QTest::addColumn<int>("verdict");
+  QTest::addColumn<QString>("kind");
+  QTest::addColumn<QString>("control");
+  const auto row = [](const char* name, const QString& text, int verdict, const char* kind, const char* control) {
+    QTest::newRow(name) << text << verdict << QString::fromLatin1(kind) << QString::fromLatin1(control);
+  };
+  row("empty", QString(), 2, "NIF", "");
+  row("only marks", QStringLiteral(" .- "), 2, "NIF", "");
+  row("dni without its letter", QStringLiteral("54362315"), 2, "NIF", "");
+  row("points and dash", QStringLiteral("54.362.315-k"), 1, "NIF", "K");
+  row("dash of a word processor", QStringLiteral("54362315\u2013K"), 1, "NIF", "K");
+  row("no-break space", QStringLiteral("54362315\u00a0K"), 1, "NIF", "K");
+  row("leading zeros left out", QStringLiteral("1234567L"), 1, "NIF", "L");
+  row("seven digits and a wrong letter", QStringLiteral("1234567A"), 3, "NIF", "L");
+  row("digits that are not ASCII", QStringLiteral("\u0661\u0662345678Z"), 2, "NIF", "");
+  row("first letter that no entity has", QStringLiteral("I38790911"), 4, "CIF", "");
+  row("letters only", QStringLiteral("COOPERATIVA"), 2, "CIF", "");
+  row("letter class, digit typed wrong", QStringLiteral("Q28260001"), 3, "CIF", "H");
+  row("digit class, letter typed wrong", QStringLiteral("A1234567L"), 3, "CIF", "4");
+  row("free class, wrong letter", QStringLiteral("J9921658A"), 3, "CIF", "B");
+  row("free class, wrong digit", QStringLiteral("J99216583"), 3, "CIF", "2");
+  row("province 00", QStringLiteral("A00110121"), 3, "CIF", "B");
+  row("very long", QString(100000, u'1'), 2, "NIF", "");
+}
+
+void tst_Identificadores::Verdicts() {
+  QFETCH(QString, text);
+  QFETCH(int, verdict);
+  QFETCH(QString, kind);
+  QFETCH(QString, control);
+  const TaxIdentifier found = CheckTaxIdentifier(text);
+  QCOMPARE(int(found.verdict), verdict);
+  QCOMPARE(KindName(found.kind), kind);
+  QCOMPARE(found.control, control);
+}
+
+void tst_Identificadores::EveryCheckLetterOfADniIsDifferent() {
+  QSet<QString> letters;
+  for (int number = 0; number < 23; ++number) {
+    const QString digits = QString::number(number).rightJustified(8, u'0');
+    letters.insert(CheckTaxIdentifier(digits + u'0').control);
+  }
+  QCOMPARE(letters.size(), 23);
+}
+
+QTEST_GUILESS_MAIN(tst_Identificadores)
+#include "tst_identificadores.moc"

@@ -1,0 +1,243 @@
+#include "ErrorOf.h"
+#include "MessageCatcher.h"
+
+#include "host/services/Session.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Invoke.h"
+
+#include <QLineEdit>
+#include <QTest>
+
+using automation::Call;
+using automation::Get;
+using automation::Put;
+using automation::Ref;
+
+class tst_Servicios : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+
+  void EveryObjectSharesTheSession();
+  void TheRequestBelongsToOneObject();
+  void Members_data();
+  void Members();
+  void ErrorIsShown();
+  void TaxIdentifierThroughReferences();
+  void Euros_data();
+  void Euros();
+  void EuroKeys_data();
+  void EuroKeys();
+  void EuroKeyInABox();
+
+ private:
+  host::Session m_session;
+  std::unique_ptr<QObject> m_api;
+};
+
+void tst_Servicios::init() {
+  m_session = {};
+  m_session.title = QStringLiteral("Benefactores");
+  host::RegisterClasses(m_session);
+  m_api = automation::CreateObject(QStringLiteral("kelapi.CPRINCIPAL"));
+}
+
+void tst_Servicios::cleanup() {
+  m_api.reset();
+  host::UnregisterClasses();
+}
+
+void tst_Servicios::EveryObjectSharesTheSession() {
+  m_session.icon = QStringLiteral("/i.ico");
+  m_session.userId = 7;
+  m_session.userKind = 1;
+  m_session.velumar = true;
+  const auto fresh = automation::CreateObject(QStringLiteral("KelApi.cPrincipal"));
+  for (QObject* api : {m_api.get(), fresh.get()}) {
+    QCOMPARE(Get(api, "TITULOAPLICACION").toString(), QStringLiteral("Benefactores"));
+    QCOMPARE(Get(api, "Icono").toString(), QStringLiteral("/i.ico"));
+    QCOMPARE(Get(api, "IDUsuario").toInt(), 7);
+    QCOMPARE(Get(api, "TipoUsuario").toInt(), 1);
+    QCOMPARE(Get(api, "velumar").toBool(), true);
+    QCOMPARE(Get(api, "congestion").value<adodb::Connection*>(), nullptr);
+  }
+}
+
+void tst_Servicios::TheRequestBelongsToOneObject() {
+  const auto fresh = automation::CreateObject(QStringLiteral("KelApi.cPrincipal"));
+  Put(m_api.get(), "IDNodo", 19);
+  Put(m_api.get(), "accion", 2);
+  Put(m_api.get(), "IDSeleccionado", QStringLiteral("35"));
+  Put(m_api.get(), "IDAux", QVariant::fromValue(this));
+  QCOMPARE(Get(m_api.get(), "idnodo").toInt(), 19);
+  QCOMPARE(Get(m_api.get(), "Accion").toInt(), 2);
+  QCOMPARE(Get(m_api.get(), "IDSeleccionado").toInt(), 35);
+  QCOMPARE(Get(m_api.get(), "IDAux").value<tst_Servicios*>(), this);
+  QCOMPARE(Get(fresh.get(), "IDNodo").toInt(), 0);
+  QCOMPARE(Get(fresh.get(), "IDAux").toInt(), 0);
+}
+
+void tst_Servicios::Members_data() {
+  QTest::addColumn<QString>("progId");
+  QTest::addColumn<QByteArray>("name");
+  QTest::addColumn<int>("arguments");
+  const auto rows = [](const char* progId, std::initializer_list<std::pair<const char*, int>> members) {
+    for (const auto& [name, arguments] : members) {
+      QTest::newRow(name) << QString::fromLatin1(progId) << QByteArray(name) << arguments;
+    }
+  };
+  rows("KelAPI.cPrincipal", {{"BloqueoRegistro", 5},
+                             {"DesbloqueoRegistro", 4},
+                             {"BloquearControles", 1},
+                             {"establecercontrolcambioformulario", 1},
+                             {"controlcambioformulario", 1},
+                             {"SeleccionarTexto", 1},
+                             {"SeleccionarFila", 2},
+                             {"SalvarAnchos", 3},
+                             {"CargarAnchos", 3},
+                             {"VerError", 3},
+                             {"CIF_NIF_Valido", 3},
+                             {"Validar_NIF", 1},
+                             {"FormatearAEuros", 1},
+                             {"VerificarEuros", 4},
+                             {"SeleccionarCP_Provincia", 3}});
+  rows("KelApi.cListas", {{"RellenarCombo", 5},
+                          {"RellenarComboPais", 4},
+                          {"RellenarComboProvincias", 5},
+                          {"rellenarcombobancos", 4},
+                          {"rellenarcombosucursales", 5},
+                          {"LocalizarElementoLista", 2},
+                          {"CargarBancoSucursalCaja", 3},
+                          {"CargarBancoSucursalLista", 4}});
+}
+
+void tst_Servicios::Members() {
+  QFETCH(QString, progId);
+  QFETCH(QByteArray, name);
+  QFETCH(int, arguments);
+  const auto object = automation::CreateObject(progId);
+  const automation::Method method(object.get(), name.toUpper());
+  std::vector<automation::Argument> tooFew(std::size_t(arguments - 1), automation::Argument(QVariant()));
+  std::vector<automation::Argument> tooMany(std::size_t(arguments + 1), automation::Argument(QVariant()));
+  QCOMPARE(ErrorOf([&] { method.Call(object.get(), tooFew); }), int(automation::ArgumentNotOptional));
+  QCOMPARE(ErrorOf([&] { method.Call(object.get(), tooMany); }), int(automation::WrongNumberOfArguments));
+}
+
+void tst_Servicios::ErrorIsShown() {
+  MessageCatcher catcher;
+  automation::Err().Set(automation::Error(13, QStringLiteral("<b>No coinciden</b>")));
+  Call(m_api.get(), "VerError", QStringLiteral("Form Load"), QStringLiteral("Emisores"),
+       QStringLiteral("KelConfiguracion"));
+  automation::Err().Clear();
+  QCOMPARE(catcher.Messages().size(), std::size_t(1));
+  const MessageCatcher::Message& message = catcher.Messages().front();
+  QCOMPARE(message.title, QStringLiteral("Benefactores"));
+  QCOMPARE(message.icon, QMessageBox::Critical);
+  QCOMPARE(message.format, Qt::PlainText);
+  for (const QString& part : {QStringLiteral("13"), QStringLiteral("<b>No coinciden</b>"), QStringLiteral("Form Load"),
+                              QStringLiteral("Emisores"), QStringLiteral("KelConfiguracion")}) {
+    QVERIFY2(message.text.contains(part), qPrintable(part));
+  }
+}
+
+void tst_Servicios::TaxIdentifierThroughReferences() {
+  QString kind;
+  QString control;
+  QCOMPARE(Call(m_api.get(), "cif_nif_valido", QStringLiteral("J99216583"), Ref(kind), Ref(control)).toInt(), 3);
+  QCOMPARE(kind, QStringLiteral("CIF"));
+  QCOMPARE(control, QStringLiteral("2"));
+  QVariant variantKind;
+  QVariant variantControl;
+  QCOMPARE(
+      Call(m_api.get(), "CIF_NIF_Valido", QStringLiteral("X1234567A"), Ref(variantKind), Ref(variantControl)).toInt(),
+      3);
+  QCOMPARE(variantKind.toString(), QStringLiteral("NIE"));
+  QCOMPARE(variantControl.toString(), QStringLiteral("L"));
+  QCOMPARE(Call(m_api.get(), "Validar_NIF", QStringLiteral("54362315-K")).toInt(), 1);
+  QCOMPARE(Call(m_api.get(), "Validar_NIF", QStringLiteral("54362315-Z")).toInt(), 3);
+}
+
+void tst_Servicios::Euros_data() {
+  QTest::addColumn<QVariant>("amount");
+  QTest::addColumn<QString>("text");
+  const auto typed = [](const char* text, const char* shown) {
+    QTest::newRow(text) << QVariant(QString::fromUtf8(text)) << QString::fromUtf8(shown);
+  };
+  QTest::newRow("whole number") << QVariant(12) << QStringLiteral("12,00");
+  QTest::newRow("decimal") << QVariant(1234.5) << QStringLiteral("1.234,50");
+  QTest::newRow("currency") << QVariant::fromValue(automation::Currency::FromScaled(185000)) << QStringLiteral("18,50");
+  QTest::newRow("half away from zero") << QVariant(0.125) << QStringLiteral("0,13");
+  QTest::newRow("empty") << QVariant() << QString();
+  QTest::newRow("null") << automation::Null() << QString();
+  typed("1234,5", "1.234,50");
+  typed("1.234,50", "1.234,50");
+  typed("12.345,50", "12.345,50");
+  typed("1.2345,50", "12.345,50");
+  typed("12.5", "12,50");
+  typed("12.50 €", "12,50");
+  typed("1.234", "1.234,00");
+  typed("1.234.567", "1.234.567,00");
+  typed("-3", "-3,00");
+  typed("", "");
+  typed("doce", "doce");
+  typed("1,2,3", "1,2,3");
+  typed("12 34", "12 34");
+}
+
+void tst_Servicios::Euros() {
+  QFETCH(QVariant, amount);
+  QFETCH(QString, text);
+  const QString shown = Call(m_api.get(), "FormatearAEuros", amount).toString();
+  QCOMPARE(shown, text);
+  QCOMPARE(Call(m_api.get(), "FormatearAEuros", shown).toString(), shown);
+}
+
+void tst_Servicios::EuroKeys_data() {
+  QTest::addColumn<int>("key");
+  QTest::addColumn<QString>("text");
+  QTest::addColumn<int>("start");
+  QTest::addColumn<int>("length");
+  QTest::addColumn<int>("expected");
+  const QString text = QStringLiteral("12,50");
+  QTest::newRow("digit") << int('7') << text << 0 << 0 << int('7');
+  QTest::newRow("backspace") << 8 << text << 0 << 0 << 8;
+  QTest::newRow("paste") << 22 << text << 0 << 0 << 22;
+  QTest::newRow("letter") << int('x') << text << 0 << 0 << 0;
+  QTest::newRow("minus") << int('-') << text << 0 << 0 << 0;
+  QTest::newRow("superscript digit") << 0xb2 << text << 0 << 0 << 0;
+  QTest::newRow("comma") << int(',') << QStringLiteral("12") << 2 << 0 << int(',');
+  QTest::newRow("point becomes comma") << int('.') << QStringLiteral("1.200") << 5 << 0 << int(',');
+  QTest::newRow("second comma") << int(',') << text << 5 << 0 << 0;
+  QTest::newRow("second mark by point") << int('.') << text << 5 << 0 << 0;
+  QTest::newRow("comma over the selected one") << int(',') << text << 0 << 5 << int(',');
+  QTest::newRow("comma beside a selection") << int(',') << text << 0 << 2 << 0;
+  QTest::newRow("selection beyond the text") << int(',') << text << 90 << 2000000000 << 0;
+  QTest::newRow("negative selection") << int(',') << text << -4 << -1 << 0;
+}
+
+void tst_Servicios::EuroKeys() {
+  QFETCH(int, key);
+  QFETCH(QString, text);
+  QFETCH(int, start);
+  QFETCH(int, length);
+  QFETCH(int, expected);
+  Call(m_api.get(), "VerificarEuros", Ref(key), text, start, length);
+  QCOMPARE(key, expected);
+}
+
+void tst_Servicios::EuroKeyInABox() {
+  QLineEdit box(QStringLiteral("12,50"));
+  int key = ',';
+  Call(m_api.get(), "VerificarEuros", Ref(key), &box, 0, 5);
+  QCOMPARE(key, 0);
+  box.selectAll();
+  key = '.';
+  Call(m_api.get(), "VerificarEuros", Ref(key), &box, 0, 0);
+  QCOMPARE(key, int(','));
+}
+
+QTEST_MAIN(tst_Servicios)
+#include "tst_servicios.moc"
