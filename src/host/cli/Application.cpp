@@ -1,0 +1,124 @@
+#include "host/cli/Application.h"
+
+#include "host/cli/Startup.h"
+#include "host/desktop/ComponentBridge.h"
+#include "host/desktop/DarkPalette.h"
+#include "host/desktop/ErrorBox.h"
+#include "host/desktop/MainWindow.h"
+#include "host/desktop/NodeCatalog.h"
+#include "host/desktop/TerminationSignals.h"
+#include "host/desktop/WindowMemory.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Error.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QScopeGuard>
+#include <QTranslator>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace host {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void PrintError(const QString& text) {
+  std::fprintf(stderr, "kel-host: %s\n", text.toUtf8().constData());
+}
+
+// The toolkit ends the process when it finds no screen; its last words are English and do not say what to do.
+void ExplainFatalMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type != QtFatalMsg) {
+    return;
+  }
+  PrintError(u"No se puede abrir ninguna ventana: no hay pantalla. Compruebe la variable DISPLAY. (%1)"_s.arg(
+      message.section(u'\n', 0, 0)));
+  std::_Exit(ExitCannotGoOn);
+}
+
+std::unique_ptr<QApplication> CreateApplication(int& argc, char** argv) {
+  const QtMessageHandler usual = qInstallMessageHandler(ExplainFatalMessage);
+  const auto restore = qScopeGuard([usual] { qInstallMessageHandler(usual); });
+  return std::make_unique<QApplication>(argc, argv);
+}
+
+void SetUpSpanish(QApplication& application) {
+  QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+  auto* translator = new QTranslator(&application);
+  if (translator->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(translator);
+  }
+}
+
+// A box on a screen that nobody sees would wait for ever.
+bool HasScreen() {
+  return !QStringList({u"offscreen"_s, u"minimal"_s}).contains(QGuiApplication::platformName());
+}
+
+int CannotGoOn(const QString& what, const automation::Error& error) {
+  PrintError(ErrorReport(what, error));
+  if (HasScreen()) {
+    ShowError(nullptr, u"Kel"_s, what, error);
+  }
+  return ExitCannotGoOn;
+}
+
+int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
+  MainWindow window(bridge,
+                    {started.session.title, started.session.userName, started.database, started.session.helpFile});
+  window.show();
+  window.ChooseNode(LoadLastNode(NodeBancos));
+  return QApplication::exec();
+}
+
+int RunDialog(ComponentBridge& bridge, const CommandLine& line) {
+  const Node* node = FindNode(line.node);
+  ComponentRequest request;
+  request.node = line.node;
+  request.action = line.action;
+  request.selectedId = line.id;
+  request.aux = line.aux;
+  request.path = node == nullptr ? QString() : node->Path();
+  try {
+    bridge.ShowDialog(request);
+  } catch (const automation::Error& error) {
+    return CannotGoOn(u"El cuadro no se ha podido mostrar."_s, error);
+  }
+  return ExitDone;
+}
+
+int RunSession(const CommandLine& line, StartedSession& started) {
+  RegisterClasses(started.session);
+  const auto unregister = qScopeGuard([] { UnregisterClasses(); });
+  const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
+  ComponentBridge bridge(*services, *started.connection);
+  // A dialog that is open hears the signal itself and ends before the program does.
+  TerminationSignals signals;
+  QObject::connect(&signals, &TerminationSignals::Received, &bridge, &ComponentBridge::End);
+  QObject::connect(&bridge, &ComponentBridge::Ended, qApp, [] { QCoreApplication::exit(ExitDone); });
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
+}
+
+}  // namespace
+
+int RunApplication(const CommandLine& line, int& argc, char** argv) {
+  const std::unique_ptr<QApplication> application = CreateApplication(argc, argv);
+  SetUpSpanish(*application);
+  QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
+  if (line.dark) {
+    UseDarkPalette();
+  }
+  try {
+    const std::unique_ptr<StartedSession> started = StartSession(line);
+    return RunSession(line, *started);
+  } catch (const std::exception&) {
+    return CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,225 @@
+#include "host/cli/CommandLine.h"
+
+#include "host/desktop/NodeCatalog.h"
+#include "platform/automation/Error.h"
+
+#include <algorithm>
+
+namespace host {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Arguments of the window toolkit that are followed by a value.
+const QStringList toolkitOptionsWithValue = {
+    u"platform"_s,    u"platformpluginpath"_s, u"platformtheme"_s, u"plugin"_s, u"qwindowgeometry"_s,
+    u"qwindowicon"_s, u"qwindowtitle"_s,       u"session"_s,       u"style"_s,  u"stylesheet"_s,
+    u"display"_s,     u"geometry"_s,           u"fontengine"_s};
+
+[[noreturn]] void Refuse(const QString& text) {
+  throw automation::Error(automation::InvalidProcedureCall, text);
+}
+
+class Parser {
+ public:
+  explicit Parser(const QStringList& arguments) : m_arguments(arguments) {}
+
+  CommandLine Parse() {
+    while (m_next < m_arguments.size()) {
+      const QString argument = m_arguments[m_next++];
+      if (argument.startsWith(u"--"_s)) {
+        Option(argument);
+      } else if (argument.startsWith(u'-')) {
+        SkipToolkitOption(argument.mid(1));
+      } else {
+        m_words.append(argument);
+      }
+    }
+    Words();
+    Check();
+    return m_line;
+  }
+
+ private:
+  void Option(const QString& argument) {
+    const qsizetype equals = argument.indexOf(u'=');
+    const QString name = argument.left(equals);
+    m_inlineValue.reset();
+    if (equals >= 0) {
+      m_inlineValue = argument.mid(equals + 1);
+    }
+    if (!FlagOption(name) && !ValueOption(name)) {
+      Refuse(u"No se conoce la opción «%1»."_s.arg(name));
+    }
+    if (m_inlineValue) {
+      Refuse(u"La opción «%1» no lleva ningún valor."_s.arg(name));
+    }
+  }
+
+  bool FlagOption(const QString& name) {
+    if (name == u"--ayuda"_s || name == u"--help"_s) {
+      m_line.command = Command::Help;
+    } else if (name == u"--version"_s) {
+      m_line.command = Command::Version;
+    } else if (name == u"--demo"_s) {
+      m_line.demonstration = true;
+    } else if (name == u"--oscuro"_s) {
+      m_line.dark = true;
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  bool ValueOption(const QString& name) {
+    if (name == u"--archivo"_s) {
+      m_line.file = Value(name);
+    } else if (name == u"--base"_s) {
+      m_line.connectionString = Value(name);
+    } else if (name == u"--usuario"_s) {
+      m_line.user = Number(name);
+    } else if (name == u"--nodo"_s) {
+      m_line.node = Number(name);
+    } else if (name == u"--accion"_s) {
+      m_line.action = Action(Value(name));
+    } else if (name == u"--id"_s) {
+      m_line.id = Number(name);
+    } else if (name == u"--aux"_s) {
+      m_line.aux = Number(name);
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  QString Value(const QString& name) {
+    QString value;
+    if (m_inlineValue) {
+      value = *std::exchange(m_inlineValue, std::nullopt);
+    } else if (m_next < m_arguments.size()) {
+      value = m_arguments[m_next++];
+    }
+    if (value.isEmpty()) {
+      Refuse(u"Falta el valor de la opción «%1»."_s.arg(name));
+    }
+    return value;
+  }
+
+  int Number(const QString& name) {
+    const QString value = Value(name);
+    bool valid = false;
+    const int number = value.toInt(&valid);
+    if (!valid || number < 0) {
+      Refuse(u"«%1» no sirve como valor de «%2»: tiene que ser un número entero."_s.arg(value, name));
+    }
+    return number;
+  }
+
+  static int Action(const QString& value) {
+    const QStringList names = {QString(), u"agregar"_s, u"modificar"_s, QString(), u"nuevo"_s};
+    bool valid = false;
+    const int number = value.toInt(&valid);
+    const int action = valid ? number : static_cast<int>(names.indexOf(value.toLower()));
+    if (action != ActionAgregar && action != ActionModificar && action != ActionNuevo) {
+      Refuse(u"No se conoce la acción «%1»: use agregar (1), modificar (2) o nuevo (4)."_s.arg(value));
+    }
+    return action;
+  }
+
+  void SkipToolkitOption(const QString& name) {
+    if (toolkitOptionsWithValue.contains(name)) {
+      ++m_next;
+    }
+  }
+
+  void Words() {
+    if (m_words.isEmpty() || m_line.command != Command::Window) {
+      return;
+    }
+    const QString command = m_words.takeFirst();
+    if (command == u"abrir"_s) {
+      m_line.command = Command::OpenDialog;
+    } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
+      m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
+      m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else {
+      Refuse(u"No se conoce la orden «%1»."_s.arg(command));
+    }
+    if (!m_words.isEmpty()) {
+      Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.first()));
+    }
+  }
+
+  void Check() const {
+    if (!m_line.file.isEmpty() && !m_line.connectionString.isEmpty()) {
+      Refuse(u"Use «--archivo» o «--base», no las dos opciones a la vez."_s);
+    }
+    if (m_line.command == Command::Register && m_line.library.isEmpty()) {
+      Refuse(u"Falta la biblioteca del componente: kel-host registrar BIBLIOTECA"_s);
+    }
+    if (m_line.command == Command::OpenDialog) {
+      CheckDialog();
+    } else if (m_line.node >= 0 || m_line.action != 0 || m_line.id != 0 || m_line.aux != 0) {
+      Refuse(u"Las opciones «--nodo», «--accion», «--id» y «--aux» solo sirven con la orden «abrir»."_s);
+    }
+  }
+
+  void CheckDialog() const {
+    if (m_line.node < 0 || m_line.action == 0) {
+      Refuse(u"La orden «abrir» necesita las opciones «--nodo» y «--accion»."_s);
+    }
+    const Node* node = FindNode(m_line.node);
+    if (m_line.node != NodeSucursales && (node == nullptr || !node->hasDialog)) {
+      Refuse(u"El nodo %1 no tiene ningún cuadro que abrir."_s.arg(m_line.node));
+    }
+    if (node != nullptr && !node->canAdd && m_line.action != ActionModificar) {
+      Refuse(u"En el nodo %1 solo se puede modificar."_s.arg(m_line.node));
+    }
+    if (m_line.action == ActionModificar && m_line.id == 0) {
+      Refuse(u"Para modificar un registro diga cuál con la opción «--id»."_s);
+    }
+  }
+
+  const QStringList& m_arguments;
+  qsizetype m_next = 0;
+  std::optional<QString> m_inlineValue;
+  QStringList m_words;
+  CommandLine m_line;
+};
+
+}  // namespace
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+  return Parser(arguments).Parse();
+}
+
+QString CommandLineHelp() {
+  QString text =
+      u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
+      "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
+      "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
+      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n\n"
+      "  --archivo F    archivo de la base de datos; se crea si no existe\n"
+      "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
+      "  --demo         base de datos de ejemplo, aparte de la propia\n"
+      "  --usuario N    número del usuario que trabaja\n"
+      "  --oscuro       colores oscuros\n"
+      "  --nodo N       con «abrir»: clase de registro, por su número:\n"_s;
+  for (const Node& node : NodeCatalog()) {
+    if (node.hasDialog) {
+      text += u"                   %1  %2\n"_s.arg(node.id, 2).arg(node.title);
+    }
+  }
+  text +=
+      u"                    0  Sucursales (--aux: número del banco)\n"
+      "  --accion A     con «abrir»: agregar (1), modificar (2) o nuevo (4)\n"
+      "  --id I         con «abrir»: registro que se modifica\n"
+      "  --aux N        con «abrir»: registro del que depende el nuevo\n"
+      "  --ayuda        esta ayuda\n"
+      "  --version      versión del programa\n\n"
+      "Termina con 0, con 1 si no se puede seguir y con 2 si los argumentos no valen.\n"_s;
+  return text;
+}
+
+}  // namespace host

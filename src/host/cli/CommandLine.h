@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace host {
+
+/// What the program is asked to do.
+enum class Command { Window, OpenDialog, Register, Unregister, Help, Version };
+
+/// The program's arguments, understood.
+struct CommandLine {
+  Command command = Command::Window;
+  QString file;              ///< --archivo; empty for the usual one.
+  QString connectionString;  ///< --base; empty for the file's.
+  bool demonstration = false;
+  bool dark = false;
+  std::optional<int> user;
+  QString library;  ///< Of registrar and desregistrar; empty for desregistrar without one.
+  int node = -1;
+  int action = 0;
+  int id = 0;
+  int aux = 0;
+};
+
+/// Understands the arguments behind the program's name. Those of the window toolkit, which begin with a single dash
+/// ("-platform offscreen"), are passed over. Raises automation::Error 5 with a Spanish text for a wrong one.
+CommandLine ParseCommandLine(const QStringList& arguments);
+
+/// What `--ayuda` prints.
+QString CommandLineHelp();
+
+}  // namespace host

@@ -1,0 +1,74 @@
+#include "host/cli/Startup.h"
+
+#include "database/Database.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace host {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void SignIn(adodb::Connection& connection, const std::optional<int>& user, Session& session) {
+  // Without a wish, an administrator: the flag is -1 for them, 0 for the others.
+  const QString which = user ? u" AND IDUsuario=%1"_s.arg(*user) : QString();
+  const auto rows = connection.Execute(
+      u"SELECT IDUsuario, Nombre, TipoUsuario FROM Usuarios WHERE Eliminado=0%1 ORDER BY Administrador, IDUsuario"_s
+          .arg(which));
+  if (rows->AtEnd()) {
+    throw automation::Error(automation::InvalidProcedureCall,
+                            user ? u"El usuario %1 no existe en la base de datos."_s.arg(*user)
+                                 : u"La base de datos no tiene ningún usuario."_s);
+  }
+  session.userId = automation::CLng(rows->Field(u"IDUsuario"));
+  session.userName = automation::Text(rows->Field(u"Nombre"));
+  session.userKind = automation::CLng(rows->Field(u"TipoUsuario"));
+}
+
+void ReadInstallation(adodb::Connection& connection, Session& session) {
+  const auto rows = connection.Execute(u"SELECT velumar FROM configuracion"_s);
+  session.velumar = !rows->AtEnd() && automation::CBool(rows->Field(0));
+}
+
+// Beside the program where it was built, in the data folder where it was installed: the same way from both.
+QString HelpFile() {
+  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/ayuda.html"_s);
+  return file.exists() ? file.canonicalFilePath() : QString();
+}
+
+}  // namespace
+
+QString UsualDatabaseFile(bool demonstration) {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+         (demonstration ? u"/Kel/kel-demo.db"_s : u"/Kel/kel.db"_s);
+}
+
+std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
+  auto started = std::make_unique<StartedSession>();
+  QString connectionString = line.connectionString;
+  started->database = connectionString;
+  if (connectionString.isEmpty()) {
+    started->database =
+        QFileInfo(line.file.isEmpty() ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
+    connectionString = database::ConnectionStringForFile(started->database);
+  }
+  database::PrepareDatabase(connectionString,
+                            line.demonstration ? database::Content::Demonstration : database::Content::Reference);
+  started->connection = database::CreateConnection(connectionString);
+  started->connection->Open();
+  Session& session = started->session;
+  session.connection = started->connection.get();
+  session.title = u"Kel"_s;
+  session.icon = u":/kel/kel.png"_s;
+  session.helpFile = HelpFile();
+  SignIn(*started->connection, line.user, session);
+  ReadInstallation(*started->connection, session);
+  return started;
+}
+
+}  // namespace host

@@ -1,0 +1,59 @@
+#include "host/cli/Application.h"
+#include "host/cli/CommandLine.h"
+#include "host/cli/Registration.h"
+#include "platform/automation/Error.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+namespace {
+
+void Print(FILE* stream, const QString& text) {
+  std::fprintf(stream, "%s\n", text.toUtf8().constData());
+}
+
+int Run(const host::CommandLine& line, int& argc, char** argv) {
+  switch (line.command) {
+    case host::Command::Help:
+      Print(stdout, host::CommandLineHelp().trimmed());
+      return host::ExitDone;
+    case host::Command::Version:
+      Print(stdout, QStringLiteral("kel-host ") + QCoreApplication::applicationVersion());
+      return host::ExitDone;
+    case host::Command::Register:
+      host::RegisterComponent(line.library);
+      return host::ExitDone;
+    case host::Command::Unregister:
+      host::UnregisterComponent(line.library);
+      return host::ExitDone;
+    default:
+      return host::RunApplication(line, argc, argv);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Q_INIT_RESOURCE(desktop);
+  QCoreApplication::setOrganizationName(QStringLiteral("Kel"));
+  QCoreApplication::setApplicationName(QStringLiteral("kel-host"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(KEL_VERSION));
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) {
+    arguments.append(QString::fromLocal8Bit(argv[i]));
+  }
+  host::CommandLine line;
+  try {
+    line = host::ParseCommandLine(arguments);
+  } catch (const automation::Error& error) {
+    Print(stderr, QStringLiteral("kel-host: %1\n«kel-host --ayuda» explica los argumentos.").arg(error.Description()));
+    return host::ExitWrongArguments;
+  }
+  try {
+    return Run(line, argc, argv);
+  } catch (const automation::Error& error) {
+    Print(stderr, QStringLiteral("kel-host: ") + error.Description());
+    return host::ExitCannotGoOn;
+  }
+}

@@ -1,0 +1,102 @@
+#include "host/desktop/ComponentBridge.h"
+
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+#include <QScopeGuard>
+
+#include <memory>
+
+namespace host {
+
+namespace {
+
+std::unique_ptr<QObject> CreateComponent() {
+  try {
+    return automation::CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
+  } catch (const automation::Error& error) {
+    throw automation::Error(
+        error.Number(),
+        QStringLiteral("%1\n\nRegistre la biblioteca del componente con la orden «kel-host registrar BIBLIOTECA» y "
+                       "vuelva a intentarlo.")
+            .arg(error.Description()),
+        QStringLiteral("KelConfiguracion.CPrincipal"));
+  }
+}
+
+}  // namespace
+
+ComponentBridge::ComponentBridge(QObject& services, adodb::Connection& connection, QObject* parent)
+    : QObject(parent), m_services(services), m_connection(connection) {}
+
+void ComponentBridge::CheckComponent() {
+  CreateComponent();
+}
+
+void ComponentBridge::ShowDialog(const ComponentRequest& request) {
+  Call("PasarDatos", request);
+}
+
+void ComponentBridge::DeleteRecord(const ComponentRequest& request) {
+  Call("EliminarRegistro", request);
+}
+
+adodb::Connection& ComponentBridge::OpenConnection() {
+  if (m_connection.State() == adodb::StateClosed) {
+    m_connection.Open();
+  }
+  return m_connection;
+}
+
+void ComponentBridge::End() {
+  m_ending = true;
+  if (!IsBusy()) {
+    Q_EMIT Ended();
+  }
+}
+
+void ComponentBridge::Call(QByteArrayView method, const ComponentRequest& request) {
+  if (m_ending) {
+    return;
+  }
+  ++m_calls;
+  const auto atEnd = qScopeGuard([this] {
+    if (--m_calls == 0 && m_ending) {
+      Q_EMIT Ended();
+    }
+  });
+  try {
+    const std::unique_ptr<QObject> component = CreateComponent();
+    Fill(request);
+    automation::Call(component.get(), method, &m_services);
+  } catch (...) {
+    const automation::Error error = automation::CurrentError();
+    RecoverConnection();
+    throw error;
+  }
+  OpenConnection();
+}
+
+void ComponentBridge::Fill(const ComponentRequest& request) {
+  automation::Put(&m_services, "IDNodo", request.node);
+  automation::Put(&m_services, "Accion", request.action);
+  automation::Put(&m_services, "IDSeleccionado", request.selectedId);
+  automation::Put(&m_services, "IDAux", request.aux);
+  automation::Put(&m_services, "PathNodo", request.path);
+}
+
+// A call that failed may have left a transaction open: closing undoes it. Where the connection cannot be opened
+// again, the next use of it says so; the error of the call matters more now.
+void ComponentBridge::RecoverConnection() {
+  try {
+    if (m_connection.State() != adodb::StateClosed) {
+      m_connection.Close();
+    }
+    m_connection.Open();
+  } catch (const automation::Error&) {
+    return;
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,58 @@
+#include "host/desktop/Deletion.h"
+
+#include "host/desktop/RecordReader.h"
+#include "host/desktop/RecordReferences.h"
+#include "platform/automation/Error.h"
+
+namespace host {
+
+namespace {
+
+// The component does not say why it refused: the database does.
+QString ReasonForKeeping(adodb::Connection& connection, const Node& node, int id) {
+  if (node.id == NodeUsuarios) {
+    return QStringLiteral("es un administrador de la aplicación");
+  }
+  const QString uses = JoinCounts(CountUses(connection, node.id, id));
+  return uses.isEmpty() ? QStringLiteral("otros registros lo utilizan") : QStringLiteral("lo utilizan ") + uses;
+}
+
+// Empty when the record was deleted, otherwise why it was not.
+QString DeleteOne(ComponentBridge& bridge, const Node& node, int id) {
+  ComponentRequest request;
+  request.node = node.id;
+  request.action = ActionEliminar;
+  request.selectedId = id;
+  request.path = node.Path();
+  try {
+    bridge.DeleteRecord(request);
+    adodb::Connection& connection = bridge.OpenConnection();
+    return IsDeleted(connection, node, id) ? QString() : ReasonForKeeping(connection, node, id);
+  } catch (const automation::Error& error) {
+    return QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description());
+  }
+}
+
+}  // namespace
+
+DeletionResult DeleteRecords(ComponentBridge& bridge, const Node& node, const QList<DeletionTarget>& targets,
+                             const std::function<bool(int)>& goOn) {
+  DeletionResult result;
+  int done = 0;
+  for (const DeletionTarget& target : targets) {
+    if (!result.untouched.isEmpty() || bridge.IsEnding() || !goOn(done)) {
+      result.untouched.append(target.name);
+      continue;
+    }
+    const QString reason = DeleteOne(bridge, node, target.id);
+    ++done;
+    if (reason.isEmpty()) {
+      result.deleted.append(target.name);
+    } else {
+      result.kept.append({target.name, reason});
+    }
+  }
+  return result;
+}
+
+}  // namespace host

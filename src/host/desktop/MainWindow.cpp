@@ -1,0 +1,285 @@
+#include "host/desktop/MainWindow.h"
+
+#include "host/desktop/DeletionDialogs.h"
+#include "host/desktop/ErrorBox.h"
+#include "host/desktop/RecordReader.h"
+#include "host/desktop/WindowMemory.h"
+#include "platform/automation/Error.h"
+#include "ui_MainWindow.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QMessageBox>
+#include <QUrl>
+
+namespace host {
+
+namespace {
+
+// In characters; a longer one would not let the window become narrow.
+constexpr qsizetype longestShownPath = 60;
+
+QString EndOf(const QString& text, qsizetype length) {
+  return text.size() > length ? QChar(0x2026) + text.right(length) : text;
+}
+
+QString CountText(int shown, int total) {
+  const QString records = total == 1 ? QStringLiteral("registro") : QStringLiteral("registros");
+  return shown == total ? QStringLiteral("%1 %2").arg(total).arg(records)
+                        : QStringLiteral("%1 de %2 %3").arg(shown).arg(total).arg(records);
+}
+
+}  // namespace
+
+MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
+    : QMainWindow(parent), m_bridge(bridge), m_texts(std::move(texts)), m_ui(std::make_unique<Ui::MainWindow>()) {
+  m_ui->setupUi(this);
+  m_ui->division->setStretchFactor(1, 1);
+  setWindowTitle(m_texts.title);
+  SetUpActions();
+  SetUpStatusBar();
+  LoadWindow(*this, *m_ui->division);
+  connect(m_ui->arbolNodos, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->txtBuscar, &QLineEdit::textChanged, this, &MainWindow::Search);
+  connect(m_ui->txtBuscar, &SearchBox::ListWanted, m_ui->listaRegistros, qOverload<>(&QWidget::setFocus));
+  connect(m_ui->listaRegistros, &RecordList::RecordActivated, m_ui->accModificar, &QAction::trigger);
+  connect(m_ui->listaRegistros, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
+  UpdateState();
+}
+
+MainWindow::~MainWindow() {
+  StoreLayout();
+  SaveWindow(*this, *m_ui->division);
+}
+
+void MainWindow::ChooseNode(int nodeId) {
+  m_ui->arbolNodos->Choose(nodeId);
+}
+
+void MainWindow::SetUpActions() {
+  connect(m_ui->accAgregar, &QAction::triggered, this, &MainWindow::Add);
+  connect(m_ui->accModificar, &QAction::triggered, this, &MainWindow::Modify);
+  connect(m_ui->accEliminar, &QAction::triggered, this, &MainWindow::Delete);
+  connect(m_ui->accNuevaSucursal, &QAction::triggered, this, &MainWindow::NewBranch);
+  connect(m_ui->accActualizar, &QAction::triggered, this, &MainWindow::Refresh);
+  connect(m_ui->accBuscar, &QAction::triggered, m_ui->txtBuscar, [box = m_ui->txtBuscar] {
+    box->setFocus(Qt::ShortcutFocusReason);
+    box->selectAll();
+  });
+  connect(m_ui->accSalir, &QAction::triggered, this, &QWidget::close);
+  connect(m_ui->accContenido, &QAction::triggered, this, &MainWindow::ShowHelp);
+  connect(m_ui->accAcercaDe, &QAction::triggered, this, &MainWindow::ShowAbout);
+  m_ui->accContenido->setVisible(!m_texts.helpFile.isEmpty());
+  m_ui->listaRegistros->addActions(
+      {m_ui->accAgregar, m_ui->accModificar, m_ui->accEliminar, m_ui->accNuevaSucursal, m_ui->accActualizar});
+}
+
+void MainWindow::SetUpStatusBar() {
+  auto* label = new QLabel(QStringLiteral("Usuario: %1   ·   Base de datos: %2")
+                               .arg(m_texts.user, EndOf(m_texts.database, longestShownPath)),
+                           this);
+  label->setObjectName(QStringLiteral("lblSesion"));
+  label->setTextFormat(Qt::PlainText);
+  label->setToolTip(m_texts.database.toHtmlEscaped());
+  m_ui->barraEstado->addPermanentWidget(label);
+}
+
+void MainWindow::ShowNode(const Node& node) {
+  StoreLayout();
+  m_node = &node;
+  m_ui->txtBuscar->clear();
+  m_ui->listaRegistros->SetEmptyText({});
+  const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
+  m_ui->listaRegistros->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
+  m_ui->listaRegistros->SetColumnWidths(layout.widths);
+  setWindowTitle(QStringLiteral("%1 – %2").arg(node.title, m_texts.title));
+  UpdateState();
+}
+
+void MainWindow::Add() {
+  if (m_node == nullptr || !m_node->canAdd) {
+    return;
+  }
+  int highest = 0;
+  try {
+    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, QStringLiteral("No se ha podido leer la base de datos."), error);
+    return;
+  }
+  ShowDialog(m_node->id, ActionAgregar, 0, 0);
+  SelectAdded(highest);
+}
+
+void MainWindow::Modify() {
+  if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
+    ShowDialog(m_node->id, ActionModificar, SelectedId(), 0);
+  }
+}
+
+void MainWindow::NewBranch() {
+  if (m_node != nullptr && m_node->id == NodeBancos && SelectedId() != 0) {
+    ShowDialog(NodeSucursales, ActionAgregar, 0, SelectedId());
+  }
+}
+
+void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
+  ComponentRequest request;
+  request.node = node;
+  request.action = action;
+  request.selectedId = selectedId;
+  request.aux = aux;
+  request.path = m_node->Path();
+  try {
+    m_bridge.ShowDialog(request);
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, QStringLiteral("El cuadro de «%1» ha fallado.").arg(m_node->title), error);
+  }
+  if (!m_bridge.IsEnding()) {
+    Refresh();
+  }
+}
+
+// Another user may have added records, too; the one just accepted is the youngest.
+void MainWindow::SelectAdded(int highestBefore) {
+  int highest = 0;
+  try {
+    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
+  } catch (const automation::Error&) {
+    // The list, read a moment ago, has shown this error.
+    return;
+  }
+  if (highest <= highestBefore || m_ui->listaRegistros->SelectRecord(highest)) {
+    return;
+  }
+  m_ui->txtBuscar->clear();
+  m_ui->listaRegistros->SelectRecord(highest);
+}
+
+void MainWindow::Delete() {
+  const QList<DeletionTarget> targets = SelectedTargets();
+  if (m_node == nullptr || !m_node->canDelete || targets.isEmpty()) {
+    return;
+  }
+  try {
+    DeleteTargets(targets);
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, QStringLiteral("No se ha podido eliminar."), error);
+  }
+  if (!m_bridge.IsEnding()) {
+    Refresh();
+  }
+}
+
+void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
+  QList<int> ids;
+  for (const DeletionTarget& target : targets) {
+    ids.append(target.id);
+  }
+  // Otherwise each of the records would fail with the same long text.
+  ComponentBridge::CheckComponent();
+  const QList<RowCount> dependents = CountDependents(m_bridge.OpenConnection(), m_node->id, ids);
+  if (!ConfirmDeletion(this, m_texts.title, *m_node, targets, dependents)) {
+    return;
+  }
+  const DeletionResult result = DeleteWithProgress(this, m_texts.title, m_bridge, *m_node, targets);
+  if (m_bridge.IsEnding()) {
+    return;
+  }
+  m_ui->barraEstado->showMessage(DeletionHeadline(result));
+  Refresh();
+  ShowDeletionSummary(this, m_texts.title, result);
+}
+
+QList<DeletionTarget> MainWindow::SelectedTargets() const {
+  const RecordModel& records = m_ui->listaRegistros->Records();
+  QList<DeletionTarget> targets;
+  const QList<int> rows = m_ui->listaRegistros->SelectedRows();
+  for (const int row : rows) {
+    targets.append({records.IdAt(row), records.NameAt(row, m_node->nameColumns)});
+  }
+  return targets;
+}
+
+void MainWindow::Refresh() {
+  std::optional<RecordData> records = m_node == nullptr ? std::nullopt : Read();
+  if (records) {
+    m_ui->listaRegistros->Refresh(*std::move(records));
+    UpdateState();
+  }
+}
+
+std::optional<RecordData> MainWindow::Read() {
+  try {
+    RecordData records = ReadRecords(m_bridge.OpenConnection(), *m_node);
+    m_readFailed = false;
+    return records;
+  } catch (const automation::Error& error) {
+    m_readFailed = true;
+    ShowError(this, m_texts.title, QStringLiteral("No se ha podido leer la lista «%1».").arg(m_node->title), error);
+    return std::nullopt;
+  }
+}
+
+void MainWindow::Search(const QString& typed) {
+  m_ui->listaRegistros->SetFilter(typed);
+  UpdateState();
+}
+
+void MainWindow::UpdateState() {
+  const RecordList& list = *m_ui->listaRegistros;
+  const qsizetype selected = list.SelectedCount();
+  m_ui->accAgregar->setEnabled(m_node != nullptr && m_node->canAdd);
+  m_ui->accModificar->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
+  m_ui->accEliminar->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
+  m_ui->accNuevaSucursal->setVisible(m_node != nullptr && m_node->id == NodeBancos);
+  m_ui->accNuevaSucursal->setEnabled(m_node != nullptr && m_node->id == NodeBancos && selected == 1);
+  m_ui->accActualizar->setEnabled(m_node != nullptr);
+  m_ui->lblAciertos->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
+  m_ui->listaRegistros->SetEmptyText(EmptyText());
+}
+
+QString MainWindow::EmptyText() const {
+  if (m_node == nullptr) {
+    return QStringLiteral("Elija a la izquierda qué registros quiere ver.");
+  }
+  if (m_ui->listaRegistros->Records().TotalCount() > 0) {
+    return QStringLiteral("Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos.")
+        .arg(m_ui->txtBuscar->text().trimmed());
+  }
+  if (m_readFailed) {
+    return QStringLiteral("No se ha podido leer la lista. Pulse F5 para volver a intentarlo.");
+  }
+  return m_node->canAdd ? QStringLiteral("No hay registros. Pulse Ins o «Agregar» para añadir el primero.")
+                        : QStringLiteral("No hay registros.");
+}
+
+int MainWindow::SelectedId() const {
+  const QList<int> ids = m_ui->listaRegistros->SelectedIds();
+  return ids.size() == 1 ? ids.first() : 0;
+}
+
+void MainWindow::StoreLayout() const {
+  if (m_node == nullptr) {
+    return;
+  }
+  const RecordList& list = *m_ui->listaRegistros;
+  SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveLastNode(m_node->id);
+}
+
+void MainWindow::ShowHelp() {
+  if (!QDesktopServices::openUrl(QUrl::fromLocalFile(m_texts.helpFile))) {
+    QMessageBox::warning(this, m_texts.title,
+                         QStringLiteral("No hay ningún programa que abra la ayuda «%1».").arg(m_texts.helpFile));
+  }
+}
+
+void MainWindow::ShowAbout() {
+  QMessageBox::about(this, m_texts.title,
+                     QStringLiteral("kel-host %1\n\nPrograma anfitrión del componente KelConfiguracion.")
+                         .arg(QCoreApplication::applicationVersion()));
+}
+
+}  // namespace host

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <vector>
+
+namespace host {
+
+/// How the values of a list column are shown, sorted and aligned.
+enum class ColumnKind {
+  Text,
+  Number,      ///< A number without thousands points.
+  Percentage,  ///< "20 %"
+  Amount,      ///< "1.234,50 €"
+  YesNo,       ///< "Sí" or "No"
+};
+
+/// One column of a record list.
+struct ListColumn {
+  QString title;
+  ColumnKind kind = ColumnKind::Text;
+};
+
+/// The numbers of the nodes, shared with the component.
+enum NodeId : int {
+  NodeSucursales = 0,  ///< Not in the tree: a new branch of the bank that IDAux names.
+  NodeCabeceras = 15,
+  NodeDiocesis = 16,
+  NodeTipoDonativos = 17,
+  NodeEmisores = 18,
+  NodeBancos = 19,
+  NodePaises = 20,
+  NodePresentadores = 21,
+  NodeProvincias = 22,
+  NodeUsuarios = 24,
+  NodePublicaciones = 25,
+  NodeCartasModelo = 26,
+  NodeTipoDeduccion = 27,
+  NodeEtiquetas = 30,
+  NodeCobradores = 32,
+  NodeDeduccionesComunidad = 34,
+  NodeComunidadAutonoma = 35,
+  NodeEncabezados = 36,
+};
+
+/// The numbers of the actions, shared with the component.
+enum ActionId : int { ActionAgregar = 1, ActionModificar = 2, ActionEliminar = 3, ActionNuevo = 4 };
+
+/// A node of the tree: one kind of record, and what the window needs to list it.
+struct Node {
+  int id = 0;
+  QString group;   ///< The tree's branch, "Tablas".
+  QString title;   ///< "Países"
+  QString record;  ///< One record with its article, as a question names it: "el país".
+  QString table;
+  QString key;
+  /// Selects the key, then one value for each of `columns`; live rows only, in ascending order of the first column.
+  QString list;
+  QList<ListColumn> columns;
+  int nameColumns = 1;  ///< How many of the first columns name a record.
+  bool hasDialog = true;
+  bool canAdd = true;
+  bool canDelete = true;
+
+  /// The node's place in the tree, "Tablas\Países".
+  QString Path() const;
+};
+
+/// Every node of the tree, grouped and in the tree's order.
+const std::vector<Node>& NodeCatalog();
+
+/// The node of that number, nullptr for one that the tree does not have.
+const Node* FindNode(int id);
+
+}  // namespace host

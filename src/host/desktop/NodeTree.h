@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/desktop/NodeCatalog.h"
+
+#include <QTreeWidget>
+
+namespace host {
+
+/// The tree of the nodes under their groups.
+class NodeTree : public QTreeWidget {
+  Q_OBJECT
+
+ public:
+  explicit NodeTree(QWidget* parent = nullptr);
+
+  /// Makes a node the chosen one; a number that the tree does not have changes nothing.
+  void Choose(int nodeId);
+
+ Q_SIGNALS:
+  void NodeChosen(const host::Node& node);
+
+ private:
+  void Announce(QTreeWidgetItem* item);
+};
+
+}  // namespace host

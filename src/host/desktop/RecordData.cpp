@@ -1,0 +1,117 @@
+#include "host/desktop/RecordData.h"
+
+#include "host/desktop/RecordFilter.h"
+#include "platform/automation/Conversion.h"
+
+#include <QCollator>
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace host {
+
+namespace {
+
+double ToNumber(const QVariant& value) {
+  if (!value.isValid() || !automation::IsNumeric(value)) {
+    return std::numeric_limits<double>::quiet_NaN();
+  }
+  return automation::CDbl(value);
+}
+
+const QLocale& Spanish() {
+  static const QLocale locale(QLocale::Spanish, QLocale::Spain);
+  return locale;
+}
+
+std::vector<int> Rows(int count) {
+  std::vector<int> rows(static_cast<std::size_t>(count));
+  std::iota(rows.begin(), rows.end(), 0);
+  return rows;
+}
+
+template <typename Keys, typename Less>
+std::vector<int> StableOrder(const Keys& keys, Less less) {
+  std::vector<int> rows = Rows(static_cast<int>(keys.size()));
+  std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) {
+    return less(keys[static_cast<std::size_t>(left)], keys[static_cast<std::size_t>(right)]);
+  });
+  return rows;
+}
+
+}  // namespace
+
+QString DisplayNumber(double value, ColumnKind kind) {
+  if (std::isnan(value)) {
+    return {};
+  }
+  switch (kind) {
+    case ColumnKind::YesNo:
+      return value == 0 ? QStringLiteral("No") : QStringLiteral("Sí");
+    case ColumnKind::Amount:
+      return automation::Format(value, u"#,##0.00") + QStringLiteral(" €");
+    case ColumnKind::Percentage:
+      return Spanish().toString(value, 'g', 10) + QStringLiteral(" %");
+    default: {
+      QLocale plain = Spanish();
+      plain.setNumberOptions(QLocale::OmitGroupSeparator);
+      return plain.toString(value, 'g', 15);
+    }
+  }
+}
+
+RecordData::RecordData(QList<ListColumn> columns)
+    : m_columns(std::move(columns)), m_cells(static_cast<std::size_t>(m_columns.size())) {}
+
+void RecordData::Append(int id, const QList<QVariant>& values) {
+  m_ids.push_back(id);
+  QString searched;
+  for (int column = 0; column < m_columns.size(); ++column) {
+    const QVariant value = values.value(column);
+    Cells& cells = m_cells[static_cast<std::size_t>(column)];
+    if (m_columns[column].kind == ColumnKind::Text) {
+      cells.texts.push_back(automation::Text(value));
+      searched += cells.texts.back();
+    } else {
+      cells.numbers.push_back(ToNumber(value));
+      searched += DisplayNumber(cells.numbers.back(), m_columns[column].kind);
+    }
+    // Words are searched without blanks, so that none is found across two columns.
+    searched += u'\n';
+  }
+  m_searchTexts.push_back(FoldForSearch(searched));
+}
+
+QString RecordData::Display(int row, int column) const {
+  const Cells& cells = m_cells[static_cast<std::size_t>(column)];
+  const ColumnKind kind = m_columns[column].kind;
+  if (kind == ColumnKind::Text) {
+    return cells.texts[static_cast<std::size_t>(row)];
+  }
+  return DisplayNumber(cells.numbers[static_cast<std::size_t>(row)], kind);
+}
+
+std::vector<int> RecordData::SortedBy(int column) const {
+  const Cells& cells = m_cells[static_cast<std::size_t>(column)];
+  if (m_columns[column].kind == ColumnKind::Text) {
+    return SortedByText(cells.texts);
+  }
+  return StableOrder(cells.numbers,
+                     [](double left, double right) { return std::isnan(left) ? !std::isnan(right) : left < right; });
+}
+
+std::vector<int> RecordData::SortedByText(const std::vector<QString>& texts) const {
+  QCollator collator(Spanish());
+  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  std::vector<QCollatorSortKey> keys;
+  keys.reserve(texts.size());
+  for (const QString& text : texts) {
+    keys.push_back(collator.sortKey(text));
+  }
+  return StableOrder(keys, [](const QCollatorSortKey& left, const QCollatorSortKey& right) { return left < right; });
+}
+
+}  // namespace host

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/desktop/NodeCatalog.h"
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+#include <QVariant>
+
+#include <vector>
+
+namespace host {
+
+/// The records of one list, column by column: numbers as numbers, texts as texts, and per record the text that a
+/// search looks at.
+class RecordData {
+ public:
+  explicit RecordData(QList<ListColumn> columns = {});
+
+  /// `values` has one value for each column; a value that does not suit its column is shown as nothing.
+  void Append(int id, const QList<QVariant>& values);
+
+  const QList<ListColumn>& Columns() const { return m_columns; }
+  int Size() const { return static_cast<int>(m_ids.size()); }
+  int Id(int row) const { return m_ids[static_cast<std::size_t>(row)]; }
+  QString Display(int row, int column) const;
+  QStringView SearchText(int row) const { return m_searchTexts[static_cast<std::size_t>(row)]; }
+  /// The rows in ascending order of a column: texts by Spanish rules, numbers as numbers and behind those without
+  /// one. Records that are equal there stay as they were appended.
+  std::vector<int> SortedBy(int column) const;
+
+ private:
+  struct Cells {
+    std::vector<QString> texts;
+    std::vector<double> numbers;
+  };
+
+  std::vector<int> SortedByText(const std::vector<QString>& texts) const;
+
+  QList<ListColumn> m_columns;
+  std::vector<int> m_ids;
+  std::vector<Cells> m_cells;
+  std::vector<QString> m_searchTexts;
+};
+
+/// How a list shows a number of that kind; nothing for one that is no number (NaN).
+QString DisplayNumber(double value, ColumnKind kind);
+
+}  // namespace host

@@ -1,0 +1,222 @@
+#include "host/desktop/RecordList.h"
+
+#include <QHeaderView>
+#include <QItemSelection>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSet>
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+// In characters; a longer text is cut until the user widens its column.
+constexpr int widestFittedColumn = 45;
+
+}  // namespace
+
+RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new RecordModel(this)) {
+  setModel(m_records);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setEditTriggers(NoEditTriggers);
+  setAlternatingRowColors(true);
+  setShowGrid(false);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setSectionsMovable(false);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
+  setSortingEnabled(true);
+  FitRowHeight();
+}
+
+void RecordList::Show(RecordData records, int sortColumn, Qt::SortOrder order) {
+  m_records->SetRecords(std::move(records), sortColumn, order);
+  const QSignalBlocker alreadySorted(horizontalHeader());
+  horizontalHeader()->setSortIndicator(m_records->SortColumn(), order);
+  Restore({});
+}
+
+void RecordList::Refresh(RecordData records) {
+  const Place place = Remember();
+  m_records->SetRecords(std::move(records));
+  Restore(place);
+}
+
+void RecordList::SetFilter(const QString& typed) {
+  const Place place = Remember();
+  m_records->SetFilter(typed);
+  Restore(place);
+}
+
+QList<int> RecordList::SelectedIds() const {
+  QList<int> ids = SelectedRows();
+  for (int& row : ids) {
+    row = m_records->IdAt(row);
+  }
+  return ids;
+}
+
+QList<int> RecordList::SelectedRows() const {
+  QList<int> rows;
+  const QItemSelection selection = selectionModel()->selection();
+  for (const QItemSelectionRange& range : selection) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      rows.append(row);
+    }
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+int RecordList::SelectedCount() const {
+  int count = 0;
+  const QItemSelection selection = selectionModel()->selection();
+  for (const QItemSelectionRange& range : selection) {
+    count += range.height();
+  }
+  return count;
+}
+
+bool RecordList::SelectRecord(int id) {
+  const int row = m_records->RowOf(id);
+  if (row < 0) {
+    return false;
+  }
+  Select({id}, row);
+  scrollTo(m_records->index(row, 0));
+  return true;
+}
+
+void RecordList::SetColumnWidths(const QList<int>& widths) {
+  const int widest = fontMetrics().averageCharWidth() * widestFittedColumn;
+  const int last = m_records->columnCount() - 1;
+  for (int column = 0; column <= last; ++column) {
+    const int fitted =
+        std::min(std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)), widest);
+    // The last column fills the window: the width that it happened to have in a wider one is not wanted back.
+    setColumnWidth(column, column < last ? widths.value(column, fitted) : fitted);
+  }
+}
+
+QList<int> RecordList::ColumnWidths() const {
+  QList<int> widths;
+  for (int column = 0; column < m_records->columnCount(); ++column) {
+    widths.append(columnWidth(column));
+  }
+  return widths;
+}
+
+void RecordList::SetEmptyText(const QString& text) {
+  m_emptyText = text;
+  setAccessibleDescription(m_records->rowCount() == 0 ? text : QString());
+  viewport()->update();
+}
+
+RecordList::Place RecordList::Remember() const {
+  Place place;
+  place.selected = SelectedIds();
+  if (currentIndex().isValid()) {
+    place.currentRow = currentIndex().row();
+    place.current = m_records->IdAt(place.currentRow);
+  }
+  place.topRow = verticalScrollBar()->value();
+  if (place.topRow < m_records->rowCount()) {
+    place.top = m_records->IdAt(place.topRow);
+  }
+  return place;
+}
+
+void RecordList::Restore(const Place& place) {
+  const int count = m_records->rowCount();
+  if (count > 0) {
+    const int found = m_records->RowOf(place.current);
+    Select(place.selected, found >= 0 ? found : std::min(place.currentRow, count - 1));
+  }
+  executeDelayedItemsLayout();
+  const int top = m_records->RowOf(place.top);
+  verticalScrollBar()->setValue(top >= 0 ? top : place.topRow);
+  if (currentIndex().isValid()) {
+    scrollTo(currentIndex());
+  }
+  Q_EMIT SelectedRecordsChanged();
+}
+
+// Selects the records, or where none of them is shown the one in `currentRow`.
+void RecordList::Select(const QList<int>& ids, int currentRow) {
+  const QSet<int> wanted(ids.begin(), ids.end());
+  const int lastColumn = m_records->columnCount() - 1;
+  QItemSelection selection;
+  int first = -1;
+  for (int row = 0; row <= m_records->rowCount(); ++row) {
+    const bool selected = row < m_records->rowCount() && wanted.contains(m_records->IdAt(row));
+    if (selected && first < 0) {
+      first = row;
+    } else if (!selected && first >= 0) {
+      selection.select(m_records->index(first, 0), m_records->index(row - 1, lastColumn));
+      first = -1;
+    }
+  }
+  if (selection.isEmpty()) {
+    selection.select(m_records->index(currentRow, 0), m_records->index(currentRow, lastColumn));
+  }
+  selectionModel()->setCurrentIndex(m_records->index(currentRow, 0), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void RecordList::FitRowHeight() {
+  verticalHeader()->setMinimumSectionSize(1);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
+}
+
+void RecordList::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && currentIndex().isValid()) {
+    Q_EMIT RecordActivated();
+    return;
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void RecordList::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) {
+    Q_EMIT RecordActivated();
+    return;
+  }
+  QTableView::mouseDoubleClickEvent(event);
+}
+
+void RecordList::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (m_records->rowCount() > 0 || m_emptyText.isEmpty()) {
+    return;
+  }
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  const int margin = fontMetrics().height() * 2;
+  painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                   Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_emptyText);
+}
+
+void RecordList::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    FitRowHeight();
+  }
+}
+
+void RecordList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  Q_EMIT SelectedRecordsChanged();
+}
+
+}  // namespace host

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/desktop/RecordModel.h"
+
+#include <QList>
+#include <QTableView>
+
+namespace host {
+
+/// The record list: a table of whole rows that keeps what is selected, and the place, through every change of its
+/// records, and says in words why it is empty.
+class RecordList : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit RecordList(QWidget* parent = nullptr);
+
+  const RecordModel& Records() const { return *m_records; }
+  /// Shows the records of another list from its beginning.
+  void Show(RecordData records, int sortColumn, Qt::SortOrder order);
+  /// Shows the records of the same list read anew. A selected record that is no longer there gives its place to the
+  /// one that follows it.
+  void Refresh(RecordData records);
+  void SetFilter(const QString& typed);
+
+  /// The keys of the selected records, from the top.
+  QList<int> SelectedIds() const;
+  /// Their rows, from the top.
+  QList<int> SelectedRows() const;
+  int SelectedCount() const;
+  /// Selects one record and scrolls to it. False when it is not shown.
+  bool SelectRecord(int id);
+  /// One for each column, in pixels; an empty list fits the columns to what they hold.
+  void SetColumnWidths(const QList<int>& widths);
+  QList<int> ColumnWidths() const;
+  /// What an empty list says.
+  void SetEmptyText(const QString& text);
+
+ Q_SIGNALS:
+  /// Enter, or a double click on a record.
+  void RecordActivated();
+  void SelectedRecordsChanged();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+ private:
+  /// What is remembered of the list while its rows change.
+  struct Place {
+    QList<int> selected;
+    int current = -1;
+    int currentRow = 0;
+    int top = -1;
+    int topRow = 0;
+  };
+
+  Place Remember() const;
+  void Restore(const Place& place);
+  void Select(const QList<int>& ids, int currentRow);
+  void FitRowHeight();
+
+  RecordModel* m_records;
+  QString m_emptyText;
+};
+
+}  // namespace host

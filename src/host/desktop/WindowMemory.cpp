@@ -1,0 +1,80 @@
+#include "host/desktop/WindowMemory.h"
+
+#include <QMainWindow>
+#include <QScreen>
+#include <QSettings>
+#include <QSplitter>
+
+namespace host {
+
+namespace {
+
+constexpr int narrowestColumn = 8;
+constexpr int widestColumn = 8000;
+
+QString ListKey(int nodeId, const char* name) {
+  return QStringLiteral("Listas/%1/%2").arg(nodeId).arg(QLatin1StringView(name));
+}
+
+QList<int> SensibleWidths(const QVariantList& stored, int columns) {
+  QList<int> widths;
+  for (const QVariant& value : stored) {
+    const int width = value.toInt();
+    if (width < narrowestColumn || width > widestColumn) {
+      return {};
+    }
+    widths.append(width);
+  }
+  return widths.size() == columns ? widths : QList<int>();
+}
+
+}  // namespace
+
+ListLayout LoadListLayout(int nodeId, int columns) {
+  const QSettings settings;
+  ListLayout layout;
+  layout.widths = SensibleWidths(settings.value(ListKey(nodeId, "Anchos")).toList(), columns);
+  const int column = settings.value(ListKey(nodeId, "Orden")).toInt();
+  layout.sortColumn = column >= 0 && column < columns ? column : 0;
+  layout.order = settings.value(ListKey(nodeId, "Descendente")).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder;
+  return layout;
+}
+
+void SaveListLayout(int nodeId, const ListLayout& layout) {
+  QSettings settings;
+  QVariantList widths;
+  for (const int width : layout.widths) {
+    widths.append(width);
+  }
+  settings.setValue(ListKey(nodeId, "Anchos"), widths);
+  settings.setValue(ListKey(nodeId, "Orden"), layout.sortColumn);
+  settings.setValue(ListKey(nodeId, "Descendente"), layout.order == Qt::DescendingOrder);
+}
+
+void LoadWindow(QMainWindow& window, QSplitter& splitter) {
+  const QSettings settings;
+  if (!window.restoreGeometry(settings.value(QStringLiteral("Ventana/Geometria")).toByteArray())) {
+    window.resize(window.screen()->availableSize() * 2 / 3);
+  }
+  window.restoreState(settings.value(QStringLiteral("Ventana/Estado")).toByteArray());
+  if (!splitter.restoreState(settings.value(QStringLiteral("Ventana/Division")).toByteArray())) {
+    splitter.setSizes({window.width() / 4, window.width() * 3 / 4});
+  }
+}
+
+void SaveWindow(const QMainWindow& window, const QSplitter& splitter) {
+  QSettings settings;
+  settings.setValue(QStringLiteral("Ventana/Geometria"), window.saveGeometry());
+  settings.setValue(QStringLiteral("Ventana/Estado"), window.saveState());
+  settings.setValue(QStringLiteral("Ventana/Division"), splitter.saveState());
+}
+
+int LoadLastNode(int otherwise) {
+  return QSettings().value(QStringLiteral("Ventana/Nodo"), otherwise).toInt();
+}
+
+void SaveLastNode(int nodeId) {
+  QSettings().setValue(QStringLiteral("Ventana/Nodo"), nodeId);
+}
+
+}  // namespace host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <Qt>
+
+class QMainWindow;
+class QSplitter;
+
+/// What the window remembers between two starts, in the user's settings of the application. Values there that make no
+/// sense are passed over.
+namespace host {
+
+/// How the list of a node looks.
+struct ListLayout {
+  QList<int> widths;  ///< One for each column, in pixels; empty for none remembered.
+  int sortColumn = 0;
+  Qt::SortOrder order = Qt::AscendingOrder;
+};
+
+ListLayout LoadListLayout(int nodeId, int columns);
+void SaveListLayout(int nodeId, const ListLayout& layout);
+
+/// Size, place, toolbars and the splitter; a first start takes a share of the screen.
+void LoadWindow(QMainWindow& window, QSplitter& splitter);
+void SaveWindow(const QMainWindow& window, const QSplitter& splitter);
+
+/// The node that was shown last; `otherwise` when none was.
+int LoadLastNode(int otherwise);
+void SaveLastNode(int nodeId);
+
+}  // namespace host

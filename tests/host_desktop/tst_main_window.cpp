@@ -1,0 +1,280 @@
+#include "BoxAnswers.h"
+#include "FakeComponent.h"
+#include "TestDesktop.h"
+
+#include "host/desktop/RecordReader.h"
+#include "host/desktop/RecordReferences.h"
+#include "platform/automation/Error.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QSettings>
+#include <QtTest>
+
+namespace {
+
+const QString addBank = QStringLiteral("INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)");
+
+}  // namespace
+
+class tst_main_window : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void EveryListIsRead_data();
+  void EveryListIsRead();
+  void RequestsOfTheWindow();
+  void ModifiedRecordIsShownAnew();
+  void AddedRecordIsSelected();
+  void CancelledAdditionKeepsTheSelection();
+  void SearchCountsHits();
+  void FailedDialogLosesNothing();
+  void LostDatabaseIsFoundAgain();
+  void MissingComponentIsExplained_data();
+  void MissingComponentIsExplained();
+  void WhatANodeAllows_data();
+  void WhatANodeAllows();
+  void LookIsRemembered();
+  void NonsenseInTheSettingsIsPassedOver();
+  void EndWaitsForTheDialog();
+};
+
+void tst_main_window::init() {
+  // The offscreen screen has its own, which say nothing of the program.
+  QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+}
+
+void tst_main_window::EveryListIsRead_data() {
+  QTest::addColumn<int>("id");
+  for (const host::Node& node : host::NodeCatalog()) {
+    QTest::newRow(qPrintable(node.title)) << node.id;
+  }
+}
+
+void tst_main_window::EveryListIsRead() {
+  QFETCH(int, id);
+  static TestDesktop desktop(true);
+  const host::Node& node = *host::FindNode(id);
+  const host::RecordData records = host::ReadRecords(desktop.Connection(), node);
+  QVERIFY(records.Size() > 0);
+  QVERIFY(!records.Display(0, 0).isEmpty());
+  QVERIFY(host::HighestKey(desktop.Connection(), node) >= records.Id(0));
+  // Statements of their own, which no other test reaches for every node.
+  host::CountDependents(desktop.Connection(), id, {records.Id(0)});
+  host::CountUses(desktop.Connection(), id, records.Id(0));
+}
+
+void tst_main_window::RequestsOfTheWindow() {
+  TestDesktop desktop;
+  desktop.Execute(addBank);
+  FakeComponent::Register({});
+  desktop.Window().ChooseNode(host::NodePaises);
+  QVERIFY(desktop.List().SelectRecord(35));
+  QTest::keyClick(&desktop.List(), Qt::Key_Return);
+  desktop.Action("accModificar").trigger();
+  desktop.Action("accAgregar").trigger();
+  desktop.Window().ChooseNode(host::NodeBancos);
+  const int bank = desktop.List().SelectedIds().constFirst();
+  desktop.Action("accNuevaSucursal").trigger();
+  const QStringList expected = {
+      QStringLiteral("PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"),
+      QStringLiteral("PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"),
+      QStringLiteral("PasarDatos nodo=20 accion=1 id=0 aux=0 Tablas\\Países"),
+      QStringLiteral("PasarDatos nodo=0 accion=1 id=0 aux=%1 Entidades bancarias\\Bancos").arg(bank)};
+  QCOMPARE(FakeComponent::Requests(), expected);
+  QCOMPARE(desktop.Connection().State(), static_cast<int>(adodb::StateOpen));
+}
+
+void tst_main_window::ModifiedRecordIsShownAnew() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int id) {
+    connection.Execute(QStringLiteral("UPDATE Paises SET Nombre='Zzz' WHERE IDPais=%1").arg(id));
+  });
+  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.List().SelectRecord(35);
+  desktop.Action("accModificar").trigger();
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
+  QCOMPARE(desktop.List().Records().IdAt(desktop.List().Records().rowCount() - 1), 35);
+}
+
+void tst_main_window::AddedRecordIsSelected() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int) {
+    connection.Execute(QStringLiteral("INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"));
+  });
+  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.SearchBox().setText(QStringLiteral("espa"));
+  desktop.Action("accAgregar").trigger();
+  QCOMPARE(desktop.List().SelectedIds(),
+           QList<int>({desktop.Value(QStringLiteral("SELECT MAX(IDPais) FROM Paises")).toInt()}));
+  QVERIFY(desktop.List().currentIndex().isValid());
+  QCOMPARE(desktop.SearchBox().text(), QString());
+}
+
+void tst_main_window::CancelledAdditionKeepsTheSelection() {
+  TestDesktop desktop;
+  FakeComponent::Register({});
+  desktop.Window().ChooseNode(host::NodePaises);
+  // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
+  desktop.Execute(QStringLiteral("INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"));
+  desktop.List().SelectRecord(35);
+  desktop.Action("accAgregar").trigger();
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
+}
+
+void tst_main_window::SearchCountsHits() {
+  TestDesktop desktop;
+  desktop.Window().ChooseNode(host::NodeProvincias);
+  const auto* hits = desktop.Window().findChild<QLabel*>(QStringLiteral("lblAciertos"));
+  const int total = desktop.List().Records().TotalCount();
+  QCOMPARE(hits->text(), QStringLiteral("%1 registros").arg(total));
+  QTest::keyClicks(&desktop.SearchBox(), QStringLiteral("avila"));
+  QCOMPARE(hits->text(), QStringLiteral("1 de %1 registros").arg(total));
+  QTest::keyClick(&desktop.SearchBox(), Qt::Key_Escape);
+  QCOMPARE(desktop.List().Records().rowCount(), total);
+}
+
+void tst_main_window::FailedDialogLosesNothing() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int id) {
+    connection.BeginTrans();
+    connection.Execute(QStringLiteral("UPDATE Paises SET Nombre='a medias' WHERE IDPais=%1").arg(id));
+    throw automation::Error(438, QStringLiteral("El objeto no admite esta propiedad o método"),
+                            QStringLiteral("frmPais"));
+  });
+  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.List().SelectRecord(35);
+  BoxAnswers boxes;
+  desktop.Action("accModificar").trigger();
+  QCOMPARE(boxes.Texts().size(), 1);
+  for (const char* part : {"438", "El objeto no admite esta propiedad o método", "frmPais"}) {
+    QVERIFY2(boxes.Texts().constFirst().contains(QString::fromUtf8(part)), part);
+  }
+  QCOMPARE(desktop.Value(QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=35")).toString(),
+           QStringLiteral("España"));
+  FakeComponent::Register({});
+  desktop.Action("accModificar").trigger();
+  QCOMPARE(FakeComponent::Requests().size(), 1);
+}
+
+void tst_main_window::LostDatabaseIsFoundAgain() {
+  TestDesktop desktop;
+  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Connection().Close();
+  const QString file = desktop.Path(QStringLiteral("kel.db"));
+  QVERIFY(QFile::rename(file, file + QStringLiteral(".x")));
+  BoxAnswers boxes;
+  desktop.Action("accActualizar").trigger();
+  QVERIFY(desktop.List().Records().TotalCount() > 0);
+  desktop.Window().ChooseNode(host::NodeProvincias);
+  QCOMPARE(boxes.Texts().size(), 2);
+  QVERIFY(desktop.List().accessibleDescription().contains(QStringLiteral("F5")));
+  QVERIFY(QFile::rename(file + QStringLiteral(".x"), file));
+  desktop.Action("accActualizar").trigger();
+  QCOMPARE(desktop.List().Records().TotalCount(), 52);
+  QCOMPARE(boxes.Texts().size(), 2);
+}
+
+void tst_main_window::MissingComponentIsExplained_data() {
+  QTest::addColumn<QString>("registry");
+  QTest::addColumn<QString>("mentioned");
+  QTest::newRow("not registered") << QString() << QStringLiteral("no está registrada");
+  QTest::newRow("library gone") << QStringLiteral("KelConfiguracion.CPrincipal=/no/hay/libKel.so")
+                                << QStringLiteral("/no/hay/libKel.so");
+  QTest::newRow("no library") << QStringLiteral("KelConfiguracion.CPrincipal=%1")
+                              << QStringLiteral("no se puede cargar");
+}
+
+void tst_main_window::MissingComponentIsExplained() {
+  QFETCH(QString, registry);
+  QFETCH(QString, mentioned);
+  TestDesktop desktop;
+  FakeComponent::Unregister();
+  QFile file(desktop.Path(QStringLiteral("clases.ini")));
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write((registry.contains(u'%') ? registry.arg(desktop.Path(QStringLiteral("kel.db"))) : registry).toUtf8());
+  file.close();
+  desktop.Window().ChooseNode(host::NodePaises);
+  BoxAnswers boxes;
+  desktop.Action("accAgregar").trigger();
+  QCOMPARE(boxes.Texts().size(), 1);
+  const QString text = boxes.Texts().constFirst();
+  QVERIFY2(text.contains(mentioned) && text.contains(QStringLiteral("kel-host registrar")), qPrintable(text));
+  QVERIFY(desktop.List().Records().TotalCount() > 0);
+}
+
+void tst_main_window::WhatANodeAllows_data() {
+  QTest::addColumn<int>("node");
+  QTest::addColumn<QString>("allowed");
+  QTest::newRow("Bancos") << int(host::NodeBancos)
+                          << QStringLiteral("accAgregar accModificar accEliminar accNuevaSucursal");
+  QTest::newRow("Paises") << int(host::NodePaises) << QStringLiteral("accAgregar accModificar accEliminar");
+  QTest::newRow("Encabezados") << int(host::NodeEncabezados) << QStringLiteral("accModificar");
+  QTest::newRow("Usuarios") << int(host::NodeUsuarios) << QStringLiteral("accEliminar");
+}
+
+void tst_main_window::WhatANodeAllows() {
+  QFETCH(int, node);
+  TestDesktop desktop;
+  desktop.Execute(addBank);
+  desktop.Window().ChooseNode(node);
+  QStringList allowed;
+  for (const char* name : {"accAgregar", "accModificar", "accEliminar", "accNuevaSucursal"}) {
+    if (desktop.Action(name).isEnabled()) {
+      allowed.append(QLatin1StringView(name));
+    }
+  }
+  QTEST(allowed.join(u' '), "allowed");
+}
+
+void tst_main_window::LookIsRemembered() {
+  TestDesktop desktop;
+  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().resize(700, 500);
+  desktop.List().setColumnWidth(0, 321);
+  desktop.List().sortByColumn(1, Qt::DescendingOrder);
+  // Another node in between has a look of its own.
+  desktop.Window().ChooseNode(host::NodePaises);
+  QVERIFY(desktop.List().columnWidth(0) != 321);
+  desktop.Restart().ChooseNode(host::NodeProvincias);
+  QCOMPARE(desktop.Window().size(), QSize(700, 500));
+  QCOMPARE(desktop.List().columnWidth(0), 321);
+  QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
+  QCOMPARE(desktop.List().Records().SortOrder(), Qt::DescendingOrder);
+}
+
+void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
+  TestDesktop desktop;
+  {
+    QSettings settings;
+    settings.setValue(QStringLiteral("Listas/22/Anchos"), QVariantList({-5, 2000000000, QStringLiteral("x")}));
+    settings.setValue(QStringLiteral("Listas/22/Orden"), 77);
+    settings.setValue(QStringLiteral("Ventana/Geometria"), QByteArray("nada"));
+    settings.setValue(QStringLiteral("Ventana/Division"), QByteArray(64, '\xff'));
+  }
+  desktop.Window().ChooseNode(host::NodeProvincias);
+  for (const int width : desktop.List().ColumnWidths()) {
+    QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
+  }
+  QCOMPARE(desktop.List().Records().SortColumn(), 0);
+}
+
+void tst_main_window::EndWaitsForTheDialog() {
+  TestDesktop desktop;
+  QSignalSpy ended(&desktop.Bridge(), &host::ComponentBridge::Ended);
+  FakeComponent::Register([&](adodb::Connection&, int) {
+    desktop.Bridge().End();
+    QCOMPARE(ended.size(), 0);
+  });
+  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Action("accModificar").trigger();
+  QCOMPARE(ended.size(), 1);
+  desktop.Action("accModificar").trigger();
+  QCOMPARE(FakeComponent::Requests().size(), 1);
+}
+
+QTEST_MAIN(tst_main_window)
+#include "tst_main_window.moc"
