@@ -9,7 +9,9 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QScreen>
 
+#include <algorithm>
 #include <utility>
 
 Formulario::Formulario(const QString& name) {
@@ -43,6 +45,7 @@ void Formulario::ShowModal() {
     Unload();
   }
   if (m_loaded) {
+    WidenForCaption();
     const Terminacion::Watch watch;
     exec();
   }
@@ -114,6 +117,12 @@ void Formulario::Form_QueryUnload(bool& /*cancel*/, UnloadMode /*mode*/) {}
 void Formulario::DestroyControls() {
   delete layout();
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
+
+void Formulario::WidenForCaption() {
+  // Room for the caption beside the title bar's icon and buttons, which take about ten digits.
+  const int wanted = fontMetrics().horizontalAdvance(windowTitle() + QStringLiteral("0000000000"));
+  resize(sizeHint().expandedTo(QSize(std::min(wanted, screen()->availableSize().width() / 2), 0)));
 }
 
 void Formulario::SetCaption(QString text) {

@@ -95,6 +95,7 @@ class Formulario : public QDialog {
  private:
   void DestroyControls();
   void FinishUnload();
+  void WidenForCaption();
   void RethrowKeptError();
 
   bool m_loaded = false;

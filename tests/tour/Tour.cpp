@@ -1,0 +1,101 @@
+#include "tour/Tour.h"
+
+#include "database/Database.h"
+#include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+#include <QDir>
+#include <QTextStream>
+
+namespace tour {
+
+Tour::Tour(const QString& folder) : m_folder(folder) {
+  QDir(folder).removeRecursively();
+  QDir().mkpath(folder);
+  const QString connection = database::ConnectionStringForFile(folder + QStringLiteral("/demostracion.db"));
+  database::PrepareDatabase(connection, database::Content::Demonstration);
+  m_real = database::CreateConnection(connection);
+  m_reader = database::CreateConnection(connection);
+  m_reader->Open();
+  m_recording = std::make_unique<support::RecordingConnection>(*m_real);
+  m_session.connection = m_recording.get();
+  m_session.title = QStringLiteral("Configuración");
+  m_session.userId = 1;
+  m_session.userName = QStringLiteral("Administrador");
+  m_session.userKind = 1;
+  m_session.settingsFile = folder + QStringLiteral("/ajustes.ini");
+  host::RegisterClasses(m_session);
+  m_services = std::make_unique<host::cPrincipal>(m_session);
+}
+
+Tour::~Tour() {
+  host::UnregisterClasses();
+}
+
+void Tour::Step(const QString& title, const Request& request, const QString& query, const QStringList& expected) {
+  Result result{.title = title, .written = {}, .problems = {}};
+  m_recording->Clear();
+  try {
+    automation::Put(m_services.get(), "IDNodo", request.node);
+    automation::Put(m_services.get(), "Accion", request.action);
+    automation::Put(m_services.get(), "IDSeleccionado", request.id);
+    automation::Put(m_services.get(), "IDAux", request.aux);
+    const auto component = automation::CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
+    automation::Call(component.get(), request.deletes ? "EliminarRegistro" : "PasarDatos", m_services.get());
+  } catch (const automation::Error& error) {
+    result.problems.append(QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description()));
+  }
+  result.problems += m_driver.TakeProblems();
+  m_driver.TakeBoxes();
+  result.written = m_recording->Writes();
+  result.written.removeIf([](const QString& statement) { return statement.contains(u"BloqueoRegistros"); });
+  if (!query.isEmpty() && Rows(query) != expected) {
+    result.problems.append(QStringLiteral("se esperaba [%1] y hay [%2]")
+                               .arg(expected.join(QStringLiteral("; ")), Rows(query).join(QStringLiteral("; "))));
+  }
+  m_results.append(result);
+}
+
+void Tour::Picture(const support::DialogUser& dialog, const QString& name) {
+  dialog.Screenshot(m_folder + u'/' + name + QStringLiteral(".png"));
+}
+
+QStringList Tour::Rows(const QString& query) {
+  QStringList lines;
+  const auto rows = m_reader->Execute(query);
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    QStringList values;
+    for (int i = 0; i < rows->FieldCount(); ++i) {
+      values.append(automation::Text(rows->Field(i)));
+    }
+    lines.append(values.join(u'|'));
+  }
+  return lines;
+}
+
+int Tour::Id(const QString& query) {
+  return Rows(query).value(0).toInt();
+}
+
+bool Tour::Report() const {
+  QTextStream out(stdout);
+  qsizetype failed = 0;
+  out << "Paso                                               | Escrito en la base de datos\n"
+      << QString(51, u'-') << '+' << QString(80, u'-') << '\n';
+  for (const Result& result : m_results) {
+    QStringList lines = result.written.isEmpty() ? QStringList(QStringLiteral("(nada)")) : result.written;
+    for (const QString& problem : result.problems) {
+      lines.append(QStringLiteral("FALLO: ") + problem);
+    }
+    failed += result.problems.isEmpty() ? 0 : 1;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+      out << (i == 0 ? result.title : QString()).leftJustified(50, u' ', true) << " | " << lines[i] << '\n';
+    }
+  }
+  out << m_results.size() - failed << " pasos bien, " << failed << " con fallos. Imágenes en " << m_folder << '\n';
+  return failed == 0;
+}
+
+}  // namespace tour

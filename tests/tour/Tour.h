@@ -1,0 +1,66 @@
+#pragma once
+
+#include "support/Driver.h"
+#include "support/RecordingConnection.h"
+
+#include "host/services/Session.h"
+#include "host/services/cPrincipal.h"
+
+#include <functional>
+#include <memory>
+
+namespace tour {
+
+/// A walk through the component's dialogs on a fresh demonstration database, with the component created by name from
+/// its library. Each step makes one request, uses the dialogs that it opens, takes their pictures, and says what it
+/// wrote.
+class Tour {
+ public:
+  /// `folder` receives the database and the pictures; what was there of an earlier tour is replaced. The component
+  /// library must be in the class registry.
+  explicit Tour(const QString& folder);
+  Tour(const Tour&) = delete;
+  Tour& operator=(const Tour&) = delete;
+  ~Tour();
+
+  struct Request {
+    int node = 0;
+    int action = 0;
+    int id = 0;
+    QVariant aux = 0;
+    bool deletes = false;  ///< EliminarRegistro instead of PasarDatos.
+  };
+
+  /// Makes the request. Afterwards `query` must answer `expected`, rows as "value|value"; an empty query is not asked.
+  void Step(const QString& title, const Request& request, const QString& query, const QStringList& expected);
+
+  support::Driver& Windows() { return m_driver; }
+  /// A dialog's picture, as NAME.png in the folder.
+  void Picture(const support::DialogUser& dialog, const QString& name);
+  int Id(const QString& query);
+  QStringList Rows(const QString& query);
+
+  /// Prints the table of the steps; true when none failed.
+  bool Report() const;
+
+ private:
+  struct Result {
+    QString title;
+    QStringList written;
+    QStringList problems;
+  };
+
+  QString m_folder;
+  std::unique_ptr<adodb::Connection> m_real;
+  std::unique_ptr<adodb::Connection> m_reader;
+  std::unique_ptr<support::RecordingConnection> m_recording;
+  host::Session m_session;
+  std::unique_ptr<host::cPrincipal> m_services;
+  support::Driver m_driver;
+  QList<Result> m_results;
+};
+
+/// All steps, in order.
+void WalkEverything(Tour& tour);
+
+}  // namespace tour

@@ -1,0 +1,40 @@
+#include "tour/Tour.h"
+
+#include "platform/automation/ComponentLibrary.h"
+#include "platform/automation/Error.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLocale>
+#include <QTemporaryDir>
+#include <QTranslator>
+
+#include <cstdio>
+
+// kel-tour LIBRARY FOLDER: walks through the dialogs of the component library and leaves the pictures in the folder.
+int main(int argc, char** argv) {
+  const QTemporaryDir registry;
+  qputenv("KEL_CLASES", registry.filePath(QStringLiteral("clases.ini")).toUtf8());
+  QApplication application(argc, argv);
+  if (argc != 3) {
+    std::fputs("Uso: kel-tour BIBLIOTECA CARPETA\n", stderr);
+    return 2;
+  }
+  QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+  QTranslator translator;
+  if (translator.load(QStringLiteral("/usr/share/qt6/translations/qtbase_es.qm"))) {
+    QApplication::installTranslator(&translator);
+  }
+  try {
+    if (!automation::ComponentLibrary(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[1]))).Register()) {
+      std::fputs("No se pudo registrar el componente.\n", stderr);
+      return 1;
+    }
+    tour::Tour walk(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2])));
+    tour::WalkEverything(walk);
+    return walk.Report() ? 0 : 1;
+  } catch (const automation::Error& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
+  }
+}
