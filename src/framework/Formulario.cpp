@@ -7,12 +7,23 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QLineEdit>
 #include <QScreen>
+#include <QTableView>
 
 #include <algorithm>
 #include <utility>
+
+namespace {
+
+constexpr int boxCharacters = 34;
+constexpr int gridCharacters = 72;
+constexpr int gridRows = 10;
+
+}  // namespace
 
 Formulario::Formulario(const QString& name) {
   setObjectName(name);
@@ -29,14 +40,30 @@ void Formulario::Load() {
   m_error = nullptr;
   m_activated = false;
   CrearControles();
+  PrepareControls();
+  m_loaded = true;
+  Guard([this] { Form_Load(); });
+  RethrowKeptError();
+}
+
+// Sizes follow the font, so that they hold at any scale.
+void Formulario::PrepareControls() {
+  const int character = fontMetrics().averageCharWidth();
+  const int line = fontMetrics().height();
+  const QList<QLineEdit*> boxes = findChildren<QLineEdit*>();
+  for (QLineEdit* box : boxes) {
+    box->setMinimumWidth(boxCharacters * character);
+  }
   const QList<QComboBox*> combos = findChildren<QComboBox*>();
   for (QComboBox* combo : combos) {
     combo->setFocusPolicy(Qt::StrongFocus);
     combo->installEventFilter(this);
   }
-  m_loaded = true;
-  Guard([this] { Form_Load(); });
-  RethrowKeptError();
+  const QList<QTableView*> grids = findChildren<QTableView*>();
+  for (QTableView* grid : grids) {
+    grid->verticalHeader()->setDefaultSectionSize(line + line / 2);
+    grid->setMinimumSize(gridCharacters * character, gridRows * (line + line / 2));
+  }
 }
 
 void Formulario::ShowModal() {

@@ -94,6 +94,7 @@ class Formulario : public QDialog {
 
  private:
   void DestroyControls();
+  void PrepareControls();
   void FinishUnload();
   void WidenForCaption();
   void RethrowKeptError();
