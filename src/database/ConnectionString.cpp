@@ -1,0 +1,121 @@
+#include "database/ConnectionString.h"
+
+#include "database/Errors.h"
+
+#include <QSet>
+
+namespace database {
+
+namespace {
+
+constexpr int longestWait = 600000;
+
+bool IsQuote(QChar c) {
+  return c == u'"' || c == u'\'';
+}
+
+QString ReadQuoted(QStringView text, qsizetype& position) {
+  const QChar quote = text[position++];
+  QString value;
+  while (position < text.size()) {
+    const QChar c = text[position++];
+    if (c != quote) {
+      value += c;
+    } else if (position < text.size() && text[position] == quote) {
+      value += quote;
+      ++position;
+    } else {
+      return value;
+    }
+  }
+  throw BadConnectionString(QStringLiteral("falta cerrar unas comillas"));
+}
+
+void SkipBlanks(QStringView text, qsizetype& position) {
+  while (position < text.size() && text[position].isSpace()) {
+    ++position;
+  }
+}
+
+QString ReadValue(QStringView text, qsizetype& position) {
+  SkipBlanks(text, position);
+  QString value;
+  if (position < text.size() && IsQuote(text[position])) {
+    value = ReadQuoted(text, position);
+    SkipBlanks(text, position);
+    if (position < text.size() && text[position] != u';') {
+      throw BadConnectionString(QStringLiteral("sobra texto detrás de unas comillas"));
+    }
+  } else {
+    const qsizetype end = text.indexOf(u';', position);
+    value = text.mid(position, end < 0 ? -1 : end - position).trimmed().toString();
+    position = end < 0 ? text.size() : end;
+  }
+  ++position;
+  return value;
+}
+
+}  // namespace
+
+ConnectionString::ConnectionString(const QString& text) {
+  QSet<QString> seen;
+  qsizetype position = 0;
+  while (position < text.size()) {
+    SkipBlanks(text, position);
+    if (position >= text.size() || text[position] == u';') {
+      ++position;
+      continue;
+    }
+    const qsizetype equals = text.indexOf(u'=', position);
+    if (equals < 0) {
+      throw BadConnectionString(QStringLiteral("falta un signo «=»"));
+    }
+    const QString key = text.mid(position, equals - position).trimmed().toCaseFolded();
+    position = equals + 1;
+    if (seen.contains(key)) {
+      throw BadConnectionString(QStringLiteral("«%1» está repetido").arg(key));
+    }
+    seen.insert(key);
+    Take(key, ReadValue(text, position));
+  }
+  if (m_file.isEmpty()) {
+    throw BadConnectionString(QStringLiteral("falta «Archivo»"));
+  }
+}
+
+void ConnectionString::Take(const QString& key, const QString& value) {
+  if (key == u"motor") {
+    m_engine = value.toCaseFolded();
+  } else if (key == u"archivo") {
+    if (value.contains(QChar(0))) {
+      throw BadConnectionString(QStringLiteral("el nombre del archivo tiene un carácter nulo"));
+    }
+    m_file = value;
+  } else if (key == u"espera") {
+    bool isNumber = false;
+    m_wait = value.toInt(&isNumber);
+    if (!isNumber || m_wait < 0 || m_wait > longestWait) {
+      throw BadConnectionString(QStringLiteral("«Espera» va de 0 a %1 milisegundos").arg(longestWait));
+    }
+  } else if (key == u"acceso") {
+    if (value.compare(u"lectura", Qt::CaseInsensitive) != 0 && value.compare(u"escritura", Qt::CaseInsensitive) != 0) {
+      throw BadConnectionString(QStringLiteral("«Acceso» es «lectura» o «escritura»"));
+    }
+    m_readOnly = value.compare(u"lectura", Qt::CaseInsensitive) == 0;
+  } else {
+    throw BadConnectionString(QStringLiteral("no se conoce «%1»").arg(key));
+  }
+}
+
+QString ConnectionString::Quoted(const QString& value) {
+  const bool plain = !value.isEmpty() && value == value.trimmed() && !IsQuote(value.front()) && !value.contains(u';') &&
+                     !value.contains(u'=');
+  if (plain) {
+    return value;
+  }
+  QString doubled = value;
+  doubled.replace(u'"', QStringLiteral("\"\""));
+  return u'"' + doubled + u'"';
+}
+
+}  // namespace database

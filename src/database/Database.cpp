@@ -1,0 +1,34 @@
+#include "database/Database.h"
+
+#include "database/ConnectionString.h"
+#include "database/Errors.h"
+#include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqlitePreparation.h"
+
+namespace database {
+
+namespace {
+
+ConnectionString Parsed(const QString& text) {
+  ConnectionString target(text);
+  if (target.Engine() != u"sqlite") {
+    throw BadConnectionString(QStringLiteral("no se conoce el motor «%1»; use «sqlite»").arg(target.Engine()));
+  }
+  return target;
+}
+
+}  // namespace
+
+std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString) {
+  return std::make_unique<SqliteConnection>(Parsed(connectionString));
+}
+
+QString ConnectionStringForFile(const QString& path) {
+  return QStringLiteral("Motor=sqlite;Archivo=") + ConnectionString::Quoted(path);
+}
+
+void PrepareDatabase(const QString& connectionString, Content content) {
+  PrepareSqlite(Parsed(connectionString), content);
+}
+
+}  // namespace database

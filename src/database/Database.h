@@ -1,0 +1,53 @@
+#pragma once
+
+#include "database/Schema.h"
+#include "platform/adodb/Connection.h"
+
+#include <QString>
+
+#include <memory>
+
+/// The database of a host: a connection that runs the dialect of the component's statements, and the preparation
+/// (schema, migrations, reference data) of the database behind it. Which engine is in use shows nowhere but in the
+/// connection string.
+///
+/// Connection string: `key=value` pairs separated by semicolons, keys without regard to case, in any order:
+///   - `Motor`    the engine; `sqlite` is the default and the only one so far
+///   - `Archivo`  the database file
+///   - `Acceso`   `escritura` (the default) or `lectura`: nothing may be written
+///   - `Espera`   milliseconds to wait for another program's lock, 0 to 600000; 5000 when left out
+/// A value with ';', '=', blanks at its ends or quotes stands between double or single quotes, the quote itself
+/// doubled inside: `Motor=sqlite;Archivo="/datos/a;b.db"`.
+///
+/// Texts are Unicode. A lone surrogate, which is no character, is stored as U+FFFD; every other code unit, NUL
+/// included, comes back as it went in.
+///
+/// A file database keeps a log beside its file while it is open, so that file and folder must be writable; one that
+/// is not is refused with DatabaseReadOnly or CannotOpen. Its text indexes follow Spanish ordering rules that other
+/// tools lack: they can copy the file, but not change its texts.
+///
+/// Errors are automation::Error; besides the numbers of adodb::Connection, those of database/ErrorNumbers.h.
+namespace database {
+
+/// What PrepareDatabase fills a new database with.
+enum class Content {
+  Reference,      ///< Countries, provinces, percentages, headings, the configuration row, an administrator.
+  Demonstration,  ///< The same and an invented organisation: banks, collaborators, donations, subscriptions.
+};
+
+/// A closed connection to the database that `connectionString` names. Opening it does not create or migrate
+/// anything: prepare the database first. A connection belongs to the thread that opened it.
+/// Raises InvalidConnectionString for a text it cannot read or an unknown engine.
+std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString);
+
+/// `Motor=sqlite;Archivo=...` for a path, quoted where the path needs it.
+QString ConnectionStringForFile(const QString& path);
+
+/// Creates the database (and its folder) when it is missing, migrates an older one, and leaves a current one as
+/// it is; `content` only matters for a database that is created or still empty. Everything happens in one
+/// transaction: after an error the database is what it was. Two programs may prepare the same one at once.
+/// Raises NewerDatabase, leaving the file untouched, for a database that a newer version of this program wrote,
+/// NotOurDatabase for one that holds foreign tables, and the engine's refusals.
+void PrepareDatabase(const QString& connectionString, Content content);
+
+}  // namespace database

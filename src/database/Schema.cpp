@@ -1,0 +1,181 @@
+#include "database/Schema.h"
+
+#include "database/Errors.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+static void InitializeResources() {
+  Q_INIT_RESOURCE(esquema);
+}
+
+namespace database {
+
+namespace {
+
+struct TypeName {
+  QStringView name;
+  ColumnType type;
+};
+
+constexpr TypeName typeNames[] = {
+    {u"clave", ColumnType::Key},        {u"id", ColumnType::Id},
+    {u"texto", ColumnType::Text},       {u"memo", ColumnType::LongText},
+    {u"booleano", ColumnType::Boolean}, {u"entero", ColumnType::Integer},
+    {u"decimal", ColumnType::Decimal},  {u"importe", ColumnType::Money},
+};
+
+// Reads one line at a time; every problem is reported with its line.
+class DescriptionReader {
+ public:
+  explicit DescriptionReader(std::vector<Table>& tables) : m_tables(tables) {}
+
+  void ReadLine(QStringView text) {
+    ++m_line;
+    QStringList words = text.toString().simplified().split(u' ', Qt::SkipEmptyParts);
+    if (words.isEmpty() || words.first().startsWith(u'#')) {
+      return;
+    }
+    const int since = TakeSince(words);
+    const QString kind = words.takeFirst();
+    if (kind == u"tabla" && words.size() == 1) {
+      AddTable(words.first(), since);
+    } else if (kind == u"columna" && words.size() == 2) {
+      AddColumn(words.first(), words.last(), since);
+    } else if ((kind == u"indice" || kind == u"unico") && !words.isEmpty()) {
+      AddIndex(words, kind == u"unico", since);
+    } else {
+      throw BadSchema(m_line, QStringLiteral("no se entiende"));
+    }
+  }
+
+ private:
+  Table& Current() {
+    if (m_tables.empty()) {
+      throw BadSchema(m_line, QStringLiteral("falta la tabla"));
+    }
+    return m_tables.back();
+  }
+
+  int TakeSince(QStringList& words) {
+    const QString mark = QStringLiteral("desde=");
+    if (!words.last().startsWith(mark)) {
+      return m_tables.empty() || words.first() == u"tabla" ? 1 : m_tables.back().since;
+    }
+    bool isNumber = false;
+    const int since = words.takeLast().mid(mark.size()).toInt(&isNumber);
+    if (!isNumber || since < 1 || words.isEmpty()) {
+      throw BadSchema(m_line, QStringLiteral("versión incorrecta"));
+    }
+    return since;
+  }
+
+  void AddTable(const QString& name, int since) {
+    const bool repeated = std::any_of(m_tables.begin(), m_tables.end(), [&](const Table& table) {
+      return table.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    if (repeated) {
+      throw BadSchema(m_line, QStringLiteral("tabla repetida"));
+    }
+    Table table;
+    table.name = name;
+    table.since = since;
+    m_tables.push_back(std::move(table));
+  }
+
+  void AddColumn(const QString& name, const QString& typeText, int since) {
+    static const QRegularExpression form(QStringLiteral("^([a-z]+)(?:\\((\\d{1,5})\\))?$"));
+    const QRegularExpressionMatch match = form.match(typeText);
+    const auto found = std::find_if(std::begin(typeNames), std::end(typeNames),
+                                    [&](const TypeName& candidate) { return candidate.name == match.captured(1); });
+    if (!match.hasMatch() || found == std::end(typeNames)) {
+      throw BadSchema(m_line, QStringLiteral("tipo desconocido"));
+    }
+    Table& table = Current();
+    if (table.FindColumn(name) != nullptr || (found->type == ColumnType::Key) != table.columns.empty()) {
+      throw BadSchema(m_line, QStringLiteral("columna repetida o clave fuera de su sitio"));
+    }
+    Column column;
+    column.name = name;
+    column.type = found->type;
+    column.length = match.captured(2).toInt();
+    column.required = IsNumericType(found->type);
+    column.defaultValue = column.required && found->type != ColumnType::Key ? QStringLiteral("0") : QString();
+    column.since = since;
+    table.columns.push_back(std::move(column));
+  }
+
+  void AddIndex(const QStringList& columns, bool unique, int since) {
+    Table& table = Current();
+    for (const QString& column : columns) {
+      if (table.FindColumn(column) == nullptr) {
+        throw BadSchema(m_line, QStringLiteral("el índice nombra una columna que no existe"));
+      }
+    }
+    Index index;
+    index.name = QStringLiteral("ix_") + table.name + u'_' + columns.join(u'_');
+    index.columns = columns;
+    index.unique = unique;
+    index.since = since;
+    table.indexes.push_back(std::move(index));
+  }
+
+  std::vector<Table>& m_tables;
+  int m_line = 0;
+};
+
+}  // namespace
+
+const Column* Table::FindColumn(QStringView columnName) const {
+  for (const Column& column : columns) {
+    if (columnName.compare(column.name, Qt::CaseInsensitive) == 0) {
+      return &column;
+    }
+  }
+  return nullptr;
+}
+
+Schema Schema::Parse(QStringView description) {
+  Schema schema;
+  DescriptionReader reader(schema.m_tables);
+  for (const QStringView line : description.split(u'\n')) {
+    reader.ReadLine(line);
+  }
+  for (std::size_t i = 0; i < schema.m_tables.size(); ++i) {
+    const Table& table = schema.m_tables[i];
+    schema.m_byName.insert(table.name.toCaseFolded(), i);
+    schema.m_version = std::max(schema.m_version, table.since);
+    for (const Column& column : table.columns) {
+      schema.m_version = std::max(schema.m_version, column.since);
+    }
+    for (const Index& index : table.indexes) {
+      schema.m_version = std::max(schema.m_version, index.since);
+    }
+  }
+  return schema;
+}
+
+const Schema& Schema::Current() {
+  static const Schema schema = [] {
+    InitializeResources();
+    QFile file(QStringLiteral(":/kel/esquema/esquema.txt"));
+    if (!file.open(QIODevice::ReadOnly)) {
+      throw BadSchema(0, QStringLiteral("falta la descripción"));
+    }
+    return Parse(QString::fromUtf8(file.readAll()));
+  }();
+  return schema;
+}
+
+const Table* Schema::FindTable(QStringView name) const {
+  const auto found = m_byName.constFind(name.toString().toCaseFolded());
+  return found == m_byName.cend() ? nullptr : &m_tables[*found];
+}
+
+int SchemaVersion() {
+  return Schema::Current().Version();
+}
+
+}  // namespace database

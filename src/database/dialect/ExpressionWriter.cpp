@@ -1,0 +1,445 @@
+#include "database/dialect/ExpressionWriter.h"
+
+#include "database/Errors.h"
+
+#include <span>
+
+namespace database {
+
+namespace {
+
+QString Call(QStringView function, const QString& argument) {
+  return QStringLiteral("%1(%2)").arg(function, argument);
+}
+
+QString Collated(const QString& sql) {
+  return QStringLiteral("(%1 COLLATE %2)").arg(sql, engine::collation);
+}
+
+Fragment Predicate(QString sql) {
+  Fragment fragment;
+  fragment.sql = std::move(sql);
+  fragment.type = ValueType::Boolean;
+  fragment.isPredicate = true;
+  return fragment;
+}
+
+Fragment TextExpression(const QString& sql) {
+  Fragment fragment;
+  fragment.sql = Collated(sql);
+  fragment.type = ValueType::Text;
+  fragment.isCollated = true;
+  return fragment;
+}
+
+Fragment NumberExpression(QString sql, ValueType type = ValueType::Number) {
+  Fragment fragment;
+  fragment.sql = std::move(sql);
+  fragment.type = type;
+  return fragment;
+}
+
+// A literal, perhaps with signs in front.
+const Token* LiteralOf(const Expression& expression, bool& negated) {
+  const Expression* inner = &expression;
+  negated = false;
+  while (inner->kind == ExpressionKind::Negation) {
+    negated = !negated;
+    inner = inner->operands.front().get();
+  }
+  return inner->kind == ExpressionKind::Literal ? &inner->token : nullptr;
+}
+
+bool IsLiteral(const Expression& expression) {
+  bool negated = false;
+  return LiteralOf(expression, negated) != nullptr;
+}
+
+bool IsTextLiteral(const Expression& expression) {
+  return expression.kind == ExpressionKind::Literal && expression.token.kind == TokenKind::Text;
+}
+
+// Text compares without regard to case, so a change of case on either side has no effect; without it an index
+// can serve the comparison.
+const Expression& WithoutCaseFolding(const Expression& expression) {
+  const Expression* inner = &expression;
+  while (inner->kind == ExpressionKind::Call && inner->operands.size() == 1) {
+    const Function* function = FindFunction(inner->name, 1);
+    if (function == nullptr || !function->foldsCase) {
+      break;
+    }
+    inner = inner->operands.front().get();
+  }
+  return *inner;
+}
+
+Conversion ConversionBeside(ValueType type) {
+  switch (type) {
+    case ValueType::Text:
+      return Conversion::Text;
+    case ValueType::Unknown:
+      return Conversion::Verbatim;
+    default:
+      return Conversion::Number;
+  }
+}
+
+QStringView StoringFunction(ColumnType type) {
+  switch (ConversionFor(type)) {
+    case Conversion::Text:
+      return engine::toText;
+    case Conversion::Boolean:
+      return engine::toBoolean;
+    case Conversion::Decimal:
+      return engine::toDecimal;
+    case Conversion::Money:
+      return engine::toMoney;
+    default:
+      return engine::toInteger;
+  }
+}
+
+// Fills a function's form; what an argument holds is not looked at again.
+QString Filled(QStringView form, const QStringList& arguments) {
+  QString sql;
+  for (qsizetype i = 0; i < form.size(); ++i) {
+    if (form[i] != u'%') {
+      sql += form[i];
+      continue;
+    }
+    const QChar which = form[++i];
+    sql += which == u'*' ? arguments.join(QStringLiteral(", ")) : arguments[which.digitValue() - 1];
+  }
+  return sql;
+}
+
+// The terms of a long chain as a balanced tree, whose depth the engine takes.
+QString Balanced(std::span<const QString> terms, QStringView word) {
+  if (terms.size() == 1) {
+    return terms.front();
+  }
+  const std::size_t half = terms.size() / 2;
+  return QStringLiteral("(%1 %2 %3)").arg(Balanced(terms.first(half), word), word, Balanced(terms.subspan(half), word));
+}
+
+}  // namespace
+
+QString QuotedName(QStringView name) {
+  QString quoted = name.toString();
+  quoted.replace(u'"', QStringLiteral("\"\""));
+  return u'"' + quoted + u'"';
+}
+
+QString ExpressionWriter::Bind(const Token& literal, bool negated, Conversion conversion, const Column* column) {
+  m_plan.bindings.push_back({literal.literal, negated, conversion, column == nullptr ? QString() : column->name});
+  return u'?' + QString::number(m_plan.bindings.size());
+}
+
+QString ExpressionWriter::WriteCondition(const Expression& expression, const Scope& scope) {
+  return Write(expression, scope).sql;
+}
+
+Fragment ExpressionWriter::WriteValue(const Expression& expression, const Scope& scope) {
+  Fragment fragment = Write(expression, scope);
+  if (fragment.isPredicate) {
+    fragment.sql = QStringLiteral("(-%1)").arg(fragment.sql);
+    fragment.isPredicate = false;
+  }
+  return fragment;
+}
+
+QString ExpressionWriter::WriteStored(const Expression& expression, const Column& column, const Scope& scope) {
+  bool negated = false;
+  if (const Token* literal = LiteralOf(expression, negated)) {
+    return Bind(*literal, negated, ConversionFor(column.type), &column);
+  }
+  if (expression.kind == ExpressionKind::Constant) {
+    return WriteConstant(expression).sql;
+  }
+  return WriteStored(WriteValue(expression, scope), column);
+}
+
+QString ExpressionWriter::WriteStored(const Fragment& value, const Column& column) const {
+  const bool sameKind = value.column != nullptr && ConversionFor(value.column->type) == ConversionFor(column.type);
+  const bool bothText = value.type == ValueType::Text && !IsNumericType(column.type);
+  return sameKind || bothText ? value.sql : Call(StoringFunction(column.type), value.sql);
+}
+
+Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scope) {
+  switch (expression.kind) {
+    case ExpressionKind::Literal: {
+      Fragment fragment = NumberExpression(Bind(expression.token, false, Conversion::Verbatim));
+      fragment.type = IsTextLiteral(expression) ? ValueType::Text : ValueType::Number;
+      return fragment;
+    }
+    case ExpressionKind::Constant:
+      return WriteConstant(expression);
+    case ExpressionKind::ColumnName:
+      return WriteColumn(expression, scope);
+    case ExpressionKind::Negation:
+      return WriteNegation(expression, scope);
+    case ExpressionKind::Arithmetic:
+      return WriteArithmetic(expression, scope);
+    case ExpressionKind::Concatenation:
+      return WriteConcatenation(expression, scope);
+    case ExpressionKind::Comparison:
+      return WriteComparison(expression, scope);
+    case ExpressionKind::Like:
+      return WriteLike(expression, scope);
+    case ExpressionKind::In:
+      return WriteIn(expression, scope);
+    case ExpressionKind::Between:
+      return WriteBetween(expression, scope);
+    case ExpressionKind::IsNull:
+      return Predicate(QStringLiteral("(%1 IS %2NULL)")
+                           .arg(WriteValue(*expression.operands.front(), scope).sql,
+                                expression.negated ? QStringLiteral("NOT ") : QString()));
+    case ExpressionKind::And:
+      return WriteChain(expression, u"AND", scope);
+    case ExpressionKind::Or:
+      return WriteChain(expression, u"OR", scope);
+    case ExpressionKind::Not:
+      return Predicate(QStringLiteral("(NOT %1)").arg(WriteCondition(*expression.operands.front(), scope)));
+    case ExpressionKind::Call:
+      return WriteCall(expression, scope);
+    case ExpressionKind::Query:
+      return WriteSubquery(*expression.select, scope);
+    case ExpressionKind::Exists:
+      return Predicate(QStringLiteral("EXISTS %1").arg(WriteSubquery(*expression.select, scope).sql));
+  }
+  Q_UNREACHABLE();
+}
+
+Fragment ExpressionWriter::WriteConstant(const Expression& expression) const {
+  Fragment fragment;
+  if (expression.name == u"NULL") {
+    fragment.sql = QStringLiteral("NULL");
+    return fragment;
+  }
+  fragment.sql = expression.name == u"TRUE" ? QStringLiteral("-1") : QStringLiteral("0");
+  fragment.type = ValueType::Boolean;
+  return fragment;
+}
+
+Fragment ExpressionWriter::WriteColumn(const Expression& expression, const Scope& scope) {
+  const Scope::Found found = scope.Resolve(expression.qualifier, expression.name);
+  Fragment fragment;
+  fragment.sql = QuotedName(found.source->name) + u'.' + QuotedName(found.column->name);
+  fragment.column = found.column;
+  fragment.type = ValueTypeOf(found.column->type);
+  fragment.isCollated = fragment.type == ValueType::Text;
+  return fragment;
+}
+
+Fragment ExpressionWriter::WriteNegation(const Expression& expression, const Scope& scope) {
+  bool negated = false;
+  if (const Token* literal = LiteralOf(expression, negated)) {
+    return NumberExpression(Bind(*literal, negated, Conversion::Number));
+  }
+  const Fragment operand = WriteNumber(*expression.operands.front(), scope);
+  return NumberExpression(QStringLiteral("(- %1)").arg(operand.sql),
+                          operand.type == ValueType::Money ? ValueType::Money : ValueType::Number);
+}
+
+// An operand of arithmetic: a text in it is the number that it means.
+Fragment ExpressionWriter::WriteNumber(const Expression& expression, const Scope& scope) {
+  bool negated = false;
+  if (const Token* literal = LiteralOf(expression, negated)) {
+    return NumberExpression(Bind(*literal, negated, Conversion::Number));
+  }
+  Fragment fragment = WriteValue(expression, scope);
+  if (fragment.type == ValueType::Text || (fragment.type == ValueType::Unknown && fragment.sql != u"NULL")) {
+    return NumberExpression(Call(engine::toNumber, fragment.sql));
+  }
+  return fragment;
+}
+
+// Whether a plus joins texts or adds numbers must be known before its operands are written.
+ValueType ExpressionWriter::TypeOf(const Expression& expression, const Scope& scope) const {
+  switch (expression.kind) {
+    case ExpressionKind::Literal:
+      return IsTextLiteral(expression) ? ValueType::Text : ValueType::Number;
+    case ExpressionKind::ColumnName:
+      return ValueTypeOf(scope.Resolve(expression.qualifier, expression.name).column->type);
+    case ExpressionKind::Concatenation:
+      return ValueType::Text;
+    case ExpressionKind::Call: {
+      const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
+      return function != nullptr && function->result == Function::Result::Text ? ValueType::Text : ValueType::Number;
+    }
+    case ExpressionKind::Arithmetic: {
+      const bool joinsTexts = expression.name == u"+" && TypeOf(*expression.operands[0], scope) == ValueType::Text &&
+                              TypeOf(*expression.operands[1], scope) == ValueType::Text;
+      return joinsTexts ? ValueType::Text : ValueType::Number;
+    }
+    default:
+      return ValueType::Number;
+  }
+}
+
+Fragment ExpressionWriter::WriteArithmetic(const Expression& expression, const Scope& scope) {
+  const QStringView symbol = expression.name;
+  const Expression& first = *expression.operands[0];
+  const Expression& second = *expression.operands[1];
+  if (TypeOf(expression, scope) == ValueType::Text) {
+    return TextExpression(
+        QStringLiteral("(%1 || %2)").arg(WriteValue(first, scope).sql, WriteValue(second, scope).sql));
+  }
+  const Fragment left = WriteNumber(first, scope);
+  const Fragment right = WriteNumber(second, scope);
+  if (symbol == u"/") {
+    return NumberExpression(QStringLiteral("(%1 * 1.0 / %2)").arg(left.sql, right.sql));
+  }
+  if (symbol == u"\\" || symbol == u"MOD") {
+    return NumberExpression(QStringLiteral("(%1 %2 %3)")
+                                .arg(Call(engine::toInteger, left.sql),
+                                     symbol == u"MOD" ? QStringLiteral("%") : QStringLiteral("/"),
+                                     Call(engine::toInteger, right.sql)));
+  }
+  const bool isMoney = left.type == ValueType::Money || right.type == ValueType::Money;
+  return NumberExpression(QStringLiteral("(%1 %2 %3)").arg(left.sql, symbol, right.sql),
+                          isMoney ? ValueType::Money : ValueType::Number);
+}
+
+// Null counts as an empty text in a concatenation.
+QString ExpressionWriter::WriteText(const Expression& expression, const Scope& scope) {
+  bool negated = false;
+  if (const Token* literal = LiteralOf(expression, negated)) {
+    return Bind(*literal, negated, Conversion::Text);
+  }
+  const Fragment fragment = WriteValue(expression, scope);
+  return fragment.type == ValueType::Text ? fragment.sql : Call(engine::toText, fragment.sql);
+}
+
+Fragment ExpressionWriter::WriteConcatenation(const Expression& expression, const Scope& scope) {
+  return TextExpression(QStringLiteral("(coalesce(%1, '') || coalesce(%2, ''))")
+                            .arg(WriteText(*expression.operands[0], scope), WriteText(*expression.operands[1], scope)));
+}
+
+// One side of a comparison whose other side is written already.
+QString ExpressionWriter::WriteCompared(const Expression& expression, const Fragment& other, const Scope& scope) {
+  bool negated = false;
+  if (const Token* literal = LiteralOf(expression, negated)) {
+    return Bind(*literal, negated, ConversionBeside(other.type), other.column);
+  }
+  const Fragment fragment = WriteValue(expression, scope);
+  const bool needsCollation = fragment.type == ValueType::Text && !fragment.isCollated && !other.isCollated;
+  return needsCollation ? Collated(fragment.sql) : fragment.sql;
+}
+
+Fragment ExpressionWriter::WriteComparison(const Expression& expression, const Scope& scope) {
+  const Expression& first = WithoutCaseFolding(*expression.operands[0]);
+  const Expression& second = WithoutCaseFolding(*expression.operands[1]);
+  const bool firstIsLiteral = IsLiteral(first) && !IsLiteral(second);
+  const Expression& written = firstIsLiteral ? second : first;
+  const Expression& compared = firstIsLiteral ? first : second;
+  Fragment left = WriteValue(written, scope);
+  QString right = WriteCompared(compared, left, scope);
+  if (left.type == ValueType::Text && !left.isCollated) {
+    left.sql = Collated(left.sql);
+  }
+  if (firstIsLiteral) {
+    std::swap(left.sql, right);
+  }
+  return Predicate(QStringLiteral("(%1 %2 %3)").arg(left.sql, expression.name, right));
+}
+
+Fragment ExpressionWriter::WriteLike(const Expression& expression, const Scope& scope) {
+  const QString left = WriteText(WithoutCaseFolding(*expression.operands[0]), scope);
+  const QString right = WriteText(WithoutCaseFolding(*expression.operands[1]), scope);
+  return Predicate(
+      QStringLiteral("(%1 %2LIKE %3)").arg(left, expression.negated ? QStringLiteral("NOT ") : QString(), right));
+}
+
+Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& scope) {
+  Fragment left = WriteValue(WithoutCaseFolding(*expression.operands.front()), scope);
+  if (left.type == ValueType::Text && !left.isCollated) {
+    left.sql = Collated(left.sql);
+  }
+  QString set;
+  if (expression.select != nullptr) {
+    set = WriteSubquery(*expression.select, scope).sql;
+  } else {
+    QStringList values;
+    for (std::size_t i = 1; i < expression.operands.size(); ++i) {
+      values += WriteCompared(*expression.operands[i], left, scope);
+    }
+    set = u'(' + values.join(QStringLiteral(", ")) + u')';
+  }
+  const QString word = expression.negated ? QStringLiteral("NOT IN") : QStringLiteral("IN");
+  return Predicate(QStringLiteral("(%1 %2 ").arg(left.sql, word) + set + u')');
+}
+
+Fragment ExpressionWriter::WriteBetween(const Expression& expression, const Scope& scope) {
+  Fragment value = WriteValue(WithoutCaseFolding(*expression.operands[0]), scope);
+  if (value.type == ValueType::Text && !value.isCollated) {
+    value.sql = Collated(value.sql);
+  }
+  const QString low = WriteCompared(*expression.operands[1], value, scope);
+  const QString high = WriteCompared(*expression.operands[2], value, scope);
+  const QString word = expression.negated ? QStringLiteral("NOT BETWEEN") : QStringLiteral("BETWEEN");
+  return Predicate(QStringLiteral("(%1 %2 %3 AND %4)").arg(value.sql, word, low, high));
+}
+
+Fragment ExpressionWriter::WriteChain(const Expression& expression, QStringView word, const Scope& scope) {
+  std::vector<QString> terms;
+  for (const ExpressionPtr& operand : expression.operands) {
+    terms.push_back(WriteCondition(*operand, scope));
+  }
+  return Predicate(Balanced(terms, word));
+}
+
+void ExpressionWriter::FailCall(const Expression& call) const {
+  const qsizetype position = call.name.data() - m_statement.data();
+  throw SyntaxErrorAt(IsFunctionName(call.name) ? QStringLiteral("la función no lleva ese número de argumentos")
+                                                : QStringLiteral("no se conoce la función"),
+                      m_statement, position);
+}
+
+Fragment ExpressionWriter::WriteCall(const Expression& expression, const Scope& scope) {
+  if (expression.star) {
+    if (expression.name.compare(u"COUNT", Qt::CaseInsensitive) != 0) {
+      FailCall(expression);
+    }
+    return NumberExpression(QStringLiteral("count(*)"));
+  }
+  const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
+  if (function == nullptr || (expression.distinct && !function->isAggregate)) {
+    FailCall(expression);
+  }
+  const bool needsNumber = function->name == u"SUM" || function->name == u"AVG";
+  std::vector<Fragment> arguments;
+  for (const ExpressionPtr& operand : expression.operands) {
+    arguments.push_back(needsNumber ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
+  }
+  return FinishCall(*function, expression, arguments);
+}
+
+Fragment ExpressionWriter::FinishCall(const Function& function, const Expression& call,
+                                      const std::vector<Fragment>& arguments) const {
+  ValueType type = ValueType::Number;
+  if (function.result == Function::Result::Text) {
+    type = ValueType::Text;
+  } else if (function.result != Function::Result::Number) {
+    type = arguments[function.result == Function::Result::SameAsFirst ? 0 : 1].type;
+  }
+  if (function.isAggregate && type == ValueType::Boolean) {
+    type = ValueType::Number;
+  }
+  QStringList all;
+  for (const Fragment& argument : arguments) {
+    all += argument.sql;
+  }
+  if (call.distinct) {
+    all.first().prepend(QStringLiteral("DISTINCT "));
+  }
+  QString sql;
+  if (function.name == u"SUM" && type == ValueType::Money) {
+    sql = Call(engine::sumMoney, all.first());
+  } else {
+    sql = Filled(function.sql, all);
+  }
+  return type == ValueType::Text ? TextExpression(sql) : NumberExpression(sql, type);
+}
+
+}  // namespace database

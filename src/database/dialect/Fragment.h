@@ -1,0 +1,35 @@
+#pragma once
+
+#include "database/Schema.h"
+
+#include <QString>
+
+namespace database {
+
+/// What a written expression yields, as far as conversions care.
+enum class ValueType { Unknown, Text, Number, Money, Boolean };
+
+constexpr ValueType ValueTypeOf(ColumnType type) {
+  switch (type) {
+    case ColumnType::Text:
+    case ColumnType::LongText:
+      return ValueType::Text;
+    case ColumnType::Money:
+      return ValueType::Money;
+    case ColumnType::Boolean:
+      return ValueType::Boolean;
+    default:
+      return ValueType::Number;
+  }
+}
+
+/// An expression written for the engine.
+struct Fragment {
+  QString sql;
+  ValueType type = ValueType::Unknown;
+  const Column* column = nullptr;  ///< Set for a plain column.
+  bool isCollated = false;         ///< A text that brings the Spanish collation along.
+  bool isPredicate = false;        ///< The engine's own truth value (1 or 0), not yet the dialect's (-1 or 0).
+};
+
+}  // namespace database

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "database/dialect/Fragment.h"
+
+#include <QStringView>
+
+namespace database {
+
+/// A function of the dialect.
+struct Function {
+  enum class Result { Text, Number, SameAsFirst, SameAsSecond };
+
+  QStringView name;
+  int fewest;       ///< Arguments.
+  int most;         ///< -1 for any number.
+  QStringView sql;  ///< The engine's form; %1, %2... are the arguments, %* all of them.
+  Result result;
+  bool foldsCase = false;  ///< Changes nothing but the case: of no effect in a comparison.
+  bool isAggregate = false;
+};
+
+/// The function of that name without regard to case, nullptr for none.
+const Function* FindFunction(QStringView name, qsizetype arguments);
+
+/// True when some function has that name, whatever its arguments.
+bool IsFunctionName(QStringView name);
+
+/// Names of the functions that every engine provides to the statements written here.
+namespace engine {
+inline constexpr QStringView upper = u"kel_mayusculas";
+inline constexpr QStringView lower = u"kel_minusculas";
+inline constexpr QStringView toText = u"kel_texto";
+inline constexpr QStringView toNumber = u"kel_numero";
+inline constexpr QStringView toInteger = u"kel_entero";
+inline constexpr QStringView toDecimal = u"kel_decimal";
+inline constexpr QStringView toMoney = u"kel_importe";
+inline constexpr QStringView toBoolean = u"kel_booleano";
+inline constexpr QStringView sumMoney = u"kel_suma";  ///< Aggregate: the exact sum of amounts.
+inline constexpr QStringView collation = u"kel_es";
+}  // namespace engine
+
+}  // namespace database

@@ -1,0 +1,228 @@
+#include "database/dialect/Literal.h"
+
+#include "database/Errors.h"
+#include "platform/automation/Conversion.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace database {
+
+namespace {
+
+constexpr qsizetype mostPlainDigits = 18;
+constexpr double moneyScale = 10000.0;
+// The largest amount of a fixed-point number of 64 bits with four decimals.
+constexpr double largestMoney = 922337203685477.0;
+
+// A run of digits that surely fits 64 bits; false for anything else.
+bool ReadDigits(QStringView text, qint64& value) {
+  if (text.isEmpty() || text.size() > mostPlainDigits) {
+    return false;
+  }
+  value = 0;
+  for (const QChar c : text) {
+    if (c < u'0' || c > u'9') {
+      return false;
+    }
+    value = value * 10 + (c.unicode() - u'0');
+  }
+  return true;
+}
+
+double ReadDouble(QByteArrayView digits, QStringView written, const QString& column) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(digits.begin(), digits.end(), value);
+  if (error == std::errc::result_out_of_range) {
+    throw NumberTooBig(written, column);
+  }
+  if (error != std::errc() || end != digits.end()) {
+    throw NotANumber(written, column);
+  }
+  return value;
+}
+
+EngineValue ToInteger(double value, QStringView written, const QString& column) {
+  const double rounded = automation::RoundHalfEven(value);
+  if (!(rounded >= std::numeric_limits<qint32>::min() && rounded <= std::numeric_limits<qint32>::max())) {
+    throw NumberTooBig(written, column);
+  }
+  return EngineValue::Whole(static_cast<qint64>(rounded));
+}
+
+EngineValue Converted(double value, Conversion conversion, QStringView written, const QString& column) {
+  switch (conversion) {
+    case Conversion::Integer:
+      return ToInteger(value, written, column);
+    case Conversion::Money:
+      return EngineValue::Fraction(RoundedMoney(value, column));
+    case Conversion::Boolean:
+      return EngineValue::Whole(value != 0 ? -1 : 0);
+    default:
+      return EngineValue::Fraction(value);
+  }
+}
+
+EngineValue Converted(qint64 value, Conversion conversion, QStringView written, const QString& column) {
+  switch (conversion) {
+    case Conversion::Integer:
+      if (value < std::numeric_limits<qint32>::min() || value > std::numeric_limits<qint32>::max()) {
+        throw NumberTooBig(written, column);
+      }
+      return EngineValue::Whole(value);
+    case Conversion::Boolean:
+      return EngineValue::Whole(value != 0 ? -1 : 0);
+    case Conversion::Decimal:
+    case Conversion::Money:
+      return Converted(static_cast<double>(value), conversion, written, column);
+    default:
+      return EngineValue::Whole(value);
+  }
+}
+
+// The words that mean a Boolean where a Boolean is stored.
+bool ReadBooleanWord(QStringView text, EngineValue& value) {
+  const QStringView word = text.trimmed();
+  const auto is = [&](QStringView other) { return word.compare(other, Qt::CaseInsensitive) == 0; };
+  if (is(u"verdadero") || is(u"true")) {
+    value = EngineValue::Whole(-1);
+    return true;
+  }
+  value = EngineValue::Whole(0);
+  return is(u"falso") || is(u"false");
+}
+
+EngineValue ConvertNumberToken(const Token& literal, bool negated, Conversion conversion, const QString& column) {
+  qint64 whole = 0;
+  if (ReadDigits(literal.text, whole)) {
+    return Converted(negated ? -whole : whole, conversion, literal.text, column);
+  }
+  const double value = ReadDouble(literal.text.toLatin1(), literal.text, column);
+  return Converted(negated ? -value : value, conversion, literal.text, column);
+}
+
+void AppendCodePoint(std::string& output, char32_t code) {
+  if (code < 0x80) {
+    output.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    output.push_back(static_cast<char>(0xC0 | (code >> 6)));
+    output.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else if (code < 0x10000) {
+    output.push_back(static_cast<char>(0xE0 | (code >> 12)));
+    output.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    output.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else {
+    output.push_back(static_cast<char>(0xF0 | (code >> 18)));
+    output.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
+    output.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    output.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  }
+}
+
+// `skipped` is the quote that is doubled inside the text; a null character for none.
+void AppendText(std::string& output, QStringView text, char16_t skipped) {
+  const char16_t* c = text.utf16();
+  const char16_t* const end = c + text.size();
+  while (c != end) {
+    char32_t code = *c++;
+    if (code == skipped && skipped != 0) {
+      ++c;
+    } else if (code >= 0xD800 && code < 0xE000) {
+      const bool paired = code < 0xDC00 && c != end && *c >= 0xDC00 && *c < 0xE000;
+      code = paired ? 0x10000 + ((code - 0xD800) << 10) + (*c++ - 0xDC00u) : 0xFFFD;
+    }
+    AppendCodePoint(output, code);
+  }
+}
+
+}  // namespace
+
+Conversion ConversionFor(ColumnType type) {
+  switch (type) {
+    case ColumnType::Text:
+    case ColumnType::LongText:
+      return Conversion::Text;
+    case ColumnType::Boolean:
+      return Conversion::Boolean;
+    case ColumnType::Decimal:
+      return Conversion::Decimal;
+    case ColumnType::Money:
+      return Conversion::Money;
+    default:
+      return Conversion::Integer;
+  }
+}
+
+EngineValue ConvertLiteral(const Token& literal, bool negated, Conversion conversion, const QString& column) {
+  const bool isText = literal.kind == TokenKind::Text;
+  if (isText && !negated && (conversion == Conversion::Verbatim || conversion == Conversion::Text)) {
+    EngineValue value;
+    value.kind = EngineValue::Kind::TokenText;
+    return value;
+  }
+  if (isText) {
+    EngineValue value = ConvertText(literal.text, conversion, column);
+    if (negated && conversion != Conversion::Boolean) {
+      value.integer = -value.integer;
+      value.real = -value.real;
+    }
+    return value;
+  }
+  if (conversion == Conversion::Text) {
+    EngineValue value;
+    value.kind = EngineValue::Kind::OwnText;
+    value.text = (negated ? QStringLiteral("-") : QString()) + literal.text.toString().replace(u'.', u',');
+    return value;
+  }
+  return ConvertNumberToken(literal, negated, conversion, column);
+}
+
+EngineValue ConvertNumber(double value, Conversion conversion, const QString& column) {
+  return Converted(value, conversion, QString::number(value), column);
+}
+
+EngineValue ConvertText(QStringView text, Conversion conversion, const QString& column) {
+  EngineValue word;
+  if (conversion == Conversion::Boolean && ReadBooleanWord(text, word)) {
+    return word;
+  }
+  const std::optional<QByteArray> digits = automation::SpanishNumber(text);
+  if (!digits) {
+    throw NotANumber(text, column);
+  }
+  qint64 whole = 0;
+  const bool negative = digits->startsWith('-');
+  if (ReadDigits(QString::fromLatin1(digits->mid(negative ? 1 : 0)), whole)) {
+    return Converted(negative ? -whole : whole, conversion, text, column);
+  }
+  return Converted(ReadDouble(*digits, text, column), conversion, text, column);
+}
+
+// The product with the scale may miss a half by the last bit; such a value is taken for the half that it means.
+double RoundToMoney(double value) {
+  constexpr double lastBits = 1e-15;
+  double scaled = value * moneyScale;
+  const double nearestHalf = std::nearbyint(scaled * 2) / 2;
+  if (std::fabs(nearestHalf - scaled) < std::fabs(scaled) * lastBits) {
+    scaled = nearestHalf;
+  }
+  return std::nearbyint(scaled) / moneyScale;
+}
+
+double RoundedMoney(double value, const QString& column) {
+  if (!(std::fabs(value) <= largestMoney)) {
+    throw NumberTooBig(QString::number(value), column);
+  }
+  return RoundToMoney(value);
+}
+
+void AppendUtf8(std::string& output, const Token& literal, QStringView statement) {
+  AppendText(output, literal.text, statement[literal.position].unicode());
+}
+
+void AppendUtf8(std::string& output, QStringView text) {
+  AppendText(output, text, 0);
+}
+
+}  // namespace database

@@ -1,0 +1,301 @@
+#include "database/dialect/StatementWriter.h"
+
+#include "database/Errors.h"
+#include "database/dialect/StatementParser.h"
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+const QString comma = QStringLiteral(", ");
+
+// The number that a column without a name gets in its label: Expr1000 for the first of a select list.
+constexpr std::size_t firstUnnamed = 1000;
+
+automation::Error WrongCount() {
+  return automation::Error(SyntaxError,
+                           QStringLiteral("Error de sintaxis en la instrucción SQL: el número de valores no es el "
+                                          "número de columnas."));
+}
+
+}  // namespace
+
+Plan StatementWriter::Write(const Statement& statement) {
+  m_plan.fitsShape = !statement.hasPositions;
+  switch (statement.kind) {
+    case StatementKind::Select: {
+      Output output;
+      m_plan.sql = WriteSelect(*statement.select, nullptr, output).toUtf8();
+      m_plan.columns = std::move(output.columns);
+      m_plan.returnsRows = true;
+      break;
+    }
+    case StatementKind::Insert:
+      WriteInsert(statement);
+      break;
+    case StatementKind::Update:
+      WriteUpdate(statement);
+      break;
+    case StatementKind::Delete:
+      WriteDelete(statement);
+      break;
+  }
+  return std::move(m_plan);
+}
+
+Fragment StatementWriter::WriteSubquery(const Select& select, const Scope& scope) {
+  Output output;
+  Fragment fragment;
+  fragment.sql = u'(' + WriteSelect(select, &scope, output) + u')';
+  fragment.type = output.types.front();
+  return fragment;
+}
+
+QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, Output& output) {
+  Scope scope(m_schema, outer);
+  for (const auto& reference : select.from) {
+    scope.Add(*reference);
+  }
+  QString sql = WriteSimple(select, scope, output);
+  for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
+    Scope inner(m_schema, outer);
+    for (const auto& reference : part->next->from) {
+      inner.Add(*reference);
+    }
+    Output more;
+    more.targets = output.targets;
+    sql += part->unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ");
+    sql += WriteSimple(*part->next, inner, more);
+    if (more.columns.size() != output.columns.size()) {
+      throw WrongCount();
+    }
+  }
+  sql += WriteOrder(select, scope, output);
+  if (select.top) {
+    if (select.next != nullptr) {
+      throw SyntaxErrorAt(QStringLiteral("TOP no se admite con UNION"), m_statement, select.top->position);
+    }
+    sql += QStringLiteral(" LIMIT ") + Bind(*select.top, false, Conversion::Integer);
+  }
+  return sql;
+}
+
+QString StatementWriter::WriteSimple(const Select& select, const Scope& scope, Output& output) {
+  QString sql = select.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ");
+  sql += WriteItems(select, scope, output);
+  sql += WriteTables(select, scope);
+  AppendWhere(sql, select.where, scope);
+  sql += WriteGroup(select, scope);
+  return sql;
+}
+
+QString StatementWriter::WriteItems(const Select& select, const Scope& scope, Output& output) {
+  QStringList parts;
+  for (const SelectItem& item : select.items) {
+    if (item.expression != nullptr) {
+      parts += AddColumn(WriteValue(*item.expression, scope), LabelOf(item, output.columns.size()), output);
+    } else if (!item.starOf.isEmpty()) {
+      parts += WriteStar(scope.FindSource(item.starOf), output);
+    } else if (scope.Sources().empty()) {
+      throw SyntaxErrorAt(QStringLiteral("falta FROM"), m_statement, m_statement.size());
+    } else {
+      for (const Scope::Source& source : scope.Sources()) {
+        parts += WriteStar(source, output);
+      }
+    }
+  }
+  if (!output.targets.empty() && output.columns.size() != output.targets.size()) {
+    throw WrongCount();
+  }
+  return parts.join(comma);
+}
+
+QString StatementWriter::WriteStar(const Scope::Source& source, Output& output) {
+  QStringList parts;
+  for (const Column& column : source.table->columns) {
+    Fragment fragment;
+    fragment.sql = QuotedName(source.name) + u'.' + QuotedName(column.name);
+    fragment.column = &column;
+    fragment.type = ValueTypeOf(column.type);
+    parts += AddColumn(fragment, column.name, output);
+  }
+  return parts.join(comma);
+}
+
+QString StatementWriter::AddColumn(const Fragment& fragment, QString label, Output& output) {
+  const std::size_t position = output.columns.size();
+  const bool isRepeated = std::any_of(output.columns.begin(), output.columns.end(), [&](const ResultColumn& column) {
+    return column.label.compare(label, Qt::CaseInsensitive) == 0;
+  });
+  output.columns.push_back({std::move(label), fragment.type == ValueType::Boolean, isRepeated});
+  output.types.push_back(fragment.type);
+  return position < output.targets.size() ? WriteStored(fragment, *output.targets[position]) : fragment.sql;
+}
+
+QString StatementWriter::LabelOf(const SelectItem& item, std::size_t position) const {
+  if (!item.alias.isEmpty()) {
+    return item.alias.toString();
+  }
+  if (item.expression->kind == ExpressionKind::ColumnName) {
+    return item.expression->name.toString();
+  }
+  return QStringLiteral("Expr%1").arg(firstUnnamed + position);
+}
+
+QString StatementWriter::WriteTables(const Select& select, const Scope& scope) {
+  QStringList parts;
+  for (const auto& reference : select.from) {
+    parts += WriteTable(*reference, scope);
+  }
+  return parts.isEmpty() ? QString() : QStringLiteral(" FROM ") + parts.join(comma);
+}
+
+QString StatementWriter::WriteTable(const TableReference& reference, const Scope& scope) {
+  if (reference.left == nullptr) {
+    const QString name = QuotedName(RequireTable(m_schema, reference.name).name);
+    return reference.alias.isEmpty() ? name : name + QStringLiteral(" AS ") + QuotedName(reference.alias);
+  }
+  const QString left = WriteTable(*reference.left, scope);
+  QString right = WriteTable(*reference.right, scope);
+  if (reference.right->left != nullptr) {
+    right = u'(' + right + u')';
+  }
+  return QStringLiteral("%1 %2 JOIN %3 ON %4")
+      .arg(left, reference.join, right, WriteCondition(*reference.condition, scope));
+}
+
+QString StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
+  QString sql;
+  if (!select.groupBy.empty()) {
+    QStringList parts;
+    for (const ExpressionPtr& expression : select.groupBy) {
+      parts += expression->kind == ExpressionKind::Literal ? WritePosition(expression->token)
+                                                           : WriteValue(*expression, scope).sql;
+    }
+    sql += QStringLiteral(" GROUP BY ") + parts.join(comma);
+  }
+  if (select.having != nullptr) {
+    sql += QStringLiteral(" HAVING ") + WriteCondition(*select.having, scope);
+  }
+  return sql;
+}
+
+QString StatementWriter::WritePosition(const Token& literal) const {
+  bool isWhole = false;
+  const int position = literal.text.toInt(&isWhole);
+  if (literal.kind != TokenKind::Number || !isWhole) {
+    throw SyntaxErrorAt(QStringLiteral("se esperaba una columna"), m_statement, literal.position);
+  }
+  return QString::number(position);
+}
+
+QString StatementWriter::WriteOrder(const Select& select, const Scope& scope, const Output& output) {
+  QStringList parts;
+  for (const OrderItem& item : select.orderBy) {
+    parts += WriteOrderItem(*item.expression, scope, output, select.next != nullptr) +
+             (item.descending ? QStringLiteral(" DESC") : QString());
+  }
+  return parts.isEmpty() ? QString() : QStringLiteral(" ORDER BY ") + parts.join(comma);
+}
+
+// A name that is an alias means the result's column; in a union every name does.
+QString StatementWriter::WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output,
+                                        bool isUnion) {
+  if (expression.kind == ExpressionKind::Literal) {
+    return WritePosition(expression.token);
+  }
+  if (expression.kind == ExpressionKind::ColumnName && (isUnion || expression.qualifier.isEmpty())) {
+    for (std::size_t i = 0; i < output.columns.size(); ++i) {
+      if (expression.name.compare(output.columns[i].label, Qt::CaseInsensitive) == 0) {
+        return QString::number(i + 1);
+      }
+    }
+  }
+  if (isUnion) {
+    throw MissingColumn(expression.name);
+  }
+  return WriteValue(expression, scope).sql;
+}
+
+void StatementWriter::AppendWhere(QString& sql, const ExpressionPtr& where, const Scope& scope) {
+  if (where != nullptr) {
+    sql += QStringLiteral(" WHERE ") + WriteCondition(*where, scope);
+  }
+}
+
+void StatementWriter::WriteInsert(const Statement& statement) {
+  const Table& table = RequireTable(m_schema, statement.table);
+  std::vector<const Column*> columns;
+  for (const QStringView name : statement.columns) {
+    columns.push_back(&RequireColumn(table, name));
+  }
+  if (columns.empty()) {
+    for (const Column& column : table.columns) {
+      columns.push_back(&column);
+    }
+  }
+  QStringList names;
+  for (const Column* column : columns) {
+    names += QuotedName(column->name);
+  }
+  QString sql = QStringLiteral("INSERT INTO ") + QuotedName(table.name) + QStringLiteral(" (") + names.join(comma) +
+                QStringLiteral(") ");
+  if (statement.select != nullptr) {
+    Output output;
+    output.targets = columns;
+    sql += WriteSelect(*statement.select, nullptr, output);
+  } else {
+    const Scope scope(m_schema);
+    QStringList rows;
+    for (const auto& row : statement.rows) {
+      rows += WriteRow(row, columns, scope);
+    }
+    sql += QStringLiteral("VALUES ") + rows.join(comma);
+  }
+  m_plan.sql = sql.toUtf8();
+}
+
+QString StatementWriter::WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
+                                  const Scope& scope) {
+  if (row.size() != columns.size()) {
+    throw WrongCount();
+  }
+  QStringList values;
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    values += WriteStored(*row[i], *columns[i], scope);
+  }
+  return u'(' + values.join(comma) + u')';
+}
+
+void StatementWriter::WriteUpdate(const Statement& statement) {
+  const Table& table = RequireTable(m_schema, statement.table);
+  Scope scope(m_schema);
+  scope.Add(table);
+  QStringList parts;
+  for (const Assignment& assignment : statement.assignments) {
+    const Column& column = RequireColumn(table, assignment.column);
+    parts += QuotedName(column.name) + QStringLiteral(" = ") + WriteStored(*assignment.value, column, scope);
+  }
+  QString sql = QStringLiteral("UPDATE ") + QuotedName(table.name) + QStringLiteral(" SET ") + parts.join(comma);
+  AppendWhere(sql, statement.where, scope);
+  m_plan.sql = sql.toUtf8();
+}
+
+void StatementWriter::WriteDelete(const Statement& statement) {
+  const Table& table = RequireTable(m_schema, statement.table);
+  Scope scope(m_schema);
+  scope.Add(table);
+  QString sql = QStringLiteral("DELETE FROM ") + QuotedName(table.name);
+  AppendWhere(sql, statement.where, scope);
+  m_plan.sql = sql.toUtf8();
+}
+
+Plan Translate(const Schema& schema, QStringView statement, const std::vector<Token>& tokens) {
+  TokenReader reader(tokens, statement);
+  const Statement tree = StatementParser(reader).Parse();
+  return StatementWriter(schema, statement).Write(tree);
+}
+
+}  // namespace database

@@ -1,0 +1,108 @@
+#include "database/sqlite/SqliteErrors.h"
+
+#include "database/ErrorNumbers.h"
+
+#include <sqlite3.h>
+
+namespace database {
+
+using automation::Error;
+
+namespace {
+
+QString Locked(const ConnectionString& target) {
+  return QStringLiteral(
+             "Otro programa está usando la base de datos «%1» y no la ha soltado en %2 s. No se ha guardado "
+             "nada. Espere a que termine, o ciérrelo, y vuelva a intentarlo.")
+      .arg(target.File(), QString::number((target.WaitMilliseconds() + 999) / 1000));
+}
+
+QString ConstraintText(int code, const QString& detail) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+      return QStringLiteral("Ya existe un registro con los mismos valores (%1). Cambie el valor repetido.").arg(detail);
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return QStringLiteral("Falta un valor obligatorio (%1). Rellénelo y vuelva a intentarlo.").arg(detail);
+    default:
+      return QStringLiteral("La base de datos no admite ese valor (%1). Corríjalo y vuelva a intentarlo.").arg(detail);
+  }
+}
+
+// The refusals that the engine tells apart only by their texts.
+Error PlainError(const QString& text, const ConnectionString& target) {
+  const QString damaged =
+      QStringLiteral(
+          "A la base de datos «%1» le falta una parte (%2): otro programa la ha cambiado. Recupere una "
+          "copia de seguridad.")
+          .arg(target.File(), text);
+  if (text.startsWith(QStringLiteral("no such table"))) {
+    return Error(NoSuchTable, damaged);
+  }
+  if (text.startsWith(QStringLiteral("no such column")) || text.contains(QStringLiteral("has no column named"))) {
+    return Error(NoSuchColumn, damaged);
+  }
+  if (text.contains(QStringLiteral("too many")) || text.contains(QStringLiteral("too large")) ||
+      text.startsWith(QStringLiteral("variable number"))) {
+    return Error(StatementTooBig,
+                 QStringLiteral("La instrucción SQL es demasiado grande (%1). Divídala en varias.").arg(text));
+  }
+  return Error(EngineFailure,
+               QStringLiteral("La base de datos «%1» rechazó la operación: %2").arg(target.File(), text));
+}
+
+}  // namespace
+
+Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
+  const QString text = QString::fromUtf8(engine != nullptr ? sqlite3_errmsg(engine) : sqlite3_errstr(code));
+  const QString file = target.File();
+  switch (code & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return Error(DatabaseLocked, Locked(target));
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+      return Error(DatabaseReadOnly,
+                   QStringLiteral("No se puede escribir en la base de datos «%1»: el archivo o su carpeta son de solo "
+                                  "lectura. Pida permiso de escritura o guárdela en otra carpeta.")
+                       .arg(file));
+    case SQLITE_FULL:
+      return Error(DiskFull, QStringLiteral("No queda sitio en el disco para la base de datos «%1». No se ha guardado "
+                                            "el último cambio. Libere espacio y vuelva a intentarlo.")
+                                 .arg(file));
+    case SQLITE_IOERR:
+      return Error(DiskFailure, QStringLiteral("El disco falló al leer o escribir la base de datos «%1» (%2). "
+                                               "Compruebe el disco y haga una copia de seguridad.")
+                                    .arg(file, QString::number(code)));
+    case SQLITE_CORRUPT:
+      return Error(
+          DatabaseDamaged,
+          QStringLiteral("La base de datos «%1» está dañada (%2). Recupere una copia de seguridad.").arg(file, text));
+    case SQLITE_NOTADB:
+      return Error(NotADatabase,
+                   QStringLiteral("El archivo «%1» no es una base de datos. Elija otro archivo.").arg(file));
+    case SQLITE_CANTOPEN:
+      return Error(CannotOpen,
+                   QStringLiteral("No se puede abrir la base de datos «%1». Compruebe que el archivo existe "
+                                  "y que tiene permiso sobre él y sobre su carpeta.")
+                       .arg(file));
+    case SQLITE_CONSTRAINT:
+      return Error(ConstraintViolation, ConstraintText(code, text));
+    case SQLITE_TOOBIG:
+      return Error(StatementTooBig, QStringLiteral("La instrucción SQL o uno de sus valores es demasiado grande."));
+    case SQLITE_MISMATCH:
+      return Error(automation::TypeMismatch, text.startsWith(automation::ErrorText(automation::TypeMismatch))
+                                                 ? text
+                                                 : automation::ErrorText(automation::TypeMismatch));
+    case SQLITE_RANGE:
+      return Error(automation::Overflow, text);
+    case SQLITE_NOMEM:
+      return Error(7);
+    default:
+      return PlainError(text, target);
+  }
+}
+
+}  // namespace database

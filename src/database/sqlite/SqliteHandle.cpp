@@ -1,0 +1,128 @@
+#include "database/sqlite/SqliteHandle.h"
+
+#include "database/Errors.h"
+#include "database/sqlite/SpanishCollation.h"
+#include "database/sqlite/SqliteErrors.h"
+#include "database/sqlite/SqliteFunctions.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+namespace database {
+
+namespace {
+
+// The longest text or row, in bytes.
+constexpr int longestValue = 200'000'000;
+
+void RefuseMissingFile(const QString& path) {
+  const QFileInfo info(path);
+  if (info.isDir()) {
+    throw automation::Error(CannotOpen,
+                            QStringLiteral("«%1» es una carpeta, no una base de datos. Elija un archivo.").arg(path));
+  }
+  if (!info.exists()) {
+    throw automation::Error(CannotOpen, QStringLiteral("No existe la base de datos «%1». Compruebe el nombre del "
+                                                       "archivo y que su disco está conectado.")
+                                            .arg(path));
+  }
+}
+
+}  // namespace
+
+void SqliteDeleter::operator()(sqlite3* engine) const {
+  sqlite3_close_v2(engine);
+}
+
+void SqliteDeleter::operator()(sqlite3_stmt* statement) const {
+  sqlite3_finalize(statement);
+}
+
+SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_target(target) {
+  // The absolute path keeps the engine from reading special names (":memory:", URIs) into it.
+  const QString path = QFileInfo(target.File()).absoluteFilePath();
+  if (missing == Missing::Refuse || QFileInfo(path).isDir()) {
+    RefuseMissingFile(path);
+  }
+  int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+  flags |= target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (missing == Missing::Create && !target.ReadOnly()) {
+    flags |= SQLITE_OPEN_CREATE;
+  }
+  sqlite3* engine = nullptr;
+  const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &engine, flags, nullptr);
+  m_engine.reset(engine);
+  Check(code);
+  Configure();
+}
+
+void SqliteHandle::Configure() const {
+  sqlite3* engine = Engine();
+  constexpr int switches[][2] = {
+      {SQLITE_DBCONFIG_DQS_DML, 0},
+      {SQLITE_DBCONFIG_DQS_DDL, 0},
+      {SQLITE_DBCONFIG_DEFENSIVE, 1},
+      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+      {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+      {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+      {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
+  };
+  for (const auto& [option, value] : switches) {
+    Check(sqlite3_db_config(engine, option, value, nullptr));
+  }
+  sqlite3_limit(engine, SQLITE_LIMIT_LENGTH, longestValue);
+  sqlite3_limit(engine, SQLITE_LIMIT_ATTACHED, 0);
+  Check(SpanishCollation::Instance().Register(engine));
+  Check(RegisterFunctions(engine));
+  SetWait(m_target.WaitMilliseconds());
+  Run("PRAGMA cell_size_check=ON; PRAGMA synchronous=FULL; PRAGMA cache_size=-16000; "
+      "PRAGMA journal_size_limit=67108864; PRAGMA analysis_limit=1000;");
+}
+
+void SqliteHandle::Run(const QByteArray& sql) const {
+  Check(sqlite3_exec(Engine(), sql.constData(), nullptr, nullptr, nullptr));
+}
+
+QByteArray SqliteHandle::Value(const QByteArray& sql) const {
+  const SqliteStatement statement = Prepare(sql);
+  const int code = sqlite3_step(statement.get());
+  if (code != SQLITE_ROW) {
+    Check(code == SQLITE_DONE ? SQLITE_OK : code);
+    return {};
+  }
+  return {reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)),
+          sqlite3_column_bytes(statement.get(), 0)};
+}
+
+SqliteStatement SqliteHandle::Prepare(const QByteArray& sql) const {
+  sqlite3_stmt* statement = nullptr;
+  Check(sqlite3_prepare_v3(Engine(), sql.constData(), static_cast<int>(sql.size() + 1), SQLITE_PREPARE_PERSISTENT,
+                           &statement, nullptr));
+  return SqliteStatement(statement);
+}
+
+void SqliteHandle::Check(int code) const {
+  if (code != SQLITE_OK) {
+    throw EngineError(Engine(), code, m_target);
+  }
+}
+
+bool SqliteHandle::IsReadOnly() const {
+  return sqlite3_db_readonly(Engine(), "main") != 0;
+}
+
+bool SqliteHandle::IsAutocommit() const {
+  return sqlite3_get_autocommit(Engine()) != 0;
+}
+
+void SqliteHandle::SetWait(int milliseconds) const {
+  sqlite3_busy_timeout(Engine(), milliseconds);
+}
+
+void SqliteHandle::SetCheckpointOnClose(bool enabled) const {
+  sqlite3_db_config(Engine(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, enabled ? 0 : 1, nullptr);
+}
+
+}  // namespace database

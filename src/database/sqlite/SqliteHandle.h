@@ -1,0 +1,58 @@
+#pragma once
+
+#include "database/ConnectionString.h"
+
+#include <QByteArray>
+
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace database {
+
+/// Deletes prepared statements and open databases.
+struct SqliteDeleter {
+  void operator()(sqlite3* engine) const;
+  void operator()(sqlite3_stmt* statement) const;
+};
+
+using SqliteStatement = std::unique_ptr<sqlite3_stmt, SqliteDeleter>;
+
+/// An open database file with its collation, its functions and its defences: double-quoted texts, triggers,
+/// views, extensions and further attached files are off, so that a hostile file can run nothing.
+class SqliteHandle {
+ public:
+  enum class Missing { Refuse, Create };
+
+  /// Raises CannotOpen and the engine's refusals. A file that may not be written is opened for reading.
+  SqliteHandle(const ConnectionString& target, Missing missing);
+
+  sqlite3* Engine() const { return m_engine.get(); }
+  const ConnectionString& Target() const { return m_target; }
+
+  /// Runs statements of the engine's own dialect. Raises the engine's refusal.
+  void Run(const QByteArray& sql) const;
+  /// The first value of the first row, an empty text for none.
+  QByteArray Value(const QByteArray& sql) const;
+  SqliteStatement Prepare(const QByteArray& sql) const;
+  /// Raises the error of `code` unless it is success.
+  void Check(int code) const;
+
+  /// True when the file may not be written.
+  bool IsReadOnly() const;
+  /// True outside a transaction.
+  bool IsAutocommit() const;
+  /// How long to wait for another program's lock from now on.
+  void SetWait(int milliseconds) const;
+  /// Whether closing may move what the write-ahead log holds into the file.
+  void SetCheckpointOnClose(bool enabled) const;
+
+ private:
+  void Configure() const;
+
+  ConnectionString m_target;
+  std::unique_ptr<sqlite3, SqliteDeleter> m_engine;
+};
+
+}  // namespace database

@@ -1,0 +1,184 @@
+#include "database/sqlite/SqlitePreparation.h"
+
+#include "database/Errors.h"
+#include "database/dialect/Functions.h"
+#include "database/seed/Seed.h"
+#include "database/sqlite/SpanishCollation.h"
+#include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqliteDdl.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFileInfo>
+#include <QThread>
+
+#include <sqlite3.h>
+
+namespace database {
+
+using automation::Error;
+
+namespace {
+
+// The header's mark of this program's files.
+constexpr int applicationId = 0x4B454C31;
+
+struct FileState {
+  int version = 0;
+  bool isEmpty = true;
+  bool isOurs = false;
+};
+
+FileState ReadState(const SqliteHandle& handle) {
+  FileState state;
+  state.version = handle.Value("PRAGMA user_version").toInt();
+  state.isOurs = handle.Value("PRAGMA application_id").toInt() == applicationId;
+  state.isEmpty = handle.Value("SELECT count(*) FROM sqlite_schema").toInt() == 0;
+  return state;
+}
+
+// Refuses what this program must not touch. `state` is of the file as it stands.
+void RefuseForeign(const FileState& state, const QString& file) {
+  if (state.isOurs && state.version > SchemaVersion()) {
+    throw Error(NewerDatabase,
+                QStringLiteral("La base de datos «%1» es de una versión más nueva del programa (%2; esta "
+                               "llega hasta la %3). No se ha tocado. Actualice el programa.")
+                    .arg(file, QString::number(state.version), QString::number(SchemaVersion())));
+  }
+  const bool isNew = state.isEmpty && state.version == 0;
+  if (!state.isOurs && !isNew) {
+    throw Error(NotOurDatabase,
+                QStringLiteral("«%1» es una base de datos de otro programa. No se ha tocado. Elija otro "
+                               "archivo.")
+                    .arg(file));
+  }
+}
+
+QByteArray CollationVersion() {
+  return SpanishCollation::Instance().Version();
+}
+
+bool HasCurrentCollation(const SqliteHandle& handle) {
+  return handle.Value("SELECT Valor FROM KelMotor WHERE Nombre = 'ICU'") == CollationVersion();
+}
+
+void WriteCollationVersion(const SqliteHandle& handle) {
+  handle.Run("INSERT OR REPLACE INTO KelMotor (Nombre, Valor) VALUES ('ICU', '" + CollationVersion() + "')");
+}
+
+// An index sorted by other rules would lose rows.
+void RebuildIndexes(const SqliteHandle& handle) {
+  handle.Run("BEGIN IMMEDIATE");
+  try {
+    if (!HasCurrentCollation(handle)) {
+      handle.Run("REINDEX " + engine::collation.toLatin1());
+      WriteCollationVersion(handle);
+    }
+    handle.Run("COMMIT");
+  } catch (...) {
+    sqlite3_exec(handle.Engine(), "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+}
+
+void CreateFolder(const QString& file) {
+  const QString folder = QFileInfo(file).absolutePath();
+  if (!QDir().mkpath(folder)) {
+    throw Error(CannotOpen, QStringLiteral("No se puede crear la carpeta «%1». Compruebe el nombre y los permisos, o "
+                                           "elija otra carpeta.")
+                                .arg(folder));
+  }
+}
+
+// The engine needs the file for itself for a moment and does not wait for that by itself. Failing is harmless:
+// the next one that opens the file tries again.
+void UseWriteAheadLog(const SqliteHandle& handle) {
+  constexpr int longest = 2000;
+  constexpr int pause = 20;
+  if (handle.IsReadOnly() || handle.Value("PRAGMA journal_mode") == "wal") {
+    return;
+  }
+  const QDeadlineTimer deadline(longest);
+  while (sqlite3_exec(handle.Engine(), "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr) == SQLITE_BUSY &&
+         !deadline.hasExpired()) {
+    QThread::msleep(pause);
+  }
+}
+
+void SetVersion(const SqliteHandle& handle, int version) {
+  handle.Run("PRAGMA user_version=" + QByteArray::number(version) +
+             "; PRAGMA application_id=" + QByteArray::number(applicationId));
+}
+
+void BringUpToDate(SqliteConnection& connection, Content content) {
+  adodb::Transaction transaction(connection);
+  const SqliteHandle& handle = connection.Handle();
+  // Another program may have done it while this one waited for the lock.
+  const FileState state = ReadState(handle);
+  RefuseForeign(state, handle.Target().File());
+  const Schema& schema = Schema::Current();
+  if (state.isEmpty) {
+    CreateTables(handle, schema, schema.Version());
+    SeedReference(connection);
+    if (content == Content::Demonstration) {
+      SeedDemonstration(connection);
+    }
+  } else if (state.version < schema.Version()) {
+    MigrateTables(handle, schema, state.version);
+  }
+  transaction.Commit();
+}
+
+}  // namespace
+
+void CreateTables(const SqliteHandle& handle, const Schema& schema, int version) {
+  for (const QByteArray& statement : SchemaStatements(schema, 0, version)) {
+    handle.Run(statement);
+  }
+  handle.Run("CREATE TABLE KelMotor (Nombre TEXT PRIMARY KEY, Valor TEXT) STRICT, WITHOUT ROWID");
+  WriteCollationVersion(handle);
+  SetVersion(handle, version);
+}
+
+void MigrateTables(const SqliteHandle& handle, const Schema& schema, int fromVersion) {
+  for (const QByteArray& statement : SchemaStatements(schema, fromVersion, schema.Version())) {
+    handle.Run(statement);
+  }
+  SetVersion(handle, schema.Version());
+}
+
+void RequireCurrentDatabase(const SqliteHandle& handle) {
+  handle.SetCheckpointOnClose(false);
+  const FileState state = ReadState(handle);
+  RefuseForeign(state, handle.Target().File());
+  if (state.version < SchemaVersion()) {
+    throw Error(OlderDatabase, QStringLiteral("La base de datos «%1» está vacía o es de una versión anterior del "
+                                              "programa. Ábrala con el programa para actualizarla.")
+                                   .arg(handle.Target().File()));
+  }
+  handle.SetCheckpointOnClose(true);
+  if (!HasCurrentCollation(handle)) {
+    RebuildIndexes(handle);
+  }
+}
+
+void PrepareSqlite(const ConnectionString& target, Content content) {
+  if (!target.ReadOnly()) {
+    CreateFolder(target.File());
+  }
+  SqliteHandle handle(target, target.ReadOnly() ? SqliteHandle::Missing::Refuse : SqliteHandle::Missing::Create);
+  handle.SetCheckpointOnClose(false);
+  const FileState state = ReadState(handle);
+  RefuseForeign(state, target.File());
+  handle.SetCheckpointOnClose(true);
+  if (state.version == SchemaVersion()) {
+    UseWriteAheadLog(handle);
+    return;
+  }
+  SqliteConnection connection(std::move(handle));
+  BringUpToDate(connection, content);
+  UseWriteAheadLog(connection.Handle());
+  connection.Handle().Run("ANALYZE");
+}
+
+}  // namespace database

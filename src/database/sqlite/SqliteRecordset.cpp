@@ -1,0 +1,186 @@
+#include "database/sqlite/SqliteRecordset.h"
+
+#include "database/Errors.h"
+#include "database/sqlite/SqliteConnection.h"
+#include "platform/automation/Conversion.h"
+
+#include <sqlite3.h>
+
+#include <cstring>
+#include <limits>
+
+namespace database {
+
+namespace {
+
+QVariant WholeNumber(sqlite3_int64 value) {
+  const bool isShort = value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
+  return isShort ? QVariant(static_cast<int>(value)) : QVariant(static_cast<qlonglong>(value));
+}
+
+// Reading by name asks this for every value, mostly of short texts.
+bool IsSameText(QStringView first, const QString& second) {
+  return first.size() == second.size() &&
+         std::memcmp(first.utf16(), second.utf16(), static_cast<std::size_t>(first.size()) * sizeof(char16_t)) == 0;
+}
+
+}  // namespace
+
+SqliteRecordset::SqliteRecordset(SqliteConnection& connection, StatementLease lease)
+    : m_connection(&connection), m_lease(std::move(lease)), m_columns(m_lease.ItsPlan().columns) {
+  connection.Attach(this);
+  try {
+    Step();
+  } catch (...) {
+    connection.Detach(this);
+    throw;
+  }
+}
+
+SqliteRecordset::~SqliteRecordset() {
+  Release();
+}
+
+int SqliteRecordset::State() const {
+  return m_connection != nullptr ? adodb::StateOpen : adodb::StateClosed;
+}
+
+void SqliteRecordset::CheckOpen() const {
+  if (m_connection == nullptr) {
+    throw PlatformError(ObjectClosed);
+  }
+}
+
+// Giving the statement back at the end ends the engine's read, too, though the recordset stays open.
+void SqliteRecordset::Step() {
+  const int code = sqlite3_step(m_lease.Statement());
+  m_atEnd = code != SQLITE_ROW;
+  if (!m_atEnd) {
+    return;
+  }
+  if (code == SQLITE_DONE) {
+    m_lease.Return();
+    return;
+  }
+  const automation::Error error = m_connection->Refusal(code);
+  m_lease.Return();
+  throw error;
+}
+
+bool SqliteRecordset::AtEnd() const {
+  CheckOpen();
+  return m_atEnd;
+}
+
+void SqliteRecordset::MoveNext() {
+  CheckOpen();
+  if (m_atEnd) {
+    throw PlatformError(NoCurrentRow);
+  }
+  if (m_lease.Statement() != nullptr) {
+    Step();
+    return;
+  }
+  m_rows[m_row] = Row();
+  ++m_row;
+  m_atEnd = m_row >= m_rows.size();
+}
+
+// Columns are mostly read in the order of the select list, so the one behind the last is tried first; where two
+// columns have one name, the first is meant, whatever was read before.
+int SqliteRecordset::Find(QStringView name) {
+  const std::vector<ResultColumn>& columns = m_columns;
+  const std::size_t next = m_lastFound + 1 < columns.size() ? m_lastFound + 1 : 0;
+  if (next < columns.size() && IsSameText(name, columns[next].label) && !columns[next].isRepeated) {
+    m_lastFound = next;
+    return static_cast<int>(next);
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (name.compare(columns[i].label, Qt::CaseInsensitive) == 0) {
+      m_lastFound = i;
+      return static_cast<int>(i);
+    }
+  }
+  throw PlatformError(NoSuchField);
+}
+
+QVariant SqliteRecordset::Field(QStringView name) {
+  CheckOpen();
+  return CurrentValue(Find(name));
+}
+
+QVariant SqliteRecordset::Field(int position) {
+  CheckOpen();
+  if (position < 0 || static_cast<std::size_t>(position) >= m_columns.size()) {
+    throw PlatformError(NoSuchField);
+  }
+  return CurrentValue(position);
+}
+
+QVariant SqliteRecordset::CurrentValue(int position) const {
+  if (m_atEnd) {
+    throw PlatformError(NoCurrentRow);
+  }
+  return m_lease.Statement() != nullptr ? Value(position) : m_rows[m_row][static_cast<std::size_t>(position)];
+}
+
+QVariant SqliteRecordset::Value(int position) const {
+  sqlite3_stmt* statement = m_lease.Statement();
+  switch (sqlite3_column_type(statement, position)) {
+    case SQLITE_NULL:
+      return automation::Null();
+    case SQLITE_INTEGER: {
+      const sqlite3_int64 value = sqlite3_column_int64(statement, position);
+      return m_columns[static_cast<std::size_t>(position)].isBoolean ? QVariant(value != 0) : WholeNumber(value);
+    }
+    case SQLITE_FLOAT:
+      return sqlite3_column_double(statement, position);
+    default: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, position));
+      return QString::fromUtf8(text, sqlite3_column_bytes(statement, position));
+    }
+  }
+}
+
+int SqliteRecordset::FieldCount() const {
+  CheckOpen();
+  return static_cast<int>(m_columns.size());
+}
+
+QString SqliteRecordset::FieldName(int position) const {
+  CheckOpen();
+  if (position < 0 || static_cast<std::size_t>(position) >= m_columns.size()) {
+    throw PlatformError(NoSuchField);
+  }
+  return m_columns[static_cast<std::size_t>(position)].label;
+}
+
+void SqliteRecordset::Close() {
+  CheckOpen();
+  Release();
+}
+
+void SqliteRecordset::Release() {
+  if (m_connection == nullptr) {
+    return;
+  }
+  m_connection->Detach(this);
+  m_connection = nullptr;
+  m_lease.Return();
+  m_rows.clear();
+}
+
+void SqliteRecordset::Buffer() {
+  while (m_lease.Statement() != nullptr && !m_atEnd) {
+    Row row;
+    row.reserve(m_columns.size());
+    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
+      row.push_back(Value(i));
+    }
+    m_rows.push_back(std::move(row));
+    Step();
+  }
+  m_atEnd = m_row >= m_rows.size();
+}
+
+}  // namespace database

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "database/sqlite/StatementCache.h"
+#include "platform/adodb/Recordset.h"
+
+#include <vector>
+
+namespace database {
+
+class SqliteConnection;
+
+/// The rows of one SELECT, stepped through as they are read. Before its connection writes, what is left of them
+/// is read into memory, so that the recordset shows the rows as they were and keeps nobody's write waiting.
+class SqliteRecordset : public adodb::Recordset {
+ public:
+  /// The closed recordset of a statement without rows.
+  SqliteRecordset() = default;
+  /// Takes the bound statement and steps to its first row. Raises the engine's refusal.
+  SqliteRecordset(SqliteConnection& connection, StatementLease lease);
+  ~SqliteRecordset() override;
+
+  int State() const override;
+  bool AtEnd() const override;
+  void MoveNext() override;
+  QVariant Field(QStringView name) override;
+  QVariant Field(int position) override;
+  int FieldCount() const override;
+  QString FieldName(int position) const override;
+  void Close() override;
+
+  /// Reads the remaining rows into memory and gives the statement back.
+  void Buffer();
+
+ private:
+  using Row = std::vector<QVariant>;
+
+  void CheckOpen() const;
+  void Step();
+  int Find(QStringView name);
+  QVariant CurrentValue(int position) const;
+  /// The value of the engine's current row.
+  QVariant Value(int position) const;
+  void Release();
+
+  SqliteConnection* m_connection = nullptr;
+  StatementLease m_lease;
+  std::vector<ResultColumn> m_columns;
+  bool m_atEnd = true;
+  std::size_t m_lastFound = 0;
+  std::vector<Row> m_rows;
+  std::size_t m_row = 0;
+};
+
+}  // namespace database

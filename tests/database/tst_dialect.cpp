@@ -1,0 +1,273 @@
+#include "database/ErrorNumbers.h"
+#include "database/TestDatabase.h"
+
+#include <QTest>
+
+/// The dialect of the statements: text in, rows or errors out, on a real file.
+class TestDialect : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() { m_database = std::make_unique<TestDatabase>(); }
+  void statements_data();
+  void statements();
+  void conversions_data();
+  void conversions();
+  void refusals_data();
+  void refusals();
+  void textsAreKept_data();
+  void textsAreKept();
+  void labels();
+
+ private:
+  std::unique_ptr<TestDatabase> m_database;
+};
+
+namespace {
+
+void Row(const char* name, const char* statements, const char* rows) {
+  QTest::newRow(name) << QString::fromUtf8(statements).split(QStringLiteral(" ;; ")) << QString::fromUtf8(rows);
+}
+
+}  // namespace
+
+void TestDialect::statements_data() {
+  QTest::addColumn<QStringList>("statements");
+  QTest::addColumn<QString>("rows");
+  Row("home country", "SELECT IDPais FROM Paises WHERE Paises.Eliminado=0 AND Paises.Nombre='España'", "35");
+  Row("ucase", "SELECT idpais FROM paises WHERE eliminado=false AND ucase(Nombre)='ESPAÑA'", "35");
+  Row("ucase as a value", "SELECT ucase(Nombre) FROM Paises WHERE IDPais=35", "ESPAÑA");
+  Row("province of the country",
+      "SELECT Provincias.IDProvincia FROM Provincias INNER JOIN Paises ON Provincias.codPais=Paises.IDPais WHERE "
+      "Provincias.Eliminado=0 AND Paises.Eliminado=0 AND Provincias.Nombre='Madrid' AND Provincias.codPais=35",
+      "28");
+  Row("accents count, case does not", "SELECT IDProvincia FROM Provincias WHERE Nombre='ALAVA' OR Nombre='áLAVA'", "1");
+  Row("trailing blanks don't count", "SELECT IDProvincia FROM Provincias WHERE Nombre='madrid   '", "28");
+  Row("names of any case", "select IDPROVINCIA from [provincias] where [PROVINCIAS].[nombre]='Soria'", "42");
+  Row("spanish order",
+      "INSERT INTO Cabeceras(Nombre) VALUES('ñu') ;; INSERT INTO Cabeceras(Nombre) VALUES('nz') ;; "
+      "INSERT INTO Cabeceras(Nombre) VALUES('oso') ;; INSERT INTO Cabeceras(Nombre) VALUES('Árbol') ;; "
+      "INSERT INTO Cabeceras(Nombre) VALUES('arco') ;; INSERT INTO Cabeceras(Nombre) VALUES('ARBUSTO') ;; "
+      "SELECT Nombre FROM Cabeceras ORDER BY Nombre",
+      "Árbol/ARBUSTO/arco/nz/ñu/oso");
+  Row("order of an expression",
+      "INSERT INTO Cabeceras(Nombre) VALUES('ñu') ;; INSERT INTO Cabeceras(Nombre) VALUES('Oso') ;; "
+      "INSERT INTO Cabeceras(Nombre) VALUES('n') ;; SELECT Nombre FROM Cabeceras ORDER BY Nombre & 'x' DESC",
+      "Oso/ñu/n");
+  Row("booleans",
+      "INSERT INTO TipoDonativos (Nombre, TipoA, Modelo182, GenerarRecibo) VALUES (\"a \"\"b\"\"\", -1, True, 7) ;; "
+      "SELECT Nombre, TipoA, Modelo182, GenerarRecibo, Eliminado FROM TipoDonativos WHERE Modelo182=-1 AND "
+      "GenerarRecibo=True AND TipoA<>false AND Eliminado=False",
+      "a \"b\"|si|si|si|no");
+  Row("double quotes are texts", "SELECT COUNT(*) FROM Paises WHERE Nombre=\"Nombre\"", "0");
+  Row("number glued to a keyword", "SELECT COUNT(*) AS n FROM Provincias WHERE CodPais=35GROUP BY CodPais", "52");
+  Row("number glued to AND", "SELECT Nombre FROM Provincias WHERE IDProvincia=5AND CodPais=35", "Ávila");
+  Row("text against a key", "SELECT Nombre FROM Provincias WHERE IDProvincia='5'", "Ávila");
+  Row("position in ORDER BY", "SELECT TOP 2 IDProvincia, Nombre FROM Provincias ORDER BY 1 DESC",
+      "52|Melilla/51|Ceuta");
+  Row("alias in ORDER BY", "SELECT IDProvincia AS n FROM Provincias WHERE IDProvincia<3 ORDER BY n DESC", "2/1");
+  Row("union",
+      "SELECT codpais FROM provincias WHERE Provincias.Codpais=35 AND  Eliminado=0 UNION "
+      "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=35 AND  Eliminado=0",
+      "35");
+  Row("maximum of an empty table", "SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos", "null");
+  Row("trailing semicolon", "SELECT 1 ; ", "1");
+  Row("in and between",
+      "SELECT IDProvincia FROM Provincias WHERE Nombre IN ('MADRID','soria') AND IDProvincia "
+      "BETWEEN 1 AND '50' ORDER BY IDProvincia",
+      "28/42");
+  Row("like folds every case", "SELECT IDPais FROM Paises WHERE Nombre LIKE 'ESPAÑ_' OR Nombre LIKE '%PAÑ%'", "35");
+  Row("not", "SELECT COUNT(*) FROM Provincias WHERE NOT Eliminado AND NOT (IDProvincia<>5)", "1");
+  Row("exists", "SELECT IDPais FROM Paises WHERE EXISTS (SELECT IDProvincia FROM Provincias WHERE CodPais=IDPais)",
+      "35");
+  Row("a key is never used twice",
+      "INSERT INTO Bancos(Nombre) VALUES('a') ;; DELETE FROM Bancos ;; INSERT INTO Bancos(Nombre) VALUES('b') ;; "
+      "SELECT MAX(IDBanco) FROM Bancos",
+      "2");
+  Row("money sums exactly",
+      "INSERT INTO Donativos(Importe) VALUES('0,1') ;; INSERT INTO Donativos(Importe) VALUES('0,2') ;; "
+      "INSERT INTO Donativos(Importe) VALUES('1.000,0001') ;; SELECT SUM(Importe) AS s FROM Donativos WHERE "
+      "(SELECT SUM(Importe) FROM Donativos)='1.000,3001'",
+      "1000.3001");
+  Row("arithmetic with a text",
+      "INSERT INTO Suscripciones(NumeroEjemplares) VALUES(3) ;; UPDATE Suscripciones SET Importe = NumeroEjemplares * "
+      "'1.234,10' WHERE IDSuscripcion IN (SELECT IDSuscripcion FROM Suscripciones) ;; SELECT Importe FROM "
+      "Suscripciones "
+      "WHERE Importe=3702.3",
+      "3702.3");
+  Row("insert from a select",
+      "INSERT INTO Cabeceras(Nombre, Linea1) SELECT Nombre, IDPais FROM Paises WHERE IDPais=35 ;; "
+      "SELECT Nombre, Linea1 FROM Cabeceras",
+      "España|35");
+  Row("a text column into a number",
+      "INSERT INTO Cabeceras(Nombre) VALUES('1.234,5') ;; INSERT INTO Donativos(Importe) SELECT Nombre FROM Cabeceras "
+      ";; SELECT Importe FROM Donativos",
+      "1234.5");
+  Row("plus joins texts", "SELECT Nombre + ' y ' + 'más' FROM Paises WHERE IDPais=35", "España y más");
+  Row("null in a concatenation", "SELECT Nombre & NULL & 5 FROM Paises WHERE IDPais=35", "España5");
+  Row("iif and nz",
+      "SELECT IIF(IDPais=35, 'sí', 'no'), NZ(NULL, 'vacío'), LEN(Nombre), LEFT(Nombre, 2) FROM Paises "
+      "WHERE IDPais=35",
+      "sí|vacío|6|Es");
+  Row("the outer table of a join",
+      "SELECT Paises.Nombre AS Pais, Provincias.Nombre FROM (Paises LEFT JOIN Provincias ON Paises.IDPais="
+      "Provincias.codPais) LEFT JOIN Diocesis ON Diocesis.CodProvincia=Provincias.IDProvincia WHERE "
+      "(Provincias.Eliminado=0 OR Provincias.Eliminado IS NULL) AND Paises.Nombre='Francia'",
+      "Francia|null");
+}
+
+void TestDialect::statements() {
+  QFETCH(const QStringList, statements);
+  QString rows;
+  for (const QString& statement : statements) {
+    rows = Rows(m_database->Connection(), statement);
+  }
+  QTEST(rows, "rows");
+}
+
+void TestDialect::conversions_data() {
+  QTest::addColumn<QString>("column");
+  QTest::addColumn<QString>("literal");
+  QTest::addColumn<QString>("stored");
+  const auto row = [](const char* column, const char* literal, const char* stored) {
+    QTest::addRow("%s <- %s", column, literal)
+        << QString::fromUtf8(column) << QString::fromUtf8(literal) << QString::fromUtf8(stored);
+  };
+  row("Suscripciones.Importe", "'6,5'", "6.5");
+  row("Suscripciones.Importe", "'1.234,50'", "1234.5");
+  row("Suscripciones.Importe", "'12,00 €'", "12");
+  row("Suscripciones.Importe", "6.5", "6.5");
+  row("Suscripciones.Importe", "-6.5", "-6.5");
+  row("Suscripciones.Importe", "'0,00005'", "0");
+  row("Suscripciones.Importe", "'0,00015'", "0.0002");
+  row("Suscripciones.Importe", "'6.5'", "error 13");
+  row("Suscripciones.Importe", "'1.2.3'", "error 13");
+  row("Suscripciones.Importe", "'abc'", "error 13");
+  row("Suscripciones.Importe", "''", "error 13");
+  row("Suscripciones.Importe", "'1E300'", "error 6");
+  row("Suscripciones.Importe", "1E999", "error 6");
+  row("Suscripciones.Importe", "NULL", "error -2147217873");
+  row("Suscripciones.NumeroEjemplares", "'2,5'", "2");
+  row("Suscripciones.NumeroEjemplares", "3.5", "4");
+  row("Suscripciones.NumeroEjemplares", "-2.5", "-2");
+  row("Suscripciones.NumeroEjemplares", "2147483647", "2147483647");
+  row("Suscripciones.NumeroEjemplares", "2147483648", "error 6");
+  row("Suscripciones.NumeroEjemplares", "-2147483648", "-2147483648");
+  row("Suscripciones.NumeroEjemplares", "'99999999999999999999'", "error 6");
+  row("Suscripciones.NumeroEjemplares", "2000000000 * 2", "error 6");
+  row("Suscripciones.NumeroEjemplares", "5 / 2", "2");
+  row("Suscripciones.NumeroEjemplares", "7 \\ 2 + 7 MOD 4", "6");
+  row("Suscripciones.NumeroEjemplares", "true", "-1");
+  row("Suscripciones.Eliminado", "5", "si");
+  row("Suscripciones.Eliminado", "'-1'", "si");
+  row("Suscripciones.Eliminado", "'Verdadero'", "si");
+  row("Suscripciones.Eliminado", "'quizá'", "error 13");
+  row("Suscripciones.Eliminado", "0.0", "no");
+  row("Suscripciones.Eliminado", "IDSuscripcion=1", "si");
+  row("Suscripciones.TextoRecibo", "6.5", "6,5");
+  row("Suscripciones.TextoRecibo", "-7", "-7");
+  row("Suscripciones.TextoRecibo", "NumeroEjemplares", "1");
+  row("Suscripciones.TextoRecibo", "''", "");
+  row("Suscripciones.TextoRecibo", "NULL", "null");
+}
+
+void TestDialect::conversions() {
+  QFETCH(const QString, column);
+  QFETCH(const QString, literal);
+  adodb::Connection& connection = m_database->Connection();
+  connection.Execute(QStringLiteral("INSERT INTO Suscripciones(NumeroEjemplares) VALUES(1)"));
+  const QString written = Rows(connection, QStringLiteral("UPDATE Suscripciones SET %1=%2").arg(column, literal));
+  QTEST(written.isEmpty() ? Rows(connection, QStringLiteral("SELECT %1 FROM Suscripciones").arg(column)) : written,
+        "stored");
+}
+
+void TestDialect::refusals_data() {
+  QTest::addColumn<QString>("statement");
+  QTest::addColumn<int>("number");
+  const auto row = [](const char* statement, int number) {
+    QTest::newRow(QByteArray(statement).left(60).constData()) << QString::fromUtf8(statement) << number;
+  };
+  using namespace database;
+  row("", StatementRefused);
+  row("   ; ", StatementRefused);
+  row("SELECT 1; DELETE FROM Paises", StatementRefused);
+  row("DROP TABLE Paises", StatementRefused);
+  row("PRAGMA user_version=9", StatementRefused);
+  row("ATTACH 'x' AS y", StatementRefused);
+  row("SELECT * FROM sqlite_schema", NoSuchTable);
+  row("SELECT Nada FROM Paises", NoSuchColumn);
+  row("SELECT Paises.Nombre FROM Provincias", NoSuchTable);
+  row("SELECT Nombre FROM Paises, Provincias", NoSuchColumn);
+  row("INSERT INTO Paises(Nada) VALUES(1)", NoSuchColumn);
+  row("INSERT INTO Paises(Nombre) VALUES('a','b')", SyntaxError);
+  row("SELECT 'abierto FROM Paises", SyntaxError);
+  row("SELECT Nombre FROM Paises WHERE Nombre='O'Donnell'", SyntaxError);
+  row("SELECT [Nombre FROM Paises", SyntaxError);
+  row("SELECT load_extension('x')", SyntaxError);
+  row("SELECT Nombre FROM Paises WHERE IDPais=?", SyntaxError);
+  row("SELECT Nombre FROM Paises -- WHERE 1=1", SyntaxError);
+  row("SELECT Nombre FROM Paises, Paises", SyntaxError);
+  row("SELECT UCASE(Nombre, 1) FROM Paises", SyntaxError);
+  row("SELECT IDPais FROM Paises WHERE IDPais='abc'", automation::TypeMismatch);
+  row("SELECT IDPais FROM Paises WHERE IDPais=''", automation::TypeMismatch);
+  row("SELECT IDPais FROM Paises WHERE IDPais*'x'=3", automation::TypeMismatch);
+  row("SELECT IDPais FROM Paises WHERE Nombre*2=3", automation::TypeMismatch);
+}
+
+void TestDialect::refusals() {
+  QFETCH(const QString, statement);
+  QTEST(ErrorOf([&] { m_database->Connection().Execute(statement); }), "number");
+  QCOMPARE(Rows(m_database->Connection(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("249"));
+}
+
+void TestDialect::textsAreKept_data() {
+  QTest::addColumn<QString>("text");
+  QTest::addColumn<QString>("kept");
+  const auto row = [](const char* name, const QString& text, const QString& kept) {
+    QTest::newRow(name) << text << kept;
+  };
+  const auto same = [&](const char* name, const QString& text) { row(name, text, text); };
+  same("quotes", QStringLiteral("L'Hospitalet \"de\" 'ahí'''"));
+  same("marks", QStringLiteral("100%; DROP TABLE Paises;-- ? [x] %1 \\ \t\r\n"));
+  same("emoji", QStringLiteral("familia 👨‍👩‍👧 ñ é"));
+  same("null character", QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
+  same("marks of the cache", QStringLiteral("\x01\x02"));
+  same("long", QString(10000, u'ñ'));
+  row("lone high surrogate", QStringLiteral("a") + QChar(0xD83D) + QStringLiteral("b"),
+      QStringLiteral("a") + QChar(0xFFFD) + QStringLiteral("b"));
+  row("lone low surrogate", QString(QChar(0xDC00)), QString(QChar(0xFFFD)));
+}
+
+void TestDialect::textsAreKept() {
+  QFETCH(const QString, text);
+  QFETCH(const QString, kept);
+  adodb::Connection& connection = m_database->Connection();
+  QString single = text;
+  single.replace(u'\'', QStringLiteral("''"));
+  QString twofold = text;
+  twofold.replace(u'"', QStringLiteral("\"\""));
+  connection.Execute(QStringLiteral("INSERT INTO CartasModelo(Nombre,Contenido) VALUES('") + single +
+                     QStringLiteral("',\"") + twofold + QStringLiteral("\")"));
+  const auto recordset =
+      connection.Execute(QStringLiteral("SELECT Nombre, Contenido FROM CartasModelo WHERE Nombre='") + single + u'\'');
+  QVERIFY(!recordset->AtEnd());
+  QCOMPARE(recordset->Field(u"nombre").toString(), kept);
+  QCOMPARE(recordset->Field(u"CONTENIDO").toString(), kept);
+}
+
+void TestDialect::labels() {
+  const auto recordset = m_database->Connection().Execute(QStringLiteral(
+      "SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"));
+  QStringList names;
+  for (int i = 0; i < recordset->FieldCount(); ++i) {
+    names += recordset->FieldName(i);
+  }
+  QCOMPARE(names.join(u','), QStringLiteral("codPAIS,maxID,Expr1002"));
+  QCOMPARE(recordset->Field(u"MAXID").toInt(), 52);
+  const auto all = m_database->Connection().Execute(QStringLiteral("SELECT * FROM paises WHERE IDPAIS=35"));
+  QCOMPARE(all->FieldName(1), QStringLiteral("Nombre"));
+  QCOMPARE(all->Field(u"eliminado"), QVariant(false));
+}
+
+QTEST_GUILESS_MAIN(TestDialect)
+#include "tst_dialect.moc"

@@ -1,0 +1,350 @@
+#include "database/ErrorNumbers.h"
+#include "database/TestDatabase.h"
+#include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqlitePreparation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <unistd.h>
+
+#include <csignal>
+
+/// Creating, migrating and refusing database files, and what faults of files do.
+class TestPreparation : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+  void referenceData_data();
+  void referenceData();
+  void demonstrationIsConsistent();
+  void anOlderOneIsMigrated();
+  void aNewerOneIsLeftUntouched();
+  void foreignFiles_data();
+  void foreignFiles();
+  void aDamagedPageIsReported();
+  void anImpossibleFolder();
+  void withoutPermission();
+  void twoProcessesPrepareTheSame();
+  void aKilledProgramLeavesNothingHalfWritten();
+  void otherOrderingRulesRebuildTheIndexes();
+  void readOnlyAccess();
+  void awkwardPaths_data();
+  void awkwardPaths();
+  void preparingAgainChangesNothing();
+
+ private:
+  QString Path(const QString& name = QStringLiteral("kel.db")) const { return m_folder->path() + u'/' + name; }
+  QString Text() const { return database::ConnectionStringForFile(Path()) + QStringLiteral(";Espera=3000"); }
+  int Prepare() const {
+    return ErrorOf([&] { database::PrepareDatabase(Text(), database::Content::Reference); });
+  }
+
+  std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+namespace {
+
+QByteArray Contents(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void Write(const QString& path, const QByteArray& contents) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
+    qFatal("cannot write a test file");
+  }
+}
+
+database::SqliteHandle OpenRaw(const QString& path) {
+  return database::SqliteHandle(database::ConnectionString(database::ConnectionStringForFile(path)),
+                                database::SqliteHandle::Missing::Create);
+}
+
+QString RowsOf(const QString& text, const QString& statement) {
+  const auto connection = database::CreateConnection(text);
+  const int error = ErrorOf([&] { connection->Open(); });
+  return error != 0 ? QStringLiteral("error %1").arg(error) : Rows(*connection, statement);
+}
+
+}  // namespace
+
+void TestPreparation::referenceData_data() {
+  QTest::addColumn<QString>("statement");
+  QTest::addColumn<QString>("rows");
+  const auto row = [](const char* statement, const char* rows) {
+    QTest::newRow(statement) << QString::fromUtf8(statement) << QString::fromUtf8(rows);
+  };
+  row("SELECT IDPais FROM Paises WHERE Nombre='España'", "35");
+  row("SELECT COUNT(*) FROM Paises WHERE Eliminado=0", "249");
+  row("SELECT COUNT(*), MIN(Prefijo), MAX(Prefijo) FROM Provincias WHERE CodPais=35", "52|01|52");
+  row("SELECT Prefijo FROM Provincias WHERE Nombre='Madrid'", "28");
+  row("SELECT Codigo FROM ComunidadAutonoma WHERE Nombre='Cataluña'", "09");
+  row("SELECT COUNT(*) FROM ComunidadAutonoma", "19");
+  row("SELECT Provincias.Nombre FROM Diocesis INNER JOIN Provincias ON CodProvincia=IDProvincia WHERE "
+      "Diocesis.Nombre='Tui-Vigo'",
+      "Pontevedra");
+  row("SELECT COUNT(*) FROM Diocesis LEFT JOIN Provincias ON CodProvincia=IDProvincia WHERE IDProvincia IS NULL", "0");
+  row("SELECT Porcentaje FROM TipoDeducciones WHERE Eliminado=0 ORDER BY Porcentaje",
+      "10/15/20/25/30/35/40/45/50/75/80");
+  row("SELECT Tipo, velumar FROM configuracion", "0|no");
+  row("SELECT Administrador FROM Usuarios WHERE IDUsuario=1", "si");
+  row("SELECT COUNT(*) FROM TipoCamposEtiquetas WHERE NombreCampo='[COLABORADORES].[NOMBRE]' AND "
+      "NombreTabla='Colaboradores'",
+      "1");
+  row("SELECT COUNT(*) FROM Colaboradores", "0");
+}
+
+void TestPreparation::referenceData() {
+  QFETCH(const QString, statement);
+  static const TestDatabase database;
+  QTEST(RowsOf(database.Text(), statement), "rows");
+}
+
+void TestPreparation::demonstrationIsConsistent() {
+  TestDatabase database(database::Content::Demonstration);
+  adodb::Connection& connection = database.Connection();
+  const auto count = [&](const char* table) {
+    return Rows(connection, QStringLiteral("SELECT COUNT(*) FROM %1").arg(QLatin1String(table))).toInt();
+  };
+  QVERIFY(count("Colaboradores") >= 250);
+  for (const char* table : {"Bancos", "Sucursales", "Presentadores", "Emisores", "Cuentas", "Emisores_Cuentas",
+                            "Cobradores", "TipoDonativos", "Donativos", "TipoPublicaciones", "Suscripciones",
+                            "ETIQUETAS", "EtiquetasCampos", "CartasModelo", "Cabeceras", "Deduccion_Comunidad"}) {
+    QVERIFY2(count(table) > 0, table);
+  }
+  QCOMPARE(count("BloqueoRegistros"), 0);
+  // Every reference that is not 0 finds its row.
+  for (const database::Table& table : database::Schema::Current().Tables()) {
+    for (const database::Table& target : database::Schema::Current().Tables()) {
+      const QString key = target.columns.front().name;
+      const database::Column* column = table.FindColumn(QStringLiteral("Cod") + key.mid(2));
+      if (column != nullptr && &table != &target) {
+        QCOMPARE(
+            Rows(connection, QStringLiteral("SELECT COUNT(*) FROM %1 WHERE %2<>0 AND %2 NOT IN (SELECT %3 FROM %4)")
+                                 .arg(table.name, column->name, key, target.name)),
+            QStringLiteral("0"));
+      }
+    }
+  }
+}
+
+void TestPreparation::anOlderOneIsMigrated() {
+  const database::Schema& schema = database::Schema::Current();
+  QVERIFY(database::SchemaVersion() >= 2);
+  {
+    const database::SqliteHandle old = OpenRaw(Path());
+    database::CreateTables(old, schema, 1);
+    old.Run(
+        "INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID) VALUES (1, 'IDPais', 5);"
+        "INSERT INTO configuracion (Tipo) VALUES (1)");
+  }
+  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::OlderDatabase));
+  QCOMPARE(Prepare(), 0);
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT codUsuario, campoID, ValorID, Equipo, Proceso FROM BloqueoRegistros")),
+           QStringLiteral("1|IDPais|5|null|0"));
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("0"));
+  // A migrated file has the same tables as a new one.
+  TestDatabase fresh;
+  const QByteArray columns =
+      "SELECT group_concat(n) FROM (SELECT m.name || '.' || c.name || ' ' || c.type || c.\"notnull\" AS n FROM "
+      "sqlite_schema m, pragma_table_info(m.name) c ORDER BY n)";
+  const QByteArray indexes = "SELECT group_concat(name) FROM (SELECT name FROM sqlite_schema ORDER BY name)";
+  for (const QByteArray& query : {columns, indexes}) {
+    QCOMPARE(OpenRaw(Path()).Value(query), OpenRaw(fresh.Path()).Value(query));
+  }
+}
+
+void TestPreparation::aNewerOneIsLeftUntouched() {
+  QCOMPARE(Prepare(), 0);
+  OpenRaw(Path()).Run("PRAGMA user_version=" + QByteArray::number(database::SchemaVersion() + 1));
+  const QByteArray before = Contents(Path());
+  QCOMPARE(Prepare(), int(database::NewerDatabase));
+  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::NewerDatabase));
+  QVERIFY(Contents(Path()) == before);
+}
+
+void TestPreparation::foreignFiles_data() {
+  QTest::addColumn<QString>("kind");
+  QTest::addColumn<int>("number");
+  QTest::newRow("text") << QStringLiteral("text") << int(database::NotADatabase);
+  QTest::newRow("another program's") << QStringLiteral("foreign") << int(database::NotOurDatabase);
+  QTest::newRow("cut in half") << QStringLiteral("truncated") << int(database::DatabaseDamaged);
+  QTest::newRow("a folder") << QStringLiteral("folder") << int(database::CannotOpen);
+  QTest::newRow("empty") << QStringLiteral("empty") << 0;
+}
+
+void TestPreparation::foreignFiles() {
+  QFETCH(const QString, kind);
+  if (kind == u"text") {
+    Write(Path(), QByteArray(5000, 'x'));
+  } else if (kind == u"foreign") {
+    OpenRaw(Path()).Run("CREATE TABLE otra(a)");
+  } else if (kind == u"truncated") {
+    QCOMPARE(Prepare(), 0);
+    const QByteArray whole = Contents(Path());
+    Write(Path(), whole.left(whole.size() / 2));
+  } else if (kind == u"folder") {
+    QVERIFY(QDir().mkpath(Path()));
+  } else {
+    Write(Path(), {});
+  }
+  const QByteArray before = Contents(Path());
+  QTEST(Prepare(), "number");
+  if (kind != u"empty") {
+    QVERIFY(Contents(Path()) == before);
+    QTEST(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), "number");
+  }
+}
+
+void TestPreparation::aDamagedPageIsReported() {
+  QCOMPARE(Prepare(), 0);
+  const int root = OpenRaw(Path()).Value("SELECT rootpage FROM sqlite_schema WHERE name='Paises'").toInt();
+  QByteArray bytes = Contents(Path());
+  bytes.replace((root - 1) * 4096, 4096, QByteArray(4096, '\x55'));
+  Write(Path(), bytes);
+  const QString error = QStringLiteral("error %1").arg(int(database::DatabaseDamaged));
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT CodigoISO FROM Paises")), error);
+  QCOMPARE(RowsOf(Text(), QStringLiteral("INSERT INTO Paises(Nombre) VALUES('x')")), error);
+}
+
+void TestPreparation::anImpossibleFolder() {
+  Write(Path(QStringLiteral("archivo")), "x");
+  const QString text = database::ConnectionStringForFile(Path(QStringLiteral("archivo/dentro/kel.db")));
+  QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(database::CannotOpen));
+  const QString nested = database::ConnectionStringForFile(Path(QStringLiteral("a/b/c/kel.db")));
+  database::PrepareDatabase(nested, database::Content::Reference);
+  QVERIFY(QFile::exists(Path(QStringLiteral("a/b/c/kel.db"))));
+}
+
+// The superuser may write everywhere, so the test gives up its rights while it tries.
+void TestPreparation::withoutPermission() {
+  QCOMPARE(Prepare(), 0);
+  const QByteArray before = Contents(Path());
+  const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+  const QFile::Permissions enterable = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+  QVERIFY(QFile::setPermissions(Path(), readable));
+  QVERIFY(QFile::setPermissions(m_folder->path(), readable | enterable | QFile::WriteOwner | QFile::WriteOther));
+  constexpr uid_t nobody = 65534;
+  const bool isSuperuser = geteuid() == 0;
+  QVERIFY(!isSuperuser || seteuid(nobody) == 0);
+  const int fileOnly = Prepare();
+  const QString written = RowsOf(Text(), QStringLiteral("UPDATE Paises SET Nombre='x'"));
+  const QString hidden = database::ConnectionStringForFile(QStringLiteral("/nadie/puede/kel.db"));
+  const int denied = ErrorOf([&] { database::PrepareDatabase(hidden, database::Content::Reference); });
+  QVERIFY(!isSuperuser || seteuid(0) == 0);
+  QCOMPARE(fileOnly, int(database::DatabaseReadOnly));
+  QCOMPARE(written, QStringLiteral("error %1").arg(int(database::DatabaseReadOnly)));
+  QCOMPARE(denied, int(database::CannotOpen));
+  QVERIFY(Contents(Path()) == before);
+}
+
+void TestPreparation::twoProcessesPrepareTheSame() {
+  std::vector<std::unique_ptr<QProcess>> processes;
+  for (int i = 0; i < 4; ++i) {
+    processes.push_back(std::make_unique<QProcess>());
+    processes.back()->start(QCoreApplication::applicationFilePath(), {QStringLiteral("--prepare"), Text()});
+  }
+  for (const auto& process : processes) {
+    QVERIFY(process->waitForFinished());
+    QCOMPARE(process->readAllStandardError(), QByteArray());
+    QCOMPARE(process->exitCode(), 0);
+  }
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("249"));
+  QCOMPARE(OpenRaw(Path()).Value("PRAGMA journal_mode"), QByteArray("wal"));
+}
+
+void TestPreparation::aKilledProgramLeavesNothingHalfWritten() {
+  QCOMPARE(Prepare(), 0);
+  QProcess process;
+  process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--die"), Text()});
+  QVERIFY(process.waitForFinished());
+  QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+  QCOMPARE(Prepare(), 0);
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT Nombre FROM Bancos")), QStringLiteral("entero"));
+  QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
+}
+
+void TestPreparation::otherOrderingRulesRebuildTheIndexes() {
+  QCOMPARE(Prepare(), 0);
+  OpenRaw(Path()).Run("UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'");
+  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'")), QStringLiteral("35"));
+  QVERIFY(OpenRaw(Path()).Value("SELECT Valor FROM KelMotor WHERE Nombre='ICU'") != "0.0");
+}
+
+void TestPreparation::readOnlyAccess() {
+  QCOMPARE(Prepare(), 0);
+  const QString text = Text() + QStringLiteral(";Acceso=lectura");
+  database::PrepareDatabase(text, database::Content::Reference);
+  QCOMPARE(RowsOf(text, QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='España'")), QStringLiteral("35"));
+  QCOMPARE(RowsOf(text, QStringLiteral("DELETE FROM Paises")),
+           QStringLiteral("error %1").arg(int(database::DatabaseReadOnly)));
+}
+
+void TestPreparation::awkwardPaths_data() {
+  QTest::addColumn<QString>("name");
+  for (const char* name : {"con blancos.db", "a;b=c.db", "comillas\"dobles'.db", "ñandú €.db",
+                           ":memory:", "file:x?mode=ro", " blancos al final "}) {
+    QTest::newRow(name) << QString::fromUtf8(name);
+  }
+}
+
+void TestPreparation::awkwardPaths() {
+  QFETCH(const QString, name);
+  database::PrepareDatabase(database::ConnectionStringForFile(Path(name)), database::Content::Reference);
+  QVERIFY(QFile::exists(Path(name)));
+  QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(name)), QStringLiteral("SELECT COUNT(*) FROM Usuarios")),
+           QStringLiteral("1"));
+}
+
+void TestPreparation::preparingAgainChangesNothing() {
+  QCOMPARE(Prepare(), 0);
+  const QByteArray before = Contents(Path());
+  database::PrepareDatabase(Text(), database::Content::Demonstration);
+  QVERIFY(Contents(Path()) == before);
+}
+
+namespace {
+
+int PrepareAsHelper(const QString& text) {
+  try {
+    database::PrepareDatabase(text, database::Content::Reference);
+    return 0;
+  } catch (const automation::Error& error) {
+    std::fputs(error.what(), stderr);
+    return 1;
+  }
+}
+
+// Commits one row, writes a second one inside a transaction and dies without a word.
+int DieAsHelper(const QString& text) {
+  const auto connection = database::CreateConnection(text);
+  connection->Open();
+  connection->Execute(QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('entero')"));
+  connection->BeginTrans();
+  connection->Execute(QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('a medias')"));
+  std::raise(SIGKILL);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() == 3 && arguments[1] == u"--prepare") {
+    return PrepareAsHelper(arguments[2]);
+  }
+  if (arguments.size() == 3 && arguments[1] == u"--die") {
+    return DieAsHelper(arguments[2]);
+  }
+  TestPreparation test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_preparation.moc"
