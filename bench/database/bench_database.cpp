@@ -4,17 +4,15 @@
 #include "database/Database.h"
 #include "database/sqlite/SqliteHandle.h"
 #include "platform/automation/Error.h"
+#include "support/Race.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <functional>
 #include <vector>
 
 namespace {
@@ -22,8 +20,6 @@ namespace {
 constexpr int rows = 100000;
 constexpr int rounds = 7;
 constexpr int subscriptions = 1000000;
-
-using Work = std::function<void()>;
 
 // A connection through this library and one through the C interface, with the same settings, each on its own file.
 struct Contestants {
@@ -35,42 +31,6 @@ void Check(sqlite3* engine, int code) {
   if (code != SQLITE_OK && code != SQLITE_DONE && code != SQLITE_ROW) {
     std::fprintf(stderr, "%s\n", sqlite3_errmsg(engine));
     std::exit(1);
-  }
-}
-
-double Milliseconds(const Work& work) {
-  QElapsedTimer timer;
-  timer.start();
-  work();
-  return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-struct Timed {
-  const char* name;
-  Work work;
-  std::vector<double> times;
-};
-
-// Every round runs every contestant once, so that a slow moment of the machine hits all of them.
-void Race(std::vector<Timed>& timed, int count) {
-  for (int round = 0; round < count; ++round) {
-    for (Timed& contestant : timed) {
-      contestant.times.push_back(Milliseconds(contestant.work));
-    }
-  }
-}
-
-void Report(const char* what, const std::vector<Timed>& timed, const std::vector<double>& limits) {
-  const double own = Median(timed.front().times);
-  std::printf("%s: %.1f ms\n", what, own);
-  for (std::size_t i = 1; i < timed.size(); ++i) {
-    const double other = Median(timed[i].times);
-    std::printf("  %-46s %9.1f ms  ratio %.2f  (at most %.2f)\n", timed[i].name, other, own / other, limits[i - 1]);
   }
 }
 
@@ -132,7 +92,7 @@ void BenchInserts(Contestants& both) {
   }
   sqlite3* engine = both.native->Engine();
   const auto clearNative = [&] { both.native->Run("DELETE FROM Sucursales"); };
-  std::vector<Timed> timed{{"connection",
+  std::vector<bench::Contestant> timed{{"connection",
                             [&] {
                               both.connection->BeginTrans();
                               for (const QString& text : texts) {
@@ -159,13 +119,13 @@ void BenchInserts(Contestants& both) {
                             {}}};
   for (int round = 0; round < rounds; ++round) {
     both.connection->Execute(QStringLiteral("DELETE FROM Sucursales"));
-    timed[0].times.push_back(Milliseconds(timed[0].work));
+    timed[0].milliseconds.push_back(bench::Milliseconds(timed[0].work));
     clearNative();
-    timed[1].times.push_back(Milliseconds(timed[1].work));
+    timed[1].milliseconds.push_back(bench::Milliseconds(timed[1].work));
     clearNative();
-    timed[2].times.push_back(Milliseconds(timed[2].work));
+    timed[2].milliseconds.push_back(bench::Milliseconds(timed[2].work));
   }
-  Report("100,000 INSERT texts in one transaction", timed, {1.0, 3.0});
+  bench::Report("100,000 INSERT texts in one transaction", timed, {1.0, 3.0});
 }
 
 const QString readText = QStringLiteral(
@@ -215,14 +175,14 @@ qint64 ReadNative(sqlite3* engine, bool intoStrings) {
 
 void BenchReads(Contestants& both) {
   qint64 sums[3] = {};
-  std::vector<Timed> timed{
+  std::vector<bench::Contestant> timed{
       {"connection", [&] { sums[0] = ReadByName(*both.connection); }, {}},
       {"C interface by position, texts as QString", [&] { sums[1] = ReadNative(both.native->Engine(), true); }, {}},
       {"C interface by position, bytes left in place",
        [&] { sums[2] = ReadNative(both.native->Engine(), false); },
        {}}};
-  Race(timed, rounds * 3);
-  Report("reading 100,000 rows of six columns by name", timed, {2.0, 2.0});
+  bench::Race(timed, rounds * 3);
+  bench::Report("reading 100,000 rows of six columns by name", timed, {2.0, 2.0});
   if (sums[0] != sums[1]) {
     std::fprintf(stderr, "the ways of reading disagree\n");
     std::exit(1);
@@ -251,12 +211,12 @@ QString PriceText(const QString& price) {
 }
 
 void BenchUpdate(Contestants& both) {
-  std::vector<Timed> timed{{"connection", [&] { both.connection->Execute(PriceText(QStringLiteral("'12,50'"))); }, {}},
+  std::vector<bench::Contestant> timed{{"connection", [&] { both.connection->Execute(PriceText(QStringLiteral("'12,50'"))); }, {}},
                            {"C interface, the same with 12.50",
                             [&] { RunText(both.native->Engine(), PriceText(QStringLiteral("12.50")).toUtf8()); },
                             {}}};
-  Race(timed, 5);
-  Report("price update of a million rows", timed, {1.05});
+  bench::Race(timed, 5);
+  bench::Report("price update of a million rows", timed, {1.05});
 }
 
 void Run(const QString& folder) {

@@ -3,6 +3,7 @@
 #include "framework/Sql.h"
 #include "framework/cConstAccion.h"
 #include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
 
 #include <QStringList>
 
@@ -11,6 +12,21 @@ namespace BancoBD {
 namespace {
 
 using automation::Text;
+
+// The runtime's number for a record that is no longer there.
+constexpr int bancoEliminado = 3021;
+
+// The record lock does not hold a deletion back, so a bank may go while it is edited; writing into it then would lose
+// what the user typed without a word.
+void ExigirBancoVivo(adodb::Connection& connection, qint32 id) {
+  const auto rs =
+      connection.Execute(QStringLiteral("SELECT Bancos.Eliminado FROM Bancos WHERE Bancos.IDBanco=") + QString::number(id));
+  if (!rs->AtEnd() && automation::CBool(rs->Field(u"ELIMINADO"))) {
+    throw automation::Error(bancoEliminado,
+                            QStringLiteral("El banco ha sido eliminado por otro usuario mientras se modificaba. No se ha "
+                                           "guardado nada: cierre el formulario y actualice la lista."));
+  }
+}
 
 // An identifier of a column that may be empty.
 qint32 Identificador(const QVariant& value) {
@@ -117,6 +133,7 @@ qint32 InsertarBanco(adodb::Connection& connection, const Banco& banco, const Co
 void ModificarBanco(adodb::Connection& connection, qint32 id, const Banco& banco,
                     const ColeccionSucursales& sucursales) {
   adodb::Transaction transaction(connection);
+  ExigirBancoVivo(connection, id);
   connection.Execute(QStringLiteral("UPDATE Bancos SET Numero='") + TextoSql(banco.Numero) +
                      QStringLiteral("',Nombre='") + TextoSql(banco.Nombre) + QStringLiteral("' WHERE IDBanco=") +
                      QString::number(id));

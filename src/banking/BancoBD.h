@@ -26,7 +26,8 @@ bool NumeroEnUso(adodb::Connection& connection, const QString& numero, qint32 id
 /// Writes a new bank with its branches in one transaction; returns its key.
 qint32 InsertarBanco(adodb::Connection& connection, const Banco& banco, const ColeccionSucursales& sucursales);
 
-/// Writes an existing bank, its new and edited branches and the marks of its deleted ones, in one transaction.
+/// Writes an existing bank, its new and edited branches and the marks of its deleted ones, in one transaction. Raises
+/// 3021 and writes nothing when the bank was marked deleted meanwhile.
 void ModificarBanco(adodb::Connection& connection, qint32 id, const Banco& banco,
                     const ColeccionSucursales& sucursales);
 

@@ -42,10 +42,10 @@ class DescriptionReader {
     const QString kind = words.takeFirst();
     if (kind == u"tabla" && words.size() == 1) {
       AddTable(words.first(), since);
-    } else if (kind == u"columna" && words.size() == 2) {
-      AddColumn(words.first(), words.last(), since);
-    } else if ((kind == u"indice" || kind == u"unico") && !words.isEmpty()) {
-      AddIndex(words, kind == u"unico", since);
+    } else if (kind == u"columna" && (words.size() == 2 || (words.size() == 3 && words.last() == u"nulo"))) {
+      AddColumn(words[0], words[1], words.size() == 3, since);
+    } else if ((kind == u"indice" || kind == u"unico" || kind == u"unico_vivo") && !words.isEmpty()) {
+      AddIndex(words, kind, since);
     } else {
       throw BadSchema(m_line, QStringLiteral("no se entiende"));
     }
@@ -85,7 +85,7 @@ class DescriptionReader {
     m_tables.push_back(std::move(table));
   }
 
-  void AddColumn(const QString& name, const QString& typeText, int since) {
+  void AddColumn(const QString& name, const QString& typeText, bool nullable, int since) {
     static const QRegularExpression form(QStringLiteral("^([a-z]+)(?:\\((\\d{1,5})\\))?$"));
     const QRegularExpressionMatch match = form.match(typeText);
     const auto found = std::find_if(std::begin(typeNames), std::end(typeNames),
@@ -101,13 +101,13 @@ class DescriptionReader {
     column.name = name;
     column.type = found->type;
     column.length = match.captured(2).toInt();
-    column.required = IsNumericType(found->type);
+    column.required = IsNumericType(found->type) && !nullable;
     column.defaultValue = column.required && found->type != ColumnType::Key ? QStringLiteral("0") : QString();
     column.since = since;
     table.columns.push_back(std::move(column));
   }
 
-  void AddIndex(const QStringList& columns, bool unique, int since) {
+  void AddIndex(const QStringList& columns, const QString& kind, int since) {
     Table& table = Current();
     for (const QString& column : columns) {
       if (table.FindColumn(column) == nullptr) {
@@ -117,7 +117,8 @@ class DescriptionReader {
     Index index;
     index.name = QStringLiteral("ix_") + table.name + u'_' + columns.join(u'_');
     index.columns = columns;
-    index.unique = unique;
+    index.unique = kind != u"indice";
+    index.liveOnly = kind == u"unico_vivo";
     index.since = since;
     table.indexes.push_back(std::move(index));
   }

@@ -41,6 +41,7 @@ struct Index {
   QString name;
   QStringList columns;
   bool unique = false;
+  bool liveOnly = false;  ///< Covers only the rows that are not marked Eliminado.
   int since = 1;
 };
 

@@ -66,7 +66,7 @@ class tst_bancos_fallos : public QObject {
   void FailureAtEachStatement_data() {
     QTest::addColumn<int>("action");
     QTest::addColumn<int>("failing");
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 7; ++i) {
       QTest::addRow("modify, entry %d", i) << modificar << i;
     }
     for (int i = 0; i < 5; ++i) {

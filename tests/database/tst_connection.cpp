@@ -36,7 +36,7 @@ class TestConnection : public QObject {
 
 namespace {
 
-const QString insertBank = QStringLiteral("INSERT INTO Bancos(Numero, Nombre) VALUES('0001', 'Uno')");
+const QString insertBank = QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('Uno')");
 const QString countBanks = QStringLiteral("SELECT COUNT(*) FROM Bancos");
 
 }  // namespace

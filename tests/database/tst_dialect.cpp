@@ -54,6 +54,19 @@ void TestDialect::statements_data() {
       "INSERT INTO Cabeceras(Nombre) VALUES('ñu') ;; INSERT INTO Cabeceras(Nombre) VALUES('Oso') ;; "
       "INSERT INTO Cabeceras(Nombre) VALUES('n') ;; SELECT Nombre FROM Cabeceras ORDER BY Nombre & 'x' DESC",
       "Oso/ñu/n");
+  Row("union without duplicates",
+      "SELECT IDPais FROM Paises WHERE IDPais=35 UNION SELECT CodPais FROM Provincias WHERE CodPais=35", "35");
+  Row("union in order",
+      "SELECT 'b' AS t FROM Paises WHERE IDPais=35 UNION SELECT 'a' FROM Paises WHERE IDPais=35 ORDER BY t", "a/b");
+  Row("a collaborator without a country is neither at home nor abroad",
+      "INSERT INTO Colaboradores(Nombre) VALUES('Sin') ;; INSERT INTO Colaboradores(Nombre,codpais) VALUES('No',NULL) "
+      ";; INSERT INTO Colaboradores(Nombre,codpais) VALUES('Fuera',1) ;; "
+      "SELECT Nombre FROM Colaboradores WHERE CodPais = 35 OR CodPais <> 35",
+      "Fuera");
+  Row("a deleted bank's number is free",
+      "INSERT INTO Bancos(Numero,Eliminado) VALUES('0001',-1) ;; INSERT INTO Bancos(Numero) VALUES('0001') ;; "
+      "SELECT COUNT(*) FROM Bancos WHERE Numero='0001'",
+      "2");
   Row("booleans",
       "INSERT INTO TipoDonativos (Nombre, TipoA, Modelo182, GenerarRecibo) VALUES (\"a \"\"b\"\"\", -1, True, 7) ;; "
       "SELECT Nombre, TipoA, Modelo182, GenerarRecibo, Eliminado FROM TipoDonativos WHERE Modelo182=-1 AND "

@@ -303,7 +303,9 @@ void TestStatements::indexesServe() {
   QVERIFY(!steps.isEmpty());
   const QString all = steps.join(u'\n');
   for (const QString& step : steps) {
-    QVERIFY2(!step.startsWith(QStringLiteral("SCAN")), qPrintable(all));
+    // The rows of a union come one by one out of a subquery; a table must be searched.
+    QVERIFY2(!step.startsWith(QStringLiteral("SCAN")) || step.startsWith(QStringLiteral("SCAN (subquery")),
+             qPrintable(all));
     QVERIFY2(!step.contains(QStringLiteral("AUTOMATIC")), qPrintable(all));
   }
   QVERIFY2(all.contains(QStringLiteral("SEARCH")), qPrintable(all));

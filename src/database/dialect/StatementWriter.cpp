@@ -20,6 +20,19 @@ automation::Error WrongCount() {
                                           "número de columnas."));
 }
 
+// A union of selects without duplicates whose order nobody asked for.
+bool IsStreamableUnion(const Select& select) {
+  if (select.next == nullptr || !select.orderBy.empty()) {
+    return false;
+  }
+  for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
+    if (part->unionAll) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 Plan StatementWriter::Write(const Statement& statement) {
@@ -66,11 +79,15 @@ QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
     }
     Output more;
     more.targets = output.targets;
-    sql += part->unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ");
+    sql += part->unionAll || IsStreamableUnion(select) ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ");
     sql += WriteSimple(*part->next, inner, more);
     if (more.columns.size() != output.columns.size()) {
       throw WrongCount();
     }
+  }
+  if (IsStreamableUnion(select)) {
+    // The same rows, but the first one comes at once: a plain union would gather all of them before.
+    sql = QStringLiteral("SELECT DISTINCT * FROM (%1)").arg(sql);
   }
   sql += WriteOrder(select, scope, output);
   if (select.top) {

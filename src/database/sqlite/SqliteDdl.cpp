@@ -55,9 +55,10 @@ QByteArray CreateIndex(const Table& table, const Index& index) {
   for (const QString& column : index.columns) {
     names += QuotedName(column);
   }
-  return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
+  return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)%5")
       .arg(index.unique ? QStringLiteral("UNIQUE ") : QString(), QuotedName(index.name), QuotedName(table.name),
-           names.join(QStringLiteral(", ")))
+           names.join(QStringLiteral(", ")),
+           index.liveOnly ? QStringLiteral(" WHERE %1 = 0").arg(QuotedName(u"Eliminado")) : QString())
       .toUtf8();
 }
 
