@@ -38,7 +38,9 @@ class Office {
       m_connection->Execute(
           QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,Direccion,Poblacion,CP,codProvincia,codPais) "
                          "VALUES(%1,'%2','Oficina %3','Calle de la Constitución, %3','Alcalá','28801',28,35)")
-              .arg(m_bank).arg(i, 4, 10, QLatin1Char('0')).arg(i));
+              .arg(m_bank)
+              .arg(i, 4, 10, QLatin1Char('0'))
+              .arg(i));
     }
     m_connection->CommitTrans();
     m_session.connection = m_connection.get();
@@ -74,7 +76,8 @@ class Office {
     while (sqlite3_step(statement) == SQLITE_ROW) {
       for (int column = 0; column < 10; ++column) {
         characters += QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                                        sqlite3_column_bytes(statement, column)).size();
+                                        sqlite3_column_bytes(statement, column))
+                          .size();
       }
     }
     sqlite3_finalize(statement);

@@ -93,30 +93,30 @@ void BenchInserts(Contestants& both) {
   sqlite3* engine = both.native->Engine();
   const auto clearNative = [&] { both.native->Run("DELETE FROM Sucursales"); };
   std::vector<bench::Contestant> timed{{"connection",
-                            [&] {
-                              both.connection->BeginTrans();
-                              for (const QString& text : texts) {
-                                both.connection->Execute(text);
-                              }
-                              both.connection->CommitTrans();
-                            },
-                            {}},
-                           {"C interface, each text prepared and run",
-                            [&] {
-                              both.native->Run("BEGIN IMMEDIATE");
-                              for (const QByteArray& text : bytes) {
-                                RunText(engine, text);
-                              }
-                              both.native->Run("COMMIT");
-                            },
-                            {}},
-                           {"C interface, one prepared statement",
-                            [&] {
-                              both.native->Run("BEGIN IMMEDIATE");
-                              InsertPrepared(engine, codes, names, streets);
-                              both.native->Run("COMMIT");
-                            },
-                            {}}};
+                                        [&] {
+                                          both.connection->BeginTrans();
+                                          for (const QString& text : texts) {
+                                            both.connection->Execute(text);
+                                          }
+                                          both.connection->CommitTrans();
+                                        },
+                                        {}},
+                                       {"C interface, each text prepared and run",
+                                        [&] {
+                                          both.native->Run("BEGIN IMMEDIATE");
+                                          for (const QByteArray& text : bytes) {
+                                            RunText(engine, text);
+                                          }
+                                          both.native->Run("COMMIT");
+                                        },
+                                        {}},
+                                       {"C interface, one prepared statement",
+                                        [&] {
+                                          both.native->Run("BEGIN IMMEDIATE");
+                                          InsertPrepared(engine, codes, names, streets);
+                                          both.native->Run("COMMIT");
+                                        },
+                                        {}}};
   for (int round = 0; round < rounds; ++round) {
     both.connection->Execute(QStringLiteral("DELETE FROM Sucursales"));
     timed[0].milliseconds.push_back(bench::Milliseconds(timed[0].work));
@@ -211,10 +211,11 @@ QString PriceText(const QString& price) {
 }
 
 void BenchUpdate(Contestants& both) {
-  std::vector<bench::Contestant> timed{{"connection", [&] { both.connection->Execute(PriceText(QStringLiteral("'12,50'"))); }, {}},
-                           {"C interface, the same with 12.50",
-                            [&] { RunText(both.native->Engine(), PriceText(QStringLiteral("12.50")).toUtf8()); },
-                            {}}};
+  std::vector<bench::Contestant> timed{
+      {"connection", [&] { both.connection->Execute(PriceText(QStringLiteral("'12,50'"))); }, {}},
+      {"C interface, the same with 12.50",
+       [&] { RunText(both.native->Engine(), PriceText(QStringLiteral("12.50")).toUtf8()); },
+       {}}};
   bench::Race(timed, 5);
   bench::Report("price update of a million rows", timed, {1.05});
 }

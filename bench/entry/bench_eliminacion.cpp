@@ -44,13 +44,25 @@ class Office {
     for (int i = 0; i < size; ++i) {
       const int mark = i % 2 == 0 ? 0 : -1;
       Run(QStringLiteral("INSERT INTO Colaboradores(Nombre,CodDiocesis,CodProvincia,codpais,CodCobrador,Eliminado) "
-                         "VALUES('Nombre %1',%2,%3,35,%4,%5)").arg(i).arg(i % 60 + 1).arg(i % 52 + 1).arg(i % 9).arg(mark));
+                         "VALUES('Nombre %1',%2,%3,35,%4,%5)")
+              .arg(i)
+              .arg(i % 60 + 1)
+              .arg(i % 52 + 1)
+              .arg(i % 9)
+              .arg(mark));
       Run(QStringLiteral("INSERT INTO Donativos(CodColaborador,CodTipoDonativo,CodDeduccion_Comunidad,"
                          "CodEmisor_Cuenta,Importe,Eliminado) VALUES(%1,%2,%3,%4,10,%5)")
-              .arg(i).arg(i % 12).arg(i % 15).arg(i % 3 + 1).arg(mark));
+              .arg(i)
+              .arg(i % 12)
+              .arg(i % 15)
+              .arg(i % 3 + 1)
+              .arg(mark));
       Run(QStringLiteral("INSERT INTO Suscripciones(CodColaborador,CodTipoPublicacion,CodEmisor_Cuenta,"
                          "NumeroEjemplares,Importe,Eliminado) VALUES(%1,%2,%3,1,10,%4)")
-              .arg(i).arg(i % 5).arg(i % 3 + 1).arg(mark));
+              .arg(i)
+              .arg(i % 5)
+              .arg(i % 3 + 1)
+              .arg(mark));
     }
     Run(QStringLiteral("INSERT INTO Emisores(Nombre) VALUES('Uno')"));
     for (int i = 0; i < 3; ++i) {
@@ -71,9 +83,11 @@ class Office {
     m_connection->BeginTrans();
     for (int i = 0; i < count; ++i) {
       Run(QStringLiteral("INSERT INTO %1(Eliminado) VALUES(0)").arg(QLatin1String(rule.tabla)));
-      ids.append(m_connection->Execute(QStringLiteral("SELECT MAX(%1) AS N FROM %2")
-                                           .arg(QLatin1String(rule.clave), QLatin1String(rule.tabla)))
-                     ->Field(u"N").toInt());
+      ids.append(m_connection
+                     ->Execute(QStringLiteral("SELECT MAX(%1) AS N FROM %2")
+                                   .arg(QLatin1String(rule.clave), QLatin1String(rule.tabla)))
+                     ->Field(u"N")
+                     .toInt());
     }
     m_connection->CommitTrans();
     return ids;

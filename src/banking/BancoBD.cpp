@@ -19,12 +19,12 @@ constexpr int bancoEliminado = 3021;
 // The record lock does not hold a deletion back, so a bank may go while it is edited; writing into it then would lose
 // what the user typed without a word.
 void ExigirBancoVivo(adodb::Connection& connection, qint32 id) {
-  const auto rs =
-      connection.Execute(QStringLiteral("SELECT Bancos.Eliminado FROM Bancos WHERE Bancos.IDBanco=") + QString::number(id));
+  const auto rs = connection.Execute(QStringLiteral("SELECT Bancos.Eliminado FROM Bancos WHERE Bancos.IDBanco=") +
+                                     QString::number(id));
   if (!rs->AtEnd() && automation::CBool(rs->Field(u"ELIMINADO"))) {
-    throw automation::Error(bancoEliminado,
-                            QStringLiteral("El banco ha sido eliminado por otro usuario mientras se modificaba. No se ha "
-                                           "guardado nada: cierre el formulario y actualice la lista."));
+    throw automation::Error(
+        bancoEliminado, QStringLiteral("El banco ha sido eliminado por otro usuario mientras se modificaba. No se ha "
+                                       "guardado nada: cierre el formulario y actualice la lista."));
   }
 }
 
@@ -111,8 +111,7 @@ bool SucursalEnUso(adodb::Connection& connection, qint32 sucursal) {
 bool NumeroEnUso(adodb::Connection& connection, const QString& numero, qint32 id) {
   const auto rs = connection.Execute(QStringLiteral("SELECT Bancos.IDBanco FROM Bancos "
                                                     "WHERE Bancos.Eliminado=0 AND Bancos.Numero='") +
-                                     TextoSql(numero) + QStringLiteral("' AND Bancos.IDBanco<>") +
-                                     QString::number(id));
+                                     TextoSql(numero) + QStringLiteral("' AND Bancos.IDBanco<>") + QString::number(id));
   return !rs->AtEnd();
 }
 
@@ -158,9 +157,8 @@ void ModificarBanco(adodb::Connection& connection, qint32 id, const Banco& banco
 QString ValoresSucursal(qint32 banco, const cSucursal& sucursal) {
   return QString::number(banco) + QStringLiteral(",'") + TextoSql(sucursal.Codigo) + QStringLiteral("','") +
          TextoSql(sucursal.Nombre) + QStringLiteral("','") + TextoSql(sucursal.Direccion) + QStringLiteral("','") +
-         TextoSql(sucursal.Poblacion) + QStringLiteral("','") + TextoSql(sucursal.CodigoPostal) +
-         QStringLiteral("',") + QString::number(sucursal.IDProvincia) + QStringLiteral(",") +
-         QString::number(sucursal.IDPais);
+         TextoSql(sucursal.Poblacion) + QStringLiteral("','") + TextoSql(sucursal.CodigoPostal) + QStringLiteral("',") +
+         QString::number(sucursal.IDProvincia) + QStringLiteral(",") + QString::number(sucursal.IDPais);
 }
 
 }  // namespace BancoBD

@@ -10,8 +10,8 @@ namespace Ui {
 class frmBanco;
 }
 
-/// Adds or edits one bank together with its branches. The branches are edited in memory; Accept writes everything in one
-/// transaction.
+/// Adds or edits one bank together with its branches. The branches are edited in memory; Accept writes everything in
+/// one transaction.
 class frmBanco : public FormularioMantenimiento {
   Q_OBJECT
 

@@ -13,18 +13,18 @@ namespace Ui {
 class frmSucursal;
 }
 
-/// Edits one bank branch: for the bank dialog a branch held in memory, written by nobody here; for the host a new branch
-/// of the bank `IDAux`, written at once.
+/// Edits one bank branch: for the bank dialog a branch held in memory, written by nobody here; for the host a new
+/// branch of the bank `IDAux`, written at once.
 class frmSucursal : public FormularioMantenimiento {
   Q_OBJECT
 
  public:
   /// What the bank dialog hands over before it shows this one. The collection and the branch are the caller's.
   struct Encargo {
-    std::shared_ptr<cSucursal> sucursal;             ///< the branch to fill in or to edit
+    std::shared_ptr<cSucursal> sucursal;              ///< the branch to fill in or to edit
     const ColeccionSucursales* sucursales = nullptr;  ///< where its code must be unique
-    quint8 accion = 0;                               ///< `Agregar` or `Modificar`
-    std::optional<BancoBD::Banco> banco;             ///< the bank as the caller shows it
+    quint8 accion = 0;                                ///< `Agregar` or `Modificar`
+    std::optional<BancoBD::Banco> banco;              ///< the bank as the caller shows it
   };
 
   frmSucursal();

@@ -123,7 +123,8 @@ std::span<const Entrada> Tabla() {
 
 Resultado MostrarDialogo(qint32 nodo) {
   const std::span<const Entrada> tabla = Tabla();
-  const auto found = std::ranges::find_if(tabla, [&](const Entrada& entrada) { return entrada.nodo == QVariant(nodo); });
+  const auto found =
+      std::ranges::find_if(tabla, [&](const Entrada& entrada) { return entrada.nodo == QVariant(nodo); });
   return found == tabla.end() ? Resultado::Hecho : Mostrar(*found);
 }
 

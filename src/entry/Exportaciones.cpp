@@ -5,8 +5,8 @@
 
 #include <QFileInfo>
 
-#include <atomic>
 #include <dlfcn.h>
+#include <atomic>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "framework/Formulario.h"
 
-#include "framework/Plataforma.h"
 #include "framework/Ayuda.h"
+#include "framework/Plataforma.h"
 #include "framework/Terminacion.h"
 
 #include <QAction>

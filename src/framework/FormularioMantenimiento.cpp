@@ -115,8 +115,7 @@ void FormularioMantenimiento::ConfirmarCampos() {
 }
 
 void FormularioMantenimiento::SeleccionarAlEnfocar(QWidget* textBox) {
-  On(new FocusWatch(textBox), &FocusWatch::Entered,
-     [textBox] { ServiciosHost::Nuevo().SeleccionarTexto(textBox); });
+  On(new FocusWatch(textBox), &FocusWatch::Entered, [textBox] { ServiciosHost::Nuevo().SeleccionarTexto(textBox); });
 }
 
 QString FormularioMantenimiento::ClaveAnchos() const {

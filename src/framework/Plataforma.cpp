@@ -123,8 +123,8 @@ void Plataforma::ShowHelp(const QString& file, const QString& title) {
     MsgBox(QStringLiteral("No se encuentra el archivo de ayuda «%1». Compruebe la instalación del programa.").arg(file),
            vbExclamation, title);
   } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()))) {
-    MsgBox(QStringLiteral("No hay ningún programa con el que abrir el archivo de ayuda «%1».").arg(file),
-           vbExclamation, title);
+    MsgBox(QStringLiteral("No hay ningún programa con el que abrir el archivo de ayuda «%1».").arg(file), vbExclamation,
+           title);
   }
 }
 

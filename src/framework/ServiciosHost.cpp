@@ -87,8 +87,8 @@ bool ServiciosHost::velumar() const {
 
 bool ServiciosHost::BloqueoRegistro(const QString& form, const QString& keyColumn, qint32 key, bool& held) const {
   QObject* request = objApi().Objeto();
-  return automation::CBool(Call(m_object, "BloqueoRegistro", automation::Ref(request), form, keyColumn, key,
-                                automation::Ref(held)));
+  return automation::CBool(
+      Call(m_object, "BloqueoRegistro", automation::Ref(request), form, keyColumn, key, automation::Ref(held)));
 }
 
 void ServiciosHost::DesbloqueoRegistro(const QString& form, const QString& keyColumn, qint32 key) const {

@@ -6,7 +6,8 @@
 /// record and auxiliary value, sets the action and `IDAux` for the nested dialog, and puts the three back at its end.
 class SolicitudAnidada {
  public:
-  /// `idAux` is the parent that the new record must belong to, 0 for none; the action is `Nuevo` unless another is given.
+  /// `idAux` is the parent that the new record must belong to, 0 for none; the action is `Nuevo` unless another is
+  /// given.
   explicit SolicitudAnidada(const QVariant& idAux = 0);
   SolicitudAnidada(const QVariant& idAux, int action);
   SolicitudAnidada(const SolicitudAnidada&) = delete;

@@ -7,10 +7,10 @@
 
 #include <sys/socket.h>
 
+#include <unistd.h>
 #include <array>
 #include <csignal>
 #include <memory>
-#include <unistd.h>
 
 namespace Terminacion {
 

@@ -56,12 +56,12 @@ bool frmProvincia::Cargar() {
 }
 
 void frmProvincia::CargarProvincia() {
-  const auto rs = objApi().congestion().Execute(
-      QStringLiteral("SELECT Provincias.Nombre AS Provincia,Provincias.Codpais,"
-                     "Paises.Nombre AS Pais FROM Provincias LEFT JOIN Paises ON "
-                     "Provincias.CodPais=Paises.IDPais "
-                     "WHERE IDProvincia=") +
-      QString::number(objApi().IDSeleccionado()));
+  const auto rs =
+      objApi().congestion().Execute(QStringLiteral("SELECT Provincias.Nombre AS Provincia,Provincias.Codpais,"
+                                                   "Paises.Nombre AS Pais FROM Provincias LEFT JOIN Paises ON "
+                                                   "Provincias.CodPais=Paises.IDPais "
+                                                   "WHERE IDProvincia=") +
+                                    QString::number(objApi().IDSeleccionado()));
   m_listas->RellenarComboPais(m_ui->cboPais, rs->Field(u"CodPais"));
   BloquearRegistro();
   m_ui->txtProvincia->setText(Text(rs->Field(u"Provincia")));

@@ -43,14 +43,16 @@ int MakeBank(const TestHost& host, const char* number, const QStringList& codes)
   const int id = host.Id(QStringLiteral("SELECT MAX(IDBanco) FROM Bancos"));
   for (const QString& code : codes) {
     host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,codPais) VALUES(%1,'%2','Oficina %2',35)")
-                   .arg(id).arg(code));
+                   .arg(id)
+                   .arg(code));
   }
   return id;
 }
 
 QStringList Branches(const TestHost& host, int bank) {
   return host.Query(QStringLiteral("SELECT Codigo, Nombre, Direccion, Poblacion, CP, Eliminado FROM Sucursales "
-                                   "WHERE codBanco=%1 ORDER BY Codigo").arg(bank));
+                                   "WHERE codBanco=%1 ORDER BY Codigo")
+                        .arg(bank));
 }
 
 void FillBranch(const DialogUser& dialog, const char* code, const QString& name) {
@@ -94,16 +96,16 @@ class tst_bancos : public QObject {
     const QString insert = QStringLiteral(
         "INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) VALUES(");
     const QStringList log = host.connection().Log();
-    QCOMPARE(log.mid(log.indexOf(QStringLiteral("BEGIN")) - 1),
-             (QStringList{
-                 QStringLiteral("SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='0049' "
-                                "AND Bancos.IDBanco<>0"),
-                 QStringLiteral("BEGIN"),
-                 QStringLiteral("INSERT INTO Bancos (Numero, Nombre) VALUES('0049','Banco d''Or')"),
-                 QStringLiteral("SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos"),
-                 insert + QStringLiteral("%1,'0002','Centro','C/ Mayor, 1','','',%2,35)").arg(bank).arg(madrid),
-                 insert + QStringLiteral("%1,'0001','L''Eixample','','','',%2,35)").arg(bank).arg(madrid),
-                 QStringLiteral("COMMIT"), QStringLiteral("CLOSE")}));
+    QCOMPARE(
+        log.mid(log.indexOf(QStringLiteral("BEGIN")) - 1),
+        (QStringList{
+            QStringLiteral("SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='0049' "
+                           "AND Bancos.IDBanco<>0"),
+            QStringLiteral("BEGIN"), QStringLiteral("INSERT INTO Bancos (Numero, Nombre) VALUES('0049','Banco d''Or')"),
+            QStringLiteral("SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos"),
+            insert + QStringLiteral("%1,'0002','Centro','C/ Mayor, 1','','',%2,35)").arg(bank).arg(madrid),
+            insert + QStringLiteral("%1,'0001','L''Eixample','','','',%2,35)").arg(bank).arg(madrid),
+            QStringLiteral("COMMIT"), QStringLiteral("CLOSE")}));
     QCOMPARE(host.Query(QStringLiteral("SELECT Numero, Nombre, Eliminado FROM Bancos WHERE IDBanco=%1").arg(bank)),
              QStringList(QStringLiteral("0049|Banco d'Or|Falso")));
     QCOMPARE(Branches(host, bank).size(), 2);
@@ -111,10 +113,12 @@ class tst_bancos : public QObject {
 
   void ChangesDeletionsAndAdditionsAreWrittenAtOnce() {
     TestHost host;
-    const int bank = MakeBank(host, "0100", {QStringLiteral("0001"), QStringLiteral("0002"), QStringLiteral("0003"), QStringLiteral("0004")});
+    const int bank = MakeBank(
+        host, "0100", {QStringLiteral("0001"), QStringLiteral("0002"), QStringLiteral("0003"), QStringLiteral("0004")});
     const auto idOf = [&](const char* code) {
       return host.Id(QStringLiteral("SELECT IDSucursal FROM Sucursales WHERE Codigo='%1' AND codBanco=%2")
-                         .arg(QLatin1String(code)).arg(bank));
+                         .arg(QLatin1String(code))
+                         .arg(bank));
     };
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
       QCOMPARE(dialog.Text(""), QStringLiteral("Propiedades del banco Banco 0100"));
@@ -140,24 +144,26 @@ class tst_bancos : public QObject {
     host.driver.Answer(QMessageBox::Yes);
     host.driver.Answer(QMessageBox::Yes);
     // The code of a branch that was just marked for deletion is free again.
-    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0003", QStringLiteral("Nueva")); });
+    host.driver.On("frmSucursal",
+                   [](const DialogUser& dialog) { FillBranch(dialog, "0003", QStringLiteral("Nueva")); });
     const int second = idOf("0002");
     const QString gone = QStringLiteral("%1,%2").arg(idOf("0003")).arg(idOf("0004"));
     EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
     const QStringList writes = host.connection().Writes().filter(QStringLiteral("Sucursales"));
     QCOMPARE(writes.value(0), QStringLiteral("UPDATE Sucursales SET Codigo='0002',Nombre='Oficina 0002',Direccion='',"
                                              "Poblacion='Ávila',CP='',codProvincia=0,codPais=35WHERE "
-                                             "Sucursales.IDSucursal=%1").arg(second));
+                                             "Sucursales.IDSucursal=%1")
+                                  .arg(second));
     QVERIFY(writes.value(1).startsWith(QStringLiteral("INSERT INTO Sucursales")));
     QCOMPARE(writes.value(2), QStringLiteral("UPDATE Sucursales SET Eliminado=-1 WHERE IDSucursal IN(%1)").arg(gone));
     QCOMPARE(writes.size(), 3);
     QStringList branches = Branches(host, bank);
     branches.sort();
-    QCOMPARE(branches, (QStringList{QStringLiteral("0001|Oficina 0001|NULL|NULL|NULL|Falso"),
-                                    QStringLiteral("0002|Oficina 0002||Ávila||Falso"),
-                                    QStringLiteral("0003|Nueva||||Falso"),
-                                    QStringLiteral("0003|Oficina 0003|NULL|NULL|NULL|Verdadero"),
-                                    QStringLiteral("0004|Oficina 0004|NULL|NULL|NULL|Verdadero")}));
+    QCOMPARE(branches,
+             (QStringList{QStringLiteral("0001|Oficina 0001|NULL|NULL|NULL|Falso"),
+                          QStringLiteral("0002|Oficina 0002||Ávila||Falso"), QStringLiteral("0003|Nueva||||Falso"),
+                          QStringLiteral("0003|Oficina 0003|NULL|NULL|NULL|Verdadero"),
+                          QStringLiteral("0004|Oficina 0004|NULL|NULL|NULL|Verdadero")}));
   }
 
   void SelectionIsNeeded() {
@@ -189,7 +195,8 @@ class tst_bancos : public QObject {
     TestHost host;
     const int bank = MakeBank(host, "0100", {QStringLiteral("0001")});
     host.Query(QStringLiteral("INSERT INTO %1(CodSucursal,Eliminado) SELECT MAX(IDSucursal),%2 FROM Sucursales")
-                   .arg(table).arg(mark));
+                   .arg(table)
+                   .arg(mark));
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
       SelectRow(dialog, 0);
       dialog.Press("cmdBanco_2");
@@ -201,8 +208,9 @@ class tst_bancos : public QObject {
       host.driver.Answer(QMessageBox::Ok);
     }
     EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
-    QCOMPARE(host.driver.Boxes().contains(QStringLiteral(
-                 "Prueba|critico|La sucursal no puede ser eliminada porque tiene datos relacionados")), kept);
+    QCOMPARE(host.driver.Boxes().contains(
+                 QStringLiteral("Prueba|critico|La sucursal no puede ser eliminada porque tiene datos relacionados")),
+             kept);
     QCOMPARE(Branches(host, bank).value(0).endsWith(QStringLiteral("|Falso")), true);
   }
 

@@ -5,8 +5,8 @@
 
 #include <sys/wait.h>
 
-#include <csignal>
 #include <unistd.h>
+#include <csignal>
 
 using support::DialogUser;
 using support::TestHost;
@@ -23,7 +23,8 @@ int MakeBank(const TestHost& host) {
   const int id = host.Id(QStringLiteral("SELECT MAX(IDBanco) FROM Bancos"));
   for (const char* code : {"0001", "0002", "0003"}) {
     host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,codPais) VALUES(%1,'%2','Oficina',35)")
-                   .arg(id).arg(QLatin1String(code)));
+                   .arg(id)
+                   .arg(QLatin1String(code)));
   }
   return id;
 }

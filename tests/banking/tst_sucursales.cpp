@@ -39,8 +39,10 @@ class tst_sucursales : public QObject {
     QCOMPARE(host.connection().Writes(),
              QStringList(QStringLiteral("INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, "
                                         "codProvincia, codPais) VALUES( %1,'0001','L''Alameda','','','28013',%2,35)")
-                             .arg(bank).arg(madrid)));
-    QCOMPARE(host.services().property("IDAux").toInt(), host.Id(QStringLiteral("SELECT MAX(IDSucursal) FROM Sucursales")));
+                             .arg(bank)
+                             .arg(madrid)));
+    QCOMPARE(host.services().property("IDAux").toInt(),
+             host.Id(QStringLiteral("SELECT MAX(IDSucursal) FROM Sucursales")));
   }
 
   void WithoutABankNothingIsShown() {
@@ -97,8 +99,9 @@ class tst_sucursales : public QObject {
     });
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(sucursales, agregar, 0, bank));
-    QCOMPARE(host.driver.Boxes(), QStringList(QStringLiteral(
-        "Prueba|informacion|Debe seleccionar un pais para poder añadir una provincia")));
+    QCOMPARE(
+        host.driver.Boxes(),
+        QStringList(QStringLiteral("Prueba|informacion|Debe seleccionar un pais para poder añadir una provincia")));
     QCOMPARE(host.services().property("IDAux").toInt(), 0);
   }
 
@@ -182,7 +185,8 @@ class tst_sucursales : public QObject {
   void MandatoryFieldsAndUniqueCode() {
     TestHost host;
     const int bank = MakeBank(host);
-    host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES(%1,'0001','X',-1)").arg(bank));
+    host.Query(
+        QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES(%1,'0001','X',-1)").arg(bank));
     host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre) VALUES(%1,'0002','Y')").arg(bank + 1));
     host.driver.On("frmSucursal", [](const DialogUser& dialog) {
       dialog.Type("txtSucursales_0", QStringLiteral("0001"));
@@ -197,10 +201,11 @@ class tst_sucursales : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(sucursales, agregar, 0, bank));
-    QCOMPARE(host.driver.Boxes(),
-             (QStringList{QStringLiteral("Prueba|aviso|Debe rellenar los datos que son obligatorios para continuar"),
-                          QStringLiteral("Prueba|critico|El código de sucursal ya está siendo utilizado. No puede haber "
-                                         "dos sucursales con el mismo código de sucursal para un mismo banco")}));
+    QCOMPARE(
+        host.driver.Boxes(),
+        (QStringList{QStringLiteral("Prueba|aviso|Debe rellenar los datos que son obligatorios para continuar"),
+                     QStringLiteral("Prueba|critico|El código de sucursal ya está siendo utilizado. No puede haber "
+                                    "dos sucursales con el mismo código de sucursal para un mismo banco")}));
   }
 
   void FailedInsertIsToldAndTheDialogStays() {

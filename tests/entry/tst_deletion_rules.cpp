@@ -46,7 +46,8 @@ const Reference references[] = {
      "INSERT INTO Suscripciones(CodEmisor_Cuenta,Eliminado) SELECT MAX(IDEmisor_Cuenta),{E} FROM Emisores_Cuentas"},
     {"presenter: issuer", 21, "INSERT INTO Emisores(CodPresentador,Eliminado) VALUES({ID},{E})"},
     {"presenter: disk", 21, "INSERT INTO Discos(CodPresentador,Eliminado) VALUES({ID},{E})"},
-    {"presenter: remittance", 21, "INSERT INTO Remesas_Presentadores_Discos(CodPresentador,Eliminado) VALUES({ID},{E})"},
+    {"presenter: remittance", 21,
+     "INSERT INTO Remesas_Presentadores_Discos(CodPresentador,Eliminado) VALUES({ID},{E})"},
     {"collector: collaborator", 32, "INSERT INTO Colaboradores(CodCobrador,Eliminado) VALUES({ID},{E})"},
     {"regional deduction: donation", 34, "INSERT INTO Donativos(CodDeduccion_Comunidad,Eliminado) VALUES({ID},{E})"},
     {"community: deduction", 35, "INSERT INTO Deduccion_Comunidad(CodComunidad,Eliminado) VALUES({ID},{E})"},
@@ -72,8 +73,8 @@ int NewRecord(const TestHost& host, int node) {
 bool IsMarked(const TestHost& host, int node, int id) {
   const Eliminacion::Regla& rule = RuleOf(node);
   return host.Query(QStringLiteral("SELECT Eliminado FROM %1 WHERE %2=%3")
-                        .arg(QString::fromLatin1(rule.tabla), QString::fromLatin1(rule.clave)).arg(id)) ==
-         QStringList(QStringLiteral("Verdadero"));
+                        .arg(QString::fromLatin1(rule.tabla), QString::fromLatin1(rule.clave))
+                        .arg(id)) == QStringList(QStringLiteral("Verdadero"));
 }
 
 void Refer(const TestHost& host, const Reference& reference, int id, int mark) {
@@ -84,8 +85,7 @@ void Refer(const TestHost& host, const Reference& reference, int id, int mark) {
   }
 }
 
-const QString refusal =
-    QStringLiteral("Prueba|aviso|No puede eliminar ese registro ya que tiene tablas relacionadas");
+const QString refusal = QStringLiteral("Prueba|aviso|No puede eliminar ese registro ya que tiene tablas relacionadas");
 
 }  // namespace
 
@@ -158,22 +158,29 @@ class tst_deletion_rules : public QObject {
   void StatementsToTheLetter_data() {
     QTest::addColumn<int>("node");
     QTest::addColumn<QString>("query");
-    QTest::newRow("province") << 22 << QStringLiteral(
-        "SELECT codProvincia FROM Diocesis WHERE Diocesis.CodProvincia=7 AND  Eliminado=0 UNION "
-        "SELECT codProvincia FROM Colaboradores WHERE Colaboradores.CodProvincia=7 AND  Eliminado=0 UNION "
-        "SELECT CodProvincia FROM Emisores WHERE Emisores.CodProvincia=7 AND  Eliminado=0 UNION "
-        "SELECT CodProvincia FROM Sucursales WHERE Sucursales.CodProvincia=7 AND  Eliminado=0");
-    QTest::newRow("country") << 20 << QStringLiteral(
-        "SELECT codpais FROM provincias WHERE Provincias.Codpais=7 AND  Eliminado=0 UNION "
-        "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=7 AND  Eliminado=0");
-    QTest::newRow("deduction") << 27 << QStringLiteral(
-        "SELECT CodTipoDeduccionFisica AS CodTipoDeduccion FROM TipoDonativos WHERE  Eliminado=0 AND "
-        "(CodTipoDeduccionFisica=7 OR CodTipoDeduccionJuridica=7)");
-    QTest::newRow("bank") << 19 << QStringLiteral(
-        "SELECT Cuentas.CodSucursal FROM Cuentas,Sucursales WHERE Cuentas.CodSucursal=Sucursales.IDSucursal AND "
-        "Sucursales.CodBanco=7 AND Cuentas.Eliminado=False AND Sucursales.Eliminado=false UNION "
-        "SELECT Presentadores.CodSucursal FROM Presentadores WHERE Presentadores.Eliminado=false AND "
-        "Presentadores.CodBanco=7");
+    QTest::newRow("province")
+        << 22
+        << QStringLiteral(
+               "SELECT codProvincia FROM Diocesis WHERE Diocesis.CodProvincia=7 AND  Eliminado=0 UNION "
+               "SELECT codProvincia FROM Colaboradores WHERE Colaboradores.CodProvincia=7 AND  Eliminado=0 UNION "
+               "SELECT CodProvincia FROM Emisores WHERE Emisores.CodProvincia=7 AND  Eliminado=0 UNION "
+               "SELECT CodProvincia FROM Sucursales WHERE Sucursales.CodProvincia=7 AND  Eliminado=0");
+    QTest::newRow("country") << 20
+                             << QStringLiteral(
+                                    "SELECT codpais FROM provincias WHERE Provincias.Codpais=7 AND  Eliminado=0 UNION "
+                                    "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=7 AND  Eliminado=0");
+    QTest::newRow("deduction")
+        << 27
+        << QStringLiteral(
+               "SELECT CodTipoDeduccionFisica AS CodTipoDeduccion FROM TipoDonativos WHERE  Eliminado=0 AND "
+               "(CodTipoDeduccionFisica=7 OR CodTipoDeduccionJuridica=7)");
+    QTest::newRow("bank")
+        << 19
+        << QStringLiteral(
+               "SELECT Cuentas.CodSucursal FROM Cuentas,Sucursales WHERE Cuentas.CodSucursal=Sucursales.IDSucursal AND "
+               "Sucursales.CodBanco=7 AND Cuentas.Eliminado=False AND Sucursales.Eliminado=false UNION "
+               "SELECT Presentadores.CodSucursal FROM Presentadores WHERE Presentadores.Eliminado=false AND "
+               "Presentadores.CodBanco=7");
   }
   void StatementsToTheLetter() {
     QFETCH(int, node);
@@ -206,8 +213,9 @@ class tst_deletion_rules : public QObject {
     const int administrator = host.Id(QStringLiteral("SELECT MAX(IDUsuario) FROM Usuarios"));
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.EliminarRegistro(24, administrator));
-    QCOMPARE(host.driver.Boxes(), QStringList(QStringLiteral(
-        "Prueba|critico|No está autorizado para eliminar a un administrador de la aplicación")));
+    QCOMPARE(host.driver.Boxes(),
+             QStringList(QStringLiteral(
+                 "Prueba|critico|No está autorizado para eliminar a un administrador de la aplicación")));
     QVERIFY(!IsMarked(host, 24, administrator));
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
   }
@@ -224,11 +232,13 @@ class tst_deletion_rules : public QObject {
     // The issuer's links go, the accounts behind them stay.
     const int issuer = NewRecord(host, 18);
     host.Query(QStringLiteral("INSERT INTO Cuentas(CodSucursal) VALUES(1)"));
-    host.Query(QStringLiteral("INSERT INTO Emisores_Cuentas(CodEmisor,CodCuenta) SELECT %1,MAX(IDCuenta) FROM Cuentas").arg(issuer));
+    host.Query(QStringLiteral("INSERT INTO Emisores_Cuentas(CodEmisor,CodCuenta) SELECT %1,MAX(IDCuenta) FROM Cuentas")
+                   .arg(issuer));
     EXPECT_CLEAN(host, host.EliminarRegistro(18, issuer));
     QCOMPARE(host.Query(QStringLiteral("SELECT Emisores_Cuentas.Eliminado, Cuentas.Eliminado FROM Emisores_Cuentas "
                                        "INNER JOIN Cuentas ON Emisores_Cuentas.CodCuenta=Cuentas.IDCuenta "
-                                       "WHERE CodEmisor=%1").arg(issuer)),
+                                       "WHERE CodEmisor=%1")
+                            .arg(issuer)),
              QStringList(QStringLiteral("Verdadero|Falso")));
 
     const int sheet = NewRecord(host, 30);

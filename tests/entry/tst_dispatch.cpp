@@ -18,7 +18,9 @@ class tst_dispatch : public QObject {
     QStringList rows;
     for (const Despacho::Entrada& entrada : Despacho::Tabla()) {
       const QString released = entrada.liberado == entrada.dialogo ? QString() : u'/' + entrada.liberado;
-      rows.append(QStringLiteral("%1 %2%3 %4").arg(entrada.nodo.toInt()).arg(entrada.dialogo, released)
+      rows.append(QStringLiteral("%1 %2%3 %4")
+                      .arg(entrada.nodo.toInt())
+                      .arg(entrada.dialogo, released)
                       .arg(int(entrada.apertura)));
     }
     QCOMPARE(rows.join(QStringLiteral(", ")),

@@ -36,7 +36,9 @@ class tst_captions : public QObject {
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("button");
     const QString before = QStringLiteral("antes");
-    QTest::newRow("number") << "12001" << "(*) País:" << "(*) País:";
+    QTest::newRow("number") << "12001"
+                            << "(*) País:"
+                            << "(*) País:";
     QTest::newRow("missing id") << "12999" << before << before;
     QTest::newRow("zero") << "0" << before << before;
     QTest::newRow("empty") << "" << before << before;

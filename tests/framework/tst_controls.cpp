@@ -20,11 +20,21 @@ class tst_controls : public QObject {
     QTest::addColumn<QString>("keys");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("beeps");
-    QTest::newRow("digits") << true << "" << "0049" << "0049" << 0;
-    QTest::newRow("others beep and are dropped") << true << "" << "a1 -2" << "12" << 3;
-    QTest::newRow("a key in a full box starts anew") << true << "0049" << "7" << "7" << 0;
-    QTest::newRow("a refused key clears nothing") << true << "0049" << "x" << "0049" << 1;
-    QTest::newRow("without that, a full box refuses") << false << "0049" << "7" << "0049" << 1;
+    QTest::newRow("digits") << true << ""
+                            << "0049"
+                            << "0049" << 0;
+    QTest::newRow("others beep and are dropped") << true << ""
+                                                 << "a1 -2"
+                                                 << "12" << 3;
+    QTest::newRow("a key in a full box starts anew") << true << "0049"
+                                                     << "7"
+                                                     << "7" << 0;
+    QTest::newRow("a refused key clears nothing") << true << "0049"
+                                                  << "x"
+                                                  << "0049" << 1;
+    QTest::newRow("without that, a full box refuses") << false << "0049"
+                                                      << "7"
+                                                      << "0049" << 1;
   }
   void KeyFilters() {
     QFETCH(bool, clearWhenFull);

@@ -35,7 +35,8 @@ class tst_class_registry : public QObject {
     RegisterClass(QStringLiteral("Prueba.Clase"), [] { return std::make_unique<QObject>(); });
     QVERIFY(CreateObject(QStringLiteral("PRUEBA.clase")) != nullptr);
     UnregisterClass(QStringLiteral("prueba.clase"));
-    QVERIFY(Refusal(QStringLiteral("Prueba.Clase")).startsWith(QStringLiteral("429: El componente no puede crear el objeto")));
+    QVERIFY(Refusal(QStringLiteral("Prueba.Clase"))
+                .startsWith(QStringLiteral("429: El componente no puede crear el objeto")));
   }
 
   void RegistryFileEntries() {
@@ -54,7 +55,8 @@ class tst_class_registry : public QObject {
     QTest::newRow("no file") << QByteArray() << "no está registrada";
     QTest::newRow("missing library") << QByteArray("X.Y=/no/hay.so\n") << "no existe la biblioteca «/no/hay.so»";
     QTest::newRow("not a library") << QByteArray("x.y = /etc/passwd\n") << "no se puede cargar";
-    QTest::newRow("not a component") << QByteArray("X.Y=" NOT_A_COMPONENT "\n") << "no es una biblioteca de componentes";
+    QTest::newRow("not a component") << QByteArray("X.Y=" NOT_A_COMPONENT "\n")
+                                     << "no es una biblioteca de componentes";
     QTest::newRow("rubbish") << QByteArray("\0\xff=\n===\nX.Y\n", 12) << "no está registrada";
   }
   void RegistryPointingAstray() {

@@ -29,7 +29,9 @@ class Service : public QObject {
   Q_INVOKABLE QObject* Mismo(QObject* object) { return object; }
   Q_INVOKABLE int CuentaHijos(const QObjectList& objects) { return static_cast<int>(objects.size()); }
   Q_INVOKABLE void Cambiar(QObject*& object) { object = this; }
-  Q_INVOKABLE QString PorClase(Service* service) { return service == nullptr ? QStringLiteral("nada") : QStringLiteral("sí"); }
+  Q_INVOKABLE QString PorClase(Service* service) {
+    return service == nullptr ? QStringLiteral("nada") : QStringLiteral("sí");
+  }
   Q_INVOKABLE void Fallar() { throw Error(1234, QStringLiteral("propio")); }
   QString ReadOnly() const { return QStringLiteral("fijo"); }
 

@@ -87,8 +87,8 @@ class tst_paises : public QObject {
       dialog.Press("cmdPais_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
-    QVERIFY(host.connection().Log().contains(
-        QStringLiteral("UPDATE Paises SET Nombre='Galia' WHERE idpais=%1").arg(id)));
+    QVERIFY(
+        host.connection().Log().contains(QStringLiteral("UPDATE Paises SET Nombre='Galia' WHERE idpais=%1").arg(id)));
     QCOMPARE(host.Query(QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id)),
              QStringList(QStringLiteral("Galia")));
     QCOMPARE(host.Query(QStringLiteral("SELECT * FROM BloqueoRegistros")), QStringList());
@@ -116,7 +116,8 @@ class tst_paises : public QObject {
     QTest::newRow("unchanged") << "Francia" << none << 0;
     QTest::newRow("no") << "Galia" << QList<int>{QMessageBox::No} << 0;
     QTest::newRow("yes") << "Galia" << QList<int>{QMessageBox::Yes} << 1;
-    QTest::newRow("yes, but Accept refuses: closes all the same") << " " << QList<int>{QMessageBox::Yes, QMessageBox::Ok} << 0;
+    QTest::newRow("yes, but Accept refuses: closes all the same")
+        << " " << QList<int>{QMessageBox::Yes, QMessageBox::Ok} << 0;
     QTest::newRow("cancel, then no") << "Galia" << QList<int>{QMessageBox::Cancel, QMessageBox::No} << 0;
   }
   void ClosePrompt() {
@@ -152,7 +153,8 @@ class tst_paises : public QObject {
     host.session.showRefusedLocks = false;
     const int id = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
     host.Query(QStringLiteral("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID,Usuario,Equipo,Proceso,Desde) "
-                              "VALUES(2,'IDPais',%1,'Ana','otro-equipo',1,'2026-01-01T00:00:00')").arg(id));
+                              "VALUES(2,'IDPais',%1,'Ana','otro-equipo',1,'2026-01-01T00:00:00')")
+                   .arg(id));
     host.driver.On("frmPais", [](const DialogUser& dialog) {
       QVERIFY(!dialog.IsEnabled("cmdPais_0"));
       dialog.Type("txtPais", QStringLiteral("Galia"));

@@ -33,9 +33,10 @@ class tst_provincias : public QObject {
       dialog.Press("cmdProvincia_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
-    QCOMPARE(host.connection().Writes(),
-             QStringList(QStringLiteral("INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(%1,'L''Isère',0)")
-                             .arg(francia)));
+    QCOMPARE(
+        host.connection().Writes(),
+        QStringList(
+            QStringLiteral("INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(%1,'L''Isère',0)").arg(francia)));
   }
 
   void CountriesAreListedInSpanishOrder() {
@@ -118,7 +119,8 @@ class tst_provincias : public QObject {
     host.driver.On("frmPais", [](const DialogUser& dialog) { dialog.Press("cmdPais_1"); });
     EXPECT_CLEAN(host, host.PasarDatos(provincias, modificar, madrid, 9));
     QCOMPARE(host.Query(QStringLiteral("SELECT Paises.Nombre FROM Provincias INNER JOIN Paises ON "
-                                       "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=%1").arg(madrid)),
+                                       "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=%1")
+                            .arg(madrid)),
              QStringList(QStringLiteral("Atlántida")));
   }
 

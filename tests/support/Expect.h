@@ -5,18 +5,18 @@
 #include <QTest>
 
 /// Everything that the driver was told happened, nothing else, and no error reached the host.
-#define EXPECT_CLEAN(host, outcome)                                                                      \
-  do {                                                                                                   \
-    const auto result = (outcome);                                                                       \
-    QVERIFY2(!result, result ? qPrintable(result->Description()) : "");                                  \
-    QCOMPARE((host).driver.TakeProblems(), QStringList());                                               \
+#define EXPECT_CLEAN(host, outcome)                                     \
+  do {                                                                  \
+    const auto result = (outcome);                                      \
+    QVERIFY2(!result, result ? qPrintable(result->Description()) : ""); \
+    QCOMPARE((host).driver.TakeProblems(), QStringList());              \
   } while (false)
 
 /// The call failed with that number at the host, and the driver was used as foreseen.
-#define EXPECT_ERROR(host, outcome, number)                                                              \
-  do {                                                                                                   \
-    const auto result = (outcome);                                                                       \
-    QVERIFY2(result.has_value(), "no error");                                                            \
-    QCOMPARE(result->Number(), number);                                                                  \
-    QCOMPARE((host).driver.TakeProblems(), QStringList());                                               \
+#define EXPECT_ERROR(host, outcome, number)                \
+  do {                                                     \
+    const auto result = (outcome);                         \
+    QVERIFY2(result.has_value(), "no error");              \
+    QCOMPARE(result->Number(), number);                    \
+    QCOMPARE((host).driver.TakeProblems(), QStringList()); \
   } while (false)

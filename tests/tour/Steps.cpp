@@ -33,8 +33,7 @@ void WalkCountries(Tour& tour) {
   });
   tour.Windows().Answer(QMessageBox::Yes);
   tour.Step(QStringLiteral("Países: modificar, cerrar y guardar"), {.node = paises, .action = modificar, .id = id},
-            QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id),
-            {QStringLiteral("Atlántida d'Abajo")});
+            QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id), {QStringLiteral("Atlántida d'Abajo")});
 }
 
 void WalkProvinces(Tour& tour) {

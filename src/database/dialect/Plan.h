@@ -21,7 +21,6 @@ struct Binding {
 struct ResultColumn {
   QString label;
   bool isBoolean = false;
-  bool isRepeated = false;  ///< A column before it has the same label.
 };
 
 /// A statement of the dialect made ready for an engine, for every statement of the same shape.

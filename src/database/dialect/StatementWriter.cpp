@@ -143,10 +143,7 @@ QString StatementWriter::WriteStar(const Scope::Source& source, Output& output) 
 
 QString StatementWriter::AddColumn(const Fragment& fragment, QString label, Output& output) {
   const std::size_t position = output.columns.size();
-  const bool isRepeated = std::any_of(output.columns.begin(), output.columns.end(), [&](const ResultColumn& column) {
-    return column.label.compare(label, Qt::CaseInsensitive) == 0;
-  });
-  output.columns.push_back({std::move(label), fragment.type == ValueType::Boolean, isRepeated});
+  output.columns.push_back({std::move(label), fragment.type == ValueType::Boolean});
   output.types.push_back(fragment.type);
   return position < output.targets.size() ? WriteStored(fragment, *output.targets[position]) : fragment.sql;
 }

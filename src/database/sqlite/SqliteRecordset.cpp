@@ -13,6 +13,8 @@ namespace database {
 
 namespace {
 
+constexpr std::size_t mostAsked = 64;
+
 QVariant WholeNumber(sqlite3_int64 value) {
   const bool isShort = value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
   return isShort ? QVariant(static_cast<int>(value)) : QVariant(static_cast<qlonglong>(value));
@@ -86,18 +88,27 @@ void SqliteRecordset::MoveNext() {
   m_atEnd = m_row >= m_rows.size();
 }
 
-// Columns are mostly read in the order of the select list, so the one behind the last is tried first; where two
-// columns have one name, the first is meant, whatever was read before.
+// A reader asks for the same names in the same order for every row, whatever their order and spelling are.
 int SqliteRecordset::Find(QStringView name) {
-  const std::vector<ResultColumn>& columns = m_columns;
-  const std::size_t next = m_lastFound + 1 < columns.size() ? m_lastFound + 1 : 0;
-  if (next < columns.size() && IsSameText(name, columns[next].label) && !columns[next].isRepeated) {
-    m_lastFound = next;
-    return static_cast<int>(next);
+  for (std::size_t i = 0; i < m_asked.size(); ++i) {
+    const Asked& candidate = m_asked[m_nextAsked];
+    m_nextAsked = m_nextAsked + 1 < m_asked.size() ? m_nextAsked + 1 : 0;
+    if (IsSameText(name, candidate.name)) {
+      return candidate.column;
+    }
   }
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (name.compare(columns[i].label, Qt::CaseInsensitive) == 0) {
-      m_lastFound = i;
+  const int column = Search(name);
+  if (m_asked.size() < mostAsked) {
+    m_asked.push_back({name.toString(), column});
+    m_nextAsked = 0;
+  }
+  return column;
+}
+
+// Where two columns have one name, the first is meant.
+int SqliteRecordset::Search(QStringView name) const {
+  for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    if (name.compare(m_columns[i].label, Qt::CaseInsensitive) == 0) {
       return static_cast<int>(i);
     }
   }

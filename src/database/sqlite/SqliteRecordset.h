@@ -37,6 +37,7 @@ class SqliteRecordset : public adodb::Recordset {
   void CheckOpen() const;
   void Step();
   int Find(QStringView name);
+  int Search(QStringView name) const;
   QVariant CurrentValue(int position) const;
   /// The value of the engine's current row.
   QVariant Value(int position) const;
@@ -46,7 +47,13 @@ class SqliteRecordset : public adodb::Recordset {
   StatementLease m_lease;
   std::vector<ResultColumn> m_columns;
   bool m_atEnd = true;
-  std::size_t m_lastFound = 0;
+  /// The spellings that were asked for so far, in the order of the asking, with what they mean.
+  struct Asked {
+    QString name;
+    int column = 0;
+  };
+  std::vector<Asked> m_asked;
+  std::size_t m_nextAsked = 0;
   std::vector<Row> m_rows;
   std::size_t m_row = 0;
 };

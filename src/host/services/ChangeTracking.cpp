@@ -6,8 +6,8 @@
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCryptographicHash>
 #include <QGroupBox>
+#include <QHashFunctions>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMetaProperty>
@@ -23,23 +23,33 @@ namespace {
 
 constexpr const char* memoryProperty = "_kel_remembered";
 
-// Texts are hashed with their lengths, so that moving a character from one cell to the next is a change.
-void AddText(QCryptographicHash& hash, QStringView text) {
-  const qsizetype size = text.size();
-  hash.addData(QByteArrayView(reinterpret_cast<const char*>(&size), sizeof size));
-  hash.addData(QByteArrayView(reinterpret_cast<const char*>(text.utf16()), size * 2));
-}
+// A hash over many texts. The length of each counts, so that moving a character from one text to the next is a change.
+// It tells changes of one session apart and guards against nobody, so a fast one of 64 bits does.
+class TextHash {
+ public:
+  void Add(QStringView text) {
+    const auto bytes = static_cast<std::size_t>(text.size()) * sizeof(char16_t);
+    m_hash = qHashBits(text.utf16(), bytes, m_hash + bytes + 1);
+  }
+  QVariant Result() const { return QVariant::fromValue(quint64(m_hash)); }
 
-void AddRows(QCryptographicHash& hash, const QAbstractItemModel& model, const QModelIndex& parent,
+ private:
+  std::size_t m_hash = 0;
+};
+
+void AddRows(TextHash& hash, const QAbstractItemModel& model, const QModelIndex& parent,
              std::vector<QModelIndex>& inner) {
   const int rows = model.rowCount(parent);
   const int columns = model.columnCount(parent);
-  AddText(hash, QString::number(rows) + u'x' + QString::number(columns));
+  hash.Add(QString::number(rows) + u'x' + QString::number(columns));
   for (int row = 0; row < rows; ++row) {
     for (int column = 0; column < columns; ++column) {
       const QModelIndex index = model.index(row, column, parent);
-      AddText(hash, index.data(Qt::DisplayRole).toString());
-      AddText(hash, index.data(Qt::CheckStateRole).toString());
+      hash.Add(index.data(Qt::DisplayRole).toString());
+      const QVariant check = index.data(Qt::CheckStateRole);
+      if (check.isValid()) {
+        hash.Add(check.toString());
+      }
       if (column == 0 && model.hasChildren(index)) {
         inner.push_back(index);
       }
@@ -47,21 +57,21 @@ void AddRows(QCryptographicHash& hash, const QAbstractItemModel& model, const QM
   }
 }
 
-QByteArray ShownContent(const QAbstractItemModel& model) {
-  QCryptographicHash hash(QCryptographicHash::Sha1);
+QVariant ShownContent(const QAbstractItemModel& model) {
+  TextHash hash;
   std::vector<QModelIndex> parents{QModelIndex()};
   while (!parents.empty()) {
     const QModelIndex parent = parents.back();
     parents.pop_back();
     AddRows(hash, model, parent, parents);
   }
-  return hash.result();
+  return hash.Result();
 }
 
-QByteArray HashOf(const QString& text) {
-  QCryptographicHash hash(QCryptographicHash::Sha1);
-  AddText(hash, text);
-  return hash.result();
+QVariant HashOf(const QString& text) {
+  TextHash hash;
+  hash.Add(text);
+  return hash.Result();
 }
 
 // An item is known by its data: refilling a list that then selects the same record is no change.
@@ -106,7 +116,7 @@ QVariant ValueOf(const QObject* control) {
     return qobject_cast<const QScrollBar*>(control) == nullptr ? QVariant(slider->value()) : QVariant();
   }
   if (const auto* view = qobject_cast<const QAbstractItemView*>(control)) {
-    return view->model() != nullptr ? QVariant(ShownContent(*view->model())) : QVariant();
+    return view->model() != nullptr ? ShownContent(*view->model()) : QVariant();
   }
   return {};
 }

@@ -42,7 +42,11 @@ void SaveColumnWidths(const QString& settingsFile, QObject* grid, const QString&
     widths.append(QString::number(header.sectionSize(column)));
   }
   QSettings settings(settingsFile, QSettings::IniFormat);
-  settings.setValue(SettingsKey(grid, key, dialog), widths);
+  const QString entry = SettingsKey(grid, key, dialog);
+  if (settings.value(entry).toStringList() == widths) {
+    return;
+  }
+  settings.setValue(entry, widths);
   settings.sync();
   if (settings.status() != QSettings::NoError) {
     qWarning("column widths could not be stored in %s", qUtf8Printable(settingsFile));

@@ -47,7 +47,8 @@ QList<Entry> ReadRegistryFile() {
   for (const QByteArray& line : lines) {
     const qsizetype equals = line.indexOf('=');
     if (equals > 0) {
-      entries.append({QString::fromUtf8(line.left(equals).trimmed()), QString::fromUtf8(line.mid(equals + 1).trimmed())});
+      entries.append(
+          {QString::fromUtf8(line.left(equals).trimmed()), QString::fromUtf8(line.mid(equals + 1).trimmed())});
     }
   }
   return entries;

@@ -40,8 +40,9 @@ ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_un
   m_private->Resolve(m_private->unregisterServer, "DllUnregisterServer");
   if (m_private->getClassObject == nullptr || m_private->canUnloadNow == nullptr) {
     m_private->library.unload();
-    throw Error(CannotCreateObject, QStringLiteral("%1: «%2» no es una biblioteca de componentes.")
-                                        .arg(ErrorText(CannotCreateObject), path));
+    throw Error(
+        CannotCreateObject,
+        QStringLiteral("%1: «%2» no es una biblioteca de componentes.").arg(ErrorText(CannotCreateObject), path));
   }
 }
 
@@ -50,9 +51,8 @@ ComponentLibrary::~ComponentLibrary() = default;
 std::unique_ptr<QObject> ComponentLibrary::CreateObject(const QString& progId) const {
   ClassFactory* factory = nullptr;
   if (m_private->getClassObject(progId.toUtf8().constData(), &factory) != LibraryOk || factory == nullptr) {
-    throw Error(CannotCreateObject,
-                QStringLiteral("%1: la biblioteca «%2» no contiene la clase «%3».")
-                    .arg(ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
+    throw Error(CannotCreateObject, QStringLiteral("%1: la biblioteca «%2» no contiene la clase «%3».")
+                                        .arg(ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
   }
   return factory->CreateInstance();
 }

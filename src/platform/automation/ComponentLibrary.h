@@ -17,10 +17,10 @@ class ClassFactory {
 
 /// Results of the exported functions.
 enum LibraryResult : int {
-  LibraryOk = 0,                         ///< done; for DllCanUnloadNow: nothing is in use
-  LibraryFalse = 1,                      ///< DllCanUnloadNow: objects are alive
+  LibraryOk = 0,                           ///< done; for DllCanUnloadNow: nothing is in use
+  LibraryFalse = 1,                        ///< DllCanUnloadNow: objects are alive
   LibraryClassNotAvailable = -2147221231,  ///< DllGetClassObject: no such class in this library (0x80040111)
-  LibraryFailed = -2147467259,           ///< registration: the registry file cannot be written (0x80004005)
+  LibraryFailed = -2147467259,             ///< registration: the registry file cannot be written (0x80004005)
 };
 
 /// `int DllGetClassObject(const char* progId, automation::ClassFactory** factory)`: the factory of the class, with

@@ -338,6 +338,9 @@ qint16 CInt(const QVariant& value) {
 }
 
 qint32 CLng(const QVariant& value) {
+  if (value.metaType().id() == QMetaType::Int) {
+    return value.toInt();
+  }
   return ToWhole<qint32>(value);
 }
 

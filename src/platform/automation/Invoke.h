@@ -22,8 +22,8 @@ namespace automation {
 class Argument {
  public:
   template <typename T>
-    requires(!std::is_same_v<std::remove_cvref_t<T>, Argument>)
-  Argument(T&& value)  // NOLINT(google-explicit-constructor): arguments are written as plain values
+  requires(!std::is_same_v<std::remove_cvref_t<T>, Argument>)
+      Argument(T&& value)  // NOLINT(google-explicit-constructor): arguments are written as plain values
       : m_value(ToVariant(std::forward<T>(value))) {}
 
   QVariant& Value() { return m_value; }
