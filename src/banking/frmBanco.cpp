@@ -12,6 +12,13 @@
 
 using resources::LoadResString;
 
+namespace {
+
+// Widths of the grid's columns until the user has chosen others.
+constexpr int columnCharacters[] = {9, 20, 28, 15};
+
+}  // namespace
+
 frmBanco::frmBanco()
     : FormularioMantenimiento({.nombre = QStringLiteral("frmBanco"),
                                .clave = QStringLiteral("IDBanco"),
@@ -26,6 +33,9 @@ void frmBanco::CrearControles() {
   m_sucursales.clear();
   m_modelo = new SucursalesModel(m_sucursales, m_ui->msgSucursales);
   m_ui->msgSucursales->setModel(m_modelo);
+  for (int column = 0; column < m_modelo->columnCount(); ++column) {
+    m_ui->msgSucursales->setColumnWidth(column, columnCharacters[column] * fontMetrics().averageCharWidth());
+  }
   SeleccionarAlEnfocar(m_ui->txtBanco_0);
   SeleccionarAlEnfocar(m_ui->txtBanco_1);
   OnClick(std::array{m_ui->cmdBanco_0, m_ui->cmdBanco_1, m_ui->cmdBanco_2, m_ui->cmdBanco_3, m_ui->cmdBanco_4},

@@ -147,8 +147,10 @@ void Formulario::DestroyControls() {
 }
 
 void Formulario::WidenForCaption() {
-  // Room for the caption beside the title bar's icon and buttons, which take about ten digits.
-  const int wanted = fontMetrics().horizontalAdvance(windowTitle() + QStringLiteral("0000000000"));
+  // Room for the caption in bold beside the title bar's icon and buttons, which take about twelve digits.
+  QFont bold = font();
+  bold.setBold(true);
+  const int wanted = QFontMetrics(bold).horizontalAdvance(windowTitle() + QStringLiteral("000000000000"));
   resize(sizeHint().expandedTo(QSize(std::min(wanted, screen()->availableSize().width() / 2), 0)));
 }
 

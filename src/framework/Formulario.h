@@ -63,15 +63,8 @@ class Formulario : public QDialog {
   /// Connects a signal to a handler under Guard.
   template <typename Sender, typename Signal, typename Handler>
   void On(Sender* sender, Signal signal, Handler handler) {
-    connect(sender, signal, this, [this, handler](auto&&... values) {
-      Guard([&] {
-        if constexpr (std::is_invocable_v<Handler, decltype(values)...>) {
-          handler(std::forward<decltype(values)>(values)...);
-        } else {
-          handler();
-        }
-      });
-    });
+    connect(sender, signal, this,
+            [this, handler](auto... values) { Guard([&] { CallWithWhatItTakes(handler, values...); }); });
   }
 
   /// The window's title, to the letter.
@@ -93,6 +86,16 @@ class Formulario : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // Calls a handler with a signal's values, or without them when it takes none.
+  template <typename Handler, typename... Values>
+  static void CallWithWhatItTakes(const Handler& handler, const Values&... values) {
+    if constexpr (std::is_invocable_v<Handler, Values...>) {
+      handler(values...);
+    } else {
+      handler();
+    }
+  }
+
   void DestroyControls();
   void PrepareControls();
   void FinishUnload();

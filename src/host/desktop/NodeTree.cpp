@@ -1,6 +1,7 @@
 #include "host/desktop/NodeTree.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTreeWidgetItemIterator>
 
 namespace host {
@@ -25,6 +26,11 @@ NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
   }
   expandAll();
   connect(this, &QTreeWidget::currentItemChanged, this, &NodeTree::Announce);
+}
+
+QSize NodeTree::sizeHint() const {
+  const int margins = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+  return {sizeHintForColumn(0) + margins, QTreeWidget::sizeHint().height()};
 }
 
 void NodeTree::Choose(int nodeId) {

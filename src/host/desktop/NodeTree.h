@@ -11,6 +11,8 @@ class NodeTree : public QTreeWidget {
   Q_OBJECT
 
  public:
+  /// As wide as the longest title.
+  QSize sizeHint() const override;
   explicit NodeTree(QWidget* parent = nullptr);
 
   /// Makes a node the chosen one; a number that the tree does not have changes nothing.

@@ -58,7 +58,8 @@ void LoadWindow(QMainWindow& window, QSplitter& splitter) {
   }
   window.restoreState(settings.value(QStringLiteral("Ventana/Estado")).toByteArray());
   if (!splitter.restoreState(settings.value(QStringLiteral("Ventana/Division")).toByteArray())) {
-    splitter.setSizes({window.width() / 4, window.width() * 3 / 4});
+    const int tree = splitter.widget(0)->sizeHint().width();
+    splitter.setSizes({tree, window.width() - tree});
   }
 }
 

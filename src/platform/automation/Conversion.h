@@ -6,7 +6,6 @@
 #include <QStringView>
 #include <QVariant>
 
-#include <compare>
 #include <optional>
 
 /// Value conversions by the classic runtime's rules, always in the Spanish locale whatever the machine's:
@@ -31,7 +30,7 @@ class Currency {
   }
   constexpr qint64 Scaled() const { return m_scaled; }
   double ToDouble() const { return static_cast<double>(m_scaled) / 10000.0; }
-  auto operator<=>(const Currency&) const = default;
+  bool operator==(const Currency&) const = default;
 
  private:
   qint64 m_scaled = 0;

@@ -23,7 +23,7 @@ class Argument {
  public:
   template <typename T>
   requires(!std::is_same_v<std::remove_cvref_t<T>, Argument>)
-      Argument(T&& value)  // NOLINT(google-explicit-constructor): arguments are written as plain values
+      Argument(T&& value)  // NOLINT(bugprone-forwarding-reference-overload): the constraint leaves copying alone
       : m_value(ToVariant(std::forward<T>(value))) {}
 
   QVariant& Value() { return m_value; }
