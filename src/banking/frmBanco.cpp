@@ -156,7 +156,9 @@ void frmBanco::EliminarSucursal() {
 }
 
 void frmBanco::Aceptar() {
-  ConfirmarCampos();
+  if (!ConfirmarCampos()) {
+    return;
+  }
   for (QLineEdit* box : {m_ui->txtBanco_0, m_ui->txtBanco_1}) {
     if (box->text().trimmed().isEmpty()) {
       MensajeConAviso(1111, vbExclamation);
@@ -169,24 +171,32 @@ void frmBanco::Aceptar() {
   }
 }
 
-// False when the user was told why nothing was written.
+// False when the user was told why nothing was written. Messages wait until the form takes input again.
 bool frmBanco::Guardar() {
-  const EntradaDesactivada writing(this);
-  adodb::Connection& connection = objApi().congestion();
-  const BancoBD::Banco banco{m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()};
   try {
-    if (BancoBD::NumeroEnUso(connection, banco.Numero, objApi().IDSeleccionado())) {
+    if (!Escribir()) {
       MensajeConAviso(1112, vbCritical);
       return false;
-    }
-    if (EsAlta()) {
-      DevolverNuevo(BancoBD::InsertarBanco(connection, banco, m_sucursales));
-    } else if (objApi().Accion() == ConstAccion().Modificar()) {
-      BancoBD::ModificarBanco(connection, objApi().IDSeleccionado(), banco, m_sucursales);
     }
   } catch (...) {
     MensajeError(Ficha().cadenaError, automation::CurrentError());
     return false;
+  }
+  return true;
+}
+
+// False when another live bank has the number.
+bool frmBanco::Escribir() {
+  const EntradaDesactivada writing(this);
+  adodb::Connection& connection = objApi().congestion();
+  const BancoBD::Banco banco{m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()};
+  if (BancoBD::NumeroEnUso(connection, banco.Numero, objApi().IDSeleccionado())) {
+    return false;
+  }
+  if (EsAlta()) {
+    DevolverNuevo(BancoBD::InsertarBanco(connection, banco, m_sucursales));
+  } else if (objApi().Accion() == ConstAccion().Modificar()) {
+    BancoBD::ModificarBanco(connection, objApi().IDSeleccionado(), banco, m_sucursales);
   }
   return true;
 }

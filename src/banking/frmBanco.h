@@ -32,6 +32,7 @@ class frmBanco : public FormularioMantenimiento {
   void EliminarSucursal();
   void Aceptar();
   bool Guardar();
+  bool Escribir();
 
   std::shared_ptr<cSucursal> SucursalSeleccionada() const;
   void Seleccionar(int row);

@@ -46,8 +46,7 @@ frmSucursal::~frmSucursal() = default;
 void frmSucursal::CrearControles() {
   m_ui = std::make_unique<Ui::frmSucursal>();
   m_ui->setupUi(this);
-  for (QLineEdit* box : {m_ui->txtSucursales_0, m_ui->txtSucursales_1, m_ui->txtSucursales_2, m_ui->txtSucursales_3,
-                         m_ui->txtSucursales_4}) {
+  for (QLineEdit* box : {m_ui->txtSucursales_0, m_ui->txtSucursales_1, m_ui->txtSucursales_2, m_ui->txtSucursales_3}) {
     SeleccionarAlEnfocar(box);
   }
   const KeyFilter::Options options = KeyFilter::BeepOnRefusal | KeyFilter::ClearWhenFull;
@@ -57,7 +56,7 @@ void frmSucursal::CrearControles() {
   On(m_ui->cboPaises, &QComboBox::currentIndexChanged, [this] { cboPaises_Click(); });
   On(m_ui->cmdNPais, &QToolButton::clicked, [this] { cmdNPais_Click(); });
   On(m_ui->cmdNProvincia, &QToolButton::clicked, [this] { cmdNProvincia_Click(); });
-  On(new FocusWatch(m_ui->txtSucursales_4), &FocusWatch::Left, [this] {
+  On(SeleccionarAlEnfocar(m_ui->txtSucursales_4), &FocusWatch::Left, [this] {
     if (m_ui->txtSucursales_4->text().trimmed().size() >= 2) {
       ServiciosHost::Nuevo().SeleccionarCP_Provincia(m_ui->txtSucursales_4, m_ui->cboProvincias);
     }
@@ -214,7 +213,9 @@ void frmSucursal::cmdSucursales_Click(int index) {
     m_encargo ? Unload() : CancelarYCerrar();
     return;
   }
-  ConfirmarCampos();
+  if (!ConfirmarCampos()) {
+    return;
+  }
   cSucursal datos;
   Recoger(datos);
   if (datos.Codigo.isEmpty() || datos.Nombre.isEmpty()) {

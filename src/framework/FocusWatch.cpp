@@ -3,6 +3,8 @@
 #include <QFocusEvent>
 #include <QWidget>
 
+#include <utility>
+
 FocusWatch::FocusWatch(QWidget* control) : QObject(control) {
   control->installEventFilter(this);
 }
@@ -15,8 +17,12 @@ bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
   watched->event(event);
   const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
   if (event->type() == QEvent::FocusIn) {
-    Q_EMIT Entered();
+    // Coming back from a menu or from another window is no entering: what was selected stays so.
+    if (!std::exchange(m_inside, true)) {
+      Q_EMIT Entered();
+    }
   } else if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+    m_inside = false;
     Q_EMIT Left();
   }
   return true;

@@ -17,4 +17,7 @@ class FocusWatch : public QObject {
  Q_SIGNALS:
   void Entered();
   void Left();
+
+ private:
+  bool m_inside = false;
 };

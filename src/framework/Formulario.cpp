@@ -58,6 +58,9 @@ void Formulario::PrepareControls() {
   for (QComboBox* combo : combos) {
     combo->setFocusPolicy(Qt::StrongFocus);
     combo->installEventFilter(this);
+    // A long item must not make the window wider than the screen.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(boxCharacters);
   }
   const QList<QTableView*> grids = findChildren<QTableView*>();
   for (QTableView* grid : grids) {
@@ -121,6 +124,9 @@ void Formulario::FinishUnload() {
 }
 
 void Formulario::Guard(const std::function<void()>& handler) {
+  if (!m_loaded) {
+    return;
+  }
   try {
     handler();
   } catch (...) {

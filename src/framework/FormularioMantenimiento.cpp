@@ -9,7 +9,24 @@
 #include <QIcon>
 #include <QTableView>
 
+#include <optional>
 #include <utility>
+
+namespace {
+
+// Runs one step of several that are all tried; keeps the first error.
+template <typename Step>
+void Intentar(std::optional<automation::Error>& error, Step step) {
+  try {
+    step();
+  } catch (...) {
+    if (!error) {
+      error = automation::CurrentError();
+    }
+  }
+}
+
+}  // namespace
 
 FormularioMantenimiento::FormularioMantenimiento(FichaFormulario ficha)
     : Formulario(ficha.nombre), m_ficha(std::move(ficha)) {}
@@ -21,17 +38,18 @@ void FormularioMantenimiento::Form_Load() {
   try {
     CargarTextosFormulario(this);
     setWindowIcon(QIcon(objApi().Icono()));
-    if (!Cargar()) {
-      return;
-    }
     if (Rejilla() != nullptr) {
       ServiciosHost::Nuevo().CargarAnchos(Rejilla(), ClaveAnchos(), m_ficha.nombre);
+    }
+    if (!Cargar()) {
+      return;
     }
     ServiciosHost::Nuevo().establecercontrolcambioformulario(Controles());
     m_errorCarga = false;
   } catch (...) {
     const automation::Error error = automation::CurrentError();
-    LiberarRegistro();
+    std::optional<automation::Error> ignored;
+    Intentar(ignored, [this] { LiberarRegistro(); });
     InformarErrorCarga(error);
   }
 }
@@ -76,21 +94,25 @@ void FormularioMantenimiento::Form_QueryUnload(bool& cancel, UnloadMode mode) {
   }
 }
 
+// Every step is tried, so that a failing one does not leave the record locked; the first error is told.
 void FormularioMantenimiento::Form_Unload() {
-  try {
-    if (!m_devuelto && objApi().Accion() == m_constAccion.Nuevo()) {
-      objApi().IDAux(0);
-    }
-    if (!m_errorCarga) {
-      if (Rejilla() != nullptr) {
-        ServiciosHost::Nuevo().SalvarAnchos(Rejilla(), ClaveAnchos(), m_ficha.nombre);
+  std::optional<automation::Error> error;
+  if (!m_devuelto) {
+    Intentar(error, [this] {
+      if (objApi().Accion() == m_constAccion.Nuevo()) {
+        objApi().IDAux(0);
       }
-      LiberarRegistro();
+    });
+  }
+  if (!m_errorCarga) {
+    if (Rejilla() != nullptr) {
+      Intentar(error, [this] { ServiciosHost::Nuevo().SalvarAnchos(Rejilla(), ClaveAnchos(), m_ficha.nombre); });
     }
-  } catch (...) {
-    const automation::Error error = automation::CurrentError();
+    Intentar(error, [this] { LiberarRegistro(); });
+  }
+  if (error) {
     Plataforma::Current().Beep();
-    MensajeError(m_ficha.cadenaError, error);
+    MensajeError(m_ficha.cadenaError, *error);
   }
 }
 
@@ -109,13 +131,16 @@ void FormularioMantenimiento::CancelarYCerrar() {
   Unload();
 }
 
-void FormularioMantenimiento::ConfirmarCampos() {
+bool FormularioMantenimiento::ConfirmarCampos() {
   BotonAceptar()->setFocus();
   Plataforma::Current().DoEvents();
+  return IsLoaded();
 }
 
-void FormularioMantenimiento::SeleccionarAlEnfocar(QWidget* textBox) {
-  On(new FocusWatch(textBox), &FocusWatch::Entered, [textBox] { ServiciosHost::Nuevo().SeleccionarTexto(textBox); });
+FocusWatch* FormularioMantenimiento::SeleccionarAlEnfocar(QWidget* textBox) {
+  auto* watch = new FocusWatch(textBox);
+  On(watch, &FocusWatch::Entered, [textBox] { ServiciosHost::Nuevo().SeleccionarTexto(textBox); });
+  return watch;
 }
 
 QString FormularioMantenimiento::ClaveAnchos() const {

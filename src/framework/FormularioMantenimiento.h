@@ -6,6 +6,7 @@
 
 #include "platform/automation/Error.h"
 
+class FocusWatch;
 class QAbstractButton;
 class QTableView;
 
@@ -47,10 +48,11 @@ class FormularioMantenimiento : public Formulario {
   void DevolverNuevo(const QVariant& id);
   /// Cancel: hands back that nothing was created, and closes.
   void CancelarYCerrar();
-  /// Moves the focus to Accept and lets what depends on leaving a field run.
-  void ConfirmarCampos();
+  /// Moves the focus to Accept and lets what depends on leaving a field run. False when the form was closed meanwhile.
+  [[nodiscard]] bool ConfirmarCampos();
   /// Selects a text box's whole text through the host whenever it receives the focus.
-  void SeleccionarAlEnfocar(QWidget* textBox);
+  /// The watch is returned for those who also want to hear of leaving: a control takes one watch only.
+  FocusWatch* SeleccionarAlEnfocar(QWidget* textBox);
   const cConstAccion& ConstAccion() const { return m_constAccion; }
   const FichaFormulario& Ficha() const { return m_ficha; }
 

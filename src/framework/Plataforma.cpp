@@ -1,5 +1,7 @@
 #include "framework/Plataforma.h"
 
+#include "framework/Terminacion.h"
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -87,6 +89,7 @@ int Plataforma::MsgBox(const QString& text, int style, const QString& title) {
   if (buttons & QMessageBox::No && !(buttons & QMessageBox::Cancel)) {
     box.setEscapeButton(QMessageBox::No);
   }
+  const Terminacion::Watch watch;
   box.exec();
   return Answer(box.standardButton(box.clickedButton()), buttons);
 }

@@ -28,6 +28,24 @@ extern "C" void OnTerminationSignal(int number) {
   errno = savedErrno;
 }
 
+bool closing = false;
+
+// False when the topmost window stays: the user keeps the form open or is being asked, or it is no window of ours.
+bool CloseTop(Formulario::UnloadMode mode) {
+  if (closing) {
+    return false;
+  }
+  closing = true;
+  QWidget* top = QApplication::activeModalWidget();
+  if (auto* form = qobject_cast<Formulario*>(top)) {
+    form->RequestUnload(mode);
+  } else if (auto* box = qobject_cast<QDialog*>(top)) {
+    box->reject();
+  }
+  closing = false;
+  return top == nullptr || QApplication::activeModalWidget() != top;
+}
+
 class Listener : public QObject {
  public:
   Listener() {
@@ -70,8 +88,19 @@ class Listener : public QObject {
  private:
   void OnWakeUp() {
     char number = 0;
-    if (read(wakeUp[1], &number, 1) == 1 && CloseForms(Formulario::AppTaskManager)) {
-      m_received = number;
+    if (read(wakeUp[1], &number, 1) == 1) {
+      m_received = static_cast<unsigned char>(number);
+      CloseNext();
+    }
+  }
+
+  // One at a time: the handler that showed a nested form or a box ends, and restores what it saved, before the form
+  // under it is asked.
+  void CloseNext() {
+    if (!CloseTop(Formulario::AppTaskManager)) {
+      m_received = 0;
+    } else if (QApplication::activeModalWidget() != nullptr) {
+      QTimer::singleShot(0, this, [this] { CloseNext(); });
     }
   }
 
@@ -82,7 +111,6 @@ class Listener : public QObject {
 
 int watches = 0;
 std::unique_ptr<Listener> listener;
-bool closing = false;
 
 }  // namespace
 
@@ -99,26 +127,8 @@ Watch::~Watch() {
 }
 
 bool CloseForms(Formulario::UnloadMode mode) {
-  // A second request while the first one waits for the user's answer changes nothing.
-  if (closing) {
-    return false;
-  }
-  closing = true;
-  bool closed = true;
-  while (QWidget* top = QApplication::activeModalWidget()) {
-    if (auto* form = qobject_cast<Formulario*>(top)) {
-      closed = form->RequestUnload(mode);
-    } else if (auto* box = qobject_cast<QDialog*>(top)) {
-      box->reject();
-    } else {
-      break;
-    }
-    if (!closed || QApplication::activeModalWidget() == top) {
-      break;
-    }
-  }
-  closing = false;
-  return closed;
+  const bool closed = CloseTop(mode);
+  return closed && QApplication::activeModalWidget() == nullptr;
 }
 
 }  // namespace Terminacion

@@ -1,11 +1,10 @@
 #include "support/Expect.h"
 
+#include <QApplication>
 #include <QMessageBox>
+#include <QProcess>
 #include <QTableView>
 
-#include <sys/wait.h>
-
-#include <unistd.h>
 #include <csignal>
 
 using support::DialogUser;
@@ -54,6 +53,24 @@ void EditEverything(support::Driver& driver, const DialogUser& dialog) {
   });
   dialog.Press("cmdBanco_0");
   dialog.Type("txtBanco_1", QStringLiteral("Banco cambiado"));
+}
+
+const QString dyingProgram = QStringLiteral("--muere-al-escribir");
+
+// Edits the bank of a database file and dies when the write has come to its last statement.
+int DieWhileWriting(const QString& file, int bank) {
+  TestHost host(file);
+  host.connection().SetHook([](const QString& text) {
+    if (text.startsWith(u"UPDATE Sucursales SET Eliminado")) {
+      raise(SIGKILL);
+    }
+  });
+  host.driver.On("frmBanco", [&](const DialogUser& dialog) {
+    EditEverything(host.driver, dialog);
+    dialog.Press("cmdBanco_3");
+  });
+  host.PasarDatos(bancos, modificar, bank);
+  return 0;
 }
 
 }  // namespace
@@ -141,23 +158,10 @@ class tst_bancos_fallos : public QObject {
     TestHost host;
     const int bank = MakeBank(host);
     const QStringList before = Everything(host);
-    const pid_t child = fork();
-    if (child == 0) {
-      host.connection().SetHook([](const QString& text) {
-        if (text.startsWith(u"UPDATE Sucursales SET Eliminado")) {
-          raise(SIGKILL);
-        }
-      });
-      host.driver.On("frmBanco", [&](const DialogUser& dialog) {
-        EditEverything(host.driver, dialog);
-        dialog.Press("cmdBanco_3");
-      });
-      host.PasarDatos(bancos, modificar, bank);
-      _exit(0);
-    }
-    int status = 0;
-    QCOMPARE(waitpid(child, &status, 0), child);
-    QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    QProcess program;
+    program.start(QCoreApplication::applicationFilePath(), {dyingProgram, host.file(), QString::number(bank)});
+    QVERIFY(program.waitForFinished());
+    QVERIFY(program.exitStatus() == QProcess::CrashExit && program.exitCode() == SIGKILL);
     QCOMPARE(Everything(host), before);
     // What the dead program had locked is free for the next one.
     host.driver.On("frmBanco", [](const DialogUser& dialog) {
@@ -209,5 +213,14 @@ class tst_bancos_fallos : public QObject {
   }
 };
 
-QTEST_MAIN(tst_bancos_fallos)
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.value(1) == dyingProgram) {
+    return DieWhileWriting(arguments.value(2), arguments.value(3).toInt());
+  }
+  tst_bancos_fallos test;
+  return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_bancos_fallos.moc"

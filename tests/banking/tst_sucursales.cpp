@@ -3,6 +3,7 @@
 #include "support/Expect.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMessageBox>
 
 using support::DialogUser;
@@ -156,6 +157,9 @@ class tst_sucursales : public QObject {
     const int bank = MakeBank(host);
     host.driver.On("frmSucursal", [](const DialogUser& dialog) {
       dialog.Type("txtSucursales_4", QStringLiteral("08001"));
+      dialog.Find("txtSucursales_0")->setFocus(Qt::TabFocusReason);
+      dialog.Find("txtSucursales_4")->setFocus(Qt::OtherFocusReason);
+      QCOMPARE(dialog.Find<QLineEdit>("txtSucursales_4")->selectedText(), QStringLiteral("08001"));
       dialog.Find("txtSucursales_0")->setFocus(Qt::TabFocusReason);
       QCOMPARE(dialog.Text("cboProvincias"), QStringLiteral("Barcelona"));
       dialog.Type("txtSucursales_4", QStringLiteral("4"));

@@ -1,6 +1,7 @@
 #include "support/Expect.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 
 using support::DialogUser;
 using support::TestHost;
@@ -195,6 +196,20 @@ class tst_paises : public QObject {
     host.connection().SetHook({});
     host.driver.On("frmPais", [](const DialogUser& dialog) { dialog.Press("cmdPais_1"); });
     EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
+  }
+
+  // Clicks that waited while the program was busy reach the dialog when it is already gone.
+  void QueuedClicksWriteOnce() {
+    TestHost host;
+    host.driver.On("frmPais", [](const DialogUser& dialog) {
+      dialog.Type("txtPais", QStringLiteral("Atlántida"));
+      auto* accept = dialog.Find<QPushButton>("cmdPais_0");
+      for (int i = 0; i < 3; ++i) {
+        accept->click();
+      }
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(paises, agregar));
+    QCOMPARE(host.connection().Writes().size(), 1);
   }
 
   void StrangeNamesAreStoredIntact_data() {

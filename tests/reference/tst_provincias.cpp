@@ -2,6 +2,9 @@
 
 #include <QComboBox>
 #include <QMessageBox>
+#include <QScreen>
+
+#include <csignal>
 
 using support::DialogUser;
 using support::TestHost;
@@ -138,6 +141,39 @@ class tst_provincias : public QObject {
     });
     EXPECT_ERROR(host, host.PasarDatos(provincias, agregar), -2147467259);
     QCOMPARE(host.services().property("Accion").toInt(), agregar);
+  }
+
+  // The program is told to end while a country is being created for a province that is being modified: the answer
+  // "save" saves the province as what it is.
+  void TerminationOverANestedDialog() {
+    const auto before = std::signal(SIGTERM, [](int) {});
+    TestHost host;
+    const int madrid = host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'"));
+    host.driver.On("frmProvincia", [](const DialogUser& dialog) {
+      dialog.Type("txtProvincia", QStringLiteral("Los Madriles"));
+      dialog.Press("cmdNuevoPais");
+      QTRY_VERIFY(!dialog.Dialog()->isVisible());
+    });
+    host.driver.On("frmPais", [](const DialogUser& dialog) {
+      raise(SIGTERM);
+      QTRY_VERIFY(!dialog.Dialog()->isVisible());
+    });
+    host.driver.Answer(QMessageBox::Yes);
+    EXPECT_CLEAN(host, host.PasarDatos(provincias, modificar, madrid));
+    std::signal(SIGTERM, before);
+    QCOMPARE(host.connection().Writes().filter(QStringLiteral("Provincias")),
+             QStringList(QStringLiteral("UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1")
+                             .arg(madrid)));
+  }
+
+  void ALongCountryDoesNotWidenTheWindow() {
+    TestHost host;
+    host.Query(QStringLiteral("INSERT INTO Paises(Nombre) VALUES('%1')").arg(QString(600, u'W')));
+    host.driver.On("frmProvincia", [](const DialogUser& dialog) {
+      QVERIFY(dialog.Dialog()->width() <= dialog.Dialog()->screen()->availableSize().width());
+      dialog.Press("cmdProvincia_1");
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
   }
 
   void NameIsCutToFiftyCharacters_data() {

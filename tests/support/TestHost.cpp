@@ -12,8 +12,17 @@ void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
 }
 
 TestHost::TestHost(database::Content content)
-    : m_connectionString(database::ConnectionStringForFile(m_folder.filePath(QStringLiteral("kel.db")))) {
+    : m_file(m_folder.filePath(QStringLiteral("kel.db"))),
+      m_connectionString(database::ConnectionStringForFile(m_file)) {
   database::PrepareDatabase(m_connectionString, content);
+  Start();
+}
+
+TestHost::TestHost(const QString& file) : m_file(file), m_connectionString(database::ConnectionStringForFile(m_file)) {
+  Start();
+}
+
+void TestHost::Start() {
   m_real = database::CreateConnection(m_connectionString);
   m_recording = std::make_unique<RecordingConnection>(*m_real);
   session.connection = m_recording.get();

@@ -39,6 +39,8 @@ class TestPlatform : public Plataforma {
 class TestHost {
  public:
   explicit TestHost(database::Content content = database::Content::Reference);
+  /// On a database file that another host made.
+  explicit TestHost(const QString& file);
   TestHost(const TestHost&) = delete;
   TestHost& operator=(const TestHost&) = delete;
   ~TestHost();
@@ -56,14 +58,16 @@ class TestHost {
   RecordingConnection& connection() { return *m_recording; }
   host::cPrincipal& services() { return *m_services; }
   QString connectionString() const { return m_connectionString; }
-  QString file() const { return m_folder.filePath(QStringLiteral("kel.db")); }
+  QString file() const { return m_file; }
   Driver driver;
   TestPlatform platform;
 
  private:
   std::optional<automation::Error> Call(const char* method);
+  void Start();
 
   QTemporaryDir m_folder;
+  QString m_file;
   QString m_connectionString;
   std::unique_ptr<adodb::Connection> m_real;
   std::unique_ptr<RecordingConnection> m_recording;

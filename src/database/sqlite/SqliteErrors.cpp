@@ -56,7 +56,7 @@ Error PlainError(const QString& text, const ConnectionString& target) {
 
 Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
   const QString text = QString::fromUtf8(engine != nullptr ? sqlite3_errmsg(engine) : sqlite3_errstr(code));
-  const QString file = target.File();
+  const QString& file = target.File();
   switch (code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:

@@ -59,7 +59,8 @@ void LoadColumnWidths(const QString& settingsFile, QObject* grid, const QString&
   const QStringList widths = settings.value(SettingsKey(grid, key, dialog)).toStringList();
   for (int column = 0; column < qMin(header.count(), int(widths.size())); ++column) {
     const int width = widths[column].toInt();
-    if (width >= leastWidth && width <= mostWidth && !header.isSectionHidden(column)) {
+    const bool stretched = header.stretchLastSection() && header.visualIndex(column) == header.count() - 1;
+    if (width >= leastWidth && width <= mostWidth && !header.isSectionHidden(column) && !stretched) {
       header.resizeSection(column, width);
     }
   }

@@ -17,7 +17,7 @@ namespace automation {
 
 namespace {
 
-constexpr qint64 longestRegistryFile = 1024 * 1024;
+constexpr qint64 longestRegistryFile = 1048576;
 constexpr int lockTimeoutMilliseconds = 5000;
 
 // Keys are ProgIDs in lower case.
