@@ -3,13 +3,16 @@
 #include <QApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
 #include <QTimer>
 
 #include <sys/socket.h>
 
 #include <unistd.h>
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <limits>
 #include <memory>
 
 namespace Terminacion {
@@ -90,20 +93,31 @@ class Listener : public QObject {
     char number = 0;
     if (read(wakeUp[1], &number, 1) == 1) {
       m_received = static_cast<unsigned char>(number);
+      m_closedAtLevel = std::numeric_limits<int>::max();
       CloseNext();
     }
   }
 
   // One at a time: the handler that showed a nested form or a box ends, and restores what it saved, before the form
-  // under it is asked.
+  // under it is asked. It has ended when the event loop of what was closed is left.
   void CloseNext() {
-    if (!CloseTop(Formulario::AppTaskManager)) {
+    const int level = QThread::currentThread()->loopLevel();
+    if (level >= m_closedAtLevel) {
+      CloseLater();
+    } else if (!CloseTop(Formulario::AppTaskManager)) {
       m_received = 0;
     } else if (QApplication::activeModalWidget() != nullptr) {
-      QTimer::singleShot(0, this, [this] { CloseNext(); });
+      m_closedAtLevel = level;
+      CloseLater();
     }
   }
 
+  void CloseLater() {
+    QTimer::singleShot(pause, this, [this] { CloseNext(); });
+  }
+
+  static constexpr std::chrono::milliseconds pause{5};
+  int m_closedAtLevel = 0;
   std::unique_ptr<QSocketNotifier> m_notifier;
   std::array<struct sigaction, watchedSignals.size()> m_before = {};
   int m_received = 0;
