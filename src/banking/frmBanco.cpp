@@ -14,8 +14,8 @@ using resources::LoadResString;
 
 namespace {
 
-// Widths of the grid's columns until the user has chosen others.
-constexpr int columnCharacters[] = {9, 20, 28, 15};
+// Widths of the grid's columns until the user has chosen others; the last takes what is left.
+constexpr int columnCharacters[] = {9, 20, 26};
 
 }  // namespace
 
@@ -33,8 +33,9 @@ void frmBanco::CrearControles() {
   m_sucursales.clear();
   m_modelo = new SucursalesModel(m_sucursales, m_ui->msgSucursales);
   m_ui->msgSucursales->setModel(m_modelo);
-  for (int column = 0; column < m_modelo->columnCount(); ++column) {
-    m_ui->msgSucursales->setColumnWidth(column, columnCharacters[column] * fontMetrics().averageCharWidth());
+  int column = 0;
+  for (const int characters : columnCharacters) {
+    m_ui->msgSucursales->setColumnWidth(column++, characters * fontMetrics().averageCharWidth());
   }
   SeleccionarAlEnfocar(m_ui->txtBanco_0);
   SeleccionarAlEnfocar(m_ui->txtBanco_1);

@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int boxCharacters = 34;
-constexpr int gridCharacters = 72;
+constexpr int gridCharacters = 76;
 constexpr int gridRows = 10;
 
 }  // namespace
