@@ -62,12 +62,16 @@ class tst_component_library : public QObject {
   }
 
   void UnloadsOnlyWhenNothingIsAlive() {
-    const ComponentLibrary library(QStringLiteral(COMPONENT));
-    auto object = library.CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
-    QVERIFY(!library.CanUnloadNow());
+    auto object = CreateObject(QStringLiteral("KelConfiguracion.cSucursal"));
     QCOMPARE(UnloadUnusedLibraries(), 0);
     object.reset();
-    QVERIFY(library.CanUnloadNow());
+    QCOMPARE(UnloadUnusedLibraries(), 1);
+    // It comes back when it is asked for again.
+    object = CreateObject(QStringLiteral("KelConfiguracion.cSucursal"));
+    Put(object.get(), "Nombre", QStringLiteral("Centro"));
+    QCOMPARE(Get(object.get(), "NOMBRE").toString(), QStringLiteral("Centro"));
+    const ComponentLibrary library(QStringLiteral(COMPONENT));
+    QVERIFY(!library.CanUnloadNow());
     QVERIFY_THROWS_EXCEPTION(Error, library.CreateObject(QStringLiteral("KelConfiguracion.NoHay")));
   }
 

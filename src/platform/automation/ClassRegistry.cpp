@@ -2,6 +2,7 @@
 
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
 
 #include <QDir>
 #include <QFile>
@@ -139,6 +140,10 @@ int UnloadUnusedLibraries() {
     } else {
       ++entry;
     }
+  }
+  if (unloaded > 0) {
+    // Another library may come to stand where the unloaded one stood.
+    ForgetMembers();
   }
   return unloaded;
 }

@@ -87,9 +87,13 @@ Members Describe(const QMetaObject* metaObject) {
   return members;
 }
 
-const Members& MembersOf(const QMetaObject* metaObject) {
+std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>>& KnownClasses() {
   static std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>> known;
-  std::unique_ptr<const Members>& members = known[metaObject];
+  return known;
+}
+
+const Members& MembersOf(const QMetaObject* metaObject) {
+  std::unique_ptr<const Members>& members = KnownClasses()[metaObject];
   if (!members) {
     members = std::make_unique<const Members>(Describe(metaObject));
   }
@@ -167,6 +171,10 @@ QVariant Method::Call(QObject* object, std::span<Argument> arguments) const {
     throw Error(ObjectNotSet);
   }
   return Invoke(object, *static_cast<const Overloads*>(m_overloads), arguments);
+}
+
+void ForgetMembers() {
+  KnownClasses().clear();
 }
 
 QVariant Get(QObject* object, QByteArrayView name) {
