@@ -135,20 +135,22 @@ QVariant SqliteRecordset::CurrentValue(int position) const {
   return m_lease.Statement() != nullptr ? Value(position) : m_rows[m_row][static_cast<std::size_t>(position)];
 }
 
+// The value is looked up once; without the engine's mutexes (SqliteHandle opens without) that is as safe as asking for
+// type, text and length of the column one by one.
 QVariant SqliteRecordset::Value(int position) const {
-  sqlite3_stmt* statement = m_lease.Statement();
-  switch (sqlite3_column_type(statement, position)) {
+  sqlite3_value* value = sqlite3_column_value(m_lease.Statement(), position);
+  switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
       return automation::Null();
     case SQLITE_INTEGER: {
-      const sqlite3_int64 value = sqlite3_column_int64(statement, position);
-      return m_columns[static_cast<std::size_t>(position)].isBoolean ? QVariant(value != 0) : WholeNumber(value);
+      const sqlite3_int64 number = sqlite3_value_int64(value);
+      return m_columns[static_cast<std::size_t>(position)].isBoolean ? QVariant(number != 0) : WholeNumber(number);
     }
     case SQLITE_FLOAT:
-      return sqlite3_column_double(statement, position);
+      return sqlite3_value_double(value);
     default: {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, position));
-      return QString::fromUtf8(text, sqlite3_column_bytes(statement, position));
+      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+      return QString::fromUtf8(text, sqlite3_value_bytes(value));
     }
   }
 }
