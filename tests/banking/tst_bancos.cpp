@@ -3,15 +3,15 @@
 #include <QMessageBox>
 #include <QTableView>
 
+using support::agregar;
 using support::DialogUser;
+using support::modificar;
+using support::nuevo;
 using support::TestHost;
 
 namespace {
 
 constexpr int bancos = 19;
-constexpr int agregar = 1;
-constexpr int modificar = 2;
-constexpr int nuevo = 4;
 
 // The rows of the branch grid, a line each.
 QStringList Grid(const DialogUser& dialog) {

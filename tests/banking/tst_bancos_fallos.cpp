@@ -7,14 +7,14 @@
 
 #include <csignal>
 
+using support::agregar;
 using support::DialogUser;
+using support::modificar;
 using support::TestHost;
 
 namespace {
 
 constexpr int bancos = 19;
-constexpr int agregar = 1;
-constexpr int modificar = 2;
 
 // A bank of three branches; returns its key.
 int MakeBank(const TestHost& host) {

@@ -6,13 +6,13 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
+using support::agregar;
 using support::DialogUser;
 using support::TestHost;
 
 namespace {
 
 constexpr int sucursales = 0;
-constexpr int agregar = 1;
 
 int MakeBank(const TestHost& host) {
   host.Query(QStringLiteral("INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Banco')"));

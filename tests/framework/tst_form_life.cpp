@@ -16,7 +16,10 @@
 #include <csignal>
 
 using automation::Error;
+using support::agregar;
 using support::DialogUser;
+using support::modificar;
+using support::nuevo;
 using support::TestHost;
 
 namespace {
@@ -76,10 +79,6 @@ class Diary : public FormularioMantenimiento {
   QPushButton* m_accept = nullptr;
   QTableWidget* m_grid = nullptr;
 };
-
-constexpr int agregar = 1;
-constexpr int modificar = 2;
-constexpr int nuevo = 4;
 
 volatile std::sig_atomic_t signalsSeen = 0;
 void CountSignal(int /*number*/) {

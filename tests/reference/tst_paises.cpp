@@ -3,15 +3,15 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+using support::agregar;
 using support::DialogUser;
+using support::modificar;
+using support::nuevo;
 using support::TestHost;
 
 namespace {
 
 constexpr int paises = 20;
-constexpr int agregar = 1;
-constexpr int modificar = 2;
-constexpr int nuevo = 4;
 
 }  // namespace
 

@@ -6,15 +6,15 @@
 
 #include <csignal>
 
+using support::agregar;
 using support::DialogUser;
+using support::modificar;
+using support::nuevo;
 using support::TestHost;
 
 namespace {
 
 constexpr int provincias = 22;
-constexpr int agregar = 1;
-constexpr int modificar = 2;
-constexpr int nuevo = 4;
 constexpr int espana = 35;
 
 }  // namespace

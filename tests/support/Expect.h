@@ -4,6 +4,15 @@
 
 #include <QTest>
 
+namespace support {
+
+/// The actions of a request, as a host writes them.
+inline constexpr int agregar = 1;
+inline constexpr int modificar = 2;
+inline constexpr int nuevo = 4;
+
+}  // namespace support
+
 /// Everything that the driver was told happened, nothing else, and no error reached the host.
 #define EXPECT_CLEAN(host, outcome)                                     \
   do {                                                                  \
