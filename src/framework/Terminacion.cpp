@@ -1,15 +1,12 @@
 #include "framework/Terminacion.h"
 
+#include "platform/process/TerminationSignals.h"
+
 #include <QApplication>
 #include <QSessionManager>
-#include <QSocketNotifier>
 #include <QThread>
 #include <QTimer>
 
-#include <sys/socket.h>
-
-#include <unistd.h>
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <limits>
@@ -18,18 +15,6 @@
 namespace Terminacion {
 
 namespace {
-
-constexpr std::array watchedSignals{SIGTERM, SIGINT, SIGHUP};
-
-// Written by the signal handler, read by the event loop.
-std::array<int, 2> wakeUp{-1, -1};
-
-extern "C" void OnTerminationSignal(int number) {
-  const int savedErrno = errno;
-  const auto byte = static_cast<char>(number);
-  [[maybe_unused]] const ssize_t written = write(wakeUp[0], &byte, 1);
-  errno = savedErrno;
-}
 
 bool closing = false;
 
@@ -52,17 +37,7 @@ bool CloseTop(Formulario::UnloadMode mode) {
 class Listener : public QObject {
  public:
   Listener() {
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, wakeUp.data()) != 0) {
-      return;
-    }
-    m_notifier = std::make_unique<QSocketNotifier>(wakeUp[1], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { OnWakeUp(); });
-    for (std::size_t i = 0; i < watchedSignals.size(); ++i) {
-      struct sigaction action = {};
-      action.sa_handler = OnTerminationSignal;
-      action.sa_flags = SA_RESTART;
-      sigaction(watchedSignals[i], &action, &m_before[i]);
-    }
+    connect(m_signals.get(), &process::TerminationSignals::Received, this, [this](int number) { OnSignal(number); });
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [](QSessionManager& manager) {
       if (manager.allowsInteraction() && !CloseForms(Formulario::AppWindows)) {
         manager.cancel();
@@ -71,15 +46,7 @@ class Listener : public QObject {
   }
 
   ~Listener() override {
-    if (!m_notifier) {
-      return;
-    }
-    for (std::size_t i = 0; i < watchedSignals.size(); ++i) {
-      sigaction(watchedSignals[i], &m_before[i], nullptr);
-    }
-    m_notifier.reset();
-    close(wakeUp[0]);
-    close(wakeUp[1]);
+    m_signals.reset();
     if (m_received != 0) {
       raise(m_received);
     }
@@ -89,13 +56,10 @@ class Listener : public QObject {
   Listener& operator=(const Listener&) = delete;
 
  private:
-  void OnWakeUp() {
-    char number = 0;
-    if (read(wakeUp[1], &number, 1) == 1) {
-      m_received = static_cast<unsigned char>(number);
-      m_closedAtLevel = std::numeric_limits<int>::max();
-      CloseNext();
-    }
+  void OnSignal(int number) {
+    m_received = number;
+    m_closedAtLevel = std::numeric_limits<int>::max();
+    CloseNext();
   }
 
   // One at a time: the handler that showed a nested form or a box ends, and restores what it saved, before the form
@@ -118,8 +82,7 @@ class Listener : public QObject {
 
   static constexpr std::chrono::milliseconds pause{5};
   int m_closedAtLevel = 0;
-  std::unique_ptr<QSocketNotifier> m_notifier;
-  std::array<struct sigaction, watchedSignals.size()> m_before = {};
+  std::unique_ptr<process::TerminationSignals> m_signals = std::make_unique<process::TerminationSignals>();
   int m_received = 0;
 };
 

@@ -1,14 +1,11 @@
 #include "database/Database.h"
 #include "host/cli/Startup.h"
-#include "host/desktop/TerminationSignals.h"
 #include "platform/automation/Error.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <csignal>
 
 namespace {
 
@@ -30,7 +27,6 @@ class tst_program : public QObject {
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
   void UnknownUserIsRefused();
-  void SignalArrivesInTheEventLoop();
 };
 
 void tst_program::ExitCodes_data() {
@@ -115,21 +111,6 @@ void tst_program::UnknownUserIsRefused() {
     return;
   }
   QFAIL("signed in");
-}
-
-void tst_program::SignalArrivesInTheEventLoop() {
-  struct sigaction ignored = {};
-  ignored.sa_handler = SIG_IGN;
-  sigaction(SIGTERM, &ignored, nullptr);
-  for (int round = 0; round < 2; ++round) {
-    host::TerminationSignals signals;
-    QSignalSpy received(&signals, &host::TerminationSignals::Received);
-    raise(SIGTERM);
-    QVERIFY(received.wait());
-  }
-  struct sigaction after = {};
-  sigaction(SIGTERM, nullptr, &after);
-  QVERIFY(after.sa_handler == SIG_IGN);
 }
 
 QTEST_GUILESS_MAIN(tst_program)

@@ -6,10 +6,10 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/NodeCatalog.h"
-#include "host/desktop/TerminationSignals.h"
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -98,8 +98,8 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, *started.connection);
   // A dialog that is open hears the signal itself and ends before the program does.
-  TerminationSignals signals;
-  QObject::connect(&signals, &TerminationSignals::Received, &bridge, &ComponentBridge::End);
+  process::TerminationSignals signals;
+  QObject::connect(&signals, &process::TerminationSignals::Received, &bridge, &ComponentBridge::End);
   QObject::connect(&bridge, &ComponentBridge::Ended, qApp, [] { QCoreApplication::exit(ExitDone); });
   return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
 }
