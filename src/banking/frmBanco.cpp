@@ -1,6 +1,5 @@
 #include "banking/frmBanco.h"
 
-#include "banking/BancoBD.h"
 #include "banking/frmSucursal.h"
 #include "framework/GridKeys.h"
 #include "framework/Mensajes.h"
@@ -97,41 +96,35 @@ void frmBanco::cmdBanco_Click(int index) {
 void frmBanco::AgregarSucursal() {
   auto sucursal = std::make_shared<cSucursal>();
   sucursal->IDSucursal = SiguienteIdTemporal();
-  frmSucursal dialog;
-  dialog.Abrir({.sucursal = sucursal,
-                .sucursales = &m_sucursales,
-                .accion = ConstAccion().Agregar(),
-                .banco = BancoBD::Banco{m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()}});
-  dialog.ShowModal();
-  if (dialog.Aceptado()) {
+  if (Editar(sucursal, ConstAccion().Agregar())) {
     m_sucursales.push_back(sucursal);
-    m_modelo->Refresh();
-    Seleccionar(m_modelo->RowOf(sucursal));
+    Mostrar(sucursal);
   }
 }
 
 void frmBanco::ModificarSucursal() {
-  const std::shared_ptr<cSucursal> sucursal = SucursalSeleccionada();
-  if (!sucursal) {
-    MensajeConAviso(1103, vbExclamation);
-    return;
-  }
-  frmSucursal dialog;
-  dialog.Abrir({.sucursal = sucursal,
-                .sucursales = &m_sucursales,
-                .accion = ConstAccion().Modificar(),
-                .banco = BancoBD::Banco{m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()}});
-  dialog.ShowModal();
-  if (dialog.Aceptado()) {
-    m_modelo->Refresh();
-    Seleccionar(m_modelo->RowOf(sucursal));
+  const std::shared_ptr<cSucursal> sucursal = ExigirSeleccion();
+  if (sucursal && Editar(sucursal, ConstAccion().Modificar())) {
+    Mostrar(sucursal);
   }
 }
 
+// True when the user accepted what the branch dialog then left in the branch.
+bool frmBanco::Editar(const std::shared_ptr<cSucursal>& sucursal, quint8 accion) {
+  frmSucursal dialog;
+  dialog.Abrir({.sucursal = sucursal, .sucursales = &m_sucursales, .accion = accion, .banco = Tecleado()});
+  dialog.ShowModal();
+  return dialog.Aceptado();
+}
+
+void frmBanco::Mostrar(const std::shared_ptr<cSucursal>& sucursal) {
+  m_modelo->Refresh();
+  Seleccionar(m_modelo->RowOf(sucursal));
+}
+
 void frmBanco::EliminarSucursal() {
-  const std::shared_ptr<cSucursal> sucursal = SucursalSeleccionada();
+  const std::shared_ptr<cSucursal> sucursal = ExigirSeleccion();
   if (!sucursal) {
-    MensajeConAviso(1103, vbExclamation);
     return;
   }
   if (MensajeConAviso(1104, vbYesNo + vbQuestion) != vbYes) {
@@ -190,7 +183,7 @@ bool frmBanco::Guardar() {
 bool frmBanco::Escribir() {
   const EntradaDesactivada writing(this);
   adodb::Connection& connection = objApi().congestion();
-  const BancoBD::Banco banco{m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()};
+  const BancoBD::Banco banco = Tecleado();
   if (BancoBD::NumeroEnUso(connection, banco.Numero, objApi().IDSeleccionado())) {
     return false;
   }
@@ -202,9 +195,18 @@ bool frmBanco::Escribir() {
   return true;
 }
 
-std::shared_ptr<cSucursal> frmBanco::SucursalSeleccionada() const {
+BancoBD::Banco frmBanco::Tecleado() const {
+  return {m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()};
+}
+
+// The selected branch; null, and the user told, when there is none.
+std::shared_ptr<cSucursal> frmBanco::ExigirSeleccion() const {
   const QModelIndexList rows = m_ui->msgSucursales->selectionModel()->selectedRows();
-  return rows.isEmpty() ? nullptr : m_modelo->At(rows.first().row());
+  if (rows.isEmpty()) {
+    MensajeConAviso(1103, vbExclamation);
+    return nullptr;
+  }
+  return m_modelo->At(rows.first().row());
 }
 
 void frmBanco::Seleccionar(int row) {

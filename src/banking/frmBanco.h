@@ -1,5 +1,6 @@
 #pragma once
 
+#include "banking/BancoBD.h"
 #include "banking/SucursalesModel.h"
 #include "banking/cSucursal.h"
 #include "framework/FormularioMantenimiento.h"
@@ -34,7 +35,10 @@ class frmBanco : public FormularioMantenimiento {
   bool Guardar();
   bool Escribir();
 
-  std::shared_ptr<cSucursal> SucursalSeleccionada() const;
+  bool Editar(const std::shared_ptr<cSucursal>& sucursal, quint8 accion);
+  void Mostrar(const std::shared_ptr<cSucursal>& sucursal);
+  BancoBD::Banco Tecleado() const;
+  std::shared_ptr<cSucursal> ExigirSeleccion() const;
   void Seleccionar(int row);
   qint32 SiguienteIdTemporal() const;
 
