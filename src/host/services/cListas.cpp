@@ -57,38 +57,36 @@ void cListas::RellenarCombo(QObject* combo, const QString& origen, const QString
 }
 
 void cListas::RellenarComboPais(adodb::Connection* conexion, QObject* combo, const QVariant& id, bool vaciar) {
-  QComboBox& list = ComboFrom(combo);
-  FillCombo(list, Connection(conexion),
-            QStringLiteral("SELECT IDPais,Nombre FROM Paises WHERE Eliminado=0 ORDER BY Nombre"),
-            QStringLiteral("Nombre"), QStringLiteral("IDPais"), vaciar);
-  SelectById(list, id);
+  FillWithNames(conexion, combo, {QStringLiteral("Paises"), QStringLiteral("IDPais")}, id, vaciar);
 }
 
 void cListas::RellenarComboProvincias(adodb::Connection* conexion, QObject* combo, const QVariant& idPais,
                                       const QVariant& id, bool vaciar) {
-  QComboBox& list = ComboFrom(combo);
-  FillCombo(list, Connection(conexion),
-            QStringLiteral("SELECT IDProvincia,Nombre FROM Provincias WHERE Eliminado=0 AND CodPais=%1 ORDER BY Nombre")
-                .arg(IdOrZero(idPais)),
-            QStringLiteral("Nombre"), QStringLiteral("IDProvincia"), vaciar);
-  SelectById(list, id);
+  FillWithNames(conexion, combo,
+                {QStringLiteral("Provincias"), QStringLiteral("IDProvincia"),
+                 QStringLiteral(" AND CodPais=%1").arg(IdOrZero(idPais))},
+                id, vaciar);
 }
 
 void cListas::rellenarcombobancos(QObject* combo, adodb::Connection* conexion, const QVariant& id, bool vaciar) {
-  QComboBox& list = ComboFrom(combo);
-  FillCombo(list, Connection(conexion),
-            QStringLiteral("SELECT IDBanco,Nombre FROM Bancos WHERE Eliminado=0 ORDER BY Nombre"),
-            QStringLiteral("Nombre"), QStringLiteral("IDBanco"), vaciar);
-  SelectById(list, id);
+  FillWithNames(conexion, combo, {QStringLiteral("Bancos"), QStringLiteral("IDBanco")}, id, vaciar);
 }
 
 void cListas::rellenarcombosucursales(QObject* combo, const QVariant& idBanco, adodb::Connection* conexion,
                                       const QVariant& id, bool vaciar) {
+  FillWithNames(conexion, combo,
+                {QStringLiteral("Sucursales"), QStringLiteral("IDSucursal"),
+                 QStringLiteral(" AND codBanco=%1").arg(IdOrZero(idBanco))},
+                id, vaciar);
+}
+
+void cListas::FillWithNames(adodb::Connection* connection, QObject* combo, const NamedTable& table, const QVariant& id,
+                            bool clear) const {
   QComboBox& list = ComboFrom(combo);
-  FillCombo(list, Connection(conexion),
-            QStringLiteral("SELECT IDSucursal,Nombre FROM Sucursales WHERE Eliminado=0 AND codBanco=%1 ORDER BY Nombre")
-                .arg(IdOrZero(idBanco)),
-            QStringLiteral("Nombre"), QStringLiteral("IDSucursal"), vaciar);
+  FillCombo(list, Connection(connection),
+            QStringLiteral("SELECT %1,Nombre FROM %2 WHERE Eliminado=0%3 ORDER BY Nombre")
+                .arg(table.idColumn, table.name, table.filter),
+            QStringLiteral("Nombre"), table.idColumn, clear);
   SelectById(list, id);
 }
 
