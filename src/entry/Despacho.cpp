@@ -2,8 +2,6 @@
 
 #include "banking/frmBanco.h"
 #include "banking/frmSucursal.h"
-
-#include "framework/FormularioMantenimiento.h"
 #include "framework/Mensajes.h"
 #include "framework/Plataforma.h"
 #include "framework/ServiciosHost.h"

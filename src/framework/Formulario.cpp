@@ -93,14 +93,7 @@ bool Formulario::RequestUnload(UnloadMode mode) {
   }
   m_unloading = true;
   bool cancel = false;
-  try {
-    Form_QueryUnload(cancel, mode);
-  } catch (...) {
-    cancel = false;
-    if (!m_error) {
-      m_error = std::current_exception();
-    }
-  }
+  KeepError([&] { Form_QueryUnload(cancel, mode); });
   if (cancel && !m_error) {
     m_unloading = false;
     return false;
@@ -111,13 +104,7 @@ bool Formulario::RequestUnload(UnloadMode mode) {
 
 void Formulario::FinishUnload() {
   m_unloading = true;
-  try {
-    Form_Unload();
-  } catch (...) {
-    if (!m_error) {
-      m_error = std::current_exception();
-    }
-  }
+  KeepError([this] { Form_Unload(); });
   m_loaded = false;
   m_unloading = false;
   done(Rejected);
@@ -127,15 +114,20 @@ void Formulario::Guard(const std::function<void()>& handler) {
   if (!m_loaded) {
     return;
   }
+  if (!KeepError(handler) && m_loaded && !m_unloading) {
+    FinishUnload();
+  }
+}
+
+bool Formulario::KeepError(const std::function<void()>& handler) {
   try {
     handler();
+    return true;
   } catch (...) {
     if (!m_error) {
       m_error = std::current_exception();
     }
-    if (m_loaded && !m_unloading) {
-      FinishUnload();
-    }
+    return false;
   }
 }
 

@@ -100,6 +100,8 @@ class Formulario : public QDialog {
   void PrepareControls();
   void FinishUnload();
   void WidenForCaption();
+  // False when the handler let an error out; the first one is kept.
+  bool KeepError(const std::function<void()>& handler);
   void RethrowKeptError();
 
   bool m_loaded = false;

@@ -48,6 +48,7 @@ void FormularioMantenimiento::Form_Load() {
     m_errorCarga = false;
   } catch (...) {
     const automation::Error error = automation::CurrentError();
+    // The unload of a form whose load failed does not release the lock that the load took.
     std::optional<automation::Error> ignored;
     Intentar(ignored, [this] { LiberarRegistro(); });
     InformarErrorCarga(error);
@@ -65,7 +66,6 @@ void FormularioMantenimiento::BloquearRegistro() {
   }
 }
 
-// The unload of a form whose load failed does not release the lock; a lock that such a load took is released here.
 void FormularioMantenimiento::LiberarRegistro() {
   if (!m_bloqueado) {
     return;
