@@ -1,4 +1,5 @@
 #include "database/sqlite/SpanishCollation.h"
+#include "support/TestProgram.h"
 
 #include <QCollator>
 #include <QTest>
@@ -6,7 +7,7 @@
 #include <random>
 
 /// The order of texts: the short cut for plain letters gives what the full rules give.
-class TestCollation : public QObject {
+class tst_collation : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -27,7 +28,7 @@ int Compare(const QString& first, const QString& second) {
 
 }  // namespace
 
-void TestCollation::agreesWithTheFullRules() {
+void tst_collation::agreesWithTheFullRules() {
   QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
   collator.setCaseSensitivity(Qt::CaseInsensitive);
   const QString characters = QStringLiteral("aAbnNoOzZñÑáÁüé0123 -_.,'\"ºªçßæ\u0303\u0301€");
@@ -56,7 +57,7 @@ void TestCollation::agreesWithTheFullRules() {
   }
 }
 
-void TestCollation::pairs_data() {
+void tst_collation::pairs_data() {
   QTest::addColumn<QString>("first");
   QTest::addColumn<QString>("second");
   QTest::addColumn<int>("order");
@@ -76,12 +77,12 @@ void TestCollation::pairs_data() {
   row("lluvia", "luz", -1);
 }
 
-void TestCollation::pairs() {
+void tst_collation::pairs() {
   QFETCH(const QString, first);
   QFETCH(const QString, second);
   QTEST(Compare(first, second), "order");
   QCOMPARE(Compare(second, first), -Compare(first, second));
 }
 
-QTEST_GUILESS_MAIN(TestCollation)
+KEL_TEST(tst_collation);
 #include "tst_collation.moc"

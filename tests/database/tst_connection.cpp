@@ -1,11 +1,12 @@
 #include "database/ErrorNumbers.h"
 #include "database/TestDatabase.h"
 #include "database/sqlite/SqliteConnection.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
 /// The connection and its recordsets: states, transactions, several at once, faults of the engine.
-class TestConnection : public QObject {
+class tst_connection : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -41,7 +42,7 @@ const QString countBanks = QStringLiteral("SELECT COUNT(*) FROM Bancos");
 
 }  // namespace
 
-void TestConnection::connectionStrings_data() {
+void tst_connection::connectionStrings_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<int>("number");
   const auto row = [](const char* text, int number) { QTest::newRow(text) << QString::fromUtf8(text) << number; };
@@ -59,12 +60,12 @@ void TestConnection::connectionStrings_data() {
   row("Archivo=a;Espera=mucho", database::InvalidConnectionString);
 }
 
-void TestConnection::connectionStrings() {
+void tst_connection::connectionStrings() {
   QFETCH(const QString, text);
   QTEST(ErrorOf([&] { database::CreateConnection(text); }), "number");
 }
 
-void TestConnection::statesOfTheConnection() {
+void tst_connection::statesOfTheConnection() {
   auto connection = database::CreateConnection(m_database->Text());
   QCOMPARE(connection->State(), int(adodb::StateClosed));
   QCOMPARE(ErrorOf([&] { connection->Execute(countBanks); }), 3704);
@@ -81,7 +82,7 @@ void TestConnection::statesOfTheConnection() {
   QCOMPARE(missing->State(), int(adodb::StateClosed));
 }
 
-void TestConnection::recordsetErrors() {
+void tst_connection::recordsetErrors() {
   const auto recordset = m_database->Connection().Execute(QStringLiteral("SELECT IDPais FROM Paises WHERE IDPais=35"));
   QCOMPARE(recordset->Field(u"idpais"), QVariant(35));
   QCOMPARE(ErrorOf([&] { recordset->Field(u"Nombre"); }), 3265);
@@ -100,7 +101,7 @@ void TestConnection::recordsetErrors() {
   QCOMPARE(ErrorOf([&] { written->AtEnd(); }), 3704);
 }
 
-void TestConnection::recordsetsCloseWithTheirConnection() {
+void tst_connection::recordsetsCloseWithTheirConnection() {
   auto connection = m_database->Connect();
   const auto recordset = connection->Execute(QStringLiteral("SELECT Nombre FROM Paises"));
   connection->Close();
@@ -112,7 +113,7 @@ void TestConnection::recordsetsCloseWithTheirConnection() {
   QCOMPARE(second->State(), int(adodb::StateClosed));
 }
 
-void TestConnection::twoRecordsetsOfOneShape() {
+void tst_connection::twoRecordsetsOfOneShape() {
   const QString text = QStringLiteral("SELECT Nombre FROM Provincias WHERE IDProvincia>=%1 ORDER BY IDProvincia");
   const auto first = m_database->Connection().Execute(text.arg(28));
   const auto second = m_database->Connection().Execute(text.arg(42));
@@ -123,7 +124,7 @@ void TestConnection::twoRecordsetsOfOneShape() {
   QCOMPARE(second->Field(0).toString(), QStringLiteral("Soria"));
 }
 
-void TestConnection::readingGoesOnWhileWriting() {
+void tst_connection::readingGoesOnWhileWriting() {
   adodb::Connection& connection = m_database->Connection();
   const auto recordset = connection.Execute(QStringLiteral("SELECT IDPais, Nombre FROM Paises ORDER BY Nombre"));
   int rows = 0;
@@ -136,7 +137,7 @@ void TestConnection::readingGoesOnWhileWriting() {
   QCOMPARE(rows, 249);
 }
 
-void TestConnection::transactions() {
+void tst_connection::transactions() {
   adodb::Connection& connection = m_database->Connection();
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::NoTransaction));
   QCOMPARE(ErrorOf([&] { connection.RollbackTrans(); }), int(database::NoTransaction));
@@ -154,7 +155,7 @@ void TestConnection::transactions() {
   QCOMPARE(Rows(connection, countBanks), QStringLiteral("1"));
 }
 
-void TestConnection::aFailureLeavesTheTransactionOpen() {
+void tst_connection::aFailureLeavesTheTransactionOpen() {
   adodb::Connection& connection = m_database->Connection();
   connection.BeginTrans();
   connection.Execute(insertBank);
@@ -166,7 +167,7 @@ void TestConnection::aFailureLeavesTheTransactionOpen() {
   QCOMPARE(Rows(connection, countBanks), QStringLiteral("2"));
 }
 
-void TestConnection::closingRollsBack() {
+void tst_connection::closingRollsBack() {
   adodb::Connection& connection = m_database->Connection();
   connection.BeginTrans();
   connection.Execute(insertBank);
@@ -177,7 +178,7 @@ void TestConnection::closingRollsBack() {
   connection.RollbackTrans();
 }
 
-void TestConnection::aLostTransactionIsNotCommitted() {
+void tst_connection::aLostTransactionIsNotCommitted() {
   auto& connection = dynamic_cast<database::SqliteConnection&>(m_database->Connection());
   const int pages = connection.Handle().Value("PRAGMA page_count").toInt();
   connection.Handle().Run("PRAGMA max_page_count=" + QByteArray::number(pages + 2));
@@ -202,7 +203,7 @@ void TestConnection::aLostTransactionIsNotCommitted() {
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::NoTransaction));
 }
 
-void TestConnection::aLockedDatabaseIsRefused() {
+void tst_connection::aLockedDatabaseIsRefused() {
   const auto other = m_database->Connect();
   other->BeginTrans();
   other->Execute(insertBank);
@@ -215,7 +216,7 @@ void TestConnection::aLockedDatabaseIsRefused() {
   QCOMPARE(Rows(connection, countBanks), QStringLiteral("2"));
 }
 
-void TestConnection::aStaleReadDoesNotBlockAWrite() {
+void tst_connection::aStaleReadDoesNotBlockAWrite() {
   adodb::Connection& connection = m_database->Connection();
   const auto open = connection.Execute(QStringLiteral("SELECT Nombre FROM Paises ORDER BY IDPais"));
   m_database->Connect()->Execute(insertBank);
@@ -226,7 +227,7 @@ void TestConnection::aStaleReadDoesNotBlockAWrite() {
   QCOMPARE(open->Field(0).toString(), QStringLiteral("Albania"));
 }
 
-void TestConnection::affectedRows() {
+void tst_connection::affectedRows() {
   adodb::Connection& connection = m_database->Connection();
   connection.Execute(QStringLiteral("UPDATE Provincias SET Eliminado=0 WHERE IDProvincia<=10"));
   QCOMPARE(connection.RecordsAffected(), 10);
@@ -234,7 +235,7 @@ void TestConnection::affectedRows() {
   QCOMPARE(connection.RecordsAffected(), 0);
 }
 
-void TestConnection::repeatedLabels() {
+void tst_connection::repeatedLabels() {
   const auto recordset = m_database->Connection().Execute(
       QStringLiteral("SELECT Paises.Nombre, Provincias.Nombre, IDProvincia FROM Paises INNER JOIN Provincias ON "
                      "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=42"));
@@ -244,7 +245,7 @@ void TestConnection::repeatedLabels() {
   QCOMPARE(recordset->Field(1).toString(), QStringLiteral("Soria"));
 }
 
-void TestConnection::constraints() {
+void tst_connection::constraints() {
   adodb::Connection& connection = m_database->Connection();
   const QString lock = QStringLiteral("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'%1',7)");
   connection.Execute(lock.arg(QStringLiteral("IDPais")));
@@ -253,7 +254,7 @@ void TestConnection::constraints() {
   connection.Execute(lock.arg(QStringLiteral("IDBanco")));
 }
 
-void TestConnection::hugeStatements_data() {
+void tst_connection::hugeStatements_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("rows");
   const auto repeated = [](const char* piece, int times) { return QString::fromUtf8(piece).repeated(times); };
@@ -276,12 +277,12 @@ void TestConnection::hugeStatements_data() {
                                    << QStringLiteral("error %1").arg(int(database::StatementTooBig));
 }
 
-void TestConnection::hugeStatements() {
+void tst_connection::hugeStatements() {
   QFETCH(const QString, statement);
   QTEST(Rows(m_database->Connection(), statement), "rows");
 }
 
-void TestConnection::manyShapes() {
+void tst_connection::manyShapes() {
   adodb::Connection& connection = m_database->Connection();
   const auto open = connection.Execute(QStringLiteral("SELECT Nombre FROM Paises ORDER BY IDPais"));
   for (int i = 0; i < 1000; ++i) {
@@ -292,5 +293,5 @@ void TestConnection::manyShapes() {
   QCOMPARE(open->Field(u"nombre").toString(), QStringLiteral("Albania"));
 }
 
-QTEST_GUILESS_MAIN(TestConnection)
+KEL_TEST(tst_connection);
 #include "tst_connection.moc"

@@ -1,10 +1,11 @@
 #include "database/ErrorNumbers.h"
 #include "database/TestDatabase.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
 /// The dialect of the statements: text in, rows or errors out, on a real file.
-class TestDialect : public QObject {
+class tst_dialect : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -31,7 +32,7 @@ void Row(const char* name, const char* statements, const char* rows) {
 
 }  // namespace
 
-void TestDialect::statements_data() {
+void tst_dialect::statements_data() {
   QTest::addColumn<QStringList>("statements");
   QTest::addColumn<QString>("rows");
   Row("home country", "SELECT IDPais FROM Paises WHERE Paises.Eliminado=0 AND Paises.Nombre='España'", "35");
@@ -129,7 +130,7 @@ void TestDialect::statements_data() {
       "Francia|null");
 }
 
-void TestDialect::statements() {
+void tst_dialect::statements() {
   QFETCH(const QStringList, statements);
   QString rows;
   for (const QString& statement : statements) {
@@ -138,7 +139,7 @@ void TestDialect::statements() {
   QTEST(rows, "rows");
 }
 
-void TestDialect::conversions_data() {
+void tst_dialect::conversions_data() {
   QTest::addColumn<QString>("column");
   QTest::addColumn<QString>("literal");
   QTest::addColumn<QString>("stored");
@@ -184,7 +185,7 @@ void TestDialect::conversions_data() {
   row("Suscripciones.TextoRecibo", "NULL", "null");
 }
 
-void TestDialect::conversions() {
+void tst_dialect::conversions() {
   QFETCH(const QString, column);
   QFETCH(const QString, literal);
   adodb::Connection& connection = m_database->Connection();
@@ -194,7 +195,7 @@ void TestDialect::conversions() {
         "stored");
 }
 
-void TestDialect::refusals_data() {
+void tst_dialect::refusals_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<int>("number");
   const auto row = [](const char* statement, int number) {
@@ -227,13 +228,13 @@ void TestDialect::refusals_data() {
   row("SELECT IDPais FROM Paises WHERE Nombre*2=3", automation::TypeMismatch);
 }
 
-void TestDialect::refusals() {
+void tst_dialect::refusals() {
   QFETCH(const QString, statement);
   QTEST(ErrorOf([&] { m_database->Connection().Execute(statement); }), "number");
   QCOMPARE(Rows(m_database->Connection(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("249"));
 }
 
-void TestDialect::textsAreKept_data() {
+void tst_dialect::textsAreKept_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<QString>("kept");
   const auto row = [](const char* name, const QString& text, const QString& kept) {
@@ -251,7 +252,7 @@ void TestDialect::textsAreKept_data() {
   row("lone low surrogate", QString(QChar(0xDC00)), QString(QChar(0xFFFD)));
 }
 
-void TestDialect::textsAreKept() {
+void tst_dialect::textsAreKept() {
   QFETCH(const QString, text);
   QFETCH(const QString, kept);
   adodb::Connection& connection = m_database->Connection();
@@ -268,7 +269,7 @@ void TestDialect::textsAreKept() {
   QCOMPARE(recordset->Field(u"CONTENIDO").toString(), kept);
 }
 
-void TestDialect::labels() {
+void tst_dialect::labels() {
   const auto recordset = m_database->Connection().Execute(QStringLiteral(
       "SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"));
   QStringList names;
@@ -282,5 +283,5 @@ void TestDialect::labels() {
   QCOMPARE(all->Field(u"eliminado"), QVariant(false));
 }
 
-QTEST_GUILESS_MAIN(TestDialect)
+KEL_TEST(tst_dialect);
 #include "tst_dialect.moc"

@@ -2,6 +2,7 @@
 #include "database/TestDatabase.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,7 +15,7 @@
 #include <csignal>
 
 /// Creating, migrating and refusing database files, and what faults of files do.
-class TestPreparation : public QObject {
+class tst_preparation : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -74,7 +75,7 @@ QString RowsOf(const QString& text, const QString& statement) {
 
 }  // namespace
 
-void TestPreparation::referenceData_data() {
+void tst_preparation::referenceData_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("rows");
   const auto row = [](const char* statement, const char* rows) {
@@ -100,13 +101,13 @@ void TestPreparation::referenceData_data() {
   row("SELECT COUNT(*) FROM Colaboradores", "0");
 }
 
-void TestPreparation::referenceData() {
+void tst_preparation::referenceData() {
   QFETCH(const QString, statement);
   static const TestDatabase database;
   QTEST(RowsOf(database.Text(), statement), "rows");
 }
 
-void TestPreparation::demonstrationIsConsistent() {
+void tst_preparation::demonstrationIsConsistent() {
   TestDatabase database(database::Content::Demonstration);
   adodb::Connection& connection = database.Connection();
   const auto count = [&](const char* table) {
@@ -134,7 +135,7 @@ void TestPreparation::demonstrationIsConsistent() {
   }
 }
 
-void TestPreparation::anOlderOneIsMigrated() {
+void tst_preparation::anOlderOneIsMigrated() {
   const database::Schema& schema = database::Schema::Current();
   QVERIFY(database::SchemaVersion() >= 2);
   {
@@ -160,7 +161,7 @@ void TestPreparation::anOlderOneIsMigrated() {
   }
 }
 
-void TestPreparation::aNewerOneIsLeftUntouched() {
+void tst_preparation::aNewerOneIsLeftUntouched() {
   QCOMPARE(Prepare(), 0);
   OpenRaw(Path()).Run("PRAGMA user_version=" + QByteArray::number(database::SchemaVersion() + 1));
   const QByteArray before = Contents(Path());
@@ -169,7 +170,7 @@ void TestPreparation::aNewerOneIsLeftUntouched() {
   QVERIFY(Contents(Path()) == before);
 }
 
-void TestPreparation::foreignFiles_data() {
+void tst_preparation::foreignFiles_data() {
   QTest::addColumn<QString>("kind");
   QTest::addColumn<int>("number");
   QTest::newRow("text") << QStringLiteral("text") << int(database::NotADatabase);
@@ -179,7 +180,7 @@ void TestPreparation::foreignFiles_data() {
   QTest::newRow("empty") << QStringLiteral("empty") << 0;
 }
 
-void TestPreparation::foreignFiles() {
+void tst_preparation::foreignFiles() {
   QFETCH(const QString, kind);
   if (kind == u"text") {
     Write(Path(), QByteArray(5000, 'x'));
@@ -202,7 +203,7 @@ void TestPreparation::foreignFiles() {
   }
 }
 
-void TestPreparation::aDamagedPageIsReported() {
+void tst_preparation::aDamagedPageIsReported() {
   QCOMPARE(Prepare(), 0);
   const int root = OpenRaw(Path()).Value("SELECT rootpage FROM sqlite_schema WHERE name='Paises'").toInt();
   QByteArray bytes = Contents(Path());
@@ -213,7 +214,7 @@ void TestPreparation::aDamagedPageIsReported() {
   QCOMPARE(RowsOf(Text(), QStringLiteral("INSERT INTO Paises(Nombre) VALUES('x')")), error);
 }
 
-void TestPreparation::anImpossibleFolder() {
+void tst_preparation::anImpossibleFolder() {
   Write(Path(QStringLiteral("archivo")), "x");
   const QString text = database::ConnectionStringForFile(Path(QStringLiteral("archivo/dentro/kel.db")));
   QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(database::CannotOpen));
@@ -223,7 +224,7 @@ void TestPreparation::anImpossibleFolder() {
 }
 
 // The superuser may write everywhere, so the test gives up its rights while it tries.
-void TestPreparation::withoutPermission() {
+void tst_preparation::withoutPermission() {
   QCOMPARE(Prepare(), 0);
   const QByteArray before = Contents(Path());
   const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
@@ -244,7 +245,7 @@ void TestPreparation::withoutPermission() {
   QVERIFY(Contents(Path()) == before);
 }
 
-void TestPreparation::twoProcessesPrepareTheSame() {
+void tst_preparation::twoProcessesPrepareTheSame() {
   std::vector<std::unique_ptr<QProcess>> processes;
   for (int i = 0; i < 4; ++i) {
     processes.push_back(std::make_unique<QProcess>());
@@ -259,7 +260,7 @@ void TestPreparation::twoProcessesPrepareTheSame() {
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA journal_mode"), QByteArray("wal"));
 }
 
-void TestPreparation::aKilledProgramLeavesNothingHalfWritten() {
+void tst_preparation::aKilledProgramLeavesNothingHalfWritten() {
   QCOMPARE(Prepare(), 0);
   QProcess process;
   process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--die"), Text()});
@@ -270,14 +271,14 @@ void TestPreparation::aKilledProgramLeavesNothingHalfWritten() {
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
 }
 
-void TestPreparation::otherOrderingRulesRebuildTheIndexes() {
+void tst_preparation::otherOrderingRulesRebuildTheIndexes() {
   QCOMPARE(Prepare(), 0);
   OpenRaw(Path()).Run("UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'");
   QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'")), QStringLiteral("35"));
   QVERIFY(OpenRaw(Path()).Value("SELECT Valor FROM KelMotor WHERE Nombre='ICU'") != "0.0");
 }
 
-void TestPreparation::readOnlyAccess() {
+void tst_preparation::readOnlyAccess() {
   QCOMPARE(Prepare(), 0);
   const QString text = Text() + QStringLiteral(";Acceso=lectura");
   database::PrepareDatabase(text, database::Content::Reference);
@@ -286,7 +287,7 @@ void TestPreparation::readOnlyAccess() {
            QStringLiteral("error %1").arg(int(database::DatabaseReadOnly)));
 }
 
-void TestPreparation::awkwardPaths_data() {
+void tst_preparation::awkwardPaths_data() {
   QTest::addColumn<QString>("name");
   for (const char* name : {"con blancos.db", "a;b=c.db", "comillas\"dobles'.db", "ñandú €.db",
                            ":memory:", "file:x?mode=ro", " blancos al final "}) {
@@ -294,7 +295,7 @@ void TestPreparation::awkwardPaths_data() {
   }
 }
 
-void TestPreparation::awkwardPaths() {
+void tst_preparation::awkwardPaths() {
   QFETCH(const QString, name);
   database::PrepareDatabase(database::ConnectionStringForFile(Path(name)), database::Content::Reference);
   QVERIFY(QFile::exists(Path(name)));
@@ -302,7 +303,7 @@ void TestPreparation::awkwardPaths() {
            QStringLiteral("1"));
 }
 
-void TestPreparation::preparingAgainChangesNothing() {
+void tst_preparation::preparingAgainChangesNothing() {
   QCOMPARE(Prepare(), 0);
   const QByteArray before = Contents(Path());
   database::PrepareDatabase(Text(), database::Content::Demonstration);
@@ -334,17 +335,8 @@ int DieAsHelper(const QString& text) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  QCoreApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() == 3 && arguments[1] == u"--prepare") {
-    return PrepareAsHelper(arguments[2]);
-  }
-  if (arguments.size() == 3 && arguments[1] == u"--die") {
-    return DieAsHelper(arguments[2]);
-  }
-  TestPreparation test;
-  return QTest::qExec(&test, argc, argv);
-}
+KEL_TEST(tst_preparation);
+KEL_TEST_HELPER(prepare, [](const QStringList& arguments) { return PrepareAsHelper(arguments.value(0)); });
+KEL_TEST_HELPER(die, [](const QStringList& arguments) { return DieAsHelper(arguments.value(0)); });
 
 #include "tst_preparation.moc"

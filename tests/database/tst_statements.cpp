@@ -2,6 +2,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -9,7 +10,7 @@
 
 /// The statements that the dialogs write, to the letter: every one runs, and those that look for references among
 /// many rows are served by indexes.
-class TestStatements : public QObject {
+class tst_statements : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -78,7 +79,7 @@ QStringList PlanOf(const QString& path, const QString& statement) {
 
 }  // namespace
 
-void TestStatements::everyStatementRuns_data() {
+void tst_statements::everyStatementRuns_data() {
   AddStatements(
       {"SELECT Administrador FROM Usuarios WHERE IDUsuario=1",
        "UPDATE Usuarios SET Eliminado=-1 WHERE IDUsuario=2",
@@ -231,7 +232,7 @@ void TestStatements::everyStatementRuns_data() {
        "UPDATE Encabezados SET Nombre='Estimado:' WHERE Encabezados.IDEncabezado=1"});
 }
 
-void TestStatements::everyStatementRuns() {
+void tst_statements::everyStatementRuns() {
   QFETCH(QString, statement);
   const QString answer = Rows(m_database->Connection(), statement);
   QVERIFY2(!answer.startsWith(QStringLiteral("error")), qPrintable(answer));
@@ -240,7 +241,7 @@ void TestStatements::everyStatementRuns() {
   }
 }
 
-void TestStatements::indexesServe_data() {
+void tst_statements::indexesServe_data() {
   m_filled = std::make_unique<TestDatabase>();
   FillEveryTable(m_filled->Path());
   AddStatements(
@@ -297,7 +298,7 @@ void TestStatements::indexesServe_data() {
        "Suscripciones.CodColaborador WHERE CodPais = 35 AND IDTipoPublicacion = 5)"});
 }
 
-void TestStatements::indexesServe() {
+void tst_statements::indexesServe() {
   QFETCH(QString, statement);
   const QStringList steps = PlanOf(m_filled->Path(), statement);
   QVERIFY(!steps.isEmpty());
@@ -311,7 +312,7 @@ void TestStatements::indexesServe() {
   QVERIFY2(all.contains(QStringLiteral("SEARCH")), qPrintable(all));
 }
 
-void TestStatements::priceUpdate() {
+void tst_statements::priceUpdate() {
   adodb::Connection& connection = m_database->Connection();
   const QString text = QStringLiteral(
       "UPDATE Suscripciones SET Importe = NumeroEjemplares * '%1' WHERE IDSuscripcion IN (SELECT "
@@ -332,5 +333,5 @@ void TestStatements::priceUpdate() {
   QCOMPARE(ErrorOf([&] { connection.Execute(text.arg(QStringLiteral("doce"), QStringLiteral("="))); }), 13);
 }
 
-QTEST_GUILESS_MAIN(TestStatements)
+KEL_TEST(tst_statements);
 #include "tst_statements.moc"

@@ -2,6 +2,7 @@
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QMetaMethod>
@@ -87,5 +88,5 @@ class tst_component_library : public QObject {
   QTemporaryDir m_folder;
 };
 
-QTEST_MAIN(tst_component_library)
+KEL_TEST(tst_component_library);
 #include "tst_component_library.moc"

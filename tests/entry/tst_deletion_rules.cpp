@@ -1,6 +1,7 @@
 #include "entry/Eliminacion.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QMessageBox>
 
@@ -268,5 +269,5 @@ class tst_deletion_rules : public QObject {
   }
 };
 
-QTEST_MAIN(tst_deletion_rules)
+KEL_TEST(tst_deletion_rules);
 #include "tst_deletion_rules.moc"

@@ -4,6 +4,7 @@
 #include "framework/cConstAccion.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QMessageBox>
 
@@ -115,5 +116,5 @@ class tst_dispatch : public QObject {
   }
 };
 
-QTEST_MAIN(tst_dispatch)
+KEL_TEST(tst_dispatch);
 #include "tst_dispatch.moc"

@@ -1,4 +1,5 @@
 #include "framework/CargarTextosFormulario.h"
+#include "support/TestProgram.h"
 
 #include <QAction>
 #include <QDialog>
@@ -99,5 +100,5 @@ class tst_captions : public QObject {
   }
 };
 
-QTEST_MAIN(tst_captions)
+KEL_TEST(tst_captions);
 #include "tst_captions.moc"

@@ -2,6 +2,7 @@
 #include "framework/KeyFilter.h"
 #include "framework/Sql.h"
 #include "support/TestHost.h"
+#include "support/TestProgram.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -89,5 +90,5 @@ class tst_controls : public QObject {
   }
 };
 
-QTEST_MAIN(tst_controls)
+KEL_TEST(tst_controls);
 #include "tst_controls.moc"

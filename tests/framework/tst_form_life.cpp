@@ -4,6 +4,7 @@
 #include "framework/Terminacion.h"
 #include "platform/automation/ClassRegistry.h"
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -296,5 +297,5 @@ class tst_form_life : public QObject {
   QStringList m_entries;
 };
 
-QTEST_MAIN(tst_form_life)
+KEL_TEST(tst_form_life);
 #include "tst_form_life.moc"

@@ -1,5 +1,6 @@
 #include "host/cli/CommandLine.h"
 #include "platform/automation/Error.h"
+#include "support/TestProgram.h"
 
 #include <QtTest>
 
@@ -106,5 +107,5 @@ void tst_command_line::Refused() {
   QFAIL("taken");
 }
 
-QTEST_GUILESS_MAIN(tst_command_line)
+KEL_TEST(tst_command_line);
 #include "tst_command_line.moc"

@@ -1,6 +1,7 @@
 #include "BoxAnswers.h"
 #include "FakeComponent.h"
 #include "TestDesktop.h"
+#include "support/TestProgram.h"
 
 #include "host/desktop/Deletion.h"
 #include "host/desktop/RecordReferences.h"
@@ -153,5 +154,5 @@ void tst_deletion::CountsAreJoined() {
   QCOMPARE(host::JoinCounts({two, one, two}), QStringLiteral("2 emisores, 1 disco y 2 emisores"));
 }
 
-QTEST_MAIN(tst_deletion)
+KEL_TEST(tst_deletion);
 #include "tst_deletion.moc"

@@ -1,6 +1,7 @@
 #include "BoxAnswers.h"
 #include "FakeComponent.h"
 #include "TestDesktop.h"
+#include "support/TestProgram.h"
 
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/RecordReferences.h"
@@ -276,5 +277,5 @@ void tst_main_window::EndWaitsForTheDialog() {
   QCOMPARE(FakeComponent::Requests().size(), 1);
 }
 
-QTEST_MAIN(tst_main_window)
+KEL_TEST(tst_main_window);
 #include "tst_main_window.moc"

@@ -1,6 +1,7 @@
 #include "database/Database.h"
 #include "host/cli/Startup.h"
 #include "platform/automation/Error.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QProcess>
@@ -113,5 +114,5 @@ void tst_program::UnknownUserIsRefused() {
   QFAIL("signed in");
 }
 
-QTEST_GUILESS_MAIN(tst_program)
+KEL_TEST(tst_program);
 #include "tst_program.moc"

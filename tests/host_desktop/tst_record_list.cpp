@@ -2,6 +2,7 @@
 #include "host/desktop/RecordFilter.h"
 #include "host/desktop/RecordList.h"
 #include "platform/automation/Conversion.h"
+#include "support/TestProgram.h"
 
 #include <QHeaderView>
 #include <QRegularExpression>
@@ -183,5 +184,5 @@ void tst_record_list::SearchKeepsTheSelectedRecord() {
   QCOMPARE(list.Records().rowCount(), 300);
 }
 
-QTEST_MAIN(tst_record_list)
+KEL_TEST(tst_record_list);
 #include "tst_record_list.moc"

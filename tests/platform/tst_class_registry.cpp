@@ -1,5 +1,6 @@
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -83,5 +84,5 @@ class tst_class_registry : public QObject {
   QTemporaryDir m_folder;
 };
 
-QTEST_APPLESS_MAIN(tst_class_registry)
+KEL_TEST(tst_class_registry);
 #include "tst_class_registry.moc"

@@ -1,5 +1,6 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -153,5 +154,5 @@ class tst_conversion : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(tst_conversion)
+KEL_TEST(tst_conversion);
 #include "tst_conversion.moc"

@@ -2,6 +2,7 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -135,5 +136,5 @@ class tst_invoke : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(tst_invoke)
+KEL_TEST(tst_invoke);
 #include "tst_invoke.moc"

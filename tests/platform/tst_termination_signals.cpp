@@ -1,4 +1,5 @@
 #include "platform/process/TerminationSignals.h"
+#include "support/TestProgram.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -45,5 +46,5 @@ class tst_termination_signals : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(tst_termination_signals)
+KEL_TEST(tst_termination_signals);
 #include "tst_termination_signals.moc"

@@ -1,6 +1,7 @@
 #include "ErrorOf.h"
 #include "HostDatabase.h"
 #include "MessageCatcher.h"
+#include "support/TestProgram.h"
 
 #include "host/services/Session.h"
 #include "platform/automation/ClassRegistry.h"
@@ -112,7 +113,7 @@ class Holder {
 
 }  // namespace
 
-class tst_Bloqueos : public QObject {
+class tst_record_locks : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -138,11 +139,11 @@ class tst_Bloqueos : public QObject {
   std::unique_ptr<HostDatabase> m_database;
 };
 
-void tst_Bloqueos::init() {
+void tst_record_locks::init() {
   m_database = std::make_unique<HostDatabase>();
 }
 
-void tst_Bloqueos::OneHolderAtATime() {
+void tst_record_locks::OneHolderAtATime() {
   User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
   QVERIFY(first.Lock(5));
@@ -152,7 +153,7 @@ void tst_Bloqueos::OneHolderAtATime() {
   QVERIFY(!first.Lock(5));
 }
 
-void tst_Bloqueos::OwnSecondTrySucceeds() {
+void tst_record_locks::OwnSecondTrySucceeds() {
   User user(m_database->ConnectionString(), 1, QStringLiteral("D'Ors \"el bueno\""));
   QVERIFY(user.Lock(5));
   QVERIFY(user.Lock(5));
@@ -162,7 +163,7 @@ void tst_Bloqueos::OwnSecondTrySucceeds() {
   user.Unlock(5);
 }
 
-void tst_Bloqueos::OnlyTheOwnLockIsReleased() {
+void tst_record_locks::OnlyTheOwnLockIsReleased() {
   User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
   QVERIFY(first.Lock(5));
@@ -170,7 +171,7 @@ void tst_Bloqueos::OnlyTheOwnLockIsReleased() {
   QVERIFY(!second.Lock(5));
 }
 
-void tst_Bloqueos::RecordsAreApart() {
+void tst_record_locks::RecordsAreApart() {
   User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
   QVERIFY(first.Lock(5));
@@ -181,7 +182,7 @@ void tst_Bloqueos::RecordsAreApart() {
   QVERIFY(held);
 }
 
-void tst_Bloqueos::HolderIsTold() {
+void tst_record_locks::HolderIsTold() {
   User first(m_database->ConnectionString(), 1, QStringLiteral("Ana <b>Ruiz</b>"));
   User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
   second.Session().showRefusedLocks = true;
@@ -211,7 +212,7 @@ void tst_Bloqueos::HolderIsTold() {
   QCOMPARE(catcher.Messages().size(), std::size_t(1));
 }
 
-void tst_Bloqueos::SessionConnectionServesWhereNoneIsGiven() {
+void tst_record_locks::SessionConnectionServesWhereNoneIsGiven() {
   User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   QObject withoutConnection;
   for (QObject* services : std::initializer_list<QObject*>{nullptr, &withoutConnection}) {
@@ -224,7 +225,7 @@ void tst_Bloqueos::SessionConnectionServesWhereNoneIsGiven() {
   }
 }
 
-void tst_Bloqueos::AnotherProcessIsRefused() {
+void tst_record_locks::AnotherProcessIsRefused() {
   User user(m_database->ConnectionString(), 2, QStringLiteral("Otra"));
   QVERIFY(user.Lock(1));
   Holder holder(m_database->ConnectionString(), 2);
@@ -234,13 +235,13 @@ void tst_Bloqueos::AnotherProcessIsRefused() {
   QCOMPARE(user.Session().lastRefusal->process.processId, int(holder.Id()));
 }
 
-void tst_Bloqueos::ProcessesNeverShareARecord_data() {
+void tst_record_locks::ProcessesNeverShareARecord_data() {
   QTest::addColumn<bool>("leftBehind");
   QTest::newRow("free records") << false;
   QTest::newRow("records of a killed program") << true;
 }
 
-void tst_Bloqueos::ProcessesNeverShareARecord() {
+void tst_record_locks::ProcessesNeverShareARecord() {
   QFETCH(bool, leftBehind);
   constexpr int records = 60;
   if (leftBehind) {
@@ -260,7 +261,7 @@ void tst_Bloqueos::ProcessesNeverShareARecord() {
   QVERIFY(std::adjacent_find(all.begin(), all.end()) == all.end());
 }
 
-void tst_Bloqueos::LockOfAKilledProcessIsTakenOver() {
+void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
   User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
@@ -271,7 +272,7 @@ void tst_Bloqueos::LockOfAKilledProcessIsTakenOver() {
 }
 
 // Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
-void tst_Bloqueos::LocksThatCannotBeJudgedStay_data() {
+void tst_record_locks::LocksThatCannotBeJudgedStay_data() {
   QTest::addColumn<QString>("assignment");
   QTest::newRow("another machine") << QStringLiteral("Equipo='otro-equipo'");
   QTest::newRow("no machine") << QStringLiteral("Equipo=NULL");
@@ -280,7 +281,7 @@ void tst_Bloqueos::LocksThatCannotBeJudgedStay_data() {
   QTest::newRow("another machine of the same name") << QStringLiteral("InicioProceso='m b n 1'");
 }
 
-void tst_Bloqueos::LocksThatCannotBeJudgedStay() {
+void tst_record_locks::LocksThatCannotBeJudgedStay() {
   QFETCH(QString, assignment);
   User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   Holder holder(m_database->ConnectionString(), 1);
@@ -291,7 +292,7 @@ void tst_Bloqueos::LocksThatCannotBeJudgedStay() {
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
 
-void tst_Bloqueos::LockFromBeforeARebootIsTakenOver() {
+void tst_record_locks::LockFromBeforeARebootIsTakenOver() {
   User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   QVERIFY(user.Lock(1));
   QStringList start = host::CurrentProcess().start.split(u' ');
@@ -303,7 +304,7 @@ void tst_Bloqueos::LockFromBeforeARebootIsTakenOver() {
   QVERIFY(user.Lock(1));
 }
 
-void tst_Bloqueos::WithoutAConnection() {
+void tst_record_locks::WithoutAConnection() {
   host::Session session;
   host::RegisterClasses(session);
   const auto api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
@@ -317,7 +318,7 @@ void tst_Bloqueos::WithoutAConnection() {
 }
 
 // What is refused for another reason than a holder must not look like a lock.
-void tst_Bloqueos::DatabaseErrorsPass() {
+void tst_record_locks::DatabaseErrorsPass() {
   User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
   const auto closed = database::CreateConnection(QStringLiteral("Motor=sqlite;Archivo=/no/hay/carpeta/kel.db"));
   user.Session().connection = closed.get();
@@ -325,14 +326,8 @@ void tst_Bloqueos::DatabaseErrorsPass() {
   QVERIFY(!user.Session().lastRefusal.has_value());
 }
 
-int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() == 4 && arguments[1] == u"--holder") {
-    return RunHolder(arguments[2], arguments[3].toInt());
-  }
-  tst_Bloqueos test;
-  return QTest::qExec(&test, argc, argv);
-}
+KEL_TEST(tst_record_locks);
+KEL_TEST_HELPER(holder,
+                [](const QStringList& arguments) { return RunHolder(arguments.value(0), arguments.value(1).toInt()); });
 
-#include "tst_bloqueos.moc"
+#include "tst_record_locks.moc"

@@ -1,6 +1,7 @@
 #include "banking/frmSucursal.h"
 #include "framework/ServiciosHost.h"
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -21,7 +22,7 @@ int MakeBank(const TestHost& host) {
 
 }  // namespace
 
-class tst_sucursales : public QObject {
+class tst_branches : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -235,5 +236,5 @@ class tst_sucursales : public QObject {
   }
 };
 
-QTEST_MAIN(tst_sucursales)
-#include "tst_sucursales.moc"
+KEL_TEST(tst_branches);
+#include "tst_branches.moc"

@@ -1,4 +1,5 @@
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QComboBox>
 #include <QMessageBox>
@@ -19,7 +20,7 @@ constexpr int espana = 35;
 
 }  // namespace
 
-class tst_provincias : public QObject {
+class tst_provinces : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -198,5 +199,5 @@ class tst_provincias : public QObject {
   }
 };
 
-QTEST_MAIN(tst_provincias)
-#include "tst_provincias.moc"
+KEL_TEST(tst_provinces);
+#include "tst_provinces.moc"

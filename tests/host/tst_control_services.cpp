@@ -1,4 +1,5 @@
 #include "ErrorOf.h"
+#include "support/TestProgram.h"
 
 #include "host/services/Session.h"
 #include "platform/automation/ClassRegistry.h"
@@ -53,7 +54,7 @@ Change ChangeOf(std::function<void(Control*)> prepare, std::function<void(Contro
 
 Q_DECLARE_METATYPE(Change)
 
-class tst_Controles : public QObject {
+class tst_control_services : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -80,7 +81,7 @@ class tst_Controles : public QObject {
   std::unique_ptr<QObject> m_api;
 };
 
-void tst_Controles::init() {
+void tst_control_services::init() {
   m_session = {};
   m_session.title = QStringLiteral("Benefactores");
   m_session.settingsFile = m_folder.filePath(QStringLiteral("ajustes.ini"));
@@ -88,13 +89,13 @@ void tst_Controles::init() {
   m_api = automation::CreateObject(QStringLiteral("kelapi.CPRINCIPAL"));
 }
 
-void tst_Controles::cleanup() {
+void tst_control_services::cleanup() {
   m_api.reset();
   host::UnregisterClasses();
   QFile::remove(m_session.settingsFile);
 }
 
-void tst_Controles::ControlsAreDisabled() {
+void tst_control_services::ControlsAreDisabled() {
   QPushButton button;
   QAction action;
   Call(m_api.get(), "BloquearControles", &button);
@@ -103,7 +104,7 @@ void tst_Controles::ControlsAreDisabled() {
   QVERIFY(!action.isEnabled());
 }
 
-void tst_Controles::WholeTextIsSelected() {
+void tst_control_services::WholeTextIsSelected() {
   QLineEdit line(QStringLiteral("uno"));
   QTextEdit text(QStringLiteral("dos"));
   QPlainTextEdit plain(QStringLiteral("tres"));
@@ -119,7 +120,7 @@ void tst_Controles::WholeTextIsSelected() {
   QCOMPARE(combo.lineEdit()->selectedText(), QStringLiteral("cuatro"));
 }
 
-void tst_Controles::RowIsSelected() {
+void tst_control_services::RowIsSelected() {
   QStandardItemModel model(3, 4);
   QTableView view;
   view.setModel(&model);
@@ -132,7 +133,7 @@ void tst_Controles::RowIsSelected() {
   QCOMPARE(ErrorOf([&] { Call(m_api.get(), "SeleccionarFila", &view, 3); }), int(automation::SubscriptOutOfRange));
 }
 
-void tst_Controles::WrongObjects() {
+void tst_control_services::WrongObjects() {
   QObject* nothing = nullptr;
   QObject plain;
   QLabel label;
@@ -145,7 +146,7 @@ void tst_Controles::WrongObjects() {
   QCOMPARE(ErrorOf([&] { Call(m_api.get(), "SeleccionarTexto", 5); }), int(automation::TypeMismatch));
 }
 
-void tst_Controles::Changes_data() {
+void tst_control_services::Changes_data() {
   QTest::addColumn<Change>("change");
   QTest::newRow("line edit") << ChangeOf<QLineEdit>([](auto* c) { c->setText(QStringLiteral("a")); },
                                                     [](auto* c) { c->setText(QStringLiteral("b")); },
@@ -198,7 +199,7 @@ void tst_Controles::Changes_data() {
                                                          [](auto* c) { c->setChecked(false); }, false);
 }
 
-void tst_Controles::Changes() {
+void tst_control_services::Changes() {
   QFETCH(Change, change);
   const std::unique_ptr<QWidget> control(change.make());
   const QObjectList controls{control.get()};
@@ -210,7 +211,7 @@ void tst_Controles::Changes() {
   QVERIFY(!Call(m_api.get(), "controlcambioformulario", controls).toBool());
 }
 
-void tst_Controles::ChangesInALongTable() {
+void tst_control_services::ChangesInALongTable() {
   QStandardItemModel model(10000, 3);
   for (int row = 0; row < model.rowCount(); ++row) {
     model.setItem(row, 0, new QStandardItem(QString::number(row)));
@@ -230,7 +231,7 @@ void tst_Controles::ChangesInALongTable() {
   QVERIFY(changed());
 }
 
-void tst_Controles::ControlsWithoutMemoryAreUnchanged() {
+void tst_control_services::ControlsWithoutMemoryAreUnchanged() {
   QLineEdit known;
   QLineEdit added(QStringLiteral("x"));
   Call(m_api.get(), "establecercontrolcambioformulario", QObjectList{&known, nullptr});
@@ -238,7 +239,7 @@ void tst_Controles::ControlsWithoutMemoryAreUnchanged() {
   QVERIFY(!Call(m_api.get(), "controlcambioformulario", QObjectList{&known, &added, nullptr}).toBool());
 }
 
-void tst_Controles::PartsOfControlsAreNotLookedAt() {
+void tst_control_services::PartsOfControlsAreNotLookedAt() {
   QWidget dialog;
   auto* combo = new QComboBox(&dialog);
   combo->addItem(QStringLiteral("España"), 35);
@@ -250,7 +251,7 @@ void tst_Controles::PartsOfControlsAreNotLookedAt() {
   QVERIFY(!Call(m_api.get(), "controlcambioformulario", controls).toBool());
 }
 
-void tst_Controles::WidthsComeBack_data() {
+void tst_control_services::WidthsComeBack_data() {
   QTest::addColumn<QString>("key");
   QTest::newRow("title and path") << QStringLiteral("Benefactores\\Raíz\\Bancos");
   QTest::newRow("slashes") << QStringLiteral("/a//b/../c");
@@ -259,7 +260,7 @@ void tst_Controles::WidthsComeBack_data() {
   QTest::newRow("line break") << QStringLiteral("a\nb\0c");
 }
 
-void tst_Controles::WidthsComeBack() {
+void tst_control_services::WidthsComeBack() {
   QFETCH(QString, key);
   QStandardItemModel model(1, 3);
   QTableView saved;
@@ -281,7 +282,7 @@ void tst_Controles::WidthsComeBack() {
   QVERIFY(other.columnWidth(0) != 61);
 }
 
-void tst_Controles::HostileWidthsAreIgnored_data() {
+void tst_control_services::HostileWidthsAreIgnored_data() {
   QTest::addColumn<QVariant>("stored");
   QTest::newRow("negative") << QVariant(QStringList{QStringLiteral("-5")});
   QTest::newRow("huge") << QVariant(QStringList{QStringLiteral("99999999999999999999")});
@@ -290,7 +291,7 @@ void tst_Controles::HostileWidthsAreIgnored_data() {
   QTest::newRow("more columns than the grid") << QVariant(QStringList(1000, QStringLiteral("x")));
 }
 
-void tst_Controles::HostileWidthsAreIgnored() {
+void tst_control_services::HostileWidthsAreIgnored() {
   QFETCH(QVariant, stored);
   QStandardItemModel model(1, 1);
   QTableView grid;
@@ -306,5 +307,5 @@ void tst_Controles::HostileWidthsAreIgnored() {
   QCOMPARE(grid.columnWidth(0), width);
 }
 
-QTEST_MAIN(tst_Controles)
-#include "tst_controles.moc"
+KEL_TEST(tst_control_services);
+#include "tst_control_services.moc"

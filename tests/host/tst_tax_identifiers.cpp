@@ -1,4 +1,5 @@
 #include "host/services/TaxIdentifier.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QSet>
@@ -8,7 +9,7 @@ using host::CheckTaxIdentifier;
 using host::TaxIdentifier;
 using host::TaxIdentifierVerdict;
 
-class tst_Identificadores : public QObject {
+class tst_tax_identifiers : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -19,7 +20,7 @@ class tst_Identificadores : public QObject {
   void EveryCheckLetterOfADniIsDifferent();
 };
 
-void tst_Identificadores::PublishedVectors_data() {
+void tst_tax_identifiers::PublishedVectors_data() {
   QTest::addColumn<QString>("raw");
   QTest::addColumn<QString>("normalised");
   QTest::addColumn<QString>("kind");
@@ -36,7 +37,7 @@ void tst_Identificadores::PublishedVectors_data() {
   QVERIFY(lines.size() > 100);
 }
 
-void tst_Identificadores::PublishedVectors() {
+void tst_tax_identifiers::PublishedVectors() {
   QFETCH(QString, raw);
   QFETCH(QString, normalised);
   QFETCH(QString, kind);
@@ -55,7 +56,7 @@ void tst_Identificadores::PublishedVectors() {
   QVERIFY2(control.split(u'/').contains(found.control), qPrintable(found.control));
 }
 
-void tst_Identificadores::Verdicts_data() {
+void tst_tax_identifiers::Verdicts_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<int>("verdict");
   QTest::addColumn<QString>("kind");
@@ -82,7 +83,7 @@ void tst_Identificadores::Verdicts_data() {
   row("very long", QString(100000, u'1'), 2, "NIF", "");
 }
 
-void tst_Identificadores::Verdicts() {
+void tst_tax_identifiers::Verdicts() {
   QFETCH(QString, text);
   QFETCH(int, verdict);
   QFETCH(QString, kind);
@@ -93,7 +94,7 @@ void tst_Identificadores::Verdicts() {
   QCOMPARE(found.control, control);
 }
 
-void tst_Identificadores::EveryCheckLetterOfADniIsDifferent() {
+void tst_tax_identifiers::EveryCheckLetterOfADniIsDifferent() {
   QSet<QString> letters;
   for (int number = 0; number < 23; ++number) {
     const QString digits = QString::number(number).rightJustified(8, u'0');
@@ -102,5 +103,5 @@ void tst_Identificadores::EveryCheckLetterOfADniIsDifferent() {
   QCOMPARE(letters.size(), 23);
 }
 
-QTEST_GUILESS_MAIN(tst_Identificadores)
-#include "tst_identificadores.moc"
+KEL_TEST(tst_tax_identifiers);
+#include "tst_tax_identifiers.moc"

@@ -1,5 +1,6 @@
 #include "ErrorOf.h"
 #include "HostDatabase.h"
+#include "support/TestProgram.h"
 
 #include "host/services/Session.h"
 #include "platform/automation/ClassRegistry.h"
@@ -13,7 +14,7 @@
 using automation::Call;
 using automation::Ref;
 
-class tst_Listas : public QObject {
+class tst_list_helper : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -61,7 +62,7 @@ QStringList TextsOf(const QComboBox& combo) {
 
 }  // namespace
 
-void tst_Listas::initTestCase() {
+void tst_list_helper::initTestCase() {
   m_database = std::make_unique<HostDatabase>();
   m_session.connection = m_database->Connection();
   host::RegisterClasses(m_session);
@@ -77,17 +78,17 @@ void tst_Listas::initTestCase() {
   m_database->Run("INSERT INTO Sucursales (codBanco, Codigo, Nombre, Eliminado) VALUES(1, '0003', 'Cerrada', -1)");
 }
 
-void tst_Listas::cleanupTestCase() {
+void tst_list_helper::cleanupTestCase() {
   m_lists.reset();
   m_api.reset();
   host::UnregisterClasses();
 }
 
-void tst_Listas::FillProvinces(QComboBox& combo) const {
+void tst_list_helper::FillProvinces(QComboBox& combo) const {
   Call(Lists(), "RellenarComboProvincias", m_session.connection, &combo, 35, QVariant(), true);
 }
 
-void tst_Listas::Countries() {
+void tst_list_helper::Countries() {
   QComboBox combo;
   Call(Lists(), "RellenarComboPais", m_session.connection, &combo, 35, true);
   QCOMPARE(combo.currentText(), QStringLiteral("España"));
@@ -98,14 +99,14 @@ void tst_Listas::Countries() {
   QCOMPARE(combo.currentIndex(), -1);
 }
 
-void tst_Listas::ListsAreSortedInSpanish() {
+void tst_list_helper::ListsAreSortedInSpanish() {
   QComboBox combo;
   Call(Lists(), "rellenarcombobancos", &combo, m_session.connection, QVariant(), true);
   QCOMPARE(TextsOf(combo), (QStringList{QStringLiteral("banco central"), QStringLiteral("Banco Nuevo"),
                                         QStringLiteral("Banco Ñandú")}));
 }
 
-void tst_Listas::ClearingOrAdding() {
+void tst_list_helper::ClearingOrAdding() {
   QComboBox combo;
   combo.addItem(QStringLiteral("Todos"), 0);
   Call(Lists(), "rellenarcombobancos", &combo, m_session.connection, 2, false);
@@ -117,7 +118,7 @@ void tst_Listas::ClearingOrAdding() {
   QCOMPARE(combo.currentIndex(), -1);
 }
 
-void tst_Listas::ProvincesOfACountry() {
+void tst_list_helper::ProvincesOfACountry() {
   QComboBox combo;
   Call(Lists(), "RellenarComboProvincias", nullptr, &combo, 35, QVariant(), true);
   QCOMPARE(combo.count(), 52);
@@ -126,14 +127,14 @@ void tst_Listas::ProvincesOfACountry() {
   QCOMPARE(combo.count(), 0);
 }
 
-void tst_Listas::BanksAndBranches() {
+void tst_list_helper::BanksAndBranches() {
   QComboBox branches;
   Call(Lists(), "rellenarcombosucursales", &branches, 1, m_session.connection, 1, true);
   QCOMPARE(TextsOf(branches), (QStringList{QStringLiteral("Centro"), QStringLiteral("Principal")}));
   QCOMPARE(branches.currentText(), QStringLiteral("Principal"));
 }
 
-void tst_Listas::NumbersAndCodes_data() {
+void tst_list_helper::NumbersAndCodes_data() {
   QTest::addColumn<QString>("column");
   QTest::addColumn<QVariant>("typed");
   QTest::addColumn<QString>("selected");
@@ -150,7 +151,7 @@ void tst_Listas::NumbersAndCodes_data() {
   QTest::newRow("branch of another bank") << branch << QVariant(QStringLiteral("0007")) << QString();
 }
 
-void tst_Listas::NumbersAndCodes() {
+void tst_list_helper::NumbersAndCodes() {
   QFETCH(QString, column);
   QFETCH(QVariant, typed);
   QFETCH(QString, selected);
@@ -169,13 +170,13 @@ void tst_Listas::NumbersAndCodes() {
   }
 }
 
-void tst_Listas::UnknownListIsRefused() {
+void tst_list_helper::UnknownListIsRefused() {
   QCOMPARE(Call(Lists(), "CargarBancoSucursalCaja", QStringLiteral("IDBanco"), 0, 999).toString(), QString());
   QCOMPARE(ErrorOf([this] { Call(Lists(), "CargarBancoSucursalCaja", QStringLiteral("Usuarios"), 0, 1); }),
            int(automation::InvalidProcedureCall));
 }
 
-void tst_Listas::FromAStatementOrATable() {
+void tst_list_helper::FromAStatementOrATable() {
   QComboBox combo;
   Call(Lists(), "RellenarCombo", &combo,
        QStringLiteral("  select IDBanco, Nombre AS Banco FROM Bancos WHERE Eliminado=0 ORDER BY Numero DESC"),
@@ -189,7 +190,7 @@ void tst_Listas::FromAStatementOrATable() {
   QCOMPARE(combo.itemText(1), QStringLiteral("Banco Cerrado"));
 }
 
-void tst_Listas::FindingAnItem() {
+void tst_list_helper::FindingAnItem() {
   QComboBox combo;
   combo.addItem(QStringLiteral("sin dato"));
   combo.addItem(QStringLiteral("texto"), QStringLiteral("7"));
@@ -203,7 +204,7 @@ void tst_Listas::FindingAnItem() {
   QCOMPARE(combo.currentText(), QStringLiteral("texto"));
 }
 
-void tst_Listas::ClosedConnectionIsOpened() {
+void tst_list_helper::ClosedConnectionIsOpened() {
   const auto connection = database::CreateConnection(m_database->ConnectionString());
   QComboBox combo;
   Call(Lists(), "RellenarComboPais", connection.get(), &combo, 35, true);
@@ -211,7 +212,7 @@ void tst_Listas::ClosedConnectionIsOpened() {
   QCOMPARE(combo.currentText(), QStringLiteral("España"));
 }
 
-void tst_Listas::ChangeIsSignalledOnce() {
+void tst_list_helper::ChangeIsSignalledOnce() {
   QComboBox combo;
   QSignalSpy spy(&combo, &QComboBox::currentIndexChanged);
   Call(Lists(), "RellenarComboPais", m_session.connection, &combo, 35, true);
@@ -220,7 +221,7 @@ void tst_Listas::ChangeIsSignalledOnce() {
   QCOMPARE(spy.size(), 2);
 }
 
-void tst_Listas::ProvinceFollowsPostcode_data() {
+void tst_list_helper::ProvinceFollowsPostcode_data() {
   QTest::addColumn<QString>("postcode");
   QTest::addColumn<QString>("province");
   QTest::newRow("complete") << QStringLiteral("28013") << QStringLiteral("Madrid");
@@ -232,7 +233,7 @@ void tst_Listas::ProvinceFollowsPostcode_data() {
   QTest::newRow("a quote") << QStringLiteral("''") << QStringLiteral("Albacete");
 }
 
-void tst_Listas::ProvinceFollowsPostcode() {
+void tst_list_helper::ProvinceFollowsPostcode() {
   QFETCH(QString, postcode);
   QFETCH(QString, province);
   QComboBox combo;
@@ -248,7 +249,7 @@ void tst_Listas::ProvinceFollowsPostcode() {
   QCOMPARE(coupled, &combo);
 }
 
-void tst_Listas::ChosenExceptionStays() {
+void tst_list_helper::ChosenExceptionStays() {
   QComboBox combo;
   FillProvinces(combo);
   QLineEdit box(QStringLiteral("26127"));
@@ -261,7 +262,7 @@ void tst_Listas::ChosenExceptionStays() {
   QCOMPARE(combo.currentText(), QStringLiteral("Soria"));
 }
 
-void tst_Listas::PostcodeFollowsProvince_data() {
+void tst_list_helper::PostcodeFollowsProvince_data() {
   QTest::addColumn<QString>("typed");
   QTest::addColumn<QString>("province");
   QTest::addColumn<QString>("expected");
@@ -277,7 +278,7 @@ void tst_Listas::PostcodeFollowsProvince_data() {
   QTest::newRow("leading zero") << QString() << QStringLiteral("Albacete") << QStringLiteral("02");
 }
 
-void tst_Listas::PostcodeFollowsProvince() {
+void tst_list_helper::PostcodeFollowsProvince() {
   QFETCH(QString, typed);
   QFETCH(QString, province);
   QFETCH(QString, expected);
@@ -291,12 +292,12 @@ void tst_Listas::PostcodeFollowsProvince() {
   QCOMPARE(box.text(), expected);
 }
 
-void tst_Listas::FormattedAmountGoesBackIntoTheDatabase() {
+void tst_list_helper::FormattedAmountGoesBackIntoTheDatabase() {
   const QString amount = Call(m_api.get(), "FormatearAEuros", 1234.5).toString();
   m_database->Run(qPrintable(
       QStringLiteral("INSERT INTO TipoPublicaciones (Nombre, ImporteNacional) VALUES('Boletín', '%1')").arg(amount)));
   QCOMPARE(m_database->Value("SELECT ImporteNacional FROM TipoPublicaciones").toDouble(), 1234.5);
 }
 
-QTEST_MAIN(tst_Listas)
-#include "tst_listas.moc"
+KEL_TEST(tst_list_helper);
+#include "tst_list_helper.moc"

@@ -1,4 +1,5 @@
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -15,7 +16,7 @@ constexpr int paises = 20;
 
 }  // namespace
 
-class tst_paises : public QObject {
+class tst_countries : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -238,5 +239,5 @@ class tst_paises : public QObject {
   }
 };
 
-QTEST_MAIN(tst_paises)
-#include "tst_paises.moc"
+KEL_TEST(tst_countries);
+#include "tst_countries.moc"

@@ -1,4 +1,5 @@
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -55,8 +56,6 @@ void EditEverything(support::Driver& driver, const DialogUser& dialog) {
   dialog.Type("txtBanco_1", QStringLiteral("Banco cambiado"));
 }
 
-const QString dyingProgram = QStringLiteral("--muere-al-escribir");
-
 // Edits the bank of a database file and dies when the write has come to its last statement.
 int DieWhileWriting(const QString& file, int bank) {
   TestHost host(file);
@@ -75,7 +74,7 @@ int DieWhileWriting(const QString& file, int bank) {
 
 }  // namespace
 
-class tst_bancos_fallos : public QObject {
+class tst_bank_faults : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -159,7 +158,8 @@ class tst_bancos_fallos : public QObject {
     const int bank = MakeBank(host);
     const QStringList before = Everything(host);
     QProcess program;
-    program.start(QCoreApplication::applicationFilePath(), {dyingProgram, host.file(), QString::number(bank)});
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--die"), host.file(), QString::number(bank)});
     QVERIFY(program.waitForFinished());
     QVERIFY(program.exitStatus() == QProcess::CrashExit && program.exitCode() == SIGKILL);
     QCOMPARE(Everything(host), before);
@@ -213,14 +213,9 @@ class tst_bancos_fallos : public QObject {
   }
 };
 
-int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.value(1) == dyingProgram) {
-    return DieWhileWriting(arguments.value(2), arguments.value(3).toInt());
-  }
-  tst_bancos_fallos test;
-  return QTest::qExec(&test, argc, argv);
-}
+KEL_TEST(tst_bank_faults);
+KEL_TEST_HELPER(die, [](const QStringList& arguments) {
+  return DieWhileWriting(arguments.value(0), arguments.value(1).toInt());
+});
 
-#include "tst_bancos_fallos.moc"
+#include "tst_bank_faults.moc"

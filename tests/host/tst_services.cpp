@@ -1,5 +1,6 @@
 #include "ErrorOf.h"
 #include "MessageCatcher.h"
+#include "support/TestProgram.h"
 
 #include "host/services/Session.h"
 #include "platform/automation/ClassRegistry.h"
@@ -14,7 +15,7 @@ using automation::Get;
 using automation::Put;
 using automation::Ref;
 
-class tst_Servicios : public QObject {
+class tst_services : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -38,19 +39,19 @@ class tst_Servicios : public QObject {
   std::unique_ptr<QObject> m_api;
 };
 
-void tst_Servicios::init() {
+void tst_services::init() {
   m_session = {};
   m_session.title = QStringLiteral("Benefactores");
   host::RegisterClasses(m_session);
   m_api = automation::CreateObject(QStringLiteral("kelapi.CPRINCIPAL"));
 }
 
-void tst_Servicios::cleanup() {
+void tst_services::cleanup() {
   m_api.reset();
   host::UnregisterClasses();
 }
 
-void tst_Servicios::EveryObjectSharesTheSession() {
+void tst_services::EveryObjectSharesTheSession() {
   m_session.icon = QStringLiteral("/i.ico");
   m_session.userId = 7;
   m_session.userKind = 1;
@@ -66,7 +67,7 @@ void tst_Servicios::EveryObjectSharesTheSession() {
   }
 }
 
-void tst_Servicios::TheRequestBelongsToOneObject() {
+void tst_services::TheRequestBelongsToOneObject() {
   const auto fresh = automation::CreateObject(QStringLiteral("KelApi.cPrincipal"));
   Put(m_api.get(), "IDNodo", 19);
   Put(m_api.get(), "accion", 2);
@@ -75,12 +76,12 @@ void tst_Servicios::TheRequestBelongsToOneObject() {
   QCOMPARE(Get(m_api.get(), "idnodo").toInt(), 19);
   QCOMPARE(Get(m_api.get(), "Accion").toInt(), 2);
   QCOMPARE(Get(m_api.get(), "IDSeleccionado").toInt(), 35);
-  QCOMPARE(Get(m_api.get(), "IDAux").value<tst_Servicios*>(), this);
+  QCOMPARE(Get(m_api.get(), "IDAux").value<tst_services*>(), this);
   QCOMPARE(Get(fresh.get(), "IDNodo").toInt(), 0);
   QCOMPARE(Get(fresh.get(), "IDAux").toInt(), 0);
 }
 
-void tst_Servicios::Members_data() {
+void tst_services::Members_data() {
   QTest::addColumn<QString>("progId");
   QTest::addColumn<QByteArray>("name");
   QTest::addColumn<int>("arguments");
@@ -114,7 +115,7 @@ void tst_Servicios::Members_data() {
                           {"CargarBancoSucursalLista", 4}});
 }
 
-void tst_Servicios::Members() {
+void tst_services::Members() {
   QFETCH(QString, progId);
   QFETCH(QByteArray, name);
   QFETCH(int, arguments);
@@ -126,7 +127,7 @@ void tst_Servicios::Members() {
   QCOMPARE(ErrorOf([&] { method.Call(object.get(), tooMany); }), int(automation::WrongNumberOfArguments));
 }
 
-void tst_Servicios::ErrorIsShown() {
+void tst_services::ErrorIsShown() {
   MessageCatcher catcher;
   automation::Err().Set(automation::Error(13, QStringLiteral("<b>No coinciden</b>")));
   Call(m_api.get(), "VerError", QStringLiteral("Form Load"), QStringLiteral("Emisores"),
@@ -143,7 +144,7 @@ void tst_Servicios::ErrorIsShown() {
   }
 }
 
-void tst_Servicios::TaxIdentifierThroughReferences() {
+void tst_services::TaxIdentifierThroughReferences() {
   QString kind;
   QString control;
   QCOMPARE(Call(m_api.get(), "cif_nif_valido", QStringLiteral("J99216583"), Ref(kind), Ref(control)).toInt(), 3);
@@ -160,7 +161,7 @@ void tst_Servicios::TaxIdentifierThroughReferences() {
   QCOMPARE(Call(m_api.get(), "Validar_NIF", QStringLiteral("54362315-Z")).toInt(), 3);
 }
 
-void tst_Servicios::Euros_data() {
+void tst_services::Euros_data() {
   QTest::addColumn<QVariant>("amount");
   QTest::addColumn<QString>("text");
   const auto typed = [](const char* text, const char* shown) {
@@ -187,7 +188,7 @@ void tst_Servicios::Euros_data() {
   typed("12 34", "12 34");
 }
 
-void tst_Servicios::Euros() {
+void tst_services::Euros() {
   QFETCH(QVariant, amount);
   QFETCH(QString, text);
   const QString shown = Call(m_api.get(), "FormatearAEuros", amount).toString();
@@ -195,7 +196,7 @@ void tst_Servicios::Euros() {
   QCOMPARE(Call(m_api.get(), "FormatearAEuros", shown).toString(), shown);
 }
 
-void tst_Servicios::EuroKeys_data() {
+void tst_services::EuroKeys_data() {
   QTest::addColumn<int>("key");
   QTest::addColumn<QString>("text");
   QTest::addColumn<int>("start");
@@ -218,7 +219,7 @@ void tst_Servicios::EuroKeys_data() {
   QTest::newRow("negative selection") << int(',') << text << -4 << -1 << 0;
 }
 
-void tst_Servicios::EuroKeys() {
+void tst_services::EuroKeys() {
   QFETCH(int, key);
   QFETCH(QString, text);
   QFETCH(int, start);
@@ -228,7 +229,7 @@ void tst_Servicios::EuroKeys() {
   QCOMPARE(key, expected);
 }
 
-void tst_Servicios::EuroKeyInABox() {
+void tst_services::EuroKeyInABox() {
   QLineEdit box(QStringLiteral("12,50"));
   int key = ',';
   Call(m_api.get(), "VerificarEuros", Ref(key), &box, 0, 5);
@@ -239,5 +240,5 @@ void tst_Servicios::EuroKeyInABox() {
   QCOMPARE(key, int(','));
 }
 
-QTEST_MAIN(tst_Servicios)
-#include "tst_servicios.moc"
+KEL_TEST(tst_services);
+#include "tst_services.moc"

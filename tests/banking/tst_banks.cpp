@@ -1,4 +1,5 @@
 #include "support/Expect.h"
+#include "support/TestProgram.h"
 
 #include <QMessageBox>
 #include <QTableView>
@@ -63,7 +64,7 @@ void FillBranch(const DialogUser& dialog, const char* code, const QString& name)
 
 }  // namespace
 
-class tst_bancos : public QObject {
+class tst_banks : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -292,5 +293,5 @@ class tst_bancos : public QObject {
   }
 };
 
-QTEST_MAIN(tst_bancos)
-#include "tst_bancos.moc"
+KEL_TEST(tst_banks);
+#include "tst_banks.moc"

@@ -1,11 +1,12 @@
 #include "platform/automation/Error.h"
 #include "resources/Cadenas.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
 using resources::LoadResString;
 
-class tst_Cadenas : public QObject {
+class tst_string_table : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -17,7 +18,7 @@ class tst_Cadenas : public QObject {
   void MissingNumber();
 };
 
-void tst_Cadenas::Blocks_data() {
+void tst_string_table::Blocks_data() {
   QTest::addColumn<int>("first");
   QTest::addColumn<int>("last");
   QTest::newRow("general") << 101 << 104;
@@ -58,7 +59,7 @@ void tst_Cadenas::Blocks_data() {
   QTest::newRow("frmTipoDonativo messages") << 18100 << 18104;
 }
 
-void tst_Cadenas::Blocks() {
+void tst_string_table::Blocks() {
   QFETCH(int, first);
   QFETCH(int, last);
   for (int id = first; id <= last; ++id) {
@@ -66,7 +67,7 @@ void tst_Cadenas::Blocks() {
   }
 }
 
-void tst_Cadenas::Texts_data() {
+void tst_string_table::Texts_data() {
   QTest::addColumn<int>("id");
   QTest::addColumn<QString>("text");
   QTest::newRow("first") << 101 << QStringLiteral("La clase no ha sido inicializada");
@@ -87,13 +88,13 @@ void tst_Cadenas::Texts_data() {
   QTest::newRow("shared accept button") << 1007 << QStringLiteral("&Aceptar");
 }
 
-void tst_Cadenas::Texts() {
+void tst_string_table::Texts() {
   QFETCH(int, id);
   QFETCH(QString, text);
   QCOMPARE(LoadResString(id), text);
 }
 
-void tst_Cadenas::MissingNumber_data() {
+void tst_string_table::MissingNumber_data() {
   QTest::addColumn<int>("id");
   QTest::newRow("none") << 0;
   QTest::newRow("negative") << -1;
@@ -101,7 +102,7 @@ void tst_Cadenas::MissingNumber_data() {
   QTest::newRow("behind the last") << 18105;
 }
 
-void tst_Cadenas::MissingNumber() {
+void tst_string_table::MissingNumber() {
   QFETCH(int, id);
   try {
     LoadResString(id);
@@ -112,5 +113,5 @@ void tst_Cadenas::MissingNumber() {
   }
 }
 
-QTEST_GUILESS_MAIN(tst_Cadenas)
-#include "tst_cadenas.moc"
+KEL_TEST(tst_string_table);
+#include "tst_string_table.moc"
