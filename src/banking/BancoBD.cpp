@@ -1,7 +1,7 @@
 #include "banking/BancoBD.h"
 
 #include "framework/Sql.h"
-#include "framework/cConstAccion.h"
+#include "platform/contract/cConstAccion.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 

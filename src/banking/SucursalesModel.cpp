@@ -1,6 +1,6 @@
 #include "banking/SucursalesModel.h"
 
-#include "framework/cConstAccion.h"
+#include "platform/contract/cConstAccion.h"
 #include "resources/Cadenas.h"
 
 #include <algorithm>

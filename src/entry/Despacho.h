@@ -1,6 +1,6 @@
 #pragma once
 
-#include "entry/cConstNodo.h"
+#include "platform/contract/cConstNodo.h"
 #include "framework/Formulario.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "entry/Eliminacion.h"
 
-#include "entry/cConstNodo.h"
+#include "platform/contract/cConstNodo.h"
 #include "framework/Mensajes.h"
 #include "framework/Plataforma.h"
 #include "framework/ServiciosHost.h"

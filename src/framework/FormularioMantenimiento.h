@@ -2,7 +2,7 @@
 
 #include "framework/Formulario.h"
 #include "framework/ServiciosHost.h"
-#include "framework/cConstAccion.h"
+#include "platform/contract/cConstAccion.h"
 
 #include "platform/automation/Error.h"
 

@@ -1,7 +1,7 @@
 #include "framework/SolicitudAnidada.h"
 
 #include "framework/ServiciosHost.h"
-#include "framework/cConstAccion.h"
+#include "platform/contract/cConstAccion.h"
 
 SolicitudAnidada::SolicitudAnidada(const QVariant& idAux) : SolicitudAnidada(idAux, cConstAccion().Nuevo()) {}
 

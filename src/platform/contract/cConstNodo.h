@@ -2,7 +2,7 @@
 
 #include <QVariant>
 
-/// The nodes (entities) of the host's tree, by name. The numbers are part of the contract with the host.
+/// The nodes (entities) of the host's tree, by name. The numbers are part of the contract between host and component.
 class cConstNodo {
  public:
   constexpr qint32 Colaboradores() const { return 3; }
