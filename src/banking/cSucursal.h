@@ -41,4 +41,4 @@ class cSucursal : public QObject {
 };
 
 /// A bank's branches, those marked for deletion included.
-using ColeccionSucursales = std::vector<std::shared_ptr<cSucursal>>;
+using BranchCollection = std::vector<std::shared_ptr<cSucursal>>;

@@ -1,223 +1,268 @@
-#include "banking/frmBanco.h"
-
-#include "banking/frmSucursal.h"
+#include "banking/BranchEditing.h"
+#include "banking/BranchModel.h"
+#include "banking/Dialogs.h"
+#include "framework/ControlSetup.h"
 #include "framework/GridKeys.h"
-#include "framework/Mensajes.h"
-#include "framework/Plataforma.h"
-#include "resources/Cadenas.h"
+#include "framework/HostServices.h"
+#include "platform/automation/Conversion.h"
 #include "ui_frmBanco.h"
+
+#include <QStringList>
 
 #include <algorithm>
 
-using resources::LoadResString;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-// Widths of the grid's columns until the user has chosen others; the last takes what is left.
-constexpr int columnCharacters[] = {9, 20, 26};
+constexpr cConstAccion action;
+
+const FormCard card{.name = u"frmBanco"_s, .lock = u"IDBanco"_s, .prompt = 1101, .errors = ErrorBox{1102}};
+
+// An identifier of a column that may be empty.
+qint32 IdOrZero(const QVariant& value) {
+  return automation::IsNull(value) ? 0 : automation::CLng(value);
+}
+
+/// Adds or edits one bank together with its branches. The branches are edited in memory; Accept writes everything in
+/// one transaction.
+class frmBanco final : public FormOn<Ui::frmBanco> {
+ public:
+  frmBanco() : FormOn(card) {}
+
+ private:
+  void Connect() override {
+    m_branches.clear();
+    m_model = new BranchModel(m_branches, ui.msgSucursales);
+    ui.msgSucursales->setModel(m_model);
+    SetColumnCharacters(*ui.msgSucursales, {7, 20, 26, 14});
+    KeepColumnWidths(ui.msgSucursales);
+    SelectTextOnFocus(ui.txtBanco_0, ui.txtBanco_1);
+    const auto add = [this] { AddBranch(); };
+    const auto modify = [this] { ModifyBranch(); };
+    const auto remove = [this] { DeleteBranch(); };
+    On(ui.cmdBanco_0, &QPushButton::clicked, add);
+    On(ui.cmdBanco_1, &QPushButton::clicked, modify);
+    On(ui.cmdBanco_2, &QPushButton::clicked, remove);
+    auto* keys = new GridKeys(ui.msgSucursales);
+    On(keys, &GridKeys::Add, add);
+    On(keys, &GridKeys::Modify, modify);
+    On(keys, &GridKeys::Delete, remove);
+    On(ui.msgSucursales, &QTableView::clicked, [this](const QModelIndex& cell) { SelectRow(cell.row()); });
+    Buttons(ui.cmdBanco_3, ui.cmdBanco_4);
+  }
+
+  bool LoadRecord() override {
+    if (IsAdd()) {
+      SetCaption(LoadResString(1100));
+    } else if (IsModify()) {
+      LoadBank();
+      LoadBranches();
+      LockRecord();
+    }
+    return true;
+  }
+
+  void LoadBank() {
+    const auto rs = Execute(u"SELECT Bancos.Nombre, Bancos.Numero FROM Bancos WHERE Bancos.IDBanco={}", Id());
+    ui.txtBanco_0->setText(Text(rs->Field(u"NUMERO")));
+    ui.txtBanco_1->setText(Text(rs->Field(u"NOMBRE")));
+    SetCaption(LoadResString(1105) + Text(rs->Field(u"NOMBRE")));
+  }
+
+  void LoadBranches() {
+    const auto rs = Execute(
+        u"SELECT Sucursales.IDSucursal, Sucursales.Nombre AS Sucursal, Sucursales.Codigo, Sucursales.Direccion, "
+        u"Sucursales.Poblacion, Sucursales.CP, Sucursales.codProvincia, Provincias.Nombre AS Provincia, "
+        u"Sucursales.codPais, Paises.Nombre AS Pais FROM (Sucursales LEFT JOIN Paises ON "
+        u"Sucursales.codPais=Paises.IDPais) LEFT JOIN Provincias ON Sucursales.codProvincia=Provincias.IDProvincia "
+        u"WHERE Sucursales.Eliminado=0 AND (Paises.Eliminado=0 OR Paises.Eliminado IS NULL) AND "
+        u"(Provincias.Eliminado=0 OR Provincias.Eliminado IS NULL) AND Sucursales.codBanco={} "
+        u"ORDER BY Sucursales.Codigo ASC",
+        Id());
+    for (; !rs->AtEnd(); rs->MoveNext()) {
+      m_branches.push_back(BranchOf(*rs));
+    }
+    m_model->Refresh();
+  }
+
+  static std::shared_ptr<cSucursal> BranchOf(adodb::Recordset& rs) {
+    auto branch = std::make_shared<cSucursal>();
+    branch->IDSucursal = automation::CLng(rs.Field(u"IDSUCURSAL"));
+    branch->IDProvincia = IdOrZero(rs.Field(u"CODPROVINCIA"));
+    branch->IDPais = IdOrZero(rs.Field(u"CODPAIS"));
+    branch->Nombre = Text(rs.Field(u"SUCURSAL"));
+    branch->Codigo = Text(rs.Field(u"CODIGO"));
+    branch->Direccion = Text(rs.Field(u"DIRECCION"));
+    branch->Poblacion = Text(rs.Field(u"POBLACION"));
+    branch->CodigoPostal = Text(rs.Field(u"CP"));
+    branch->Provincia = Text(rs.Field(u"PROVINCIA"));
+    branch->Pais = Text(rs.Field(u"PAIS"));
+    branch->ExisteEnBD = true;
+    branch->Estado = action.Agregar();
+    return branch;
+  }
+
+  void AddBranch() {
+    auto branch = std::make_shared<cSucursal>();
+    branch->IDSucursal = NextTemporaryId();
+    if (Edit(*branch, true)) {
+      m_branches.push_back(branch);
+      Show(branch);
+    }
+  }
+
+  void ModifyBranch() {
+    const std::shared_ptr<cSucursal> branch = DemandSelection();
+    if (branch && Edit(*branch, false)) {
+      Show(branch);
+    }
+  }
+
+  bool Edit(cSucursal& branch, bool isNew) {
+    return EditBranch({.branch = branch,
+                       .branches = m_branches,
+                       .isNew = isNew,
+                       .bankNumber = ui.txtBanco_0->text(),
+                       .bankName = ui.txtBanco_1->text()});
+  }
+
+  void DeleteBranch() {
+    const std::shared_ptr<cSucursal> branch = DemandSelection();
+    if (!branch || Ask(1104, vbYesNo + vbQuestion) != vbYes || !MayBeDeleted(*branch)) {
+      return;
+    }
+    const int row = m_model->RowOf(branch);
+    if (branch->ExisteEnBD) {
+      branch->Estado = action.Eliminar();
+    } else {
+      std::erase(m_branches, branch);
+    }
+    m_model->Refresh();
+    SelectRow(std::min(row, m_model->rowCount() - 1));
+  }
+
+  bool MayBeDeleted(const cSucursal& branch) {
+    bool inUse = false;
+    const bool asked = Trap([&] {
+      inUse = branch.ExisteEnBD &&
+              !Execute(
+                   u"SELECT codSucursal FROM Colaboradores_Cuentas WHERE Colaboradores_Cuentas.Eliminado=0 AND "
+                   u"Colaboradores_Cuentas.codSucursal={0} UNION SELECT codSucursal FROM Cuentas WHERE "
+                   u"Cuentas.Eliminado=0 AND Cuentas.codSucursal={0}",
+                   branch.IDSucursal)
+                   ->AtEnd();
+    });
+    return asked && (!inUse || Refuse(nullptr, 1110, vbCritical));
+  }
+
+  bool Validate() override {
+    for (QLineEdit* box : {ui.txtBanco_0, ui.txtBanco_1}) {
+      if (box->text().trimmed().isEmpty()) {
+        return Refuse(box, 1111, vbExclamation);
+      }
+    }
+    return true;
+  }
+
+  bool Write() override {
+    const QString number = ui.txtBanco_0->text().trimmed();
+    const QString name = ui.txtBanco_1->text().trimmed();
+    bool numberInUse = false;
+    const bool done = Trap([&] {
+      numberInUse = !Execute(
+                         u"SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='{}' AND "
+                         u"Bancos.IDBanco<>{}",
+                         number, Id())
+                         ->AtEnd();
+      if (!numberInUse && IsAdd()) {
+        InsertBank(number, name);
+      } else if (!numberInUse && IsModify()) {
+        UpdateBank(number, name);
+      }
+    });
+    return done && (!numberInUse || Refuse(nullptr, 1112, vbCritical));
+  }
+
+  void InsertBank(const QString& number, const QString& name) {
+    adodb::Transaction transaction(Connection());
+    Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES('{}','{}')", number, name);
+    const qint32 bank = automation::CLng(LookUp(u"MAXID", u"SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos"));
+    for (const std::shared_ptr<cSucursal>& branch : m_branches) {
+      InsertBranch(bank, *branch);
+    }
+    transaction.Commit();
+    HandBack(bank);
+  }
+
+  void UpdateBank(const QString& number, const QString& name) {
+    adodb::Transaction transaction(Connection());
+    Execute(u"UPDATE Bancos SET Numero='{}',Nombre='{}' WHERE IDBanco={}", number, name, Id());
+    QStringList deleted;
+    for (const std::shared_ptr<cSucursal>& branch : m_branches) {
+      if (!branch->ExisteEnBD) {
+        InsertBranch(Id(), *branch);
+      } else if (branch->Estado == action.Modificar()) {
+        UpdateBranch(*branch);
+      } else if (branch->Estado == action.Eliminar()) {
+        deleted.append(QString::number(branch->IDSucursal));
+      }
+    }
+    if (!deleted.isEmpty()) {
+      Execute(u"UPDATE Sucursales SET Eliminado=-1 WHERE IDSucursal IN({})", adodb::Verbatim{deleted.join(u',')});
+    }
+    transaction.Commit();
+  }
+
+  void InsertBranch(qint32 bank, const cSucursal& branch) {
+    Execute(
+        u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
+        u"VALUES({},'{}','{}','{}','{}','{}',{},{})",
+        bank, branch.Codigo, branch.Nombre, branch.Direccion, branch.Poblacion, branch.CodigoPostal, branch.IDProvincia,
+        branch.IDPais);
+  }
+
+  void UpdateBranch(const cSucursal& branch) {
+    // Intended: no blank stands between the last identifier and WHERE.
+    Execute(
+        u"UPDATE Sucursales SET Codigo='{}',Nombre='{}',Direccion='{}',Poblacion='{}',CP='{}',codProvincia={},"
+        u"codPais={}WHERE Sucursales.IDSucursal={}",
+        branch.Codigo, branch.Nombre, branch.Direccion, branch.Poblacion, branch.CodigoPostal, branch.IDProvincia,
+        branch.IDPais, branch.IDSucursal);
+  }
+
+  void Show(const std::shared_ptr<cSucursal>& branch) {
+    m_model->Refresh();
+    SelectRow(m_model->RowOf(branch));
+  }
+
+  // The selected branch; null, and the user told, when there is none.
+  std::shared_ptr<cSucursal> DemandSelection() {
+    const QModelIndexList rows = ui.msgSucursales->selectionModel()->selectedRows();
+    if (rows.isEmpty()) {
+      Refuse(nullptr, 1103, vbExclamation);
+      return nullptr;
+    }
+    return m_model->At(rows.first().row());
+  }
+
+  void SelectRow(int row) { HostServices::Fresh().SeleccionarFila(ui.msgSucursales, row); }
+
+  // Branches that are not in the database yet count down from -1.
+  qint32 NextTemporaryId() const {
+    qint32 lowest = 0;
+    for (const std::shared_ptr<cSucursal>& branch : m_branches) {
+      lowest = std::min(lowest, branch->IDSucursal);
+    }
+    return lowest - 1;
+  }
+
+  BranchCollection m_branches;
+  BranchModel* m_model = nullptr;
+};
 
 }  // namespace
 
-frmBanco::frmBanco()
-    : FormularioMantenimiento({.nombre = QStringLiteral("frmBanco"),
-                               .clave = QStringLiteral("IDBanco"),
-                               .cadenaGuardar = 1101,
-                               .cadenaError = 1102}) {}
-
-frmBanco::~frmBanco() = default;
-
-void frmBanco::CrearControles() {
-  m_ui = std::make_unique<Ui::frmBanco>();
-  m_ui->setupUi(this);
-  m_sucursales.clear();
-  m_modelo = new SucursalesModel(m_sucursales, m_ui->msgSucursales);
-  m_ui->msgSucursales->setModel(m_modelo);
-  int column = 0;
-  for (const int characters : columnCharacters) {
-    m_ui->msgSucursales->setColumnWidth(column++, characters * fontMetrics().averageCharWidth());
-  }
-  SeleccionarAlEnfocar(m_ui->txtBanco_0);
-  SeleccionarAlEnfocar(m_ui->txtBanco_1);
-  OnClick(std::array{m_ui->cmdBanco_0, m_ui->cmdBanco_1, m_ui->cmdBanco_2, m_ui->cmdBanco_3, m_ui->cmdBanco_4},
-          [this](int index) { cmdBanco_Click(index); });
-  auto* keys = new GridKeys(m_ui->msgSucursales);
-  On(keys, &GridKeys::Add, [this] { cmdBanco_Click(0); });
-  On(keys, &GridKeys::Modify, [this] { cmdBanco_Click(1); });
-  On(keys, &GridKeys::Delete, [this] { cmdBanco_Click(2); });
-  On(m_ui->msgSucursales, &QTableView::clicked, [this](const QModelIndex& cell) { Seleccionar(cell.row()); });
-}
-
-QAbstractButton* frmBanco::BotonAceptar() const {
-  return m_ui->cmdBanco_3;
-}
-
-QTableView* frmBanco::Rejilla() const {
-  return m_ui->msgSucursales;
-}
-
-bool frmBanco::Cargar() {
-  const int action = objApi().Accion();
-  if (EsAlta()) {
-    SetCaption(LoadResString(1100));
-  } else if (action == ConstAccion().Modificar()) {
-    adodb::Connection& connection = objApi().congestion();
-    const qint32 id = objApi().IDSeleccionado();
-    const BancoBD::Banco banco = BancoBD::LeerBanco(connection, id);
-    m_ui->txtBanco_0->setText(banco.Numero);
-    m_ui->txtBanco_1->setText(banco.Nombre);
-    SetCaption(LoadResString(1105) + banco.Nombre);
-    m_sucursales = BancoBD::LeerSucursales(connection, id);
-    m_modelo->Refresh();
-    BloquearRegistro();
-  }
-  return true;
-}
-
-void frmBanco::cmdBanco_Click(int index) {
-  switch (index) {
-    case 0:
-      AgregarSucursal();
-      break;
-    case 1:
-      ModificarSucursal();
-      break;
-    case 2:
-      EliminarSucursal();
-      break;
-    case 3:
-      Aceptar();
-      break;
-    default:
-      CancelarYCerrar();
-      break;
-  }
-}
-
-void frmBanco::AgregarSucursal() {
-  auto sucursal = std::make_shared<cSucursal>();
-  sucursal->IDSucursal = SiguienteIdTemporal();
-  if (Editar(sucursal, ConstAccion().Agregar())) {
-    m_sucursales.push_back(sucursal);
-    Mostrar(sucursal);
-  }
-}
-
-void frmBanco::ModificarSucursal() {
-  const std::shared_ptr<cSucursal> sucursal = ExigirSeleccion();
-  if (sucursal && Editar(sucursal, ConstAccion().Modificar())) {
-    Mostrar(sucursal);
-  }
-}
-
-// True when the user accepted what the branch dialog then left in the branch.
-bool frmBanco::Editar(const std::shared_ptr<cSucursal>& sucursal, quint8 accion) {
-  frmSucursal dialog;
-  dialog.Abrir({.sucursal = sucursal, .sucursales = &m_sucursales, .accion = accion, .banco = Tecleado()});
-  dialog.ShowModal();
-  return dialog.Aceptado();
-}
-
-void frmBanco::Mostrar(const std::shared_ptr<cSucursal>& sucursal) {
-  m_modelo->Refresh();
-  Seleccionar(m_modelo->RowOf(sucursal));
-}
-
-void frmBanco::EliminarSucursal() {
-  const std::shared_ptr<cSucursal> sucursal = ExigirSeleccion();
-  if (!sucursal) {
-    return;
-  }
-  if (MensajeConAviso(1104, vbYesNo + vbQuestion) != vbYes) {
-    return;
-  }
-  try {
-    if (sucursal->ExisteEnBD && BancoBD::SucursalEnUso(objApi().congestion(), sucursal->IDSucursal)) {
-      MensajeConAviso(1110, vbCritical);
-      return;
-    }
-  } catch (...) {
-    MensajeError(Ficha().cadenaError, automation::CurrentError());
-    return;
-  }
-  const int row = m_modelo->RowOf(sucursal);
-  if (sucursal->ExisteEnBD) {
-    sucursal->Estado = ConstAccion().Eliminar();
-  } else {
-    std::erase(m_sucursales, sucursal);
-  }
-  m_modelo->Refresh();
-  Seleccionar(std::min(row, m_modelo->rowCount() - 1));
-}
-
-void frmBanco::Aceptar() {
-  if (!ConfirmarCampos()) {
-    return;
-  }
-  for (QLineEdit* box : {m_ui->txtBanco_0, m_ui->txtBanco_1}) {
-    if (box->text().trimmed().isEmpty()) {
-      MensajeConAviso(1111, vbExclamation);
-      box->setFocus();
-      return;
-    }
-  }
-  if (Guardar()) {
-    Unload();
-  }
-}
-
-// False when the user was told why nothing was written. Messages wait until the form takes input again.
-bool frmBanco::Guardar() {
-  try {
-    if (!Escribir()) {
-      MensajeConAviso(1112, vbCritical);
-      return false;
-    }
-  } catch (...) {
-    MensajeError(Ficha().cadenaError, automation::CurrentError());
-    return false;
-  }
-  return true;
-}
-
-// False when another live bank has the number.
-bool frmBanco::Escribir() {
-  const EntradaDesactivada writing(this);
-  adodb::Connection& connection = objApi().congestion();
-  const BancoBD::Banco banco = Tecleado();
-  if (BancoBD::NumeroEnUso(connection, banco.Numero, objApi().IDSeleccionado())) {
-    return false;
-  }
-  if (EsAlta()) {
-    DevolverNuevo(BancoBD::InsertarBanco(connection, banco, m_sucursales));
-  } else if (objApi().Accion() == ConstAccion().Modificar()) {
-    BancoBD::ModificarBanco(connection, objApi().IDSeleccionado(), banco, m_sucursales);
-  }
-  return true;
-}
-
-BancoBD::Banco frmBanco::Tecleado() const {
-  return {m_ui->txtBanco_0->text(), m_ui->txtBanco_1->text()};
-}
-
-// The selected branch; null, and the user told, when there is none.
-std::shared_ptr<cSucursal> frmBanco::ExigirSeleccion() const {
-  const QModelIndexList rows = m_ui->msgSucursales->selectionModel()->selectedRows();
-  if (rows.isEmpty()) {
-    MensajeConAviso(1103, vbExclamation);
-    return nullptr;
-  }
-  return m_modelo->At(rows.first().row());
-}
-
-void frmBanco::Seleccionar(int row) {
-  ServiciosHost::Nuevo().SeleccionarFila(m_ui->msgSucursales, row);
-}
-
-// Branches that are not in the database yet count down from -1.
-qint32 frmBanco::SiguienteIdTemporal() const {
-  qint32 lowest = 0;
-  for (const std::shared_ptr<cSucursal>& sucursal : m_sucursales) {
-    lowest = std::min(lowest, sucursal->IDSucursal);
-  }
-  return lowest - 1;
+std::unique_ptr<MaintenanceForm> CreateFrmBanco() {
+  return std::make_unique<frmBanco>();
 }

@@ -1,9 +1,10 @@
 #include "entry/CPrincipal.h"
 
-#include "entry/Despacho.h"
-#include "entry/Eliminacion.h"
-#include "framework/Ayuda.h"
-#include "framework/ServiciosHost.h"
+#include "entry/Deletion.h"
+#include "entry/Dispatch.h"
+#include "entry/Request.h"
+#include "framework/Help.h"
+#include "framework/HostServices.h"
 #include "platform/automation/Error.h"
 
 namespace {
@@ -17,10 +18,10 @@ void OpenIfClosed(adodb::Connection& connection) {
 }  // namespace
 
 void CPrincipal::PasarDatos(QObject* obj) {
-  objApi() = ServiciosHost(obj);
-  Ayuda::SetFile(objApi().strFichAyuda());
+  const Request request(obj);
+  Help::SetFile(objApi().strFichAyuda());
   OpenIfClosed(objApi().congestion());
-  if (Despacho::MostrarDialogo(objApi().IDNodo()) == Despacho::Resultado::SinImpresora) {
+  if (dispatch::ShowDialog(objApi().IDNodo()) == dispatch::Outcome::NoPrinter) {
     // Intended: the connection stays open on this path only.
     return;
   }
@@ -31,15 +32,13 @@ void CPrincipal::AbrirConexion(adodb::Connection* Conexion) {
   if (Conexion == nullptr) {
     throw automation::Error(automation::ObjectNotSet);
   }
-  if (Conexion->State() == adodb::StateClosed) {
-    Conexion->Open({}, {}, {}, -1);
-  }
+  OpenStored(*Conexion);
 }
 
 void CPrincipal::EliminarRegistro(QObject* obj) {
-  objApi() = ServiciosHost(obj);
+  const Request request(obj);
   OpenIfClosed(objApi().congestion());
-  if (Eliminacion::Eliminar(objApi().IDNodo(), objApi().IDSeleccionado()) == Eliminacion::Resultado::Rechazada) {
+  if (deletion::Delete(objApi().IDNodo(), objApi().IDSeleccionado()) == deletion::Outcome::Refused) {
     // Intended: the connection is left as it is after a refusal.
     return;
   }

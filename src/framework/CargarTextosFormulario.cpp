@@ -2,7 +2,7 @@
 
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
-#include "resources/Cadenas.h"
+#include "resources/StringTable.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>

@@ -1,18 +1,18 @@
 #include "framework/KeyFilter.h"
 
-#include "framework/Plataforma.h"
+#include "framework/Platform.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
 
 #include <algorithm>
 
-bool EsDigito(QChar c) {
+bool IsDigit(QChar c) {
   return c >= u'0' && c <= u'9';
 }
 
-bool EsLetraODigito(QChar c) {
-  return EsDigito(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+bool IsLetterOrDigit(QChar c) {
+  return IsDigit(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
 KeyFilter::KeyFilter(QLineEdit* box, bool (*allowed)(QChar), int maxLength, Options options)
@@ -64,6 +64,6 @@ void KeyFilter::OnEdited(const QString& text) {
 
 void KeyFilter::Refuse() {
   if (m_options & BeepOnRefusal) {
-    Plataforma::Current().Beep();
+    Platform::Current().Beep();
   }
 }

@@ -39,6 +39,6 @@ class KeyFilter : public QObject {
 Q_DECLARE_OPERATORS_FOR_FLAGS(KeyFilter::Options)
 
 /// The characters of the boxes that take digits only.
-bool EsDigito(QChar c);
+bool IsDigit(QChar c);
 /// The characters of the boxes that take letters without accents, and digits.
-bool EsLetraODigito(QChar c);
+bool IsLetterOrDigit(QChar c);

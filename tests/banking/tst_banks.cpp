@@ -1,18 +1,17 @@
 #include "support/Expect.h"
-#include "support/TestProgram.h"
 
 #include <QMessageBox>
 #include <QTableView>
 
-using support::agregar;
+using namespace Qt::StringLiterals;
+
+using adodb::Verbatim;
+using support::action;
 using support::DialogUser;
-using support::modificar;
-using support::nuevo;
+using support::node;
 using support::TestHost;
 
 namespace {
-
-constexpr int bancos = 19;
 
 // The rows of the branch grid, a line each.
 QStringList Grid(const DialogUser& dialog) {
@@ -39,21 +38,20 @@ int SelectedRow(const DialogUser& dialog) {
 }
 
 // A bank with branches of the codes given; returns its key.
-int MakeBank(const TestHost& host, const char* number, const QStringList& codes) {
-  host.Query(QStringLiteral("INSERT INTO Bancos(Numero,Nombre) VALUES('%1','Banco %1')").arg(QLatin1String(number)));
-  const int id = host.Id(QStringLiteral("SELECT MAX(IDBanco) FROM Bancos"));
+int MakeBank(const TestHost& host, const QString& number, const QStringList& codes) {
+  host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('{0}','Banco {0}')", number);
+  const int id = host.Id(u"SELECT MAX(IDBanco) FROM Bancos");
   for (const QString& code : codes) {
-    host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,codPais) VALUES(%1,'%2','Oficina %2',35)")
-                   .arg(id)
-                   .arg(code));
+    host.Query(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,codPais) VALUES({0},'{1}','Oficina {1}',35)", id, code);
   }
   return id;
 }
 
 QStringList Branches(const TestHost& host, int bank) {
-  return host.Query(QStringLiteral("SELECT Codigo, Nombre, Direccion, Poblacion, CP, Eliminado FROM Sucursales "
-                                   "WHERE codBanco=%1 ORDER BY Codigo")
-                        .arg(bank));
+  return host.Query(
+      u"SELECT Codigo, Nombre, Direccion, Poblacion, CP, Eliminado FROM Sucursales "
+      "WHERE codBanco={} ORDER BY Codigo",
+      bank);
 }
 
 void FillBranch(const DialogUser& dialog, const char* code, const QString& name) {
@@ -71,58 +69,51 @@ class tst_banks : public QObject {
   void ANewBankWithItsBranches() {
     TestHost host;
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Agregar banco"));
-      dialog.Type("txtBanco_0", QStringLiteral("0049"));
-      dialog.Type("txtBanco_1", QStringLiteral("Banco d'Or"));
+      QCOMPARE(dialog.Text(""), u"Agregar banco"_s);
+      dialog.Type("txtBanco_0", u"0049"_s);
+      dialog.Type("txtBanco_1", u"Banco d'Or"_s);
       dialog.Press("cmdBanco_0");
       dialog.Press("cmdBanco_0");
-      QCOMPARE(Grid(dialog), (QStringList{QStringLiteral("0002|Centro|C/ Mayor, 1|Madrid"),
-                                          QStringLiteral("0001|L'Eixample||Madrid")}));
+      QCOMPARE(Grid(dialog), (QStringList{u"0002|Centro|C/ Mayor, 1|Madrid"_s, u"0001|L'Eixample||Madrid"_s}));
       QCOMPARE(SelectedRow(dialog), 1);
       dialog.Press("cmdBanco_3");
     });
     host.driver.On("frmSucursal", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Agregar sucursal del banco Banco d'Or"));
-      QCOMPARE(dialog.Text("lblNumeroBanco"), QStringLiteral("0049"));
-      QCOMPARE(dialog.Text("cboPaises"), QStringLiteral("España"));
-      QCOMPARE(dialog.Text("cboProvincias"), QStringLiteral("Madrid"));
-      dialog.Type("txtSucursales_2", QStringLiteral("C/ Mayor, 1"));
-      FillBranch(dialog, "0002", QStringLiteral("Centro"));
+      QCOMPARE(dialog.Text(""), u"Agregar sucursal del banco Banco d'Or"_s);
+      QCOMPARE(dialog.Text("lblNumeroBanco"), u"0049"_s);
+      QCOMPARE(dialog.Text("cboPaises"), u"España"_s);
+      QCOMPARE(dialog.Text("cboProvincias"), u"Madrid"_s);
+      dialog.Type("txtSucursales_2", u"C/ Mayor, 1"_s);
+      FillBranch(dialog, "0002", u"Centro"_s);
     });
-    host.driver.On("frmSucursal",
-                   [](const DialogUser& dialog) { FillBranch(dialog, "0001", QStringLiteral("L'Eixample")); });
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, nuevo));
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0001", u"L'Eixample"_s); });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Nuevo()));
     const int bank = host.services().property("IDAux").toInt();
-    const int madrid = host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'"));
-    const QString insert = QStringLiteral(
-        "INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) VALUES(");
+    const int madrid = host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'");
+    const QString insert =
+        u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) VALUES("_s;
     const QStringList log = host.connection().Log();
-    QCOMPARE(
-        log.mid(log.indexOf(QStringLiteral("BEGIN")) - 1),
-        (QStringList{
-            QStringLiteral("SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='0049' "
-                           "AND Bancos.IDBanco<>0"),
-            QStringLiteral("BEGIN"), QStringLiteral("INSERT INTO Bancos (Numero, Nombre) VALUES('0049','Banco d''Or')"),
-            QStringLiteral("SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos"),
-            insert + QStringLiteral("%1,'0002','Centro','C/ Mayor, 1','','',%2,35)").arg(bank).arg(madrid),
-            insert + QStringLiteral("%1,'0001','L''Eixample','','','',%2,35)").arg(bank).arg(madrid),
-            QStringLiteral("COMMIT"), QStringLiteral("CLOSE")}));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Numero, Nombre, Eliminado FROM Bancos WHERE IDBanco=%1").arg(bank)),
-             QStringList(QStringLiteral("0049|Banco d'Or|Falso")));
+    QCOMPARE(log.mid(log.indexOf(u"BEGIN"_s) - 1),
+             (QStringList{u"SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='0049' "
+                          "AND Bancos.IDBanco<>0"_s,
+                          u"BEGIN"_s, u"INSERT INTO Bancos (Numero, Nombre) VALUES('0049','Banco d''Or')"_s,
+                          u"SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos"_s,
+                          insert + u"%1,'0002','Centro','C/ Mayor, 1','','',%2,35)"_s.arg(bank).arg(madrid),
+                          insert + u"%1,'0001','L''Eixample','','','',%2,35)"_s.arg(bank).arg(madrid), u"COMMIT"_s,
+                          u"CLOSE"_s}));
+    QCOMPARE(host.Query(u"SELECT Numero, Nombre, Eliminado FROM Bancos WHERE IDBanco={}", bank),
+             QStringList(u"0049|Banco d'Or|Falso"_s));
     QCOMPARE(Branches(host, bank).size(), 2);
   }
 
   void ChangesDeletionsAndAdditionsAreWrittenAtOnce() {
     TestHost host;
-    const int bank = MakeBank(
-        host, "0100", {QStringLiteral("0001"), QStringLiteral("0002"), QStringLiteral("0003"), QStringLiteral("0004")});
-    const auto idOf = [&](const char* code) {
-      return host.Id(QStringLiteral("SELECT IDSucursal FROM Sucursales WHERE Codigo='%1' AND codBanco=%2")
-                         .arg(QLatin1String(code))
-                         .arg(bank));
+    const int bank = MakeBank(host, u"0100"_s, {u"0001"_s, u"0002"_s, u"0003"_s, u"0004"_s});
+    const auto idOf = [&](const QString& code) {
+      return host.Id(u"SELECT IDSucursal FROM Sucursales WHERE Codigo='{}' AND codBanco={}", code, bank);
     };
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Propiedades del banco Banco 0100"));
+      QCOMPARE(dialog.Text(""), u"Propiedades del banco Banco 0100"_s);
       SelectRow(dialog, 1);
       dialog.Press("cmdBanco_1");
       QCOMPARE(SelectedRow(dialog), 1);
@@ -133,38 +124,35 @@ class tst_banks : public QObject {
       QTest::keyClick(dialog.Find("msgSucursales"), Qt::Key_Insert);
       QCOMPARE(Grid(dialog).size(), 3);
       // Nothing is written before Accept.
-      QCOMPARE(host.connection().Writes().filter(QStringLiteral("Sucursales")), QStringList());
+      QCOMPARE(host.connection().Writes().filter(u"Sucursales"_s), QStringList());
       dialog.Press("cmdBanco_3");
     });
     host.driver.On("frmSucursal", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Propiedades de la sucursal del banco Banco 0100"));
-      QCOMPARE(dialog.Text("txtSucursales_0"), QStringLiteral("0002"));
-      dialog.Type("txtSucursales_3", QStringLiteral("Ávila"));
+      QCOMPARE(dialog.Text(""), u"Propiedades de la sucursal del banco Banco 0100"_s);
+      QCOMPARE(dialog.Text("txtSucursales_0"), u"0002"_s);
+      dialog.Type("txtSucursales_3", u"Ávila"_s);
       dialog.Press("cmdSucursales_0");
     });
     host.driver.Answer(QMessageBox::Yes);
     host.driver.Answer(QMessageBox::Yes);
     // The code of a branch that was just marked for deletion is free again.
-    host.driver.On("frmSucursal",
-                   [](const DialogUser& dialog) { FillBranch(dialog, "0003", QStringLiteral("Nueva")); });
-    const int second = idOf("0002");
-    const QString gone = QStringLiteral("%1,%2").arg(idOf("0003")).arg(idOf("0004"));
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
-    const QStringList writes = host.connection().Writes().filter(QStringLiteral("Sucursales"));
-    QCOMPARE(writes.value(0), QStringLiteral("UPDATE Sucursales SET Codigo='0002',Nombre='Oficina 0002',Direccion='',"
-                                             "Poblacion='Ávila',CP='',codProvincia=0,codPais=35WHERE "
-                                             "Sucursales.IDSucursal=%1")
-                                  .arg(second));
-    QVERIFY(writes.value(1).startsWith(QStringLiteral("INSERT INTO Sucursales")));
-    QCOMPARE(writes.value(2), QStringLiteral("UPDATE Sucursales SET Eliminado=-1 WHERE IDSucursal IN(%1)").arg(gone));
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0003", u"Nueva"_s); });
+    const int second = idOf(u"0002"_s);
+    const QString gone = u"%1,%2"_s.arg(idOf(u"0003"_s)).arg(idOf(u"0004"_s));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
+    const QStringList writes = host.connection().Writes().filter(u"Sucursales"_s);
+    QCOMPARE(writes.value(0),
+             u"UPDATE Sucursales SET Codigo='0002',Nombre='Oficina 0002',Direccion='',"
+             "Poblacion='Ávila',CP='',codProvincia=0,codPais=35WHERE "
+             "Sucursales.IDSucursal=%1"_s.arg(second));
+    QVERIFY(writes.value(1).startsWith(u"INSERT INTO Sucursales"_s));
+    QCOMPARE(writes.value(2), u"UPDATE Sucursales SET Eliminado=-1 WHERE IDSucursal IN(%1)"_s.arg(gone));
     QCOMPARE(writes.size(), 3);
     QStringList branches = Branches(host, bank);
     branches.sort();
-    QCOMPARE(branches,
-             (QStringList{QStringLiteral("0001|Oficina 0001|NULL|NULL|NULL|Falso"),
-                          QStringLiteral("0002|Oficina 0002||Ávila||Falso"), QStringLiteral("0003|Nueva||||Falso"),
-                          QStringLiteral("0003|Oficina 0003|NULL|NULL|NULL|Verdadero"),
-                          QStringLiteral("0004|Oficina 0004|NULL|NULL|NULL|Verdadero")}));
+    QCOMPARE(branches, (QStringList{u"0001|Oficina 0001|NULL|NULL|NULL|Falso"_s, u"0002|Oficina 0002||Ávila||Falso"_s,
+                                    u"0003|Nueva||||Falso"_s, u"0003|Oficina 0003|NULL|NULL|NULL|Verdadero"_s,
+                                    u"0004|Oficina 0004|NULL|NULL|NULL|Verdadero"_s}));
   }
 
   void SelectionIsNeeded() {
@@ -176,8 +164,8 @@ class tst_banks : public QObject {
     });
     host.driver.Answer(QMessageBox::Ok);
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, agregar));
-    QCOMPARE(host.driver.Boxes(), QStringList(2, QStringLiteral("Prueba|aviso|No ha seleccionado ninguna sucursal")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Agregar()));
+    QCOMPARE(host.driver.Boxes(), QStringList(2, u"Prueba|aviso|No ha seleccionado ninguna sucursal"_s));
   }
 
   void ABranchInUseStays_data() {
@@ -194,10 +182,9 @@ class tst_banks : public QObject {
     QFETCH(int, mark);
     QFETCH(bool, kept);
     TestHost host;
-    const int bank = MakeBank(host, "0100", {QStringLiteral("0001")});
-    host.Query(QStringLiteral("INSERT INTO %1(CodSucursal,Eliminado) SELECT MAX(IDSucursal),%2 FROM Sucursales")
-                   .arg(table)
-                   .arg(mark));
+    const int bank = MakeBank(host, u"0100"_s, {u"0001"_s});
+    host.Query(u"INSERT INTO {}(CodSucursal,Eliminado) SELECT MAX(IDSucursal),{} FROM Sucursales", Verbatim{table},
+               mark);
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
       SelectRow(dialog, 0);
       dialog.Press("cmdBanco_2");
@@ -208,11 +195,11 @@ class tst_banks : public QObject {
     if (kept) {
       host.driver.Answer(QMessageBox::Ok);
     }
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
     QCOMPARE(host.driver.Boxes().contains(
-                 QStringLiteral("Prueba|critico|La sucursal no puede ser eliminada porque tiene datos relacionados")),
+                 u"Prueba|critico|La sucursal no puede ser eliminada porque tiene datos relacionados"_s),
              kept);
-    QCOMPARE(Branches(host, bank).value(0).endsWith(QStringLiteral("|Falso")), true);
+    QCOMPARE(Branches(host, bank).value(0).endsWith(u"|Falso"_s), true);
   }
 
   void AJustAddedBranchIsDeletedWithoutTheDatabase() {
@@ -226,59 +213,96 @@ class tst_banks : public QObject {
       QCOMPARE(host.connection().Log(), QStringList());
       dialog.Press("cmdBanco_4");
     });
-    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0001", QStringLiteral("A")); });
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0001", u"A"_s); });
     host.driver.Answer(QMessageBox::Yes);
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Agregar()));
+  }
+
+  // Two branches that were added in one session of the dialog can't share a code, and each is edited as itself.
+  void AddedBranchesAreToldApart() {
+    TestHost host;
+    host.driver.On("frmBanco", [&](const DialogUser& dialog) {
+      dialog.Press("cmdBanco_0");
+      dialog.Press("cmdBanco_0");
+      SelectRow(dialog, 0);
+      dialog.Press("cmdBanco_1");
+      QCOMPARE(Grid(dialog), (QStringList{u"0001|Uno bis||Madrid"_s, u"0002|Dos||Madrid"_s}));
+      dialog.Press("cmdBanco_4");
+    });
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0001", u"Uno"_s); });
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) {
+      FillBranch(dialog, "0001", u"Dos"_s);
+      FillBranch(dialog, "0002", u"Dos"_s);
+    });
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) {
+      FillBranch(dialog, "0002", u"Uno"_s);
+      FillBranch(dialog, "0001", u"Uno bis"_s);
+    });
+    host.driver.Answer(QMessageBox::Ok);
+    host.driver.Answer(QMessageBox::Ok);
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Agregar()));
+    QCOMPARE(host.driver.Boxes().size(), 2);
+  }
+
+  // Cancelling a branch leaves the bank's own auxiliary value alone.
+  void CancellingABranchHandsNothingBack() {
+    TestHost host;
+    const int bank = MakeBank(host, u"0100"_s, {});
+    host.driver.On("frmBanco", [&](const DialogUser& dialog) {
+      dialog.Press("cmdBanco_0");
+      QCOMPARE(host.services().property("IDAux").toInt(), 9);
+      QCOMPARE(Grid(dialog), QStringList());
+      dialog.Close();
+    });
+    host.driver.On("frmSucursal", [](const DialogUser& dialog) { dialog.Press("cmdSucursales_1"); });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank, 9));
   }
 
   void MandatoryFieldsAndUniqueNumber() {
     TestHost host;
-    MakeBank(host, "0100", {});
-    host.Query(QStringLiteral("INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0200','Viejo',-1)"));
+    MakeBank(host, u"0100"_s, {});
+    host.Query(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0200','Viejo',-1)");
     host.driver.On("frmBanco", [](const DialogUser& dialog) {
-      dialog.Type("txtBanco_0", QStringLiteral("0100"));
-      dialog.Type("txtBanco_1", QStringLiteral(" "));
+      dialog.Type("txtBanco_0", u"0100"_s);
+      dialog.Type("txtBanco_1", u" "_s);
       dialog.Press("cmdBanco_3");
-      QCOMPARE(dialog.Focused(), QStringLiteral("txtBanco_1"));
-      dialog.Type("txtBanco_1", QStringLiteral("Otro"));
+      QCOMPARE(dialog.Focused(), u"txtBanco_1"_s);
+      dialog.Type("txtBanco_1", u"Otro"_s);
       dialog.Press("cmdBanco_3");
       QVERIFY(dialog.IsEnabled("txtBanco_0"));
-      dialog.Type("txtBanco_0", QStringLiteral("0200"));
+      dialog.Type("txtBanco_0", u"0200"_s);
       dialog.Press("cmdBanco_3");
     });
     host.driver.Answer(QMessageBox::Ok);
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Agregar()));
     QCOMPARE(host.driver.Boxes(),
-             (QStringList{QStringLiteral("Prueba|aviso|Debe rellenar los datos que son obligatorios para continuar"),
-                          QStringLiteral("Prueba|critico|El número de banco ya está siendo utilizado. No puede haber "
-                                         "dos bancos con el mismo número de banco")}));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Nombre FROM Bancos WHERE Numero='0200' AND Eliminado=0")),
-             QStringList(QStringLiteral("Otro")));
-    QCOMPARE(host.services().property("IDAux").toInt(),
-             host.Id(QStringLiteral("SELECT IDBanco FROM Bancos WHERE Nombre='Otro'")));
+             (QStringList{u"Prueba|aviso|Debe rellenar los datos que son obligatorios para continuar"_s,
+                          u"Prueba|critico|El número de banco ya está siendo utilizado. No puede haber "
+                          "dos bancos con el mismo número de banco"_s}));
+    QCOMPARE(host.Query(u"SELECT Nombre FROM Bancos WHERE Numero='0200' AND Eliminado=0"), QStringList(u"Otro"_s));
+    QCOMPARE(host.services().property("IDAux").toInt(), host.Id(u"SELECT IDBanco FROM Bancos WHERE Nombre='Otro'"));
   }
 
   void BranchesOfDeletedPlacesAreHiddenAndSurvive() {
     TestHost host;
-    const int bank = MakeBank(host, "0100", {QStringLiteral("0001"), QStringLiteral("0002"), QStringLiteral("0003")});
-    host.Query(QStringLiteral("INSERT INTO Paises(Nombre,Eliminado) VALUES('Perdido',-1)"));
-    host.Query(QStringLiteral("UPDATE Sucursales SET codPais=%1 WHERE Codigo='0002'")
-                   .arg(host.Id(QStringLiteral("SELECT MAX(IDPais) FROM Paises"))));
-    host.Query(QStringLiteral("UPDATE Sucursales SET codPais=0, codProvincia=0 WHERE Codigo='0003'"));
+    const int bank = MakeBank(host, u"0100"_s, {u"0001"_s, u"0002"_s, u"0003"_s});
+    host.Query(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Perdido',-1)");
+    host.Query(u"UPDATE Sucursales SET codPais={} WHERE Codigo='0002'", host.Id(u"SELECT MAX(IDPais) FROM Paises"));
+    host.Query(u"UPDATE Sucursales SET codPais=0, codProvincia=0 WHERE Codigo='0003'");
     const QStringList before = Branches(host, bank);
     host.driver.On("frmBanco", [](const DialogUser& dialog) {
       QCOMPARE(Grid(dialog).size(), 2);
-      dialog.Type("txtBanco_1", QStringLiteral("Otro nombre"));
+      dialog.Type("txtBanco_1", u"Otro nombre"_s);
       dialog.Press("cmdBanco_3");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
     QCOMPARE(Branches(host, bank), before);
   }
 
   void ClosePromptKnowsTheGrid() {
     TestHost host;
-    const int bank = MakeBank(host, "0100", {QStringLiteral("0001")});
+    const int bank = MakeBank(host, u"0100"_s, {u"0001"_s});
     host.driver.On("frmBanco", [](const DialogUser& dialog) {
       SelectRow(dialog, 0);
       dialog.Press("cmdBanco_2");
@@ -286,10 +310,9 @@ class tst_banks : public QObject {
     });
     host.driver.Answer(QMessageBox::Yes);
     host.driver.Answer(QMessageBox::Yes);
-    EXPECT_CLEAN(host, host.PasarDatos(bancos, modificar, bank));
-    QCOMPARE(host.driver.Boxes().last(),
-             QStringLiteral("Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"));
-    QVERIFY(Branches(host, bank).first().endsWith(QStringLiteral("|Verdadero")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
+    QCOMPARE(host.driver.Boxes().last(), u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s);
+    QVERIFY(Branches(host, bank).first().endsWith(u"|Verdadero"_s));
   }
 };
 

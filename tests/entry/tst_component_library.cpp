@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace automation;
 
 // The shared library itself, as any host finds it: registered in the class registry file, created by name.
@@ -18,37 +20,39 @@ class tst_component_library : public QObject {
 
  private Q_SLOTS:
   void initTestCase() {
-    qputenv("KEL_CLASES", m_folder.filePath(QStringLiteral("clases.ini")).toUtf8());
+    qputenv("KEL_CLASES", m_folder.filePath(u"clases.ini"_s).toUtf8());
     QVERIFY(ComponentLibrary(QStringLiteral(COMPONENT)).Register());
   }
 
   void PublishedMembersInOrder() {
-    const auto principal = CreateObject(QStringLiteral("KELCONFIGURACION.cprincipal"));
+    const auto principal = CreateObject(u"KELCONFIGURACION.cprincipal"_s);
     const QMetaObject* metaObject = principal->metaObject();
     QStringList methods;
     for (int i = metaObject->methodOffset(); i < metaObject->methodCount(); ++i) {
       methods.append(QString::fromLatin1(metaObject->method(i).methodSignature()));
     }
-    QCOMPARE(methods.join(u' '), QStringLiteral("PasarDatos(QObject*) AbrirConexion(adodb::Connection*) "
-                                                "EliminarRegistro(QObject*)"));
+    QCOMPARE(methods.join(u' '),
+             u"PasarDatos(QObject*) AbrirConexion(adodb::Connection*) "
+             "EliminarRegistro(QObject*)"_s);
 
-    const auto sucursal = CreateObject(QStringLiteral("KelConfiguracion.cSucursal"));
+    const auto sucursal = CreateObject(u"KelConfiguracion.cSucursal"_s);
     QStringList properties;
     metaObject = sucursal->metaObject();
     for (int i = metaObject->propertyOffset(); i < metaObject->propertyCount(); ++i) {
       properties.append(QString::fromLatin1(metaObject->property(i).name()));
     }
-    QCOMPARE(properties.join(u' '), QStringLiteral("ExisteEnBD Estado IDSucursal IDProvincia IDPais Nombre Codigo "
-                                                   "Direccion Poblacion CodigoPostal Provincia Pais"));
-    Put(sucursal.get(), "codigo", QStringLiteral("0049"));
-    Put(sucursal.get(), "estado", QStringLiteral("3"));
-    QCOMPARE(Get(sucursal.get(), "Codigo").toString(), QStringLiteral("0049"));
+    QCOMPARE(properties.join(u' '),
+             u"ExisteEnBD Estado IDSucursal IDProvincia IDPais Nombre Codigo "
+             "Direccion Poblacion CodigoPostal Provincia Pais"_s);
+    Put(sucursal.get(), "codigo", u"0049"_s);
+    Put(sucursal.get(), "estado", u"3"_s);
+    QCOMPARE(Get(sucursal.get(), "Codigo").toString(), u"0049"_s);
     QCOMPARE(Get(sucursal.get(), "Estado").toInt(), 3);
   }
 
   // A host that lacks what the component asks for gets an error of its own call.
   void HostWithoutAMember() {
-    const auto principal = CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
+    const auto principal = CreateObject(u"KelConfiguracion.CPrincipal"_s);
     QObject emptyHost;
     for (const char* method : {"PasarDatos", "EliminarRegistro"}) {
       try {
@@ -63,22 +67,22 @@ class tst_component_library : public QObject {
   }
 
   void UnloadsOnlyWhenNothingIsAlive() {
-    auto object = CreateObject(QStringLiteral("KelConfiguracion.cSucursal"));
+    auto object = CreateObject(u"KelConfiguracion.cSucursal"_s);
     QCOMPARE(UnloadUnusedLibraries(), 0);
     object.reset();
     QCOMPARE(UnloadUnusedLibraries(), 1);
     // It comes back when it is asked for again.
-    object = CreateObject(QStringLiteral("KelConfiguracion.cSucursal"));
-    Put(object.get(), "Nombre", QStringLiteral("Centro"));
-    QCOMPARE(Get(object.get(), "NOMBRE").toString(), QStringLiteral("Centro"));
+    object = CreateObject(u"KelConfiguracion.cSucursal"_s);
+    Put(object.get(), "Nombre", u"Centro"_s);
+    QCOMPARE(Get(object.get(), "NOMBRE").toString(), u"Centro"_s);
     const ComponentLibrary library(QStringLiteral(COMPONENT));
     QVERIFY(!library.CanUnloadNow());
-    QVERIFY_THROWS_EXCEPTION(Error, library.CreateObject(QStringLiteral("KelConfiguracion.NoHay")));
+    QVERIFY_THROWS_EXCEPTION(Error, library.CreateObject(u"KelConfiguracion.NoHay"_s));
   }
 
   void Unregisters() {
     QVERIFY(ComponentLibrary(QStringLiteral(COMPONENT)).Unregister());
-    QVERIFY_THROWS_EXCEPTION(Error, CreateObject(QStringLiteral("KelConfiguracion.CPrincipal")));
+    QVERIFY_THROWS_EXCEPTION(Error, CreateObject(u"KelConfiguracion.CPrincipal"_s));
     QFile file(RegistryFile());
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray());

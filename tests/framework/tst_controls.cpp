@@ -1,15 +1,22 @@
+#include "framework/ComboSearch.h"
+#include "framework/ControlSetup.h"
 #include "framework/GridKeys.h"
 #include "framework/KeyFilter.h"
-#include "framework/Sql.h"
 #include "support/TestHost.h"
 #include "support/TestProgram.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
 
 class tst_controls : public QObject {
   Q_OBJECT
@@ -21,21 +28,11 @@ class tst_controls : public QObject {
     QTest::addColumn<QString>("keys");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("beeps");
-    QTest::newRow("digits") << true << ""
-                            << "0049"
-                            << "0049" << 0;
-    QTest::newRow("others beep and are dropped") << true << ""
-                                                 << "a1 -2"
-                                                 << "12" << 3;
-    QTest::newRow("a key in a full box starts anew") << true << "0049"
-                                                     << "7"
-                                                     << "7" << 0;
-    QTest::newRow("a refused key clears nothing") << true << "0049"
-                                                  << "x"
-                                                  << "0049" << 1;
-    QTest::newRow("without that, a full box refuses") << false << "0049"
-                                                      << "7"
-                                                      << "0049" << 1;
+    QTest::newRow("digits") << true << u""_s << u"0049"_s << u"0049"_s << 0;
+    QTest::newRow("others beep and are dropped") << true << u""_s << u"a1 -2"_s << u"12"_s << 3;
+    QTest::newRow("a key in a full box starts anew") << true << u"0049"_s << u"7"_s << u"7"_s << 0;
+    QTest::newRow("a refused key clears nothing") << true << u"0049"_s << u"x"_s << u"0049"_s << 1;
+    QTest::newRow("without that, a full box refuses") << false << u"0049"_s << u"7"_s << u"0049"_s << 1;
   }
   void KeyFilters() {
     QFETCH(bool, clearWhenFull);
@@ -43,7 +40,7 @@ class tst_controls : public QObject {
     QFETCH(QString, keys);
     support::TestPlatform platform;
     QLineEdit box;
-    new KeyFilter(&box, EsDigito, 4,
+    new KeyFilter(&box, IsDigit, 4,
                   KeyFilter::BeepOnRefusal | (clearWhenFull ? KeyFilter::ClearWhenFull : KeyFilter::NoOptions));
     box.setText(initial);
     QTest::keyClicks(&box, keys);
@@ -51,21 +48,33 @@ class tst_controls : public QObject {
     QTEST(platform.beeps, "beeps");
   }
 
+  // In a full box a key replaces what is selected.
+  void AKeyOverASelection() {
+    support::TestPlatform platform;
+    QLineEdit box;
+    new KeyFilter(&box, IsDigit, 4, KeyFilter::BeepOnRefusal);
+    box.setText(u"0049"_s);
+    box.setSelection(2, 2);
+    QTest::keyClicks(&box, u"7"_s);
+    QCOMPARE(box.text(), u"007"_s);
+    QCOMPARE(platform.beeps, 0);
+  }
+
   void PastedTextIsFilteredStoredTextIsNot() {
     support::TestPlatform platform;
     QLineEdit box;
-    new KeyFilter(&box, EsLetraODigito, 5, KeyFilter::BeepOnRefusal);
-    box.setText(QStringLiteral("ñ-antiguo"));
-    QCOMPARE(box.text(), QStringLiteral("ñ-antiguo"));
+    new KeyFilter(&box, IsLetterOrDigit, 5, KeyFilter::BeepOnRefusal);
+    box.setText(u"ñ-antiguo"_s);
+    QCOMPARE(box.text(), u"ñ-antiguo"_s);
     QTest::keyClick(&box, Qt::Key_Left);
-    QCOMPARE(box.text(), QStringLiteral("ñ-antiguo"));
-    QApplication::clipboard()->setText(QStringLiteral(" AD-5ñ00 9"));
+    QCOMPARE(box.text(), u"ñ-antiguo"_s);
+    QApplication::clipboard()->setText(u" AD-5ñ00 9"_s);
     box.selectAll();
     box.paste();
-    QCOMPARE(box.text(), QStringLiteral("AD500"));
+    QCOMPARE(box.text(), u"AD500"_s);
     QCOMPARE(platform.beeps, 1);
     QTest::keyClick(&box, Qt::Key_Backspace);
-    QCOMPARE(box.text(), QStringLiteral("AD50"));
+    QCOMPARE(box.text(), u"AD50"_s);
   }
 
   void GridKeysAreTaken() {
@@ -84,9 +93,88 @@ class tst_controls : public QObject {
     QCOMPARE(remove.size(), 1);
   }
 
-  void SqlTexts() {
-    QCOMPARE(TextoSql(QStringLiteral("  O'Brien's  ")), QStringLiteral("O''Brien''s"));
-    QCOMPARE(TextoSql(QStringLiteral(" \t ")), QString());
+  void ListsAreFoundByTyping_data() {
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("selected");
+    QTest::newRow("beginning") << u"fra"_s << u"Francia"_s;
+    QTest::newRow("any word's beginning") << u"baj"_s << u"Países Bajos"_s;
+    QTest::newRow("accents ignored") << u"paises"_s << u"Países Bajos"_s;
+    QTest::newRow("accents typed") << u"BÉL"_s << u"Bélgica"_s;
+    QTest::newRow("not inside a word") << u"ndor"_s << u"Andorra"_s;
+    QTest::newRow("several words") << u"isl c"_s << u"Islas Cook"_s;
+    QTest::newRow("one letter goes on") << u"ii"_s << u"Islas Cook"_s;
+    QTest::newRow("what fits nothing is dropped") << u"frx"_s << u"Francia"_s;
+    QTest::newRow("marks find nothing") << u"%"_s << u"Andorra"_s;
+  }
+  void ListsAreFoundByTyping() {
+    QFETCH(QString, keys);
+    QFETCH(QString, selected);
+    support::TestPlatform platform;
+    for (const bool open : {false, true}) {
+      QComboBox combo;
+      combo.addItems({u"Andorra"_s, u"Bélgica"_s, u"Francia"_s, u"Islandia"_s, u"Islas Cook"_s, u"Países Bajos"_s});
+      new ComboSearch(&combo);
+      combo.show();
+      QVERIFY(QTest::qWaitForWindowActive(&combo));
+      combo.setFocus();
+      if (open) {
+        combo.showPopup();
+      }
+      QTest::keyClicks(open ? static_cast<QWidget*>(combo.view()) : &combo, keys);
+      if (open) {
+        QTest::keyClick(combo.view(), Qt::Key_Return);
+      }
+      QCOMPARE(combo.currentText(), selected);
+    }
+  }
+
+  void TheWheelTurnsOnlyAListWithTheFocus() {
+    QWidget form;
+    auto* layout = new QHBoxLayout(&form);
+    auto* combo = new QComboBox;
+    auto* box = new QLineEdit;
+    layout->addWidget(combo);
+    layout->addWidget(box);
+    combo->addItems({u"uno"_s, u"dos"_s, u"tres"_s});
+    PrepareControls(form);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    for (QWidget* focused : {static_cast<QWidget*>(box), static_cast<QWidget*>(combo)}) {
+      focused->setFocus();
+      QWheelEvent wheel(QPointF(5, 5), combo->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120), Qt::NoButton,
+                        Qt::NoModifier, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(combo, &wheel);
+      QCOMPARE(combo->currentIndex(), focused == combo ? 1 : 0);
+    }
+  }
+
+  void SizesFollowTheContent() {
+    QWidget form;
+    auto* layout = new QVBoxLayout(&form);
+    QList<QLineEdit*> boxes;
+    for (const int longest : {3, 20, 32767}) {
+      auto* box = new QLineEdit;
+      box->setMaxLength(longest);
+      layout->addWidget(box);
+      boxes.append(box);
+    }
+    auto* chosen = new QLineEdit;
+    chosen->setProperty("Characters", 60);
+    layout->addWidget(chosen);
+    auto* grid = new QTableWidget(1, 2);
+    layout->addWidget(grid);
+    SetColumnCharacters(*grid, {10, 40});
+    SizeControls(form);
+    form.show();
+    const int digit = form.fontMetrics().horizontalAdvance(u'0');
+    QVERIFY(boxes[0]->width() >= 3 * digit && boxes[0]->width() < 8 * digit);
+    QVERIFY(boxes[1]->width() >= 20 * digit && boxes[1]->width() < 26 * digit);
+    QVERIFY(boxes[0]->x() == boxes[2]->x());
+    QCOMPARE(boxes[2]->width(), chosen->width());
+    QVERIFY(chosen->width() >= 60 * digit);
+    QVERIFY(grid->viewport()->width() >= grid->columnWidth(0) + 40 * form.fontMetrics().averageCharWidth());
+    QCOMPARE(grid->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QVERIFY(grid->horizontalHeader()->length() <= grid->viewport()->width());
   }
 };
 

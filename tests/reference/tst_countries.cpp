@@ -1,20 +1,14 @@
 #include "support/Expect.h"
-#include "support/TestProgram.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 
-using support::agregar;
+using namespace Qt::StringLiterals;
+
+using support::action;
 using support::DialogUser;
-using support::modificar;
-using support::nuevo;
+using support::node;
 using support::TestHost;
-
-namespace {
-
-constexpr int paises = 20;
-
-}  // namespace
 
 class tst_countries : public QObject {
   Q_OBJECT
@@ -23,31 +17,29 @@ class tst_countries : public QObject {
   void AddsByStatementsToTheLetter() {
     TestHost host;
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Agregar país"));
-      QCOMPARE(dialog.Text("lblPais"), QStringLiteral("(*) País:"));
-      QCOMPARE(dialog.Text("cmdPais_0"), QStringLiteral("&Aceptar"));
-      dialog.Type("txtPais", QStringLiteral("  Côte d'Ivoire  "));
+      QCOMPARE(dialog.Text(""), u"Agregar país"_s);
+      QCOMPARE(dialog.Text("lblPais"), u"(*) País:"_s);
+      QCOMPARE(dialog.Text("cmdPais_0"), u"&Aceptar"_s);
+      dialog.Type("txtPais", u"  Côte d'Ivoire  "_s);
       dialog.Press("cmdPais_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, agregar, 0, 77));
-    QCOMPARE(host.connection().Log(),
-             (QStringList{QStringLiteral("OPEN"),
-                          QStringLiteral("INSERT INTO Paises(nombre,eliminado) VALUES('Côte d''Ivoire',0)"),
-                          QStringLiteral("CLOSE")}));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Nombre, Eliminado FROM Paises WHERE Nombre='Côte d''Ivoire'")),
-             QStringList(QStringLiteral("Côte d'Ivoire|Falso")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar(), 0, 77));
+    QCOMPARE(
+        host.connection().Log(),
+        (QStringList{u"OPEN"_s, u"INSERT INTO Paises(nombre,eliminado) VALUES('Côte d''Ivoire',0)"_s, u"CLOSE"_s}));
+    QCOMPARE(host.Query(u"SELECT Nombre, Eliminado FROM Paises WHERE Nombre='Côte d''Ivoire'"),
+             QStringList(u"Côte d'Ivoire|Falso"_s));
     QCOMPARE(host.services().property("IDAux"), QVariant(77));
   }
 
   void NewOnBehalfHandsTheIdentifierBack() {
     TestHost host;
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      dialog.Type("txtPais", QStringLiteral("Atlántida"));
+      dialog.Type("txtPais", u"Atlántida"_s);
       dialog.Key(Qt::Key_Return);
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, nuevo));
-    QCOMPARE(host.services().property("IDAux").toInt(),
-             host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Atlántida'")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo()));
+    QCOMPARE(host.services().property("IDAux").toInt(), host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Atlántida'"));
   }
 
   void NothingCreatedHandsZeroBack_data() {
@@ -65,48 +57,46 @@ class tst_countries : public QObject {
       } else if (way == 1) {
         dialog.Close();
       } else {
-        dialog.Type("txtPais", QStringLiteral("Nada"));
+        dialog.Type("txtPais", u"Nada"_s);
         dialog.Key(Qt::Key_Escape);
       }
     });
     if (way == 2) {
       host.driver.Answer(QMessageBox::No);
     }
-    EXPECT_CLEAN(host, host.PasarDatos(paises, nuevo, 0, 35));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo(), 0, 35));
     QCOMPARE(host.services().property("IDAux").toInt(), 0);
     QCOMPARE(host.connection().Writes(), QStringList());
   }
 
   void ModifiesTheSelectedRow() {
     TestHost host;
-    const int id = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
+    const int id = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Propiedades de Francia"));
-      QCOMPARE(dialog.Text("txtPais"), QStringLiteral("Francia"));
-      QCOMPARE(host.Query(QStringLiteral("SELECT campoID, ValorID, codUsuario FROM BloqueoRegistros")),
-               QStringList(QStringLiteral("IDPais|%1|1").arg(id)));
-      dialog.Type("txtPais", QStringLiteral("Galia"));
+      QCOMPARE(dialog.Text(""), u"Propiedades de Francia"_s);
+      QCOMPARE(dialog.Text("txtPais"), u"Francia"_s);
+      QCOMPARE(host.Query(u"SELECT campoID, ValorID, codUsuario FROM BloqueoRegistros"),
+               QStringList(u"IDPais|%1|1"_s.arg(id)));
+      dialog.Type("txtPais", u"Galia"_s);
       dialog.Press("cmdPais_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
-    QVERIFY(
-        host.connection().Log().contains(QStringLiteral("UPDATE Paises SET Nombre='Galia' WHERE idpais=%1").arg(id)));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id)),
-             QStringList(QStringLiteral("Galia")));
-    QCOMPARE(host.Query(QStringLiteral("SELECT * FROM BloqueoRegistros")), QStringList());
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
+    QVERIFY(host.connection().Log().contains(u"UPDATE Paises SET Nombre='Galia' WHERE idpais=%1"_s.arg(id)));
+    QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE IDPais={}", id), QStringList(u"Galia"_s));
+    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
   }
 
   void BlankNameIsRefused() {
     TestHost host;
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      dialog.Type("txtPais", QStringLiteral("   "));
+      dialog.Type("txtPais", u"   "_s);
       dialog.Press("cmdPais_0");
-      QCOMPARE(dialog.Focused(), QStringLiteral("txtPais"));
+      QCOMPARE(dialog.Focused(), u"txtPais"_s);
       dialog.Press("cmdPais_1");
     });
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(paises, agregar));
-    QCOMPARE(host.driver.Boxes(), QStringList(QStringLiteral("Prueba|informacion|Debe introducir el nombre del pais")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
+    QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|informacion|Debe introducir el nombre del pais"_s));
     QCOMPARE(host.platform.beeps, 1);
   }
 
@@ -127,7 +117,7 @@ class tst_countries : public QObject {
     QFETCH(QList<int>, answers);
     QFETCH(int, written);
     TestHost host;
-    const int id = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
+    const int id = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
     const bool stays = answers.value(0) == QMessageBox::Cancel;
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
       dialog.Type("txtPais", typed);
@@ -141,82 +131,83 @@ class tst_countries : public QObject {
     for (const int answer : answers) {
       host.driver.Answer(answer);
     }
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
-    QCOMPARE(host.connection().Writes().filter(QStringLiteral("Paises")).size(), written);
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
+    QCOMPARE(host.connection().Writes().filter(u"Paises"_s).size(), written);
     if (!answers.isEmpty()) {
       QCOMPARE(host.driver.Boxes().first(),
-               QStringLiteral("Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"));
+               u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s);
     }
-    QCOMPARE(host.Query(QStringLiteral("SELECT * FROM BloqueoRegistros")), QStringList());
+    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
   }
 
   void LockedByAnotherUserOpensReadOnly() {
     TestHost host;
     host.session.showRefusedLocks = false;
-    const int id = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
-    host.Query(QStringLiteral("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID,Usuario,Equipo,Proceso,Desde) "
-                              "VALUES(2,'IDPais',%1,'Ana','otro-equipo',1,'2026-01-01T00:00:00')")
-                   .arg(id));
+    const int id = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
+    host.Query(
+        u"INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID,Usuario,Equipo,Proceso,Desde) "
+        "VALUES(2,'IDPais',{},'Ana','otro-equipo',1,'2026-01-01T00:00:00')",
+        id);
     host.driver.On("frmPais", [](const DialogUser& dialog) {
       QVERIFY(!dialog.IsEnabled("cmdPais_0"));
-      dialog.Type("txtPais", QStringLiteral("Galia"));
+      dialog.Type("txtPais", u"Galia"_s);
       dialog.Key(Qt::Key_Return);
       dialog.Press("cmdPais_1");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
-    QCOMPARE(host.connection().Writes().filter(QStringLiteral("Paises")), QStringList());
-    QCOMPARE(host.Query(QStringLiteral("SELECT Usuario FROM BloqueoRegistros")), QStringList(QStringLiteral("Ana")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
+    QCOMPARE(host.connection().Writes().filter(u"Paises"_s), QStringList());
+    QCOMPARE(host.Query(u"SELECT Usuario FROM BloqueoRegistros"), QStringList(u"Ana"_s));
   }
 
   void FailedLoadTellsAndShowsNothing() {
     TestHost host;
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, 999999));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), 999999));
     QCOMPARE(host.driver.Boxes().size(), 1);
-    QVERIFY2(host.driver.Boxes().first().startsWith(QStringLiteral("Prueba|critico|Error 3021: ")),
+    QVERIFY2(host.driver.Boxes().first().startsWith(u"Prueba|critico|Error 3021: "_s),
              qPrintable(host.driver.Boxes().first()));
-    QCOMPARE(host.connection().Log().last(), QStringLiteral("CLOSE"));
+    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
   }
 
   void FailedWriteReachesTheHostAndReleasesTheLock() {
     TestHost host;
-    const int id = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
+    const int id = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
     host.connection().SetHook([](const QString& entry) {
       if (entry.startsWith(u"UPDATE Paises")) {
-        throw automation::Error(-2147467259, QStringLiteral("sin conexión"));
+        throw automation::Error(-2147467259, u"sin conexión"_s);
       }
     });
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      dialog.Type("txtPais", QStringLiteral("Galia"));
+      dialog.Type("txtPais", u"Galia"_s);
       dialog.Press("cmdPais_0");
     });
-    EXPECT_ERROR(host, host.PasarDatos(paises, modificar, id), -2147467259);
-    QCOMPARE(host.Query(QStringLiteral("SELECT * FROM BloqueoRegistros")), QStringList());
+    EXPECT_ERROR(host, host.PasarDatos(node.Paises(), action.Modificar(), id), -2147467259);
+    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
     QCOMPARE(host.driver.Boxes(), QStringList());
     // The next request works on.
     host.connection().SetHook({});
     host.driver.On("frmPais", [](const DialogUser& dialog) { dialog.Press("cmdPais_1"); });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
   }
 
   // Clicks that waited while the program was busy reach the dialog when it is already gone.
   void QueuedClicksWriteOnce() {
     TestHost host;
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      dialog.Type("txtPais", QStringLiteral("Atlántida"));
+      dialog.Type("txtPais", u"Atlántida"_s);
       auto* accept = dialog.Find<QPushButton>("cmdPais_0");
       for (int i = 0; i < 3; ++i) {
         accept->click();
       }
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
     QCOMPARE(host.connection().Writes().size(), 1);
   }
 
   void StrangeNamesAreStoredIntact_data() {
     QTest::addColumn<QString>("name");
-    QTest::newRow("quotes") << QStringLiteral("O'Brien \"x\" ; DROP TABLE Paises;--");
-    QTest::newRow("marks") << QStringLiteral("100% _[x]*? & <b>negrita</b> %1 {ID}");
+    QTest::newRow("quotes") << u"O'Brien \"x\" ; DROP TABLE Paises;--"_s;
+    QTest::newRow("marks") << u"100% _[x]*? & <b>negrita</b> %1 {ID}"_s;
     QTest::newRow("emoji") << QString::fromUtf8("🇪🇸 País 👩‍👩‍👧");
     QTest::newRow("long") << QString(10000, u'ñ');
   }
@@ -227,15 +218,15 @@ class tst_countries : public QObject {
       dialog.Paste("txtPais", name);
       dialog.Press("cmdPais_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, nuevo));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo()));
     const int id = host.services().property("IDAux").toInt();
-    QCOMPARE(host.Query(QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id)), QStringList(name));
+    QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE IDPais={}", id), QStringList(name));
     // It is shown as it is, too.
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
       QCOMPARE(dialog.Text("txtPais"), name);
       dialog.Close();
     });
-    EXPECT_CLEAN(host, host.PasarDatos(paises, modificar, id));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
   }
 };
 

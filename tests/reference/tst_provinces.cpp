@@ -1,5 +1,4 @@
 #include "support/Expect.h"
-#include "support/TestProgram.h"
 
 #include <QComboBox>
 #include <QMessageBox>
@@ -7,16 +6,17 @@
 
 #include <csignal>
 
-using support::agregar;
+using namespace Qt::StringLiterals;
+
+using support::action;
 using support::DialogUser;
-using support::modificar;
-using support::nuevo;
+using support::node;
 using support::TestHost;
 
 namespace {
 
-constexpr int provincias = 22;
-constexpr int espana = 35;
+// The home country's identifier in the reference data.
+constexpr int spain = 35;
 
 }  // namespace
 
@@ -26,21 +26,19 @@ class tst_provinces : public QObject {
  private Q_SLOTS:
   void AddsWithTheChosenCountry() {
     TestHost host;
-    const int francia = host.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Francia'"));
+    const int francia = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Agregar provincia"));
-      QCOMPARE(dialog.Focused(), QStringLiteral("cboPais"));
+      QCOMPARE(dialog.Text(""), u"Agregar provincia"_s);
+      QCOMPARE(dialog.Focused(), u"cboPais"_s);
       QVERIFY(!dialog.IsVisible("lblPaisFijo"));
       QCOMPARE(dialog.Find<QComboBox>("cboPais")->currentIndex(), -1);
-      dialog.Choose("cboPais", QStringLiteral("Francia"));
-      dialog.Type("txtProvincia", QStringLiteral(" L'Isère "));
+      dialog.Choose("cboPais", u"Francia"_s);
+      dialog.Type("txtProvincia", u" L'Isère "_s);
       dialog.Press("cmdProvincia_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
-    QCOMPARE(
-        host.connection().Writes(),
-        QStringList(
-            QStringLiteral("INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(%1,'L''Isère',0)").arg(francia)));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
+    QCOMPARE(host.connection().Writes(),
+             QStringList(u"INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(%1,'L''Isère',0)"_s.arg(francia)));
   }
 
   void CountriesAreListedInSpanishOrder() {
@@ -50,41 +48,41 @@ class tst_provinces : public QObject {
       items = dialog.Items("cboPais");
       dialog.Press("cmdProvincia_1");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
     QVERIFY(items.size() > 200);
-    QVERIFY(items.indexOf(QStringLiteral("Dominica")) < items.indexOf(QStringLiteral("España")));
-    QVERIFY(items.indexOf(QStringLiteral("Países Bajos")) < items.indexOf(QStringLiteral("Portugal")));
-    QCOMPARE(items.first(), QStringLiteral("Afganistán"));
+    QVERIFY(items.indexOf(u"Dominica"_s) < items.indexOf(u"España"_s));
+    QVERIFY(items.indexOf(u"Países Bajos"_s) < items.indexOf(u"Portugal"_s));
+    QCOMPARE(items.first(), u"Afganistán"_s);
   }
 
   void Modifies() {
     TestHost host;
-    const int madrid = host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'"));
+    const int madrid = host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'");
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Propiedades de Madrid"));
-      QCOMPARE(dialog.Text("cboPais"), QStringLiteral("España"));
-      dialog.Type("txtProvincia", QStringLiteral("Los Madriles"));
+      QCOMPARE(dialog.Text(""), u"Propiedades de Madrid"_s);
+      QCOMPARE(dialog.Text("cboPais"), u"España"_s);
+      dialog.Type("txtProvincia", u"Los Madriles"_s);
       dialog.Press("cmdProvincia_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, modificar, madrid));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Modificar(), madrid));
     QVERIFY(host.connection().Log().contains(
-        QStringLiteral("UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1").arg(madrid)));
+        u"UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1"_s.arg(madrid)));
   }
 
   void IncompleteInputIsRefused() {
     TestHost host;
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
-      dialog.Type("txtProvincia", QStringLiteral("Sin país"));
+      dialog.Type("txtProvincia", u"Sin país"_s);
       dialog.Press("cmdProvincia_0");
-      dialog.Choose("cboPais", QStringLiteral("España"));
-      dialog.Type("txtProvincia", QStringLiteral("  "));
+      dialog.Choose("cboPais", u"España"_s);
+      dialog.Type("txtProvincia", u"  "_s);
       dialog.Press("cmdProvincia_0");
       dialog.Press("cmdProvincia_1");
     });
     host.driver.Answer(QMessageBox::Ok);
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
-    QCOMPARE(host.driver.Boxes(), QStringList(2, QStringLiteral("Prueba|informacion|Falta algún campo por rellenar")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
+    QCOMPARE(host.driver.Boxes(), QStringList(2, u"Prueba|informacion|Falta algún campo por rellenar"_s));
     QCOMPARE(host.connection().Writes(), QStringList());
   }
 
@@ -93,55 +91,55 @@ class tst_provinces : public QObject {
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
       QVERIFY(!dialog.IsVisible("cboPais"));
       QVERIFY(!dialog.IsVisible("cmdNuevoPais"));
-      QCOMPARE(dialog.Text("lblPaisFijo"), QStringLiteral("España"));
-      dialog.Type("txtProvincia", QStringLiteral("Trasmiera"));
+      QCOMPARE(dialog.Text("lblPaisFijo"), u"España"_s);
+      dialog.Type("txtProvincia", u"Trasmiera"_s);
       dialog.Press("cmdProvincia_0");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, nuevo, 0, espana));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Nuevo(), 0, spain));
     QCOMPARE(host.services().property("IDAux").toInt(),
-             host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Trasmiera' AND CodPais=35")));
+             host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Trasmiera' AND CodPais=35"));
   }
 
   void NestedCountryKeepsTheRequest() {
     TestHost host;
-    const int madrid = host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'"));
+    const int madrid = host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'");
     host.driver.On("frmProvincia", [&](const DialogUser& dialog) {
       dialog.Press("cmdNuevoPais");
-      QCOMPARE(dialog.Text("cboPais"), QStringLiteral("Atlántida"));
-      QCOMPARE(host.services().property("Accion").toInt(), modificar);
+      QCOMPARE(dialog.Text("cboPais"), u"Atlántida"_s);
+      QCOMPARE(host.services().property("Accion").toInt(), action.Modificar());
       QCOMPARE(host.services().property("IDSeleccionado").toInt(), madrid);
       QCOMPARE(host.services().property("IDAux").toInt(), 9);
       dialog.Press("cmdNuevoPais");
-      QCOMPARE(dialog.Text("cboPais"), QStringLiteral("Atlántida"));
+      QCOMPARE(dialog.Text("cboPais"), u"Atlántida"_s);
       dialog.Press("cmdProvincia_0");
     });
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), QStringLiteral("Agregar país"));
-      dialog.Type("txtPais", QStringLiteral("Atlántida"));
+      QCOMPARE(dialog.Text(""), u"Agregar país"_s);
+      dialog.Type("txtPais", u"Atlántida"_s);
       dialog.Press("cmdPais_0");
     });
     host.driver.On("frmPais", [](const DialogUser& dialog) { dialog.Press("cmdPais_1"); });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, modificar, madrid, 9));
-    QCOMPARE(host.Query(QStringLiteral("SELECT Paises.Nombre FROM Provincias INNER JOIN Paises ON "
-                                       "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=%1")
-                            .arg(madrid)),
-             QStringList(QStringLiteral("Atlántida")));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Modificar(), madrid, 9));
+    QCOMPARE(host.Query(u"SELECT Paises.Nombre FROM Provincias INNER JOIN Paises ON "
+                        "Provincias.CodPais=Paises.IDPais WHERE IDProvincia={}",
+                        madrid),
+             QStringList(u"Atlántida"_s));
   }
 
   void ErrorOfANestedDialogEndsBoth() {
     TestHost host;
     host.connection().SetHook([](const QString& entry) {
       if (entry.startsWith(u"INSERT INTO Paises")) {
-        throw automation::Error(-2147467259, QStringLiteral("sin conexión"));
+        throw automation::Error(-2147467259, u"sin conexión"_s);
       }
     });
     host.driver.On("frmProvincia", [](const DialogUser& dialog) { dialog.Press("cmdNuevoPais"); });
     host.driver.On("frmPais", [](const DialogUser& dialog) {
-      dialog.Type("txtPais", QStringLiteral("Atlántida"));
+      dialog.Type("txtPais", u"Atlántida"_s);
       dialog.Press("cmdPais_0");
     });
-    EXPECT_ERROR(host, host.PasarDatos(provincias, agregar), -2147467259);
-    QCOMPARE(host.services().property("Accion").toInt(), agregar);
+    EXPECT_ERROR(host, host.PasarDatos(node.Provincias(), action.Agregar()), -2147467259);
+    QCOMPARE(host.services().property("Accion").toInt(), action.Agregar());
   }
 
   // The program is told to end while a country is being created for a province that is being modified: the answer
@@ -149,9 +147,9 @@ class tst_provinces : public QObject {
   void TerminationOverANestedDialog() {
     const auto before = std::signal(SIGTERM, [](int) {});
     TestHost host;
-    const int madrid = host.Id(QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'"));
+    const int madrid = host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'");
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
-      dialog.Type("txtProvincia", QStringLiteral("Los Madriles"));
+      dialog.Type("txtProvincia", u"Los Madriles"_s);
       dialog.Press("cmdNuevoPais");
       QTRY_VERIFY(!dialog.Dialog()->isVisible());
     });
@@ -160,21 +158,21 @@ class tst_provinces : public QObject {
       QTRY_VERIFY(!dialog.Dialog()->isVisible());
     });
     host.driver.Answer(QMessageBox::Yes);
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, modificar, madrid));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Modificar(), madrid));
     std::signal(SIGTERM, before);
-    QCOMPARE(host.connection().Writes().filter(QStringLiteral("Provincias")),
-             QStringList(QStringLiteral("UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1")
-                             .arg(madrid)));
+    QCOMPARE(
+        host.connection().Writes().filter(u"Provincias"_s),
+        QStringList(u"UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1"_s.arg(madrid)));
   }
 
   void ALongCountryDoesNotWidenTheWindow() {
     TestHost host;
-    host.Query(QStringLiteral("INSERT INTO Paises(Nombre) VALUES('%1')").arg(QString(600, u'W')));
+    host.Query(u"INSERT INTO Paises(Nombre) VALUES('{}')", QString(600, u'W'));
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
       QVERIFY(dialog.Dialog()->width() <= dialog.Dialog()->screen()->availableSize().width());
       dialog.Press("cmdProvincia_1");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
   }
 
   void NameIsCutToFiftyCharacters_data() {
@@ -195,7 +193,7 @@ class tst_provinces : public QObject {
       QCOMPARE(dialog.Text("txtProvincia"), kept);
       dialog.Press("cmdProvincia_1");
     });
-    EXPECT_CLEAN(host, host.PasarDatos(provincias, agregar));
+    EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
   }
 };
 

@@ -1,8 +1,10 @@
 #include "platform/automation/Error.h"
-#include "resources/Cadenas.h"
+#include "resources/StringTable.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 using resources::LoadResString;
 
@@ -70,22 +72,21 @@ void tst_string_table::Blocks() {
 void tst_string_table::Texts_data() {
   QTest::addColumn<int>("id");
   QTest::addColumn<QString>("text");
-  QTest::newRow("first") << 101 << QStringLiteral("La clase no ha sido inicializada");
-  QTest::newRow("last") << 18104 << QStringLiteral("¿Desea guardar los cambios efectuados en el formulario?");
-  QTest::newRow("trailing blank kept") << 12103 << QStringLiteral("Error ");
-  QTest::newRow("without the blank") << 14103 << QStringLiteral("Error");
-  QTest::newRow("leading blank kept") << 7103 << QStringLiteral(" Sin provincia asociada");
-  QTest::newRow("blanks at both ends of a message in pieces") << 8109 << QStringLiteral(" introducido es incorrecto.");
-  QTest::newRow("blanks inside") << 3010 << QStringLiteral("Cor&tar                         Ctrl+X");
+  QTest::newRow("first") << 101 << u"La clase no ha sido inicializada"_s;
+  QTest::newRow("last") << 18104 << u"¿Desea guardar los cambios efectuados en el formulario?"_s;
+  QTest::newRow("trailing blank kept") << 12103 << u"Error "_s;
+  QTest::newRow("without the blank") << 14103 << u"Error"_s;
+  QTest::newRow("leading blank kept") << 7103 << u" Sin provincia asociada"_s;
+  QTest::newRow("blanks at both ends of a message in pieces") << 8109 << u" introducido es incorrecto."_s;
+  QTest::newRow("blanks inside") << 3010 << u"Cor&tar                         Ctrl+X"_s;
   QTest::newRow("odd spelling kept")
       << 15106
-      << QStringLiteral(
-             "Se disponde a cambiar los importes de las suscripciones que estén asociadas a este tipo de "
-             "publicación. ¿Desea continuar con el proceso?");
-  QTest::newRow("euro sign") << 15101 << QStringLiteral("Importe (€)");
-  QTest::newRow("column mark") << 11103 << QStringLiteral("<Línea");
-  QTest::newRow("marker") << 3122 << QStringLiteral("[wd, dd de mmm de aaaa]");
-  QTest::newRow("shared accept button") << 1007 << QStringLiteral("&Aceptar");
+      << u"Se disponde a cambiar los importes de las suscripciones que estén asociadas a este tipo de "
+         "publicación. ¿Desea continuar con el proceso?"_s;
+  QTest::newRow("euro sign") << 15101 << u"Importe (€)"_s;
+  QTest::newRow("column mark") << 11103 << u"<Línea"_s;
+  QTest::newRow("marker") << 3122 << u"[wd, dd de mmm de aaaa]"_s;
+  QTest::newRow("shared accept button") << 1007 << u"&Aceptar"_s;
 }
 
 void tst_string_table::Texts() {

@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 
 namespace {
@@ -24,15 +26,15 @@ namespace {
 QString IconName(QMessageBox::Icon icon) {
   switch (icon) {
     case QMessageBox::Information:
-      return QStringLiteral("informacion");
+      return u"informacion"_s;
     case QMessageBox::Warning:
-      return QStringLiteral("aviso");
+      return u"aviso"_s;
     case QMessageBox::Critical:
-      return QStringLiteral("critico");
+      return u"critico"_s;
     case QMessageBox::Question:
-      return QStringLiteral("pregunta");
+      return u"pregunta"_s;
     default:
-      return QStringLiteral("ninguno");
+      return u"ninguno"_s;
   }
 }
 
@@ -189,10 +191,10 @@ QStringList Driver::TakeBoxes() {
 
 QStringList Driver::TakeProblems() {
   for (const PlannedScript& planned : m_scripts) {
-    m_problems.append(QStringLiteral("never shown: ") + planned.dialog);
+    m_problems.append(u"never shown: "_s + planned.dialog);
   }
   if (!m_answers.isEmpty()) {
-    m_problems.append(QStringLiteral("%1 answers not asked for").arg(m_answers.size()));
+    m_problems.append(u"%1 answers not asked for"_s.arg(m_answers.size()));
   }
   m_scripts.clear();
   m_answers.clear();
@@ -227,7 +229,7 @@ void Driver::OnMessageBox(QDialog* dialog) {
   m_boxes.append(line);
   const bool planned = !m_answers.isEmpty() && !m_answers.first().input;
   if (!planned) {
-    m_problems.append(QStringLiteral("not foreseen: ") + line);
+    m_problems.append(u"not foreseen: "_s + line);
     box->reject();
     return;
   }
@@ -236,7 +238,7 @@ void Driver::OnMessageBox(QDialog* dialog) {
   if (answer == QMessageBox::NoButton) {
     box->reject();
   } else if (button == nullptr) {
-    m_problems.append(QStringLiteral("button not offered: ") + line);
+    m_problems.append(u"button not offered: "_s + line);
     box->reject();
   } else {
     QTest::mouseClick(button, Qt::LeftButton);
@@ -245,10 +247,10 @@ void Driver::OnMessageBox(QDialog* dialog) {
 
 void Driver::OnInputBox(QDialog* dialog) {
   auto* box = static_cast<QInputDialog*>(dialog);
-  m_boxes.append(box->windowTitle() + QStringLiteral("|entrada|") + box->labelText());
+  m_boxes.append(box->windowTitle() + u"|entrada|"_s + box->labelText());
   const bool planned = !m_answers.isEmpty() && m_answers.first().input;
   if (!planned) {
-    m_problems.append(QStringLiteral("not foreseen: ") + box->labelText());
+    m_problems.append(u"not foreseen: "_s + box->labelText());
     box->reject();
     return;
   }
@@ -267,17 +269,17 @@ void Driver::OnDialog(QDialog* dialog) {
   const auto planned = std::find_if(m_scripts.begin(), m_scripts.end(),
                                     [&](const PlannedScript& script) { return script.dialog == name; });
   if (planned == m_scripts.end()) {
-    m_problems.append(QStringLiteral("not foreseen: ") + name);
+    m_problems.append(u"not foreseen: "_s + name);
   } else {
     const Script script = planned->script;
     m_scripts.erase(planned);
     try {
       script(DialogUser(dialog));
       if (open && open->isVisible()) {
-        m_problems.append(QStringLiteral("still open: ") + name);
+        m_problems.append(u"still open: "_s + name);
       }
     } catch (const std::exception& error) {
-      m_problems.append(name + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+      m_problems.append(name + u": "_s + QString::fromUtf8(error.what()));
     }
   }
   if (open && open->isVisible()) {

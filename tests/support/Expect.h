@@ -1,15 +1,18 @@
 #pragma once
 
 #include "support/TestHost.h"
+#include "support/TestProgram.h"
+
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <QTest>
 
 namespace support {
 
-/// The actions of a request, as a host writes them.
-inline constexpr int agregar = 1;
-inline constexpr int modificar = 2;
-inline constexpr int nuevo = 4;
+/// The numbers of a request, as a host writes them.
+inline constexpr cConstNodo node;
+inline constexpr cConstAccion action;
 
 }  // namespace support
 

@@ -1,5 +1,7 @@
 #include "support/RecordingConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 
 QStringList RecordingConnection::Writes() const {
@@ -20,18 +22,18 @@ void RecordingConnection::Note(const QString& entry) {
 }
 
 void RecordingConnection::Open() {
-  Note(QStringLiteral("OPEN"));
+  Note(u"OPEN"_s);
   m_real.Open();
 }
 
 void RecordingConnection::Open(const QString& connectionString, const QString& user, const QString& password,
                                int options) {
-  Note(QStringLiteral("OPEN('%1','%2','%3',%4)").arg(connectionString, user, password).arg(options));
+  Note(u"OPEN('%1','%2','%3',%4)"_s.arg(connectionString, user, password).arg(options));
   m_real.Open(connectionString, user, password, options);
 }
 
 void RecordingConnection::Close() {
-  Note(QStringLiteral("CLOSE"));
+  Note(u"CLOSE"_s);
   m_real.Close();
 }
 
@@ -41,17 +43,17 @@ std::unique_ptr<adodb::Recordset> RecordingConnection::Execute(const QString& st
 }
 
 void RecordingConnection::BeginTrans() {
-  Note(QStringLiteral("BEGIN"));
+  Note(u"BEGIN"_s);
   m_real.BeginTrans();
 }
 
 void RecordingConnection::CommitTrans() {
-  Note(QStringLiteral("COMMIT"));
+  Note(u"COMMIT"_s);
   m_real.CommitTrans();
 }
 
 void RecordingConnection::RollbackTrans() {
-  Note(QStringLiteral("ROLLBACK"));
+  Note(u"ROLLBACK"_s);
   m_real.RollbackTrans();
 }
 

@@ -1,9 +1,11 @@
 #include "support/TestHost.h"
 
-#include "entry/Clases.h"
+#include "entry/PublishedClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Invoke.h"
+
+using namespace Qt::StringLiterals;
 
 namespace support {
 
@@ -12,8 +14,7 @@ void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
 }
 
 TestHost::TestHost(database::Content content)
-    : m_file(m_folder.filePath(QStringLiteral("kel.db"))),
-      m_connectionString(database::ConnectionStringForFile(m_file)) {
+    : m_file(m_folder.filePath(u"kel.db"_s)), m_connectionString(database::ConnectionStringForFile(m_file)) {
   database::PrepareDatabase(m_connectionString, content);
   Start();
 }
@@ -26,21 +27,21 @@ void TestHost::Start() {
   m_real = database::CreateConnection(m_connectionString);
   m_recording = std::make_unique<RecordingConnection>(*m_real);
   session.connection = m_recording.get();
-  session.title = QStringLiteral("Prueba");
-  session.helpFile = QStringLiteral("/ayuda/kel.html");
+  session.title = u"Prueba"_s;
+  session.helpFile = u"/ayuda/kel.html"_s;
   session.userId = 1;
-  session.userName = QStringLiteral("Administrador");
+  session.userName = u"Administrador"_s;
   session.userKind = 1;
-  session.settingsFile = m_folder.filePath(QStringLiteral("ajustes.ini"));
+  session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
   host::RegisterClasses(session);
-  for (const Clases::Clase& published : Clases::Publicadas()) {
-    automation::RegisterClass(published.progId, published.crear);
+  for (const PublishedClass& published : PublishedClasses()) {
+    automation::RegisterClass(published.progId, published.create);
   }
   m_services = std::make_unique<host::cPrincipal>(session);
 }
 
 TestHost::~TestHost() {
-  for (const Clases::Clase& published : Clases::Publicadas()) {
+  for (const PublishedClass& published : PublishedClasses()) {
     automation::UnregisterClass(published.progId);
   }
   host::UnregisterClasses();
@@ -62,7 +63,7 @@ std::optional<automation::Error> TestHost::EliminarRegistro(int node, int id) {
 
 std::optional<automation::Error> TestHost::Call(const char* method) {
   m_recording->Clear();
-  const auto component = automation::CreateObject(QStringLiteral("kelconfiguracion.cprincipal"));
+  const auto component = automation::CreateObject(u"kelconfiguracion.cprincipal"_s);
   try {
     automation::Call(component.get(), method, m_services.get());
   } catch (const automation::Error& error) {
@@ -71,7 +72,7 @@ std::optional<automation::Error> TestHost::Call(const char* method) {
   return std::nullopt;
 }
 
-QStringList TestHost::Query(const QString& statement) const {
+QStringList TestHost::Rows(const QString& statement) const {
   const auto connection = database::CreateConnection(m_connectionString);
   connection->Open();
   QStringList lines;
@@ -80,7 +81,7 @@ QStringList TestHost::Query(const QString& statement) const {
     QStringList values;
     for (int i = 0; i < rows->FieldCount(); ++i) {
       const QVariant value = rows->Field(i);
-      values.append(automation::IsNull(value) ? QStringLiteral("NULL") : automation::CStr(value));
+      values.append(automation::IsNull(value) ? u"NULL"_s : automation::CStr(value));
     }
     lines.append(values.join(u'|'));
     rows->MoveNext();
@@ -88,8 +89,8 @@ QStringList TestHost::Query(const QString& statement) const {
   return lines;
 }
 
-int TestHost::Id(const QString& statement) const {
-  const QStringList lines = Query(statement);
+int TestHost::FirstNumber(const QString& statement) const {
+  const QStringList lines = Rows(statement);
   if (lines.isEmpty()) {
     throw Failure("no row:", statement);
   }

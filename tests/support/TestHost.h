@@ -4,9 +4,10 @@
 #include "support/RecordingConnection.h"
 
 #include "database/Database.h"
-#include "framework/Plataforma.h"
+#include "framework/Platform.h"
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 
 #include <QTemporaryDir>
@@ -16,7 +17,7 @@
 namespace support {
 
 /// The platform of a test: real message boxes, counted beeps, as many printers as the test wants.
-class TestPlatform : public Plataforma {
+class TestPlatform : public Platform {
  public:
   TestPlatform() { Install(this); }
   TestPlatform(const TestPlatform&) = delete;
@@ -51,8 +52,16 @@ class TestHost {
 
   /// Runs a statement on a connection of its own, beside the request's. Rows come back as lines with "|" between
   /// the values, Null as "NULL".
-  QStringList Query(const QString& statement) const;
-  int Id(const QString& statement) const;
+  template <typename... Values>
+  QStringList Query(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    return Rows(statement.Text(values...));
+  }
+  /// The first value of the statement's first row, which must be there, as a number.
+  template <typename... Values>
+  int Id(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    return FirstNumber(statement.Text(values...));
+  }
+  QStringList Rows(const QString& statement) const;
 
   host::Session session;
   RecordingConnection& connection() { return *m_recording; }
@@ -64,6 +73,7 @@ class TestHost {
 
  private:
   std::optional<automation::Error> Call(const char* method);
+  int FirstNumber(const QString& statement) const;
   void Start();
 
   QTemporaryDir m_folder;

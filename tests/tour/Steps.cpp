@@ -1,56 +1,57 @@
 #include "tour/Tour.h"
 
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
+
 #include <QMessageBox>
 #include <QTableView>
 
+using namespace Qt::StringLiterals;
+
+using adodb::StatementText;
 using support::DialogUser;
 
 namespace tour {
 
 namespace {
 
-constexpr int agregar = 1;
-constexpr int modificar = 2;
-
-constexpr int sucursales = 0;
-constexpr int bancos = 19;
-constexpr int paises = 20;
-constexpr int provincias = 22;
+constexpr cConstNodo node;
+constexpr cConstAccion action;
 
 void WalkCountries(Tour& tour) {
   tour.Windows().On("frmPais", [&](const DialogUser& dialog) {
-    dialog.Type("txtPais", QStringLiteral("Atlántida"));
-    tour.Picture(dialog, QStringLiteral("frmPais"));
+    dialog.Type("txtPais", u"Atlántida"_s);
+    tour.Picture(dialog, u"frmPais"_s);
     dialog.Press("cmdPais_0");
   });
-  tour.Step(QStringLiteral("Países: agregar"), {.node = paises, .action = agregar},
-            QStringLiteral("SELECT Nombre FROM Paises WHERE Nombre='Atlántida'"), {QStringLiteral("Atlántida")});
+  tour.Step(u"Países: agregar"_s, {.node = node.Paises(), .action = action.Agregar()},
+            u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'"_s, {u"Atlántida"_s});
 
-  const int id = tour.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='Atlántida'"));
+  const int id = tour.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Atlántida'");
   tour.Windows().On("frmPais", [](const DialogUser& dialog) {
-    dialog.Type("txtPais", QStringLiteral("Atlántida d'Abajo"));
+    dialog.Type("txtPais", u"Atlántida d'Abajo"_s);
     dialog.Close();
   });
   tour.Windows().Answer(QMessageBox::Yes);
-  tour.Step(QStringLiteral("Países: modificar, cerrar y guardar"), {.node = paises, .action = modificar, .id = id},
-            QStringLiteral("SELECT Nombre FROM Paises WHERE IDPais=%1").arg(id), {QStringLiteral("Atlántida d'Abajo")});
+  tour.Step(u"Países: modificar, cerrar y guardar"_s, {.node = node.Paises(), .action = action.Modificar(), .id = id},
+            StatementText(u"SELECT Nombre FROM Paises WHERE IDPais={}", id), {u"Atlántida d'Abajo"_s});
 }
 
 void WalkProvinces(Tour& tour) {
   tour.Windows().On("frmProvincia", [&](const DialogUser& dialog) {
     dialog.Press("cmdNuevoPais");
-    dialog.Type("txtProvincia", QStringLiteral("Isla Grande"));
-    tour.Picture(dialog, QStringLiteral("frmProvincia"));
+    dialog.Type("txtProvincia", u"Isla Grande"_s);
+    tour.Picture(dialog, u"frmProvincia"_s);
     dialog.Press("cmdProvincia_0");
   });
   tour.Windows().On("frmPais", [](const DialogUser& dialog) {
-    dialog.Type("txtPais", QStringLiteral("Lemuria"));
+    dialog.Type("txtPais", u"Lemuria"_s);
     dialog.Press("cmdPais_0");
   });
-  tour.Step(QStringLiteral("Provincias: agregar, con país nuevo"), {.node = provincias, .action = agregar},
-            QStringLiteral("SELECT Provincias.Nombre, Paises.Nombre FROM Provincias INNER JOIN Paises ON "
-                           "Provincias.CodPais=Paises.IDPais WHERE Provincias.Nombre='Isla Grande'"),
-            {QStringLiteral("Isla Grande|Lemuria")});
+  tour.Step(u"Provincias: agregar, con país nuevo"_s, {.node = node.Provincias(), .action = action.Agregar()},
+            u"SELECT Provincias.Nombre, Paises.Nombre FROM Provincias INNER JOIN Paises ON "
+            "Provincias.CodPais=Paises.IDPais WHERE Provincias.Nombre='Isla Grande'"_s,
+            {u"Isla Grande|Lemuria"_s});
 }
 
 void FillBranch(const DialogUser& dialog, const char* code, const QString& name, const char* postcode) {
@@ -62,80 +63,78 @@ void FillBranch(const DialogUser& dialog, const char* code, const QString& name,
 
 void WalkBanks(Tour& tour) {
   tour.Windows().On("frmBanco", [&](const DialogUser& dialog) {
-    dialog.Type("txtBanco_0", QStringLiteral("9991"));
-    dialog.Type("txtBanco_1", QStringLiteral("Banco del Recorrido"));
+    dialog.Type("txtBanco_0", u"9991"_s);
+    dialog.Type("txtBanco_1", u"Banco del Recorrido"_s);
     for (int i = 0; i < 3; ++i) {
       dialog.Press("cmdBanco_0");
     }
-    tour.Picture(dialog, QStringLiteral("frmBanco"));
+    tour.Picture(dialog, u"frmBanco"_s);
     dialog.Press("cmdBanco_3");
   });
-  const QStringList names{QStringLiteral("Centro"), QStringLiteral("L'Eixample"), QStringLiteral("Triana")};
+  const QStringList names{u"Centro"_s, u"L'Eixample"_s, u"Triana"_s};
   const char* const codes[] = {"0001", "0002", "0003"};
   const char* const postcodes[] = {"28013", "08007", "41010"};
   for (int i = 0; i < 3; ++i) {
     tour.Windows().On("frmSucursal", [&tour, &names, &codes, &postcodes, i](const DialogUser& dialog) {
       FillBranch(dialog, codes[i], names[i], postcodes[i]);
       if (i == 1) {
-        tour.Picture(dialog, QStringLiteral("frmSucursal"));
+        tour.Picture(dialog, u"frmSucursal"_s);
       }
       dialog.Press("cmdSucursales_0");
     });
   }
-  const QString query = QStringLiteral(
-      "SELECT Sucursales.Codigo, Sucursales.Nombre, Provincias.Nombre AS Provincia, Sucursales.Eliminado FROM "
+  const QString query =
+      u"SELECT Sucursales.Codigo, Sucursales.Nombre, Provincias.Nombre AS Provincia, Sucursales.Eliminado FROM "
       "(Sucursales INNER JOIN Bancos ON Sucursales.codBanco=Bancos.IDBanco) INNER JOIN Provincias ON "
-      "Sucursales.codProvincia=Provincias.IDProvincia WHERE Bancos.Numero='9991' ORDER BY Sucursales.Codigo");
-  tour.Step(QStringLiteral("Bancos: agregar con tres sucursales"), {.node = bancos, .action = agregar}, query,
-            {QStringLiteral("0001|Centro|Madrid|Falso"), QStringLiteral("0002|L'Eixample|Barcelona|Falso"),
-             QStringLiteral("0003|Triana|Sevilla|Falso")});
+      "Sucursales.codProvincia=Provincias.IDProvincia WHERE Bancos.Numero='9991' ORDER BY Sucursales.Codigo"_s;
+  tour.Step(u"Bancos: agregar con tres sucursales"_s, {.node = node.Bancos(), .action = action.Agregar()}, query,
+            {u"0001|Centro|Madrid|Falso"_s, u"0002|L'Eixample|Barcelona|Falso"_s, u"0003|Triana|Sevilla|Falso"_s});
 
-  const int bank = tour.Id(QStringLiteral("SELECT IDBanco FROM Bancos WHERE Numero='9991'"));
+  const int bank = tour.Id(u"SELECT IDBanco FROM Bancos WHERE Numero='9991'");
   tour.Windows().On("frmBanco", [&](const DialogUser& dialog) {
     auto* grid = dialog.Find<QTableView>("msgSucursales");
     grid->selectRow(0);
     dialog.Press("cmdBanco_1");
     grid->selectRow(2);
     dialog.Press("cmdBanco_2");
-    tour.Picture(dialog, QStringLiteral("frmBanco-modificar"));
+    tour.Picture(dialog, u"frmBanco-modificar"_s);
     dialog.Press("cmdBanco_3");
   });
   tour.Windows().On("frmSucursal", [](const DialogUser& dialog) {
-    dialog.Type("txtSucursales_1", QStringLiteral("Puerta del Sol"));
+    dialog.Type("txtSucursales_1", u"Puerta del Sol"_s);
     dialog.Press("cmdSucursales_0");
   });
   tour.Windows().Answer(QMessageBox::Yes);
-  tour.Step(QStringLiteral("Bancos: cambiar una sucursal, eliminar otra"),
-            {.node = bancos, .action = modificar, .id = bank}, query,
-            {QStringLiteral("0001|Puerta del Sol|Madrid|Falso"), QStringLiteral("0002|L'Eixample|Barcelona|Falso"),
-             QStringLiteral("0003|Triana|Sevilla|Verdadero")});
+  tour.Step(u"Bancos: cambiar una sucursal, eliminar otra"_s,
+            {.node = node.Bancos(), .action = action.Modificar(), .id = bank}, query,
+            {u"0001|Puerta del Sol|Madrid|Falso"_s, u"0002|L'Eixample|Barcelona|Falso"_s,
+             u"0003|Triana|Sevilla|Verdadero"_s});
 
   tour.Windows().On("frmSucursal", [](const DialogUser& dialog) {
-    FillBranch(dialog, "0004", QStringLiteral("Casco Viejo"), "48005");
+    FillBranch(dialog, "0004", u"Casco Viejo"_s, "48005");
     dialog.Press("cmdSucursales_0");
   });
-  tour.Step(QStringLiteral("Sucursales: agregar desde el árbol"), {.node = sucursales, .action = agregar, .aux = bank},
-            query + QStringLiteral(" DESC"),
-            {QStringLiteral("0004|Casco Viejo|Bizkaia|Falso"), QStringLiteral("0003|Triana|Sevilla|Verdadero"),
-             QStringLiteral("0002|L'Eixample|Barcelona|Falso"), QStringLiteral("0001|Puerta del Sol|Madrid|Falso")});
+  tour.Step(u"Sucursales: agregar desde el árbol"_s,
+            {.node = node.Sucursales(), .action = action.Agregar(), .aux = bank}, query + u" DESC"_s,
+            {u"0004|Casco Viejo|Bizkaia|Falso"_s, u"0003|Triana|Sevilla|Verdadero"_s,
+             u"0002|L'Eixample|Barcelona|Falso"_s, u"0001|Puerta del Sol|Madrid|Falso"_s});
 }
 
 void WalkDeletions(Tour& tour) {
-  const int spain = tour.Id(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='España'"));
+  const int spain = tour.Id(u"SELECT IDPais FROM Paises WHERE Nombre='España'");
   tour.Windows().Answer(QMessageBox::Ok);
-  tour.Step(QStringLiteral("Eliminar un país en uso: se rechaza"), {.node = paises, .id = spain, .deletes = true},
-            QStringLiteral("SELECT Eliminado FROM Paises WHERE IDPais=%1").arg(spain), {QStringLiteral("Falso")});
-  const int bank = tour.Id(QStringLiteral("SELECT IDBanco FROM Bancos WHERE Numero='9991'"));
-  tour.Step(QStringLiteral("Eliminar un banco con sus sucursales"), {.node = bancos, .id = bank, .deletes = true},
-            QStringLiteral("SELECT DISTINCT Eliminado FROM Sucursales WHERE codBanco=%1").arg(bank),
-            {QStringLiteral("Verdadero")});
+  tour.Step(u"Eliminar un país en uso: se rechaza"_s, {.node = node.Paises(), .id = spain, .deletes = true},
+            StatementText(u"SELECT Eliminado FROM Paises WHERE IDPais={}", spain), {u"Falso"_s});
+  const int bank = tour.Id(u"SELECT IDBanco FROM Bancos WHERE Numero='9991'");
+  tour.Step(u"Eliminar un banco con sus sucursales"_s, {.node = node.Bancos(), .id = bank, .deletes = true},
+            StatementText(u"SELECT DISTINCT Eliminado FROM Sucursales WHERE codBanco={}", bank), {u"Verdadero"_s});
 }
 
 // The nodes whose dialogs this version does not have answer with one message each.
 void WalkTheRest(Tour& tour) {
-  for (const int node : {15, 16, 17, 18, 21, 25, 26, 27, 30, 32, 34, 35, 36}) {
+  for (const int missing : {15, 16, 17, 18, 21, 25, 26, 27, 30, 32, 34, 35, 36}) {
     tour.Windows().Answer(QMessageBox::Ok);
-    tour.Step(QStringLiteral("Nodo %1: un mensaje").arg(node), {.node = node, .action = modificar, .id = 1}, {}, {});
+    tour.Step(u"Nodo %1: un mensaje"_s.arg(missing), {.node = missing, .action = action.Modificar(), .id = 1}, {}, {});
   }
 }
 

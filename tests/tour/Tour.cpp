@@ -9,23 +9,25 @@
 #include <QDir>
 #include <QTextStream>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 
 Tour::Tour(const QString& folder) : m_folder(folder) {
   QDir(folder).removeRecursively();
   QDir().mkpath(folder);
-  const QString connection = database::ConnectionStringForFile(folder + QStringLiteral("/demostracion.db"));
+  const QString connection = database::ConnectionStringForFile(folder + u"/demostracion.db"_s);
   database::PrepareDatabase(connection, database::Content::Demonstration);
   m_real = database::CreateConnection(connection);
   m_reader = database::CreateConnection(connection);
   m_reader->Open();
   m_recording = std::make_unique<support::RecordingConnection>(*m_real);
   m_session.connection = m_recording.get();
-  m_session.title = QStringLiteral("Configuración");
+  m_session.title = u"Configuración"_s;
   m_session.userId = 1;
-  m_session.userName = QStringLiteral("Administrador");
+  m_session.userName = u"Administrador"_s;
   m_session.userKind = 1;
-  m_session.settingsFile = folder + QStringLiteral("/ajustes.ini");
+  m_session.settingsFile = folder + u"/ajustes.ini"_s;
   host::RegisterClasses(m_session);
   m_services = std::make_unique<host::cPrincipal>(m_session);
 }
@@ -42,24 +44,23 @@ void Tour::Step(const QString& title, const Request& request, const QString& que
     automation::Put(m_services.get(), "Accion", request.action);
     automation::Put(m_services.get(), "IDSeleccionado", request.id);
     automation::Put(m_services.get(), "IDAux", request.aux);
-    const auto component = automation::CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
+    const auto component = automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
     automation::Call(component.get(), request.deletes ? "EliminarRegistro" : "PasarDatos", m_services.get());
   } catch (const automation::Error& error) {
-    result.problems.append(QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description()));
+    result.problems.append(u"error %1: %2"_s.arg(error.Number()).arg(error.Description()));
   }
   result.problems += m_driver.TakeProblems();
   m_driver.TakeBoxes();
   result.written = m_recording->Writes();
   result.written.removeIf([](const QString& statement) { return statement.contains(u"BloqueoRegistros"); });
   if (!query.isEmpty() && Rows(query) != expected) {
-    result.problems.append(QStringLiteral("se esperaba [%1] y hay [%2]")
-                               .arg(expected.join(QStringLiteral("; ")), Rows(query).join(QStringLiteral("; "))));
+    result.problems.append(u"se esperaba [%1] y hay [%2]"_s.arg(expected.join(u"; "_s), Rows(query).join(u"; "_s)));
   }
   m_results.append(result);
 }
 
 void Tour::Picture(const support::DialogUser& dialog, const QString& name) {
-  dialog.Screenshot(m_folder + u'/' + name + QStringLiteral(".png"));
+  dialog.Screenshot(m_folder + u'/' + name + u".png"_s);
 }
 
 QStringList Tour::Rows(const QString& query) {
@@ -75,19 +76,15 @@ QStringList Tour::Rows(const QString& query) {
   return lines;
 }
 
-int Tour::Id(const QString& query) {
-  return Rows(query).value(0).toInt();
-}
-
 bool Tour::Report() const {
   QTextStream out(stdout);
   qsizetype failed = 0;
   out << "Paso                                               | Escrito en la base de datos\n"
       << QString(51, u'-') << '+' << QString(80, u'-') << '\n';
   for (const Result& result : m_results) {
-    QStringList lines = result.written.isEmpty() ? QStringList(QStringLiteral("(nada)")) : result.written;
+    QStringList lines = result.written.isEmpty() ? QStringList(u"(nada)"_s) : result.written;
     for (const QString& problem : result.problems) {
-      lines.append(QStringLiteral("FALLO: ") + problem);
+      lines.append(u"FALLO: "_s + problem);
     }
     failed += result.problems.isEmpty() ? 0 : 1;
     for (qsizetype i = 0; i < lines.size(); ++i) {

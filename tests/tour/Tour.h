@@ -5,6 +5,7 @@
 
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
+#include "platform/adodb/Statement.h"
 
 #include <functional>
 #include <memory>
@@ -37,7 +38,11 @@ class Tour {
   support::Driver& Windows() { return m_driver; }
   /// A dialog's picture, as NAME.png in the folder.
   void Picture(const support::DialogUser& dialog, const QString& name);
-  int Id(const QString& query);
+  /// The first value of the first row, as a number.
+  template <typename... Values>
+  int Id(std::type_identity_t<adodb::Statement<Values...>> query, const Values&... values) {
+    return Rows(query.Text(values...)).value(0).toInt();
+  }
   QStringList Rows(const QString& query);
 
   /// Prints the table of the steps; true when none failed.

@@ -11,10 +11,12 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 // kel-tour LIBRARY FOLDER: walks through the dialogs of the component library and leaves the pictures in the folder.
 int main(int argc, char** argv) {
   const QTemporaryDir registry;
-  qputenv("KEL_CLASES", registry.filePath(QStringLiteral("clases.ini")).toUtf8());
+  qputenv("KEL_CLASES", registry.filePath(u"clases.ini"_s).toUtf8());
   QApplication application(argc, argv);
   if (argc != 3) {
     std::fputs("Uso: kel-tour BIBLIOTECA CARPETA\n", stderr);
@@ -22,7 +24,7 @@ int main(int argc, char** argv) {
   }
   QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
   QTranslator translator;
-  if (translator.load(QStringLiteral("/usr/share/qt6/translations/qtbase_es.qm"))) {
+  if (translator.load(u"/usr/share/qt6/translations/qtbase_es.qm"_s)) {
     QApplication::installTranslator(&translator);
   }
   try {

@@ -25,6 +25,7 @@ const NumberedText texts[] = {
     {91, "Variable de objeto o bloque With no establecido"},
     {94, "Uso no válido de Null"},
     {326, "No se encuentra el recurso con ese identificador"},
+    {400, "El formulario ya se muestra; no se puede mostrar modalmente"},
     {424, "Se requiere un objeto"},
     {429, "El componente no puede crear el objeto"},
     {438, "El objeto no admite esta propiedad o método"},

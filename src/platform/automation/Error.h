@@ -16,6 +16,7 @@ enum ErrorNumber : int {
   ObjectNotSet = 91,
   InvalidUseOfNull = 94,
   ResourceNotFound = 326,
+  FormAlreadyShown = 400,
   ObjectRequired = 424,
   CannotCreateObject = 429,
   NoSuchMember = 438,

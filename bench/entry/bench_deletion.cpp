@@ -1,0 +1,160 @@
+// Check and deletion of a record of every node on a database with a million collaborators, donations and
+// subscriptions, beside one with a thousand of each; and how the engine serves the checks.
+
+#include "database/Database.h"
+#include "database/dialect/Lexer.h"
+#include "database/dialect/StatementWriter.h"
+#include "database/sqlite/SqliteHandle.h"
+#include "entry/Deletion.h"
+#include "framework/HostServices.h"
+#include "framework/Platform.h"
+#include "host/services/Session.h"
+#include "host/services/cPrincipal.h"
+#include "support/Race.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <map>
+
+using adodb::Execute;
+
+namespace {
+
+constexpr int few = 1000;
+constexpr int many = 1000000;
+constexpr int rounds = 31;
+
+// Refusals answer themselves.
+class Silent : public Platform {
+ public:
+  Silent() { Install(this); }
+  ~Silent() override { Install(nullptr); }
+  int MsgBox(const QString& /*text*/, int /*style*/, const QString& /*title*/) override { return vbOK; }
+  void Beep() override {}
+};
+
+adodb::Verbatim Name(const char16_t* name) {
+  return {QString::fromUtf16(name)};
+}
+
+class Office {
+ public:
+  explicit Office(int size) {
+    database::PrepareDatabase(m_text, database::Content::Reference);
+    m_connection = database::CreateConnection(m_text);
+    m_connection->Open();
+    m_connection->BeginTrans();
+    for (int i = 0; i < size; ++i) {
+      const int mark = i % 2 == 0 ? 0 : -1;
+      Execute(*m_connection,
+              u"INSERT INTO Colaboradores(Nombre,CodDiocesis,CodProvincia,codpais,CodCobrador,Eliminado) "
+              u"VALUES('Nombre',{},{},35,{},{})",
+              i % 60 + 1, i % 52 + 1, i % 9, mark);
+      Execute(*m_connection,
+              u"INSERT INTO Donativos(CodColaborador,CodTipoDonativo,CodDeduccion_Comunidad,CodEmisor_Cuenta,Importe,"
+              u"Eliminado) VALUES({},{},{},{},10,{})",
+              i, i % 12, i % 15, i % 3 + 1, mark);
+      Execute(*m_connection,
+              u"INSERT INTO Suscripciones(CodColaborador,CodTipoPublicacion,CodEmisor_Cuenta,NumeroEjemplares,Importe,"
+              u"Eliminado) VALUES({},{},{},1,10,{})",
+              i, i % 5, i % 3 + 1, mark);
+    }
+    Execute(*m_connection, u"INSERT INTO Emisores(Nombre) VALUES('Uno')");
+    for (int i = 0; i < 3; ++i) {
+      Execute(*m_connection, u"INSERT INTO Emisores_Cuentas(CodEmisor) VALUES(1)");
+    }
+    m_connection->CommitTrans();
+    m_connection->Close();
+    m_connection->Open();
+    m_session.connection = m_connection.get();
+    m_services = std::make_unique<host::cPrincipal>(m_session);
+  }
+
+  // Records of the rule's table that nobody refers to, made beforehand.
+  QList<int> Spare(const deletion::Rule& rule, int count) const {
+    QList<int> ids;
+    m_connection->BeginTrans();
+    for (int i = 0; i < count; ++i) {
+      Execute(*m_connection, u"INSERT INTO {}(Eliminado) VALUES(0)", Name(rule.table));
+      ids.append(Execute(*m_connection, u"SELECT MAX({}) AS N FROM {}", Name(rule.key), Name(rule.table))
+                     ->Field(u"N")
+                     .toInt());
+    }
+    m_connection->CommitTrans();
+    return ids;
+  }
+
+  void Delete(int node, int id) const {
+    objApi() = HostServices(m_services.get());
+    deletion::Delete(node, id);
+  }
+
+  void PrintPlan(const deletion::Rule& rule) const {
+    const database::SqliteHandle handle(database::ConnectionString(m_text), database::SqliteHandle::Missing::Refuse);
+    const QString text = rule.references->Text(7);
+    database::Lexer lexer;
+    lexer.Read(text);
+    const database::Plan plan = database::Translate(database::Schema::Current(), text, lexer.Tokens());
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(handle.Engine(), ("EXPLAIN QUERY PLAN " + plan.sql).constData(), -1, &statement, nullptr);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+      std::printf("    %s\n", reinterpret_cast<const char*>(sqlite3_column_text(statement, 3)));
+    }
+    sqlite3_finalize(statement);
+  }
+
+ private:
+  QTemporaryDir m_folder;
+  QString m_text = database::ConnectionStringForFile(m_folder.filePath(QStringLiteral("kel.db")));
+  std::unique_ptr<adodb::Connection> m_connection;
+  host::Session m_session;
+  std::unique_ptr<host::cPrincipal> m_services;
+};
+
+void RaceOfDeletions(const Office& large, const Office& small, const deletion::Rule& rule) {
+  QList<int> inLarge = large.Spare(rule, rounds);
+  QList<int> inSmall = small.Spare(rule, rounds);
+  std::vector<bench::Contestant> contestants{
+      {"with a million", [&] { large.Delete(rule.node, inLarge.takeFirst()); }},
+      {"with a thousand", [&] { small.Delete(rule.node, inSmall.takeFirst()); }},
+  };
+  bench::Race(contestants, rounds);
+  bench::Report("Delete from " + Name(rule.table).text.toStdString(), contestants, {1.2});
+}
+
+// A record that half of all rows refer to: the first reference found must be enough.
+void RaceOfRefusals(const Office& large, const Office& small, const deletion::Rule& rule, int id) {
+  std::vector<bench::Contestant> contestants{
+      {"with a million", [&] { large.Delete(rule.node, id); }},
+      {"with a thousand", [&] { small.Delete(rule.node, id); }},
+  };
+  bench::Race(contestants, rounds);
+  bench::Report("Refusal in " + Name(rule.table).text.toStdString(), contestants, {1.2});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const Silent platform;
+  const Office small(few);
+  const Office large(many);
+  for (const deletion::Rule& rule : deletion::Rules()) {
+    if (rule.references) {
+      RaceOfDeletions(large, small, rule);
+      large.PrintPlan(rule);
+    }
+  }
+  for (const deletion::Rule& rule : deletion::Rules()) {
+    // Records with live references among the million.
+    const std::map<int, int> referred{{16, 1}, {17, 2}, {18, 1}, {20, 35}, {22, 27}};
+    if (const auto found = referred.find(rule.node); found != referred.end()) {
+      RaceOfRefusals(large, small, rule, found->second);
+    }
+  }
+  return 0;
+}

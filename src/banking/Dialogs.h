@@ -1,0 +1,10 @@
+#pragma once
+
+#include "framework/MaintenanceForm.h"
+
+/// The dialogs of banks. Each is opened by a request of the host, or in the middle of another dialog
+/// (MaintenanceForm::OpenNested).
+
+std::unique_ptr<MaintenanceForm> CreateFrmBanco();
+/// A new branch, written at once, of the bank whose key is in `IDAux`.
+std::unique_ptr<MaintenanceForm> CreateFrmSucursal();

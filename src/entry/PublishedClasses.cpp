@@ -1,0 +1,25 @@
+#include "entry/PublishedClasses.h"
+
+#include "banking/cSucursal.h"
+#include "entry/CPrincipal.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Object>
+std::unique_ptr<QObject> Create() {
+  return std::make_unique<Object>();
+}
+
+}  // namespace
+
+std::span<const PublishedClass> PublishedClasses() {
+  static const std::array classes{
+      PublishedClass{u"KelConfiguracion.CPrincipal"_s, &Create<CPrincipal>},
+      PublishedClass{u"KelConfiguracion.cSucursal"_s, &Create<cSucursal>},
+  };
+  return classes;
+}

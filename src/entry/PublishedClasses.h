@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+#include <span>
+
+/// A class that the component publishes.
+struct PublishedClass {
+  QString progId;
+  std::unique_ptr<QObject> (*create)();
+};
+
+std::span<const PublishedClass> PublishedClasses();

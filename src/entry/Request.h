@@ -1,0 +1,23 @@
+#pragma once
+
+#include "framework/HostServices.h"
+
+/// One call of the host while it lasts: makes the services object that it brought the component's `objApi`.
+///
+/// A call that comes while another one is under way (from a timer or a socket of the host, or from a dialog that asks
+/// for another node) gives the outer one its services object back at its end, whichever way it ends, and an open
+/// connection. `objApi` of an outermost call stays set until the next one.
+class Request {
+ public:
+  explicit Request(QObject* services);
+  Request(const Request&) = delete;
+  Request& operator=(const Request&) = delete;
+  ~Request();
+
+ private:
+  bool m_isNested;
+  HostServices m_outerServices;
+};
+
+/// Opens a closed connection with its own stored connection string; leaves an open one as it is.
+void OpenStored(adodb::Connection& connection);

@@ -1,7 +1,0 @@
-#include "framework/Controles.h"
-
-#include <QComboBox>
-
-qint32 ItemData(const QComboBox* combo) {
-  return combo->currentData(Qt::UserRole).toInt();
-}

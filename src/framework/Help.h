@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+/// The application's help file, which F1 opens in every dialog.
+namespace Help {
+
+void SetFile(const QString& path);
+void Show();
+
+}  // namespace Help

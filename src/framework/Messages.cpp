@@ -1,0 +1,32 @@
+#include "framework/Messages.h"
+
+#include "framework/HostServices.h"
+#include "framework/Platform.h"
+#include "resources/StringTable.h"
+
+using resources::LoadResString;
+using namespace Qt::StringLiterals;
+
+int ShowMessage(int stringId, int style) {
+  return ShowText(LoadResString(stringId), style);
+}
+
+int ShowMessageWithBeep(int stringId, int style) {
+  Platform::Current().Beep();
+  return ShowMessage(stringId, style);
+}
+
+int ShowText(const QString& text, int style) {
+  return Platform::Current().MsgBox(text, style, objApi().tituloaplicacion());
+}
+
+void ShowError(int stringId, const automation::Error& error) {
+  ShowText(LoadResString(stringId) + QString::number(error.Number()) + u": "_s + error.Description(), vbCritical);
+}
+
+void ReportError(const automation::Error& error, const QString& procedure, const QString& entity,
+                 const QString& component) {
+  automation::Err().Set(error);
+  objApi().VerError(procedure, entity, component);
+  automation::Err().Clear();
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "framework/Form.h"
+
+/// The end of the session (the session manager's request) and a termination signal (SIGTERM, SIGINT, SIGHUP), as the
+/// open forms learn of them.
+namespace Termination {
+
+/// While one lives, both are heard and close the open forms from the topmost down, with unload modes 2 and 3; a form
+/// that the user keeps open stops that. Message boxes over a form are dismissed first. After a signal the next form is
+/// asked when the handler that showed the one above it has ended. The session manager waits for its answer, so the end
+/// of the session closes one form a time and is refused while others remain. Watches nest; only the outermost counts.
+/// Where a signal closed every form, the outermost watch raises it again at its end, for the handler that was there
+/// before (the process ends where there was none).
+class Watch {
+ public:
+  Watch();
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+  ~Watch();
+};
+
+/// Closes the topmost form or box. True when none is open any more.
+bool CloseForms(Form::UnloadMode mode);
+
+}  // namespace Termination

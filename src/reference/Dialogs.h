@@ -1,0 +1,10 @@
+#pragma once
+
+#include "framework/MaintenanceForm.h"
+
+/// The dialogs of the reference tables. Each is opened by a request of the host, or in the middle of another dialog
+/// (MaintenanceForm::OpenNested).
+
+std::unique_ptr<MaintenanceForm> CreateFrmPais();
+/// Under the action `Nuevo` the caller may fix the province's country in `IDAux`.
+std::unique_ptr<MaintenanceForm> CreateFrmProvincia();
