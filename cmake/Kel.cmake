@@ -4,7 +4,6 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
-set(CMAKE_AUTOUIC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
@@ -30,10 +29,16 @@ function(kel_precompiled target)
 endfunction()
 
 # kel_folder(<target> <sources...>): the static library of one folder of src/. Headers are included from src/
-# ("framework/Form.h"); what a folder may include is what its target links.
+# ("framework/Form.h"); what a folder may include is what its target links. Layouts (NAME.ui) become ui_NAME.h, by rules
+# that the build follows when a layout changes.
 function(kel_folder target)
-  add_library(${target} STATIC ${ARGN})
-  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  set(sources ${ARGN})
+  set(layouts ${ARGN})
+  list(FILTER sources EXCLUDE REGEX "\\.ui$")
+  list(FILTER layouts INCLUDE REGEX "\\.ui$")
+  qt_wrap_ui(sources ${layouts})
+  add_library(${target} STATIC ${sources})
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
   kel_precompiled(${target})
 endfunction()
 
