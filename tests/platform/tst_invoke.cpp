@@ -30,6 +30,11 @@ class Service : public QObject {
   Q_INVOKABLE QObject* Mismo(QObject* object) { return object; }
   Q_INVOKABLE int CuentaHijos(const QObjectList& objects) { return static_cast<int>(objects.size()); }
   Q_INVOKABLE void Cambiar(QObject*& object) { object = this; }
+  Q_INVOKABLE void Reunir(QObjectList& objects, automation::Currency& amount, adodb::Connection*& connection) {
+    objects.append(this);
+    amount = Currency::FromScaled(amount.Scaled() + 1);
+    connection = nullptr;
+  }
   Q_INVOKABLE QString PorClase(Service* service) {
     return service == nullptr ? QStringLiteral("nada") : QStringLiteral("sí");
   }
@@ -91,6 +96,14 @@ class tst_invoke : public QObject {
     QObject* object = nullptr;
     Call(&service, "Cambiar", Ref(object));
     QCOMPARE(object, &service);
+
+    QObjectList objects{this};
+    Currency amount = Currency::FromScaled(125000);
+    auto* connection = reinterpret_cast<adodb::Connection*>(this);
+    Call(&service, "Reunir", Ref(objects), Ref(amount), Ref(connection));
+    QCOMPARE(objects, (QObjectList{this, &service}));
+    QCOMPARE(amount.Scaled(), 125001);
+    QCOMPARE(connection, nullptr);
   }
 
   void Objects() {

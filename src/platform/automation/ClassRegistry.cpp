@@ -2,7 +2,6 @@
 
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
-#include "platform/automation/Invoke.h"
 
 #include <QDir>
 #include <QFile>
@@ -140,10 +139,6 @@ int UnloadUnusedLibraries() {
     } else {
       ++entry;
     }
-  }
-  if (unloaded > 0) {
-    // Another library may come to stand where the unloaded one stood.
-    ForgetMembers();
   }
   return unloaded;
 }

@@ -29,6 +29,7 @@ ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_un
                                         .arg(ErrorText(CannotCreateObject), path));
   }
   m_private->library.setFileName(path);
+  m_private->library.setLoadHints(QLibrary::PreventUnloadHint);
   if (!m_private->library.load()) {
     throw Error(CannotCreateObject, QStringLiteral("%1: la biblioteca «%2» no se puede cargar (%3). Vuelva a instalar "
                                                    "el componente.")

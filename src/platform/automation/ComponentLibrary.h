@@ -32,7 +32,9 @@ using DllCanUnloadNowFunction = int (*)();
 /// registry file, or take them out.
 using DllRegistrationFunction = int (*)();
 
-/// A component library loaded for use.
+/// A component library loaded for use. Its code and data stay in memory until the program ends, also after Unload:
+/// texts and values that it handed over may be literals of its own, and Qt keeps pointers to the types and converters
+/// that its code has registered. Whoever loads a component library by other means must not unload it either.
 class ComponentLibrary {
  public:
   /// Loads the library. Raises 429 with a text for the user when it is missing or is no component library.
@@ -44,6 +46,7 @@ class ComponentLibrary {
   /// Raises 429 when the library does not have the class.
   std::unique_ptr<QObject> CreateObject(const QString& progId) const;
   bool CanUnloadNow() const;
+  /// Ends the use of the library through this object.
   void Unload();
   /// False when the registry file could not be written.
   bool Register() const;

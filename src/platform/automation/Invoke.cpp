@@ -87,13 +87,9 @@ Members Describe(const QMetaObject* metaObject) {
   return members;
 }
 
-std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>>& KnownClasses() {
-  static std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>> known;
-  return known;
-}
-
 const Members& MembersOf(const QMetaObject* metaObject) {
-  std::unique_ptr<const Members>& members = KnownClasses()[metaObject];
+  static std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>> known;
+  std::unique_ptr<const Members>& members = known[metaObject];
   if (!members) {
     members = std::make_unique<const Members>(Describe(metaObject));
   }
@@ -171,10 +167,6 @@ QVariant Method::Call(QObject* object, std::span<Argument> arguments) const {
     throw Error(ObjectNotSet);
   }
   return Invoke(object, *static_cast<const Overloads*>(m_overloads), arguments);
-}
-
-void ForgetMembers() {
-  KnownClasses().clear();
 }
 
 QVariant Get(QObject* object, QByteArrayView name) {
