@@ -8,6 +8,7 @@
 #include "support/Driver.h"
 #include "support/TestProgram.h"
 
+#include <QLibrary>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -16,6 +17,8 @@ using automation::Error;
 using support::DialogUser;
 
 namespace {
+
+const QString componentFile = QStringLiteral(COMPONENT);
 
 // One row of one column, whatever was asked.
 class OneRow : public adodb::Recordset {
@@ -108,7 +111,20 @@ class tst_component_reload : public QObject {
   void initTestCase() {
     qputenv("KEL_CLASES", m_folder.filePath(QStringLiteral("clases.ini")).toUtf8());
     automation::RegisterClass(QStringLiteral("KelAPI.cPrincipal"), [] { return std::make_unique<OwnServices>(); });
-    QVERIFY(automation::ComponentLibrary(QStringLiteral(COMPONENT)).Register());
+    QVERIFY(automation::ComponentLibrary(componentFile).Register());
+  }
+
+  void FactoriesAreRefusedWithANumber() {
+    using automation::ClassFactory;
+    const auto getClassObject =
+        reinterpret_cast<automation::DllGetClassObjectFunction>(QLibrary::resolve(componentFile, "DllGetClassObject"));
+    QVERIFY(getClassObject != nullptr);
+    QCOMPARE(getClassObject("KelConfiguracion.CPrincipal", nullptr), int(automation::LibraryNoPlace));
+    for (const char* progId : {static_cast<const char*>(nullptr), "KelConfiguracion.NoHay"}) {
+      ClassFactory* factory = reinterpret_cast<ClassFactory*>(this);
+      QCOMPARE(getClassObject(progId, &factory), int(automation::LibraryClassNotAvailable));
+      QCOMPARE(factory, nullptr);
+    }
   }
 
   void KeptValuesOutliveTheLibrary() {

@@ -137,6 +137,7 @@ class tst_invoke : public QObject {
     } catch (const Error& error) {
       QVERIFY(error.Description().startsWith(QStringLiteral("El objeto no admite esta propiedad o método")));
       QVERIFY(error.Description().contains(QStringLiteral("NoExiste")));
+      QCOMPARE(QString::fromUtf8(error.what()), error.Description());
     }
   }
 

@@ -29,7 +29,7 @@ QString DeleteOne(ComponentBridge& bridge, const Node& node, int id) {
     adodb::Connection& connection = bridge.OpenConnection();
     return IsDeleted(connection, node, id) ? QString() : ReasonForKeeping(connection, node, id);
   } catch (const automation::Error& error) {
-    return QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description());
+    return QStringLiteral("error %1: %2").arg(QString::number(error.Number()), error.Description());
   }
 }
 

@@ -40,7 +40,8 @@ QString Question(const Node& node, const QList<DeletionTarget>& targets) {
   if (targets.size() == 1) {
     return QStringLiteral("¿Desea eliminar %1 «%2»?").arg(node.record, targets.first().name);
   }
-  return QStringLiteral("¿Desea eliminar los %1 registros seleccionados de «%2»?").arg(targets.size()).arg(node.title);
+  return QStringLiteral("¿Desea eliminar los %1 registros seleccionados de «%2»?")
+      .arg(QString::number(targets.size()), node.title);
 }
 
 }  // namespace

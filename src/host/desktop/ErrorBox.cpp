@@ -7,7 +7,7 @@ namespace host {
 namespace {
 
 QString Details(const automation::Error& error) {
-  QString text = QStringLiteral("%1\n\nError %2").arg(error.Description()).arg(error.Number());
+  QString text = QStringLiteral("%1\n\nError %2").arg(error.Description(), QString::number(error.Number()));
   if (!error.Source().isEmpty()) {
     text += QStringLiteral(" · Origen: ") + error.Source();
   }

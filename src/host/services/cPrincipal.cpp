@@ -123,8 +123,9 @@ void cPrincipal::CargarAnchos(QObject* rejilla, const QString& clave, const QStr
 
 void cPrincipal::VerError(const QString& procedimiento, const QString& entidad, const QString& componente) {
   const automation::ErrObject& error = automation::Err();
-  const QString what = error.Number == 0 ? QStringLiteral("Se ha producido un error del que no se conocen más datos.")
-                                         : QStringLiteral("Error %1: %2").arg(error.Number).arg(error.Description);
+  const QString what = error.Number == 0
+                           ? QStringLiteral("Se ha producido un error del que no se conocen más datos.")
+                           : QStringLiteral("Error %1: %2").arg(QString::number(error.Number), error.Description);
   const QStringList origin{componente, entidad, procedimiento};
   ShowMessage(QMessageBox::Critical, what + QStringLiteral("\n\nOrigen: ") + origin.join(QStringLiteral(" / ")),
               m_session.title);

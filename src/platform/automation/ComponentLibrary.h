@@ -20,11 +20,12 @@ enum LibraryResult : int {
   LibraryOk = 0,                           ///< done; for DllCanUnloadNow: nothing is in use
   LibraryFalse = 1,                        ///< DllCanUnloadNow: objects are alive
   LibraryClassNotAvailable = -2147221231,  ///< DllGetClassObject: no such class in this library (0x80040111)
+  LibraryNoPlace = -2147467261,            ///< DllGetClassObject: no place for the factory (0x80004003)
   LibraryFailed = -2147467259,             ///< registration: the registry file cannot be written (0x80004005)
 };
 
 /// `int DllGetClassObject(const char* progId, automation::ClassFactory** factory)`: the factory of the class, with
-/// the ProgID in UTF-8 and in any case.
+/// the ProgID in UTF-8 and in any case. Without a ProgID there is no such class; after an error the factory is null.
 using DllGetClassObjectFunction = int (*)(const char*, ClassFactory**);
 /// `int DllCanUnloadNow()`
 using DllCanUnloadNowFunction = int (*)();

@@ -58,7 +58,7 @@ Error::Error(int number, QString description, QString source)
     : m_number(number),
       m_description(std::move(description)),
       m_source(std::move(source)),
-      m_what(QByteArray::number(m_number) + ": " + m_description.toUtf8()) {}
+      m_what(m_description.toUtf8()) {}
 
 Error::~Error() = default;
 
