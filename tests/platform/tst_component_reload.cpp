@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using automation::Call;
 using automation::Error;
 using support::DialogUser;
@@ -26,10 +28,10 @@ class OneRow : public adodb::Recordset {
   int State() const override { return adodb::StateOpen; }
   bool AtEnd() const override { return m_atEnd; }
   void MoveNext() override { m_atEnd = true; }
-  QVariant Field(QStringView /*name*/) override { return QStringLiteral("España"); }
-  QVariant Field(int /*position*/) override { return QStringLiteral("España"); }
+  QVariant Field(QStringView /*name*/) override { return u"España"_s; }
+  QVariant Field(int /*position*/) override { return u"España"_s; }
   int FieldCount() const override { return 1; }
-  QString FieldName(int /*position*/) const override { return QStringLiteral("Nombre"); }
+  QString FieldName(int /*position*/) const override { return u"Nombre"_s; }
   void Close() override {}
 
  private:
@@ -109,8 +111,8 @@ class tst_component_reload : public QObject {
 
  private Q_SLOTS:
   void initTestCase() {
-    qputenv("KEL_CLASES", m_folder.filePath(QStringLiteral("clases.ini")).toUtf8());
-    automation::RegisterClass(QStringLiteral("KelAPI.cPrincipal"), [] { return std::make_unique<OwnServices>(); });
+    qputenv("KEL_CLASES", m_folder.filePath(u"clases.ini"_s).toUtf8());
+    automation::RegisterClass(u"KelAPI.cPrincipal"_s, [] { return std::make_unique<OwnServices>(); });
     QVERIFY(automation::ComponentLibrary(componentFile).Register());
   }
 
@@ -135,19 +137,16 @@ class tst_component_reload : public QObject {
       ModifyCountry();
       const Error refused = PasarDatosOfAnEmptyHost();
       QCOMPARE(automation::UnloadUnusedLibraries(), 1);
-      QCOMPARE(keptTexts.join(u' '), QStringLiteral("OwnServices frmPais IDPais controls"));
+      QCOMPARE(keptTexts.join(u' '), u"OwnServices frmPais IDPais controls"_s);
       QCOMPARE(keptValues.size(), 4);
       QVERIFY(!keptValues[0].value<QObjectList>().isEmpty());
-      QCOMPARE(keptValues.mid(1), (QVariantList{QStringLiteral("frmPais"), QStringLiteral("IDPais"), 35}));
-      QCOMPARE(refused.Description(),
-               QStringLiteral("El objeto no admite esta propiedad o método (QObject.strFichAyuda)"));
+      QCOMPARE(keptValues.mid(1), (QVariantList{u"frmPais"_s, u"IDPais"_s, 35}));
+      QCOMPARE(refused.Description(), u"El objeto no admite esta propiedad o método (QObject.strFichAyuda)"_s);
     }
   }
 
  private:
-  static std::unique_ptr<QObject> Component() {
-    return automation::CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
-  }
+  static std::unique_ptr<QObject> Component() { return automation::CreateObject(u"KelConfiguracion.CPrincipal"_s); }
 
   // A node that has no dialog.
   void OpenConnectionAndNothingElse() {
@@ -169,7 +168,7 @@ class tst_component_reload : public QObject {
     services.connection = &m_connection;
     support::Driver driver;
     driver.On("frmPais", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text("txtPais"), QStringLiteral("España"));
+      QCOMPARE(dialog.Text("txtPais"), u"España"_s);
       dialog.Close();
     });
     Call(Component().get(), "PasarDatos", &services);

@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 namespace {
@@ -85,7 +87,7 @@ Error CurrentError() {
   } catch (const std::bad_alloc&) {
     return Error(7);
   } catch (const std::exception& error) {
-    return Error(440, ErrorText(440) + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+    return Error(440, ErrorText(440) + u": "_s + QString::fromUtf8(error.what()));
   } catch (...) {
     return Error(440);
   }

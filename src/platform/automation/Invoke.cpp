@@ -13,6 +13,8 @@
 #include <unordered_map>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 namespace {
@@ -106,9 +108,9 @@ const Member* Find(const QObject* object, QByteArrayView name) {
 }
 
 [[noreturn]] void RaiseNoSuchMember(const QObject* object, QByteArrayView name) {
-  throw Error(NoSuchMember, QStringLiteral("%1 (%2.%3)")
-                                .arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
-                                     QString::fromUtf8(name)));
+  throw Error(NoSuchMember,
+              u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
+                                  QString::fromUtf8(name)));
 }
 
 const Overload& Choose(const Overloads& overloads, std::size_t argumentCount) {
