@@ -15,6 +15,8 @@
 #include <cstdio>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int rows = 100000;
@@ -35,11 +37,9 @@ void Check(sqlite3* engine, int code) {
 }
 
 QString InsertText(int i) {
-  return QStringLiteral(
-             "INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
-             "VALUES(%1,'%2','Oficina %1','Calle de la Constitución, %2','Alcalá de Henares','28801',28,35)")
-      .arg(i)
-      .arg(i % 10000, 4, 10, QLatin1Char('0'));
+  return u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
+         "VALUES(%1,'%2','Oficina %1','Calle de la Constitución, %2','Alcalá de Henares','28801',28,35)"_s.arg(i)
+             .arg(i % 10000, 4, 10, QLatin1Char('0'));
 }
 
 void RunText(sqlite3* engine, const QByteArray& text) {
@@ -88,7 +88,7 @@ void BenchInserts(Contestants& both) {
     bytes.push_back(texts.back().toUtf8());
     codes.push_back(QByteArray::number(i % 10000).rightJustified(4, '0'));
     names.push_back("Oficina " + QByteArray::number(i));
-    streets.push_back(QStringLiteral("Calle de la Constitución, ").toUtf8() + codes.back());
+    streets.push_back(u"Calle de la Constitución, "_s.toUtf8() + codes.back());
   }
   sqlite3* engine = both.native->Engine();
   const auto clearNative = [&] { both.native->Run("DELETE FROM Sucursales"); };
@@ -118,7 +118,7 @@ void BenchInserts(Contestants& both) {
                                         },
                                         {}}};
   for (int round = 0; round < rounds; ++round) {
-    both.connection->Execute(QStringLiteral("DELETE FROM Sucursales"));
+    both.connection->Execute(u"DELETE FROM Sucursales"_s);
     timed[0].milliseconds.push_back(bench::Milliseconds(timed[0].work));
     clearNative();
     timed[1].milliseconds.push_back(bench::Milliseconds(timed[1].work));
@@ -128,8 +128,8 @@ void BenchInserts(Contestants& both) {
   bench::Report("100,000 INSERT texts in one transaction", timed, {1.0, 3.0});
 }
 
-const QString readText = QStringLiteral(
-    "SELECT IDSucursal, Codigo, Nombre, Direccion, Poblacion, codProvincia FROM Sucursales WHERE codBanco>=0");
+const QString readText =
+    u"SELECT IDSucursal, Codigo, Nombre, Direccion, Poblacion, codProvincia FROM Sucursales WHERE codBanco>=0"_s;
 
 // The keys are read but not summed: the two tables were filled at other times.
 qint64 ReadByName(adodb::Connection& connection) {
@@ -201,28 +201,25 @@ void FillSubscriptions(const database::SqliteHandle& handle) {
 }
 
 QString PriceText(const QString& price) {
-  return QStringLiteral(
-             "UPDATE Suscripciones SET Importe = NumeroEjemplares * %1 WHERE IDSuscripcion IN (SELECT "
-             "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN "
-             "TipoPublicaciones ON Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) "
-             "ON Colaboradores.IDColaborador = Suscripciones.CodColaborador WHERE CodPais = 35 AND "
-             "IDTipoPublicacion = 1)")
-      .arg(price);
+  return u"UPDATE Suscripciones SET Importe = NumeroEjemplares * %1 WHERE IDSuscripcion IN (SELECT "
+         "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN "
+         "TipoPublicaciones ON Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) "
+         "ON Colaboradores.IDColaborador = Suscripciones.CodColaborador WHERE CodPais = 35 AND "
+         "IDTipoPublicacion = 1)"_s.arg(price);
 }
 
 void BenchUpdate(Contestants& both) {
-  std::vector<bench::Contestant> timed{
-      {"connection", [&] { both.connection->Execute(PriceText(QStringLiteral("'12,50'"))); }, {}},
-      {"C interface, the same with 12.50",
-       [&] { RunText(both.native->Engine(), PriceText(QStringLiteral("12.50")).toUtf8()); },
-       {}}};
+  std::vector<bench::Contestant> timed{{"connection", [&] { both.connection->Execute(PriceText(u"'12,50'"_s)); }, {}},
+                                       {"C interface, the same with 12.50",
+                                        [&] { RunText(both.native->Engine(), PriceText(u"12.50"_s).toUtf8()); },
+                                        {}}};
   bench::Race(timed, 5);
   bench::Report("price update of a million rows", timed, {1.05});
 }
 
 void Run(const QString& folder) {
-  const QString own = folder + QStringLiteral("/propia.db");
-  const QString other = folder + QStringLiteral("/directa.db");
+  const QString own = folder + u"/propia.db"_s;
+  const QString other = folder + u"/directa.db"_s;
   database::PrepareDatabase(database::ConnectionStringForFile(own), database::Content::Reference);
   {
     const database::SqliteHandle handle(database::ConnectionString(database::ConnectionStringForFile(own)),

@@ -7,6 +7,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int calls = 200000;
@@ -49,8 +51,8 @@ int main() {
   const automation::Method lock(&service, "BloqueoRegistro");
   QObject* object = &service;
   bool held = false;
-  const QString form = QStringLiteral("frmPais");
-  const QString column = QStringLiteral("IDPais");
+  const QString form = u"frmPais"_s;
+  const QString column = u"IDPais"_s;
   std::vector<bench::Contestant> long_calls{
       {"by name",
        [&] {

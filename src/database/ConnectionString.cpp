@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -28,7 +30,7 @@ QString ReadQuoted(QStringView text, qsizetype& position) {
       return value;
     }
   }
-  throw BadConnectionString(QStringLiteral("falta cerrar unas comillas"));
+  throw BadConnectionString(u"falta cerrar unas comillas"_s);
 }
 
 void SkipBlanks(QStringView text, qsizetype& position) {
@@ -44,7 +46,7 @@ QString ReadValue(QStringView text, qsizetype& position) {
     value = ReadQuoted(text, position);
     SkipBlanks(text, position);
     if (position < text.size() && text[position] != u';') {
-      throw BadConnectionString(QStringLiteral("sobra texto detrás de unas comillas"));
+      throw BadConnectionString(u"sobra texto detrás de unas comillas"_s);
     }
   } else {
     const qsizetype end = text.indexOf(u';', position);
@@ -68,18 +70,18 @@ ConnectionString::ConnectionString(const QString& text) {
     }
     const qsizetype equals = text.indexOf(u'=', position);
     if (equals < 0) {
-      throw BadConnectionString(QStringLiteral("falta un signo «=»"));
+      throw BadConnectionString(u"falta un signo «=»"_s);
     }
     const QString key = text.mid(position, equals - position).trimmed().toCaseFolded();
     position = equals + 1;
     if (seen.contains(key)) {
-      throw BadConnectionString(QStringLiteral("«%1» está repetido").arg(key));
+      throw BadConnectionString(u"«%1» está repetido"_s.arg(key));
     }
     seen.insert(key);
     Take(key, ReadValue(text, position));
   }
   if (m_file.isEmpty()) {
-    throw BadConnectionString(QStringLiteral("falta «Archivo»"));
+    throw BadConnectionString(u"falta «Archivo»"_s);
   }
 }
 
@@ -88,22 +90,22 @@ void ConnectionString::Take(const QString& key, const QString& value) {
     m_engine = value.toCaseFolded();
   } else if (key == u"archivo") {
     if (value.contains(QChar(0))) {
-      throw BadConnectionString(QStringLiteral("el nombre del archivo tiene un carácter nulo"));
+      throw BadConnectionString(u"el nombre del archivo tiene un carácter nulo"_s);
     }
     m_file = value;
   } else if (key == u"espera") {
     bool isNumber = false;
     m_wait = value.toInt(&isNumber);
     if (!isNumber || m_wait < 0 || m_wait > longestWait) {
-      throw BadConnectionString(QStringLiteral("«Espera» va de 0 a %1 milisegundos").arg(longestWait));
+      throw BadConnectionString(u"«Espera» va de 0 a %1 milisegundos"_s.arg(longestWait));
     }
   } else if (key == u"acceso") {
     if (value.compare(u"lectura", Qt::CaseInsensitive) != 0 && value.compare(u"escritura", Qt::CaseInsensitive) != 0) {
-      throw BadConnectionString(QStringLiteral("«Acceso» es «lectura» o «escritura»"));
+      throw BadConnectionString(u"«Acceso» es «lectura» o «escritura»"_s);
     }
     m_readOnly = value.compare(u"lectura", Qt::CaseInsensitive) == 0;
   } else {
-    throw BadConnectionString(QStringLiteral("no se conoce «%1»").arg(key));
+    throw BadConnectionString(u"no se conoce «%1»"_s.arg(key));
   }
 }
 
@@ -114,7 +116,7 @@ QString ConnectionString::Quoted(const QString& value) {
     return value;
   }
   QString doubled = value;
-  doubled.replace(u'"', QStringLiteral("\"\""));
+  doubled.replace(u'"', u"\"\""_s);
   return u'"' + doubled + u'"';
 }
 

@@ -5,6 +5,8 @@
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -12,7 +14,7 @@ namespace {
 ConnectionString Parsed(const QString& text) {
   ConnectionString target(text);
   if (target.Engine() != u"sqlite") {
-    throw BadConnectionString(QStringLiteral("no se conoce el motor «%1»; use «sqlite»").arg(target.Engine()));
+    throw BadConnectionString(u"no se conoce el motor «%1»; use «sqlite»"_s.arg(target.Engine()));
   }
   return target;
 }
@@ -24,7 +26,7 @@ std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionStr
 }
 
 QString ConnectionStringForFile(const QString& path) {
-  return QStringLiteral("Motor=sqlite;Archivo=") + ConnectionString::Quoted(path);
+  return u"Motor=sqlite;Archivo="_s + ConnectionString::Quoted(path);
 }
 
 void PrepareDatabase(const QString& connectionString, Content content) {

@@ -1,5 +1,7 @@
 #include "database/Errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 using automation::Error;
@@ -12,39 +14,36 @@ constexpr qsizetype longestQuotation = 60;
 QString Quotation(QStringView text) {
   QString shown = text.left(longestQuotation).toString().simplified();
   if (text.size() > longestQuotation) {
-    shown += QStringLiteral("…");
+    shown += u"…"_s;
   }
-  return QStringLiteral("«%1»").arg(shown);
+  return u"«%1»"_s.arg(shown);
 }
 
 QString PlatformText(int number) {
   switch (number) {
     case NoCurrentRow:
-      return QStringLiteral(
-          "El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un "
-          "registro actual.");
+      return u"El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un "
+             "registro actual."_s;
     case NoSuchField:
-      return QStringLiteral(
-          "No se encontró el elemento en la colección que corresponde al nombre o el ordinal solicitado.");
+      return u"No se encontró el elemento en la colección que corresponde al nombre o el ordinal solicitado."_s;
     case ObjectClosed:
-      return QStringLiteral("La operación no está permitida si el objeto está cerrado.");
+      return u"La operación no está permitida si el objeto está cerrado."_s;
     case ObjectOpen:
-      return QStringLiteral("La operación no está permitida si el objeto está abierto.");
+      return u"La operación no está permitida si el objeto está abierto."_s;
     case TransactionActive:
-      return QStringLiteral("Ya hay una transacción en curso; termínela antes de empezar otra.");
+      return u"Ya hay una transacción en curso; termínela antes de empezar otra."_s;
     case NoTransaction:
-      return QStringLiteral("No hay ninguna transacción en curso.");
+      return u"No hay ninguna transacción en curso."_s;
     case TransactionLost:
-      return QStringLiteral(
-          "La base de datos deshizo la transacción entera por un error anterior: no se ha guardado ninguno de sus "
-          "cambios. Anule la operación y repítala.");
+      return u"La base de datos deshizo la transacción entera por un error anterior: no se ha guardado ninguno de sus "
+             "cambios. Anule la operación y repítala."_s;
     default:
       return automation::ErrorText(number);
   }
 }
 
 QString ForColumn(const QString& column) {
-  return column.isEmpty() ? QString() : QStringLiteral(" (columna %1)").arg(column);
+  return column.isEmpty() ? QString() : u" (columna %1)"_s.arg(column);
 }
 
 }  // namespace
@@ -55,9 +54,8 @@ Error PlatformError(int number) {
 
 Error SyntaxErrorAt(const QString& problem, QStringView statement, qsizetype position) {
   const QStringView rest = statement.mid(position).trimmed();
-  const QString where =
-      rest.isEmpty() ? QStringLiteral("al final de la instrucción") : QStringLiteral("en %1").arg(Quotation(rest));
-  return Error(SyntaxError, QStringLiteral("Error de sintaxis en la instrucción SQL: %1, %2.").arg(problem, where));
+  const QString where = rest.isEmpty() ? u"al final de la instrucción"_s : u"en %1"_s.arg(Quotation(rest));
+  return Error(SyntaxError, u"Error de sintaxis en la instrucción SQL: %1, %2."_s.arg(problem, where));
 }
 
 Error RefusedStatement(const QString& reason) {
@@ -65,44 +63,44 @@ Error RefusedStatement(const QString& reason) {
 }
 
 Error MissingTable(QStringView name) {
-  return Error(NoSuchTable, QStringLiteral("La base de datos no tiene ninguna tabla que se llame %1. Compruebe el "
-                                           "nombre.")
-                                .arg(Quotation(name)));
+  return Error(NoSuchTable,
+               u"La base de datos no tiene ninguna tabla que se llame %1. Compruebe el "
+               "nombre."_s.arg(Quotation(name)));
 }
 
 Error MissingColumn(QStringView name) {
-  return Error(NoSuchColumn, QStringLiteral("Ninguna tabla de la instrucción tiene una columna que se llame %1. "
-                                            "Compruebe el nombre.")
-                                 .arg(Quotation(name)));
+  return Error(NoSuchColumn,
+               u"Ninguna tabla de la instrucción tiene una columna que se llame %1. "
+               "Compruebe el nombre."_s.arg(Quotation(name)));
 }
 
 Error AmbiguousColumn(QStringView name) {
-  return Error(NoSuchColumn, QStringLiteral("La columna %1 está en más de una tabla de la instrucción. Escriba "
-                                            "delante el nombre de la tabla.")
-                                 .arg(Quotation(name)));
+  return Error(NoSuchColumn,
+               u"La columna %1 está en más de una tabla de la instrucción. Escriba "
+               "delante el nombre de la tabla."_s.arg(Quotation(name)));
 }
 
 Error NotANumber(QStringView text, const QString& column) {
   return Error(automation::TypeMismatch,
-               QStringLiteral("No coinciden los tipos: %1 no es un número%2.").arg(Quotation(text), ForColumn(column)));
+               u"No coinciden los tipos: %1 no es un número%2."_s.arg(Quotation(text), ForColumn(column)));
 }
 
 Error NumberTooBig(QStringView text, const QString& column) {
   return Error(automation::Overflow,
-               QStringLiteral("Desbordamiento: el número %1 no cabe%2.").arg(Quotation(text), ForColumn(column)));
+               u"Desbordamiento: el número %1 no cabe%2."_s.arg(Quotation(text), ForColumn(column)));
 }
 
 Error BadConnectionString(const QString& problem) {
-  return Error(InvalidConnectionString, QStringLiteral("La cadena de conexión no es válida: %1. Ejemplo: "
-                                                       "Motor=sqlite;Archivo=\"/home/ana/kel.db\".")
-                                            .arg(problem));
+  return Error(InvalidConnectionString,
+               u"La cadena de conexión no es válida: %1. Ejemplo: "
+               "Motor=sqlite;Archivo=\"/home/ana/kel.db\"."_s.arg(problem));
 }
 
 Error BadSchema(int line, const QString& problem) {
-  return Error(InvalidSchema, QStringLiteral("La descripción del esquema está mal en la línea %1: %2. Vuelva a "
-                                             "instalar el programa.")
-                                  .arg(line)
-                                  .arg(problem));
+  return Error(InvalidSchema,
+               u"La descripción del esquema está mal en la línea %1: %2. Vuelva a "
+               "instalar el programa."_s.arg(line)
+                   .arg(problem));
 }
 
 }  // namespace database

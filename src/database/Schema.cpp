@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 static void InitializeResources() {
   Q_INIT_RESOURCE(esquema);
 }
@@ -47,27 +49,27 @@ class DescriptionReader {
     } else if ((kind == u"indice" || kind == u"unico" || kind == u"unico_vivo") && !words.isEmpty()) {
       AddIndex(words, kind, since);
     } else {
-      throw BadSchema(m_line, QStringLiteral("no se entiende"));
+      throw BadSchema(m_line, u"no se entiende"_s);
     }
   }
 
  private:
   Table& Current() {
     if (m_tables.empty()) {
-      throw BadSchema(m_line, QStringLiteral("falta la tabla"));
+      throw BadSchema(m_line, u"falta la tabla"_s);
     }
     return m_tables.back();
   }
 
   int TakeSince(QStringList& words) {
-    const QString mark = QStringLiteral("desde=");
+    const QString mark = u"desde="_s;
     if (!words.last().startsWith(mark)) {
       return m_tables.empty() || words.first() == u"tabla" ? 1 : m_tables.back().since;
     }
     bool isNumber = false;
     const int since = words.takeLast().mid(mark.size()).toInt(&isNumber);
     if (!isNumber || since < 1 || words.isEmpty()) {
-      throw BadSchema(m_line, QStringLiteral("versión incorrecta"));
+      throw BadSchema(m_line, u"versión incorrecta"_s);
     }
     return since;
   }
@@ -77,7 +79,7 @@ class DescriptionReader {
       return table.name.compare(name, Qt::CaseInsensitive) == 0;
     });
     if (repeated) {
-      throw BadSchema(m_line, QStringLiteral("tabla repetida"));
+      throw BadSchema(m_line, u"tabla repetida"_s);
     }
     Table table;
     table.name = name;
@@ -86,23 +88,23 @@ class DescriptionReader {
   }
 
   void AddColumn(const QString& name, const QString& typeText, bool nullable, int since) {
-    static const QRegularExpression form(QStringLiteral("^([a-z]+)(?:\\((\\d{1,5})\\))?$"));
+    static const QRegularExpression form(u"^([a-z]+)(?:\\((\\d{1,5})\\))?$"_s);
     const QRegularExpressionMatch match = form.match(typeText);
     const auto found = std::find_if(std::begin(typeNames), std::end(typeNames),
                                     [&](const TypeName& candidate) { return candidate.name == match.captured(1); });
     if (!match.hasMatch() || found == std::end(typeNames)) {
-      throw BadSchema(m_line, QStringLiteral("tipo desconocido"));
+      throw BadSchema(m_line, u"tipo desconocido"_s);
     }
     Table& table = Current();
     if (table.FindColumn(name) != nullptr || (found->type == ColumnType::Key) != table.columns.empty()) {
-      throw BadSchema(m_line, QStringLiteral("columna repetida o clave fuera de su sitio"));
+      throw BadSchema(m_line, u"columna repetida o clave fuera de su sitio"_s);
     }
     Column column;
     column.name = name;
     column.type = found->type;
     column.length = match.captured(2).toInt();
     column.required = IsNumericType(found->type) && !nullable;
-    column.defaultValue = column.required && found->type != ColumnType::Key ? QStringLiteral("0") : QString();
+    column.defaultValue = column.required && found->type != ColumnType::Key ? u"0"_s : QString();
     column.since = since;
     table.columns.push_back(std::move(column));
   }
@@ -111,11 +113,11 @@ class DescriptionReader {
     Table& table = Current();
     for (const QString& column : columns) {
       if (table.FindColumn(column) == nullptr) {
-        throw BadSchema(m_line, QStringLiteral("el índice nombra una columna que no existe"));
+        throw BadSchema(m_line, u"el índice nombra una columna que no existe"_s);
       }
     }
     Index index;
-    index.name = QStringLiteral("ix_") + table.name + u'_' + columns.join(u'_');
+    index.name = u"ix_"_s + table.name + u'_' + columns.join(u'_');
     index.columns = columns;
     index.unique = kind != u"indice";
     index.liveOnly = kind == u"unico_vivo";
@@ -161,9 +163,9 @@ Schema Schema::Parse(QStringView description) {
 const Schema& Schema::Current() {
   static const Schema schema = [] {
     InitializeResources();
-    QFile file(QStringLiteral(":/kel/esquema/esquema.txt"));
+    QFile file(u":/kel/esquema/esquema.txt"_s);
     if (!file.open(QIODevice::ReadOnly)) {
-      throw BadSchema(0, QStringLiteral("falta la descripción"));
+      throw BadSchema(0, u"falta la descripción"_s);
     }
     return Parse(QString::fromUtf8(file.readAll()));
   }();

@@ -50,6 +50,9 @@ QString LibraryPath() {
 extern "C" {
 
 Q_DECL_EXPORT int DllGetClassObject(const char* progId, automation::ClassFactory** factory) {
+  if (factory == nullptr) {
+    return automation::LibraryNoPlace;
+  }
   static std::vector<Factory> factories(PublishedClasses().begin(), PublishedClasses().end());
   for (Factory& candidate : factories) {
     if (candidate.Class().progId.compare(QString::fromUtf8(progId), Qt::CaseInsensitive) == 0) {

@@ -6,6 +6,8 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 /// The order of texts: the short cut for plain letters gives what the full rules give.
 class tst_collation : public QObject {
   Q_OBJECT
@@ -31,7 +33,7 @@ int Compare(const QString& first, const QString& second) {
 void tst_collation::agreesWithTheFullRules() {
   QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
   collator.setCaseSensitivity(Qt::CaseInsensitive);
-  const QString characters = QStringLiteral("aAbnNoOzZñÑáÁüé0123 -_.,'\"ºªçßæ\u0303\u0301€");
+  const QString characters = u"aAbnNoOzZñÑáÁüé0123 -_.,'\"ºªçßæ\u0303\u0301€"_s;
   constexpr qsizetype plainLetters = 8;
   std::mt19937 random(1);
   const auto text = [&] {

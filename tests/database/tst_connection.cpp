@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 /// The connection and its recordsets: states, transactions, several at once, faults of the engine.
 class tst_connection : public QObject {
   Q_OBJECT
@@ -37,8 +39,8 @@ class tst_connection : public QObject {
 
 namespace {
 
-const QString insertBank = QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('Uno')");
-const QString countBanks = QStringLiteral("SELECT COUNT(*) FROM Bancos");
+const QString insertBank = u"INSERT INTO Bancos(Nombre) VALUES('Uno')"_s;
+const QString countBanks = u"SELECT COUNT(*) FROM Bancos"_s;
 
 }  // namespace
 
@@ -76,14 +78,14 @@ void tst_connection::statesOfTheConnection() {
   QCOMPARE(ErrorOf([&] { connection->Open(); }), 3705);
   connection->Close();
   connection->Open();
-  QCOMPARE(Rows(*connection, countBanks), QStringLiteral("0"));
-  auto missing = database::CreateConnection(m_database->Text().replace(QStringLiteral("kel.db"), QStringLiteral("x")));
+  QCOMPARE(Rows(*connection, countBanks), u"0"_s);
+  auto missing = database::CreateConnection(m_database->Text().replace(u"kel.db"_s, u"x"_s));
   QCOMPARE(ErrorOf([&] { missing->Open(); }), int(database::CannotOpen));
   QCOMPARE(missing->State(), int(adodb::StateClosed));
 }
 
 void tst_connection::recordsetErrors() {
-  const auto recordset = m_database->Connection().Execute(QStringLiteral("SELECT IDPais FROM Paises WHERE IDPais=35"));
+  const auto recordset = m_database->Connection().Execute(u"SELECT IDPais FROM Paises WHERE IDPais=35"_s);
   QCOMPARE(recordset->Field(u"idpais"), QVariant(35));
   QCOMPARE(ErrorOf([&] { recordset->Field(u"Nombre"); }), 3265);
   QCOMPARE(ErrorOf([&] { recordset->Field(1); }), 3265);
@@ -103,36 +105,35 @@ void tst_connection::recordsetErrors() {
 
 void tst_connection::recordsetsCloseWithTheirConnection() {
   auto connection = m_database->Connect();
-  const auto recordset = connection->Execute(QStringLiteral("SELECT Nombre FROM Paises"));
+  const auto recordset = connection->Execute(u"SELECT Nombre FROM Paises"_s);
   connection->Close();
   QCOMPARE(recordset->State(), int(adodb::StateClosed));
   QCOMPARE(ErrorOf([&] { recordset->Field(0); }), 3704);
   connection->Open();
-  const auto second = connection->Execute(QStringLiteral("SELECT Nombre FROM Paises"));
+  const auto second = connection->Execute(u"SELECT Nombre FROM Paises"_s);
   connection.reset();
   QCOMPARE(second->State(), int(adodb::StateClosed));
 }
 
 void tst_connection::twoRecordsetsOfOneShape() {
-  const QString text = QStringLiteral("SELECT Nombre FROM Provincias WHERE IDProvincia>=%1 ORDER BY IDProvincia");
+  const QString text = u"SELECT Nombre FROM Provincias WHERE IDProvincia>=%1 ORDER BY IDProvincia"_s;
   const auto first = m_database->Connection().Execute(text.arg(28));
   const auto second = m_database->Connection().Execute(text.arg(42));
-  QCOMPARE(first->Field(0).toString(), QStringLiteral("Madrid"));
-  QCOMPARE(second->Field(0).toString(), QStringLiteral("Soria"));
+  QCOMPARE(first->Field(0).toString(), u"Madrid"_s);
+  QCOMPARE(second->Field(0).toString(), u"Soria"_s);
   first->MoveNext();
-  QCOMPARE(first->Field(0).toString(), QStringLiteral("Málaga"));
-  QCOMPARE(second->Field(0).toString(), QStringLiteral("Soria"));
+  QCOMPARE(first->Field(0).toString(), u"Málaga"_s);
+  QCOMPARE(second->Field(0).toString(), u"Soria"_s);
 }
 
 void tst_connection::readingGoesOnWhileWriting() {
   adodb::Connection& connection = m_database->Connection();
-  const auto recordset = connection.Execute(QStringLiteral("SELECT IDPais, Nombre FROM Paises ORDER BY Nombre"));
+  const auto recordset = connection.Execute(u"SELECT IDPais, Nombre FROM Paises ORDER BY Nombre"_s);
   int rows = 0;
   for (; !recordset->AtEnd(); recordset->MoveNext(), ++rows) {
-    connection.Execute(QStringLiteral("UPDATE Paises SET Nombre='zz%1' WHERE IDPais=%2")
-                           .arg(rows)
-                           .arg(recordset->Field(u"IDPais").toInt()));
-    QVERIFY(!recordset->Field(u"Nombre").toString().startsWith(QStringLiteral("zz")));
+    connection.Execute(
+        u"UPDATE Paises SET Nombre='zz%1' WHERE IDPais=%2"_s.arg(rows).arg(recordset->Field(u"IDPais").toInt()));
+    QVERIFY(!recordset->Field(u"Nombre").toString().startsWith(u"zz"_s));
   }
   QCOMPARE(rows, 249);
 }
@@ -145,26 +146,26 @@ void tst_connection::transactions() {
   QCOMPARE(ErrorOf([&] { connection.BeginTrans(); }), int(database::TransactionActive));
   connection.Execute(insertBank);
   const auto other = m_database->Connect();
-  QCOMPARE(Rows(*other, countBanks), QStringLiteral("0"));
+  QCOMPARE(Rows(*other, countBanks), u"0"_s);
   connection.CommitTrans();
-  QCOMPARE(Rows(*other, countBanks), QStringLiteral("1"));
+  QCOMPARE(Rows(*other, countBanks), u"1"_s);
   {
     adodb::Transaction transaction(connection);
     connection.Execute(insertBank);
   }
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("1"));
+  QCOMPARE(Rows(connection, countBanks), u"1"_s);
 }
 
 void tst_connection::aFailureLeavesTheTransactionOpen() {
   adodb::Connection& connection = m_database->Connection();
   connection.BeginTrans();
   connection.Execute(insertBank);
-  QCOMPARE(ErrorOf([&] { connection.Execute(QStringLiteral("INSERT INTO Donativos(Importe) VALUES('x')")); }), 13);
-  QCOMPARE(ErrorOf([&] { connection.Execute(QStringLiteral("INSERT INTO Bancos(IDBanco) VALUES(1)")); }),
+  QCOMPARE(ErrorOf([&] { connection.Execute(u"INSERT INTO Donativos(Importe) VALUES('x')"_s); }), 13);
+  QCOMPARE(ErrorOf([&] { connection.Execute(u"INSERT INTO Bancos(IDBanco) VALUES(1)"_s); }),
            int(database::ConstraintViolation));
   connection.Execute(insertBank);
   connection.CommitTrans();
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("2"));
+  QCOMPARE(Rows(connection, countBanks), u"2"_s);
 }
 
 void tst_connection::closingRollsBack() {
@@ -173,7 +174,7 @@ void tst_connection::closingRollsBack() {
   connection.Execute(insertBank);
   connection.Close();
   connection.Open();
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("0"));
+  QCOMPARE(Rows(connection, countBanks), u"0"_s);
   connection.BeginTrans();
   connection.RollbackTrans();
 }
@@ -184,17 +185,17 @@ void tst_connection::aLostTransactionIsNotCommitted() {
   connection.Handle().Run("PRAGMA max_page_count=" + QByteArray::number(pages + 2));
   connection.BeginTrans();
   connection.Execute(insertBank);
-  const QString big = QStringLiteral("INSERT INTO CartasModelo(Contenido) VALUES('%1')").arg(QString(100000, u'x'));
+  const QString big = u"INSERT INTO CartasModelo(Contenido) VALUES('%1')"_s.arg(QString(100000, u'x'));
   QCOMPARE(ErrorOf([&] { connection.Execute(big); }), int(database::DiskFull));
   if (connection.Handle().IsAutocommit()) {
     QCOMPARE(ErrorOf([&] { connection.Execute(insertBank); }), int(database::TransactionLost));
     QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::TransactionLost));
-    QCOMPARE(Rows(connection, countBanks), QStringLiteral("0"));
+    QCOMPARE(Rows(connection, countBanks), u"0"_s);
   } else {
     connection.CommitTrans();
-    QCOMPARE(Rows(connection, countBanks), QStringLiteral("1"));
+    QCOMPARE(Rows(connection, countBanks), u"1"_s);
   }
-  QCOMPARE(Rows(connection, QStringLiteral("SELECT COUNT(*) FROM CartasModelo")), QStringLiteral("0"));
+  QCOMPARE(Rows(connection, u"SELECT COUNT(*) FROM CartasModelo"_s), u"0"_s);
   // The engine undoes a transaction by itself after some errors; what follows must not be written on its own.
   connection.BeginTrans();
   connection.Handle().Run("ROLLBACK");
@@ -210,71 +211,65 @@ void tst_connection::aLockedDatabaseIsRefused() {
   adodb::Connection& connection = m_database->Connection();
   QCOMPARE(ErrorOf([&] { connection.Execute(insertBank); }), int(database::DatabaseLocked));
   QCOMPARE(ErrorOf([&] { connection.BeginTrans(); }), int(database::DatabaseLocked));
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("0"));
+  QCOMPARE(Rows(connection, countBanks), u"0"_s);
   other->CommitTrans();
   connection.Execute(insertBank);
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("2"));
+  QCOMPARE(Rows(connection, countBanks), u"2"_s);
 }
 
 void tst_connection::aStaleReadDoesNotBlockAWrite() {
   adodb::Connection& connection = m_database->Connection();
-  const auto open = connection.Execute(QStringLiteral("SELECT Nombre FROM Paises ORDER BY IDPais"));
+  const auto open = connection.Execute(u"SELECT Nombre FROM Paises ORDER BY IDPais"_s);
   m_database->Connect()->Execute(insertBank);
   connection.Execute(insertBank);
-  QCOMPARE(Rows(connection, countBanks), QStringLiteral("2"));
-  QCOMPARE(open->Field(0).toString(), QStringLiteral("Afganistán"));
+  QCOMPARE(Rows(connection, countBanks), u"2"_s);
+  QCOMPARE(open->Field(0).toString(), u"Afganistán"_s);
   open->MoveNext();
-  QCOMPARE(open->Field(0).toString(), QStringLiteral("Albania"));
+  QCOMPARE(open->Field(0).toString(), u"Albania"_s);
 }
 
 void tst_connection::affectedRows() {
   adodb::Connection& connection = m_database->Connection();
-  connection.Execute(QStringLiteral("UPDATE Provincias SET Eliminado=0 WHERE IDProvincia<=10"));
+  connection.Execute(u"UPDATE Provincias SET Eliminado=0 WHERE IDProvincia<=10"_s);
   QCOMPARE(connection.RecordsAffected(), 10);
-  connection.Execute(QStringLiteral("DELETE FROM Bancos"));
+  connection.Execute(u"DELETE FROM Bancos"_s);
   QCOMPARE(connection.RecordsAffected(), 0);
 }
 
 void tst_connection::repeatedLabels() {
   const auto recordset = m_database->Connection().Execute(
-      QStringLiteral("SELECT Paises.Nombre, Provincias.Nombre, IDProvincia FROM Paises INNER JOIN Provincias ON "
-                     "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=42"));
+      u"SELECT Paises.Nombre, Provincias.Nombre, IDProvincia FROM Paises INNER JOIN Provincias ON "
+      "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=42"_s);
   for (int i = 0; i < 3; ++i) {
-    QCOMPARE(recordset->Field(u"Nombre").toString(), QStringLiteral("España"));
+    QCOMPARE(recordset->Field(u"Nombre").toString(), u"España"_s);
   }
-  QCOMPARE(recordset->Field(1).toString(), QStringLiteral("Soria"));
+  QCOMPARE(recordset->Field(1).toString(), u"Soria"_s);
 }
 
 void tst_connection::constraints() {
   adodb::Connection& connection = m_database->Connection();
-  const QString lock = QStringLiteral("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'%1',7)");
-  connection.Execute(lock.arg(QStringLiteral("IDPais")));
-  QCOMPARE(ErrorOf([&] { connection.Execute(lock.arg(QStringLiteral("idpais"))); }),
-           int(database::ConstraintViolation));
-  connection.Execute(lock.arg(QStringLiteral("IDBanco")));
+  const QString lock = u"INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'%1',7)"_s;
+  connection.Execute(lock.arg(u"IDPais"_s));
+  QCOMPARE(ErrorOf([&] { connection.Execute(lock.arg(u"idpais"_s)); }), int(database::ConstraintViolation));
+  connection.Execute(lock.arg(u"IDBanco"_s));
 }
 
 void tst_connection::hugeStatements_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("rows");
   const auto repeated = [](const char* piece, int times) { return QString::fromUtf8(piece).repeated(times); };
-  const QString start = QStringLiteral("SELECT COUNT(*) FROM Provincias WHERE ");
-  QTest::newRow("a long OR") << start + repeated("IDProvincia=1 OR ", 5000) + QStringLiteral("IDProvincia=2")
-                             << QStringLiteral("2");
-  QTest::newRow("a long IN") << start + QStringLiteral("IDProvincia IN (") + repeated("1,", 20000) +
-                                    QStringLiteral("2)")
-                             << QStringLiteral("2");
-  const QString refused = QStringLiteral("error %1").arg(int(database::SyntaxError));
+  const QString start = u"SELECT COUNT(*) FROM Provincias WHERE "_s;
+  QTest::newRow("a long OR") << start + repeated("IDProvincia=1 OR ", 5000) + u"IDProvincia=2"_s << u"2"_s;
+  QTest::newRow("a long IN") << start + u"IDProvincia IN ("_s + repeated("1,", 20000) + u"2)"_s << u"2"_s;
+  const QString refused = u"error %1"_s.arg(int(database::SyntaxError));
   QTest::newRow("deep parentheses") << start + repeated("(", 100000) + u'1' + repeated(")", 100000) << refused;
   QTest::newRow("many NOTs") << start + repeated("NOT ", 100000) + u'1' << refused;
   QTest::newRow("many signs") << start + repeated("- ", 100000) + u'1' << refused;
   QTest::newRow("a long sum") << start + repeated("1+", 100000) + u'1' << refused;
-  QTest::newRow("many unions") << repeated("SELECT 1 UNION ", 100000) + QStringLiteral("SELECT 1") << refused;
-  QTest::newRow("many parentheses around tables")
-      << QStringLiteral("SELECT 1 FROM ") + repeated("(", 100000) << refused;
-  QTest::newRow("too many values") << start + QStringLiteral("IDProvincia IN (") + repeated("1,", 260000) +
-                                          QStringLiteral("2)")
-                                   << QStringLiteral("error %1").arg(int(database::StatementTooBig));
+  QTest::newRow("many unions") << repeated("SELECT 1 UNION ", 100000) + u"SELECT 1"_s << refused;
+  QTest::newRow("many parentheses around tables") << u"SELECT 1 FROM "_s + repeated("(", 100000) << refused;
+  QTest::newRow("too many values") << start + u"IDProvincia IN ("_s + repeated("1,", 260000) + u"2)"_s
+                                   << u"error %1"_s.arg(int(database::StatementTooBig));
 }
 
 void tst_connection::hugeStatements() {
@@ -284,13 +279,12 @@ void tst_connection::hugeStatements() {
 
 void tst_connection::manyShapes() {
   adodb::Connection& connection = m_database->Connection();
-  const auto open = connection.Execute(QStringLiteral("SELECT Nombre FROM Paises ORDER BY IDPais"));
+  const auto open = connection.Execute(u"SELECT Nombre FROM Paises ORDER BY IDPais"_s);
   for (int i = 0; i < 1000; ++i) {
-    QCOMPARE(Rows(connection, QStringLiteral("SELECT IDPais AS n%1 FROM Paises WHERE IDPais=35").arg(i)),
-             QStringLiteral("35"));
+    QCOMPARE(Rows(connection, u"SELECT IDPais AS n%1 FROM Paises WHERE IDPais=35"_s.arg(i)), u"35"_s);
   }
   open->MoveNext();
-  QCOMPARE(open->Field(u"nombre").toString(), QStringLiteral("Albania"));
+  QCOMPARE(open->Field(u"nombre").toString(), u"Albania"_s);
 }
 
 KEL_TEST(tst_connection);

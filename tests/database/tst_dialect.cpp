@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 /// The dialect of the statements: text in, rows or errors out, on a real file.
 class tst_dialect : public QObject {
   Q_OBJECT
@@ -27,7 +29,7 @@ class tst_dialect : public QObject {
 namespace {
 
 void Row(const char* name, const char* statements, const char* rows) {
-  QTest::newRow(name) << QString::fromUtf8(statements).split(QStringLiteral(" ;; ")) << QString::fromUtf8(rows);
+  QTest::newRow(name) << QString::fromUtf8(statements).split(u" ;; "_s) << QString::fromUtf8(rows);
 }
 
 }  // namespace
@@ -189,10 +191,9 @@ void tst_dialect::conversions() {
   QFETCH(const QString, column);
   QFETCH(const QString, literal);
   adodb::Connection& connection = m_database->Connection();
-  connection.Execute(QStringLiteral("INSERT INTO Suscripciones(NumeroEjemplares) VALUES(1)"));
-  const QString written = Rows(connection, QStringLiteral("UPDATE Suscripciones SET %1=%2").arg(column, literal));
-  QTEST(written.isEmpty() ? Rows(connection, QStringLiteral("SELECT %1 FROM Suscripciones").arg(column)) : written,
-        "stored");
+  connection.Execute(u"INSERT INTO Suscripciones(NumeroEjemplares) VALUES(1)"_s);
+  const QString written = Rows(connection, u"UPDATE Suscripciones SET %1=%2"_s.arg(column, literal));
+  QTEST(written.isEmpty() ? Rows(connection, u"SELECT %1 FROM Suscripciones"_s.arg(column)) : written, "stored");
 }
 
 void tst_dialect::refusals_data() {
@@ -231,7 +232,7 @@ void tst_dialect::refusals_data() {
 void tst_dialect::refusals() {
   QFETCH(const QString, statement);
   QTEST(ErrorOf([&] { m_database->Connection().Execute(statement); }), "number");
-  QCOMPARE(Rows(m_database->Connection(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("249"));
+  QCOMPARE(Rows(m_database->Connection(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
 }
 
 void tst_dialect::textsAreKept_data() {
@@ -241,14 +242,13 @@ void tst_dialect::textsAreKept_data() {
     QTest::newRow(name) << text << kept;
   };
   const auto same = [&](const char* name, const QString& text) { row(name, text, text); };
-  same("quotes", QStringLiteral("L'Hospitalet \"de\" 'ahí'''"));
-  same("marks", QStringLiteral("100%; DROP TABLE Paises;-- ? [x] %1 \\ \t\r\n"));
-  same("emoji", QStringLiteral("familia 👨‍👩‍👧 ñ é"));
-  same("null character", QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
-  same("marks of the cache", QStringLiteral("\x01\x02"));
+  same("quotes", u"L'Hospitalet \"de\" 'ahí'''"_s);
+  same("marks", u"100%; DROP TABLE Paises;-- ? [x] %1 \\ \t\r\n"_s);
+  same("emoji", u"familia 👨‍👩‍👧 ñ é"_s);
+  same("null character", u"a"_s + QChar(0) + u"b"_s);
+  same("marks of the cache", u"\x01\x02"_s);
   same("long", QString(10000, u'ñ'));
-  row("lone high surrogate", QStringLiteral("a") + QChar(0xD83D) + QStringLiteral("b"),
-      QStringLiteral("a") + QChar(0xFFFD) + QStringLiteral("b"));
+  row("lone high surrogate", u"a"_s + QChar(0xD83D) + u"b"_s, u"a"_s + QChar(0xFFFD) + u"b"_s);
   row("lone low surrogate", QString(QChar(0xDC00)), QString(QChar(0xFFFD)));
 }
 
@@ -257,29 +257,29 @@ void tst_dialect::textsAreKept() {
   QFETCH(const QString, kept);
   adodb::Connection& connection = m_database->Connection();
   QString single = text;
-  single.replace(u'\'', QStringLiteral("''"));
+  single.replace(u'\'', u"''"_s);
   QString twofold = text;
-  twofold.replace(u'"', QStringLiteral("\"\""));
-  connection.Execute(QStringLiteral("INSERT INTO CartasModelo(Nombre,Contenido) VALUES('") + single +
-                     QStringLiteral("',\"") + twofold + QStringLiteral("\")"));
+  twofold.replace(u'"', u"\"\""_s);
+  connection.Execute(u"INSERT INTO CartasModelo(Nombre,Contenido) VALUES('"_s + single + u"',\""_s + twofold +
+                     u"\")"_s);
   const auto recordset =
-      connection.Execute(QStringLiteral("SELECT Nombre, Contenido FROM CartasModelo WHERE Nombre='") + single + u'\'');
+      connection.Execute(u"SELECT Nombre, Contenido FROM CartasModelo WHERE Nombre='"_s + single + u'\'');
   QVERIFY(!recordset->AtEnd());
   QCOMPARE(recordset->Field(u"nombre").toString(), kept);
   QCOMPARE(recordset->Field(u"CONTENIDO").toString(), kept);
 }
 
 void tst_dialect::labels() {
-  const auto recordset = m_database->Connection().Execute(QStringLiteral(
-      "SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"));
+  const auto recordset = m_database->Connection().Execute(
+      u"SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"_s);
   QStringList names;
   for (int i = 0; i < recordset->FieldCount(); ++i) {
     names += recordset->FieldName(i);
   }
-  QCOMPARE(names.join(u','), QStringLiteral("codPAIS,maxID,Expr1002"));
+  QCOMPARE(names.join(u','), u"codPAIS,maxID,Expr1002"_s);
   QCOMPARE(recordset->Field(u"MAXID").toInt(), 52);
-  const auto all = m_database->Connection().Execute(QStringLiteral("SELECT * FROM paises WHERE IDPAIS=35"));
-  QCOMPARE(all->FieldName(1), QStringLiteral("Nombre"));
+  const auto all = m_database->Connection().Execute(u"SELECT * FROM paises WHERE IDPAIS=35"_s);
+  QCOMPARE(all->FieldName(1), u"Nombre"_s);
   QCOMPARE(all->Field(u"eliminado"), QVariant(false));
 }
 

@@ -14,6 +14,8 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 /// Creating, migrating and refusing database files, and what faults of files do.
 class tst_preparation : public QObject {
   Q_OBJECT
@@ -39,8 +41,8 @@ class tst_preparation : public QObject {
   void preparingAgainChangesNothing();
 
  private:
-  QString Path(const QString& name = QStringLiteral("kel.db")) const { return m_folder->path() + u'/' + name; }
-  QString Text() const { return database::ConnectionStringForFile(Path()) + QStringLiteral(";Espera=3000"); }
+  QString Path(const QString& name = u"kel.db"_s) const { return m_folder->path() + u'/' + name; }
+  QString Text() const { return database::ConnectionStringForFile(Path()) + u";Espera=3000"_s; }
   int Prepare() const {
     return ErrorOf([&] { database::PrepareDatabase(Text(), database::Content::Reference); });
   }
@@ -70,7 +72,7 @@ database::SqliteHandle OpenRaw(const QString& path) {
 QString RowsOf(const QString& text, const QString& statement) {
   const auto connection = database::CreateConnection(text);
   const int error = ErrorOf([&] { connection->Open(); });
-  return error != 0 ? QStringLiteral("error %1").arg(error) : Rows(*connection, statement);
+  return error != 0 ? u"error %1"_s.arg(error) : Rows(*connection, statement);
 }
 
 }  // namespace
@@ -111,7 +113,7 @@ void tst_preparation::demonstrationIsConsistent() {
   TestDatabase database(database::Content::Demonstration);
   adodb::Connection& connection = database.Connection();
   const auto count = [&](const char* table) {
-    return Rows(connection, QStringLiteral("SELECT COUNT(*) FROM %1").arg(QLatin1String(table))).toInt();
+    return Rows(connection, u"SELECT COUNT(*) FROM %1"_s.arg(QLatin1String(table))).toInt();
   };
   QVERIFY(count("Colaboradores") >= 250);
   for (const char* table : {"Bancos", "Sucursales", "Presentadores", "Emisores", "Cuentas", "Emisores_Cuentas",
@@ -124,12 +126,11 @@ void tst_preparation::demonstrationIsConsistent() {
   for (const database::Table& table : database::Schema::Current().Tables()) {
     for (const database::Table& target : database::Schema::Current().Tables()) {
       const QString key = target.columns.front().name;
-      const database::Column* column = table.FindColumn(QStringLiteral("Cod") + key.mid(2));
+      const database::Column* column = table.FindColumn(u"Cod"_s + key.mid(2));
       if (column != nullptr && &table != &target) {
-        QCOMPARE(
-            Rows(connection, QStringLiteral("SELECT COUNT(*) FROM %1 WHERE %2<>0 AND %2 NOT IN (SELECT %3 FROM %4)")
-                                 .arg(table.name, column->name, key, target.name)),
-            QStringLiteral("0"));
+        QCOMPARE(Rows(connection, u"SELECT COUNT(*) FROM %1 WHERE %2<>0 AND %2 NOT IN (SELECT %3 FROM %4)"_s.arg(
+                                      table.name, column->name, key, target.name)),
+                 u"0"_s);
       }
     }
   }
@@ -147,9 +148,9 @@ void tst_preparation::anOlderOneIsMigrated() {
   }
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::OlderDatabase));
   QCOMPARE(Prepare(), 0);
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT codUsuario, campoID, ValorID, Equipo, Proceso FROM BloqueoRegistros")),
-           QStringLiteral("1|IDPais|5|null|0"));
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("0"));
+  QCOMPARE(RowsOf(Text(), u"SELECT codUsuario, campoID, ValorID, Equipo, Proceso FROM BloqueoRegistros"_s),
+           u"1|IDPais|5|null|0"_s);
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
   const QByteArray columns =
@@ -173,11 +174,11 @@ void tst_preparation::aNewerOneIsLeftUntouched() {
 void tst_preparation::foreignFiles_data() {
   QTest::addColumn<QString>("kind");
   QTest::addColumn<int>("number");
-  QTest::newRow("text") << QStringLiteral("text") << int(database::NotADatabase);
-  QTest::newRow("another program's") << QStringLiteral("foreign") << int(database::NotOurDatabase);
-  QTest::newRow("cut in half") << QStringLiteral("truncated") << int(database::DatabaseDamaged);
-  QTest::newRow("a folder") << QStringLiteral("folder") << int(database::CannotOpen);
-  QTest::newRow("empty") << QStringLiteral("empty") << 0;
+  QTest::newRow("text") << u"text"_s << int(database::NotADatabase);
+  QTest::newRow("another program's") << u"foreign"_s << int(database::NotOurDatabase);
+  QTest::newRow("cut in half") << u"truncated"_s << int(database::DatabaseDamaged);
+  QTest::newRow("a folder") << u"folder"_s << int(database::CannotOpen);
+  QTest::newRow("empty") << u"empty"_s << 0;
 }
 
 void tst_preparation::foreignFiles() {
@@ -209,18 +210,18 @@ void tst_preparation::aDamagedPageIsReported() {
   QByteArray bytes = Contents(Path());
   bytes.replace((root - 1) * 4096, 4096, QByteArray(4096, '\x55'));
   Write(Path(), bytes);
-  const QString error = QStringLiteral("error %1").arg(int(database::DatabaseDamaged));
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT CodigoISO FROM Paises")), error);
-  QCOMPARE(RowsOf(Text(), QStringLiteral("INSERT INTO Paises(Nombre) VALUES('x')")), error);
+  const QString error = u"error %1"_s.arg(int(database::DatabaseDamaged));
+  QCOMPARE(RowsOf(Text(), u"SELECT CodigoISO FROM Paises"_s), error);
+  QCOMPARE(RowsOf(Text(), u"INSERT INTO Paises(Nombre) VALUES('x')"_s), error);
 }
 
 void tst_preparation::anImpossibleFolder() {
-  Write(Path(QStringLiteral("archivo")), "x");
-  const QString text = database::ConnectionStringForFile(Path(QStringLiteral("archivo/dentro/kel.db")));
+  Write(Path(u"archivo"_s), "x");
+  const QString text = database::ConnectionStringForFile(Path(u"archivo/dentro/kel.db"_s));
   QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(database::CannotOpen));
-  const QString nested = database::ConnectionStringForFile(Path(QStringLiteral("a/b/c/kel.db")));
+  const QString nested = database::ConnectionStringForFile(Path(u"a/b/c/kel.db"_s));
   database::PrepareDatabase(nested, database::Content::Reference);
-  QVERIFY(QFile::exists(Path(QStringLiteral("a/b/c/kel.db"))));
+  QVERIFY(QFile::exists(Path(u"a/b/c/kel.db"_s)));
 }
 
 // The superuser may write everywhere, so the test gives up its rights while it tries.
@@ -235,12 +236,12 @@ void tst_preparation::withoutPermission() {
   const bool isSuperuser = geteuid() == 0;
   QVERIFY(!isSuperuser || seteuid(nobody) == 0);
   const int fileOnly = Prepare();
-  const QString written = RowsOf(Text(), QStringLiteral("UPDATE Paises SET Nombre='x'"));
-  const QString hidden = database::ConnectionStringForFile(QStringLiteral("/nadie/puede/kel.db"));
+  const QString written = RowsOf(Text(), u"UPDATE Paises SET Nombre='x'"_s);
+  const QString hidden = database::ConnectionStringForFile(u"/nadie/puede/kel.db"_s);
   const int denied = ErrorOf([&] { database::PrepareDatabase(hidden, database::Content::Reference); });
   QVERIFY(!isSuperuser || seteuid(0) == 0);
   QCOMPARE(fileOnly, int(database::DatabaseReadOnly));
-  QCOMPARE(written, QStringLiteral("error %1").arg(int(database::DatabaseReadOnly)));
+  QCOMPARE(written, u"error %1"_s.arg(int(database::DatabaseReadOnly)));
   QCOMPARE(denied, int(database::CannotOpen));
   QVERIFY(Contents(Path()) == before);
 }
@@ -249,42 +250,41 @@ void tst_preparation::twoProcessesPrepareTheSame() {
   std::vector<std::unique_ptr<QProcess>> processes;
   for (int i = 0; i < 4; ++i) {
     processes.push_back(std::make_unique<QProcess>());
-    processes.back()->start(QCoreApplication::applicationFilePath(), {QStringLiteral("--prepare"), Text()});
+    processes.back()->start(QCoreApplication::applicationFilePath(), {u"--prepare"_s, Text()});
   }
   for (const auto& process : processes) {
     QVERIFY(process->waitForFinished());
     QCOMPARE(process->readAllStandardError(), QByteArray());
     QCOMPARE(process->exitCode(), 0);
   }
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT COUNT(*) FROM Paises")), QStringLiteral("249"));
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA journal_mode"), QByteArray("wal"));
 }
 
 void tst_preparation::aKilledProgramLeavesNothingHalfWritten() {
   QCOMPARE(Prepare(), 0);
   QProcess process;
-  process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--die"), Text()});
+  process.start(QCoreApplication::applicationFilePath(), {u"--die"_s, Text()});
   QVERIFY(process.waitForFinished());
   QCOMPARE(process.exitStatus(), QProcess::CrashExit);
   QCOMPARE(Prepare(), 0);
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT Nombre FROM Bancos")), QStringLiteral("entero"));
+  QCOMPARE(RowsOf(Text(), u"SELECT Nombre FROM Bancos"_s), u"entero"_s);
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
 }
 
 void tst_preparation::otherOrderingRulesRebuildTheIndexes() {
   QCOMPARE(Prepare(), 0);
   OpenRaw(Path()).Run("UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'");
-  QCOMPARE(RowsOf(Text(), QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'")), QStringLiteral("35"));
+  QCOMPARE(RowsOf(Text(), u"SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'"_s), u"35"_s);
   QVERIFY(OpenRaw(Path()).Value("SELECT Valor FROM KelMotor WHERE Nombre='ICU'") != "0.0");
 }
 
 void tst_preparation::readOnlyAccess() {
   QCOMPARE(Prepare(), 0);
-  const QString text = Text() + QStringLiteral(";Acceso=lectura");
+  const QString text = Text() + u";Acceso=lectura"_s;
   database::PrepareDatabase(text, database::Content::Reference);
-  QCOMPARE(RowsOf(text, QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre='España'")), QStringLiteral("35"));
-  QCOMPARE(RowsOf(text, QStringLiteral("DELETE FROM Paises")),
-           QStringLiteral("error %1").arg(int(database::DatabaseReadOnly)));
+  QCOMPARE(RowsOf(text, u"SELECT IDPais FROM Paises WHERE Nombre='España'"_s), u"35"_s);
+  QCOMPARE(RowsOf(text, u"DELETE FROM Paises"_s), u"error %1"_s.arg(int(database::DatabaseReadOnly)));
 }
 
 void tst_preparation::awkwardPaths_data() {
@@ -299,8 +299,7 @@ void tst_preparation::awkwardPaths() {
   QFETCH(const QString, name);
   database::PrepareDatabase(database::ConnectionStringForFile(Path(name)), database::Content::Reference);
   QVERIFY(QFile::exists(Path(name)));
-  QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(name)), QStringLiteral("SELECT COUNT(*) FROM Usuarios")),
-           QStringLiteral("1"));
+  QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(name)), u"SELECT COUNT(*) FROM Usuarios"_s), u"1"_s);
 }
 
 void tst_preparation::preparingAgainChangesNothing() {
@@ -326,9 +325,9 @@ int PrepareAsHelper(const QString& text) {
 int DieAsHelper(const QString& text) {
   const auto connection = database::CreateConnection(text);
   connection->Open();
-  connection->Execute(QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('entero')"));
+  connection->Execute(u"INSERT INTO Bancos(Nombre) VALUES('entero')"_s);
   connection->BeginTrans();
-  connection->Execute(QStringLiteral("INSERT INTO Bancos(Nombre) VALUES('a medias')"));
+  connection->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a medias')"_s);
   std::raise(SIGKILL);
   return 0;
 }

@@ -8,6 +8,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 /// The statements that the dialogs write, to the letter: every one runs, and those that look for references among
 /// many rows are served by indexes.
 class tst_statements : public QObject {
@@ -46,18 +48,16 @@ void FillEveryTable(const QString& path) {
     for (const database::Column& column : table.columns) {
       if (column.type == database::ColumnType::Id || column.type == database::ColumnType::Text) {
         names += database::QuotedName(column.name);
-        values += column.type == database::ColumnType::Id ? QStringLiteral("i %% %1").arg(200 + values.size())
-                                                          : QStringLiteral("'texto ' || i");
+        values += column.type == database::ColumnType::Id ? u"i %% %1"_s.arg(200 + values.size()) : u"'texto ' || i"_s;
       }
     }
     if (names.isEmpty()) {
       continue;
     }
     handle.Run(
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT "
-                       "INTO %1 (%2) SELECT %3 FROM n")
-            .arg(database::QuotedName(table.name), names.join(u','), values.join(u','))
-            .replace(QStringLiteral("%%"), QStringLiteral("%"))
+        u"WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT "
+        "INTO %1 (%2) SELECT %3 FROM n"_s.arg(database::QuotedName(table.name), names.join(u','), values.join(u','))
+            .replace(u"%%"_s, u"%"_s)
             .toUtf8());
   }
   handle.Run("ANALYZE");
@@ -235,8 +235,8 @@ void tst_statements::everyStatementRuns_data() {
 void tst_statements::everyStatementRuns() {
   QFETCH(QString, statement);
   const QString answer = Rows(m_database->Connection(), statement);
-  QVERIFY2(!answer.startsWith(QStringLiteral("error")), qPrintable(answer));
-  if (statement.startsWith(QStringLiteral("SELECT")) && !statement.contains(QStringLiteral("<>"))) {
+  QVERIFY2(!answer.startsWith(u"error"_s), qPrintable(answer));
+  if (statement.startsWith(u"SELECT"_s) && !statement.contains(u"<>"_s)) {
     QVERIFY(!answer.isEmpty());
   }
 }
@@ -305,32 +305,29 @@ void tst_statements::indexesServe() {
   const QString all = steps.join(u'\n');
   for (const QString& step : steps) {
     // The rows of a union come one by one out of a subquery; a table must be searched.
-    QVERIFY2(!step.startsWith(QStringLiteral("SCAN")) || step.startsWith(QStringLiteral("SCAN (subquery")),
-             qPrintable(all));
-    QVERIFY2(!step.contains(QStringLiteral("AUTOMATIC")), qPrintable(all));
+    QVERIFY2(!step.startsWith(u"SCAN"_s) || step.startsWith(u"SCAN (subquery"_s), qPrintable(all));
+    QVERIFY2(!step.contains(u"AUTOMATIC"_s), qPrintable(all));
   }
-  QVERIFY2(all.contains(QStringLiteral("SEARCH")), qPrintable(all));
+  QVERIFY2(all.contains(u"SEARCH"_s), qPrintable(all));
 }
 
 void tst_statements::priceUpdate() {
   adodb::Connection& connection = m_database->Connection();
-  const QString text = QStringLiteral(
-      "UPDATE Suscripciones SET Importe = NumeroEjemplares * '%1' WHERE IDSuscripcion IN (SELECT "
+  const QString text =
+      u"UPDATE Suscripciones SET Importe = NumeroEjemplares * '%1' WHERE IDSuscripcion IN (SELECT "
       "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN TipoPublicaciones ON "
       "Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) ON Colaboradores.IDColaborador = "
-      "Suscripciones.CodColaborador WHERE CodPais %2 35 AND IDTipoPublicacion = 1)");
-  connection.Execute(text.arg(QStringLiteral("1.000,10"), QStringLiteral("=")));
-  connection.Execute(text.arg(QStringLiteral("0,10"), QStringLiteral("<>")));
-  const QString wrong =
-      Rows(connection,
-           QStringLiteral("SELECT COUNT(*) FROM Suscripciones INNER JOIN Colaboradores ON CodColaborador="
-                          "IDColaborador WHERE CodTipoPublicacion=1 AND NOT ((codpais=35 AND "
-                          "Importe=NumeroEjemplares*1000.1) OR (codpais<>35 AND Importe=NumeroEjemplares*'0,1'))"));
-  QCOMPARE(wrong, QStringLiteral("0"));
-  QVERIFY(connection.Execute(QStringLiteral("SELECT COUNT(*) FROM Suscripciones WHERE CodTipoPublicacion=1"))
-              ->Field(0)
-              .toInt() > 10);
-  QCOMPARE(ErrorOf([&] { connection.Execute(text.arg(QStringLiteral("doce"), QStringLiteral("="))); }), 13);
+      "Suscripciones.CodColaborador WHERE CodPais %2 35 AND IDTipoPublicacion = 1)"_s;
+  connection.Execute(text.arg(u"1.000,10"_s, u"="_s));
+  connection.Execute(text.arg(u"0,10"_s, u"<>"_s));
+  const QString wrong = Rows(connection,
+                             u"SELECT COUNT(*) FROM Suscripciones INNER JOIN Colaboradores ON CodColaborador="
+                             "IDColaborador WHERE CodTipoPublicacion=1 AND NOT ((codpais=35 AND "
+                             "Importe=NumeroEjemplares*1000.1) OR (codpais<>35 AND Importe=NumeroEjemplares*'0,1'))"_s);
+  QCOMPARE(wrong, u"0"_s);
+  QVERIFY(connection.Execute(u"SELECT COUNT(*) FROM Suscripciones WHERE CodTipoPublicacion=1"_s)->Field(0).toInt() >
+          10);
+  QCOMPARE(ErrorOf([&] { connection.Execute(text.arg(u"doce"_s, u"="_s)); }), 13);
 }
 
 KEL_TEST(tst_statements);

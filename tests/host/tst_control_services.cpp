@@ -27,6 +27,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 using automation::Call;
 
 namespace {
@@ -83,10 +85,10 @@ class tst_control_services : public QObject {
 
 void tst_control_services::init() {
   m_session = {};
-  m_session.title = QStringLiteral("Benefactores");
-  m_session.settingsFile = m_folder.filePath(QStringLiteral("ajustes.ini"));
+  m_session.title = u"Benefactores"_s;
+  m_session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
   host::RegisterClasses(m_session);
-  m_api = automation::CreateObject(QStringLiteral("kelapi.CPRINCIPAL"));
+  m_api = automation::CreateObject(u"kelapi.CPRINCIPAL"_s);
 }
 
 void tst_control_services::cleanup() {
@@ -105,19 +107,19 @@ void tst_control_services::ControlsAreDisabled() {
 }
 
 void tst_control_services::WholeTextIsSelected() {
-  QLineEdit line(QStringLiteral("uno"));
-  QTextEdit text(QStringLiteral("dos"));
-  QPlainTextEdit plain(QStringLiteral("tres"));
+  QLineEdit line(u"uno"_s);
+  QTextEdit text(u"dos"_s);
+  QPlainTextEdit plain(u"tres"_s);
   QComboBox combo;
   combo.setEditable(true);
-  combo.setEditText(QStringLiteral("cuatro"));
+  combo.setEditText(u"cuatro"_s);
   for (QWidget* control : std::initializer_list<QWidget*>{&line, &text, &plain, &combo}) {
     Call(m_api.get(), "SeleccionarTexto", control);
   }
-  QCOMPARE(line.selectedText(), QStringLiteral("uno"));
-  QCOMPARE(text.textCursor().selectedText(), QStringLiteral("dos"));
-  QCOMPARE(plain.textCursor().selectedText(), QStringLiteral("tres"));
-  QCOMPARE(combo.lineEdit()->selectedText(), QStringLiteral("cuatro"));
+  QCOMPARE(line.selectedText(), u"uno"_s);
+  QCOMPARE(text.textCursor().selectedText(), u"dos"_s);
+  QCOMPARE(plain.textCursor().selectedText(), u"tres"_s);
+  QCOMPARE(combo.lineEdit()->selectedText(), u"cuatro"_s);
 }
 
 void tst_control_services::RowIsSelected() {
@@ -148,21 +150,19 @@ void tst_control_services::WrongObjects() {
 
 void tst_control_services::Changes_data() {
   QTest::addColumn<Change>("change");
-  QTest::newRow("line edit") << ChangeOf<QLineEdit>([](auto* c) { c->setText(QStringLiteral("a")); },
-                                                    [](auto* c) { c->setText(QStringLiteral("b")); },
-                                                    [](auto* c) { c->setText(QStringLiteral("a")); });
-  QTest::newRow("rich text, only its format")
-      << ChangeOf<QTextEdit>([](auto* c) { c->setPlainText(QStringLiteral("carta")); },
-                             [](auto* c) {
-                               c->selectAll();
-                               c->setFontItalic(true);
-                             },
-                             [](auto* c) { c->setFontItalic(false); });
-  QTest::newRow("plain text") << ChangeOf<QPlainTextEdit>(
-      [](auto*) {}, [](auto* c) { c->setPlainText(QStringLiteral("x")); }, [](auto* c) { c->clear(); });
+  QTest::newRow("line edit") << ChangeOf<QLineEdit>(
+      [](auto* c) { c->setText(u"a"_s); }, [](auto* c) { c->setText(u"b"_s); }, [](auto* c) { c->setText(u"a"_s); });
+  QTest::newRow("rich text, only its format") << ChangeOf<QTextEdit>([](auto* c) { c->setPlainText(u"carta"_s); },
+                                                                     [](auto* c) {
+                                                                       c->selectAll();
+                                                                       c->setFontItalic(true);
+                                                                     },
+                                                                     [](auto* c) { c->setFontItalic(false); });
+  QTest::newRow("plain text") << ChangeOf<QPlainTextEdit>([](auto*) {}, [](auto* c) { c->setPlainText(u"x"_s); },
+                                                          [](auto* c) { c->clear(); });
   const auto twoItems = [](QComboBox* c) {
-    c->addItem(QStringLiteral("Madrid"), 28);
-    c->addItem(QStringLiteral("Soria"), 42);
+    c->addItem(u"Madrid"_s, 28);
+    c->addItem(u"Soria"_s, 42);
   };
   QTest::newRow("combo") << ChangeOf<QComboBox>(
       twoItems, [](auto* c) { c->setCurrentIndex(1); }, [](auto* c) { c->setCurrentIndex(0); });
@@ -173,11 +173,9 @@ void tst_control_services::Changes_data() {
         twoItems(c);
         c->setEditable(true);
       },
-      [](auto* c) { c->setEditText(QStringLiteral("Madri")); },
-      [](auto* c) { c->setEditText(QStringLiteral("Madrid")); });
+      [](auto* c) { c->setEditText(u"Madri"_s); }, [](auto* c) { c->setEditText(u"Madrid"_s); });
   QTest::newRow("combo, refilled in another order") << ChangeOf<QComboBox>(
-      twoItems, [](auto* c) { c->insertItem(0, QStringLiteral("Albacete"), 2); }, [](auto* c) { c->removeItem(0); },
-      false);
+      twoItems, [](auto* c) { c->insertItem(0, u"Albacete"_s, 2); }, [](auto* c) { c->removeItem(0); }, false);
   QTest::newRow("check box") << ChangeOf<QCheckBox>([](auto* c) { c->setTristate(true); },
                                                     [](auto* c) { c->setCheckState(Qt::PartiallyChecked); },
                                                     [](auto* c) { c->setCheckState(Qt::Unchecked); });
@@ -192,7 +190,7 @@ void tst_control_services::Changes_data() {
   QTest::newRow("checkable frame") << ChangeOf<QGroupBox>([](auto* c) { c->setCheckable(true); },
                                                           [](auto* c) { c->setChecked(false); },
                                                           [](auto* c) { c->setChecked(true); });
-  QTest::newRow("label") << ChangeOf<QLabel>([](auto*) {}, [](auto* c) { c->setText(QStringLiteral("x")); },
+  QTest::newRow("label") << ChangeOf<QLabel>([](auto*) {}, [](auto* c) { c->setText(u"x"_s); },
                                              [](auto* c) { c->clear(); }, false);
   QTest::newRow("pressed tool") << ChangeOf<QPushButton>([](auto* c) { c->setCheckable(true); },
                                                          [](auto* c) { c->setChecked(true); },
@@ -223,9 +221,9 @@ void tst_control_services::ChangesInALongTable() {
   const auto changed = [&] { return Call(m_api.get(), "controlcambioformulario", controls).toBool(); };
   view.selectRow(5000);
   QVERIFY(!changed());
-  model.item(9999, 0)->setText(QStringLiteral("otra"));
+  model.item(9999, 0)->setText(u"otra"_s);
   QVERIFY(changed());
-  model.item(9999, 0)->setText(QStringLiteral("9999"));
+  model.item(9999, 0)->setText(u"9999"_s);
   QVERIFY(!changed());
   model.removeRow(10);
   QVERIFY(changed());
@@ -233,31 +231,31 @@ void tst_control_services::ChangesInALongTable() {
 
 void tst_control_services::ControlsWithoutMemoryAreUnchanged() {
   QLineEdit known;
-  QLineEdit added(QStringLiteral("x"));
+  QLineEdit added(u"x"_s);
   Call(m_api.get(), "establecercontrolcambioformulario", QObjectList{&known, nullptr});
-  added.setText(QStringLiteral("y"));
+  added.setText(u"y"_s);
   QVERIFY(!Call(m_api.get(), "controlcambioformulario", QObjectList{&known, &added, nullptr}).toBool());
 }
 
 void tst_control_services::PartsOfControlsAreNotLookedAt() {
   QWidget dialog;
   auto* combo = new QComboBox(&dialog);
-  combo->addItem(QStringLiteral("España"), 35);
+  combo->addItem(u"España"_s, 35);
   combo->view();
   const QObjectList controls = dialog.findChildren<QObject*>();
   QVERIFY(controls.size() > 2);
   Call(m_api.get(), "establecercontrolcambioformulario", controls);
-  combo->addItem(QStringLiteral("Francia"), 73);
+  combo->addItem(u"Francia"_s, 73);
   QVERIFY(!Call(m_api.get(), "controlcambioformulario", controls).toBool());
 }
 
 void tst_control_services::WidthsComeBack_data() {
   QTest::addColumn<QString>("key");
-  QTest::newRow("title and path") << QStringLiteral("Benefactores\\Raíz\\Bancos");
-  QTest::newRow("slashes") << QStringLiteral("/a//b/../c");
-  QTest::newRow("ini marks") << QStringLiteral("[x]=y;%1 \"z\" 50%");
+  QTest::newRow("title and path") << u"Benefactores\\Raíz\\Bancos"_s;
+  QTest::newRow("slashes") << u"/a//b/../c"_s;
+  QTest::newRow("ini marks") << u"[x]=y;%1 \"z\" 50%"_s;
   QTest::newRow("empty") << QString();
-  QTest::newRow("line break") << QStringLiteral("a\nb\0c");
+  QTest::newRow("line break") << u"a\nb\0c"_s;
 }
 
 void tst_control_services::WidthsComeBack() {
@@ -268,27 +266,27 @@ void tst_control_services::WidthsComeBack() {
   saved.setColumnWidth(0, 61);
   saved.setColumnWidth(1, 152);
   saved.setColumnHidden(2, true);
-  Call(m_api.get(), "SalvarAnchos", &saved, key, QStringLiteral("frmBanco"));
+  Call(m_api.get(), "SalvarAnchos", &saved, key, u"frmBanco"_s);
   QTableView loaded;
   loaded.setModel(&model);
-  Call(m_api.get(), "CargarAnchos", &loaded, key, QStringLiteral("frmBanco"));
+  Call(m_api.get(), "CargarAnchos", &loaded, key, u"frmBanco"_s);
   QCOMPARE(loaded.columnWidth(0), 61);
   QCOMPARE(loaded.columnWidth(1), 152);
   QCOMPARE(loaded.columnWidth(2), QTableView().horizontalHeader()->defaultSectionSize());
 
   QTableView other;
   other.setModel(&model);
-  Call(m_api.get(), "CargarAnchos", &other, key, QStringLiteral("frmOtro"));
+  Call(m_api.get(), "CargarAnchos", &other, key, u"frmOtro"_s);
   QVERIFY(other.columnWidth(0) != 61);
 }
 
 void tst_control_services::HostileWidthsAreIgnored_data() {
   QTest::addColumn<QVariant>("stored");
-  QTest::newRow("negative") << QVariant(QStringList{QStringLiteral("-5")});
-  QTest::newRow("huge") << QVariant(QStringList{QStringLiteral("99999999999999999999")});
-  QTest::newRow("text") << QVariant(QStringLiteral("ancho"));
+  QTest::newRow("negative") << QVariant(QStringList{u"-5"_s});
+  QTest::newRow("huge") << QVariant(QStringList{u"99999999999999999999"_s});
+  QTest::newRow("text") << QVariant(u"ancho"_s);
   QTest::newRow("another type") << QVariant(QSize(3, 4));
-  QTest::newRow("more columns than the grid") << QVariant(QStringList(1000, QStringLiteral("x")));
+  QTest::newRow("more columns than the grid") << QVariant(QStringList(1000, u"x"_s));
 }
 
 void tst_control_services::HostileWidthsAreIgnored() {
@@ -296,14 +294,14 @@ void tst_control_services::HostileWidthsAreIgnored() {
   QStandardItemModel model(1, 1);
   QTableView grid;
   grid.setModel(&model);
-  Call(m_api.get(), "SalvarAnchos", &grid, QStringLiteral("k"), QStringLiteral("f"));
+  Call(m_api.get(), "SalvarAnchos", &grid, u"k"_s, u"f"_s);
   {
     QSettings settings(m_session.settingsFile, QSettings::IniFormat);
     QCOMPARE(settings.allKeys().size(), 1);
     settings.setValue(settings.allKeys().constFirst(), stored);
   }
   const int width = grid.columnWidth(0);
-  Call(m_api.get(), "CargarAnchos", &grid, QStringLiteral("k"), QStringLiteral("f"));
+  Call(m_api.get(), "CargarAnchos", &grid, u"k"_s, u"f"_s);
   QCOMPARE(grid.columnWidth(0), width);
 }
 

@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using automation::Call;
 using automation::Ref;
 
@@ -66,8 +68,8 @@ void tst_list_helper::initTestCase() {
   m_database = std::make_unique<HostDatabase>();
   m_session.connection = m_database->Connection();
   host::RegisterClasses(m_session);
-  m_lists = automation::CreateObject(QStringLiteral("KELAPI.CLISTAS"));
-  m_api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+  m_lists = automation::CreateObject(u"KELAPI.CLISTAS"_s);
+  m_api = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0049', 'Banco Ñandú')");
   m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0100', 'Banco Nuevo')");
   m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0200', 'banco central')");
@@ -91,7 +93,7 @@ void tst_list_helper::FillProvinces(QComboBox& combo) const {
 void tst_list_helper::Countries() {
   QComboBox combo;
   Call(Lists(), "RellenarComboPais", m_session.connection, &combo, 35, true);
-  QCOMPARE(combo.currentText(), QStringLiteral("España"));
+  QCOMPARE(combo.currentText(), u"España"_s);
   QCOMPARE(combo.currentData(Qt::UserRole).toInt(), 35);
   QVERIFY(combo.count() > 200);
 
@@ -102,17 +104,16 @@ void tst_list_helper::Countries() {
 void tst_list_helper::ListsAreSortedInSpanish() {
   QComboBox combo;
   Call(Lists(), "rellenarcombobancos", &combo, m_session.connection, QVariant(), true);
-  QCOMPARE(TextsOf(combo), (QStringList{QStringLiteral("banco central"), QStringLiteral("Banco Nuevo"),
-                                        QStringLiteral("Banco Ñandú")}));
+  QCOMPARE(TextsOf(combo), (QStringList{u"banco central"_s, u"Banco Nuevo"_s, u"Banco Ñandú"_s}));
 }
 
 void tst_list_helper::ClearingOrAdding() {
   QComboBox combo;
-  combo.addItem(QStringLiteral("Todos"), 0);
+  combo.addItem(u"Todos"_s, 0);
   Call(Lists(), "rellenarcombobancos", &combo, m_session.connection, 2, false);
   QCOMPARE(combo.count(), 4);
-  QCOMPARE(combo.itemText(0), QStringLiteral("Todos"));
-  QCOMPARE(combo.currentText(), QStringLiteral("Banco Nuevo"));
+  QCOMPARE(combo.itemText(0), u"Todos"_s);
+  QCOMPARE(combo.currentText(), u"Banco Nuevo"_s);
   Call(Lists(), "rellenarcombobancos", &combo, m_session.connection, 99, true);
   QCOMPARE(combo.count(), 3);
   QCOMPARE(combo.currentIndex(), -1);
@@ -130,25 +131,25 @@ void tst_list_helper::ProvincesOfACountry() {
 void tst_list_helper::BanksAndBranches() {
   QComboBox branches;
   Call(Lists(), "rellenarcombosucursales", &branches, 1, m_session.connection, 1, true);
-  QCOMPARE(TextsOf(branches), (QStringList{QStringLiteral("Centro"), QStringLiteral("Principal")}));
-  QCOMPARE(branches.currentText(), QStringLiteral("Principal"));
+  QCOMPARE(TextsOf(branches), (QStringList{u"Centro"_s, u"Principal"_s}));
+  QCOMPARE(branches.currentText(), u"Principal"_s);
 }
 
 void tst_list_helper::NumbersAndCodes_data() {
   QTest::addColumn<QString>("column");
   QTest::addColumn<QVariant>("typed");
   QTest::addColumn<QString>("selected");
-  const QString bank = QStringLiteral("IDBanco");
-  const QString branch = QStringLiteral("IDSucursal");
-  QTest::newRow("bank") << bank << QVariant(QStringLiteral("0049")) << QStringLiteral("Banco Ñandú");
-  QTest::newRow("bank without zeros") << bank << QVariant(QStringLiteral(" 49 ")) << QStringLiteral("Banco Ñandú");
-  QTest::newRow("bank as a number") << bank << QVariant(100) << QStringLiteral("Banco Nuevo");
-  QTest::newRow("no such bank") << bank << QVariant(QStringLiteral("9999")) << QString();
-  QTest::newRow("deleted bank") << bank << QVariant(QStringLiteral("0300")) << QString();
+  const QString bank = u"IDBanco"_s;
+  const QString branch = u"IDSucursal"_s;
+  QTest::newRow("bank") << bank << QVariant(u"0049"_s) << u"Banco Ñandú"_s;
+  QTest::newRow("bank without zeros") << bank << QVariant(u" 49 "_s) << u"Banco Ñandú"_s;
+  QTest::newRow("bank as a number") << bank << QVariant(100) << u"Banco Nuevo"_s;
+  QTest::newRow("no such bank") << bank << QVariant(u"9999"_s) << QString();
+  QTest::newRow("deleted bank") << bank << QVariant(u"0300"_s) << QString();
   QTest::newRow("nothing typed") << bank << QVariant(QString()) << QString();
-  QTest::newRow("hostile text") << bank << QVariant(QStringLiteral("'; DELETE FROM Bancos")) << QString();
-  QTest::newRow("branch among those listed") << branch << QVariant(QStringLiteral("1")) << QStringLiteral("Principal");
-  QTest::newRow("branch of another bank") << branch << QVariant(QStringLiteral("0007")) << QString();
+  QTest::newRow("hostile text") << bank << QVariant(u"'; DELETE FROM Bancos"_s) << QString();
+  QTest::newRow("branch among those listed") << branch << QVariant(u"1"_s) << u"Principal"_s;
+  QTest::newRow("branch of another bank") << branch << QVariant(u"0007"_s) << QString();
 }
 
 void tst_list_helper::NumbersAndCodes() {
@@ -171,37 +172,36 @@ void tst_list_helper::NumbersAndCodes() {
 }
 
 void tst_list_helper::UnknownListIsRefused() {
-  QCOMPARE(Call(Lists(), "CargarBancoSucursalCaja", QStringLiteral("IDBanco"), 0, 999).toString(), QString());
-  QCOMPARE(ErrorOf([this] { Call(Lists(), "CargarBancoSucursalCaja", QStringLiteral("Usuarios"), 0, 1); }),
+  QCOMPARE(Call(Lists(), "CargarBancoSucursalCaja", u"IDBanco"_s, 0, 999).toString(), QString());
+  QCOMPARE(ErrorOf([this] { Call(Lists(), "CargarBancoSucursalCaja", u"Usuarios"_s, 0, 1); }),
            int(automation::InvalidProcedureCall));
 }
 
 void tst_list_helper::FromAStatementOrATable() {
   QComboBox combo;
   Call(Lists(), "RellenarCombo", &combo,
-       QStringLiteral("  select IDBanco, Nombre AS Banco FROM Bancos WHERE Eliminado=0 ORDER BY Numero DESC"),
-       QStringLiteral("BANCO"), QStringLiteral("IDBANCO"), true);
-  QCOMPARE(combo.itemText(0), QStringLiteral("banco central"));
+       u"  select IDBanco, Nombre AS Banco FROM Bancos WHERE Eliminado=0 ORDER BY Numero DESC"_s, u"BANCO"_s,
+       u"IDBANCO"_s, true);
+  QCOMPARE(combo.itemText(0), u"banco central"_s);
   QCOMPARE(combo.itemData(0).toInt(), 3);
   QCOMPARE(combo.currentIndex(), -1);
-  Call(Lists(), "RellenarCombo", &combo, QStringLiteral("Bancos"), QStringLiteral("Nombre"), QStringLiteral("IDBanco"),
-       true);
+  Call(Lists(), "RellenarCombo", &combo, u"Bancos"_s, u"Nombre"_s, u"IDBanco"_s, true);
   QCOMPARE(combo.count(), 4);
-  QCOMPARE(combo.itemText(1), QStringLiteral("Banco Cerrado"));
+  QCOMPARE(combo.itemText(1), u"Banco Cerrado"_s);
 }
 
 void tst_list_helper::FindingAnItem() {
   QComboBox combo;
-  combo.addItem(QStringLiteral("sin dato"));
-  combo.addItem(QStringLiteral("texto"), QStringLiteral("7"));
-  combo.addItem(QStringLiteral("entero"), qint64(8));
+  combo.addItem(u"sin dato"_s);
+  combo.addItem(u"texto"_s, u"7"_s);
+  combo.addItem(u"entero"_s, qint64(8));
   Call(Lists(), "LocalizarElementoLista", &combo, 8);
-  QCOMPARE(combo.currentText(), QStringLiteral("entero"));
+  QCOMPARE(combo.currentText(), u"entero"_s);
   Call(Lists(), "LocalizarElementoLista", &combo, 7.0);
-  QCOMPARE(combo.currentText(), QStringLiteral("texto"));
+  QCOMPARE(combo.currentText(), u"texto"_s);
   Call(Lists(), "LocalizarElementoLista", &combo, 9);
   Call(Lists(), "LocalizarElementoLista", &combo, QVariant());
-  QCOMPARE(combo.currentText(), QStringLiteral("texto"));
+  QCOMPARE(combo.currentText(), u"texto"_s);
 }
 
 void tst_list_helper::ClosedConnectionIsOpened() {
@@ -209,7 +209,7 @@ void tst_list_helper::ClosedConnectionIsOpened() {
   QComboBox combo;
   Call(Lists(), "RellenarComboPais", connection.get(), &combo, 35, true);
   QCOMPARE(connection->State(), int(adodb::StateOpen));
-  QCOMPARE(combo.currentText(), QStringLiteral("España"));
+  QCOMPARE(combo.currentText(), u"España"_s);
 }
 
 void tst_list_helper::ChangeIsSignalledOnce() {
@@ -224,13 +224,13 @@ void tst_list_helper::ChangeIsSignalledOnce() {
 void tst_list_helper::ProvinceFollowsPostcode_data() {
   QTest::addColumn<QString>("postcode");
   QTest::addColumn<QString>("province");
-  QTest::newRow("complete") << QStringLiteral("28013") << QStringLiteral("Madrid");
-  QTest::newRow("two digits") << QStringLiteral("42") << QStringLiteral("Soria");
-  QTest::newRow("blanks around") << QStringLiteral(" 08001 ") << QStringLiteral("Barcelona");
-  QTest::newRow("no such prefix") << QStringLiteral("99123") << QStringLiteral("Albacete");
-  QTest::newRow("foreign") << QStringLiteral("SW1A 1AA") << QStringLiteral("Albacete");
-  QTest::newRow("too short") << QStringLiteral("2") << QStringLiteral("Albacete");
-  QTest::newRow("a quote") << QStringLiteral("''") << QStringLiteral("Albacete");
+  QTest::newRow("complete") << u"28013"_s << u"Madrid"_s;
+  QTest::newRow("two digits") << u"42"_s << u"Soria"_s;
+  QTest::newRow("blanks around") << u" 08001 "_s << u"Barcelona"_s;
+  QTest::newRow("no such prefix") << u"99123"_s << u"Albacete"_s;
+  QTest::newRow("foreign") << u"SW1A 1AA"_s << u"Albacete"_s;
+  QTest::newRow("too short") << u"2"_s << u"Albacete"_s;
+  QTest::newRow("a quote") << u"''"_s << u"Albacete"_s;
 }
 
 void tst_list_helper::ProvinceFollowsPostcode() {
@@ -238,7 +238,7 @@ void tst_list_helper::ProvinceFollowsPostcode() {
   QFETCH(QString, province);
   QComboBox combo;
   FillProvinces(combo);
-  combo.setCurrentText(QStringLiteral("Albacete"));
+  combo.setCurrentText(u"Albacete"_s);
   QLineEdit box;
   QTest::keyClicks(&box, postcode);
   QObject* changed = &box;
@@ -252,30 +252,30 @@ void tst_list_helper::ProvinceFollowsPostcode() {
 void tst_list_helper::ChosenExceptionStays() {
   QComboBox combo;
   FillProvinces(combo);
-  QLineEdit box(QStringLiteral("26127"));
+  QLineEdit box(u"26127"_s);
   Call(m_api.get(), "SeleccionarCP_Provincia", &box, &combo, m_session.connection);
-  QCOMPARE(combo.currentText(), QStringLiteral("La Rioja"));
-  combo.setCurrentText(QStringLiteral("Soria"));
+  QCOMPARE(combo.currentText(), u"La Rioja"_s);
+  combo.setCurrentText(u"Soria"_s);
   Call(m_api.get(), "SeleccionarCP_Provincia", &combo, &box, m_session.connection);
-  QCOMPARE(box.text(), QStringLiteral("26127"));
+  QCOMPARE(box.text(), u"26127"_s);
   Call(m_api.get(), "SeleccionarCP_Provincia", &box, &combo, m_session.connection);
-  QCOMPARE(combo.currentText(), QStringLiteral("Soria"));
+  QCOMPARE(combo.currentText(), u"Soria"_s);
 }
 
 void tst_list_helper::PostcodeFollowsProvince_data() {
   QTest::addColumn<QString>("typed");
   QTest::addColumn<QString>("province");
   QTest::addColumn<QString>("expected");
-  const QString madrid = QStringLiteral("Madrid");
-  QTest::newRow("empty") << QString() << madrid << QStringLiteral("28");
-  QTest::newRow("blanks") << QStringLiteral("  ") << madrid << QStringLiteral("28");
-  QTest::newRow("other prefix") << QStringLiteral("08") << madrid << QStringLiteral("28");
-  QTest::newRow("half a postcode") << QStringLiteral("0801") << madrid << QStringLiteral("2801");
-  QTest::newRow("fits already") << QStringLiteral("280") << madrid << QStringLiteral("280");
-  QTest::newRow("complete one stays") << QStringLiteral("08001") << madrid << QStringLiteral("08001");
-  QTest::newRow("foreign one stays") << QStringLiteral("D-10") << madrid << QStringLiteral("D-10");
+  const QString madrid = u"Madrid"_s;
+  QTest::newRow("empty") << QString() << madrid << u"28"_s;
+  QTest::newRow("blanks") << u"  "_s << madrid << u"28"_s;
+  QTest::newRow("other prefix") << u"08"_s << madrid << u"28"_s;
+  QTest::newRow("half a postcode") << u"0801"_s << madrid << u"2801"_s;
+  QTest::newRow("fits already") << u"280"_s << madrid << u"280"_s;
+  QTest::newRow("complete one stays") << u"08001"_s << madrid << u"08001"_s;
+  QTest::newRow("foreign one stays") << u"D-10"_s << madrid << u"D-10"_s;
   QTest::newRow("no province") << QString() << QString() << QString();
-  QTest::newRow("leading zero") << QString() << QStringLiteral("Albacete") << QStringLiteral("02");
+  QTest::newRow("leading zero") << QString() << u"Albacete"_s << u"02"_s;
 }
 
 void tst_list_helper::PostcodeFollowsProvince() {
@@ -294,8 +294,8 @@ void tst_list_helper::PostcodeFollowsProvince() {
 
 void tst_list_helper::FormattedAmountGoesBackIntoTheDatabase() {
   const QString amount = Call(m_api.get(), "FormatearAEuros", 1234.5).toString();
-  m_database->Run(qPrintable(
-      QStringLiteral("INSERT INTO TipoPublicaciones (Nombre, ImporteNacional) VALUES('Boletín', '%1')").arg(amount)));
+  m_database->Run(
+      qPrintable(u"INSERT INTO TipoPublicaciones (Nombre, ImporteNacional) VALUES('Boletín', '%1')"_s.arg(amount)));
   QCOMPARE(m_database->Value("SELECT ImporteNacional FROM TipoPublicaciones").toDouble(), 1234.5);
 }
 

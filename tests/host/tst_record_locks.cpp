@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using automation::Call;
 using automation::Ref;
 
@@ -29,28 +31,25 @@ class User {
     m_session.connection = m_connection.get();
     m_session.userId = id;
     m_session.userName = name;
-    m_session.title = QStringLiteral("Benefactores");
+    m_session.title = u"Benefactores"_s;
     m_session.showRefusedLocks = false;
     host::RegisterClasses(m_session);
-    m_api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+    m_api = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   }
   ~User() { host::UnregisterClasses(); }
 
   /// Whether this user holds the record now.
   bool Lock(int key) {
     bool held = false;
-    const bool refused = Call(m_api.get(), "BloqueoRegistro", m_api.get(), QStringLiteral("frmBanco"),
-                              QStringLiteral("IDBanco"), key, Ref(held))
-                             .toBool();
+    const bool refused =
+        Call(m_api.get(), "BloqueoRegistro", m_api.get(), u"frmBanco"_s, u"IDBanco"_s, key, Ref(held)).toBool();
     if (held == refused) {
-      throw automation::Error(5, QStringLiteral("the result and the flag contradict each other"));
+      throw automation::Error(5, u"the result and the flag contradict each other"_s);
     }
     return held;
   }
 
-  void Unlock(int key) {
-    Call(m_api.get(), "DesbloqueoRegistro", m_api.get(), QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), key);
-  }
+  void Unlock(int key) { Call(m_api.get(), "DesbloqueoRegistro", m_api.get(), u"frmBanco"_s, u"IDBanco"_s, key); }
 
   host::Session& Session() { return m_session; }
   QObject* Api() { return m_api.get(); }
@@ -64,7 +63,7 @@ class User {
 // The other program: locks the records 1 to `count` as user 2, prints which it got, and keeps them until its input
 // ends.
 int RunHolder(const QString& connectionString, int count) {
-  User user(connectionString, 2, QStringLiteral("Otra"));
+  User user(connectionString, 2, u"Otra"_s);
   QTextStream out(stdout);
   for (int key = 1; key <= count; ++key) {
     if (user.Lock(key)) {
@@ -80,8 +79,7 @@ class Holder {
  public:
   Holder(const QString& connectionString, int count) {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--holder"), connectionString, QString::number(count)});
+    m_process.start(QCoreApplication::applicationFilePath(), {u"--holder"_s, connectionString, QString::number(count)});
   }
   ~Holder() { Kill(); }
 
@@ -144,8 +142,8 @@ void tst_record_locks::init() {
 }
 
 void tst_record_locks::OneHolderAtATime() {
-  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
-  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  User first(m_database->ConnectionString(), 1, u"Ana"_s);
+  User second(m_database->ConnectionString(), 2, u"Blas"_s);
   QVERIFY(first.Lock(5));
   QVERIFY(!second.Lock(5));
   first.Unlock(5);
@@ -154,7 +152,7 @@ void tst_record_locks::OneHolderAtATime() {
 }
 
 void tst_record_locks::OwnSecondTrySucceeds() {
-  User user(m_database->ConnectionString(), 1, QStringLiteral("D'Ors \"el bueno\""));
+  User user(m_database->ConnectionString(), 1, u"D'Ors \"el bueno\""_s);
   QVERIFY(user.Lock(5));
   QVERIFY(user.Lock(5));
   QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 1);
@@ -164,27 +162,27 @@ void tst_record_locks::OwnSecondTrySucceeds() {
 }
 
 void tst_record_locks::OnlyTheOwnLockIsReleased() {
-  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
-  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  User first(m_database->ConnectionString(), 1, u"Ana"_s);
+  User second(m_database->ConnectionString(), 2, u"Blas"_s);
   QVERIFY(first.Lock(5));
   second.Unlock(5);
   QVERIFY(!second.Lock(5));
 }
 
 void tst_record_locks::RecordsAreApart() {
-  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
-  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  User first(m_database->ConnectionString(), 1, u"Ana"_s);
+  User second(m_database->ConnectionString(), 2, u"Blas"_s);
   QVERIFY(first.Lock(5));
   QVERIFY(second.Lock(6));
   bool held = false;
   QObject* none = nullptr;
-  Call(second.Api(), "BloqueoRegistro", none, QStringLiteral("frmPais"), QStringLiteral("IDPais"), 5, Ref(held));
+  Call(second.Api(), "BloqueoRegistro", none, u"frmPais"_s, u"IDPais"_s, 5, Ref(held));
   QVERIFY(held);
 }
 
 void tst_record_locks::HolderIsTold() {
-  User first(m_database->ConnectionString(), 1, QStringLiteral("Ana <b>Ruiz</b>"));
-  User second(m_database->ConnectionString(), 2, QStringLiteral("Blas"));
+  User first(m_database->ConnectionString(), 1, u"Ana <b>Ruiz</b>"_s);
+  User second(m_database->ConnectionString(), 2, u"Blas"_s);
   second.Session().showRefusedLocks = true;
   QVERIFY(first.Lock(5));
   MessageCatcher catcher;
@@ -193,18 +191,18 @@ void tst_record_locks::HolderIsTold() {
   const std::optional<host::LockHolder> holder = second.Session().lastRefusal;
   QVERIFY(holder.has_value());
   QCOMPARE(holder->userId, 1);
-  QCOMPARE(holder->userName, QStringLiteral("Ana <b>Ruiz</b>"));
+  QCOMPARE(holder->userName, u"Ana <b>Ruiz</b>"_s);
   QCOMPARE(holder->process, host::CurrentProcess());
   QVERIFY(qAbs(holder->since.secsTo(QDateTime::currentDateTimeUtc())) < 600);
 
   QCOMPARE(catcher.Messages().size(), std::size_t(1));
   const MessageCatcher::Message& message = catcher.Messages().front();
-  QCOMPARE(message.title, QStringLiteral("Benefactores"));
+  QCOMPARE(message.title, u"Benefactores"_s);
   QCOMPARE(message.icon, QMessageBox::Information);
   QCOMPARE(message.format, Qt::PlainText);
-  QVERIFY(message.text.contains(QStringLiteral("Ana <b>Ruiz</b>")));
+  QVERIFY(message.text.contains(u"Ana <b>Ruiz</b>"_s));
   QVERIFY(message.text.contains(holder->process.machine));
-  QVERIFY(message.text.contains(holder->since.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm"))));
+  QVERIFY(message.text.contains(holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
 
   first.Unlock(5);
   QVERIFY(second.Lock(5));
@@ -213,20 +211,19 @@ void tst_record_locks::HolderIsTold() {
 }
 
 void tst_record_locks::SessionConnectionServesWhereNoneIsGiven() {
-  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User user(m_database->ConnectionString(), 1, u"Ana"_s);
   QObject withoutConnection;
   for (QObject* services : std::initializer_list<QObject*>{nullptr, &withoutConnection}) {
     bool held = false;
     QObject* reference = services;
-    Call(user.Api(), "BloqueoRegistro", Ref(reference), QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), 5,
-         Ref(held));
+    Call(user.Api(), "BloqueoRegistro", Ref(reference), u"frmBanco"_s, u"IDBanco"_s, 5, Ref(held));
     QVERIFY(held);
     QCOMPARE(reference, services);
   }
 }
 
 void tst_record_locks::AnotherProcessIsRefused() {
-  User user(m_database->ConnectionString(), 2, QStringLiteral("Otra"));
+  User user(m_database->ConnectionString(), 2, u"Otra"_s);
   QVERIFY(user.Lock(1));
   Holder holder(m_database->ConnectionString(), 2);
   QCOMPARE(holder.Held(), QList<int>{2});
@@ -262,7 +259,7 @@ void tst_record_locks::ProcessesNeverShareARecord() {
 }
 
 void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
-  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User user(m_database->ConnectionString(), 1, u"Ana"_s);
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   QVERIFY(!user.Lock(1));
@@ -274,53 +271,49 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
 // Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
 void tst_record_locks::LocksThatCannotBeJudgedStay_data() {
   QTest::addColumn<QString>("assignment");
-  QTest::newRow("another machine") << QStringLiteral("Equipo='otro-equipo'");
-  QTest::newRow("no machine") << QStringLiteral("Equipo=NULL");
-  QTest::newRow("no start") << QStringLiteral("InicioProceso=''");
-  QTest::newRow("foreign start") << QStringLiteral("InicioProceso='12:30'");
-  QTest::newRow("another machine of the same name") << QStringLiteral("InicioProceso='m b n 1'");
+  QTest::newRow("another machine") << u"Equipo='otro-equipo'"_s;
+  QTest::newRow("no machine") << u"Equipo=NULL"_s;
+  QTest::newRow("no start") << u"InicioProceso=''"_s;
+  QTest::newRow("foreign start") << u"InicioProceso='12:30'"_s;
+  QTest::newRow("another machine of the same name") << u"InicioProceso='m b n 1'"_s;
 }
 
 void tst_record_locks::LocksThatCannotBeJudgedStay() {
   QFETCH(QString, assignment);
-  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User user(m_database->ConnectionString(), 1, u"Ana"_s);
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   holder.Kill();
-  m_database->Run(qPrintable(QStringLiteral("UPDATE BloqueoRegistros SET ") + assignment));
+  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET "_s + assignment));
   QVERIFY(!user.Lock(1));
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
 
 void tst_record_locks::LockFromBeforeARebootIsTakenOver() {
-  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
+  User user(m_database->ConnectionString(), 1, u"Ana"_s);
   QVERIFY(user.Lock(1));
   QStringList start = host::CurrentProcess().start.split(u' ');
   QCOMPARE(start.size(), 4);
   QVERIFY(host::CurrentProcess().start.size() <= 40);
-  start[1] = QStringLiteral("00000000");
-  m_database->Run(
-      qPrintable(QStringLiteral("UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='%1'").arg(start.join(u' '))));
+  start[1] = u"00000000"_s;
+  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='%1'"_s.arg(start.join(u' '))));
   QVERIFY(user.Lock(1));
 }
 
 void tst_record_locks::WithoutAConnection() {
   host::Session session;
   host::RegisterClasses(session);
-  const auto api = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+  const auto api = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   bool held = true;
-  QCOMPARE(ErrorOf([&] {
-             Call(api.get(), "BloqueoRegistro", nullptr, QStringLiteral("frmBanco"), QStringLiteral("IDBanco"), 1,
-                  Ref(held));
-           }),
+  QCOMPARE(ErrorOf([&] { Call(api.get(), "BloqueoRegistro", nullptr, u"frmBanco"_s, u"IDBanco"_s, 1, Ref(held)); }),
            int(automation::ObjectNotSet));
   host::UnregisterClasses();
 }
 
 // What is refused for another reason than a holder must not look like a lock.
 void tst_record_locks::DatabaseErrorsPass() {
-  User user(m_database->ConnectionString(), 1, QStringLiteral("Ana"));
-  const auto closed = database::CreateConnection(QStringLiteral("Motor=sqlite;Archivo=/no/hay/carpeta/kel.db"));
+  User user(m_database->ConnectionString(), 1, u"Ana"_s);
+  const auto closed = database::CreateConnection(u"Motor=sqlite;Archivo=/no/hay/carpeta/kel.db"_s);
   user.Session().connection = closed.get();
   QVERIFY(ErrorOf([&user] { user.Lock(1); }) != 0);
   QVERIFY(!user.Session().lastRefusal.has_value());

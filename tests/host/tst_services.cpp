@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using automation::Call;
 using automation::Get;
 using automation::Put;
@@ -41,9 +43,9 @@ class tst_services : public QObject {
 
 void tst_services::init() {
   m_session = {};
-  m_session.title = QStringLiteral("Benefactores");
+  m_session.title = u"Benefactores"_s;
   host::RegisterClasses(m_session);
-  m_api = automation::CreateObject(QStringLiteral("kelapi.CPRINCIPAL"));
+  m_api = automation::CreateObject(u"kelapi.CPRINCIPAL"_s);
 }
 
 void tst_services::cleanup() {
@@ -52,14 +54,14 @@ void tst_services::cleanup() {
 }
 
 void tst_services::EveryObjectSharesTheSession() {
-  m_session.icon = QStringLiteral("/i.ico");
+  m_session.icon = u"/i.ico"_s;
   m_session.userId = 7;
   m_session.userKind = 1;
   m_session.velumar = true;
-  const auto fresh = automation::CreateObject(QStringLiteral("KelApi.cPrincipal"));
+  const auto fresh = automation::CreateObject(u"KelApi.cPrincipal"_s);
   for (QObject* api : {m_api.get(), fresh.get()}) {
-    QCOMPARE(Get(api, "TITULOAPLICACION").toString(), QStringLiteral("Benefactores"));
-    QCOMPARE(Get(api, "Icono").toString(), QStringLiteral("/i.ico"));
+    QCOMPARE(Get(api, "TITULOAPLICACION").toString(), u"Benefactores"_s);
+    QCOMPARE(Get(api, "Icono").toString(), u"/i.ico"_s);
     QCOMPARE(Get(api, "IDUsuario").toInt(), 7);
     QCOMPARE(Get(api, "TipoUsuario").toInt(), 1);
     QCOMPARE(Get(api, "velumar").toBool(), true);
@@ -68,10 +70,10 @@ void tst_services::EveryObjectSharesTheSession() {
 }
 
 void tst_services::TheRequestBelongsToOneObject() {
-  const auto fresh = automation::CreateObject(QStringLiteral("KelApi.cPrincipal"));
+  const auto fresh = automation::CreateObject(u"KelApi.cPrincipal"_s);
   Put(m_api.get(), "IDNodo", 19);
   Put(m_api.get(), "accion", 2);
-  Put(m_api.get(), "IDSeleccionado", QStringLiteral("35"));
+  Put(m_api.get(), "IDSeleccionado", u"35"_s);
   Put(m_api.get(), "IDAux", QVariant::fromValue(this));
   QCOMPARE(Get(m_api.get(), "idnodo").toInt(), 19);
   QCOMPARE(Get(m_api.get(), "Accion").toInt(), 2);
@@ -129,17 +131,16 @@ void tst_services::Members() {
 
 void tst_services::ErrorIsShown() {
   MessageCatcher catcher;
-  automation::Err().Set(automation::Error(13, QStringLiteral("<b>No coinciden</b>")));
-  Call(m_api.get(), "VerError", QStringLiteral("Form Load"), QStringLiteral("Emisores"),
-       QStringLiteral("KelConfiguracion"));
+  automation::Err().Set(automation::Error(13, u"<b>No coinciden</b>"_s));
+  Call(m_api.get(), "VerError", u"Form Load"_s, u"Emisores"_s, u"KelConfiguracion"_s);
   automation::Err().Clear();
   QCOMPARE(catcher.Messages().size(), std::size_t(1));
   const MessageCatcher::Message& message = catcher.Messages().front();
-  QCOMPARE(message.title, QStringLiteral("Benefactores"));
+  QCOMPARE(message.title, u"Benefactores"_s);
   QCOMPARE(message.icon, QMessageBox::Critical);
   QCOMPARE(message.format, Qt::PlainText);
-  for (const QString& part : {QStringLiteral("13"), QStringLiteral("<b>No coinciden</b>"), QStringLiteral("Form Load"),
-                              QStringLiteral("Emisores"), QStringLiteral("KelConfiguracion")}) {
+  for (const QString& part :
+       {u"13"_s, u"<b>No coinciden</b>"_s, u"Form Load"_s, u"Emisores"_s, u"KelConfiguracion"_s}) {
     QVERIFY2(message.text.contains(part), qPrintable(part));
   }
 }
@@ -147,18 +148,16 @@ void tst_services::ErrorIsShown() {
 void tst_services::TaxIdentifierThroughReferences() {
   QString kind;
   QString control;
-  QCOMPARE(Call(m_api.get(), "cif_nif_valido", QStringLiteral("J99216583"), Ref(kind), Ref(control)).toInt(), 3);
-  QCOMPARE(kind, QStringLiteral("CIF"));
-  QCOMPARE(control, QStringLiteral("2"));
+  QCOMPARE(Call(m_api.get(), "cif_nif_valido", u"J99216583"_s, Ref(kind), Ref(control)).toInt(), 3);
+  QCOMPARE(kind, u"CIF"_s);
+  QCOMPARE(control, u"2"_s);
   QVariant variantKind;
   QVariant variantControl;
-  QCOMPARE(
-      Call(m_api.get(), "CIF_NIF_Valido", QStringLiteral("X1234567A"), Ref(variantKind), Ref(variantControl)).toInt(),
-      3);
-  QCOMPARE(variantKind.toString(), QStringLiteral("NIE"));
-  QCOMPARE(variantControl.toString(), QStringLiteral("L"));
-  QCOMPARE(Call(m_api.get(), "Validar_NIF", QStringLiteral("54362315-K")).toInt(), 1);
-  QCOMPARE(Call(m_api.get(), "Validar_NIF", QStringLiteral("54362315-Z")).toInt(), 3);
+  QCOMPARE(Call(m_api.get(), "CIF_NIF_Valido", u"X1234567A"_s, Ref(variantKind), Ref(variantControl)).toInt(), 3);
+  QCOMPARE(variantKind.toString(), u"NIE"_s);
+  QCOMPARE(variantControl.toString(), u"L"_s);
+  QCOMPARE(Call(m_api.get(), "Validar_NIF", u"54362315-K"_s).toInt(), 1);
+  QCOMPARE(Call(m_api.get(), "Validar_NIF", u"54362315-Z"_s).toInt(), 3);
 }
 
 void tst_services::Euros_data() {
@@ -167,10 +166,10 @@ void tst_services::Euros_data() {
   const auto typed = [](const char* text, const char* shown) {
     QTest::newRow(text) << QVariant(QString::fromUtf8(text)) << QString::fromUtf8(shown);
   };
-  QTest::newRow("whole number") << QVariant(12) << QStringLiteral("12,00");
-  QTest::newRow("decimal") << QVariant(1234.5) << QStringLiteral("1.234,50");
-  QTest::newRow("currency") << QVariant::fromValue(automation::Currency::FromScaled(185000)) << QStringLiteral("18,50");
-  QTest::newRow("half away from zero") << QVariant(0.125) << QStringLiteral("0,13");
+  QTest::newRow("whole number") << QVariant(12) << u"12,00"_s;
+  QTest::newRow("decimal") << QVariant(1234.5) << u"1.234,50"_s;
+  QTest::newRow("currency") << QVariant::fromValue(automation::Currency::FromScaled(185000)) << u"18,50"_s;
+  QTest::newRow("half away from zero") << QVariant(0.125) << u"0,13"_s;
   QTest::newRow("empty") << QVariant() << QString();
   QTest::newRow("null") << automation::Null() << QString();
   typed("1234,5", "1.234,50");
@@ -202,15 +201,15 @@ void tst_services::EuroKeys_data() {
   QTest::addColumn<int>("start");
   QTest::addColumn<int>("length");
   QTest::addColumn<int>("expected");
-  const QString text = QStringLiteral("12,50");
+  const QString text = u"12,50"_s;
   QTest::newRow("digit") << int('7') << text << 0 << 0 << int('7');
   QTest::newRow("backspace") << 8 << text << 0 << 0 << 8;
   QTest::newRow("paste") << 22 << text << 0 << 0 << 22;
   QTest::newRow("letter") << int('x') << text << 0 << 0 << 0;
   QTest::newRow("minus") << int('-') << text << 0 << 0 << 0;
   QTest::newRow("superscript digit") << 0xb2 << text << 0 << 0 << 0;
-  QTest::newRow("comma") << int(',') << QStringLiteral("12") << 2 << 0 << int(',');
-  QTest::newRow("point becomes comma") << int('.') << QStringLiteral("1.200") << 5 << 0 << int(',');
+  QTest::newRow("comma") << int(',') << u"12"_s << 2 << 0 << int(',');
+  QTest::newRow("point becomes comma") << int('.') << u"1.200"_s << 5 << 0 << int(',');
   QTest::newRow("second comma") << int(',') << text << 5 << 0 << 0;
   QTest::newRow("second mark by point") << int('.') << text << 5 << 0 << 0;
   QTest::newRow("comma over the selected one") << int(',') << text << 0 << 5 << int(',');
@@ -230,7 +229,7 @@ void tst_services::EuroKeys() {
 }
 
 void tst_services::EuroKeyInABox() {
-  QLineEdit box(QStringLiteral("12,50"));
+  QLineEdit box(u"12,50"_s);
   int key = ',';
   Call(m_api.get(), "VerificarEuros", Ref(key), &box, 0, 5);
   QCOMPARE(key, 0);

@@ -5,6 +5,8 @@
 #include <QSet>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using host::CheckTaxIdentifier;
 using host::TaxIdentifier;
 using host::TaxIdentifierVerdict;
@@ -26,7 +28,7 @@ void tst_tax_identifiers::PublishedVectors_data() {
   QTest::addColumn<QString>("kind");
   QTest::addColumn<QString>("control");
   QTest::addColumn<bool>("valid");
-  QFile file(qEnvironmentVariable("KEL_DATOS") + QStringLiteral("/nif_vectors.tsv"));
+  QFile file(qEnvironmentVariable("KEL_DATOS") + u"/nif_vectors.tsv"_s);
   QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
   const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
   for (qsizetype i = 1; i < lines.size(); ++i) {
@@ -52,7 +54,7 @@ void tst_tax_identifiers::PublishedVectors() {
     return;
   }
   QVERIFY(valid || found.verdict == TaxIdentifierVerdict::WrongCheckCharacter);
-  QCOMPARE(KindName(found.kind), kind == u"NIE" || kind == u"CIF" ? kind : QStringLiteral("NIF"));
+  QCOMPARE(KindName(found.kind), kind == u"NIE" || kind == u"CIF" ? kind : u"NIF"_s);
   QVERIFY2(control.split(u'/').contains(found.control), qPrintable(found.control));
 }
 
@@ -65,21 +67,21 @@ void tst_tax_identifiers::Verdicts_data() {
     QTest::newRow(name) << text << verdict << QString::fromLatin1(kind) << QString::fromLatin1(control);
   };
   row("empty", QString(), 2, "NIF", "");
-  row("only marks", QStringLiteral(" .- "), 2, "NIF", "");
-  row("dni without its letter", QStringLiteral("54362315"), 2, "NIF", "");
-  row("points and dash", QStringLiteral("54.362.315-k"), 1, "NIF", "K");
-  row("dash of a word processor", QStringLiteral("54362315\u2013K"), 1, "NIF", "K");
-  row("no-break space", QStringLiteral("54362315\u00a0K"), 1, "NIF", "K");
-  row("leading zeros left out", QStringLiteral("1234567L"), 1, "NIF", "L");
-  row("seven digits and a wrong letter", QStringLiteral("1234567A"), 3, "NIF", "L");
-  row("digits that are not ASCII", QStringLiteral("\u0661\u0662345678Z"), 2, "NIF", "");
-  row("first letter that no entity has", QStringLiteral("I38790911"), 4, "CIF", "");
-  row("letters only", QStringLiteral("COOPERATIVA"), 2, "CIF", "");
-  row("letter class, digit typed wrong", QStringLiteral("Q28260001"), 3, "CIF", "H");
-  row("digit class, letter typed wrong", QStringLiteral("A1234567L"), 3, "CIF", "4");
-  row("free class, wrong letter", QStringLiteral("J9921658A"), 3, "CIF", "B");
-  row("free class, wrong digit", QStringLiteral("J99216583"), 3, "CIF", "2");
-  row("province 00", QStringLiteral("A00110121"), 3, "CIF", "B");
+  row("only marks", u" .- "_s, 2, "NIF", "");
+  row("dni without its letter", u"54362315"_s, 2, "NIF", "");
+  row("points and dash", u"54.362.315-k"_s, 1, "NIF", "K");
+  row("dash of a word processor", u"54362315\u2013K"_s, 1, "NIF", "K");
+  row("no-break space", u"54362315\u00a0K"_s, 1, "NIF", "K");
+  row("leading zeros left out", u"1234567L"_s, 1, "NIF", "L");
+  row("seven digits and a wrong letter", u"1234567A"_s, 3, "NIF", "L");
+  row("digits that are not ASCII", u"\u0661\u0662345678Z"_s, 2, "NIF", "");
+  row("first letter that no entity has", u"I38790911"_s, 4, "CIF", "");
+  row("letters only", u"COOPERATIVA"_s, 2, "CIF", "");
+  row("letter class, digit typed wrong", u"Q28260001"_s, 3, "CIF", "H");
+  row("digit class, letter typed wrong", u"A1234567L"_s, 3, "CIF", "4");
+  row("free class, wrong letter", u"J9921658A"_s, 3, "CIF", "B");
+  row("free class, wrong digit", u"J99216583"_s, 3, "CIF", "2");
+  row("province 00", u"A00110121"_s, 3, "CIF", "B");
   row("very long", QString(100000, u'1'), 2, "NIF", "");
 }
 

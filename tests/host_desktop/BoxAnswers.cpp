@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QPushButton>
 
+using namespace Qt::StringLiterals;
+
 BoxAnswers::BoxAnswers(QList<QMessageBox::StandardButton> answers) : m_answers(std::move(answers)) {
   QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { Look(); });
   m_timer.start(1);
@@ -14,7 +16,7 @@ void BoxAnswers::Look() {
   if (box == nullptr) {
     return;
   }
-  m_texts.append(box->text() + QStringLiteral(" | ") + box->informativeText());
+  m_texts.append(box->text() + u" | "_s + box->informativeText());
   QAbstractButton* button = m_answers.isEmpty() ? nullptr : box->button(m_answers.takeFirst());
   if (button == nullptr) {
     button = box->defaultButton();

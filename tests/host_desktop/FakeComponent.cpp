@@ -3,9 +3,11 @@
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Invoke.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString progId = QStringLiteral("KelConfiguracion.CPrincipal");
+const QString progId = u"KelConfiguracion.CPrincipal"_s;
 FakeComponent::Behaviour currentBehaviour;
 QStringList notedRequests;
 
@@ -26,17 +28,16 @@ QStringList FakeComponent::Requests() {
 }
 
 void FakeComponent::PasarDatos(QObject* api) {
-  Serve(QStringLiteral("PasarDatos"), api);
+  Serve(u"PasarDatos"_s, api);
 }
 
 void FakeComponent::EliminarRegistro(QObject* api) {
-  Serve(QStringLiteral("EliminarRegistro"), api);
+  Serve(u"EliminarRegistro"_s, api);
 }
 
 void FakeComponent::Serve(const QString& method, QObject* api) {
   const auto number = [api](const char* name) { return automation::Get(api, name).toInt(); };
-  notedRequests.append(QStringLiteral("%1 nodo=%2 accion=%3 id=%4 aux=%5 %6")
-                           .arg(method)
+  notedRequests.append(u"%1 nodo=%2 accion=%3 id=%4 aux=%5 %6"_s.arg(method)
                            .arg(number("IDNodo"))
                            .arg(number("Accion"))
                            .arg(number("IDSeleccionado"))

@@ -6,22 +6,24 @@
 #include <QCoreApplication>
 #include <QSettings>
 
+using namespace Qt::StringLiterals;
+
 TestDesktop::TestDesktop(bool demonstration) {
   // Neither the user's settings nor the user's class registry are touched.
-  QCoreApplication::setOrganizationName(QStringLiteral("Kel"));
-  QCoreApplication::setApplicationName(QStringLiteral("kel-host"));
+  QCoreApplication::setOrganizationName(u"Kel"_s);
+  QCoreApplication::setApplicationName(u"kel-host"_s);
   QSettings::setDefaultFormat(QSettings::IniFormat);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
-  qputenv("KEL_CLASES", Path(QStringLiteral("clases.ini")).toLocal8Bit());
-  const QString database = database::ConnectionStringForFile(Path(QStringLiteral("kel.db")));
+  qputenv("KEL_CLASES", Path(u"clases.ini"_s).toLocal8Bit());
+  const QString database = database::ConnectionStringForFile(Path(u"kel.db"_s));
   database::PrepareDatabase(database, demonstration ? database::Content::Demonstration : database::Content::Reference);
   m_connection = database::CreateConnection(database);
   m_connection->Open();
   m_session.connection = m_connection.get();
-  m_session.title = QStringLiteral("Kel");
-  m_session.settingsFile = Path(QStringLiteral("anchos.ini"));
+  m_session.title = u"Kel"_s;
+  m_session.settingsFile = Path(u"anchos.ini"_s);
   host::RegisterClasses(m_session);
-  m_services = automation::CreateObject(QStringLiteral("KelAPI.cPrincipal"));
+  m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   m_bridge = std::make_unique<host::ComponentBridge>(*m_services, *m_connection);
 }
 
@@ -32,8 +34,7 @@ TestDesktop::~TestDesktop() {
 
 host::MainWindow& TestDesktop::Window() {
   if (!m_window) {
-    m_window = std::make_unique<host::MainWindow>(
-        *m_bridge, host::WindowTexts{QStringLiteral("Kel"), QStringLiteral("ana"), QStringLiteral("kel.db"), {}});
+    m_window = std::make_unique<host::MainWindow>(*m_bridge, host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
     m_window->show();
   }
   return *m_window;
@@ -45,11 +46,11 @@ host::MainWindow& TestDesktop::Restart() {
 }
 
 host::RecordList& TestDesktop::List() {
-  return *Window().findChild<host::RecordList*>(QStringLiteral("listaRegistros"));
+  return *Window().findChild<host::RecordList*>(u"listaRegistros"_s);
 }
 
 QLineEdit& TestDesktop::SearchBox() {
-  return *Window().findChild<QLineEdit*>(QStringLiteral("txtBuscar"));
+  return *Window().findChild<QLineEdit*>(u"txtBuscar"_s);
 }
 
 QAction& TestDesktop::Action(const char* name) {

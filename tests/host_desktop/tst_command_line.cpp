@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 using host::Command;
 using host::CommandLine;
 
@@ -25,8 +27,8 @@ QString Describe(const CommandLine& line) {
   add("accion", line.action != 0 ? QString::number(line.action) : QString());
   add("id", line.id != 0 ? QString::number(line.id) : QString());
   add("aux", line.aux != 0 ? QString::number(line.aux) : QString());
-  add("demo", line.demonstration ? QStringLiteral("1") : QString());
-  add("oscuro", line.dark ? QStringLiteral("1") : QString());
+  add("demo", line.demonstration ? u"1"_s : QString());
+  add("oscuro", line.dark ? u"1"_s : QString());
   return parts.join(u' ');
 }
 
@@ -50,20 +52,19 @@ void tst_command_line::Understood_data() {
   QTest::addColumn<QString>("arguments");
   QTest::addColumn<QString>("expected");
   QTest::newRow("nothing") << QString() << Row(Command::Window);
-  QTest::newRow("file") << QStringLiteral("--archivo|/tmp/a b.db") << Row(Command::Window, "archivo=/tmp/a b.db");
-  QTest::newRow("file by equals") << QStringLiteral("--archivo=/x=y.db") << Row(Command::Window, "archivo=/x=y.db");
-  QTest::newRow("base") << QStringLiteral("--base|Motor=sqlite;Archivo=k.db|--usuario|7")
+  QTest::newRow("file") << u"--archivo|/tmp/a b.db"_s << Row(Command::Window, "archivo=/tmp/a b.db");
+  QTest::newRow("file by equals") << u"--archivo=/x=y.db"_s << Row(Command::Window, "archivo=/x=y.db");
+  QTest::newRow("base") << u"--base|Motor=sqlite;Archivo=k.db|--usuario|7"_s
                         << Row(Command::Window, "base=Motor=sqlite;Archivo=k.db usuario=7");
-  QTest::newRow("demo") << QStringLiteral("--demo|--oscuro") << Row(Command::Window, "demo=1 oscuro=1");
-  QTest::newRow("toolkit's arguments") << QStringLiteral("-platform|offscreen|-reverse|--demo")
-                                       << Row(Command::Window, "demo=1");
-  QTest::newRow("dialog by name") << QStringLiteral("abrir|--nodo|20|--accion|Modificar|--id|35")
+  QTest::newRow("demo") << u"--demo|--oscuro"_s << Row(Command::Window, "demo=1 oscuro=1");
+  QTest::newRow("toolkit's arguments") << u"-platform|offscreen|-reverse|--demo"_s << Row(Command::Window, "demo=1");
+  QTest::newRow("dialog by name") << u"abrir|--nodo|20|--accion|Modificar|--id|35"_s
                                   << Row(Command::OpenDialog, "nodo=20 accion=2 id=35");
-  QTest::newRow("branch of a bank") << QStringLiteral("abrir|--nodo|0|--accion|1|--aux|3")
+  QTest::newRow("branch of a bank") << u"abrir|--nodo|0|--accion|1|--aux|3"_s
                                     << Row(Command::OpenDialog, "nodo=0 accion=1 aux=3");
-  QTest::newRow("register") << QStringLiteral("registrar|lib.so") << Row(Command::Register, "biblioteca=lib.so");
-  QTest::newRow("forget") << QStringLiteral("desregistrar") << Row(Command::Unregister);
-  QTest::newRow("help wins") << QStringLiteral("abrir|--ayuda") << Row(Command::Help);
+  QTest::newRow("register") << u"registrar|lib.so"_s << Row(Command::Register, "biblioteca=lib.so");
+  QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
+  QTest::newRow("help wins") << u"abrir|--ayuda"_s << Row(Command::Help);
 }
 
 void tst_command_line::Understood() {
@@ -75,24 +76,23 @@ void tst_command_line::Understood() {
 void tst_command_line::Refused_data() {
   QTest::addColumn<QString>("arguments");
   QTest::addColumn<QString>("mentioned");
-  QTest::newRow("unknown option") << QStringLiteral("--archibo|x") << QStringLiteral("«--archibo»");
-  QTest::newRow("unknown command") << QStringLiteral("cerrar") << QStringLiteral("«cerrar»");
-  QTest::newRow("value missing") << QStringLiteral("--archivo") << QStringLiteral("Falta el valor");
-  QTest::newRow("empty value") << QStringLiteral("--archivo=") << QStringLiteral("Falta el valor");
-  QTest::newRow("flag with value") << QStringLiteral("--demo=1") << QStringLiteral("no lleva ningún valor");
-  QTest::newRow("no number") << QStringLiteral("--usuario|ana") << QStringLiteral("«ana»");
-  QTest::newRow("too big") << QStringLiteral("--usuario|9999999999") << QStringLiteral("número entero");
-  QTest::newRow("file and base") << QStringLiteral("--archivo|a|--base|b") << QStringLiteral("no las dos");
-  QTest::newRow("no library") << QStringLiteral("registrar") << QStringLiteral("Falta la biblioteca");
-  QTest::newRow("too much") << QStringLiteral("registrar|a|b") << QStringLiteral("«b»");
-  QTest::newRow("dialog without node") << QStringLiteral("abrir|--accion|1") << QStringLiteral("«--nodo»");
-  QTest::newRow("node without dialog") << QStringLiteral("abrir|--nodo|24|--accion|1") << QStringLiteral("24");
-  QTest::newRow("unknown node") << QStringLiteral("abrir|--nodo|7|--accion|1") << QStringLiteral("7");
-  QTest::newRow("heading cannot be added")
-      << QStringLiteral("abrir|--nodo|36|--accion|1") << QStringLiteral("solo se puede modificar");
-  QTest::newRow("deletion is no dialog") << QStringLiteral("abrir|--nodo|20|--accion|3") << QStringLiteral("«3»");
-  QTest::newRow("modify nothing") << QStringLiteral("abrir|--nodo|20|--accion|2") << QStringLiteral("«--id»");
-  QTest::newRow("dialog's option for the window") << QStringLiteral("--nodo|20") << QStringLiteral("«abrir»");
+  QTest::newRow("unknown option") << u"--archibo|x"_s << u"«--archibo»"_s;
+  QTest::newRow("unknown command") << u"cerrar"_s << u"«cerrar»"_s;
+  QTest::newRow("value missing") << u"--archivo"_s << u"Falta el valor"_s;
+  QTest::newRow("empty value") << u"--archivo="_s << u"Falta el valor"_s;
+  QTest::newRow("flag with value") << u"--demo=1"_s << u"no lleva ningún valor"_s;
+  QTest::newRow("no number") << u"--usuario|ana"_s << u"«ana»"_s;
+  QTest::newRow("too big") << u"--usuario|9999999999"_s << u"número entero"_s;
+  QTest::newRow("file and base") << u"--archivo|a|--base|b"_s << u"no las dos"_s;
+  QTest::newRow("no library") << u"registrar"_s << u"Falta la biblioteca"_s;
+  QTest::newRow("too much") << u"registrar|a|b"_s << u"«b»"_s;
+  QTest::newRow("dialog without node") << u"abrir|--accion|1"_s << u"«--nodo»"_s;
+  QTest::newRow("node without dialog") << u"abrir|--nodo|24|--accion|1"_s << u"24"_s;
+  QTest::newRow("unknown node") << u"abrir|--nodo|7|--accion|1"_s << u"7"_s;
+  QTest::newRow("heading cannot be added") << u"abrir|--nodo|36|--accion|1"_s << u"solo se puede modificar"_s;
+  QTest::newRow("deletion is no dialog") << u"abrir|--nodo|20|--accion|3"_s << u"«3»"_s;
+  QTest::newRow("modify nothing") << u"abrir|--nodo|20|--accion|2"_s << u"«--id»"_s;
+  QTest::newRow("dialog's option for the window") << u"--nodo|20"_s << u"«abrir»"_s;
 }
 
 void tst_command_line::Refused() {

@@ -10,27 +10,28 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString countLive = QStringLiteral("SELECT COUNT(*) FROM Cabeceras WHERE Eliminado=0");
+const QString countLive = u"SELECT COUNT(*) FROM Cabeceras WHERE Eliminado=0"_s;
 
 // Marks a heading as the component does, but refuses the one named "En uso" and fails at the one named "Falla".
 void DeleteHeading(adodb::Connection& connection, int id) {
-  const QString name = connection.Execute(QStringLiteral("SELECT Nombre FROM Cabeceras WHERE IDCabecera=%1").arg(id))
-                           ->Field(0)
-                           .toString();
-  if (name == QStringLiteral("Falla")) {
-    throw automation::Error(-2147217887, QStringLiteral("La base de datos está bloqueada"));
+  const QString name =
+      connection.Execute(u"SELECT Nombre FROM Cabeceras WHERE IDCabecera=%1"_s.arg(id))->Field(0).toString();
+  if (name == u"Falla"_s) {
+    throw automation::Error(-2147217887, u"La base de datos está bloqueada"_s);
   }
-  if (name != QStringLiteral("En uso")) {
-    connection.Execute(QStringLiteral("UPDATE Cabeceras SET Eliminado=-1 WHERE IDCabecera=%1").arg(id));
+  if (name != u"En uso"_s) {
+    connection.Execute(u"UPDATE Cabeceras SET Eliminado=-1 WHERE IDCabecera=%1"_s.arg(id));
   }
 }
 
 void AddHeadings(TestDesktop& desktop, const QStringList& names) {
-  desktop.Execute(QStringLiteral("UPDATE Cabeceras SET Eliminado=-1"));
+  desktop.Execute(u"UPDATE Cabeceras SET Eliminado=-1"_s);
   for (const QString& name : names) {
-    desktop.Execute(QStringLiteral("INSERT INTO Cabeceras(Nombre,Eliminado) VALUES('%1',0)").arg(name));
+    desktop.Execute(u"INSERT INTO Cabeceras(Nombre,Eliminado) VALUES('%1',0)"_s.arg(name));
   }
 }
 
@@ -52,55 +53,52 @@ class tst_deletion : public QObject {
 
 void tst_deletion::init() {
   // The offscreen screen has its own, which say nothing of the program.
-  QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+  QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
 }
 
 void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
-  AddHeadings(desktop, {QStringLiteral("Una")});
+  AddHeadings(desktop, {u"Una"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
   BoxAnswers boxes({QMessageBox::No});
   desktop.Action("accEliminar").trigger();
-  QCOMPARE(boxes.Texts(), QStringList({QStringLiteral("¿Desea eliminar la cabecera «Una»? | ")}));
+  QCOMPARE(boxes.Texts(), QStringList({u"¿Desea eliminar la cabecera «Una»? | "_s}));
   QVERIFY(FakeComponent::Requests().isEmpty());
 }
 
 void tst_deletion::QuestionNamesRecordAndDependents() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Execute(QStringLiteral("INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)"));
-  const int bank = desktop.Value(QStringLiteral("SELECT MAX(IDBanco) FROM Bancos")).toInt();
+  desktop.Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)"_s);
+  const int bank = desktop.Value(u"SELECT MAX(IDBanco) FROM Bancos"_s).toInt();
   for (const char* deleted : {"0", "0", "-1"}) {
-    desktop.Execute(QStringLiteral("INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES(%1,'1','x',%2)")
-                        .arg(bank)
-                        .arg(QLatin1StringView(deleted)));
+    desktop.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES(%1,'1','x',%2)"_s.arg(bank).arg(
+        QLatin1StringView(deleted)));
   }
   desktop.Window().ChooseNode(host::NodeBancos);
   desktop.List().SelectRecord(bank);
   BoxAnswers boxes({QMessageBox::Yes});
   desktop.Action("accEliminar").trigger();
   QCOMPARE(boxes.Texts().constFirst(),
-           QStringLiteral(
-               "¿Desea eliminar el banco «0001 Banco Uno»? | Se marcarán también como eliminados: 2 sucursales."));
-  QCOMPARE(
-      FakeComponent::Requests(),
-      QStringList(
-          {QStringLiteral("EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos").arg(bank)}));
+           u"¿Desea eliminar el banco «0001 Banco Uno»? | Se marcarán también como eliminados: 2 sucursales."_s);
+  QCOMPARE(FakeComponent::Requests(),
+           QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(bank)}));
 }
 
 void tst_deletion::SeveralRecordsEndInOneSummary() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
-  AddHeadings(desktop, {QStringLiteral("A"), QStringLiteral("En uso"), QStringLiteral("Falla"), QStringLiteral("Z")});
+  AddHeadings(desktop, {u"A"_s, u"En uso"_s, u"Falla"_s, u"Z"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
   desktop.List().selectAll();
   BoxAnswers boxes({QMessageBox::Yes});
   desktop.Action("accEliminar").trigger();
   QCOMPARE(boxes.Texts().size(), 2);
-  QCOMPARE(boxes.Texts().constLast(), QStringLiteral("Registros eliminados: 2. Conservados: 2. | No se han eliminado:\n"
-                                                     "• En uso: otros registros lo utilizan\n"
-                                                     "• Falla: error -2147217887: La base de datos está bloqueada"));
+  QCOMPARE(boxes.Texts().constLast(),
+           u"Registros eliminados: 2. Conservados: 2. | No se han eliminado:\n"
+           "• En uso: otros registros lo utilizan\n"
+           "• Falla: error -2147217887: La base de datos está bloqueada"_s);
   QCOMPARE(desktop.List().Records().TotalCount(), 2);
   QCOMPARE(desktop.Value(countLive).toInt(), 2);
 }
@@ -108,7 +106,7 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
 void tst_deletion::SingleDeletionKeepsThePlace() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
-  AddHeadings(desktop, {QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")});
+  AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
@@ -121,7 +119,7 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
 void tst_deletion::CancelLeavesTheRest() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
-  AddHeadings(desktop, {QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")});
+  AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
   QList<host::DeletionTarget> targets;
   for (int row = 0; row < 3; ++row) {
@@ -129,29 +127,28 @@ void tst_deletion::CancelLeavesTheRest() {
   }
   const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(host::NodeCabeceras),
                                                           targets, [](int done) { return done < 1; });
-  QCOMPARE(result.deleted, QStringList({QStringLiteral("A")}));
-  QCOMPARE(result.untouched, QStringList({QStringLiteral("B"), QStringLiteral("C")}));
+  QCOMPARE(result.deleted, QStringList({u"A"_s}));
+  QCOMPARE(result.untouched, QStringList({u"B"_s, u"C"_s}));
   QCOMPARE(desktop.Value(countLive).toInt(), 2);
 }
 
 void tst_deletion::KeptRecordSaysWhatUsesIt() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  const int provinces =
-      desktop.Value(QStringLiteral("SELECT COUNT(*) FROM Provincias WHERE CodPais=35 AND Eliminado=0")).toInt();
-  desktop.Execute(QStringLiteral("INSERT INTO Colaboradores(Nombre,codpais,Eliminado) VALUES('x',35,0)"));
+  const int provinces = desktop.Value(u"SELECT COUNT(*) FROM Provincias WHERE CodPais=35 AND Eliminado=0"_s).toInt();
+  desktop.Execute(u"INSERT INTO Colaboradores(Nombre,codpais,Eliminado) VALUES('x',35,0)"_s);
   const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(host::NodePaises),
-                                                          {{35, QStringLiteral("España")}}, [](int) { return true; });
+                                                          {{35, u"España"_s}}, [](int) { return true; });
   QCOMPARE(result.kept.size(), 1);
-  QCOMPARE(result.kept.constFirst().reason, QStringLiteral("lo utilizan %1 provincias y 1 colaborador").arg(provinces));
+  QCOMPARE(result.kept.constFirst().reason, u"lo utilizan %1 provincias y 1 colaborador"_s.arg(provinces));
 }
 
 void tst_deletion::CountsAreJoined() {
-  const host::RowCount one{QStringLiteral("disco"), QStringLiteral("discos"), 1};
-  const host::RowCount two{QStringLiteral("emisor"), QStringLiteral("emisores"), 2};
+  const host::RowCount one{u"disco"_s, u"discos"_s, 1};
+  const host::RowCount two{u"emisor"_s, u"emisores"_s, 2};
   QCOMPARE(host::JoinCounts({}), QString());
-  QCOMPARE(host::JoinCounts({one}), QStringLiteral("1 disco"));
-  QCOMPARE(host::JoinCounts({two, one, two}), QStringLiteral("2 emisores, 1 disco y 2 emisores"));
+  QCOMPARE(host::JoinCounts({one}), u"1 disco"_s);
+  QCOMPARE(host::JoinCounts({two, one, two}), u"2 emisores, 1 disco y 2 emisores"_s);
 }
 
 KEL_TEST(tst_deletion);

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 host::CommandLine OnFile(const QString& file) {
@@ -37,17 +39,17 @@ void tst_program::ExitCodes_data() {
   const auto row = [](const char* name, const QString& arguments, int code, const QString& said) {
     QTest::newRow(name) << arguments.split(u' ') << code << said;
   };
-  row("version", QStringLiteral("--version"), 0, QStringLiteral("kel-host "));
-  row("help", QStringLiteral("--ayuda"), 0, QStringLiteral("--archivo F"));
-  row("wrong argument", QStringLiteral("--nada"), 2, QStringLiteral("«--nada»"));
-  row("no database", QStringLiteral("--archivo %1/basura"), 1, QStringLiteral("no es una base de datos"));
-  row("folder impossible", QStringLiteral("--archivo %1/basura/kel.db"), 1, QStringLiteral("carpeta"));
-  row("unknown engine", QStringLiteral("--base Motor=otro;Archivo=%1/x.db"), 1, QStringLiteral("otro"));
-  row("no such library", QStringLiteral("registrar %1/no.so"), 1, QStringLiteral("no existe la biblioteca"));
-  row("no component", QStringLiteral("registrar %1/basura"), 1, QStringLiteral("no se puede cargar"));
-  row("forget what is not there", QStringLiteral("desregistrar"), 0, QString());
-  row("dialog without component", QStringLiteral("abrir --archivo %1/kel.db --nodo 20 --accion agregar"), 1,
-      QStringLiteral("kel-host registrar"));
+  row("version", u"--version"_s, 0, u"kel-host "_s);
+  row("help", u"--ayuda"_s, 0, u"--archivo F"_s);
+  row("wrong argument", u"--nada"_s, 2, u"«--nada»"_s);
+  row("no database", u"--archivo %1/basura"_s, 1, u"no es una base de datos"_s);
+  row("folder impossible", u"--archivo %1/basura/kel.db"_s, 1, u"carpeta"_s);
+  row("unknown engine", u"--base Motor=otro;Archivo=%1/x.db"_s, 1, u"otro"_s);
+  row("no such library", u"registrar %1/no.so"_s, 1, u"no existe la biblioteca"_s);
+  row("no component", u"registrar %1/basura"_s, 1, u"no se puede cargar"_s);
+  row("forget what is not there", u"desregistrar"_s, 0, QString());
+  row("dialog without component", u"abrir --archivo %1/kel.db --nodo 20 --accion agregar"_s, 1,
+      u"kel-host registrar"_s);
 }
 
 void tst_program::ExitCodes() {
@@ -55,16 +57,16 @@ void tst_program::ExitCodes() {
   QFETCH(int, code);
   QFETCH(QString, said);
   QTemporaryDir folder;
-  QFile rubbish(folder.filePath(QStringLiteral("basura")));
+  QFile rubbish(folder.filePath(u"basura"_s));
   QVERIFY(rubbish.open(QIODevice::WriteOnly));
   rubbish.write(QByteArray(4096, 'x'));
   rubbish.close();
-  arguments.replaceInStrings(QStringLiteral("%1"), folder.path());
+  arguments.replaceInStrings(u"%1"_s, folder.path());
   QProcess program;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-  environment.insert(QStringLiteral("HOME"), folder.path());
-  environment.insert(QStringLiteral("KEL_CLASES"), folder.filePath(QStringLiteral("clases.ini")));
+  environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+  environment.insert(u"HOME"_s, folder.path());
+  environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
   program.setProcessEnvironment(environment);
   program.setProcessChannelMode(QProcess::MergedChannels);
   program.start(QStringLiteral(KEL_HOST), arguments);
@@ -76,39 +78,38 @@ void tst_program::ExitCodes() {
 
 void tst_program::StartCreatesTheDatabaseAndSignsIn() {
   const QTemporaryDir folder;
-  const QString file = folder.filePath(QStringLiteral("nueva/a;b.db"));
+  const QString file = folder.filePath(u"nueva/a;b.db"_s);
   const auto started = host::StartSession(OnFile(file));
   QVERIFY(QFile::exists(file));
   QCOMPARE(started->database, file);
   QCOMPARE(started->session.userKind, 1);
   QVERIFY(!started->session.userName.isEmpty());
   QCOMPARE(started->session.connection, started->connection.get());
-  started->connection->Execute(QStringLiteral("UPDATE configuracion SET velumar=-1"));
+  started->connection->Execute(u"UPDATE configuracion SET velumar=-1"_s);
   QVERIFY(!started->session.velumar);
   QVERIFY(host::StartSession(OnFile(file))->session.velumar);
 }
 
 void tst_program::UserOfTheArgumentsIsTaken() {
   const QTemporaryDir folder;
-  host::CommandLine line = OnFile(folder.filePath(QStringLiteral("kel.db")));
+  host::CommandLine line = OnFile(folder.filePath(u"kel.db"_s));
   const int administrator = host::StartSession(line)->session.userId;
   const auto first = host::StartSession(line);
-  first->connection->Execute(
-      QStringLiteral("INSERT INTO Usuarios(Nombre,Administrador,TipoUsuario) VALUES('ana',0,2)"));
-  line.user = first->connection->Execute(QStringLiteral("SELECT MAX(IDUsuario) FROM Usuarios"))->Field(0).toInt();
-  QCOMPARE(host::StartSession(line)->session.userName, QStringLiteral("ana"));
+  first->connection->Execute(u"INSERT INTO Usuarios(Nombre,Administrador,TipoUsuario) VALUES('ana',0,2)"_s);
+  line.user = first->connection->Execute(u"SELECT MAX(IDUsuario) FROM Usuarios"_s)->Field(0).toInt();
+  QCOMPARE(host::StartSession(line)->session.userName, u"ana"_s);
   line.user.reset();
   QCOMPARE(host::StartSession(line)->session.userId, administrator);
 }
 
 void tst_program::UnknownUserIsRefused() {
   const QTemporaryDir folder;
-  host::CommandLine line = OnFile(folder.filePath(QStringLiteral("kel.db")));
+  host::CommandLine line = OnFile(folder.filePath(u"kel.db"_s));
   line.user = 999;
   try {
     host::StartSession(line);
   } catch (const automation::Error& error) {
-    QVERIFY(error.Description().contains(QStringLiteral("999")));
+    QVERIFY(error.Description().contains(u"999"_s));
     return;
   }
   QFAIL("signed in");

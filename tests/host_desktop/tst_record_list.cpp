@@ -9,13 +9,15 @@
 #include <QScrollBar>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 using host::ColumnKind;
 using host::RecordData;
 
 namespace {
 
 RecordData Named(const QStringList& names) {
-  RecordData records({{QStringLiteral("Nombre")}});
+  RecordData records({{u"Nombre"_s}});
   int id = 0;
   for (const QString& name : names) {
     records.Append(++id, {name});
@@ -24,9 +26,9 @@ RecordData Named(const QStringList& names) {
 }
 
 RecordData Numbered(int from, int to) {
-  RecordData records({{QStringLiteral("Nombre")}});
+  RecordData records({{u"Nombre"_s}});
   for (int id = from; id <= to; ++id) {
-    records.Append(id, {QStringLiteral("registro %1").arg(id, 4, 10, QChar(u'0'))});
+    records.Append(id, {u"registro %1"_s.arg(id, 4, 10, QChar(u'0'))});
   }
   return records;
 }
@@ -60,23 +62,23 @@ class tst_record_list : public QObject {
 
 void tst_record_list::init() {
   // The offscreen screen has its own, which say nothing of the program.
-  QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+  QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
 }
 
 void tst_record_list::Search_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<QString>("typed");
   QTest::addColumn<bool>("found");
-  QTest::newRow("anywhere") << QStringLiteral("Las Palmas") << QStringLiteral("alma") << true;
-  QTest::newRow("case and accents of the text") << QStringLiteral("ÁVILA") << QStringLiteral("avila") << true;
-  QTest::newRow("case and accents typed") << QStringLiteral("avila") << QStringLiteral("ÁVI") << true;
-  QTest::newRow("enye") << QStringLiteral("A Coruña") << QStringLiteral("coruna") << true;
-  QTest::newRow("combining accent") << QStringLiteral("Le\u0301on") << QStringLiteral("léon") << true;
-  QTest::newRow("ordinal") << QStringLiteral("Línea 1ª") << QStringLiteral("1a") << true;
-  QTest::newRow("words in any order") << QStringLiteral("Castilla y León") << QStringLiteral("leon cast") << true;
-  QTest::newRow("every word counts") << QStringLiteral("Castilla y León") << QStringLiteral("leon mancha") << false;
-  QTest::newRow("blanks only") << QStringLiteral("Soria") << QStringLiteral("  ") << true;
-  QTest::newRow("no pattern") << QStringLiteral("Soria") << QStringLiteral("S*a") << false;
+  QTest::newRow("anywhere") << u"Las Palmas"_s << u"alma"_s << true;
+  QTest::newRow("case and accents of the text") << u"ÁVILA"_s << u"avila"_s << true;
+  QTest::newRow("case and accents typed") << u"avila"_s << u"ÁVI"_s << true;
+  QTest::newRow("enye") << u"A Coruña"_s << u"coruna"_s << true;
+  QTest::newRow("combining accent") << u"Le\u0301on"_s << u"léon"_s << true;
+  QTest::newRow("ordinal") << u"Línea 1ª"_s << u"1a"_s << true;
+  QTest::newRow("words in any order") << u"Castilla y León"_s << u"leon cast"_s << true;
+  QTest::newRow("every word counts") << u"Castilla y León"_s << u"leon mancha"_s << false;
+  QTest::newRow("blanks only") << u"Soria"_s << u"  "_s << true;
+  QTest::newRow("no pattern") << u"Soria"_s << u"S*a"_s << false;
 }
 
 void tst_record_list::Search() {
@@ -89,48 +91,42 @@ void tst_record_list::Search() {
 }
 
 void tst_record_list::SearchDoesNotCrossColumns() {
-  RecordData records({{QStringLiteral("A")}, {QStringLiteral("B")}});
-  records.Append(1, {QStringLiteral("pan"), QStringLiteral("ama")});
+  RecordData records({{u"A"_s}, {u"B"_s}});
+  records.Append(1, {u"pan"_s, u"ama"_s});
   host::RecordModel model;
   model.SetRecords(std::move(records));
-  model.SetFilter(QStringLiteral("panama"));
+  model.SetFilter(u"panama"_s);
   QCOMPARE(model.rowCount(), 0);
 }
 
 void tst_record_list::TextsSortBySpanishRules() {
   host::RecordModel model;
-  model.SetRecords(
-      Named({QStringLiteral("Zamora"), QStringLiteral("ñandú"), QStringLiteral("Ávila"), QStringLiteral("nube"),
-             QStringLiteral("álava"), QStringLiteral("Ñora"), QStringLiteral("oca")}));
-  const QStringList expected = {QStringLiteral("álava"), QStringLiteral("Ávila"), QStringLiteral("nube"),
-                                QStringLiteral("ñandú"), QStringLiteral("Ñora"),  QStringLiteral("oca"),
-                                QStringLiteral("Zamora")};
+  model.SetRecords(Named({u"Zamora"_s, u"ñandú"_s, u"Ávila"_s, u"nube"_s, u"álava"_s, u"Ñora"_s, u"oca"_s}));
+  const QStringList expected = {u"álava"_s, u"Ávila"_s, u"nube"_s, u"ñandú"_s, u"Ñora"_s, u"oca"_s, u"Zamora"_s};
   QCOMPARE(Shown(model), expected);
 }
 
 void tst_record_list::NumbersSortAsNumbers() {
-  RecordData records({{QStringLiteral("Precio"), ColumnKind::Amount}});
+  RecordData records({{u"Precio"_s, ColumnKind::Amount}});
   for (const double price : {1000.0, 12.5, 0.05}) {
     records.Append(static_cast<int>(price) + 1, {price});
   }
   records.Append(9, {automation::Null()});
   host::RecordModel model;
   model.SetRecords(std::move(records));
-  const QStringList expected = {QString(), QStringLiteral("0,05 €"), QStringLiteral("12,50 €"),
-                                QStringLiteral("1.000,00 €")};
+  const QStringList expected = {QString(), u"0,05 €"_s, u"12,50 €"_s, u"1.000,00 €"_s};
   QCOMPARE(Shown(model), expected);
 }
 
 void tst_record_list::ForeignValuesAreShownAsNothing() {
-  RecordData records(
-      {{QStringLiteral("N"), ColumnKind::Number}, {QStringLiteral("S"), ColumnKind::YesNo}, {QStringLiteral("T")}});
-  records.Append(1, {QStringLiteral("doce"), QVariant(true), QStringLiteral("a\nb")});
+  RecordData records({{u"N"_s, ColumnKind::Number}, {u"S"_s, ColumnKind::YesNo}, {u"T"_s}});
+  records.Append(1, {u"doce"_s, QVariant(true), u"a\nb"_s});
   records.Append(2, {});
   host::RecordModel model;
   model.SetRecords(std::move(records));
   QCOMPARE(Shown(model, 0), QStringList({QString(), QString()}));
-  QCOMPARE(Shown(model, 1), QStringList({QStringLiteral("Sí"), QString()}));
-  QCOMPARE(Shown(model, 2), QStringList({QStringLiteral("a b"), QString()}));
+  QCOMPARE(Shown(model, 1), QStringList({u"Sí"_s, QString()}));
+  QCOMPARE(Shown(model, 2), QStringList({u"a b"_s, QString()}));
 }
 
 void tst_record_list::SortingKeepsTheSelectedRecord() {
@@ -159,7 +155,7 @@ void tst_record_list::DeletedSelectionGivesItsPlaceToTheNext() {
   host::RecordList list;
   list.Show(Numbered(1, 10), 0, Qt::AscendingOrder);
   list.SelectRecord(4);
-  RecordData without({{QStringLiteral("Nombre")}});
+  RecordData without({{u"Nombre"_s}});
   for (const int id : {1, 2, 3, 5, 6}) {
     without.Append(id, {QString::number(id)});
   }
@@ -176,9 +172,9 @@ void tst_record_list::SearchKeepsTheSelectedRecord() {
   host::RecordList list;
   list.Show(Numbered(1, 300), 0, Qt::AscendingOrder);
   list.SelectRecord(123);
-  list.SetFilter(QStringLiteral("12"));
+  list.SetFilter(u"12"_s);
   QCOMPARE(list.SelectedIds(), QList<int>({123}));
-  list.SetFilter(QStringLiteral("7"));
+  list.SetFilter(u"7"_s);
   QCOMPARE(list.SelectedIds().size(), 1);
   list.SetFilter({});
   QCOMPARE(list.Records().rowCount(), 300);

@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace automation;
 
 namespace {
@@ -15,7 +17,7 @@ QString Refusal(const QString& progId) {
   try {
     CreateObject(progId);
   } catch (const Error& error) {
-    return QStringLiteral("%1: %2").arg(error.Number()).arg(error.Description());
+    return u"%1: %2"_s.arg(error.Number()).arg(error.Description());
   }
   return {};
 }
@@ -33,21 +35,20 @@ class tst_class_registry : public QObject {
   }
 
   void ProcessClasses() {
-    RegisterClass(QStringLiteral("Prueba.Clase"), [] { return std::make_unique<QObject>(); });
-    QVERIFY(CreateObject(QStringLiteral("PRUEBA.clase")) != nullptr);
-    UnregisterClass(QStringLiteral("prueba.clase"));
-    QVERIFY(Refusal(QStringLiteral("Prueba.Clase"))
-                .startsWith(QStringLiteral("429: El componente no puede crear el objeto")));
+    RegisterClass(u"Prueba.Clase"_s, [] { return std::make_unique<QObject>(); });
+    QVERIFY(CreateObject(u"PRUEBA.clase"_s) != nullptr);
+    UnregisterClass(u"prueba.clase"_s);
+    QVERIFY(Refusal(u"Prueba.Clase"_s).startsWith(u"429: El componente no puede crear el objeto"_s));
   }
 
   void RegistryFileEntries() {
-    QVERIFY(AddToRegistryFile({QStringLiteral("A.Uno"), QStringLiteral("A.Dos")}, QStringLiteral("/uno.so")));
-    QVERIFY(AddToRegistryFile({QStringLiteral("a.UNO")}, QStringLiteral("/otro.so")));
+    QVERIFY(AddToRegistryFile({u"A.Uno"_s, u"A.Dos"_s}, u"/uno.so"_s));
+    QVERIFY(AddToRegistryFile({u"a.UNO"_s}, u"/otro.so"_s));
     QCOMPARE(Content(), QByteArray("A.Dos=/uno.so\na.UNO=/otro.so\n"));
-    QVERIFY(RemoveFromRegistryFile({QStringLiteral("a.dos")}));
+    QVERIFY(RemoveFromRegistryFile({u"a.dos"_s}));
     QCOMPARE(Content(), QByteArray("a.UNO=/otro.so\n"));
     qputenv("KEL_CLASES", "/proc/imposible/clases.ini");
-    QVERIFY(!AddToRegistryFile({QStringLiteral("A.Uno")}, QStringLiteral("/uno.so")));
+    QVERIFY(!AddToRegistryFile({u"A.Uno"_s}, u"/uno.so"_s));
   }
 
   void RegistryPointingAstray_data() {
@@ -69,13 +70,13 @@ class tst_class_registry : public QObject {
     }
     // Twice: a failed load must leave nothing behind.
     for (int i = 0; i < 2; ++i) {
-      const QString refusal = Refusal(QStringLiteral("X.Y"));
-      QVERIFY2(refusal.startsWith(QStringLiteral("429: ")) && refusal.contains(says), qPrintable(refusal));
+      const QString refusal = Refusal(u"X.Y"_s);
+      QVERIFY2(refusal.startsWith(u"429: "_s) && refusal.contains(says), qPrintable(refusal));
     }
   }
 
  private:
-  QString RegistryPath() const { return m_folder.filePath(QStringLiteral("clases.ini")); }
+  QString RegistryPath() const { return m_folder.filePath(u"clases.ini"_s); }
   QByteArray Content() const {
     QFile file(RegistryPath());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 using namespace automation;
 
 namespace {
@@ -16,7 +18,7 @@ QString Outcome(const std::function<QString()>& conversion) {
   try {
     return conversion();
   } catch (const Error& error) {
-    return QStringLiteral("error %1").arg(error.Number());
+    return u"error %1"_s.arg(error.Number());
   }
 }
 
@@ -46,13 +48,13 @@ class tst_conversion : public QObject {
                             "1E", "1.234E2", "0x10", "٣", "1 2", "1,5-"}) {
       row(bad, "-");
     }
-    QTest::newRow("too long") << QString(401, u'1') << QStringLiteral("-");
+    QTest::newRow("too long") << QString(401, u'1') << u"-"_s;
   }
   void SpanishNumbers() {
     QFETCH(QString, text);
     QFETCH(QString, number);
     const auto found = SpanishNumber(text);
-    QCOMPARE(found ? QString::fromLatin1(*found) : QStringLiteral("-"), number);
+    QCOMPARE(found ? QString::fromLatin1(*found) : u"-"_s, number);
     QCOMPARE(IsNumeric(text), found.has_value());
   }
 
@@ -66,7 +68,7 @@ class tst_conversion : public QObject {
     row("half to even, down", 2.5, "2", "2");
     row("half to even, up", 3.5, "4", "4");
     row("negative half", -2.5, "-2", "-2");
-    row("text half", QStringLiteral("5,5"), "6", "6");
+    row("text half", u"5,5"_s, "6", "6");
     row("largest 16-bit", 32767.49, "32767", "32767");
     row("beyond 16 bits", 32767.5, "error 6", "32768");
     row("beyond 32 bits", 2147483647.5, "error 6", "error 6");
@@ -75,7 +77,7 @@ class tst_conversion : public QObject {
     row("true is -1", true, "-1", "-1");
     row("empty", QVariant(), "0", "0");
     row("Null", Null(), "error 94", "error 94");
-    row("text", QStringLiteral("hola"), "error 13", "error 13");
+    row("text", u"hola"_s, "error 13", "error 13");
     row("currency", QVariant::fromValue(Currency::FromScaled(125000)), "12", "12");
   }
   void WholeNumbers() {
@@ -89,8 +91,8 @@ class tst_conversion : public QObject {
   void Currencies_data() {
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QString>("text");
-    QTest::newRow("decimal") << QVariant(QStringLiteral("6,5")) << "6,5";
-    QTest::newRow("whole with comma") << QVariant(QStringLiteral("6,")) << "6";
+    QTest::newRow("decimal") << QVariant(u"6,5"_s) << "6,5";
+    QTest::newRow("whole with comma") << QVariant(u"6,"_s) << "6";
     QTest::newRow("four decimals") << QVariant(1.23456) << "1,2346";
     QTest::newRow("half to even, down") << QVariant(0.00005) << "0";
     QTest::newRow("half to even, up") << QVariant(0.00015) << "0,0002";
@@ -126,7 +128,7 @@ class tst_conversion : public QObject {
     row(7, "000", "007");
     row(12.5, "#,0.00 €", "12,50 €");
     row(1e15, "#,0.00", "1.000.000.000.000.000,00");
-    row(QStringLiteral("1.234,5"), "#,0.#0", "1.234,50");
+    row(u"1.234,5"_s, "#,0.#0", "1.234,50");
   }
   void Formats() {
     QFETCH(QVariant, value);
@@ -136,21 +138,21 @@ class tst_conversion : public QObject {
   }
 
   void TextsAndLeadingDigits() {
-    QCOMPARE(CStr(6.5), QStringLiteral("6,5"));
-    QCOMPARE(CStr(true), QStringLiteral("Verdadero"));
-    QCOMPARE(CStr(0.1 + 0.2), QStringLiteral("0,3"));
+    QCOMPARE(CStr(6.5), u"6,5"_s);
+    QCOMPARE(CStr(true), u"Verdadero"_s);
+    QCOMPARE(CStr(0.1 + 0.2), u"0,3"_s);
     QCOMPARE(Text(Null()), QString());
-    QCOMPARE(Outcome([] { return CStr(Null()); }), QStringLiteral("error 94"));
+    QCOMPARE(Outcome([] { return CStr(Null()); }), u"error 94"_s);
     QCOMPARE(Val(u"12001"), 12001.0);
     QCOMPARE(Val(u" 1 2,5"), 12.0);
     QCOMPARE(Val(u"3.5.1 m"), 3.5);
     QCOMPARE(Val(u"-7x"), -7.0);
     QCOMPARE(Val(u"hola"), 0.0);
-    QVERIFY(CBool(QStringLiteral("Verdadero")));
+    QVERIFY(CBool(u"Verdadero"_s));
     QVERIFY(CBool(-1));
-    QVERIFY(!CBool(QStringLiteral("0")));
-    QCOMPARE(Outcome([] { return QString::number(CByte(256)); }), QStringLiteral("error 6"));
-    QCOMPARE(Outcome([] { return QString::number(CByte(255)); }), QStringLiteral("255"));
+    QVERIFY(!CBool(u"0"_s));
+    QCOMPARE(Outcome([] { return QString::number(CByte(256)); }), u"error 6"_s);
+    QCOMPARE(Outcome([] { return QString::number(CByte(255)); }), u"255"_s);
   }
 };
 

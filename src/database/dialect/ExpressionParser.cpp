@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -22,7 +24,7 @@ ExpressionPtr Make(ExpressionKind kind, QStringView name = {}) {
 
 ExpressionParser::Level::Level(ExpressionParser& parser) : m_depth(parser.m_depth) {
   if (m_depth >= deepestNesting) {
-    parser.m_reader.Fail(QStringLiteral("hay demasiados niveles de paréntesis"));
+    parser.m_reader.Fail(u"hay demasiados niveles de paréntesis"_s);
   }
   ++m_depth;
 }
@@ -30,7 +32,7 @@ ExpressionParser::Level::Level(ExpressionParser& parser) : m_depth(parser.m_dept
 void ExpressionParser::Append(Expression& expression, ExpressionPtr operand) {
   expression.depth = std::max(expression.depth, operand->depth + 1);
   if (expression.depth > deepestTree) {
-    m_reader.Fail(QStringLiteral("la expresión es demasiado larga"));
+    m_reader.Fail(u"la expresión es demasiado larga"_s);
   }
   expression.operands.push_back(std::move(operand));
 }

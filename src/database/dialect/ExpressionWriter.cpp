@@ -4,16 +4,18 @@
 
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
 
 QString Call(QStringView function, const QString& argument) {
-  return QStringLiteral("%1(%2)").arg(function, argument);
+  return u"%1(%2)"_s.arg(function, argument);
 }
 
 QString Collated(const QString& sql) {
-  return QStringLiteral("(%1 COLLATE %2)").arg(sql, engine::collation);
+  return u"(%1 COLLATE %2)"_s.arg(sql, engine::collation);
 }
 
 Fragment Predicate(QString sql) {
@@ -108,7 +110,7 @@ QString Filled(QStringView form, const QStringList& arguments) {
       continue;
     }
     const QChar which = form[++i];
-    sql += which == u'*' ? arguments.join(QStringLiteral(", ")) : arguments[which.digitValue() - 1];
+    sql += which == u'*' ? arguments.join(u", "_s) : arguments[which.digitValue() - 1];
   }
   return sql;
 }
@@ -119,14 +121,14 @@ QString Balanced(std::span<const QString> terms, QStringView word) {
     return terms.front();
   }
   const std::size_t half = terms.size() / 2;
-  return QStringLiteral("(%1 %2 %3)").arg(Balanced(terms.first(half), word), word, Balanced(terms.subspan(half), word));
+  return u"(%1 %2 %3)"_s.arg(Balanced(terms.first(half), word), word, Balanced(terms.subspan(half), word));
 }
 
 }  // namespace
 
 QString QuotedName(QStringView name) {
   QString quoted = name.toString();
-  quoted.replace(u'"', QStringLiteral("\"\""));
+  quoted.replace(u'"', u"\"\""_s);
   return u'"' + quoted + u'"';
 }
 
@@ -142,7 +144,7 @@ QString ExpressionWriter::WriteCondition(const Expression& expression, const Sco
 Fragment ExpressionWriter::WriteValue(const Expression& expression, const Scope& scope) {
   Fragment fragment = Write(expression, scope);
   if (fragment.isPredicate) {
-    fragment.sql = QStringLiteral("(-%1)").arg(fragment.sql);
+    fragment.sql = u"(-%1)"_s.arg(fragment.sql);
     fragment.isPredicate = false;
   }
   return fragment;
@@ -191,21 +193,20 @@ Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scop
     case ExpressionKind::Between:
       return WriteBetween(expression, scope);
     case ExpressionKind::IsNull:
-      return Predicate(QStringLiteral("(%1 IS %2NULL)")
-                           .arg(WriteValue(*expression.operands.front(), scope).sql,
-                                expression.negated ? QStringLiteral("NOT ") : QString()));
+      return Predicate(u"(%1 IS %2NULL)"_s.arg(WriteValue(*expression.operands.front(), scope).sql,
+                                               expression.negated ? u"NOT "_s : QString()));
     case ExpressionKind::And:
       return WriteChain(expression, u"AND", scope);
     case ExpressionKind::Or:
       return WriteChain(expression, u"OR", scope);
     case ExpressionKind::Not:
-      return Predicate(QStringLiteral("(NOT %1)").arg(WriteCondition(*expression.operands.front(), scope)));
+      return Predicate(u"(NOT %1)"_s.arg(WriteCondition(*expression.operands.front(), scope)));
     case ExpressionKind::Call:
       return WriteCall(expression, scope);
     case ExpressionKind::Query:
       return WriteSubquery(*expression.select, scope);
     case ExpressionKind::Exists:
-      return Predicate(QStringLiteral("EXISTS %1").arg(WriteSubquery(*expression.select, scope).sql));
+      return Predicate(u"EXISTS %1"_s.arg(WriteSubquery(*expression.select, scope).sql));
   }
   Q_UNREACHABLE();
 }
@@ -213,10 +214,10 @@ Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scop
 Fragment ExpressionWriter::WriteConstant(const Expression& expression) const {
   Fragment fragment;
   if (expression.name == u"NULL") {
-    fragment.sql = QStringLiteral("NULL");
+    fragment.sql = u"NULL"_s;
     return fragment;
   }
-  fragment.sql = expression.name == u"TRUE" ? QStringLiteral("-1") : QStringLiteral("0");
+  fragment.sql = expression.name == u"TRUE" ? u"-1"_s : u"0"_s;
   fragment.type = ValueType::Boolean;
   return fragment;
 }
@@ -237,7 +238,7 @@ Fragment ExpressionWriter::WriteNegation(const Expression& expression, const Sco
     return NumberExpression(Bind(*literal, negated, Conversion::Number));
   }
   const Fragment operand = WriteNumber(*expression.operands.front(), scope);
-  return NumberExpression(QStringLiteral("(- %1)").arg(operand.sql),
+  return NumberExpression(u"(- %1)"_s.arg(operand.sql),
                           operand.type == ValueType::Money ? ValueType::Money : ValueType::Number);
 }
 
@@ -282,22 +283,19 @@ Fragment ExpressionWriter::WriteArithmetic(const Expression& expression, const S
   const Expression& first = *expression.operands[0];
   const Expression& second = *expression.operands[1];
   if (TypeOf(expression, scope) == ValueType::Text) {
-    return TextExpression(
-        QStringLiteral("(%1 || %2)").arg(WriteValue(first, scope).sql, WriteValue(second, scope).sql));
+    return TextExpression(u"(%1 || %2)"_s.arg(WriteValue(first, scope).sql, WriteValue(second, scope).sql));
   }
   const Fragment left = WriteNumber(first, scope);
   const Fragment right = WriteNumber(second, scope);
   if (symbol == u"/") {
-    return NumberExpression(QStringLiteral("(%1 * 1.0 / %2)").arg(left.sql, right.sql));
+    return NumberExpression(u"(%1 * 1.0 / %2)"_s.arg(left.sql, right.sql));
   }
   if (symbol == u"\\" || symbol == u"MOD") {
-    return NumberExpression(QStringLiteral("(%1 %2 %3)")
-                                .arg(Call(engine::toInteger, left.sql),
-                                     symbol == u"MOD" ? QStringLiteral("%") : QStringLiteral("/"),
-                                     Call(engine::toInteger, right.sql)));
+    return NumberExpression(u"(%1 %2 %3)"_s.arg(Call(engine::toInteger, left.sql), symbol == u"MOD" ? u"%"_s : u"/"_s,
+                                                Call(engine::toInteger, right.sql)));
   }
   const bool isMoney = left.type == ValueType::Money || right.type == ValueType::Money;
-  return NumberExpression(QStringLiteral("(%1 %2 %3)").arg(left.sql, symbol, right.sql),
+  return NumberExpression(u"(%1 %2 %3)"_s.arg(left.sql, symbol, right.sql),
                           isMoney ? ValueType::Money : ValueType::Number);
 }
 
@@ -312,8 +310,8 @@ QString ExpressionWriter::WriteText(const Expression& expression, const Scope& s
 }
 
 Fragment ExpressionWriter::WriteConcatenation(const Expression& expression, const Scope& scope) {
-  return TextExpression(QStringLiteral("(coalesce(%1, '') || coalesce(%2, ''))")
-                            .arg(WriteText(*expression.operands[0], scope), WriteText(*expression.operands[1], scope)));
+  return TextExpression(u"(coalesce(%1, '') || coalesce(%2, ''))"_s.arg(WriteText(*expression.operands[0], scope),
+                                                                        WriteText(*expression.operands[1], scope)));
 }
 
 // One side of a comparison whose other side is written already.
@@ -341,14 +339,13 @@ Fragment ExpressionWriter::WriteComparison(const Expression& expression, const S
   if (firstIsLiteral) {
     std::swap(left.sql, right);
   }
-  return Predicate(QStringLiteral("(%1 %2 %3)").arg(left.sql, expression.name, right));
+  return Predicate(u"(%1 %2 %3)"_s.arg(left.sql, expression.name, right));
 }
 
 Fragment ExpressionWriter::WriteLike(const Expression& expression, const Scope& scope) {
   const QString left = WriteText(WithoutCaseFolding(*expression.operands[0]), scope);
   const QString right = WriteText(WithoutCaseFolding(*expression.operands[1]), scope);
-  return Predicate(
-      QStringLiteral("(%1 %2LIKE %3)").arg(left, expression.negated ? QStringLiteral("NOT ") : QString(), right));
+  return Predicate(u"(%1 %2LIKE %3)"_s.arg(left, expression.negated ? u"NOT "_s : QString(), right));
 }
 
 Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& scope) {
@@ -364,10 +361,10 @@ Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& sc
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
       values += WriteCompared(*expression.operands[i], left, scope);
     }
-    set = u'(' + values.join(QStringLiteral(", ")) + u')';
+    set = u'(' + values.join(u", "_s) + u')';
   }
-  const QString word = expression.negated ? QStringLiteral("NOT IN") : QStringLiteral("IN");
-  return Predicate(QStringLiteral("(%1 %2 ").arg(left.sql, word) + set + u')');
+  const QString word = expression.negated ? u"NOT IN"_s : u"IN"_s;
+  return Predicate(u"(%1 %2 "_s.arg(left.sql, word) + set + u')');
 }
 
 Fragment ExpressionWriter::WriteBetween(const Expression& expression, const Scope& scope) {
@@ -377,8 +374,8 @@ Fragment ExpressionWriter::WriteBetween(const Expression& expression, const Scop
   }
   const QString low = WriteCompared(*expression.operands[1], value, scope);
   const QString high = WriteCompared(*expression.operands[2], value, scope);
-  const QString word = expression.negated ? QStringLiteral("NOT BETWEEN") : QStringLiteral("BETWEEN");
-  return Predicate(QStringLiteral("(%1 %2 %3 AND %4)").arg(value.sql, word, low, high));
+  const QString word = expression.negated ? u"NOT BETWEEN"_s : u"BETWEEN"_s;
+  return Predicate(u"(%1 %2 %3 AND %4)"_s.arg(value.sql, word, low, high));
 }
 
 Fragment ExpressionWriter::WriteChain(const Expression& expression, QStringView word, const Scope& scope) {
@@ -391,9 +388,9 @@ Fragment ExpressionWriter::WriteChain(const Expression& expression, QStringView 
 
 void ExpressionWriter::FailCall(const Expression& call) const {
   const qsizetype position = call.name.data() - m_statement.data();
-  throw SyntaxErrorAt(IsFunctionName(call.name) ? QStringLiteral("la función no lleva ese número de argumentos")
-                                                : QStringLiteral("no se conoce la función"),
-                      m_statement, position);
+  throw SyntaxErrorAt(
+      IsFunctionName(call.name) ? u"la función no lleva ese número de argumentos"_s : u"no se conoce la función"_s,
+      m_statement, position);
 }
 
 Fragment ExpressionWriter::WriteCall(const Expression& expression, const Scope& scope) {
@@ -401,7 +398,7 @@ Fragment ExpressionWriter::WriteCall(const Expression& expression, const Scope& 
     if (expression.name.compare(u"COUNT", Qt::CaseInsensitive) != 0) {
       FailCall(expression);
     }
-    return NumberExpression(QStringLiteral("count(*)"));
+    return NumberExpression(u"count(*)"_s);
   }
   const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
   if (function == nullptr || (expression.distinct && !function->isAggregate)) {
@@ -431,7 +428,7 @@ Fragment ExpressionWriter::FinishCall(const Function& function, const Expression
     all += argument.sql;
   }
   if (call.distinct) {
-    all.first().prepend(QStringLiteral("DISTINCT "));
+    all.first().prepend(u"DISTINCT "_s);
   }
   QString sql;
   if (function.name == u"SUM" && type == ValueType::Money) {

@@ -2,6 +2,8 @@
 
 #include "database/Errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -102,7 +104,7 @@ void Lexer::ReadText(QChar quote) {
   for (;;) {
     const qsizetype end = m_text.indexOf(quote, m_position);
     if (end < 0) {
-      throw SyntaxErrorAt(QStringLiteral("falta cerrar las comillas de un texto"), m_text, first);
+      throw SyntaxErrorAt(u"falta cerrar las comillas de un texto"_s, m_text, first);
     }
     m_position = end + 1;
     if (At(m_position) != quote) {
@@ -120,7 +122,7 @@ void Lexer::ReadBracketName() {
   const qsizetype first = m_position;
   const qsizetype end = m_text.indexOf(u']', first);
   if (end <= first + 1) {
-    throw SyntaxErrorAt(QStringLiteral("falta un nombre entre corchetes"), m_text, first);
+    throw SyntaxErrorAt(u"falta un nombre entre corchetes"_s, m_text, first);
   }
   m_position = end + 1;
   Add(TokenKind::BracketName, first, m_position);
@@ -139,7 +141,7 @@ void Lexer::ReadSymbol() {
     }
   }
   if (!singles.contains(m_text[m_position])) {
-    throw SyntaxErrorAt(QStringLiteral("hay un carácter que no es de una instrucción"), m_text, m_position);
+    throw SyntaxErrorAt(u"hay un carácter que no es de una instrucción"_s, m_text, m_position);
   }
   ++m_position;
   Add(TokenKind::Symbol, m_position - 1, m_position);

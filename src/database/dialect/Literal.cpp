@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -172,7 +174,7 @@ EngineValue ConvertLiteral(const Token& literal, bool negated, Conversion conver
   if (conversion == Conversion::Text) {
     EngineValue value;
     value.kind = EngineValue::Kind::OwnText;
-    value.text = (negated ? QStringLiteral("-") : QString()) + literal.text.toString().replace(u'.', u',');
+    value.text = (negated ? u"-"_s : QString()) + literal.text.toString().replace(u'.', u',');
     return value;
   }
   return ConvertNumberToken(literal, negated, conversion, column);

@@ -2,6 +2,8 @@
 
 #include "database/Errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 void Scope::Add(const TableReference& reference) {
@@ -22,9 +24,8 @@ void Scope::AddSource(QString name, const Table& table) {
   for (const Source& source : m_sources) {
     if (source.name.compare(name, Qt::CaseInsensitive) == 0) {
       throw automation::Error(SyntaxError,
-                              QStringLiteral("Error de sintaxis en la instrucción SQL: la tabla «%1» está dos veces. "
-                                             "Póngale otro nombre con AS.")
-                                  .arg(name));
+                              u"Error de sintaxis en la instrucción SQL: la tabla «%1» está dos veces. "
+                              "Póngale otro nombre con AS."_s.arg(name));
     }
   }
   m_sources.push_back({std::move(name), &table});

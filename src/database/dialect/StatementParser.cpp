@@ -4,6 +4,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -23,11 +25,11 @@ Statement StatementParser::Parse() {
   } else if (m_reader.TakeWord(u"DELETE")) {
     ParseDelete();
   } else if (m_reader.Peek().kind == TokenKind::End) {
-    throw RefusedStatement(QStringLiteral("La instrucción SQL está vacía."));
+    throw RefusedStatement(u"La instrucción SQL está vacía."_s);
   } else {
-    throw RefusedStatement(QStringLiteral("Solo se admiten instrucciones SELECT, INSERT, UPDATE y DELETE; esta "
-                                          "empieza por «%1».")
-                               .arg(m_reader.Peek().text.left(20)));
+    throw RefusedStatement(
+        u"Solo se admiten instrucciones SELECT, INSERT, UPDATE y DELETE; esta "
+        "empieza por «%1»."_s.arg(m_reader.Peek().text.left(20)));
   }
   ParseEnd();
   return std::move(m_statement);
@@ -40,10 +42,10 @@ void StatementParser::ParseEnd() {
   }
   if (hadSemicolon) {
     throw RefusedStatement(
-        QStringLiteral("Solo se admite una instrucción SQL cada vez; hay más texto detrás del "
-                       "punto y coma."));
+        u"Solo se admite una instrucción SQL cada vez; hay más texto detrás del "
+        "punto y coma."_s);
   }
-  m_reader.Fail(QStringLiteral("sobra texto"));
+  m_reader.Fail(u"sobra texto"_s);
 }
 
 std::unique_ptr<Select> StatementParser::ParseSubquery() {
@@ -57,7 +59,7 @@ std::unique_ptr<Select> StatementParser::ParseSelect() {
   Select* last = first.get();
   for (int count = 1; m_reader.TakeWord(u"UNION"); ++count) {
     if (count == mostUnions) {
-      m_reader.Fail(QStringLiteral("hay demasiadas consultas unidas"));
+      m_reader.Fail(u"hay demasiadas consultas unidas"_s);
     }
     last->unionAll = m_reader.TakeWord(u"ALL");
     last->next = ParseSimpleSelect();
@@ -76,7 +78,7 @@ std::unique_ptr<Select> StatementParser::ParseSimpleSelect() {
   }
   if (m_reader.TakeWord(u"TOP")) {
     if (m_reader.Peek().kind != TokenKind::Number) {
-      m_reader.Fail(QStringLiteral("se esperaba un número de filas"));
+      m_reader.Fail(u"se esperaba un número de filas"_s);
     }
     select->top = m_reader.Take();
   }
@@ -122,7 +124,7 @@ std::unique_ptr<TableReference> StatementParser::ParseJoins() {
   std::unique_ptr<TableReference> left = ParseTable();
   for (int count = 1;; ++count) {
     if (count == mostTables) {
-      m_reader.Fail(QStringLiteral("hay demasiadas tablas"));
+      m_reader.Fail(u"hay demasiadas tablas"_s);
     }
     QStringView kind;
     if (m_reader.TakeWord(u"INNER")) {

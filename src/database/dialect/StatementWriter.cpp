@@ -5,19 +5,21 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
 
-const QString comma = QStringLiteral(", ");
+const QString comma = u", "_s;
 
 // The number that a column without a name gets in its label: Expr1000 for the first of a select list.
 constexpr std::size_t firstUnnamed = 1000;
 
 automation::Error WrongCount() {
   return automation::Error(SyntaxError,
-                           QStringLiteral("Error de sintaxis en la instrucción SQL: el número de valores no es el "
-                                          "número de columnas."));
+                           u"Error de sintaxis en la instrucción SQL: el número de valores no es el "
+                           "número de columnas."_s);
 }
 
 // A union of selects without duplicates whose order nobody asked for.
@@ -79,7 +81,7 @@ QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
     }
     Output more;
     more.targets = output.targets;
-    sql += part->unionAll || IsStreamableUnion(select) ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ");
+    sql += part->unionAll || IsStreamableUnion(select) ? u" UNION ALL "_s : u" UNION "_s;
     sql += WriteSimple(*part->next, inner, more);
     if (more.columns.size() != output.columns.size()) {
       throw WrongCount();
@@ -87,20 +89,20 @@ QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
   }
   if (IsStreamableUnion(select)) {
     // The same rows, but the first one comes at once: a plain union would gather all of them before.
-    sql = QStringLiteral("SELECT DISTINCT * FROM (%1)").arg(sql);
+    sql = u"SELECT DISTINCT * FROM (%1)"_s.arg(sql);
   }
   sql += WriteOrder(select, scope, output);
   if (select.top) {
     if (select.next != nullptr) {
-      throw SyntaxErrorAt(QStringLiteral("TOP no se admite con UNION"), m_statement, select.top->position);
+      throw SyntaxErrorAt(u"TOP no se admite con UNION"_s, m_statement, select.top->position);
     }
-    sql += QStringLiteral(" LIMIT ") + Bind(*select.top, false, Conversion::Integer);
+    sql += u" LIMIT "_s + Bind(*select.top, false, Conversion::Integer);
   }
   return sql;
 }
 
 QString StatementWriter::WriteSimple(const Select& select, const Scope& scope, Output& output) {
-  QString sql = select.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ");
+  QString sql = select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
   sql += WriteItems(select, scope, output);
   sql += WriteTables(select, scope);
   AppendWhere(sql, select.where, scope);
@@ -116,7 +118,7 @@ QString StatementWriter::WriteItems(const Select& select, const Scope& scope, Ou
     } else if (!item.starOf.isEmpty()) {
       parts += WriteStar(scope.FindSource(item.starOf), output);
     } else if (scope.Sources().empty()) {
-      throw SyntaxErrorAt(QStringLiteral("falta FROM"), m_statement, m_statement.size());
+      throw SyntaxErrorAt(u"falta FROM"_s, m_statement, m_statement.size());
     } else {
       for (const Scope::Source& source : scope.Sources()) {
         parts += WriteStar(source, output);
@@ -155,7 +157,7 @@ QString StatementWriter::LabelOf(const SelectItem& item, std::size_t position) c
   if (item.expression->kind == ExpressionKind::ColumnName) {
     return item.expression->name.toString();
   }
-  return QStringLiteral("Expr%1").arg(firstUnnamed + position);
+  return u"Expr%1"_s.arg(firstUnnamed + position);
 }
 
 QString StatementWriter::WriteTables(const Select& select, const Scope& scope) {
@@ -163,21 +165,20 @@ QString StatementWriter::WriteTables(const Select& select, const Scope& scope) {
   for (const auto& reference : select.from) {
     parts += WriteTable(*reference, scope);
   }
-  return parts.isEmpty() ? QString() : QStringLiteral(" FROM ") + parts.join(comma);
+  return parts.isEmpty() ? QString() : u" FROM "_s + parts.join(comma);
 }
 
 QString StatementWriter::WriteTable(const TableReference& reference, const Scope& scope) {
   if (reference.left == nullptr) {
     const QString name = QuotedName(RequireTable(m_schema, reference.name).name);
-    return reference.alias.isEmpty() ? name : name + QStringLiteral(" AS ") + QuotedName(reference.alias);
+    return reference.alias.isEmpty() ? name : name + u" AS "_s + QuotedName(reference.alias);
   }
   const QString left = WriteTable(*reference.left, scope);
   QString right = WriteTable(*reference.right, scope);
   if (reference.right->left != nullptr) {
     right = u'(' + right + u')';
   }
-  return QStringLiteral("%1 %2 JOIN %3 ON %4")
-      .arg(left, reference.join, right, WriteCondition(*reference.condition, scope));
+  return u"%1 %2 JOIN %3 ON %4"_s.arg(left, reference.join, right, WriteCondition(*reference.condition, scope));
 }
 
 QString StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
@@ -188,10 +189,10 @@ QString StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
       parts += expression->kind == ExpressionKind::Literal ? WritePosition(expression->token)
                                                            : WriteValue(*expression, scope).sql;
     }
-    sql += QStringLiteral(" GROUP BY ") + parts.join(comma);
+    sql += u" GROUP BY "_s + parts.join(comma);
   }
   if (select.having != nullptr) {
-    sql += QStringLiteral(" HAVING ") + WriteCondition(*select.having, scope);
+    sql += u" HAVING "_s + WriteCondition(*select.having, scope);
   }
   return sql;
 }
@@ -200,7 +201,7 @@ QString StatementWriter::WritePosition(const Token& literal) const {
   bool isWhole = false;
   const int position = literal.text.toInt(&isWhole);
   if (literal.kind != TokenKind::Number || !isWhole) {
-    throw SyntaxErrorAt(QStringLiteral("se esperaba una columna"), m_statement, literal.position);
+    throw SyntaxErrorAt(u"se esperaba una columna"_s, m_statement, literal.position);
   }
   return QString::number(position);
 }
@@ -209,9 +210,9 @@ QString StatementWriter::WriteOrder(const Select& select, const Scope& scope, co
   QStringList parts;
   for (const OrderItem& item : select.orderBy) {
     parts += WriteOrderItem(*item.expression, scope, output, select.next != nullptr) +
-             (item.descending ? QStringLiteral(" DESC") : QString());
+             (item.descending ? u" DESC"_s : QString());
   }
-  return parts.isEmpty() ? QString() : QStringLiteral(" ORDER BY ") + parts.join(comma);
+  return parts.isEmpty() ? QString() : u" ORDER BY "_s + parts.join(comma);
 }
 
 // A name that is an alias means the result's column; in a union every name does.
@@ -235,7 +236,7 @@ QString StatementWriter::WriteOrderItem(const Expression& expression, const Scop
 
 void StatementWriter::AppendWhere(QString& sql, const ExpressionPtr& where, const Scope& scope) {
   if (where != nullptr) {
-    sql += QStringLiteral(" WHERE ") + WriteCondition(*where, scope);
+    sql += u" WHERE "_s + WriteCondition(*where, scope);
   }
 }
 
@@ -254,8 +255,7 @@ void StatementWriter::WriteInsert(const Statement& statement) {
   for (const Column* column : columns) {
     names += QuotedName(column->name);
   }
-  QString sql = QStringLiteral("INSERT INTO ") + QuotedName(table.name) + QStringLiteral(" (") + names.join(comma) +
-                QStringLiteral(") ");
+  QString sql = u"INSERT INTO "_s + QuotedName(table.name) + u" ("_s + names.join(comma) + u") "_s;
   if (statement.select != nullptr) {
     Output output;
     output.targets = columns;
@@ -266,7 +266,7 @@ void StatementWriter::WriteInsert(const Statement& statement) {
     for (const auto& row : statement.rows) {
       rows += WriteRow(row, columns, scope);
     }
-    sql += QStringLiteral("VALUES ") + rows.join(comma);
+    sql += u"VALUES "_s + rows.join(comma);
   }
   m_plan.sql = sql.toUtf8();
 }
@@ -290,9 +290,9 @@ void StatementWriter::WriteUpdate(const Statement& statement) {
   QStringList parts;
   for (const Assignment& assignment : statement.assignments) {
     const Column& column = RequireColumn(table, assignment.column);
-    parts += QuotedName(column.name) + QStringLiteral(" = ") + WriteStored(*assignment.value, column, scope);
+    parts += QuotedName(column.name) + u" = "_s + WriteStored(*assignment.value, column, scope);
   }
-  QString sql = QStringLiteral("UPDATE ") + QuotedName(table.name) + QStringLiteral(" SET ") + parts.join(comma);
+  QString sql = u"UPDATE "_s + QuotedName(table.name) + u" SET "_s + parts.join(comma);
   AppendWhere(sql, statement.where, scope);
   m_plan.sql = sql.toUtf8();
 }
@@ -301,7 +301,7 @@ void StatementWriter::WriteDelete(const Statement& statement) {
   const Table& table = RequireTable(m_schema, statement.table);
   Scope scope(m_schema);
   scope.Add(table);
-  QString sql = QStringLiteral("DELETE FROM ") + QuotedName(table.name);
+  QString sql = u"DELETE FROM "_s + QuotedName(table.name);
   AppendWhere(sql, statement.where, scope);
   m_plan.sql = sql.toUtf8();
 }

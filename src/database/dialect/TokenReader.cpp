@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -49,19 +51,19 @@ bool TokenReader::TakeSymbol(QStringView symbol) {
 
 void TokenReader::ExpectWord(QStringView word) {
   if (!TakeWord(word)) {
-    Fail(QStringLiteral("se esperaba %1").arg(word));
+    Fail(u"se esperaba %1"_s.arg(word));
   }
 }
 
 void TokenReader::ExpectSymbol(QStringView symbol) {
   if (!TakeSymbol(symbol)) {
-    Fail(QStringLiteral("se esperaba «%1»").arg(symbol));
+    Fail(u"se esperaba «%1»"_s.arg(symbol));
   }
 }
 
 QStringView TokenReader::ExpectName() {
   if (!IsName()) {
-    Fail(QStringLiteral("se esperaba un nombre"));
+    Fail(u"se esperaba un nombre"_s);
   }
   return Take().text;
 }

@@ -2,6 +2,8 @@
 #include "database/seed/Seed.h"
 #include "database/seed/SeedTable.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -47,44 +49,38 @@ void Insert(adodb::Connection& connection, const QString& start, const QStringLi
   for (const QString& value : values) {
     quoted += Quoted(value);
   }
-  connection.Execute(start + QStringLiteral(" VALUES (") + quoted.join(u',') + u')');
+  connection.Execute(start + u" VALUES ("_s + quoted.join(u',') + u')');
 }
 
 QString Amount(Invented& invented) {
   const int euros = 5 + 5 * invented.Number(60);
-  return QStringLiteral("%1,%2").arg(euros).arg(invented.Chance(15) ? QStringLiteral("50") : QStringLiteral("00"));
+  return u"%1,%2"_s.arg(euros).arg(invented.Chance(15) ? u"50"_s : u"00"_s);
 }
 
 // The diocese of a province, the one of the same name where there are several; 0 for none.
 int DioceseOf(adodb::Connection& connection, int province) {
   const auto found = connection.Execute(
-      QStringLiteral("SELECT TOP 1 IDDiocesis FROM Diocesis INNER JOIN Provincias ON CodProvincia=IDProvincia WHERE "
-                     "IDProvincia=%1 ORDER BY IIF(Diocesis.Nombre=Provincias.Nombre, 0, 1), IDDiocesis")
-          .arg(province));
+      u"SELECT TOP 1 IDDiocesis FROM Diocesis INNER JOIN Provincias ON CodProvincia=IDProvincia WHERE "
+      "IDProvincia=%1 ORDER BY IIF(Diocesis.Nombre=Provincias.Nombre, 0, 1), IDDiocesis"_s.arg(province));
   return found->AtEnd() ? 0 : found->Field(u"IDDiocesis").toInt();
 }
 
 int AbroadCountry(adodb::Connection& connection, Invented& invented) {
   constexpr const char16_t* countries[] = {u"Francia", u"Portugal", u"Italia", u"Alemania", u"Argentina", u"México"};
   const auto found =
-      connection.Execute(QStringLiteral("SELECT IDPais FROM Paises WHERE Nombre=") + Quoted(invented.From(countries)));
+      connection.Execute(u"SELECT IDPais FROM Paises WHERE Nombre="_s + Quoted(invented.From(countries)));
   return found->Field(u"IDPais").toInt();
 }
 
 QStringList Address(adodb::Connection& connection, Invented& invented) {
   QString street = invented.From(streets);
-  street += QStringLiteral(", ") + QString::number(1 + invented.Number(90));
+  street += u", "_s + QString::number(1 + invented.Number(90));
   if (invented.Chance(6)) {
     const int country = AbroadCountry(connection, invented);
-    return {street,
-            QStringLiteral("Villanueva"),
-            QString(),
-            QStringLiteral("0"),
-            QString::number(country),
-            QStringLiteral("0")};
+    return {street, u"Villanueva"_s, QString(), u"0"_s, QString::number(country), u"0"_s};
   }
   const Town& town = towns[static_cast<std::size_t>(invented.Number(std::size(towns)))];
-  const QString postcode = QString::fromUtf16(town.postcode) + QStringLiteral("0") + invented.Digits(2);
+  const QString postcode = QString::fromUtf16(town.postcode) + u"0"_s + invented.Digits(2);
   return {street,
           QString::fromUtf16(town.name),
           postcode,
@@ -94,13 +90,13 @@ QStringList Address(adodb::Connection& connection, Invented& invented) {
 }
 
 void InsertCollaborators(adodb::Connection& connection, Invented& invented) {
-  const QString start = QStringLiteral(
-      "INSERT INTO Colaboradores (Direccion, Poblacion, CP, CodProvincia, codpais, CodDiocesis, Tratamiento, Nombre, "
-      "Apellido1, Apellido2, NIF, CodCobrador, CodEncabezado, FechaAlta)");
+  const QString start =
+      u"INSERT INTO Colaboradores (Direccion, Poblacion, CP, CodProvincia, codpais, CodDiocesis, Tratamiento, Nombre, "
+      "Apellido1, Apellido2, NIF, CodCobrador, CodEncabezado, FechaAlta)"_s;
   for (int i = 0; i < collaborators; ++i) {
     const bool isWoman = invented.Chance(55);
     QStringList values = Address(connection, invented);
-    values += isWoman ? QStringLiteral("D.ª") : QStringLiteral("D.");
+    values += isWoman ? u"D.ª"_s : u"D."_s;
     values += isWoman ? invented.From(womensNames) : invented.From(mensNames);
     values += invented.From(surnames);
     values += invented.From(surnames);
@@ -113,35 +109,34 @@ void InsertCollaborators(adodb::Connection& connection, Invented& invented) {
 }
 
 void InsertAccounts(adodb::Connection& connection, Invented& invented) {
-  const QString start = QStringLiteral("INSERT INTO Colaboradores_Cuentas (CodColaborador, codSucursal, NumeroCuenta)");
+  const QString start = u"INSERT INTO Colaboradores_Cuentas (CodColaborador, codSucursal, NumeroCuenta)"_s;
   for (int i = 1; i <= collaborators; ++i) {
     if (invented.Chance(60)) {
       const int branch = 1 + invented.Number(12);
-      Insert(connection, start,
-             {QString::number(i), QString::number(branch), QStringLiteral("9100") + invented.Digits(16)});
+      Insert(connection, start, {QString::number(i), QString::number(branch), u"9100"_s + invented.Digits(16)});
     }
   }
 }
 
 void InsertDonations(adodb::Connection& connection, Invented& invented) {
-  const QString start = QStringLiteral(
-      "INSERT INTO Donativos (CodColaborador, CodTipoDonativo, CodDeduccion_Comunidad, CodEmisor_Cuenta, Importe, "
-      "Fecha, TextoRecibo)");
+  const QString start =
+      u"INSERT INTO Donativos (CodColaborador, CodTipoDonativo, CodDeduccion_Comunidad, CodEmisor_Cuenta, Importe, "
+      "Fecha, TextoRecibo)"_s;
   for (int i = 0; i < 3 * collaborators; ++i) {
     const int collaborator = 1 + invented.Number(collaborators);
     const int kind = 1 + invented.Number(5);
     const int regional = invented.Chance(10) ? 1 + invented.Number(3) : 0;
     const QString amount = Amount(invented);
     Insert(connection, start,
-           {QString::number(collaborator), QString::number(kind), QString::number(regional), QStringLiteral("1"),
-            amount, invented.Date(), QStringLiteral("Donativo a la Fundación Puente de Luz")});
+           {QString::number(collaborator), QString::number(kind), QString::number(regional), u"1"_s, amount,
+            invented.Date(), u"Donativo a la Fundación Puente de Luz"_s});
   }
 }
 
 void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
-  const QString start = QStringLiteral(
-      "INSERT INTO Suscripciones (CodColaborador, CodTipoPublicacion, CodTipoSuscripcion, CodEmisor_Cuenta, "
-      "NumeroEjemplares, TextoRecibo, FechaAlta)");
+  const QString start =
+      u"INSERT INTO Suscripciones (CodColaborador, CodTipoPublicacion, CodTipoSuscripcion, CodEmisor_Cuenta, "
+      "NumeroEjemplares, TextoRecibo, FechaAlta)"_s;
   for (int i = 1; i <= collaborators; ++i) {
     if (!invented.Chance(45)) {
       continue;
@@ -150,19 +145,17 @@ void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
     const int kind = 1 + invented.Number(5);
     const int copies = invented.Chance(85) ? 1 : 2 + invented.Number(9);
     Insert(connection, start,
-           {QString::number(i), QString::number(publication), QString::number(kind), QStringLiteral("2"),
-            QString::number(copies), QStringLiteral("Suscripción"), invented.Date()});
+           {QString::number(i), QString::number(publication), QString::number(kind), u"2"_s, QString::number(copies),
+            u"Suscripción"_s, invented.Date()});
   }
   for (int publication = 1; publication <= 3; ++publication) {
-    for (const QString& price : {QStringLiteral("ImporteNacional"), QStringLiteral("ImporteExtranjero")}) {
+    for (const QString& price : {u"ImporteNacional"_s, u"ImporteExtranjero"_s}) {
       connection.Execute(
-          QStringLiteral(
-              "UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT %1 FROM TipoPublicaciones WHERE "
-              "IDTipoPublicacion=%2) WHERE CodTipoPublicacion=%2 AND CodColaborador IN (SELECT IDColaborador "
-              "FROM Colaboradores WHERE codpais%3%4)")
-              .arg(price)
+          u"UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT %1 FROM TipoPublicaciones WHERE "
+          "IDTipoPublicacion=%2) WHERE CodTipoPublicacion=%2 AND CodColaborador IN (SELECT IDColaborador "
+          "FROM Colaboradores WHERE codpais%3%4)"_s.arg(price)
               .arg(publication)
-              .arg(price == u"ImporteNacional" ? QStringLiteral("=") : QStringLiteral("<>"))
+              .arg(price == u"ImporteNacional" ? u"="_s : u"<>"_s)
               .arg(homeCountry));
     }
   }
@@ -170,20 +163,20 @@ void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
 
 void InsertFiles(adodb::Connection& connection) {
   const std::pair<QString, QString> files[] = {
-      {QStringLiteral("Bancos"), QStringLiteral("demo_bancos.tsv")},
-      {QStringLiteral("Sucursales"), QStringLiteral("demo_sucursales.tsv")},
-      {QStringLiteral("Presentadores"), QStringLiteral("demo_presentadores.tsv")},
-      {QStringLiteral("Emisores"), QStringLiteral("demo_emisores.tsv")},
-      {QStringLiteral("Cuentas"), QStringLiteral("demo_cuentas.tsv")},
-      {QStringLiteral("Emisores_Cuentas"), QStringLiteral("demo_emisores_cuentas.tsv")},
-      {QStringLiteral("Cobradores"), QStringLiteral("demo_cobradores.tsv")},
-      {QStringLiteral("TipoDonativos"), QStringLiteral("demo_tipos_donativos.tsv")},
-      {QStringLiteral("Deduccion_Comunidad"), QStringLiteral("demo_deducciones_comunidad.tsv")},
-      {QStringLiteral("TipoPublicaciones"), QStringLiteral("demo_publicaciones.tsv")},
-      {QStringLiteral("Cabeceras"), QStringLiteral("demo_cabeceras.tsv")},
-      {QStringLiteral("ETIQUETAS"), QStringLiteral("demo_etiquetas.tsv")},
-      {QStringLiteral("EtiquetasCampos"), QStringLiteral("demo_etiquetas_campos.tsv")},
-      {QStringLiteral("CartasModelo"), QStringLiteral("demo_cartas.tsv")},
+      {u"Bancos"_s, u"demo_bancos.tsv"_s},
+      {u"Sucursales"_s, u"demo_sucursales.tsv"_s},
+      {u"Presentadores"_s, u"demo_presentadores.tsv"_s},
+      {u"Emisores"_s, u"demo_emisores.tsv"_s},
+      {u"Cuentas"_s, u"demo_cuentas.tsv"_s},
+      {u"Emisores_Cuentas"_s, u"demo_emisores_cuentas.tsv"_s},
+      {u"Cobradores"_s, u"demo_cobradores.tsv"_s},
+      {u"TipoDonativos"_s, u"demo_tipos_donativos.tsv"_s},
+      {u"Deduccion_Comunidad"_s, u"demo_deducciones_comunidad.tsv"_s},
+      {u"TipoPublicaciones"_s, u"demo_publicaciones.tsv"_s},
+      {u"Cabeceras"_s, u"demo_cabeceras.tsv"_s},
+      {u"ETIQUETAS"_s, u"demo_etiquetas.tsv"_s},
+      {u"EtiquetasCampos"_s, u"demo_etiquetas_campos.tsv"_s},
+      {u"CartasModelo"_s, u"demo_cartas.tsv"_s},
   };
   for (const auto& [table, file] : files) {
     InsertSeedFile(connection, table, file);
@@ -194,10 +187,10 @@ void InsertFiles(adodb::Connection& connection) {
 
 void SeedDemonstration(adodb::Connection& connection) {
   Invented invented;
-  connection.Execute(QStringLiteral("UPDATE configuracion SET NombreEntidad='Fundación Puente de Luz'"));
+  connection.Execute(u"UPDATE configuracion SET NombreEntidad='Fundación Puente de Luz'"_s);
   connection.Execute(
-      QStringLiteral("INSERT INTO Usuarios (Nombre, NombreCompleto, Administrador, TipoUsuario) VALUES "
-                     "('secretaria', 'Secretaría', False, 2)"));
+      u"INSERT INTO Usuarios (Nombre, NombreCompleto, Administrador, TipoUsuario) VALUES "
+      "('secretaria', 'Secretaría', False, 2)"_s);
   InsertFiles(connection);
   InsertCollaborators(connection, invented);
   InsertAccounts(connection, invented);

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -42,8 +44,9 @@ SpanishCollation::SpanishCollation() {
   UErrorCode status = U_ZERO_ERROR;
   UCollator* collator = ucol_open("es", &status);
   if (U_FAILURE(status)) {
-    throw automation::Error(EngineFailure, QStringLiteral("Faltan las reglas de ordenación del español (ICU). Vuelva a "
-                                                          "instalar el programa."));
+    throw automation::Error(EngineFailure,
+                            u"Faltan las reglas de ordenación del español (ICU). Vuelva a "
+                            "instalar el programa."_s);
   }
   ucol_setStrength(collator, UCOL_SECONDARY);
   m_collator = collator;

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 SqliteConnection::SqliteConnection(const ConnectionString& target) : m_target(target) {}
@@ -43,7 +45,7 @@ void SqliteConnection::Open(const QString& connectionString, const QString& /*us
   }
   const ConnectionString target(connectionString);
   if (target.Engine() != m_target.Engine()) {
-    throw BadConnectionString(QStringLiteral("esta conexión es de otro motor"));
+    throw BadConnectionString(u"esta conexión es de otro motor"_s);
   }
   OpenTarget(target);
   m_target = target;

@@ -2,6 +2,8 @@
 
 #include "database/dialect/ExpressionWriter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -9,15 +11,15 @@ namespace {
 QString TypeText(const Column& column) {
   switch (column.type) {
     case ColumnType::Key:
-      return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+      return u"INTEGER PRIMARY KEY AUTOINCREMENT"_s;
     case ColumnType::Text:
     case ColumnType::LongText:
-      return QStringLiteral("TEXT COLLATE %1").arg(engine::collation);
+      return u"TEXT COLLATE %1"_s.arg(engine::collation);
     case ColumnType::Decimal:
     case ColumnType::Money:
-      return QStringLiteral("REAL");
+      return u"REAL"_s;
     default:
-      return QStringLiteral("INTEGER");
+      return u"INTEGER"_s;
   }
 }
 
@@ -27,13 +29,13 @@ QString Definition(const Column& column) {
     return sql;
   }
   if (column.required) {
-    sql += QStringLiteral(" NOT NULL");
+    sql += u" NOT NULL"_s;
   }
   if (!column.defaultValue.isEmpty()) {
-    sql += QStringLiteral(" DEFAULT ") + column.defaultValue;
+    sql += u" DEFAULT "_s + column.defaultValue;
   }
   if (column.type == ColumnType::Boolean) {
-    sql += QStringLiteral(" CHECK (%1 IN (-1, 0))").arg(QuotedName(column.name));
+    sql += u" CHECK (%1 IN (-1, 0))"_s.arg(QuotedName(column.name));
   }
   return sql;
 }
@@ -45,9 +47,7 @@ QByteArray CreateTable(const Table& table, int version) {
       definitions += Definition(column);
     }
   }
-  return QStringLiteral("CREATE TABLE %1 (%2) STRICT")
-      .arg(QuotedName(table.name), definitions.join(QStringLiteral(", ")))
-      .toUtf8();
+  return u"CREATE TABLE %1 (%2) STRICT"_s.arg(QuotedName(table.name), definitions.join(u", "_s)).toUtf8();
 }
 
 QByteArray CreateIndex(const Table& table, const Index& index) {
@@ -55,10 +55,9 @@ QByteArray CreateIndex(const Table& table, const Index& index) {
   for (const QString& column : index.columns) {
     names += QuotedName(column);
   }
-  return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)%5")
-      .arg(index.unique ? QStringLiteral("UNIQUE ") : QString(), QuotedName(index.name), QuotedName(table.name),
-           names.join(QStringLiteral(", ")),
-           index.liveOnly ? QStringLiteral(" WHERE %1 = 0").arg(QuotedName(u"Eliminado")) : QString())
+  return u"CREATE %1INDEX %2 ON %3 (%4)%5"_s
+      .arg(index.unique ? u"UNIQUE "_s : QString(), QuotedName(index.name), QuotedName(table.name), names.join(u", "_s),
+           index.liveOnly ? u" WHERE %1 = 0"_s.arg(QuotedName(u"Eliminado")) : QString())
       .toUtf8();
 }
 
@@ -73,8 +72,7 @@ QByteArrayList SchemaStatements(const Schema& schema, int fromVersion, int toVer
     }
     for (const Column& column : table.columns) {
       if (!isNew(table.since) && isNew(column.since)) {
-        statements +=
-            QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(QuotedName(table.name), Definition(column)).toUtf8();
+        statements += u"ALTER TABLE %1 ADD COLUMN %2"_s.arg(QuotedName(table.name), Definition(column)).toUtf8();
       }
     }
     for (const Index& index : table.indexes) {

@@ -4,6 +4,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 using automation::Error;
@@ -11,10 +13,9 @@ using automation::Error;
 namespace {
 
 QString Locked(const ConnectionString& target) {
-  return QStringLiteral(
-             "Otro programa está usando la base de datos «%1» y no la ha soltado en %2 s. No se ha guardado "
-             "nada. Espere a que termine, o ciérrelo, y vuelva a intentarlo.")
-      .arg(target.File(), QString::number((target.WaitMilliseconds() + 999) / 1000));
+  return u"Otro programa está usando la base de datos «%1» y no la ha soltado en %2 s. No se ha guardado "
+         "nada. Espere a que termine, o ciérrelo, y vuelva a intentarlo."_s.arg(
+             target.File(), QString::number((target.WaitMilliseconds() + 999) / 1000));
 }
 
 QString ConstraintText(int code, const QString& detail) {
@@ -22,34 +23,29 @@ QString ConstraintText(int code, const QString& detail) {
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_ROWID:
-      return QStringLiteral("Ya existe un registro con los mismos valores (%1). Cambie el valor repetido.").arg(detail);
+      return u"Ya existe un registro con los mismos valores (%1). Cambie el valor repetido."_s.arg(detail);
     case SQLITE_CONSTRAINT_NOTNULL:
-      return QStringLiteral("Falta un valor obligatorio (%1). Rellénelo y vuelva a intentarlo.").arg(detail);
+      return u"Falta un valor obligatorio (%1). Rellénelo y vuelva a intentarlo."_s.arg(detail);
     default:
-      return QStringLiteral("La base de datos no admite ese valor (%1). Corríjalo y vuelva a intentarlo.").arg(detail);
+      return u"La base de datos no admite ese valor (%1). Corríjalo y vuelva a intentarlo."_s.arg(detail);
   }
 }
 
 // The refusals that the engine tells apart only by their texts.
 Error PlainError(const QString& text, const ConnectionString& target) {
   const QString damaged =
-      QStringLiteral(
-          "A la base de datos «%1» le falta una parte (%2): otro programa la ha cambiado. Recupere una "
-          "copia de seguridad.")
-          .arg(target.File(), text);
-  if (text.startsWith(QStringLiteral("no such table"))) {
+      u"A la base de datos «%1» le falta una parte (%2): otro programa la ha cambiado. Recupere una "
+      "copia de seguridad."_s.arg(target.File(), text);
+  if (text.startsWith(u"no such table"_s)) {
     return Error(NoSuchTable, damaged);
   }
-  if (text.startsWith(QStringLiteral("no such column")) || text.contains(QStringLiteral("has no column named"))) {
+  if (text.startsWith(u"no such column"_s) || text.contains(u"has no column named"_s)) {
     return Error(NoSuchColumn, damaged);
   }
-  if (text.contains(QStringLiteral("too many")) || text.contains(QStringLiteral("too large")) ||
-      text.startsWith(QStringLiteral("variable number"))) {
-    return Error(StatementTooBig,
-                 QStringLiteral("La instrucción SQL es demasiado grande (%1). Divídala en varias.").arg(text));
+  if (text.contains(u"too many"_s) || text.contains(u"too large"_s) || text.startsWith(u"variable number"_s)) {
+    return Error(StatementTooBig, u"La instrucción SQL es demasiado grande (%1). Divídala en varias."_s.arg(text));
   }
-  return Error(EngineFailure,
-               QStringLiteral("La base de datos «%1» rechazó la operación: %2").arg(target.File(), text));
+  return Error(EngineFailure, u"La base de datos «%1» rechazó la operación: %2"_s.arg(target.File(), text));
 }
 
 }  // namespace
@@ -65,33 +61,29 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
     case SQLITE_PERM:
     case SQLITE_AUTH:
       return Error(DatabaseReadOnly,
-                   QStringLiteral("No se puede escribir en la base de datos «%1»: el archivo o su carpeta son de solo "
-                                  "lectura. Pida permiso de escritura o guárdela en otra carpeta.")
-                       .arg(file));
+                   u"No se puede escribir en la base de datos «%1»: el archivo o su carpeta son de solo "
+                   "lectura. Pida permiso de escritura o guárdela en otra carpeta."_s.arg(file));
     case SQLITE_FULL:
-      return Error(DiskFull, QStringLiteral("No queda sitio en el disco para la base de datos «%1». No se ha guardado "
-                                            "el último cambio. Libere espacio y vuelva a intentarlo.")
-                                 .arg(file));
+      return Error(DiskFull,
+                   u"No queda sitio en el disco para la base de datos «%1». No se ha guardado "
+                   "el último cambio. Libere espacio y vuelva a intentarlo."_s.arg(file));
     case SQLITE_IOERR:
-      return Error(DiskFailure, QStringLiteral("El disco falló al leer o escribir la base de datos «%1» (%2). "
-                                               "Compruebe el disco y haga una copia de seguridad.")
-                                    .arg(file, QString::number(code)));
+      return Error(DiskFailure,
+                   u"El disco falló al leer o escribir la base de datos «%1» (%2). "
+                   "Compruebe el disco y haga una copia de seguridad."_s.arg(file, QString::number(code)));
     case SQLITE_CORRUPT:
-      return Error(
-          DatabaseDamaged,
-          QStringLiteral("La base de datos «%1» está dañada (%2). Recupere una copia de seguridad.").arg(file, text));
+      return Error(DatabaseDamaged,
+                   u"La base de datos «%1» está dañada (%2). Recupere una copia de seguridad."_s.arg(file, text));
     case SQLITE_NOTADB:
-      return Error(NotADatabase,
-                   QStringLiteral("El archivo «%1» no es una base de datos. Elija otro archivo.").arg(file));
+      return Error(NotADatabase, u"El archivo «%1» no es una base de datos. Elija otro archivo."_s.arg(file));
     case SQLITE_CANTOPEN:
       return Error(CannotOpen,
-                   QStringLiteral("No se puede abrir la base de datos «%1». Compruebe que el archivo existe "
-                                  "y que tiene permiso sobre él y sobre su carpeta.")
-                       .arg(file));
+                   u"No se puede abrir la base de datos «%1». Compruebe que el archivo existe "
+                   "y que tiene permiso sobre él y sobre su carpeta."_s.arg(file));
     case SQLITE_CONSTRAINT:
       return Error(ConstraintViolation, ConstraintText(code, text));
     case SQLITE_TOOBIG:
-      return Error(StatementTooBig, QStringLiteral("La instrucción SQL o uno de sus valores es demasiado grande."));
+      return Error(StatementTooBig, u"La instrucción SQL o uno de sus valores es demasiado grande."_s);
     case SQLITE_MISMATCH:
       return Error(automation::TypeMismatch, text.startsWith(automation::ErrorText(automation::TypeMismatch))
                                                  ? text

@@ -10,6 +10,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 namespace {
@@ -20,13 +22,12 @@ constexpr int longestValue = 200'000'000;
 void RefuseMissingFile(const QString& path) {
   const QFileInfo info(path);
   if (info.isDir()) {
-    throw automation::Error(CannotOpen,
-                            QStringLiteral("«%1» es una carpeta, no una base de datos. Elija un archivo.").arg(path));
+    throw automation::Error(CannotOpen, u"«%1» es una carpeta, no una base de datos. Elija un archivo."_s.arg(path));
   }
   if (!info.exists()) {
-    throw automation::Error(CannotOpen, QStringLiteral("No existe la base de datos «%1». Compruebe el nombre del "
-                                                       "archivo y que su disco está conectado.")
-                                            .arg(path));
+    throw automation::Error(CannotOpen,
+                            u"No existe la base de datos «%1». Compruebe el nombre del "
+                            "archivo y que su disco está conectado."_s.arg(path));
   }
 }
 

@@ -14,6 +14,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace database {
 
 using automation::Error;
@@ -41,16 +43,15 @@ FileState ReadState(const SqliteHandle& handle) {
 void RefuseForeign(const FileState& state, const QString& file) {
   if (state.isOurs && state.version > SchemaVersion()) {
     throw Error(NewerDatabase,
-                QStringLiteral("La base de datos «%1» es de una versión más nueva del programa (%2; esta "
-                               "llega hasta la %3). No se ha tocado. Actualice el programa.")
-                    .arg(file, QString::number(state.version), QString::number(SchemaVersion())));
+                u"La base de datos «%1» es de una versión más nueva del programa (%2; esta "
+                "llega hasta la %3). No se ha tocado. Actualice el programa."_s.arg(
+                    file, QString::number(state.version), QString::number(SchemaVersion())));
   }
   const bool isNew = state.isEmpty && state.version == 0;
   if (!state.isOurs && !isNew) {
     throw Error(NotOurDatabase,
-                QStringLiteral("«%1» es una base de datos de otro programa. No se ha tocado. Elija otro "
-                               "archivo.")
-                    .arg(file));
+                u"«%1» es una base de datos de otro programa. No se ha tocado. Elija otro "
+                "archivo."_s.arg(file));
   }
 }
 
@@ -84,9 +85,9 @@ void RebuildIndexes(const SqliteHandle& handle) {
 void CreateFolder(const QString& file) {
   const QString folder = QFileInfo(file).absolutePath();
   if (!QDir().mkpath(folder)) {
-    throw Error(CannotOpen, QStringLiteral("No se puede crear la carpeta «%1». Compruebe el nombre y los permisos, o "
-                                           "elija otra carpeta.")
-                                .arg(folder));
+    throw Error(CannotOpen,
+                u"No se puede crear la carpeta «%1». Compruebe el nombre y los permisos, o "
+                "elija otra carpeta."_s.arg(folder));
   }
 }
 
@@ -152,9 +153,9 @@ void RequireCurrentDatabase(const SqliteHandle& handle) {
   const FileState state = ReadState(handle);
   RefuseForeign(state, handle.Target().File());
   if (state.version < SchemaVersion()) {
-    throw Error(OlderDatabase, QStringLiteral("La base de datos «%1» está vacía o es de una versión anterior del "
-                                              "programa. Ábrala con el programa para actualizarla.")
-                                   .arg(handle.Target().File()));
+    throw Error(OlderDatabase,
+                u"La base de datos «%1» está vacía o es de una versión anterior del "
+                "programa. Ábrala con el programa para actualizarla."_s.arg(handle.Target().File()));
   }
   handle.SetCheckpointOnClose(true);
   if (!HasCurrentCollation(handle)) {

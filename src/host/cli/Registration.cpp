@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -15,9 +17,8 @@ constexpr int permissionDenied = 70;
 void Expect(bool done) {
   if (!done) {
     throw automation::Error(permissionDenied,
-                            QStringLiteral("No se puede escribir el registro de clases «%1». Compruebe que la carpeta "
-                                           "existe y que tiene permiso para escribir en ella.")
-                                .arg(automation::RegistryFile()));
+                            u"No se puede escribir el registro de clases «%1». Compruebe que la carpeta "
+                            "existe y que tiene permiso para escribir en ella."_s.arg(automation::RegistryFile()));
   }
 }
 
@@ -34,9 +35,8 @@ void RegisterComponent(const QString& library) {
 
 void UnregisterComponent(const QString& library) {
   if (library.isEmpty()) {
-    Expect(automation::RemoveFromRegistryFile({QStringLiteral("KelConfiguracion.CPrincipal"),
-                                               QStringLiteral("KelConfiguracion.cSucursal"),
-                                               QStringLiteral("KelConfiguracion.cCampo")}));
+    Expect(automation::RemoveFromRegistryFile(
+        {u"KelConfiguracion.CPrincipal"_s, u"KelConfiguracion.cSucursal"_s, u"KelConfiguracion.cCampo"_s}));
     return;
   }
   Expect(automation::ComponentLibrary(Absolute(library)).Unregister());

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void Print(FILE* stream, const QString& text) {
@@ -19,7 +21,7 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
       Print(stdout, host::CommandLineHelp().trimmed());
       return host::ExitDone;
     case host::Command::Version:
-      Print(stdout, QStringLiteral("kel-host ") + QCoreApplication::applicationVersion());
+      Print(stdout, u"kel-host "_s + QCoreApplication::applicationVersion());
       return host::ExitDone;
     case host::Command::Register:
       host::RegisterComponent(line.library);
@@ -36,8 +38,8 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
 
 int main(int argc, char** argv) {
   Q_INIT_RESOURCE(desktop);
-  QCoreApplication::setOrganizationName(QStringLiteral("Kel"));
-  QCoreApplication::setApplicationName(QStringLiteral("kel-host"));
+  QCoreApplication::setOrganizationName(u"Kel"_s);
+  QCoreApplication::setApplicationName(u"kel-host"_s);
   QCoreApplication::setApplicationVersion(QStringLiteral(KEL_VERSION));
   QStringList arguments;
   for (int i = 1; i < argc; ++i) {
@@ -47,13 +49,13 @@ int main(int argc, char** argv) {
   try {
     line = host::ParseCommandLine(arguments);
   } catch (const automation::Error& error) {
-    Print(stderr, QStringLiteral("kel-host: %1\n«kel-host --ayuda» explica los argumentos.").arg(error.Description()));
+    Print(stderr, u"kel-host: %1\n«kel-host --ayuda» explica los argumentos."_s.arg(error.Description()));
     return host::ExitWrongArguments;
   }
   try {
     return Run(line, argc, argv);
   } catch (const automation::Error& error) {
-    Print(stderr, QStringLiteral("kel-host: ") + error.Description());
+    Print(stderr, u"kel-host: "_s + error.Description());
     return host::ExitCannotGoOn;
   }
 }

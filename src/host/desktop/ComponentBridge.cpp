@@ -8,20 +8,21 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
 
 std::unique_ptr<QObject> CreateComponent() {
   try {
-    return automation::CreateObject(QStringLiteral("KelConfiguracion.CPrincipal"));
+    return automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
   } catch (const automation::Error& error) {
     throw automation::Error(
         error.Number(),
-        QStringLiteral("%1\n\nRegistre la biblioteca del componente con la orden «kel-host registrar BIBLIOTECA» y "
-                       "vuelva a intentarlo.")
-            .arg(error.Description()),
-        QStringLiteral("KelConfiguracion.CPrincipal"));
+        u"%1\n\nRegistre la biblioteca del componente con la orden «kel-host registrar BIBLIOTECA» y "
+        "vuelva a intentarlo."_s.arg(error.Description()),
+        u"KelConfiguracion.CPrincipal"_s);
   }
 }
 

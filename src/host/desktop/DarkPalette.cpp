@@ -5,6 +5,8 @@
 #include <QPalette>
 #include <QStyleFactory>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 void UseDarkPalette() {
@@ -30,7 +32,7 @@ void UseDarkPalette() {
     palette.setColor(QPalette::Disabled, role, dimmed);
   }
   // Styles of a desktop may keep their own colours; this one takes all of the palette.
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
   QApplication::setPalette(palette);
 }
 

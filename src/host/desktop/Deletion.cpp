@@ -4,6 +4,8 @@
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -11,10 +13,10 @@ namespace {
 // The component does not say why it refused: the database does.
 QString ReasonForKeeping(adodb::Connection& connection, const Node& node, int id) {
   if (node.id == NodeUsuarios) {
-    return QStringLiteral("es un administrador de la aplicación");
+    return u"es un administrador de la aplicación"_s;
   }
   const QString uses = JoinCounts(CountUses(connection, node.id, id));
-  return uses.isEmpty() ? QStringLiteral("otros registros lo utilizan") : QStringLiteral("lo utilizan ") + uses;
+  return uses.isEmpty() ? u"otros registros lo utilizan"_s : u"lo utilizan "_s + uses;
 }
 
 // Empty when the record was deleted, otherwise why it was not.
@@ -29,7 +31,7 @@ QString DeleteOne(ComponentBridge& bridge, const Node& node, int id) {
     adodb::Connection& connection = bridge.OpenConnection();
     return IsDeleted(connection, node, id) ? QString() : ReasonForKeeping(connection, node, id);
   } catch (const automation::Error& error) {
-    return QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description());
+    return u"error %1: %2"_s.arg(QString::number(error.Number()), error.Description());
   }
 }
 

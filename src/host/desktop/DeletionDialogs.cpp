@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -15,9 +17,9 @@ constexpr qsizetype mostNamesInABox = 10;
 QString Bulleted(const QStringList& lines) {
   QStringList shown = lines.mid(0, mostNamesInABox);
   if (lines.size() > shown.size()) {
-    shown.append(QStringLiteral("y %1 más").arg(lines.size() - shown.size()));
+    shown.append(u"y %1 más"_s.arg(lines.size() - shown.size()));
   }
-  return QStringLiteral("• ") + shown.join(QStringLiteral("\n• "));
+  return u"• "_s + shown.join(u"\n• "_s);
 }
 
 QStringList Names(const QList<DeletionTarget>& targets) {
@@ -31,16 +33,16 @@ QStringList Names(const QList<DeletionTarget>& targets) {
 QStringList Reasons(const DeletionResult& result) {
   QStringList lines;
   for (const KeptRecord& kept : result.kept) {
-    lines.append(QStringLiteral("%1: %2").arg(kept.name, kept.reason));
+    lines.append(u"%1: %2"_s.arg(kept.name, kept.reason));
   }
   return lines;
 }
 
 QString Question(const Node& node, const QList<DeletionTarget>& targets) {
   if (targets.size() == 1) {
-    return QStringLiteral("¿Desea eliminar %1 «%2»?").arg(node.record, targets.first().name);
+    return u"¿Desea eliminar %1 «%2»?"_s.arg(node.record, targets.first().name);
   }
-  return QStringLiteral("¿Desea eliminar los %1 registros seleccionados de «%2»?").arg(targets.size()).arg(node.title);
+  return u"¿Desea eliminar los %1 registros seleccionados de «%2»?"_s.arg(QString::number(targets.size()), node.title);
 }
 
 }  // namespace
@@ -55,9 +57,9 @@ bool ConfirmDeletion(QWidget* parent, const QString& title, const Node& node, co
     information.append(Bulleted(Names(targets)));
   }
   if (!dependents.isEmpty()) {
-    information.append(QStringLiteral("Se marcarán también como eliminados: %1.").arg(JoinCounts(dependents)));
+    information.append(u"Se marcarán también como eliminados: %1."_s.arg(JoinCounts(dependents)));
   }
-  box.setInformativeText(information.join(QStringLiteral("\n\n")));
+  box.setInformativeText(information.join(u"\n\n"_s));
   return box.exec() == QMessageBox::Yes;
 }
 
@@ -66,9 +68,9 @@ DeletionResult DeleteWithProgress(QWidget* parent, const QString& title, Compone
   if (targets.size() == 1) {
     return DeleteRecords(bridge, node, targets, [](int) { return true; });
   }
-  QProgressDialog progress(QStringLiteral("Eliminando registros de «%1»…").arg(node.title), QStringLiteral("&Cancelar"),
-                           0, static_cast<int>(targets.size()), parent);
-  progress.setObjectName(QStringLiteral("progresoEliminar"));
+  QProgressDialog progress(u"Eliminando registros de «%1»…"_s.arg(node.title), u"&Cancelar"_s, 0,
+                           static_cast<int>(targets.size()), parent);
+  progress.setObjectName(u"progresoEliminar"_s);
   progress.setWindowTitle(title);
   progress.setWindowModality(Qt::WindowModal);
   return DeleteRecords(bridge, node, targets, [&progress](int done) {
@@ -78,12 +80,12 @@ DeletionResult DeleteWithProgress(QWidget* parent, const QString& title, Compone
 }
 
 QString DeletionHeadline(const DeletionResult& result) {
-  QString text = QStringLiteral("Registros eliminados: %1.").arg(result.deleted.size());
+  QString text = u"Registros eliminados: %1."_s.arg(result.deleted.size());
   if (!result.kept.isEmpty()) {
-    text += QStringLiteral(" Conservados: %1.").arg(result.kept.size());
+    text += u" Conservados: %1."_s.arg(result.kept.size());
   }
   if (!result.untouched.isEmpty()) {
-    text += QStringLiteral(" Sin tocar por haber cancelado: %1.").arg(result.untouched.size());
+    text += u" Sin tocar por haber cancelado: %1."_s.arg(result.untouched.size());
   }
   return text;
 }
@@ -97,11 +99,11 @@ void ShowDeletionSummary(QWidget* parent, const QString& title, const DeletionRe
   box.setTextFormat(Qt::PlainText);
   const QStringList reasons = Reasons(result);
   if (!reasons.isEmpty()) {
-    box.setInformativeText(QStringLiteral("No se han eliminado:\n") + Bulleted(reasons));
+    box.setInformativeText(u"No se han eliminado:\n"_s + Bulleted(reasons));
   }
   if (std::max(reasons.size(), result.deleted.size()) > mostNamesInABox || !result.untouched.isEmpty()) {
-    box.setDetailedText(QStringLiteral("Eliminados:\n%1\n\nConservados:\n%2\n\nSin tocar:\n%3")
-                            .arg(result.deleted.join(u'\n'), reasons.join(u'\n'), result.untouched.join(u'\n')));
+    box.setDetailedText(u"Eliminados:\n%1\n\nConservados:\n%2\n\nSin tocar:\n%3"_s.arg(
+        result.deleted.join(u'\n'), reasons.join(u'\n'), result.untouched.join(u'\n')));
   }
   box.exec();
 }

@@ -2,14 +2,16 @@
 
 #include <QMessageBox>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
 
 QString Details(const automation::Error& error) {
-  QString text = QStringLiteral("%1\n\nError %2").arg(error.Description()).arg(error.Number());
+  QString text = u"%1\n\nError %2"_s.arg(error.Description(), QString::number(error.Number()));
   if (!error.Source().isEmpty()) {
-    text += QStringLiteral(" · Origen: ") + error.Source();
+    text += u" · Origen: "_s + error.Source();
   }
   return text;
 }
@@ -24,7 +26,7 @@ void ShowError(QWidget* parent, const QString& title, const QString& what, const
 }
 
 QString ErrorReport(const QString& what, const automation::Error& error) {
-  return what + QStringLiteral("\n\n") + Details(error);
+  return what + u"\n\n"_s + Details(error);
 }
 
 }  // namespace host

@@ -13,6 +13,8 @@
 #include <QMessageBox>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -25,9 +27,8 @@ QString EndOf(const QString& text, qsizetype length) {
 }
 
 QString CountText(int shown, int total) {
-  const QString records = total == 1 ? QStringLiteral("registro") : QStringLiteral("registros");
-  return shown == total ? QStringLiteral("%1 %2").arg(total).arg(records)
-                        : QStringLiteral("%1 de %2 %3").arg(shown).arg(total).arg(records);
+  const QString records = total == 1 ? u"registro"_s : u"registros"_s;
+  return shown == total ? u"%1 %2"_s.arg(total).arg(records) : u"%1 de %2 %3"_s.arg(shown).arg(total).arg(records);
 }
 
 }  // namespace
@@ -76,10 +77,9 @@ void MainWindow::SetUpActions() {
 }
 
 void MainWindow::SetUpStatusBar() {
-  auto* label = new QLabel(QStringLiteral("Usuario: %1   ·   Base de datos: %2")
-                               .arg(m_texts.user, EndOf(m_texts.database, longestShownPath)),
-                           this);
-  label->setObjectName(QStringLiteral("lblSesion"));
+  auto* label = new QLabel(
+      u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
+  label->setObjectName(u"lblSesion"_s);
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(m_texts.database.toHtmlEscaped());
   m_ui->barraEstado->addPermanentWidget(label);
@@ -93,7 +93,7 @@ void MainWindow::ShowNode(const Node& node) {
   const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
   m_ui->listaRegistros->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
   m_ui->listaRegistros->SetColumnWidths(layout.widths);
-  setWindowTitle(QStringLiteral("%1 – %2").arg(node.title, m_texts.title));
+  setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   UpdateState();
 }
 
@@ -105,7 +105,7 @@ void MainWindow::Add() {
   try {
     highest = HighestKey(m_bridge.OpenConnection(), *m_node);
   } catch (const automation::Error& error) {
-    ShowError(this, m_texts.title, QStringLiteral("No se ha podido leer la base de datos."), error);
+    ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
     return;
   }
   ShowDialog(m_node->id, ActionAgregar, 0, 0);
@@ -134,7 +134,7 @@ void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
   try {
     m_bridge.ShowDialog(request);
   } catch (const automation::Error& error) {
-    ShowError(this, m_texts.title, QStringLiteral("El cuadro de «%1» ha fallado.").arg(m_node->title), error);
+    ShowError(this, m_texts.title, u"El cuadro de «%1» ha fallado."_s.arg(m_node->title), error);
   }
   if (!m_bridge.IsEnding()) {
     Refresh();
@@ -165,7 +165,7 @@ void MainWindow::Delete() {
   try {
     DeleteTargets(targets);
   } catch (const automation::Error& error) {
-    ShowError(this, m_texts.title, QStringLiteral("No se ha podido eliminar."), error);
+    ShowError(this, m_texts.title, u"No se ha podido eliminar."_s, error);
   }
   if (!m_bridge.IsEnding()) {
     Refresh();
@@ -217,7 +217,7 @@ std::optional<RecordData> MainWindow::Read() {
     return records;
   } catch (const automation::Error& error) {
     m_readFailed = true;
-    ShowError(this, m_texts.title, QStringLiteral("No se ha podido leer la lista «%1».").arg(m_node->title), error);
+    ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
     return std::nullopt;
   }
 }
@@ -242,17 +242,16 @@ void MainWindow::UpdateState() {
 
 QString MainWindow::EmptyText() const {
   if (m_node == nullptr) {
-    return QStringLiteral("Elija a la izquierda qué registros quiere ver.");
+    return u"Elija a la izquierda qué registros quiere ver."_s;
   }
   if (m_ui->listaRegistros->Records().TotalCount() > 0) {
-    return QStringLiteral("Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos.")
-        .arg(m_ui->txtBuscar->text().trimmed());
+    return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(
+        m_ui->txtBuscar->text().trimmed());
   }
   if (m_readFailed) {
-    return QStringLiteral("No se ha podido leer la lista. Pulse F5 para volver a intentarlo.");
+    return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
   }
-  return m_node->canAdd ? QStringLiteral("No hay registros. Pulse Ins o «Agregar» para añadir el primero.")
-                        : QStringLiteral("No hay registros.");
+  return m_node->canAdd ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s : u"No hay registros."_s;
 }
 
 int MainWindow::SelectedId() const {
@@ -272,14 +271,14 @@ void MainWindow::StoreLayout() const {
 void MainWindow::ShowHelp() {
   if (!QDesktopServices::openUrl(QUrl::fromLocalFile(m_texts.helpFile))) {
     QMessageBox::warning(this, m_texts.title,
-                         QStringLiteral("No hay ningún programa que abra la ayuda «%1».").arg(m_texts.helpFile));
+                         u"No hay ningún programa que abra la ayuda «%1»."_s.arg(m_texts.helpFile));
   }
 }
 
 void MainWindow::ShowAbout() {
   QMessageBox::about(this, m_texts.title,
-                     QStringLiteral("kel-host %1\n\nPrograma anfitrión del componente KelConfiguracion.")
-                         .arg(QCoreApplication::applicationVersion()));
+                     u"kel-host %1\n\nPrograma anfitrión del componente KelConfiguracion."_s.arg(
+                         QCoreApplication::applicationVersion()));
 }
 
 }  // namespace host

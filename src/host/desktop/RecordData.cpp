@@ -11,6 +11,8 @@
 #include <limits>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -50,11 +52,11 @@ QString DisplayNumber(double value, ColumnKind kind) {
   }
   switch (kind) {
     case ColumnKind::YesNo:
-      return value == 0 ? QStringLiteral("No") : QStringLiteral("Sí");
+      return value == 0 ? u"No"_s : u"Sí"_s;
     case ColumnKind::Amount:
-      return automation::Format(value, u"#,##0.00") + QStringLiteral(" €");
+      return automation::Format(value, u"#,##0.00") + u" €"_s;
     case ColumnKind::Percentage:
-      return Spanish().toString(value, 'g', 10) + QStringLiteral(" %");
+      return Spanish().toString(value, 'g', 10) + u" %"_s;
     default: {
       QLocale plain = Spanish();
       plain.setNumberOptions(QLocale::OmitGroupSeparator);

@@ -2,6 +2,8 @@
 
 #include "platform/automation/Conversion.h"
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
@@ -18,14 +20,13 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
 }
 
 int HighestKey(adodb::Connection& connection, const Node& node) {
-  const auto rows = connection.Execute(QStringLiteral("SELECT MAX(%1) AS Maximo FROM %2").arg(node.key, node.table));
+  const auto rows = connection.Execute(u"SELECT MAX(%1) AS Maximo FROM %2"_s.arg(node.key, node.table));
   const QVariant highest = rows->AtEnd() ? QVariant() : rows->Field(0);
   return automation::IsNull(highest) ? 0 : automation::CLng(highest);
 }
 
 bool IsDeleted(adodb::Connection& connection, const Node& node, int id) {
-  const auto rows =
-      connection.Execute(QStringLiteral("SELECT Eliminado FROM %1 WHERE %2=%3").arg(node.table, node.key).arg(id));
+  const auto rows = connection.Execute(u"SELECT Eliminado FROM %1 WHERE %2=%3"_s.arg(node.table, node.key).arg(id));
   return rows->AtEnd() || automation::CBool(rows->Field(0));
 }
 

@@ -5,6 +5,8 @@
 #include <QSettings>
 #include <QSplitter>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -13,7 +15,7 @@ constexpr int narrowestColumn = 8;
 constexpr int widestColumn = 8000;
 
 QString ListKey(int nodeId, const char* name) {
-  return QStringLiteral("Listas/%1/%2").arg(nodeId).arg(QLatin1StringView(name));
+  return u"Listas/%1/%2"_s.arg(nodeId).arg(QLatin1StringView(name));
 }
 
 QList<int> SensibleWidths(const QVariantList& stored, int columns) {
@@ -53,11 +55,11 @@ void SaveListLayout(int nodeId, const ListLayout& layout) {
 
 void LoadWindow(QMainWindow& window, QSplitter& splitter) {
   const QSettings settings;
-  if (!window.restoreGeometry(settings.value(QStringLiteral("Ventana/Geometria")).toByteArray())) {
+  if (!window.restoreGeometry(settings.value(u"Ventana/Geometria"_s).toByteArray())) {
     window.resize(window.screen()->availableSize() * 2 / 3);
   }
-  window.restoreState(settings.value(QStringLiteral("Ventana/Estado")).toByteArray());
-  if (!splitter.restoreState(settings.value(QStringLiteral("Ventana/Division")).toByteArray())) {
+  window.restoreState(settings.value(u"Ventana/Estado"_s).toByteArray());
+  if (!splitter.restoreState(settings.value(u"Ventana/Division"_s).toByteArray())) {
     const int tree = splitter.widget(0)->sizeHint().width();
     splitter.setSizes({tree, window.width() - tree});
   }
@@ -65,17 +67,17 @@ void LoadWindow(QMainWindow& window, QSplitter& splitter) {
 
 void SaveWindow(const QMainWindow& window, const QSplitter& splitter) {
   QSettings settings;
-  settings.setValue(QStringLiteral("Ventana/Geometria"), window.saveGeometry());
-  settings.setValue(QStringLiteral("Ventana/Estado"), window.saveState());
-  settings.setValue(QStringLiteral("Ventana/Division"), splitter.saveState());
+  settings.setValue(u"Ventana/Geometria"_s, window.saveGeometry());
+  settings.setValue(u"Ventana/Estado"_s, window.saveState());
+  settings.setValue(u"Ventana/Division"_s, splitter.saveState());
 }
 
 int LoadLastNode(int otherwise) {
-  return QSettings().value(QStringLiteral("Ventana/Nodo"), otherwise).toInt();
+  return QSettings().value(u"Ventana/Nodo"_s, otherwise).toInt();
 }
 
 void SaveLastNode(int nodeId) {
-  QSettings().setValue(QStringLiteral("Ventana/Nodo"), nodeId);
+  QSettings().setValue(u"Ventana/Nodo"_s, nodeId);
 }
 
 }  // namespace host

@@ -8,6 +8,8 @@
 #include <QTreeView>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -17,7 +19,7 @@ constexpr int mostWidth = 4000;
 // Percent-encoding keeps the separators of the settings format out of the key.
 QString SettingsKey(const QObject* grid, const QString& key, const QString& dialog) {
   const auto encoded = [](const QString& part) { return QString::fromLatin1(QUrl::toPercentEncoding(part)); };
-  return QStringLiteral("Anchos/%1|%2|%3").arg(encoded(key), encoded(dialog), encoded(grid->objectName()));
+  return u"Anchos/%1|%2|%3"_s.arg(encoded(key), encoded(dialog), encoded(grid->objectName()));
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -20,8 +22,8 @@ bool AllDigits(QStringView text) {
 }
 
 QString PrefixOf(const QVariant& provinceId, adodb::Connection& connection) {
-  const auto rows = connection.Execute(
-      QStringLiteral("SELECT Prefijo FROM Provincias WHERE IDProvincia=%1").arg(automation::CLng(provinceId)));
+  const auto rows =
+      connection.Execute(u"SELECT Prefijo FROM Provincias WHERE IDProvincia=%1"_s.arg(automation::CLng(provinceId)));
   return rows->AtEnd() ? QString() : automation::Text(rows->Field(0)).trimmed();
 }
 
@@ -33,8 +35,8 @@ void SelectProvinceOfPostcode(QLineEdit& postcode, QComboBox& province, adodb::C
   if (settled || prefix.size() < prefixLength || !AllDigits(prefix)) {
     return;
   }
-  const auto rows = connection.Execute(
-      QStringLiteral("SELECT IDProvincia FROM Provincias WHERE Eliminado=0 AND Prefijo=%1").arg(SqlText(prefix)));
+  const auto rows =
+      connection.Execute(u"SELECT IDProvincia FROM Provincias WHERE Eliminado=0 AND Prefijo=%1"_s.arg(SqlText(prefix)));
   bool selected = false;
   for (; !selected && !rows->AtEnd(); rows->MoveNext()) {
     selected = SelectById(province, rows->Field(0));

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QSysInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -18,7 +20,7 @@ QByteArray ContentOf(const QString& path) {
 // The start in clock ticks since the boot, empty when no such process runs. A zombie has ended: it only waits for
 // its parent.
 QString StartTimeOf(int processId) {
-  const QByteArray stat = ContentOf(QStringLiteral("/proc/%1/stat").arg(processId));
+  const QByteArray stat = ContentOf(u"/proc/%1/stat"_s.arg(processId));
   // The program's name, in parentheses, may hold blanks and parentheses itself.
   const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
   constexpr int stateField = 0;
@@ -36,7 +38,7 @@ QString Beginning(const QByteArray& identifier) {
 }
 
 QString PidNamespaceId() {
-  const QString target = QFile::symLinkTarget(QStringLiteral("/proc/self/ns/pid"));
+  const QString target = QFile::symLinkTarget(u"/proc/self/ns/pid"_s);
   return target.section(u'[', 1).section(u']', 0, 0);
 }
 
@@ -47,7 +49,7 @@ ProcessIdentity CurrentProcess() {
   current.machine = QSysInfo::machineHostName();
   current.processId = static_cast<int>(QCoreApplication::applicationPid());
   const QStringList parts{Beginning(QSysInfo::machineUniqueId()),
-                          Beginning(ContentOf(QStringLiteral("/proc/sys/kernel/random/boot_id"))), PidNamespaceId(),
+                          Beginning(ContentOf(u"/proc/sys/kernel/random/boot_id"_s)), PidNamespaceId(),
                           StartTimeOf(current.processId)};
   current.start = parts.join(u' ');
   return current;

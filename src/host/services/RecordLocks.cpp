@@ -8,18 +8,20 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
 QString Record(const QString& keyColumn, int key) {
-  return QStringLiteral("campoID=%1 AND ValorID=%2").arg(SqlText(keyColumn), QString::number(key));
+  return u"campoID=%1 AND ValorID=%2"_s.arg(SqlText(keyColumn), QString::number(key));
 }
 
 // Each lock has one owner, named by all that identifies it, so that a statement never touches the lock of another.
 QString OwnedBy(const LockHolder& holder) {
-  return QStringLiteral("codUsuario=%1 AND Equipo=%2 AND Proceso=%3 AND InicioProceso=%4")
-      .arg(QString::number(holder.userId), SqlText(holder.process.machine), QString::number(holder.process.processId),
-           SqlText(holder.process.start));
+  return u"codUsuario=%1 AND Equipo=%2 AND Proceso=%3 AND InicioProceso=%4"_s.arg(
+      QString::number(holder.userId), SqlText(holder.process.machine), QString::number(holder.process.processId),
+      SqlText(holder.process.start));
 }
 
 int Number(const QVariant& value) {
@@ -33,15 +35,15 @@ QString Now() {
 }  // namespace
 
 QString LockHolder::Description() const {
-  const QString who = userName.isEmpty() ? QStringLiteral("otro usuario") : QStringLiteral("«%1»").arg(userName);
-  QString text = QStringLiteral("El registro lo está modificando %1").arg(who);
+  const QString who = userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName);
+  QString text = u"El registro lo está modificando %1"_s.arg(who);
   if (!process.machine.isEmpty()) {
-    text += QStringLiteral(" en el equipo «%1»").arg(process.machine);
+    text += u" en el equipo «%1»"_s.arg(process.machine);
   }
   if (since.isValid()) {
     const QString moment =
-        QLocale(QLocale::Spanish, QLocale::Spain).toString(since.toLocalTime(), QStringLiteral("dd/MM/yyyy HH:mm"));
-    text += QStringLiteral(" desde el %1").arg(moment);
+        QLocale(QLocale::Spanish, QLocale::Spain).toString(since.toLocalTime(), u"dd/MM/yyyy HH:mm"_s);
+    text += u" desde el %1"_s.arg(moment);
   }
   return text + u'.';
 }
@@ -76,14 +78,13 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
 }
 
 void RecordLocks::Release(const QString& keyColumn, int key) {
-  m_connection.Execute(
-      QStringLiteral("DELETE FROM BloqueoRegistros WHERE %1 AND %2").arg(Record(keyColumn, key), OwnedBy(Self())));
+  m_connection.Execute(u"DELETE FROM BloqueoRegistros WHERE %1 AND %2"_s.arg(Record(keyColumn, key), OwnedBy(Self())));
 }
 
 std::optional<LockHolder> RecordLocks::HolderOf(const QString& record) const {
   const auto rows = m_connection.Execute(
-      QStringLiteral("SELECT codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde FROM BloqueoRegistros WHERE %1")
-          .arg(record));
+      u"SELECT codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde FROM BloqueoRegistros WHERE %1"_s.arg(
+          record));
   if (rows->AtEnd()) {
     return std::nullopt;
   }
@@ -100,14 +101,14 @@ std::optional<LockHolder> RecordLocks::HolderOf(const QString& record) const {
 bool RecordLocks::Insert(const QString& keyColumn, int key) const {
   const LockHolder self = Self();
   try {
-    m_connection.Execute(QStringLiteral("INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, "
-                                        "Proceso, InicioProceso, Desde) VALUES (") +
-                         QStringList{QString::number(self.userId), SqlText(keyColumn), QString::number(key),
-                                     SqlText(self.userName), SqlText(self.process.machine),
-                                     QString::number(self.process.processId), SqlText(self.process.start),
-                                     SqlText(Now())}
-                             .join(QStringLiteral(", ")) +
-                         u')');
+    m_connection.Execute(
+        u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, "
+        "Proceso, InicioProceso, Desde) VALUES ("_s +
+        QStringList{QString::number(self.userId), SqlText(keyColumn), QString::number(key), SqlText(self.userName),
+                    SqlText(self.process.machine), QString::number(self.process.processId), SqlText(self.process.start),
+                    SqlText(Now())}
+            .join(u", "_s) +
+        u')');
     return true;
   } catch (const automation::Error&) {
     // Every engine has its own number for a row that is there already; that there is one says it.
@@ -120,12 +121,10 @@ bool RecordLocks::Insert(const QString& keyColumn, int key) const {
 
 bool RecordLocks::TakeOver(const QString& record, const LockHolder& ended) const {
   const LockHolder self = Self();
-  m_connection.Execute(QStringLiteral("UPDATE BloqueoRegistros SET codUsuario=") + QString::number(self.userId) +
-                       QStringLiteral(", Usuario=") + SqlText(self.userName) + QStringLiteral(", Equipo=") +
-                       SqlText(self.process.machine) + QStringLiteral(", Proceso=") +
-                       QString::number(self.process.processId) + QStringLiteral(", InicioProceso=") +
-                       SqlText(self.process.start) + QStringLiteral(", Desde=") + SqlText(Now()) +
-                       QStringLiteral(" WHERE ") + record + QStringLiteral(" AND ") + OwnedBy(ended));
+  m_connection.Execute(u"UPDATE BloqueoRegistros SET codUsuario="_s + QString::number(self.userId) + u", Usuario="_s +
+                       SqlText(self.userName) + u", Equipo="_s + SqlText(self.process.machine) + u", Proceso="_s +
+                       QString::number(self.process.processId) + u", InicioProceso="_s + SqlText(self.process.start) +
+                       u", Desde="_s + SqlText(Now()) + u" WHERE "_s + record + u" AND "_s + OwnedBy(ended));
   return m_connection.RecordsAffected() == 1;
 }
 

@@ -6,22 +6,22 @@
 
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 QString Session::DefaultSettingsFile() {
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Kel/kel-host.ini");
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
 }
 
 void RegisterClasses(Session& session) {
-  automation::RegisterClass(QStringLiteral("KelAPI.cPrincipal"),
-                            [&session] { return std::make_unique<cPrincipal>(session); });
-  automation::RegisterClass(QStringLiteral("KelApi.cListas"),
-                            [&session] { return std::make_unique<cListas>(session); });
+  automation::RegisterClass(u"KelAPI.cPrincipal"_s, [&session] { return std::make_unique<cPrincipal>(session); });
+  automation::RegisterClass(u"KelApi.cListas"_s, [&session] { return std::make_unique<cListas>(session); });
 }
 
 void UnregisterClasses() {
-  automation::UnregisterClass(QStringLiteral("KelAPI.cPrincipal"));
-  automation::UnregisterClass(QStringLiteral("KelApi.cListas"));
+  automation::UnregisterClass(u"KelAPI.cPrincipal"_s);
+  automation::UnregisterClass(u"KelApi.cListas"_s);
 }
 
 }  // namespace host

@@ -2,11 +2,13 @@
 
 #include "platform/automation/Error.h"
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 QString SqlText(QStringView text) {
   QString quoted = text.toString();
-  quoted.replace(u'\'', QStringLiteral("''"));
+  quoted.replace(u'\'', u"''"_s);
   return u'\'' + quoted + u'\'';
 }
 

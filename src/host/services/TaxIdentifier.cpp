@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -16,7 +18,7 @@ QString Normalised(QStringView text) {
       plain.append(c.toUpper());
     }
   }
-  if (plain.startsWith(QStringLiteral("ES"))) {
+  if (plain.startsWith(u"ES"_s)) {
     plain.remove(0, 2);
   }
   return plain;
@@ -25,8 +27,8 @@ QString Normalised(QStringView text) {
 // DNI and NIE are printed with leading zeros that many people leave out. Below this length it is no longer clear
 // that an identifier is meant.
 QString WithLeadingZeros(const QString& plain) {
-  static const QRegularExpression shortDni(QStringLiteral("\\A[0-9]{5,7}[A-Z]\\z"));
-  static const QRegularExpression shortNie(QStringLiteral("\\A[XYZ][0-9]{4,6}[A-Z]\\z"));
+  static const QRegularExpression shortDni(u"\\A[0-9]{5,7}[A-Z]\\z"_s);
+  static const QRegularExpression shortNie(u"\\A[XYZ][0-9]{4,6}[A-Z]\\z"_s);
   if (shortDni.match(plain).hasMatch()) {
     return plain.rightJustified(9, u'0');
   }
@@ -37,7 +39,7 @@ QString WithLeadingZeros(const QString& plain) {
 }
 
 QChar LetterOf(int number) {
-  return QStringLiteral("TRWAGMYFPDXBNJZSQVHLCKE")[number % 23];
+  return u"TRWAGMYFPDXBNJZSQVHLCKE"_s[number % 23];
 }
 
 int CifCheckDigit(QStringView digits) {
@@ -53,24 +55,24 @@ int CifCheckDigit(QStringView digits) {
 // Names the check character that a CIF should carry when the one typed is wrong.
 QChar CifControl(QStringView cif, QChar digit, QChar letter) {
   const QChar first = cif[0];
-  const bool letterOnly = QStringLiteral("NPQRSW").contains(first) || cif.sliced(1).startsWith(u"00");
+  const bool letterOnly = u"NPQRSW"_s.contains(first) || cif.sliced(1).startsWith(u"00");
   if (letterOnly) {
     return letter;
   }
-  const bool digitOnly = QStringLiteral("ABEH").contains(first);
+  const bool digitOnly = u"ABEH"_s.contains(first);
   return digitOnly || cif.back().isDigit() ? digit : letter;
 }
 
 void CheckCif(TaxIdentifier& identifier) {
   const QString& cif = identifier.normalised;
   identifier.kind = TaxIdentifierKind::Cif;
-  if (!QStringLiteral("ABCDEFGHJNPQRSUVW").contains(cif[0])) {
+  if (!u"ABCDEFGHJNPQRSUVW"_s.contains(cif[0])) {
     identifier.verdict = TaxIdentifierVerdict::InvalidFirstLetter;
     return;
   }
   const int check = CifCheckDigit(QStringView(cif).sliced(1, 7));
   const QChar digit = QChar(u'0' + check);
-  const QChar letter = QStringLiteral("JABCDEFGHI")[check];
+  const QChar letter = u"JABCDEFGHI"_s[check];
   if (cif.back() == digit || cif.back() == letter) {
     identifier.control = cif.back();
     identifier.verdict = TaxIdentifierVerdict::Valid;
@@ -88,17 +90,17 @@ void CheckNumber(TaxIdentifier& identifier, const QString& number) {
 }
 
 TaxIdentifierKind LikeliestKind(const QString& plain) {
-  const bool person = plain.isEmpty() || !plain[0].isLetter() || QStringLiteral("XYZKLM").contains(plain[0]);
+  const bool person = plain.isEmpty() || !plain[0].isLetter() || u"XYZKLM"_s.contains(plain[0]);
   return person ? TaxIdentifierKind::Nif : TaxIdentifierKind::Cif;
 }
 
 }  // namespace
 
 TaxIdentifier CheckTaxIdentifier(QStringView text) {
-  static const QRegularExpression dni(QStringLiteral("\\A[0-9]{8}.\\z"));
-  static const QRegularExpression nie(QStringLiteral("\\A[XYZ][0-9]{7}.\\z"));
-  static const QRegularExpression special(QStringLiteral("\\A[KLM][0-9]{7}.\\z"));
-  static const QRegularExpression cif(QStringLiteral("\\A[A-Z][0-9]{7}[0-9A-Z]\\z"));
+  static const QRegularExpression dni(u"\\A[0-9]{8}.\\z"_s);
+  static const QRegularExpression nie(u"\\A[XYZ][0-9]{7}.\\z"_s);
+  static const QRegularExpression special(u"\\A[KLM][0-9]{7}.\\z"_s);
+  static const QRegularExpression cif(u"\\A[A-Z][0-9]{7}[0-9A-Z]\\z"_s);
 
   TaxIdentifier identifier;
   identifier.normalised = WithLeadingZeros(Normalised(text));
@@ -121,13 +123,13 @@ TaxIdentifier CheckTaxIdentifier(QStringView text) {
 QString KindName(TaxIdentifierKind kind) {
   switch (kind) {
     case TaxIdentifierKind::Nie:
-      return QStringLiteral("NIE");
+      return u"NIE"_s;
     case TaxIdentifierKind::Cif:
-      return QStringLiteral("CIF");
+      return u"CIF"_s;
     case TaxIdentifierKind::Nif:
       break;
   }
-  return QStringLiteral("NIF");
+  return u"NIF"_s;
 }
 
 }  // namespace host

@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -22,8 +24,8 @@ struct CodedTable {
 
 CodedTable CodedTableOf(const QVariant& idColumn) {
   const CodedTable tables[] = {
-      {QStringLiteral("Bancos"), QStringLiteral("IDBanco"), QStringLiteral("Numero")},
-      {QStringLiteral("Sucursales"), QStringLiteral("IDSucursal"), QStringLiteral("Codigo")},
+      {u"Bancos"_s, u"IDBanco"_s, u"Numero"_s},
+      {u"Sucursales"_s, u"IDSucursal"_s, u"Codigo"_s},
   };
   for (const CodedTable& table : tables) {
     if (table.idColumn.compare(automation::Text(idColumn), Qt::CaseInsensitive) == 0) {
@@ -34,11 +36,11 @@ CodedTable CodedTableOf(const QVariant& idColumn) {
 }
 
 QString SortedTable(const QString& table, const QString& textColumn, const QString& idColumn) {
-  return QStringLiteral("SELECT %1,%2 FROM %3 ORDER BY %1").arg(textColumn, idColumn, table);
+  return u"SELECT %1,%2 FROM %3 ORDER BY %1"_s.arg(textColumn, idColumn, table);
 }
 
 bool IsSelect(const QString& origin) {
-  static const QRegularExpression select(QStringLiteral("\\A\\s*SELECT\\s"), QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression select(u"\\A\\s*SELECT\\s"_s, QRegularExpression::CaseInsensitiveOption);
   return select.match(origin).hasMatch();
 }
 
@@ -57,36 +59,32 @@ void cListas::RellenarCombo(QObject* combo, const QString& origen, const QString
 }
 
 void cListas::RellenarComboPais(adodb::Connection* conexion, QObject* combo, const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {QStringLiteral("Paises"), QStringLiteral("IDPais")}, id, vaciar);
+  FillWithNames(conexion, combo, {u"Paises"_s, u"IDPais"_s}, id, vaciar);
 }
 
 void cListas::RellenarComboProvincias(adodb::Connection* conexion, QObject* combo, const QVariant& idPais,
                                       const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo,
-                {QStringLiteral("Provincias"), QStringLiteral("IDProvincia"),
-                 QStringLiteral(" AND CodPais=%1").arg(IdOrZero(idPais))},
-                id, vaciar);
+  FillWithNames(conexion, combo, {u"Provincias"_s, u"IDProvincia"_s, u" AND CodPais=%1"_s.arg(IdOrZero(idPais))}, id,
+                vaciar);
 }
 
 void cListas::rellenarcombobancos(QObject* combo, adodb::Connection* conexion, const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {QStringLiteral("Bancos"), QStringLiteral("IDBanco")}, id, vaciar);
+  FillWithNames(conexion, combo, {u"Bancos"_s, u"IDBanco"_s}, id, vaciar);
 }
 
 void cListas::rellenarcombosucursales(QObject* combo, const QVariant& idBanco, adodb::Connection* conexion,
                                       const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo,
-                {QStringLiteral("Sucursales"), QStringLiteral("IDSucursal"),
-                 QStringLiteral(" AND codBanco=%1").arg(IdOrZero(idBanco))},
-                id, vaciar);
+  FillWithNames(conexion, combo, {u"Sucursales"_s, u"IDSucursal"_s, u" AND codBanco=%1"_s.arg(IdOrZero(idBanco))}, id,
+                vaciar);
 }
 
 void cListas::FillWithNames(adodb::Connection* connection, QObject* combo, const NamedTable& table, const QVariant& id,
                             bool clear) const {
   QComboBox& list = ComboFrom(combo);
-  FillCombo(list, Connection(connection),
-            QStringLiteral("SELECT %1,Nombre FROM %2 WHERE Eliminado=0%3 ORDER BY Nombre")
-                .arg(table.idColumn, table.name, table.filter),
-            QStringLiteral("Nombre"), table.idColumn, clear);
+  FillCombo(
+      list, Connection(connection),
+      u"SELECT %1,Nombre FROM %2 WHERE Eliminado=0%3 ORDER BY Nombre"_s.arg(table.idColumn, table.name, table.filter),
+      u"Nombre"_s, table.idColumn, clear);
   SelectById(list, id);
 }
 
@@ -97,7 +95,7 @@ void cListas::LocalizarElementoLista(QObject* combo, const QVariant& id) {
 QString cListas::CargarBancoSucursalCaja(const QVariant& campoID, int /*reservado*/, int id) {
   const CodedTable table = CodedTableOf(campoID);
   const auto rows = Connection(nullptr).Execute(
-      QStringLiteral("SELECT %1 FROM %2 WHERE %3=%4").arg(table.codeColumn, table.table, table.idColumn).arg(id));
+      u"SELECT %1 FROM %2 WHERE %3=%4"_s.arg(table.codeColumn, table.table, table.idColumn).arg(id));
   return rows->AtEnd() ? QString() : automation::Text(rows->Field(0));
 }
 
@@ -106,10 +104,9 @@ void cListas::CargarBancoSucursalLista(QObject* combo, const QVariant& campoID, 
   QComboBox& list = ComboFrom(combo);
   const CodedTable table = CodedTableOf(campoID);
   const QString code = automation::Text(texto).trimmed();
-  const auto rows =
-      Connection(nullptr).Execute(QStringLiteral("SELECT %1 FROM %2 WHERE Eliminado=0 AND %3 IN (")
-                                      .arg(table.idColumn, table.table, table.codeColumn) +
-                                  SqlText(code) + u',' + SqlText(code.rightJustified(codeLength, u'0')) + u')');
+  const auto rows = Connection(nullptr).Execute(
+      u"SELECT %1 FROM %2 WHERE Eliminado=0 AND %3 IN ("_s.arg(table.idColumn, table.table, table.codeColumn) +
+      SqlText(code) + u',' + SqlText(code.rightJustified(codeLength, u'0')) + u')');
   bool selected = false;
   for (; !code.isEmpty() && !selected && !rows->AtEnd(); rows->MoveNext()) {
     selected = SelectById(list, rows->Field(0));

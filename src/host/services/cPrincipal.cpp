@@ -20,6 +20,8 @@
 #include <QPlainTextEdit>
 #include <QTextEdit>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 namespace {
 
@@ -123,11 +125,10 @@ void cPrincipal::CargarAnchos(QObject* rejilla, const QString& clave, const QStr
 
 void cPrincipal::VerError(const QString& procedimiento, const QString& entidad, const QString& componente) {
   const automation::ErrObject& error = automation::Err();
-  const QString what = error.Number == 0 ? QStringLiteral("Se ha producido un error del que no se conocen más datos.")
-                                         : QStringLiteral("Error %1: %2").arg(error.Number).arg(error.Description);
+  const QString what = error.Number == 0 ? u"Se ha producido un error del que no se conocen más datos."_s
+                                         : u"Error %1: %2"_s.arg(QString::number(error.Number), error.Description);
   const QStringList origin{componente, entidad, procedimiento};
-  ShowMessage(QMessageBox::Critical, what + QStringLiteral("\n\nOrigen: ") + origin.join(QStringLiteral(" / ")),
-              m_session.title);
+  ShowMessage(QMessageBox::Critical, what + u"\n\nOrigen: "_s + origin.join(u" / "_s), m_session.title);
 }
 
 int cPrincipal::CIF_NIF_Valido(const QString& texto, QString& tipo, QString& control) {
@@ -182,7 +183,7 @@ RecordLocks cPrincipal::Locks(QObject* services) const {
 void cPrincipal::TellOfRefusal() const {
   ShowMessage(QMessageBox::Information,
               m_session.lastRefusal->Description() +
-                  QStringLiteral("\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."),
+                  u"\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s,
               m_session.title);
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
-#include "platform/automation/Invoke.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +12,8 @@
 #include <QStandardPaths>
 
 #include <map>
+
+using namespace Qt::StringLiterals;
 
 namespace automation {
 
@@ -71,7 +72,7 @@ bool ReplaceEntries(const QStringList& progIds, const QString& path) {
   if (!QDir().mkpath(QFileInfo(RegistryFile()).absolutePath())) {
     return false;
   }
-  QLockFile lock(RegistryFile() + QStringLiteral(".lock"));
+  QLockFile lock(RegistryFile() + u".lock"_s);
   if (!lock.tryLock(lockTimeoutMilliseconds)) {
     return false;
   }
@@ -110,8 +111,8 @@ std::unique_ptr<QObject> CreateObject(const QString& progId) {
       return library->CreateObject(progId);
     }
   }
-  throw Error(CannotCreateObject, QStringLiteral("%1: la clase «%2» no está registrada en «%3».")
-                                      .arg(ErrorText(CannotCreateObject), progId, RegistryFile()));
+  throw Error(CannotCreateObject, u"%1: la clase «%2» no está registrada en «%3»."_s.arg(ErrorText(CannotCreateObject),
+                                                                                         progId, RegistryFile()));
 }
 
 QString RegistryFile() {
@@ -119,7 +120,7 @@ QString RegistryFile() {
   if (!chosen.isEmpty()) {
     return chosen;
   }
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Kel/clases.ini");
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/clases.ini"_s;
 }
 
 bool AddToRegistryFile(const QStringList& progIds, const QString& libraryPath) {
@@ -140,10 +141,6 @@ int UnloadUnusedLibraries() {
     } else {
       ++entry;
     }
-  }
-  if (unloaded > 0) {
-    // Another library may come to stand where the unloaded one stood.
-    ForgetMembers();
   }
   return unloaded;
 }

@@ -33,7 +33,8 @@ QString RegistryFile();
 bool AddToRegistryFile(const QStringList& progIds, const QString& libraryPath);
 bool RemoveFromRegistryFile(const QStringList& progIds);
 
-/// Unloads the component libraries that say they can be unloaded; returns how many were.
+/// Lets go of the component libraries that say they can be unloaded; returns how many those were. What a library
+/// handed out stays valid (see ComponentLibrary), and the next object of one of its classes takes it up again.
 int UnloadUnusedLibraries();
 
 }  // namespace automation

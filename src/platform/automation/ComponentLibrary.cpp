@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QLibrary>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 ClassFactory::~ClassFactory() = default;
@@ -24,15 +26,16 @@ struct ComponentLibrary::Private {
 
 ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_unique<Private>()) {
   if (!QFileInfo::exists(path)) {
-    throw Error(CannotCreateObject, QStringLiteral("%1: no existe la biblioteca «%2». Vuelva a instalar o registrar el "
-                                                   "componente.")
-                                        .arg(ErrorText(CannotCreateObject), path));
+    throw Error(CannotCreateObject,
+                u"%1: no existe la biblioteca «%2». Vuelva a instalar o registrar el "
+                "componente."_s.arg(ErrorText(CannotCreateObject), path));
   }
   m_private->library.setFileName(path);
+  m_private->library.setLoadHints(QLibrary::PreventUnloadHint);
   if (!m_private->library.load()) {
-    throw Error(CannotCreateObject, QStringLiteral("%1: la biblioteca «%2» no se puede cargar (%3). Vuelva a instalar "
-                                                   "el componente.")
-                                        .arg(ErrorText(CannotCreateObject), path, m_private->library.errorString()));
+    throw Error(CannotCreateObject,
+                u"%1: la biblioteca «%2» no se puede cargar (%3). Vuelva a instalar "
+                "el componente."_s.arg(ErrorText(CannotCreateObject), path, m_private->library.errorString()));
   }
   m_private->Resolve(m_private->getClassObject, "DllGetClassObject");
   m_private->Resolve(m_private->canUnloadNow, "DllCanUnloadNow");
@@ -40,9 +43,8 @@ ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_un
   m_private->Resolve(m_private->unregisterServer, "DllUnregisterServer");
   if (m_private->getClassObject == nullptr || m_private->canUnloadNow == nullptr) {
     m_private->library.unload();
-    throw Error(
-        CannotCreateObject,
-        QStringLiteral("%1: «%2» no es una biblioteca de componentes.").arg(ErrorText(CannotCreateObject), path));
+    throw Error(CannotCreateObject,
+                u"%1: «%2» no es una biblioteca de componentes."_s.arg(ErrorText(CannotCreateObject), path));
   }
 }
 
@@ -51,8 +53,8 @@ ComponentLibrary::~ComponentLibrary() = default;
 std::unique_ptr<QObject> ComponentLibrary::CreateObject(const QString& progId) const {
   ClassFactory* factory = nullptr;
   if (m_private->getClassObject(progId.toUtf8().constData(), &factory) != LibraryOk || factory == nullptr) {
-    throw Error(CannotCreateObject, QStringLiteral("%1: la biblioteca «%2» no contiene la clase «%3».")
-                                        .arg(ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
+    throw Error(CannotCreateObject, u"%1: la biblioteca «%2» no contiene la clase «%3»."_s.arg(
+                                        ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
   }
   return factory->CreateInstance();
 }

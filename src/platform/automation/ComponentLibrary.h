@@ -20,11 +20,12 @@ enum LibraryResult : int {
   LibraryOk = 0,                           ///< done; for DllCanUnloadNow: nothing is in use
   LibraryFalse = 1,                        ///< DllCanUnloadNow: objects are alive
   LibraryClassNotAvailable = -2147221231,  ///< DllGetClassObject: no such class in this library (0x80040111)
+  LibraryNoPlace = -2147467261,            ///< DllGetClassObject: no place for the factory (0x80004003)
   LibraryFailed = -2147467259,             ///< registration: the registry file cannot be written (0x80004005)
 };
 
 /// `int DllGetClassObject(const char* progId, automation::ClassFactory** factory)`: the factory of the class, with
-/// the ProgID in UTF-8 and in any case.
+/// the ProgID in UTF-8 and in any case. Without a ProgID there is no such class; after an error the factory is null.
 using DllGetClassObjectFunction = int (*)(const char*, ClassFactory**);
 /// `int DllCanUnloadNow()`
 using DllCanUnloadNowFunction = int (*)();
@@ -32,7 +33,9 @@ using DllCanUnloadNowFunction = int (*)();
 /// registry file, or take them out.
 using DllRegistrationFunction = int (*)();
 
-/// A component library loaded for use.
+/// A component library loaded for use. Its code and data stay in memory until the program ends, also after Unload:
+/// texts and values that it handed over may be literals of its own, and Qt keeps pointers to the types and converters
+/// that its code has registered. Whoever loads a component library by other means must not unload it either.
 class ComponentLibrary {
  public:
   /// Loads the library. Raises 429 with a text for the user when it is missing or is no component library.
@@ -44,6 +47,7 @@ class ComponentLibrary {
   /// Raises 429 when the library does not have the class.
   std::unique_ptr<QObject> CreateObject(const QString& progId) const;
   bool CanUnloadNow() const;
+  /// Ends the use of the library through this object.
   void Unload();
   /// False when the registry file could not be written.
   bool Register() const;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 namespace {
@@ -199,11 +201,11 @@ QString TextOfDouble(double value) {
 QString TextOfCurrency(Currency value) {
   const bool negative = value.Scaled() < 0;
   const quint64 scaled = negative ? 0 - static_cast<quint64>(value.Scaled()) : static_cast<quint64>(value.Scaled());
-  QString decimals = QStringLiteral("%1").arg(scaled % 10000, 4, 10, QLatin1Char('0'));
+  QString decimals = u"%1"_s.arg(scaled % 10000, 4, 10, QLatin1Char('0'));
   while (decimals.endsWith(u'0')) {
     decimals.chop(1);
   }
-  return (negative ? QStringLiteral("-") : QString()) + QString::number(scaled / 10000) +
+  return (negative ? u"-"_s : QString()) + QString::number(scaled / 10000) +
          (decimals.isEmpty() ? QString() : u',' + decimals);
 }
 
@@ -376,7 +378,7 @@ QString CStr(const QVariant& value) {
     throw Error(InvalidUseOfNull);
   }
   if (typeId == QMetaType::Bool) {
-    return value.toBool() ? QStringLiteral("Verdadero") : QStringLiteral("Falso");
+    return value.toBool() ? u"Verdadero"_s : u"Falso"_s;
   }
   if (IsFloating(typeId)) {
     return TextOfDouble(value.toDouble());
@@ -449,7 +451,7 @@ QString Format(const QVariant& value, QStringView pattern) {
     decimals.chop(1);
   }
   const bool zero = number.digits.count('0') == number.digits.size();
-  return (number.negative && !zero ? QStringLiteral("-") : QString()) + places.prefix.toString() +
+  return (number.negative && !zero ? u"-"_s : QString()) + places.prefix.toString() +
          (places.thousands ? Grouped(whole) : whole) + (decimals.isEmpty() ? QString() : u',' + decimals) +
          places.suffix.toString();
 }

@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 namespace {
@@ -59,7 +61,7 @@ Error::Error(int number, QString description, QString source)
     : m_number(number),
       m_description(std::move(description)),
       m_source(std::move(source)),
-      m_what(QByteArray::number(m_number) + ": " + m_description.toUtf8()) {}
+      m_what(m_description.toUtf8()) {}
 
 Error::~Error() = default;
 
@@ -86,7 +88,7 @@ Error CurrentError() {
   } catch (const std::bad_alloc&) {
     return Error(7);
   } catch (const std::exception& error) {
-    return Error(440, ErrorText(440) + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+    return Error(440, ErrorText(440) + u": "_s + QString::fromUtf8(error.what()));
   } catch (...) {
     return Error(440);
   }

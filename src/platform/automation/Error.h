@@ -36,6 +36,7 @@ class Error : public std::exception {
   int Number() const { return m_number; }
   const QString& Description() const { return m_description; }
   const QString& Source() const { return m_source; }
+  /// The description in UTF-8.
   const char* what() const noexcept override { return m_what.constData(); }
 
  private:

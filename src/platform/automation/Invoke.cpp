@@ -13,6 +13,8 @@
 #include <unordered_map>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace automation {
 
 namespace {
@@ -87,13 +89,9 @@ Members Describe(const QMetaObject* metaObject) {
   return members;
 }
 
-std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>>& KnownClasses() {
-  static std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>> known;
-  return known;
-}
-
 const Members& MembersOf(const QMetaObject* metaObject) {
-  std::unique_ptr<const Members>& members = KnownClasses()[metaObject];
+  static std::unordered_map<const QMetaObject*, std::unique_ptr<const Members>> known;
+  std::unique_ptr<const Members>& members = known[metaObject];
   if (!members) {
     members = std::make_unique<const Members>(Describe(metaObject));
   }
@@ -110,9 +108,9 @@ const Member* Find(const QObject* object, QByteArrayView name) {
 }
 
 [[noreturn]] void RaiseNoSuchMember(const QObject* object, QByteArrayView name) {
-  throw Error(NoSuchMember, QStringLiteral("%1 (%2.%3)")
-                                .arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
-                                     QString::fromUtf8(name)));
+  throw Error(NoSuchMember,
+              u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
+                                  QString::fromUtf8(name)));
 }
 
 const Overload& Choose(const Overloads& overloads, std::size_t argumentCount) {
@@ -171,10 +169,6 @@ QVariant Method::Call(QObject* object, std::span<Argument> arguments) const {
     throw Error(ObjectNotSet);
   }
   return Invoke(object, *static_cast<const Overloads*>(m_overloads), arguments);
-}
-
-void ForgetMembers() {
-  KnownClasses().clear();
 }
 
 QVariant Get(QObject* object, QByteArrayView name) {

@@ -10,7 +10,7 @@
 #include <utility>
 
 /// Late binding: the members of a QObject (its Q_PROPERTYs, its Q_INVOKABLE methods and slots) used by name,
-/// without regard to case. Look-ups are kept per class until ForgetMembers.
+/// without regard to case. Look-ups are kept per class.
 ///
 /// Errors raised here: 91 for no object, 438 for a name that the class does not have (or a property that cannot
 /// be read), 450 for too many arguments or a property that cannot be written, 449 for too few arguments, and
@@ -94,10 +94,6 @@ class Method {
  private:
   const void* m_overloads;
 };
-
-/// Drops every look-up: for whoever unloads a library whose classes were used. A Method found before is of no use
-/// afterwards.
-void ForgetMembers();
 
 QVariant Get(QObject* object, QByteArrayView name);
 void Put(QObject* object, QByteArrayView name, const QVariant& value);
