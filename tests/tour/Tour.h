@@ -65,7 +65,4 @@ class Tour {
   QList<Result> m_results;
 };
 
-/// All steps, in order.
-void WalkEverything(Tour& tour);
-
 }  // namespace tour

@@ -1,4 +1,4 @@
-#include "tour/Tour.h"
+#include "tour/Walks.h"
 
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
@@ -6,10 +6,8 @@
 #include <QMessageBox>
 #include <QTableView>
 
-using namespace Qt::StringLiterals;
-
-using adodb::StatementText;
 using support::DialogUser;
+using namespace Qt::StringLiterals;
 
 namespace tour {
 
@@ -18,42 +16,6 @@ namespace {
 constexpr cConstNodo node;
 constexpr cConstAccion action;
 
-void WalkCountries(Tour& tour) {
-  tour.Windows().On("frmPais", [&](const DialogUser& dialog) {
-    dialog.Type("txtPais", u"Atlántida"_s);
-    tour.Picture(dialog, u"frmPais"_s);
-    dialog.Press("cmdPais_0");
-  });
-  tour.Step(u"Países: agregar"_s, {.node = node.Paises(), .action = action.Agregar()},
-            u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'"_s, {u"Atlántida"_s});
-
-  const int id = tour.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Atlántida'");
-  tour.Windows().On("frmPais", [](const DialogUser& dialog) {
-    dialog.Type("txtPais", u"Atlántida d'Abajo"_s);
-    dialog.Close();
-  });
-  tour.Windows().Answer(QMessageBox::Yes);
-  tour.Step(u"Países: modificar, cerrar y guardar"_s, {.node = node.Paises(), .action = action.Modificar(), .id = id},
-            StatementText(u"SELECT Nombre FROM Paises WHERE IDPais={}", id), {u"Atlántida d'Abajo"_s});
-}
-
-void WalkProvinces(Tour& tour) {
-  tour.Windows().On("frmProvincia", [&](const DialogUser& dialog) {
-    dialog.Press("cmdNuevoPais");
-    dialog.Type("txtProvincia", u"Isla Grande"_s);
-    tour.Picture(dialog, u"frmProvincia"_s);
-    dialog.Press("cmdProvincia_0");
-  });
-  tour.Windows().On("frmPais", [](const DialogUser& dialog) {
-    dialog.Type("txtPais", u"Lemuria"_s);
-    dialog.Press("cmdPais_0");
-  });
-  tour.Step(u"Provincias: agregar, con país nuevo"_s, {.node = node.Provincias(), .action = action.Agregar()},
-            u"SELECT Provincias.Nombre, Paises.Nombre FROM Provincias INNER JOIN Paises ON "
-            "Provincias.CodPais=Paises.IDPais WHERE Provincias.Nombre='Isla Grande'"_s,
-            {u"Isla Grande|Lemuria"_s});
-}
-
 void FillBranch(const DialogUser& dialog, const char* code, const QString& name, const char* postcode) {
   dialog.Type("txtSucursales_0", QString::fromLatin1(code));
   dialog.Type("txtSucursales_1", name);
@@ -61,7 +23,9 @@ void FillBranch(const DialogUser& dialog, const char* code, const QString& name,
   dialog.Find("txtSucursales_2")->setFocus(Qt::TabFocusReason);
 }
 
-void WalkBanks(Tour& tour) {
+}  // namespace
+
+void WalkBanking(Tour& tour) {
   tour.Windows().On("frmBanco", [&](const DialogUser& dialog) {
     dialog.Type("txtBanco_0", u"9991"_s);
     dialog.Type("txtBanco_1", u"Banco del Recorrido"_s);
@@ -118,34 +82,6 @@ void WalkBanks(Tour& tour) {
             {.node = node.Sucursales(), .action = action.Agregar(), .aux = bank}, query + u" DESC"_s,
             {u"0004|Casco Viejo|Bizkaia|Falso"_s, u"0003|Triana|Sevilla|Verdadero"_s,
              u"0002|L'Eixample|Barcelona|Falso"_s, u"0001|Puerta del Sol|Madrid|Falso"_s});
-}
-
-void WalkDeletions(Tour& tour) {
-  const int spain = tour.Id(u"SELECT IDPais FROM Paises WHERE Nombre='España'");
-  tour.Windows().Answer(QMessageBox::Ok);
-  tour.Step(u"Eliminar un país en uso: se rechaza"_s, {.node = node.Paises(), .id = spain, .deletes = true},
-            StatementText(u"SELECT Eliminado FROM Paises WHERE IDPais={}", spain), {u"Falso"_s});
-  const int bank = tour.Id(u"SELECT IDBanco FROM Bancos WHERE Numero='9991'");
-  tour.Step(u"Eliminar un banco con sus sucursales"_s, {.node = node.Bancos(), .id = bank, .deletes = true},
-            StatementText(u"SELECT DISTINCT Eliminado FROM Sucursales WHERE codBanco={}", bank), {u"Verdadero"_s});
-}
-
-// The nodes whose dialogs this version does not have answer with one message each.
-void WalkTheRest(Tour& tour) {
-  for (const int missing : {15, 16, 17, 18, 21, 25, 26, 27, 30, 32, 34, 35, 36}) {
-    tour.Windows().Answer(QMessageBox::Ok);
-    tour.Step(u"Nodo %1: un mensaje"_s.arg(missing), {.node = missing, .action = action.Modificar(), .id = 1}, {}, {});
-  }
-}
-
-}  // namespace
-
-void WalkEverything(Tour& tour) {
-  WalkCountries(tour);
-  WalkProvinces(tour);
-  WalkBanks(tour);
-  WalkDeletions(tour);
-  WalkTheRest(tour);
 }
 
 }  // namespace tour

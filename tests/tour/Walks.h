@@ -1,0 +1,13 @@
+#pragma once
+
+#include "tour/Tour.h"
+
+/// The walk, folder by folder of the component's dialogs.
+namespace tour {
+
+void WalkReference(Tour& tour);
+void WalkBanking(Tour& tour);
+void WalkDeletions(Tour& tour);
+void WalkMissing(Tour& tour);
+
+}  // namespace tour
