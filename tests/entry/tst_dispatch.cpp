@@ -4,6 +4,7 @@
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -139,6 +140,29 @@ class tst_dispatch : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
   }
 
+  // A dialog that is still loading is in use, too.
+  void ACallInTheMiddleOfALoad() {
+    TestHost host;
+    host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Banco')");
+    CPrincipal component;
+    int refused = 0;
+    host.connection().SetHook([&](const QString& entry) {
+      if (entry.startsWith(u"SELECT Bancos.Nombre")) {
+        try {
+          component.PasarDatos(&host.services());
+        } catch (const automation::Error& error) {
+          refused = error.Number();
+        }
+      }
+    });
+    host.driver.On("frmBanco", [](const DialogUser& dialog) {
+      QCOMPARE(dialog.Text("txtBanco_0"), u"0100"_s);
+      dialog.Close();
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), host.Id(u"SELECT MAX(IDBanco) FROM Bancos")));
+    QCOMPARE(refused, 400);
+  }
+
   // So does a deletion, and a call that fails.
   void ADeletionInTheMiddleOfADialog() {
     TestHost host;
@@ -157,6 +181,18 @@ class tst_dispatch : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
     QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'").size(), 1);
+  }
+
+  void DialogsAreReleased() {
+    TestHost host;
+    for (const int requested : {node.Bancos(), node.Paises()}) {
+      host.driver.On(requested == node.Bancos() ? "frmBanco" : "frmPais",
+                     [](const DialogUser& dialog) { dialog.Close(); });
+      EXPECT_CLEAN(host, host.PasarDatos(requested, action.Agregar()));
+      for (const QWidget* window : QApplication::topLevelWidgets()) {
+        QVERIFY2(qobject_cast<const Form*>(window) == nullptr, qPrintable(window->objectName()));
+      }
+    }
   }
 
   void AbrirConexionOpensOnlyAClosedOne() {

@@ -98,7 +98,7 @@ class tst_controls : public QObject {
     QTest::addColumn<QString>("selected");
     QTest::newRow("beginning") << u"fra"_s << u"Francia"_s;
     QTest::newRow("any word's beginning") << u"baj"_s << u"Países Bajos"_s;
-    QTest::newRow("accents ignored") << u"paises"_s << u"Países Bajos"_s;
+    QTest::newRow("accents ignored") << u"bel"_s << u"Bélgica"_s;
     QTest::newRow("accents typed") << u"BÉL"_s << u"Bélgica"_s;
     QTest::newRow("not inside a word") << u"ndor"_s << u"Andorra"_s;
     QTest::newRow("several words") << u"isl c"_s << u"Islas Cook"_s;
@@ -112,7 +112,8 @@ class tst_controls : public QObject {
     support::TestPlatform platform;
     for (const bool open : {false, true}) {
       QComboBox combo;
-      combo.addItems({u"Andorra"_s, u"Bélgica"_s, u"Francia"_s, u"Islandia"_s, u"Islas Cook"_s, u"Países Bajos"_s});
+      combo.addItems(
+          {u"Andorra"_s, u"Bélgica"_s, u"Belice"_s, u"Francia"_s, u"Islandia"_s, u"Islas Cook"_s, u"Países Bajos"_s});
       new ComboSearch(&combo);
       combo.show();
       QVERIFY(QTest::qWaitForWindowActive(&combo));
@@ -163,7 +164,7 @@ class tst_controls : public QObject {
     layout->addWidget(chosen);
     auto* grid = new QTableWidget(1, 2);
     layout->addWidget(grid);
-    SetColumnCharacters(*grid, {10, 40});
+    SetColumnCharacters(*grid, {10, 90});
     SizeControls(form);
     form.show();
     const int digit = form.fontMetrics().horizontalAdvance(u'0');
@@ -172,7 +173,7 @@ class tst_controls : public QObject {
     QVERIFY(boxes[0]->x() == boxes[2]->x());
     QCOMPARE(boxes[2]->width(), chosen->width());
     QVERIFY(chosen->width() >= 60 * digit);
-    QVERIFY(grid->viewport()->width() >= grid->columnWidth(0) + 40 * form.fontMetrics().averageCharWidth());
+    QVERIFY(grid->viewport()->width() >= grid->columnWidth(0) + 90 * form.fontMetrics().averageCharWidth());
     QCOMPARE(grid->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
     QVERIFY(grid->horizontalHeader()->length() <= grid->viewport()->width());
   }
