@@ -1,9 +1,14 @@
 #include "database/ErrorNumbers.h"
-#include "database/TestDatabase.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 
+using adodb::Verbatim;
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
 using namespace Qt::StringLiterals;
 
 /// The dialect of the statements: text in, rows or errors out, on a real file.
@@ -12,15 +17,15 @@ class tst_dialect : public QObject {
 
  private Q_SLOTS:
   void init() { m_database = std::make_unique<TestDatabase>(); }
-  void statements_data();
-  void statements();
-  void conversions_data();
-  void conversions();
-  void refusals_data();
-  void refusals();
-  void textsAreKept_data();
-  void textsAreKept();
-  void labels();
+  void Statements_data();
+  void Statements();
+  void Conversions_data();
+  void Conversions();
+  void Refusals_data();
+  void Refusals();
+  void TextsAreKept_data();
+  void TextsAreKept();
+  void Labels();
 
  private:
   std::unique_ptr<TestDatabase> m_database;
@@ -34,7 +39,7 @@ void Row(const char* name, const char* statements, const char* rows) {
 
 }  // namespace
 
-void tst_dialect::statements_data() {
+void tst_dialect::Statements_data() {
   QTest::addColumn<QStringList>("statements");
   QTest::addColumn<QString>("rows");
   Row("home country", "SELECT IDPais FROM Paises WHERE Paises.Eliminado=0 AND Paises.Nombre='España'", "35");
@@ -74,7 +79,7 @@ void tst_dialect::statements_data() {
       "INSERT INTO TipoDonativos (Nombre, TipoA, Modelo182, GenerarRecibo) VALUES (\"a \"\"b\"\"\", -1, True, 7) ;; "
       "SELECT Nombre, TipoA, Modelo182, GenerarRecibo, Eliminado FROM TipoDonativos WHERE Modelo182=-1 AND "
       "GenerarRecibo=True AND TipoA<>false AND Eliminado=False",
-      "a \"b\"|si|si|si|no");
+      "a \"b\"|Verdadero|Verdadero|Verdadero|Falso");
   Row("double quotes are texts", "SELECT COUNT(*) FROM Paises WHERE Nombre=\"Nombre\"", "0");
   Row("number glued to a keyword", "SELECT COUNT(*) AS n FROM Provincias WHERE CodPais=35GROUP BY CodPais", "52");
   Row("number glued to AND", "SELECT Nombre FROM Provincias WHERE IDProvincia=5AND CodPais=35", "Ávila");
@@ -86,7 +91,7 @@ void tst_dialect::statements_data() {
       "SELECT codpais FROM provincias WHERE Provincias.Codpais=35 AND  Eliminado=0 UNION "
       "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=35 AND  Eliminado=0",
       "35");
-  Row("maximum of an empty table", "SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos", "null");
+  Row("maximum of an empty table", "SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos", "NULL");
   Row("trailing semicolon", "SELECT 1 ; ", "1");
   Row("in and between",
       "SELECT IDProvincia FROM Provincias WHERE Nombre IN ('MADRID','soria') AND IDProvincia "
@@ -104,13 +109,13 @@ void tst_dialect::statements_data() {
       "INSERT INTO Donativos(Importe) VALUES('0,1') ;; INSERT INTO Donativos(Importe) VALUES('0,2') ;; "
       "INSERT INTO Donativos(Importe) VALUES('1.000,0001') ;; SELECT SUM(Importe) AS s FROM Donativos WHERE "
       "(SELECT SUM(Importe) FROM Donativos)='1.000,3001'",
-      "1000.3001");
+      "1000,3001");
   Row("arithmetic with a text",
       "INSERT INTO Suscripciones(NumeroEjemplares) VALUES(3) ;; UPDATE Suscripciones SET Importe = NumeroEjemplares * "
       "'1.234,10' WHERE IDSuscripcion IN (SELECT IDSuscripcion FROM Suscripciones) ;; SELECT Importe FROM "
       "Suscripciones "
       "WHERE Importe=3702.3",
-      "3702.3");
+      "3702,3");
   Row("insert from a select",
       "INSERT INTO Cabeceras(Nombre, Linea1) SELECT Nombre, IDPais FROM Paises WHERE IDPais=35 ;; "
       "SELECT Nombre, Linea1 FROM Cabeceras",
@@ -118,7 +123,7 @@ void tst_dialect::statements_data() {
   Row("a text column into a number",
       "INSERT INTO Cabeceras(Nombre) VALUES('1.234,5') ;; INSERT INTO Donativos(Importe) SELECT Nombre FROM Cabeceras "
       ";; SELECT Importe FROM Donativos",
-      "1234.5");
+      "1234,5");
   Row("plus joins texts", "SELECT Nombre + ' y ' + 'más' FROM Paises WHERE IDPais=35", "España y más");
   Row("null in a concatenation", "SELECT Nombre & NULL & 5 FROM Paises WHERE IDPais=35", "España5");
   Row("iif and nz",
@@ -129,19 +134,19 @@ void tst_dialect::statements_data() {
       "SELECT Paises.Nombre AS Pais, Provincias.Nombre FROM (Paises LEFT JOIN Provincias ON Paises.IDPais="
       "Provincias.codPais) LEFT JOIN Diocesis ON Diocesis.CodProvincia=Provincias.IDProvincia WHERE "
       "(Provincias.Eliminado=0 OR Provincias.Eliminado IS NULL) AND Paises.Nombre='Francia'",
-      "Francia|null");
+      "Francia|NULL");
 }
 
-void tst_dialect::statements() {
+void tst_dialect::Statements() {
   QFETCH(const QStringList, statements);
   QString rows;
   for (const QString& statement : statements) {
-    rows = Rows(m_database->Connection(), statement);
+    rows = Outcome(m_database->Connection(), statement);
   }
   QTEST(rows, "rows");
 }
 
-void tst_dialect::conversions_data() {
+void tst_dialect::Conversions_data() {
   QTest::addColumn<QString>("column");
   QTest::addColumn<QString>("literal");
   QTest::addColumn<QString>("stored");
@@ -149,13 +154,13 @@ void tst_dialect::conversions_data() {
     QTest::addRow("%s <- %s", column, literal)
         << QString::fromUtf8(column) << QString::fromUtf8(literal) << QString::fromUtf8(stored);
   };
-  row("Suscripciones.Importe", "'6,5'", "6.5");
-  row("Suscripciones.Importe", "'1.234,50'", "1234.5");
+  row("Suscripciones.Importe", "'6,5'", "6,5");
+  row("Suscripciones.Importe", "'1.234,50'", "1234,5");
   row("Suscripciones.Importe", "'12,00 €'", "12");
-  row("Suscripciones.Importe", "6.5", "6.5");
-  row("Suscripciones.Importe", "-6.5", "-6.5");
+  row("Suscripciones.Importe", "6.5", "6,5");
+  row("Suscripciones.Importe", "-6.5", "-6,5");
   row("Suscripciones.Importe", "'0,00005'", "0");
-  row("Suscripciones.Importe", "'0,00015'", "0.0002");
+  row("Suscripciones.Importe", "'0,00015'", "0,0002");
   row("Suscripciones.Importe", "'6.5'", "error 13");
   row("Suscripciones.Importe", "'1.2.3'", "error 13");
   row("Suscripciones.Importe", "'abc'", "error 13");
@@ -174,29 +179,31 @@ void tst_dialect::conversions_data() {
   row("Suscripciones.NumeroEjemplares", "5 / 2", "2");
   row("Suscripciones.NumeroEjemplares", "7 \\ 2 + 7 MOD 4", "6");
   row("Suscripciones.NumeroEjemplares", "true", "-1");
-  row("Suscripciones.Eliminado", "5", "si");
-  row("Suscripciones.Eliminado", "'-1'", "si");
-  row("Suscripciones.Eliminado", "'Verdadero'", "si");
+  row("Suscripciones.Eliminado", "5", "Verdadero");
+  row("Suscripciones.Eliminado", "'-1'", "Verdadero");
+  row("Suscripciones.Eliminado", "'Verdadero'", "Verdadero");
   row("Suscripciones.Eliminado", "'quizá'", "error 13");
-  row("Suscripciones.Eliminado", "0.0", "no");
-  row("Suscripciones.Eliminado", "IDSuscripcion=1", "si");
+  row("Suscripciones.Eliminado", "0.0", "Falso");
+  row("Suscripciones.Eliminado", "IDSuscripcion=1", "Verdadero");
   row("Suscripciones.TextoRecibo", "6.5", "6,5");
   row("Suscripciones.TextoRecibo", "-7", "-7");
   row("Suscripciones.TextoRecibo", "NumeroEjemplares", "1");
   row("Suscripciones.TextoRecibo", "''", "");
-  row("Suscripciones.TextoRecibo", "NULL", "null");
+  row("Suscripciones.TextoRecibo", "NULL", "NULL");
 }
 
-void tst_dialect::conversions() {
+void tst_dialect::Conversions() {
   QFETCH(const QString, column);
   QFETCH(const QString, literal);
   adodb::Connection& connection = m_database->Connection();
   connection.Execute(u"INSERT INTO Suscripciones(NumeroEjemplares) VALUES(1)"_s);
-  const QString written = Rows(connection, u"UPDATE Suscripciones SET %1=%2"_s.arg(column, literal));
-  QTEST(written.isEmpty() ? Rows(connection, u"SELECT %1 FROM Suscripciones"_s.arg(column)) : written, "stored");
+  const QString written =
+      Outcome(connection, adodb::StatementText(u"UPDATE Suscripciones SET {}={}", Verbatim{column}, Verbatim{literal}));
+  const QString stored = adodb::StatementText(u"SELECT {} FROM Suscripciones", Verbatim{column});
+  QTEST(written.isEmpty() ? Outcome(connection, stored) : written, "stored");
 }
 
-void tst_dialect::refusals_data() {
+void tst_dialect::Refusals_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<int>("number");
   const auto row = [](const char* statement, int number) {
@@ -229,13 +236,13 @@ void tst_dialect::refusals_data() {
   row("SELECT IDPais FROM Paises WHERE Nombre*2=3", automation::TypeMismatch);
 }
 
-void tst_dialect::refusals() {
+void tst_dialect::Refusals() {
   QFETCH(const QString, statement);
   QTEST(ErrorOf([&] { m_database->Connection().Execute(statement); }), "number");
-  QCOMPARE(Rows(m_database->Connection(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
+  QCOMPARE(Outcome(m_database->Connection(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
 }
 
-void tst_dialect::textsAreKept_data() {
+void tst_dialect::TextsAreKept_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<QString>("kept");
   const auto row = [](const char* name, const QString& text, const QString& kept) {
@@ -252,24 +259,22 @@ void tst_dialect::textsAreKept_data() {
   row("lone low surrogate", QString(QChar(0xDC00)), QString(QChar(0xFFFD)));
 }
 
-void tst_dialect::textsAreKept() {
+void tst_dialect::TextsAreKept() {
   QFETCH(const QString, text);
   QFETCH(const QString, kept);
   adodb::Connection& connection = m_database->Connection();
-  QString single = text;
-  single.replace(u'\'', u"''"_s);
   QString twofold = text;
   twofold.replace(u'"', u"\"\""_s);
-  connection.Execute(u"INSERT INTO CartasModelo(Nombre,Contenido) VALUES('"_s + single + u"',\""_s + twofold +
-                     u"\")"_s);
+  adodb::Execute(connection, u"INSERT INTO CartasModelo(Nombre,Contenido) VALUES('{}',\"{}\")", text,
+                 Verbatim{twofold});
   const auto recordset =
-      connection.Execute(u"SELECT Nombre, Contenido FROM CartasModelo WHERE Nombre='"_s + single + u'\'');
+      adodb::Execute(connection, u"SELECT Nombre, Contenido FROM CartasModelo WHERE Nombre='{}'", text);
   QVERIFY(!recordset->AtEnd());
   QCOMPARE(recordset->Field(u"nombre").toString(), kept);
   QCOMPARE(recordset->Field(u"CONTENIDO").toString(), kept);
 }
 
-void tst_dialect::labels() {
+void tst_dialect::Labels() {
   const auto recordset = m_database->Connection().Execute(
       u"SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"_s);
   QStringList names;

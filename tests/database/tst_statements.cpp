@@ -1,13 +1,18 @@
-#include "database/TestDatabase.h"
 #include "database/dialect/Lexer.h"
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 
 #include <sqlite3.h>
 
+using adodb::Verbatim;
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
 using namespace Qt::StringLiterals;
 
 /// The statements that the dialogs write, to the letter: every one runs, and those that look for references among
@@ -17,11 +22,11 @@ class tst_statements : public QObject {
 
  private Q_SLOTS:
   void initTestCase() { m_database = std::make_unique<TestDatabase>(database::Content::Demonstration); }
-  void everyStatementRuns_data();
-  void everyStatementRuns();
-  void indexesServe_data();
-  void indexesServe();
-  void priceUpdate();
+  void EveryStatementRuns_data();
+  void EveryStatementRuns();
+  void IndexesServe_data();
+  void IndexesServe();
+  void PriceUpdate();
 
  private:
   std::unique_ptr<TestDatabase> m_database;
@@ -79,7 +84,7 @@ QStringList PlanOf(const QString& path, const QString& statement) {
 
 }  // namespace
 
-void tst_statements::everyStatementRuns_data() {
+void tst_statements::EveryStatementRuns_data() {
   AddStatements(
       {"SELECT Administrador FROM Usuarios WHERE IDUsuario=1",
        "UPDATE Usuarios SET Eliminado=-1 WHERE IDUsuario=2",
@@ -232,16 +237,16 @@ void tst_statements::everyStatementRuns_data() {
        "UPDATE Encabezados SET Nombre='Estimado:' WHERE Encabezados.IDEncabezado=1"});
 }
 
-void tst_statements::everyStatementRuns() {
+void tst_statements::EveryStatementRuns() {
   QFETCH(QString, statement);
-  const QString answer = Rows(m_database->Connection(), statement);
+  const QString answer = Outcome(m_database->Connection(), statement);
   QVERIFY2(!answer.startsWith(u"error"_s), qPrintable(answer));
   if (statement.startsWith(u"SELECT"_s) && !statement.contains(u"<>"_s)) {
     QVERIFY(!answer.isEmpty());
   }
 }
 
-void tst_statements::indexesServe_data() {
+void tst_statements::IndexesServe_data() {
   m_filled = std::make_unique<TestDatabase>();
   FillEveryTable(m_filled->Path());
   AddStatements(
@@ -298,7 +303,7 @@ void tst_statements::indexesServe_data() {
        "Suscripciones.CodColaborador WHERE CodPais = 35 AND IDTipoPublicacion = 5)"});
 }
 
-void tst_statements::indexesServe() {
+void tst_statements::IndexesServe() {
   QFETCH(QString, statement);
   const QStringList steps = PlanOf(m_filled->Path(), statement);
   QVERIFY(!steps.isEmpty());
@@ -311,23 +316,27 @@ void tst_statements::indexesServe() {
   QVERIFY2(all.contains(u"SEARCH"_s), qPrintable(all));
 }
 
-void tst_statements::priceUpdate() {
+void tst_statements::PriceUpdate() {
   adodb::Connection& connection = m_database->Connection();
-  const QString text =
-      u"UPDATE Suscripciones SET Importe = NumeroEjemplares * '%1' WHERE IDSuscripcion IN (SELECT "
-      "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN TipoPublicaciones ON "
-      "Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) ON Colaboradores.IDColaborador = "
-      "Suscripciones.CodColaborador WHERE CodPais %2 35 AND IDTipoPublicacion = 1)"_s;
-  connection.Execute(text.arg(u"1.000,10"_s, u"="_s));
-  connection.Execute(text.arg(u"0,10"_s, u"<>"_s));
-  const QString wrong = Rows(connection,
-                             u"SELECT COUNT(*) FROM Suscripciones INNER JOIN Colaboradores ON CodColaborador="
-                             "IDColaborador WHERE CodTipoPublicacion=1 AND NOT ((codpais=35 AND "
-                             "Importe=NumeroEjemplares*1000.1) OR (codpais<>35 AND Importe=NumeroEjemplares*'0,1'))"_s);
+  const auto update = [&](const char16_t* price, const char16_t* where) {
+    adodb::Execute(
+        connection,
+        u"UPDATE Suscripciones SET Importe = NumeroEjemplares * '{}' WHERE IDSuscripcion IN (SELECT "
+        "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN TipoPublicaciones ON "
+        "Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) ON Colaboradores.IDColaborador = "
+        "Suscripciones.CodColaborador WHERE CodPais {} 35 AND IDTipoPublicacion = 1)",
+        price, Verbatim{QString::fromUtf16(where)});
+  };
+  update(u"1.000,10", u"=");
+  update(u"0,10", u"<>");
+  const QString wrong =
+      Outcome(connection,
+              u"SELECT COUNT(*) FROM Suscripciones INNER JOIN Colaboradores ON CodColaborador="
+              "IDColaborador WHERE CodTipoPublicacion=1 AND NOT ((codpais=35 AND "
+              "Importe=NumeroEjemplares*1000.1) OR (codpais<>35 AND Importe=NumeroEjemplares*'0,1'))"_s);
   QCOMPARE(wrong, u"0"_s);
-  QVERIFY(connection.Execute(u"SELECT COUNT(*) FROM Suscripciones WHERE CodTipoPublicacion=1"_s)->Field(0).toInt() >
-          10);
-  QCOMPARE(ErrorOf([&] { connection.Execute(text.arg(u"doce"_s, u"="_s)); }), 13);
+  QVERIFY(m_database->Id(u"SELECT COUNT(*) FROM Suscripciones WHERE CodTipoPublicacion=1") > 10);
+  QCOMPARE(ErrorOf([&] { update(u"doce", u"="); }), 13);
 }
 
 KEL_TEST(tst_statements);

@@ -1,4 +1,4 @@
-#include "ErrorOf.h"
+#include "support/ErrorOf.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
@@ -30,6 +30,7 @@
 using namespace Qt::StringLiterals;
 
 using automation::Call;
+using support::ErrorOf;
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "ErrorOf.h"
-#include "HostDatabase.h"
-#include "MessageCatcher.h"
+#include "support/Driver.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
@@ -9,6 +9,7 @@
 #include "platform/automation/Invoke.h"
 
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
@@ -19,6 +20,8 @@ using namespace Qt::StringLiterals;
 
 using automation::Call;
 using automation::Ref;
+using support::ErrorOf;
+using support::TestDatabase;
 
 namespace {
 
@@ -134,11 +137,11 @@ class tst_record_locks : public QObject {
   void DatabaseErrorsPass();
 
  private:
-  std::unique_ptr<HostDatabase> m_database;
+  std::unique_ptr<TestDatabase> m_database;
 };
 
 void tst_record_locks::init() {
-  m_database = std::make_unique<HostDatabase>();
+  m_database = std::make_unique<TestDatabase>();
 }
 
 void tst_record_locks::OneHolderAtATime() {
@@ -155,9 +158,9 @@ void tst_record_locks::OwnSecondTrySucceeds() {
   User user(m_database->ConnectionString(), 1, u"D'Ors \"el bueno\""_s);
   QVERIFY(user.Lock(5));
   QVERIFY(user.Lock(5));
-  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 1);
+  QCOMPARE(m_database->Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 1);
   user.Unlock(5);
-  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 0);
+  QCOMPARE(m_database->Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 0);
   user.Unlock(5);
 }
 
@@ -185,7 +188,8 @@ void tst_record_locks::HolderIsTold() {
   User second(m_database->ConnectionString(), 2, u"Blas"_s);
   second.Session().showRefusedLocks = true;
   QVERIFY(first.Lock(5));
-  MessageCatcher catcher;
+  support::Driver driver;
+  driver.Answer(QMessageBox::Ok);
   QVERIFY(!second.Lock(5));
 
   const std::optional<host::LockHolder> holder = second.Session().lastRefusal;
@@ -195,19 +199,18 @@ void tst_record_locks::HolderIsTold() {
   QCOMPARE(holder->process, host::CurrentProcess());
   QVERIFY(qAbs(holder->since.secsTo(QDateTime::currentDateTimeUtc())) < 600);
 
-  QCOMPARE(catcher.Messages().size(), std::size_t(1));
-  const MessageCatcher::Message& message = catcher.Messages().front();
-  QCOMPARE(message.title, u"Benefactores"_s);
-  QCOMPARE(message.icon, QMessageBox::Information);
-  QCOMPARE(message.format, Qt::PlainText);
-  QVERIFY(message.text.contains(u"Ana <b>Ruiz</b>"_s));
-  QVERIFY(message.text.contains(holder->process.machine));
-  QVERIFY(message.text.contains(holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+  const QStringList boxes = driver.TakeBoxes();
+  QCOMPARE(boxes.size(), 1);
+  QCOMPARE(boxes.constFirst(),
+           u"Benefactores|informacion|El registro lo está modificando «Ana <b>Ruiz</b>» en el equipo «%1» desde el %2."
+           "\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s.arg(
+               holder->process.machine, holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
 
   first.Unlock(5);
   QVERIFY(second.Lock(5));
   QVERIFY(!second.Session().lastRefusal.has_value());
-  QCOMPARE(catcher.Messages().size(), std::size_t(1));
+  QCOMPARE(driver.TakeBoxes(), QStringList());
 }
 
 void tst_record_locks::SessionConnectionServesWhereNoneIsGiven() {
@@ -265,7 +268,7 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
   QVERIFY(!user.Lock(1));
   holder.Kill();
   QVERIFY(user.Lock(1));
-  QCOMPARE(m_database->Value("SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1").toInt(), 1);
+  QCOMPARE(m_database->Id(u"SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1"), 1);
 }
 
 // Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
@@ -284,7 +287,7 @@ void tst_record_locks::LocksThatCannotBeJudgedStay() {
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   holder.Kill();
-  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET "_s + assignment));
+  m_database->Execute(u"UPDATE BloqueoRegistros SET {}", adodb::Verbatim{assignment});
   QVERIFY(!user.Lock(1));
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
@@ -296,7 +299,7 @@ void tst_record_locks::LockFromBeforeARebootIsTakenOver() {
   QCOMPARE(start.size(), 4);
   QVERIFY(host::CurrentProcess().start.size() <= 40);
   start[1] = u"00000000"_s;
-  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='%1'"_s.arg(start.join(u' '))));
+  m_database->Execute(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='{}'", start.join(u' '));
   QVERIFY(user.Lock(1));
 }
 

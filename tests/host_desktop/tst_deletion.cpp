@@ -1,4 +1,3 @@
-#include "BoxAnswers.h"
 #include "FakeComponent.h"
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
@@ -7,6 +6,7 @@
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
 
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -14,24 +14,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString countLive = u"SELECT COUNT(*) FROM Cabeceras WHERE Eliminado=0"_s;
+int LiveHeadings(const TestDesktop& desktop) {
+  return desktop.database.Id(u"SELECT COUNT(*) FROM Cabeceras WHERE Eliminado=0");
+}
 
 // Marks a heading as the component does, but refuses the one named "En uso" and fails at the one named "Falla".
 void DeleteHeading(adodb::Connection& connection, int id) {
   const QString name =
-      connection.Execute(u"SELECT Nombre FROM Cabeceras WHERE IDCabecera=%1"_s.arg(id))->Field(0).toString();
+      adodb::Execute(connection, u"SELECT Nombre FROM Cabeceras WHERE IDCabecera={}", id)->Field(0).toString();
   if (name == u"Falla"_s) {
     throw automation::Error(-2147217887, u"La base de datos está bloqueada"_s);
   }
   if (name != u"En uso"_s) {
-    connection.Execute(u"UPDATE Cabeceras SET Eliminado=-1 WHERE IDCabecera=%1"_s.arg(id));
+    adodb::Execute(connection, u"UPDATE Cabeceras SET Eliminado=-1 WHERE IDCabecera={}", id);
   }
 }
 
 void AddHeadings(TestDesktop& desktop, const QStringList& names) {
-  desktop.Execute(u"UPDATE Cabeceras SET Eliminado=-1"_s);
+  desktop.database.Execute(u"UPDATE Cabeceras SET Eliminado=-1");
   for (const QString& name : names) {
-    desktop.Execute(u"INSERT INTO Cabeceras(Nombre,Eliminado) VALUES('%1',0)"_s.arg(name));
+    desktop.database.Execute(u"INSERT INTO Cabeceras(Nombre,Eliminado) VALUES('{}',0)", name);
   }
 }
 
@@ -61,27 +63,31 @@ void tst_deletion::NothingHappensWithoutYes() {
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"Una"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
-  BoxAnswers boxes({QMessageBox::No});
+  desktop.driver.Answer(QMessageBox::No);
   desktop.Action("accEliminar").trigger();
-  QCOMPARE(boxes.Texts(), QStringList({u"¿Desea eliminar la cabecera «Una»? | "_s}));
+  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|pregunta|¿Desea eliminar la cabecera «Una»?"_s));
   QVERIFY(FakeComponent::Requests().isEmpty());
 }
 
 void tst_deletion::QuestionNamesRecordAndDependents() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)"_s);
-  const int bank = desktop.Value(u"SELECT MAX(IDBanco) FROM Bancos"_s).toInt();
-  for (const char* deleted : {"0", "0", "-1"}) {
-    desktop.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES(%1,'1','x',%2)"_s.arg(bank).arg(
-        QLatin1StringView(deleted)));
+  desktop.database.Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)");
+  const int bank = desktop.database.Id(u"SELECT MAX(IDBanco) FROM Bancos");
+  for (const bool deleted : {false, false, true}) {
+    desktop.database.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES({},'1','x',{})", bank,
+                             deleted);
   }
   desktop.Window().ChooseNode(host::NodeBancos);
   desktop.List().SelectRecord(bank);
-  BoxAnswers boxes({QMessageBox::Yes});
+  desktop.driver.Answer(QMessageBox::Yes);
+  desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accEliminar").trigger();
-  QCOMPARE(boxes.Texts().constFirst(),
-           u"¿Desea eliminar el banco «0001 Banco Uno»? | Se marcarán también como eliminados: 2 sucursales."_s);
+  QCOMPARE(desktop.TakeBoxes(),
+           (QStringList{u"Kel|pregunta|¿Desea eliminar el banco «0001 Banco Uno»?|Se marcarán también como eliminados: "
+                        "2 sucursales."_s,
+                        u"Kel|aviso|Registros eliminados: 0. Conservados: 1.|No se han eliminado:\n"
+                        "• 0001 Banco Uno: otros registros lo utilizan"_s}));
   QCOMPARE(FakeComponent::Requests(),
            QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(bank)}));
 }
@@ -92,15 +98,17 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
   AddHeadings(desktop, {u"A"_s, u"En uso"_s, u"Falla"_s, u"Z"_s});
   desktop.Window().ChooseNode(host::NodeCabeceras);
   desktop.List().selectAll();
-  BoxAnswers boxes({QMessageBox::Yes});
+  desktop.driver.Answer(QMessageBox::Yes);
+  desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accEliminar").trigger();
-  QCOMPARE(boxes.Texts().size(), 2);
-  QCOMPARE(boxes.Texts().constLast(),
-           u"Registros eliminados: 2. Conservados: 2. | No se han eliminado:\n"
+  const QStringList boxes = desktop.TakeBoxes();
+  QCOMPARE(boxes.size(), 2);
+  QCOMPARE(boxes.constLast(),
+           u"Kel|aviso|Registros eliminados: 2. Conservados: 2.|No se han eliminado:\n"
            "• En uso: otros registros lo utilizan\n"
            "• Falla: error -2147217887: La base de datos está bloqueada"_s);
   QCOMPARE(desktop.List().Records().TotalCount(), 2);
-  QCOMPARE(desktop.Value(countLive).toInt(), 2);
+  QCOMPARE(LiveHeadings(desktop), 2);
 }
 
 void tst_deletion::SingleDeletionKeepsThePlace() {
@@ -110,9 +118,9 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
   desktop.Window().ChooseNode(host::NodeCabeceras);
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
-  BoxAnswers boxes({QMessageBox::Yes});
+  desktop.driver.Answer(QMessageBox::Yes);
   desktop.Action("accEliminar").trigger();
-  QCOMPARE(boxes.Texts().size(), 1);
+  QCOMPARE(desktop.TakeBoxes().size(), 1);
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({third}));
 }
 
@@ -129,14 +137,14 @@ void tst_deletion::CancelLeavesTheRest() {
                                                           targets, [](int done) { return done < 1; });
   QCOMPARE(result.deleted, QStringList({u"A"_s}));
   QCOMPARE(result.untouched, QStringList({u"B"_s, u"C"_s}));
-  QCOMPARE(desktop.Value(countLive).toInt(), 2);
+  QCOMPARE(LiveHeadings(desktop), 2);
 }
 
 void tst_deletion::KeptRecordSaysWhatUsesIt() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  const int provinces = desktop.Value(u"SELECT COUNT(*) FROM Provincias WHERE CodPais=35 AND Eliminado=0"_s).toInt();
-  desktop.Execute(u"INSERT INTO Colaboradores(Nombre,codpais,Eliminado) VALUES('x',35,0)"_s);
+  const int provinces = desktop.database.Id(u"SELECT COUNT(*) FROM Provincias WHERE CodPais=35 AND Eliminado=0");
+  desktop.database.Execute(u"INSERT INTO Colaboradores(Nombre,codpais,Eliminado) VALUES('x',35,0)");
   const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(host::NodePaises),
                                                           {{35, u"España"_s}}, [](int) { return true; });
   QCOMPARE(result.kept.size(), 1);

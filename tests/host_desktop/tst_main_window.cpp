@@ -1,4 +1,3 @@
-#include "BoxAnswers.h"
 #include "FakeComponent.h"
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
@@ -9,6 +8,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
@@ -18,7 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString addBank = u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)"_s;
+void AddBank(const TestDesktop& desktop) {
+  desktop.database.Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)");
+}
 
 }  // namespace
 
@@ -59,20 +61,20 @@ void tst_main_window::EveryListIsRead_data() {
 
 void tst_main_window::EveryListIsRead() {
   QFETCH(int, id);
-  static TestDesktop desktop(true);
+  static const support::TestDatabase database(database::Content::Demonstration);
   const host::Node& node = *host::FindNode(id);
-  const host::RecordData records = host::ReadRecords(desktop.Connection(), node);
+  const host::RecordData records = host::ReadRecords(database.Connection(), node);
   QVERIFY(records.Size() > 0);
   QVERIFY(!records.Display(0, 0).isEmpty());
-  QVERIFY(host::HighestKey(desktop.Connection(), node) >= records.Id(0));
+  QVERIFY(host::HighestKey(database.Connection(), node) >= records.Id(0));
   // Statements of their own, which no other test reaches for every node.
-  host::CountDependents(desktop.Connection(), id, {records.Id(0)});
-  host::CountUses(desktop.Connection(), id, records.Id(0));
+  host::CountDependents(database.Connection(), id, {records.Id(0)});
+  host::CountUses(database.Connection(), id, records.Id(0));
 }
 
 void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;
-  desktop.Execute(addBank);
+  AddBank(desktop);
   FakeComponent::Register({});
   desktop.Window().ChooseNode(host::NodePaises);
   QVERIFY(desktop.List().SelectRecord(35));
@@ -87,13 +89,13 @@ void tst_main_window::RequestsOfTheWindow() {
                                 u"PasarDatos nodo=20 accion=1 id=0 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=0 accion=1 id=0 aux=%1 Entidades bancarias\\Bancos"_s.arg(bank)};
   QCOMPARE(FakeComponent::Requests(), expected);
-  QCOMPARE(desktop.Connection().State(), static_cast<int>(adodb::StateOpen));
+  QCOMPARE(desktop.database.Connection().State(), static_cast<int>(adodb::StateOpen));
 }
 
 void tst_main_window::ModifiedRecordIsShownAnew() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int id) {
-    connection.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=%1"_s.arg(id));
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais={}", id);
   });
   desktop.Window().ChooseNode(host::NodePaises);
   desktop.List().SelectRecord(35);
@@ -105,12 +107,12 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
 void tst_main_window::AddedRecordIsSelected() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int) {
-    connection.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"_s);
+    adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   });
   desktop.Window().ChooseNode(host::NodePaises);
   desktop.SearchBox().setText(u"espa"_s);
   desktop.Action("accAgregar").trigger();
-  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.Value(u"SELECT MAX(IDPais) FROM Paises"_s).toInt()}));
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
   QVERIFY(desktop.List().currentIndex().isValid());
   QCOMPARE(desktop.SearchBox().text(), QString());
 }
@@ -120,7 +122,7 @@ void tst_main_window::CancelledAdditionKeepsTheSelection() {
   FakeComponent::Register({});
   desktop.Window().ChooseNode(host::NodePaises);
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
-  desktop.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"_s);
+  desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
   desktop.Action("accAgregar").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
@@ -142,18 +144,16 @@ void tst_main_window::FailedDialogLosesNothing() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int id) {
     connection.BeginTrans();
-    connection.Execute(u"UPDATE Paises SET Nombre='a medias' WHERE IDPais=%1"_s.arg(id));
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='a medias' WHERE IDPais={}", id);
     throw automation::Error(438, u"No cabe el 100%1 de «%2»"_s, u"frmPais"_s);
   });
   desktop.Window().ChooseNode(host::NodePaises);
   desktop.List().SelectRecord(35);
-  BoxAnswers boxes;
+  desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accModificar").trigger();
-  QCOMPARE(boxes.Texts().size(), 1);
-  QCOMPARE(boxes.Texts().constFirst(),
-           u"El cuadro de «Países» ha fallado. | No cabe el 100%1 de «%2»"
-           "\n\nError 438 · Origen: frmPais"_s);
-  QCOMPARE(desktop.Value(u"SELECT Nombre FROM Paises WHERE IDPais=35"_s).toString(), u"España"_s);
+  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|No cabe el 100%1 de «%2»"
+                                            "\n\nError 438 · Origen: frmPais"_s));
+  QCOMPARE(desktop.database.Query(u"SELECT Nombre FROM Paises WHERE IDPais=35"), QStringList(u"España"_s));
   FakeComponent::Register({});
   desktop.Action("accModificar").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
@@ -162,19 +162,20 @@ void tst_main_window::FailedDialogLosesNothing() {
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
   desktop.Window().ChooseNode(host::NodePaises);
-  desktop.Connection().Close();
-  const QString file = desktop.Path(u"kel.db"_s);
+  desktop.database.Connection().Close();
+  const QString file = desktop.database.Path(u"kel.db"_s);
   QVERIFY(QFile::rename(file, file + u".x"_s));
-  BoxAnswers boxes;
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accActualizar").trigger();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
   desktop.Window().ChooseNode(host::NodeProvincias);
-  QCOMPARE(boxes.Texts().size(), 2);
+  QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
   desktop.Action("accActualizar").trigger();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
-  QCOMPARE(boxes.Texts().size(), 2);
+  QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
 
 void tst_main_window::MissingComponentIsExplained_data() {
@@ -190,15 +191,14 @@ void tst_main_window::MissingComponentIsExplained() {
   QFETCH(QString, mentioned);
   TestDesktop desktop;
   FakeComponent::Unregister();
-  QFile file(desktop.Path(u"clases.ini"_s));
+  QFile file(desktop.database.Path(u"clases.ini"_s));
   QVERIFY(file.open(QIODevice::WriteOnly));
-  file.write((registry.contains(u'%') ? registry.arg(desktop.Path(u"kel.db"_s)) : registry).toUtf8());
+  file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
   file.close();
   desktop.Window().ChooseNode(host::NodePaises);
-  BoxAnswers boxes;
+  desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accAgregar").trigger();
-  QCOMPARE(boxes.Texts().size(), 1);
-  const QString text = boxes.Texts().constFirst();
+  const QString text = desktop.TakeBoxes().join(u'\n');
   QVERIFY2(text.contains(mentioned) && text.contains(u"kel-host registrar"_s), qPrintable(text));
   QVERIFY(desktop.List().Records().TotalCount() > 0);
 }
@@ -215,7 +215,7 @@ void tst_main_window::WhatANodeAllows_data() {
 void tst_main_window::WhatANodeAllows() {
   QFETCH(int, node);
   TestDesktop desktop;
-  desktop.Execute(addBank);
+  AddBank(desktop);
   desktop.Window().ChooseNode(node);
   QStringList allowed;
   for (const char* name : {"accAgregar", "accModificar", "accEliminar", "accNuevaSucursal"}) {

@@ -2,6 +2,7 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
+#include "support/ErrorOf.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
@@ -9,6 +10,7 @@
 using namespace Qt::StringLiterals;
 
 using namespace automation;
+using support::ErrorOf;
 
 namespace {
 
@@ -46,16 +48,6 @@ class Service : public QObject {
   QVariant m_free;
   adodb::Connection* m_connection = nullptr;
 };
-
-template <typename Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 }  // namespace
 
