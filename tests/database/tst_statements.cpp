@@ -53,17 +53,17 @@ void FillEveryTable(const QString& path) {
     for (const database::Column& column : table.columns) {
       if (column.type == database::ColumnType::Id || column.type == database::ColumnType::Text) {
         names += database::QuotedName(column.name);
-        values += column.type == database::ColumnType::Id ? u"i %% %1"_s.arg(200 + values.size()) : u"'texto ' || i"_s;
+        values += column.type == database::ColumnType::Id ? u"i % "_s + QString::number(200 + values.size())
+                                                          : u"'texto ' || i"_s;
       }
     }
-    if (names.isEmpty()) {
-      continue;
+    if (!names.isEmpty()) {
+      handle.Run(adodb::StatementText(u"WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n WHERE "
+                                      u"i < 5000) INSERT INTO {} ({}) SELECT {} FROM n",
+                                      Verbatim{database::QuotedName(table.name)}, Verbatim{names.join(u',')},
+                                      Verbatim{values.join(u',')})
+                     .toUtf8());
     }
-    handle.Run(
-        u"WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT "
-        "INTO %1 (%2) SELECT %3 FROM n"_s.arg(database::QuotedName(table.name), names.join(u','), values.join(u','))
-            .replace(u"%%"_s, u"%"_s)
-            .toUtf8());
   }
   handle.Run("ANALYZE");
 }
@@ -84,44 +84,10 @@ QStringList PlanOf(const QString& path, const QString& statement) {
 
 }  // namespace
 
+// Of the dialogs that this version lacks; the statements of the others run in the tests of their dialogs.
 void tst_statements::EveryStatementRuns_data() {
   AddStatements(
-      {"SELECT Administrador FROM Usuarios WHERE IDUsuario=1",
-       "UPDATE Usuarios SET Eliminado=-1 WHERE IDUsuario=2",
-       "UPDATE Sucursales SET Eliminado=-1 WHERE CodBanco=6",
-       "UPDATE EtiquetasCampos SET Eliminado=-1 WHERE  Eliminado=0 "
-       "AND CodEtiqueta=9",
-       "UPDATE Emisores_Cuentas SET Eliminado=-1 WHERE CodEmisor=3",
-       "SELECT Bancos.Nombre, Bancos.Numero FROM Bancos WHERE Bancos.IDBanco=1",
-       "SELECT Sucursales.IDSucursal, Sucursales.Nombre AS Sucursal, Sucursales.Codigo, Sucursales.Direccion, "
-       "Sucursales.Poblacion, Sucursales.CP, Sucursales.codProvincia, Provincias.Nombre AS Provincia, "
-       "Sucursales.codPais, "
-       "Paises.Nombre AS Pais FROM (Sucursales LEFT JOIN Paises ON Sucursales.codPais=Paises.IDPais) LEFT JOIN "
-       "Provincias "
-       "ON Sucursales.codProvincia=Provincias.IDProvincia WHERE Sucursales.Eliminado=0 AND (Paises.Eliminado=0 OR "
-       "Paises.Eliminado IS NULL) AND (Provincias.Eliminado=0 OR Provincias.Eliminado IS NULL) AND "
-       "Sucursales.codBanco=1 "
-       "ORDER BY Sucursales.Codigo ASC",
-       "SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='9101' AND Bancos.IDBanco<>1",
-       "INSERT INTO Bancos (Numero, Nombre) VALUES('9999','L''Estany')",
-       "SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos",
-       "INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
-       "VALUES(7,'0001',"
-       "'Una','Calle','Madrid','28001',28,35)",
-       "INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) VALUES( "
-       "7,'0002',"
-       "'Dos','','','',0,0)",
-       "UPDATE Bancos SET Numero='9998',Nombre='Otro' WHERE IDBanco=7",
-       "UPDATE Sucursales SET "
-       "Codigo='0003',Nombre='x',Direccion='y',Poblacion='z',CP='28002',codProvincia=28,codPais=35"
-       "WHERE Sucursales.IDSucursal=13",
-       "UPDATE Sucursales SET Eliminado=-1 WHERE Sucursales.IDSucursal IN (13,14)",
-       "SELECT Sucursales.IDSucursal FROM Sucursales WHERE Sucursales.Codigo='0001' AND Sucursales.codBanco=1",
-       "SELECT MAX(IDSucursal) AS MaxID FROM Sucursales",
-       "SELECT Paises.IDPais, Paises.Nombre FROM Paises WHERE Paises.Eliminado=0 ORDER BY Paises.Nombre ASC",
-       "SELECT Provincias.IDProvincia, Provincias.Nombre FROM Provincias WHERE Provincias.Eliminado=0 AND "
-       "Provincias.codPais=35 ORDER BY Provincias.Nombre ASC",
-       "SELECT idpresentador FROM presentadores WHERE sufijo='000'",
+      {"SELECT idpresentador FROM presentadores WHERE sufijo='000'",
        "SELECT Nombre,Nif,Sufijo,CodBanco,CodSucursal FROM Presentadores WHERE IDPresentador=1",
        "INSERT INTO Presentadores(Nombre,Nif,Sufijo,CodBanco,CodSucursal) VALUES ('P','99000000X','009',1,2)",
        "SELECT MAX(idpresentador) AS numero FROM presentadores",
@@ -133,27 +99,16 @@ void tst_statements::EveryStatementRuns_data() {
        "Emisores LEFT JOIN Provincias ON Emisores.CodProvincia=Provincias.IDProvincia WHERE IDEmisor=1",
        "SELECT idemisor FROM emisores WHERE sufijo='000'",
        "INSERT INTO Emisores(Nombre,Cif,Sufijo,CodPresentador,Direccion,Poblacion,CodProvincia,CP) "
-       "VALUES('E','C','003',1,"
-       "'D','P',28,'28001')",
+       "VALUES('E','C','003',1,'D','P',28,'28001')",
        "UPDATE Emisores SET "
-       "Nombre='E',Cif='C',Sufijo='003',Codpresentador=1,Direccion='D',Poblacion='P',CodProvincia=28,"
-       "CP='28001' WHERE IDEmisor=4",
+       "Nombre='E',Cif='C',Sufijo='003',Codpresentador=1,Direccion='D',Poblacion='P',CodProvincia=28,CP='28001' WHERE "
+       "IDEmisor=4",
        "SELECT Cobradores.Nombre, Cobradores.Apellido1, Cobradores.Apellido2, Cobradores.NIF, Cobradores.Direccion, "
        "Cobradores.Poblacion FROM Cobradores WHERE Cobradores.IDCobrador=1",
        "INSERT INTO Cobradores (Nombre, Apellido1, Apellido2, NIF, Direccion, Poblacion) "
        "VALUES('a','b','c','d','e','f')",
        "UPDATE Cobradores SET Nombre='a',Apellido1='b',Apellido2='c',NIF='d',Direccion='e',Poblacion='f' WHERE "
        "Cobradores.IDCobrador=4",
-       "SELECT * FROM Paises WHERE IDPais=35",
-       "INSERT INTO Paises(nombre,eliminado) VALUES('Utopía',0)",
-       "SELECT MAX(IDPais) AS numero FROM Paises",
-       "UPDATE Paises SET Nombre='Utopía' WHERE idpais=250",
-       "SELECT Provincias.Nombre AS Provincia,Provincias.Codpais,Paises.Nombre AS Pais FROM Provincias LEFT JOIN "
-       "Paises ON "
-       "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=28",
-       "SELECT Nombre FROM Paises WHERE IDPais=35 AND Eliminado=0",
-       "INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(250,'Isla',0)",
-       "UPDATE Provincias SET Nombre='Isla', CodPais=250 WHERE IDProvincia=53",
        "SELECT * FROM Provincias WHERE Eliminado=0 ORDER BY Nombre",
        "SELECT Diocesis.Nombre AS Diocesis,Diocesis.CodProvincia AS CodProvincia,Provincias.Nombre AS Provincia FROM "
        "Diocesis LEFT JOIN Provincias ON Diocesis.CodProvincia=Provincias.IDProvincia WHERE Diocesis.IDDiocesis=1 AND "
@@ -164,8 +119,7 @@ void tst_statements::EveryStatementRuns_data() {
        "UPDATE ComunidadAutonoma SET Codigo='01',Nombre='Andalucía' WHERE IDComunidad=1",
        "INSERT INTO ComunidadAutonoma(Nombre,Codigo) VALUES('x','99')",
        "SELECT TipoDeducciones.IDTipoDeduccion,TipoDeducciones.Porcentaje FROM TipoDeducciones WHERE Eliminado=0  "
-       "ORDER BY "
-       "Porcentaje",
+       "ORDER BY Porcentaje",
        "SELECT Deduccion_Comunidad.CodComunidad AS CodComunidad,Deduccion_Comunidad.CodDeduccion AS CodDeduccion, "
        "ComunidadAutonoma.Nombre AS Nombre FROM Deduccion_Comunidad INNER JOIN ComunidadAutonoma  ON "
        "Deduccion_Comunidad.CodComunidad=ComunidadAutonoma.IDComunidad WHERE "
@@ -173,17 +127,13 @@ void tst_statements::EveryStatementRuns_data() {
        "INSERT INTO Deduccion_Comunidad(CodComunidad,CodDeduccion) VALUES(1,2)",
        "SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=80 AND IDTipoDeduccion <> 1",
        "INSERT INTO TipoDeducciones (Porcentaje) VALUES ('33')",
-       "UPDATE TipoDeducciones SET Porcentaje = 34 WHERE "
-       "IDTipoDeduccion = 12",
+       "UPDATE TipoDeducciones SET Porcentaje = 34 WHERE IDTipoDeduccion = 12",
        "SELECT CodTipoDeduccionJuridica, CodTipoDeduccionFisica, Nombre, TextoRecibo, TipoA,Modelo182, GenerarRecibo "
-       "FROM "
-       "TipoDonativos WHERE IDTipoDonativo = 1",
+       "FROM TipoDonativos WHERE IDTipoDonativo = 1",
        "INSERT INTO TipoDonativos (CodTipoDeduccionJuridica, CodTipoDeduccionFisica, Nombre, TextoRecibo, TipoA, "
-       "Modelo182, "
-       "GenerarRecibo) VALUES (1, 2, \"D''Ors\", \"Recibo; 100%\", -1,True,-1)",
+       "Modelo182, GenerarRecibo) VALUES (1, 2, \"D''Ors\", \"Recibo; 100%\", -1,True,-1)",
        "UPDATE TipoDonativos SET CodTipoDeduccionJuridica = 1, CodTipoDeduccionFisica = 2, Nombre = 'x', TextoRecibo = "
-       "'y', "
-       "TipoA = -1, Modelo182= False, GenerarRecibo =0 WHERE IDTipoDonativo = 6",
+       "'y', TipoA = -1, Modelo182= False, GenerarRecibo =0 WHERE IDTipoDonativo = 6",
        "UPDATE Donativos SET TextoRecibo='O''Donnell' WHERE CodTipoDonativo = 5",
        "SELECT Nombre, TextoRecibo, ImporteNacional, ImporteExtranjero FROM TipoPublicaciones WHERE IDTipoPublicacion "
        "= 1",
@@ -192,26 +142,23 @@ void tst_statements::EveryStatementRuns_data() {
        "Suscripciones.CodTipoSuscripcion = TipoSuscripciones.IDTipoSuscripcion) INNER JOIN TipoPublicaciones ON "
        "Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion WHERE Suscripciones.Eliminado = 0 AND "
        "TipoSuscripciones.Eliminado = 0 AND TipoPublicaciones.Eliminado = 0 AND TipoPublicaciones.IDTipoPublicacion = "
-       "1GROUP "
-       "BY TipoSuscripciones.IDTipoSuscripcion, TipoSuscripciones.Nombre",
+       "1GROUP BY TipoSuscripciones.IDTipoSuscripcion, TipoSuscripciones.Nombre",
        "INSERT INTO TipoPublicaciones (Nombre, ImporteNacional, ImporteExtranjero, TextoRecibo) VALUES ( 'Boletín', "
        "'12,00', '18,50', 'Suscripción anual')",
        "UPDATE TipoPublicaciones SET Nombre = 'x', ImporteNacional = '1.012,00', ImporteExtranjero = '1,5', "
-       "TextoRecibo = "
-       "'' WHERE IDTipoPublicacion = 4",
+       "TextoRecibo = '' WHERE IDTipoPublicacion = 4",
        "SELECT * FROM ETIQUETAS WHERE IDETIQUETA = 1",
        "SELECT EtiquetasCampos.IDEtiquetaCampo, EtiquetasCampos.Linea, EtiquetasCampos.Orden, "
-       "EtiquetasCampos.NombreCampo, "
-       "EtiquetasCampos.codTipoCampoEtiqueta, TipoCamposEtiquetas.codTabla FROM EtiquetasCampos LEFT JOIN "
-       "TipoCamposEtiquetas ON EtiquetasCampos.codTipoCampoEtiqueta=TipoCamposEtiquetas.IDTipoCampoEtiqueta WHERE "
+       "EtiquetasCampos.NombreCampo, EtiquetasCampos.codTipoCampoEtiqueta, TipoCamposEtiquetas.codTabla FROM "
+       "EtiquetasCampos LEFT JOIN TipoCamposEtiquetas ON "
+       "EtiquetasCampos.codTipoCampoEtiqueta=TipoCamposEtiquetas.IDTipoCampoEtiqueta WHERE "
        "EtiquetasCampos.codEtiqueta=1 AND EtiquetasCampos.Disco=0",
        "INSERT INTO ETIQUETAS (NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, ANCHOETIQUETA, ALTOSEPARACION, "
        "ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA, NULTIMAETIQUETA, ULTIMOUTILIZADO, DISCO, ENVIOPOSTAL) VALUES ( "
        "'Hoja', 40 , 4,'3,7','7', '0','0', '1,3','0,5', 0,0, 0, -1 )",
        "UPDATE ETIQUETAS SET  NOMBRE = 'Hoja',  NETIQUETASTOTAL = 40,  NETIQUETASANCHO = 4,  ALTOETIQUETA = '3,7',  "
        "ANCHOETIQUETA = '7',  ALTOSEPARACION= '0',  ANCHOSEPARACION= '0',  ALTO1ETIQUETA= '1,3',  ANCHO1ETIQUETA= "
-       "'0,5',  "
-       "NULTIMAETIQUETA= 0,  ULTIMOUTILIZADO= 0,  DISCO= -1,  ENVIOPOSTAL= 0  WHERE IDetiqueta= 4",
+       "'0,5',  NULTIMAETIQUETA= 0,  ULTIMOUTILIZADO= 0,  DISCO= -1,  ENVIOPOSTAL= 0  WHERE IDetiqueta= 4",
        "DELETE FROM ETIQUETASCAMPOS WHERE CODETIQUETA=4 AND ETIQUETASCAMPOS.DISCO=-1",
        "INSERT INTO EtiquetasCampos (codEtiqueta, NombreCampo, Disco, Linea, Orden, codTipoCampoEtiqueta) VALUES "
        "(4,'[EMISORES].[CIF]',-1,1,1,0)",
@@ -223,8 +170,7 @@ void tst_statements::EveryStatementRuns_data() {
        "SELECT Tipo FROM configuracion",
        "SELECT * FROM CartasModelo WHERE IDCartaModelo=1",
        "INSERT INTO CartasModelo (Nombre, Contenido, MargenIzquierdo, MargenDerecho) VALUES ('c','{\\rtf1 "
-       "\\''e1}','2,5','3')"
-       "",
+       "\\''e1}','2,5','3')",
        "SELECT MAX(IDCartaModelo) AS maximo FROM CartasModelo ",
        "UPDATE CartasModelo SET Contenido='x', MargenIzquierdo='1,25', MargenDerecho='0' WHERE IDCartaModelo=4",
        "DELETE FROM BloqueoRegistros WHERE codUsuario=1 AND campoID='IDCartaModelo' AND ValorID=4",

@@ -1,6 +1,7 @@
 #include "database/seed/SeedTable.h"
 
 #include "database/Errors.h"
+#include "platform/adodb/Statement.h"
 
 #include <QFile>
 
@@ -10,13 +11,9 @@ static void InitializeResources() {
   Q_INIT_RESOURCE(semilla);
 }
 
-namespace database {
+using adodb::Verbatim;
 
-QString Quoted(const QString& text) {
-  QString doubled = text;
-  doubled.replace(u'\'', u"''"_s);
-  return u'\'' + doubled + u'\'';
-}
+namespace database {
 
 void InsertSeedFile(adodb::Connection& connection, const QString& table, const QString& fileName) {
   InitializeResources();
@@ -26,7 +23,6 @@ void InsertSeedFile(adodb::Connection& connection, const QString& table, const Q
   }
   QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
   const QStringList columns = lines.takeFirst().split(u'\t');
-  const QString start = u"INSERT INTO %1 (%2) VALUES ("_s.arg(table, columns.join(u", "_s));
   int number = 1;
   for (const QString& line : lines) {
     ++number;
@@ -35,9 +31,10 @@ void InsertSeedFile(adodb::Connection& connection, const QString& table, const Q
       throw BadSchema(number, u"sobran o faltan datos en %1"_s.arg(fileName));
     }
     for (QString& value : values) {
-      value = Quoted(value);
+      value = adodb::StatementText(u"'{}'", value);
     }
-    connection.Execute(start + values.join(u',') + u')');
+    adodb::Execute(connection, u"INSERT INTO {} ({}) VALUES ({})", Verbatim{table}, Verbatim{columns.join(u", ")},
+                   Verbatim{values.join(u',')});
   }
 }
 

@@ -1,6 +1,7 @@
 #include "host/desktop/RecordReferences.h"
 
 #include "host/desktop/NodeCatalog.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 
 #include <QStringList>
@@ -82,7 +83,8 @@ const std::vector<Relation>& Uses() {
 }
 
 int Count(adodb::Connection& connection, const Relation& relation, int id) {
-  const auto rows = connection.Execute(u"SELECT COUNT(*) AS Total FROM "_s + relation.from + QString::number(id));
+  const auto rows =
+      adodb::Execute(connection, u"SELECT COUNT(*) AS Total FROM {}{}", adodb::Verbatim{relation.from}, id);
   return automation::CLng(rows->Field(0));
 }
 
