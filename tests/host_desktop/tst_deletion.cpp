@@ -5,6 +5,7 @@
 #include "host/desktop/Deletion.h"
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <QMessageBox>
 #include <QRegularExpression>
@@ -62,7 +63,7 @@ void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"Una"_s});
-  desktop.Window().ChooseNode(host::NodeCabeceras);
+  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
   desktop.driver.Answer(QMessageBox::No);
   desktop.Action("accEliminar").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|pregunta|¿Desea eliminar la cabecera «Una»?"_s));
@@ -78,7 +79,7 @@ void tst_deletion::QuestionNamesRecordAndDependents() {
     desktop.database.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES({},'1','x',{})", bank,
                              deleted);
   }
-  desktop.Window().ChooseNode(host::NodeBancos);
+  desktop.Window().ChooseNode(cConstNodo().Bancos());
   desktop.List().SelectRecord(bank);
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -96,7 +97,7 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"En uso"_s, u"Falla"_s, u"Z"_s});
-  desktop.Window().ChooseNode(host::NodeCabeceras);
+  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
   desktop.List().selectAll();
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -115,7 +116,7 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(host::NodeCabeceras);
+  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
   desktop.driver.Answer(QMessageBox::Yes);
@@ -128,12 +129,12 @@ void tst_deletion::CancelLeavesTheRest() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(host::NodeCabeceras);
+  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
   QList<host::DeletionTarget> targets;
   for (int row = 0; row < 3; ++row) {
     targets.append({desktop.List().Records().IdAt(row), desktop.List().Records().NameAt(row, 1)});
   }
-  const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(host::NodeCabeceras),
+  const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(cConstNodo().Cabeceras()),
                                                           targets, [](int done) { return done < 1; });
   QCOMPARE(result.deleted, QStringList({u"A"_s}));
   QCOMPARE(result.untouched, QStringList({u"B"_s, u"C"_s}));
@@ -145,7 +146,7 @@ void tst_deletion::KeptRecordSaysWhatUsesIt() {
   FakeComponent::Register({});
   const int provinces = desktop.database.Id(u"SELECT COUNT(*) FROM Provincias WHERE CodPais=35 AND Eliminado=0");
   desktop.database.Execute(u"INSERT INTO Colaboradores(Nombre,codpais,Eliminado) VALUES('x',35,0)");
-  const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(host::NodePaises),
+  const host::DeletionResult result = host::DeleteRecords(desktop.Bridge(), *host::FindNode(cConstNodo().Paises()),
                                                           {{35, u"España"_s}}, [](int) { return true; });
   QCOMPARE(result.kept.size(), 1);
   QCOMPARE(result.kept.constFirst().reason, u"lo utilizan %1 provincias y 1 colaborador"_s.arg(provinces));

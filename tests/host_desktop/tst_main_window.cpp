@@ -5,6 +5,7 @@
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -76,12 +77,12 @@ void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;
   AddBank(desktop);
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().SelectRecord(35));
   QTest::keyClick(&desktop.List(), Qt::Key_Return);
   desktop.Action("accModificar").trigger();
   desktop.Action("accAgregar").trigger();
-  desktop.Window().ChooseNode(host::NodeBancos);
+  desktop.Window().ChooseNode(cConstNodo().Bancos());
   const int bank = desktop.List().SelectedIds().constFirst();
   desktop.Action("accNuevaSucursal").trigger();
   const QStringList expected = {u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
@@ -97,7 +98,7 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
   FakeComponent::Register([](adodb::Connection& connection, int id) {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais={}", id);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.Action("accModificar").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
@@ -109,7 +110,7 @@ void tst_main_window::AddedRecordIsSelected() {
   FakeComponent::Register([](adodb::Connection& connection, int) {
     adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.SearchBox().setText(u"espa"_s);
   desktop.Action("accAgregar").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
@@ -120,7 +121,7 @@ void tst_main_window::AddedRecordIsSelected() {
 void tst_main_window::CancelledAdditionKeepsTheSelection() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
   desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
@@ -130,7 +131,7 @@ void tst_main_window::CancelledAdditionKeepsTheSelection() {
 
 void tst_main_window::SearchCountsHits() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   const auto* hits = desktop.Window().findChild<QLabel*>(u"lblAciertos"_s);
   const int total = desktop.List().Records().TotalCount();
   QCOMPARE(hits->text(), u"%1 registros"_s.arg(total));
@@ -147,7 +148,7 @@ void tst_main_window::FailedDialogLosesNothing() {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='a medias' WHERE IDPais={}", id);
     throw automation::Error(438, u"No cabe el 100%1 de «%2»"_s, u"frmPais"_s);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accModificar").trigger();
@@ -161,7 +162,7 @@ void tst_main_window::FailedDialogLosesNothing() {
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.database.Connection().Close();
   const QString file = desktop.database.Path(u"kel.db"_s);
   QVERIFY(QFile::rename(file, file + u".x"_s));
@@ -169,7 +170,7 @@ void tst_main_window::LostDatabaseIsFoundAgain() {
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accActualizar").trigger();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
@@ -195,7 +196,7 @@ void tst_main_window::MissingComponentIsExplained() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
   file.close();
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("accAgregar").trigger();
   const QString text = desktop.TakeBoxes().join(u'\n');
@@ -206,10 +207,10 @@ void tst_main_window::MissingComponentIsExplained() {
 void tst_main_window::WhatANodeAllows_data() {
   QTest::addColumn<int>("node");
   QTest::addColumn<QString>("allowed");
-  QTest::newRow("Bancos") << int(host::NodeBancos) << u"accAgregar accModificar accEliminar accNuevaSucursal"_s;
-  QTest::newRow("Paises") << int(host::NodePaises) << u"accAgregar accModificar accEliminar"_s;
-  QTest::newRow("Encabezados") << int(host::NodeEncabezados) << u"accModificar"_s;
-  QTest::newRow("Usuarios") << int(host::NodeUsuarios) << u"accEliminar"_s;
+  QTest::newRow("Bancos") << cConstNodo().Bancos() << u"accAgregar accModificar accEliminar accNuevaSucursal"_s;
+  QTest::newRow("Paises") << cConstNodo().Paises() << u"accAgregar accModificar accEliminar"_s;
+  QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"accModificar"_s;
+  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"accEliminar"_s;
 }
 
 void tst_main_window::WhatANodeAllows() {
@@ -228,14 +229,14 @@ void tst_main_window::WhatANodeAllows() {
 
 void tst_main_window::LookIsRemembered() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   desktop.Window().resize(700, 500);
   desktop.List().setColumnWidth(0, 321);
   desktop.List().sortByColumn(1, Qt::DescendingOrder);
   // Another node in between has a look of its own.
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().columnWidth(0) != 321);
-  desktop.Restart().ChooseNode(host::NodeProvincias);
+  desktop.Restart().ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.Window().size(), QSize(700, 500));
   QCOMPARE(desktop.List().columnWidth(0), 321);
   QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
@@ -251,7 +252,7 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Geometria"_s, QByteArray("nada"));
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   for (const int width : desktop.List().ColumnWidths()) {
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
@@ -265,7 +266,7 @@ void tst_main_window::EndWaitsForTheDialog() {
     desktop.Bridge().End();
     QCOMPARE(ended.size(), 0);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.Action("accModificar").trigger();
   QCOMPARE(ended.size(), 1);
   desktop.Action("accModificar").trigger();

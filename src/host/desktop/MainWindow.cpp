@@ -5,6 +5,8 @@
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 #include "ui_MainWindow.h"
 
 #include <QCoreApplication>
@@ -108,19 +110,19 @@ void MainWindow::Add() {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
     return;
   }
-  ShowDialog(m_node->id, ActionAgregar, 0, 0);
+  ShowDialog(m_node->id, cConstAccion().Agregar(), 0, 0);
   SelectAdded(highest);
 }
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    ShowDialog(m_node->id, ActionModificar, SelectedId(), 0);
+    ShowDialog(m_node->id, cConstAccion().Modificar(), SelectedId(), 0);
   }
 }
 
 void MainWindow::NewBranch() {
-  if (m_node != nullptr && m_node->id == NodeBancos && SelectedId() != 0) {
-    ShowDialog(NodeSucursales, ActionAgregar, 0, SelectedId());
+  if (m_node != nullptr && m_node->id == cConstNodo().Bancos() && SelectedId() != 0) {
+    ShowDialog(cConstNodo().Sucursales(), cConstAccion().Agregar(), 0, SelectedId());
   }
 }
 
@@ -233,8 +235,8 @@ void MainWindow::UpdateState() {
   m_ui->accAgregar->setEnabled(m_node != nullptr && m_node->canAdd);
   m_ui->accModificar->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
   m_ui->accEliminar->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
-  m_ui->accNuevaSucursal->setVisible(m_node != nullptr && m_node->id == NodeBancos);
-  m_ui->accNuevaSucursal->setEnabled(m_node != nullptr && m_node->id == NodeBancos && selected == 1);
+  m_ui->accNuevaSucursal->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
+  m_ui->accNuevaSucursal->setEnabled(m_node != nullptr && m_node->id == cConstNodo().Bancos() && selected == 1);
   m_ui->accActualizar->setEnabled(m_node != nullptr);
   m_ui->lblAciertos->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->listaRegistros->SetEmptyText(EmptyText());
