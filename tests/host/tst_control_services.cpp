@@ -87,7 +87,7 @@ class tst_control_services : public QObject {
 void tst_control_services::init() {
   m_session = {};
   m_session.title = u"Benefactores"_s;
-  m_session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
+  m_session.settingsFile = m_folder.filePath(u"settings.ini"_s);
   host::RegisterClasses(m_session);
   m_api = automation::CreateObject(u"kelapi.CPRINCIPAL"_s);
 }

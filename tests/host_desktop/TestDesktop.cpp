@@ -16,7 +16,7 @@ TestDesktop::TestDesktop(database::Content content) : database(content) {
   qputenv("KEL_CLASES", database.Path(u"clases.ini"_s).toLocal8Bit());
   m_session.connection = &database.Connection();
   m_session.title = u"Kel"_s;
-  m_session.settingsFile = database.Path(u"anchos.ini"_s);
+  m_session.settingsFile = database.Path(u"widths.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   m_bridge = std::make_unique<host::ComponentBridge>(*m_services, database.Connection());
@@ -44,11 +44,11 @@ host::MainWindow& TestDesktop::Restart() {
 }
 
 host::RecordList& TestDesktop::List() {
-  return *Window().findChild<host::RecordList*>(u"listaRegistros"_s);
+  return *Window().findChild<host::RecordList*>(u"recordList"_s);
 }
 
 QLineEdit& TestDesktop::SearchBox() {
-  return *Window().findChild<QLineEdit*>(u"txtBuscar"_s);
+  return *Window().findChild<QLineEdit*>(u"txtSearch"_s);
 }
 
 QAction& TestDesktop::Action(const char* name) {

@@ -65,7 +65,7 @@ void tst_deletion::NothingHappensWithoutYes() {
   AddHeadings(desktop, {u"Una"_s});
   desktop.Window().ChooseNode(cConstNodo().Cabeceras());
   desktop.driver.Answer(QMessageBox::No);
-  desktop.Action("accEliminar").trigger();
+  desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|pregunta|¿Desea eliminar la cabecera «Una»?"_s));
   QVERIFY(FakeComponent::Requests().isEmpty());
 }
@@ -83,7 +83,7 @@ void tst_deletion::QuestionNamesRecordAndDependents() {
   desktop.List().SelectRecord(bank);
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("accEliminar").trigger();
+  desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.TakeBoxes(),
            (QStringList{u"Kel|pregunta|¿Desea eliminar el banco «0001 Banco Uno»?|Se marcarán también como eliminados: "
                         "2 sucursales."_s,
@@ -101,7 +101,7 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
   desktop.List().selectAll();
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("accEliminar").trigger();
+  desktop.Action("actDelete").trigger();
   const QStringList boxes = desktop.TakeBoxes();
   QCOMPARE(boxes.size(), 2);
   QCOMPARE(boxes.constLast(),
@@ -120,7 +120,7 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
   desktop.driver.Answer(QMessageBox::Yes);
-  desktop.Action("accEliminar").trigger();
+  desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.TakeBoxes().size(), 1);
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({third}));
 }

@@ -80,11 +80,11 @@ void tst_main_window::RequestsOfTheWindow() {
   desktop.Window().ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().SelectRecord(35));
   QTest::keyClick(&desktop.List(), Qt::Key_Return);
-  desktop.Action("accModificar").trigger();
-  desktop.Action("accAgregar").trigger();
+  desktop.Action("actModify").trigger();
+  desktop.Action("actAdd").trigger();
   desktop.Window().ChooseNode(cConstNodo().Bancos());
   const int bank = desktop.List().SelectedIds().constFirst();
-  desktop.Action("accNuevaSucursal").trigger();
+  desktop.Action("actNewBranch").trigger();
   const QStringList expected = {u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=20 accion=1 id=0 aux=0 Tablas\\Países"_s,
@@ -100,7 +100,7 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
   });
   desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
   QCOMPARE(desktop.List().Records().IdAt(desktop.List().Records().rowCount() - 1), 35);
 }
@@ -112,7 +112,7 @@ void tst_main_window::AddedRecordIsSelected() {
   });
   desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.SearchBox().setText(u"espa"_s);
-  desktop.Action("accAgregar").trigger();
+  desktop.Action("actAdd").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
   QVERIFY(desktop.List().currentIndex().isValid());
   QCOMPARE(desktop.SearchBox().text(), QString());
@@ -125,14 +125,14 @@ void tst_main_window::CancelledAdditionKeepsTheSelection() {
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
   desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
-  desktop.Action("accAgregar").trigger();
+  desktop.Action("actAdd").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
 }
 
 void tst_main_window::SearchCountsHits() {
   TestDesktop desktop;
   desktop.Window().ChooseNode(cConstNodo().Provincias());
-  const auto* hits = desktop.Window().findChild<QLabel*>(u"lblAciertos"_s);
+  const auto* hits = desktop.Window().findChild<QLabel*>(u"lblHits"_s);
   const int total = desktop.List().Records().TotalCount();
   QCOMPARE(hits->text(), u"%1 registros"_s.arg(total));
   QTest::keyClicks(&desktop.SearchBox(), u"avila"_s);
@@ -151,12 +151,12 @@ void tst_main_window::FailedDialogLosesNothing() {
   desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|No cabe el 100%1 de «%2»"
                                             "\n\nError 438 · Origen: frmPais"_s));
   QCOMPARE(desktop.database.Query(u"SELECT Nombre FROM Paises WHERE IDPais=35"), QStringList(u"España"_s));
   FakeComponent::Register({});
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
 }
 
@@ -168,13 +168,13 @@ void tst_main_window::LostDatabaseIsFoundAgain() {
   QVERIFY(QFile::rename(file, file + u".x"_s));
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("accActualizar").trigger();
+  desktop.Action("actRefresh").trigger();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
   desktop.Window().ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
-  desktop.Action("accActualizar").trigger();
+  desktop.Action("actRefresh").trigger();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
   QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
@@ -198,7 +198,7 @@ void tst_main_window::MissingComponentIsExplained() {
   file.close();
   desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("accAgregar").trigger();
+  desktop.Action("actAdd").trigger();
   const QString text = desktop.TakeBoxes().join(u'\n');
   QVERIFY2(text.contains(mentioned) && text.contains(u"kel-host registrar"_s), qPrintable(text));
   QVERIFY(desktop.List().Records().TotalCount() > 0);
@@ -207,10 +207,10 @@ void tst_main_window::MissingComponentIsExplained() {
 void tst_main_window::WhatANodeAllows_data() {
   QTest::addColumn<int>("node");
   QTest::addColumn<QString>("allowed");
-  QTest::newRow("Bancos") << cConstNodo().Bancos() << u"accAgregar accModificar accEliminar accNuevaSucursal"_s;
-  QTest::newRow("Paises") << cConstNodo().Paises() << u"accAgregar accModificar accEliminar"_s;
-  QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"accModificar"_s;
-  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"accEliminar"_s;
+  QTest::newRow("Bancos") << cConstNodo().Bancos() << u"actAdd actModify actDelete actNewBranch"_s;
+  QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
+  QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
+  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
 }
 
 void tst_main_window::WhatANodeAllows() {
@@ -219,7 +219,7 @@ void tst_main_window::WhatANodeAllows() {
   AddBank(desktop);
   desktop.Window().ChooseNode(node);
   QStringList allowed;
-  for (const char* name : {"accAgregar", "accModificar", "accEliminar", "accNuevaSucursal"}) {
+  for (const char* name : {"actAdd", "actModify", "actDelete", "actNewBranch"}) {
     if (desktop.Action(name).isEnabled()) {
       allowed.append(QLatin1StringView(name));
     }
@@ -267,9 +267,9 @@ void tst_main_window::EndWaitsForTheDialog() {
     QCOMPARE(ended.size(), 0);
   });
   desktop.Window().ChooseNode(cConstNodo().Paises());
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(ended.size(), 1);
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
 }
 

@@ -169,24 +169,11 @@ void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
 }
 
 void InsertFiles(adodb::Connection& connection) {
-  const std::pair<QString, QString> files[] = {
-      {u"Bancos"_s, u"demo_bancos.tsv"_s},
-      {u"Sucursales"_s, u"demo_sucursales.tsv"_s},
-      {u"Presentadores"_s, u"demo_presentadores.tsv"_s},
-      {u"Emisores"_s, u"demo_emisores.tsv"_s},
-      {u"Cuentas"_s, u"demo_cuentas.tsv"_s},
-      {u"Emisores_Cuentas"_s, u"demo_emisores_cuentas.tsv"_s},
-      {u"Cobradores"_s, u"demo_cobradores.tsv"_s},
-      {u"TipoDonativos"_s, u"demo_tipos_donativos.tsv"_s},
-      {u"Deduccion_Comunidad"_s, u"demo_deducciones_comunidad.tsv"_s},
-      {u"TipoPublicaciones"_s, u"demo_publicaciones.tsv"_s},
-      {u"Cabeceras"_s, u"demo_cabeceras.tsv"_s},
-      {u"ETIQUETAS"_s, u"demo_etiquetas.tsv"_s},
-      {u"EtiquetasCampos"_s, u"demo_etiquetas_campos.tsv"_s},
-      {u"CartasModelo"_s, u"demo_cartas.tsv"_s},
-  };
-  for (const auto& [table, file] : files) {
-    InsertSeedFile(connection, table, file);
+  for (const QString& table :
+       {u"Bancos"_s, u"Sucursales"_s, u"Presentadores"_s, u"Emisores"_s, u"Cuentas"_s, u"Emisores_Cuentas"_s,
+        u"Cobradores"_s, u"TipoDonativos"_s, u"Deduccion_Comunidad"_s, u"TipoPublicaciones"_s, u"Cabeceras"_s,
+        u"ETIQUETAS"_s, u"EtiquetasCampos"_s, u"CartasModelo"_s}) {
+    InsertSeedFile(connection, u"demonstration"_s, table);
   }
 }
 

@@ -8,18 +8,18 @@
 using namespace Qt::StringLiterals;
 
 static void InitializeResources() {
-  Q_INIT_RESOURCE(semilla);
+  Q_INIT_RESOURCE(seed);
 }
 
 using adodb::Verbatim;
 
 namespace database {
 
-void InsertSeedFile(adodb::Connection& connection, const QString& table, const QString& fileName) {
+void InsertSeedFile(adodb::Connection& connection, const QString& folder, const QString& table) {
   InitializeResources();
-  QFile file(u":/kel/semilla/"_s + fileName);
+  QFile file(u":/kel/seed/%1/%2.tsv"_s.arg(folder, table));
   if (!file.open(QIODevice::ReadOnly)) {
-    throw BadSchema(0, u"falta el archivo de datos %1"_s.arg(fileName));
+    throw BadSchema(0, u"falta el archivo de datos de %1"_s.arg(table));
   }
   QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
   const QStringList columns = lines.takeFirst().split(u'\t');
@@ -28,7 +28,7 @@ void InsertSeedFile(adodb::Connection& connection, const QString& table, const Q
     ++number;
     QStringList values = line.split(u'\t');
     if (values.size() != columns.size()) {
-      throw BadSchema(number, u"sobran o faltan datos en %1"_s.arg(fileName));
+      throw BadSchema(number, u"sobran o faltan datos en %1"_s.arg(table));
     }
     for (QString& value : values) {
       value = adodb::StatementText(u"'{}'", value);

@@ -41,7 +41,7 @@ void ReadInstallation(adodb::Connection& connection, Session& session) {
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
 QString HelpFile() {
-  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/ayuda.html"_s);
+  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/help.html"_s);
   return file.exists() ? file.canonicalFilePath() : QString();
 }
 
