@@ -86,6 +86,34 @@ void tst_dialect::Statements_data() {
   Row("text against a key", "SELECT Nombre FROM Provincias WHERE IDProvincia='5'", "Ávila");
   Row("position in ORDER BY", "SELECT TOP 2 IDProvincia, Nombre FROM Provincias ORDER BY 1 DESC",
       "52|Melilla/51|Ceuta");
+  // Statements of one shape share what was prepared for the first, but for what belongs to the statement itself.
+  Row("another position in ORDER BY",
+      "SELECT IDProvincia, Nombre FROM Provincias WHERE IDProvincia IN (28,33) ORDER BY 1 ;; "
+      "SELECT IDProvincia, Nombre FROM Provincias WHERE IDProvincia IN (28,33) ORDER BY 2",
+      "33|Asturias/28|Madrid");
+  Row("the same position, other values",
+      "SELECT IDProvincia, Nombre FROM Provincias WHERE IDProvincia IN (28,33) ORDER BY 2 ;; "
+      "SELECT IDProvincia, Nombre FROM Provincias WHERE IDProvincia IN (8,1) ORDER BY 2",
+      "1|Álava/8|Barcelona");
+  Row("another position in the ORDER BY of a union",
+      "SELECT IDPais, Nombre FROM Paises WHERE IDPais=35 UNION SELECT IDProvincia, Nombre FROM Provincias WHERE "
+      "IDProvincia=28 ORDER BY 1 ;; SELECT IDPais, Nombre FROM Paises WHERE IDPais=35 UNION SELECT IDProvincia, Nombre "
+      "FROM Provincias WHERE IDProvincia=28 ORDER BY 2",
+      "35|España/28|Madrid");
+  Row("another position in GROUP BY",
+      "INSERT INTO Cabeceras(Linea1,Linea2) VALUES('x','p') ;; INSERT INTO Cabeceras(Linea1,Linea2) VALUES('x','q') ;; "
+      "SELECT Linea1, Linea2, COUNT(*) FROM Cabeceras GROUP BY 1 ;; "
+      "SELECT Linea1, Linea2, COUNT(*) FROM Cabeceras GROUP BY 2",
+      "x|p|1/x|q|1");
+  Row("another number of rows",
+      "SELECT TOP 2 IDProvincia FROM Provincias ORDER BY IDProvincia ;; "
+      "SELECT TOP 3 IDProvincia FROM Provincias ORDER BY IDProvincia",
+      "1/2/3");
+  Row("another sign, another kind of number",
+      "SELECT COUNT(*) FROM Provincias WHERE IDProvincia>=-1 ;; SELECT COUNT(*) FROM Provincias WHERE "
+      "IDProvincia>=-1.5 "
+      ";; SELECT COUNT(*) FROM Provincias WHERE IDProvincia>='51,5'",
+      "1");
   Row("alias in ORDER BY", "SELECT IDProvincia AS n FROM Provincias WHERE IDProvincia<3 ORDER BY n DESC", "2/1");
   Row("union",
       "SELECT codpais FROM provincias WHERE Provincias.Codpais=35 AND  Eliminado=0 UNION "
@@ -110,6 +138,8 @@ void tst_dialect::Statements_data() {
       "INSERT INTO Donativos(Importe) VALUES('1.000,0001') ;; SELECT SUM(Importe) AS s FROM Donativos WHERE "
       "(SELECT SUM(Importe) FROM Donativos)='1.000,3001'",
       "1000,3001");
+  Row("the sum of no amounts",
+      "SELECT SUM(Importe) FROM Paises LEFT JOIN Donativos ON Donativos.CodColaborador=Paises.IDPais", "NULL");
   Row("arithmetic with a text",
       "INSERT INTO Suscripciones(NumeroEjemplares) VALUES(3) ;; UPDATE Suscripciones SET Importe = NumeroEjemplares * "
       "'1.234,10' WHERE IDSuscripcion IN (SELECT IDSuscripcion FROM Suscripciones) ;; SELECT Importe FROM "
@@ -166,6 +196,10 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.Importe", "'abc'", "error 13");
   row("Suscripciones.Importe", "''", "error 13");
   row("Suscripciones.Importe", "'1E300'", "error 6");
+  row("Suscripciones.Importe", "-922337203685477", "-922337203685477");
+  row("Suscripciones.Importe", "922337203685478", "error 6");
+  row("Suscripciones.Importe", "'-922.337.203.685.478'", "error 6");
+  row("Suscripciones.Importe", "NumeroEjemplares * 922337203685478", "error 6");
   row("Suscripciones.Importe", "1E999", "error 6");
   row("Suscripciones.Importe", "NULL", "error -2147217873");
   row("Suscripciones.NumeroEjemplares", "'2,5'", "2");
@@ -256,6 +290,9 @@ void tst_dialect::TextsAreKept_data() {
   same("marks of the cache", u"\x01\x02"_s);
   same("long", QString(10000, u'ñ'));
   row("lone high surrogate", u"a"_s + QChar(0xD83D) + u"b"_s, u"a"_s + QChar(0xFFFD) + u"b"_s);
+  row("high surrogates before a pair", QString(QChar(0xD83D)) + u"😀"_s, QString(QChar(0xFFFD)) + u"😀"_s);
+  row("a pair the wrong way round", QString(QChar(0xDE00)) + QChar(0xD83D), QString(2, QChar(0xFFFD)));
+  row("two low surrogates", QString(2, QChar(0xDE00)), QString(2, QChar(0xFFFD)));
   row("lone low surrogate", QString(QChar(0xDC00)), QString(QChar(0xFFFD)));
 }
 

@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -35,6 +36,7 @@ class tst_preparation : public QObject {
   void ForeignFiles_data();
   void ForeignFiles();
   void ADamagedPageIsReported();
+  void TriggersOfAHostileFileDoNotRun();
   void AnImpossibleFolder();
   void WithoutPermission();
   void TwoProcessesPrepareTheSame();
@@ -218,6 +220,18 @@ void tst_preparation::ADamagedPageIsReported() {
   const QString error = u"error %1"_s.arg(int(database::DatabaseDamaged));
   QCOMPARE(RowsOf(Text(), u"SELECT CodigoISO FROM Paises"_s), error);
   QCOMPARE(RowsOf(Text(), u"INSERT INTO Paises(Nombre) VALUES('x')"_s), error);
+}
+
+void tst_preparation::TriggersOfAHostileFileDoNotRun() {
+  QCOMPARE(Prepare(), 0);
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path()).constData(), &engine), SQLITE_OK);
+  const int made = sqlite3_exec(engine, "CREATE TRIGGER t AFTER INSERT ON Bancos BEGIN DELETE FROM Paises; END",
+                                nullptr, nullptr, nullptr);
+  sqlite3_close(engine);
+  QCOMPARE(made, SQLITE_OK);
+  QCOMPARE(RowsOf(Text(), u"INSERT INTO Bancos(Nombre) VALUES('x')"_s), QString());
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
 }
 
 void tst_preparation::AnImpossibleFolder() {

@@ -9,10 +9,14 @@
 #include "platform/automation/Invoke.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QMessageBox>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -132,7 +136,9 @@ class tst_record_locks : public QObject {
   void LockOfAKilledProcessIsTakenOver();
   void LocksThatCannotBeJudgedStay_data();
   void LocksThatCannotBeJudgedStay();
-  void LockFromBeforeARebootIsTakenOver();
+  void EveryPartOfTheStartCounts_data();
+  void EveryPartOfTheStartCounts();
+  void AZombieHasEnded();
   void WithoutAConnection();
   void DatabaseErrorsPass();
 
@@ -231,6 +237,7 @@ void tst_record_locks::AnotherProcessIsRefused() {
   Holder holder(m_database->ConnectionString(), 2);
   QCOMPARE(holder.Held(), QList<int>{2});
   // The same user in two programs is two holders.
+  user.Unlock(2);
   QVERIFY(!user.Lock(2));
   QCOMPARE(user.Session().lastRefusal->process.processId, int(holder.Id()));
 }
@@ -278,7 +285,6 @@ void tst_record_locks::LocksThatCannotBeJudgedStay_data() {
   QTest::newRow("no machine") << u"Equipo=NULL"_s;
   QTest::newRow("no start") << u"InicioProceso=''"_s;
   QTest::newRow("foreign start") << u"InicioProceso='12:30'"_s;
-  QTest::newRow("another machine of the same name") << u"InicioProceso='m b n 1'"_s;
 }
 
 void tst_record_locks::LocksThatCannotBeJudgedStay() {
@@ -292,15 +298,46 @@ void tst_record_locks::LocksThatCannotBeJudgedStay() {
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
 
-void tst_record_locks::LockFromBeforeARebootIsTakenOver() {
+// The parts of the start, of which one is another than this process's.
+void tst_record_locks::EveryPartOfTheStartCounts_data() {
+  QTest::addColumn<int>("part");
+  QTest::addColumn<bool>("taken");
+  QTest::newRow("another machine of the same name") << 0 << false;
+  QTest::newRow("before the last boot") << 1 << true;
+  QTest::newRow("another namespace of process numbers") << 2 << false;
+  QTest::newRow("an earlier process of the same number") << 3 << true;
+}
+
+void tst_record_locks::EveryPartOfTheStartCounts() {
+  QFETCH(int, part);
   User user(m_database->ConnectionString(), 1, u"Ana"_s);
   QVERIFY(user.Lock(1));
   QStringList start = host::CurrentProcess().start.split(u' ');
   QCOMPARE(start.size(), 4);
   QVERIFY(host::CurrentProcess().start.size() <= 40);
-  start[1] = u"00000000"_s;
+  start[part] = u"0000"_s;
   m_database->Execute(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='{}'", start.join(u' '));
-  QVERIFY(user.Lock(1));
+  QTEST(user.Lock(1), "taken");
+}
+
+// It only waits for its parent to take notice.
+void tst_record_locks::AZombieHasEnded() {
+  const pid_t child = fork();
+  if (child == 0) {
+    _exit(0);
+  }
+  siginfo_t ended = {};
+  QCOMPARE(waitid(P_PID, id_t(child), &ended, WEXITED | WNOWAIT), 0);
+  QFile stat(u"/proc/%1/stat"_s.arg(child));
+  QVERIFY(stat.open(QIODevice::ReadOnly));
+  constexpr int startField = 21;
+  host::ProcessIdentity zombie = host::CurrentProcess();
+  zombie.processId = child;
+  QStringList start = zombie.start.split(u' ');
+  start[3] = QString::fromLatin1(stat.readAll().split(' ').value(startField));
+  zombie.start = start.join(u' ');
+  QVERIFY(host::HasEnded(zombie, host::CurrentProcess()));
+  waitpid(child, nullptr, 0);
 }
 
 void tst_record_locks::WithoutAConnection() {

@@ -3,11 +3,27 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
+#include <QFile>
+
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace support {
+
+namespace {
+
+// A database of that content, one for the whole program: a copy costs less than preparing another.
+QString PreparedFile(database::Content content) {
+  static const QTemporaryDir folder;
+  const QString file = folder.filePath(QString::number(static_cast<int>(content)));
+  if (!QFile::exists(file)) {
+    database::PrepareDatabase(database::ConnectionStringForFile(file), content);
+  }
+  return file;
+}
+
+}  // namespace
 
 QStringList Rows(adodb::Connection& connection, const QString& statement) {
   QStringList lines;
@@ -33,7 +49,9 @@ QString Outcome(adodb::Connection& connection, const QString& statement) {
 }
 
 TestDatabase::TestDatabase(database::Content content) {
-  database::PrepareDatabase(ConnectionString(), content);
+  if (!QFile::copy(PreparedFile(content), Path())) {
+    throw std::runtime_error("no test database");
+  }
   m_connection = Connect();
 }
 
