@@ -115,10 +115,7 @@ void tst_dialect::Statements_data() {
       ";; SELECT COUNT(*) FROM Provincias WHERE IDProvincia>='51,5'",
       "1");
   Row("alias in ORDER BY", "SELECT IDProvincia AS n FROM Provincias WHERE IDProvincia<3 ORDER BY n DESC", "2/1");
-  Row("union",
-      "SELECT codpais FROM provincias WHERE Provincias.Codpais=35 AND  Eliminado=0 UNION "
-      "SELECT codpais FROM Colaboradores WHERE Colaboradores.codpais=35 AND  Eliminado=0",
-      "35");
+  Row("distinct", "SELECT DISTINCT CodPais AS Pais FROM Provincias", "35");
   Row("maximum of an empty table", "SELECT MAX(Bancos.IDBanco) AS MaxID FROM Bancos", "NULL");
   Row("trailing semicolon", "SELECT 1 ; ", "1");
   Row("in and between",
@@ -138,6 +135,13 @@ void tst_dialect::Statements_data() {
       "INSERT INTO Donativos(Importe) VALUES('1.000,0001') ;; SELECT SUM(Importe) AS s FROM Donativos WHERE "
       "(SELECT SUM(Importe) FROM Donativos)='1.000,3001'",
       "1000,3001");
+  Row("counts and sums of groups",
+      "INSERT INTO Suscripciones(CodTipoSuscripcion,Importe) VALUES(2,'1,5') ;; "
+      "INSERT INTO Suscripciones(CodTipoSuscripcion,Importe) VALUES(2,'2') ;; "
+      "INSERT INTO Suscripciones(CodTipoSuscripcion,Importe) VALUES(1,'7') ;; "
+      "SELECT CodTipoSuscripcion, COUNT(*) AS Contador, SUM(Importe) AS Total FROM Suscripciones WHERE Eliminado = "
+      "0GROUP BY CodTipoSuscripcion HAVING COUNT(*)>1",
+      "2|2|3,5");
   Row("the sum of no amounts",
       "SELECT SUM(Importe) FROM Paises LEFT JOIN Donativos ON Donativos.CodColaborador=Paises.IDPais", "NULL");
   Row("arithmetic with a text",
