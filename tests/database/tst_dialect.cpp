@@ -122,7 +122,14 @@ void tst_dialect::Statements_data() {
       "SELECT IDProvincia FROM Provincias WHERE Nombre IN ('MADRID','soria') AND IDProvincia "
       "BETWEEN 1 AND '50' ORDER BY IDProvincia",
       "28/42");
-  Row("like folds every case", "SELECT IDPais FROM Paises WHERE Nombre LIKE 'ESPAÑ_' OR Nombre LIKE '%PAÑ%'", "35");
+  Row("like folds every case", "SELECT IDPais FROM Paises WHERE Nombre LIKE '%PAÑ%'", "35");
+  Row("like one character", "SELECT IDPais FROM Paises WHERE Nombre LIKE 'ESPAÑ_' OR Nombre LIKE 'españa_'", "35");
+  Row("a value before its column", "SELECT IDProvincia FROM Provincias WHERE 51<IDProvincia", "52");
+  Row("texts of a subquery",
+      "SELECT COUNT(*) FROM Usuarios WHERE (SELECT Nombre FROM Paises WHERE IDPais=35) IN ('ESPAÑA ') AND "
+      "(SELECT Nombre FROM Paises WHERE IDPais=35) BETWEEN 'ESPAÑA' AND 'españa' AND "
+      "(SELECT Nombre FROM Paises WHERE IDPais=35)='ESPAÑA'",
+      "1");
   Row("not", "SELECT COUNT(*) FROM Provincias WHERE NOT Eliminado AND NOT (IDProvincia<>5)", "1");
   Row("exists", "SELECT IDPais FROM Paises WHERE EXISTS (SELECT IDProvincia FROM Provincias WHERE CodPais=IDPais)",
       "35");
@@ -159,7 +166,8 @@ void tst_dialect::Statements_data() {
       ";; SELECT Importe FROM Donativos",
       "1234,5");
   Row("plus joins texts", "SELECT Nombre + ' y ' + 'más' FROM Paises WHERE IDPais=35", "España y más");
-  Row("null in a concatenation", "SELECT Nombre & NULL & 5 FROM Paises WHERE IDPais=35", "España5");
+  Row("null in a concatenation", "SELECT Nombre & NULL & 5, NULL & Nombre FROM Paises WHERE IDPais=35",
+      "España5|España");
   Row("iif and nz",
       "SELECT IIF(IDPais=35, 'sí', 'no'), NZ(NULL, 'vacío'), LEN(Nombre), LEFT(Nombre, 2) FROM Paises "
       "WHERE IDPais=35",

@@ -293,9 +293,20 @@ void tst_preparation::AKilledProgramLeavesNothingHalfWritten() {
 
 void tst_preparation::OtherOrderingRulesRebuildTheIndexes() {
   QCOMPARE(Prepare(), 0);
-  OpenRaw(Path()).Run("UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'");
+  const auto backwards = [](void*, int firstSize, const void* first, int secondSize, const void* second) {
+    return -QByteArrayView(static_cast<const char*>(first), firstSize)
+                .compare(QByteArrayView(static_cast<const char*>(second), secondSize));
+  };
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path()).constData(), &engine), SQLITE_OK);
+  QCOMPARE(sqlite3_create_collation(engine, "kel_es", SQLITE_UTF8, nullptr, backwards), SQLITE_OK);
+  QCOMPARE(sqlite3_exec(engine, "REINDEX kel_es; UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'", nullptr, nullptr,
+                        nullptr),
+           SQLITE_OK);
+  sqlite3_close(engine);
+  QVERIFY(OpenRaw(Path()).Value("PRAGMA integrity_check") != "ok");
   QCOMPARE(RowsOf(Text(), u"SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'"_s), u"35"_s);
-  QVERIFY(OpenRaw(Path()).Value("SELECT Valor FROM KelMotor WHERE Nombre='ICU'") != "0.0");
+  QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
 }
 
 void tst_preparation::ReadOnlyAccess() {

@@ -275,6 +275,13 @@ void tst_control_services::WidthsComeBack() {
   QCOMPARE(loaded.columnWidth(1), 152);
   QCOMPARE(loaded.columnWidth(2), QTableView().horizontalHeader()->defaultSectionSize());
 
+  QTableView hidden;
+  hidden.setModel(&model);
+  hidden.setColumnHidden(0, true);
+  Call(m_api.get(), "CargarAnchos", &hidden, key, u"frmBanco"_s);
+  hidden.setColumnHidden(0, false);
+  QVERIFY(hidden.columnWidth(0) != 61);
+
   QTableView other;
   other.setModel(&model);
   Call(m_api.get(), "CargarAnchos", &other, key, u"frmOtro"_s);

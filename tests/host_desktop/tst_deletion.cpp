@@ -19,14 +19,17 @@ int LiveHeadings(const TestDesktop& desktop) {
   return desktop.database.Id(u"SELECT COUNT(*) FROM Cabeceras WHERE Eliminado=0");
 }
 
-// Marks a heading as the component does, but refuses the one named "En uso" and fails at the one named "Falla".
+// Marks a heading as the component does, but refuses the one named "En uso", fails at the one named "Falla" and loses
+// the row of the one named "Z".
 void DeleteHeading(adodb::Connection& connection, int id) {
   const QString name =
       adodb::Execute(connection, u"SELECT Nombre FROM Cabeceras WHERE IDCabecera={}", id)->Field(0).toString();
   if (name == u"Falla"_s) {
     throw automation::Error(-2147217887, u"La base de datos está bloqueada"_s);
   }
-  if (name != u"En uso"_s) {
+  if (name == u"Z"_s) {
+    adodb::Execute(connection, u"DELETE FROM Cabeceras WHERE IDCabecera={}", id);
+  } else if (name != u"En uso"_s) {
     adodb::Execute(connection, u"UPDATE Cabeceras SET Eliminado=-1 WHERE IDCabecera={}", id);
   }
 }

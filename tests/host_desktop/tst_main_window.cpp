@@ -154,7 +154,8 @@ void tst_main_window::FailedDialogLosesNothing() {
   desktop.Action("actModify").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|No cabe el 100%1 de «%2»"
                                             "\n\nError 438 · Origen: frmPais"_s));
-  QCOMPARE(desktop.database.Query(u"SELECT Nombre FROM Paises WHERE IDPais=35"), QStringList(u"España"_s));
+  QCOMPARE(support::Outcome(desktop.database.Connection(), u"SELECT Nombre FROM Paises WHERE IDPais=35"_s),
+           u"España"_s);
   FakeComponent::Register({});
   desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
