@@ -3,6 +3,7 @@
 
 #include "database/Database.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 #include "support/Race.h"
 
@@ -15,6 +16,8 @@
 #include <cstdio>
 #include <vector>
 
+using adodb::StatementText;
+using adodb::Verbatim;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,9 +40,11 @@ void Check(sqlite3* engine, int code) {
 }
 
 QString InsertText(int i) {
-  return u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
-         "VALUES(%1,'%2','Oficina %1','Calle de la Constitución, %2','Alcalá de Henares','28801',28,35)"_s.arg(i)
-             .arg(i % 10000, 4, 10, QLatin1Char('0'));
+  const QString code = QString::number(i % 10000).rightJustified(4, u'0');
+  return StatementText(
+      u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) "
+      u"VALUES({0},'{1}','Oficina {0}','Calle de la Constitución, {1}','Alcalá de Henares','28801',28,35)",
+      Verbatim{QString::number(i)}, code);
 }
 
 void RunText(sqlite3* engine, const QByteArray& text) {
@@ -201,11 +206,12 @@ void FillSubscriptions(const database::SqliteHandle& handle) {
 }
 
 QString PriceText(const QString& price) {
-  return u"UPDATE Suscripciones SET Importe = NumeroEjemplares * %1 WHERE IDSuscripcion IN (SELECT "
-         "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN "
-         "TipoPublicaciones ON Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) "
-         "ON Colaboradores.IDColaborador = Suscripciones.CodColaborador WHERE CodPais = 35 AND "
-         "IDTipoPublicacion = 1)"_s.arg(price);
+  return StatementText(
+      u"UPDATE Suscripciones SET Importe = NumeroEjemplares * {} WHERE IDSuscripcion IN (SELECT "
+      u"Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN TipoPublicaciones ON "
+      u"Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) ON Colaboradores.IDColaborador = "
+      u"Suscripciones.CodColaborador WHERE CodPais = 35 AND IDTipoPublicacion = 1)",
+      Verbatim{price});
 }
 
 void BenchUpdate(Contestants& both) {

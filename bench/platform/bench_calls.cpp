@@ -18,7 +18,7 @@ class Service : public QObject {
   Q_OBJECT
 
  public:
-  Q_INVOKABLE int Sumar(int first, int second) { return first + second; }
+  Q_INVOKABLE int Add(int first, int second) { return first + second; }
   Q_INVOKABLE QString BloqueoRegistro(QObject* object, const QString& form, const QString& column, int id, bool& held) {
     held = object != nullptr;
     return form + column + QString::number(id);
@@ -29,12 +29,12 @@ class Service : public QObject {
 
 int main() {
   Service service;
-  const automation::Method sum(&service, "Sumar");
+  const automation::Method sum(&service, "Add");
   std::vector<bench::Contestant> short_calls{
       {"by name",
        [&] {
          for (int i = 0; i < calls; ++i) {
-           automation::Call(&service, "sumar", i, 1);
+           automation::Call(&service, "add", i, 1);
          }
        }},
       {"resolved method",

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 static void InitializeResources() {
-  Q_INIT_RESOURCE(esquema);
+  Q_INIT_RESOURCE(schema);
 }
 
 namespace database {
@@ -23,10 +23,9 @@ struct TypeName {
 };
 
 constexpr TypeName typeNames[] = {
-    {u"clave", ColumnType::Key},        {u"id", ColumnType::Id},
-    {u"texto", ColumnType::Text},       {u"memo", ColumnType::LongText},
-    {u"booleano", ColumnType::Boolean}, {u"entero", ColumnType::Integer},
-    {u"decimal", ColumnType::Decimal},  {u"importe", ColumnType::Money},
+    {u"key", ColumnType::Key},           {u"id", ColumnType::Id},           {u"text", ColumnType::Text},
+    {u"longtext", ColumnType::LongText}, {u"boolean", ColumnType::Boolean}, {u"integer", ColumnType::Integer},
+    {u"decimal", ColumnType::Decimal},   {u"money", ColumnType::Money},
 };
 
 // Reads one line at a time; every problem is reported with its line.
@@ -42,11 +41,11 @@ class DescriptionReader {
     }
     const int since = TakeSince(words);
     const QString kind = words.takeFirst();
-    if (kind == u"tabla" && words.size() == 1) {
+    if (kind == u"table" && words.size() == 1) {
       AddTable(words.first(), since);
-    } else if (kind == u"columna" && (words.size() == 2 || (words.size() == 3 && words.last() == u"nulo"))) {
+    } else if (kind == u"column" && (words.size() == 2 || (words.size() == 3 && words.last() == u"null"))) {
       AddColumn(words[0], words[1], words.size() == 3, since);
-    } else if ((kind == u"indice" || kind == u"unico" || kind == u"unico_vivo") && !words.isEmpty()) {
+    } else if ((kind == u"index" || kind == u"unique" || kind == u"unique_live") && !words.isEmpty()) {
       AddIndex(words, kind, since);
     } else {
       throw BadSchema(m_line, u"no se entiende"_s);
@@ -62,9 +61,9 @@ class DescriptionReader {
   }
 
   int TakeSince(QStringList& words) {
-    const QString mark = u"desde="_s;
+    const QString mark = u"since="_s;
     if (!words.last().startsWith(mark)) {
-      return m_tables.empty() || words.first() == u"tabla" ? 1 : m_tables.back().since;
+      return m_tables.empty() || words.first() == u"table" ? 1 : m_tables.back().since;
     }
     bool isNumber = false;
     const int since = words.takeLast().mid(mark.size()).toInt(&isNumber);
@@ -119,8 +118,8 @@ class DescriptionReader {
     Index index;
     index.name = u"ix_"_s + table.name + u'_' + columns.join(u'_');
     index.columns = columns;
-    index.unique = kind != u"indice";
-    index.liveOnly = kind == u"unico_vivo";
+    index.unique = kind != u"index";
+    index.liveOnly = kind == u"unique_live";
     index.since = since;
     table.indexes.push_back(std::move(index));
   }
@@ -163,7 +162,7 @@ Schema Schema::Parse(QStringView description) {
 const Schema& Schema::Current() {
   static const Schema schema = [] {
     InitializeResources();
-    QFile file(u":/kel/esquema/esquema.txt"_s);
+    QFile file(u":/kel/schema/schema.txt"_s);
     if (!file.open(QIODevice::ReadOnly)) {
       throw BadSchema(0, u"falta la descripción"_s);
     }

@@ -63,7 +63,7 @@ class Schema {
   /// The schema of this version of the program.
   static const Schema& Current();
 
-  /// Reads a description (see schema/esquema.txt for its form). Raises InvalidSchema, naming the line, for a
+  /// Reads a description (see schema/schema.txt for its form). Raises InvalidSchema, naming the line, for a
   /// description that is wrong; that is a fault of the program, not of its user.
   static Schema Parse(QStringView description);
 

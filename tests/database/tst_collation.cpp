@@ -13,9 +13,9 @@ class tst_collation : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void agreesWithTheFullRules();
-  void pairs_data();
-  void pairs();
+  void AgreesWithTheFullRules();
+  void Pairs_data();
+  void Pairs();
 };
 
 namespace {
@@ -30,7 +30,7 @@ int Compare(const QString& first, const QString& second) {
 
 }  // namespace
 
-void tst_collation::agreesWithTheFullRules() {
+void tst_collation::AgreesWithTheFullRules() {
   QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
   collator.setCaseSensitivity(Qt::CaseInsensitive);
   const QString characters = u"aAbnNoOzZñÑáÁüé0123 -_.,'\"ºªçßæ\u0303\u0301€"_s;
@@ -59,7 +59,7 @@ void tst_collation::agreesWithTheFullRules() {
   }
 }
 
-void tst_collation::pairs_data() {
+void tst_collation::Pairs_data() {
   QTest::addColumn<QString>("first");
   QTest::addColumn<QString>("second");
   QTest::addColumn<int>("order");
@@ -79,7 +79,7 @@ void tst_collation::pairs_data() {
   row("lluvia", "luz", -1);
 }
 
-void tst_collation::pairs() {
+void tst_collation::Pairs() {
   QFETCH(const QString, first);
   QFETCH(const QString, second);
   QTEST(Compare(first, second), "order");

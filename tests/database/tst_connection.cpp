@@ -1,10 +1,14 @@
 #include "database/ErrorNumbers.h"
-#include "database/TestDatabase.h"
 #include "database/sqlite/SqliteConnection.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
 using namespace Qt::StringLiterals;
 
 /// The connection and its recordsets: states, transactions, several at once, faults of the engine.
@@ -13,25 +17,25 @@ class tst_connection : public QObject {
 
  private Q_SLOTS:
   void init() { m_database = std::make_unique<TestDatabase>(); }
-  void connectionStrings_data();
-  void connectionStrings();
-  void statesOfTheConnection();
-  void recordsetErrors();
-  void recordsetsCloseWithTheirConnection();
-  void twoRecordsetsOfOneShape();
-  void readingGoesOnWhileWriting();
-  void transactions();
-  void aFailureLeavesTheTransactionOpen();
-  void closingRollsBack();
-  void aLostTransactionIsNotCommitted();
-  void aLockedDatabaseIsRefused();
-  void aStaleReadDoesNotBlockAWrite();
-  void affectedRows();
-  void repeatedLabels();
-  void constraints();
-  void hugeStatements_data();
-  void hugeStatements();
-  void manyShapes();
+  void ConnectionStrings_data();
+  void ConnectionStrings();
+  void StatesOfTheConnection();
+  void RecordsetErrors();
+  void RecordsetsCloseWithTheirConnection();
+  void TwoRecordsetsOfOneShape();
+  void ReadingGoesOnWhileWriting();
+  void Transactions();
+  void AFailureLeavesTheTransactionOpen();
+  void ClosingRollsBack();
+  void ALostTransactionIsNotCommitted();
+  void ALockedDatabaseIsRefused();
+  void AStaleReadBlocksNoWrite();
+  void AffectedRows();
+  void RepeatedLabels();
+  void Constraints();
+  void HugeStatements_data();
+  void HugeStatements();
+  void ManyShapes();
 
  private:
   std::unique_ptr<TestDatabase> m_database;
@@ -44,7 +48,7 @@ const QString countBanks = u"SELECT COUNT(*) FROM Bancos"_s;
 
 }  // namespace
 
-void tst_connection::connectionStrings_data() {
+void tst_connection::ConnectionStrings_data() {
   QTest::addColumn<QString>("text");
   QTest::addColumn<int>("number");
   const auto row = [](const char* text, int number) { QTest::newRow(text) << QString::fromUtf8(text) << number; };
@@ -62,13 +66,13 @@ void tst_connection::connectionStrings_data() {
   row("Archivo=a;Espera=mucho", database::InvalidConnectionString);
 }
 
-void tst_connection::connectionStrings() {
+void tst_connection::ConnectionStrings() {
   QFETCH(const QString, text);
   QTEST(ErrorOf([&] { database::CreateConnection(text); }), "number");
 }
 
-void tst_connection::statesOfTheConnection() {
-  auto connection = database::CreateConnection(m_database->Text());
+void tst_connection::StatesOfTheConnection() {
+  auto connection = database::CreateConnection(m_database->ConnectionString());
   QCOMPARE(connection->State(), int(adodb::StateClosed));
   QCOMPARE(ErrorOf([&] { connection->Execute(countBanks); }), 3704);
   QCOMPARE(ErrorOf([&] { connection->BeginTrans(); }), 3704);
@@ -78,13 +82,13 @@ void tst_connection::statesOfTheConnection() {
   QCOMPARE(ErrorOf([&] { connection->Open(); }), 3705);
   connection->Close();
   connection->Open();
-  QCOMPARE(Rows(*connection, countBanks), u"0"_s);
-  auto missing = database::CreateConnection(m_database->Text().replace(u"kel.db"_s, u"x"_s));
+  QCOMPARE(Outcome(*connection, countBanks), u"0"_s);
+  auto missing = database::CreateConnection(m_database->ConnectionString().replace(u"kel.db"_s, u"x"_s));
   QCOMPARE(ErrorOf([&] { missing->Open(); }), int(database::CannotOpen));
   QCOMPARE(missing->State(), int(adodb::StateClosed));
 }
 
-void tst_connection::recordsetErrors() {
+void tst_connection::RecordsetErrors() {
   const auto recordset = m_database->Connection().Execute(u"SELECT IDPais FROM Paises WHERE IDPais=35"_s);
   QCOMPARE(recordset->Field(u"idpais"), QVariant(35));
   QCOMPARE(ErrorOf([&] { recordset->Field(u"Nombre"); }), 3265);
@@ -103,7 +107,7 @@ void tst_connection::recordsetErrors() {
   QCOMPARE(ErrorOf([&] { written->AtEnd(); }), 3704);
 }
 
-void tst_connection::recordsetsCloseWithTheirConnection() {
+void tst_connection::RecordsetsCloseWithTheirConnection() {
   auto connection = m_database->Connect();
   const auto recordset = connection->Execute(u"SELECT Nombre FROM Paises"_s);
   connection->Close();
@@ -115,10 +119,13 @@ void tst_connection::recordsetsCloseWithTheirConnection() {
   QCOMPARE(second->State(), int(adodb::StateClosed));
 }
 
-void tst_connection::twoRecordsetsOfOneShape() {
-  const QString text = u"SELECT Nombre FROM Provincias WHERE IDProvincia>=%1 ORDER BY IDProvincia"_s;
-  const auto first = m_database->Connection().Execute(text.arg(28));
-  const auto second = m_database->Connection().Execute(text.arg(42));
+void tst_connection::TwoRecordsetsOfOneShape() {
+  const auto from = [this](int id) {
+    return adodb::Execute(m_database->Connection(),
+                          u"SELECT Nombre FROM Provincias WHERE IDProvincia>={} ORDER BY IDProvincia", id);
+  };
+  const auto first = from(28);
+  const auto second = from(42);
   QCOMPARE(first->Field(0).toString(), u"Madrid"_s);
   QCOMPARE(second->Field(0).toString(), u"Soria"_s);
   first->MoveNext();
@@ -126,19 +133,18 @@ void tst_connection::twoRecordsetsOfOneShape() {
   QCOMPARE(second->Field(0).toString(), u"Soria"_s);
 }
 
-void tst_connection::readingGoesOnWhileWriting() {
+void tst_connection::ReadingGoesOnWhileWriting() {
   adodb::Connection& connection = m_database->Connection();
   const auto recordset = connection.Execute(u"SELECT IDPais, Nombre FROM Paises ORDER BY Nombre"_s);
   int rows = 0;
   for (; !recordset->AtEnd(); recordset->MoveNext(), ++rows) {
-    connection.Execute(
-        u"UPDATE Paises SET Nombre='zz%1' WHERE IDPais=%2"_s.arg(rows).arg(recordset->Field(u"IDPais").toInt()));
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='zz' WHERE IDPais={}", recordset->Field(u"IDPais").toInt());
     QVERIFY(!recordset->Field(u"Nombre").toString().startsWith(u"zz"_s));
   }
   QCOMPARE(rows, 249);
 }
 
-void tst_connection::transactions() {
+void tst_connection::Transactions() {
   adodb::Connection& connection = m_database->Connection();
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::NoTransaction));
   QCOMPARE(ErrorOf([&] { connection.RollbackTrans(); }), int(database::NoTransaction));
@@ -146,17 +152,17 @@ void tst_connection::transactions() {
   QCOMPARE(ErrorOf([&] { connection.BeginTrans(); }), int(database::TransactionActive));
   connection.Execute(insertBank);
   const auto other = m_database->Connect();
-  QCOMPARE(Rows(*other, countBanks), u"0"_s);
+  QCOMPARE(Outcome(*other, countBanks), u"0"_s);
   connection.CommitTrans();
-  QCOMPARE(Rows(*other, countBanks), u"1"_s);
+  QCOMPARE(Outcome(*other, countBanks), u"1"_s);
   {
     adodb::Transaction transaction(connection);
     connection.Execute(insertBank);
   }
-  QCOMPARE(Rows(connection, countBanks), u"1"_s);
+  QCOMPARE(Outcome(connection, countBanks), u"1"_s);
 }
 
-void tst_connection::aFailureLeavesTheTransactionOpen() {
+void tst_connection::AFailureLeavesTheTransactionOpen() {
   adodb::Connection& connection = m_database->Connection();
   connection.BeginTrans();
   connection.Execute(insertBank);
@@ -165,37 +171,38 @@ void tst_connection::aFailureLeavesTheTransactionOpen() {
            int(database::ConstraintViolation));
   connection.Execute(insertBank);
   connection.CommitTrans();
-  QCOMPARE(Rows(connection, countBanks), u"2"_s);
+  QCOMPARE(Outcome(connection, countBanks), u"2"_s);
 }
 
-void tst_connection::closingRollsBack() {
+void tst_connection::ClosingRollsBack() {
   adodb::Connection& connection = m_database->Connection();
   connection.BeginTrans();
   connection.Execute(insertBank);
   connection.Close();
   connection.Open();
-  QCOMPARE(Rows(connection, countBanks), u"0"_s);
+  QCOMPARE(Outcome(connection, countBanks), u"0"_s);
   connection.BeginTrans();
   connection.RollbackTrans();
 }
 
-void tst_connection::aLostTransactionIsNotCommitted() {
+void tst_connection::ALostTransactionIsNotCommitted() {
   auto& connection = dynamic_cast<database::SqliteConnection&>(m_database->Connection());
   const int pages = connection.Handle().Value("PRAGMA page_count").toInt();
   connection.Handle().Run("PRAGMA max_page_count=" + QByteArray::number(pages + 2));
   connection.BeginTrans();
   connection.Execute(insertBank);
-  const QString big = u"INSERT INTO CartasModelo(Contenido) VALUES('%1')"_s.arg(QString(100000, u'x'));
-  QCOMPARE(ErrorOf([&] { connection.Execute(big); }), int(database::DiskFull));
+  const QString big(100000, u'x');
+  QCOMPARE(ErrorOf([&] { adodb::Execute(connection, u"INSERT INTO CartasModelo(Contenido) VALUES('{}')", big); }),
+           int(database::DiskFull));
   if (connection.Handle().IsAutocommit()) {
     QCOMPARE(ErrorOf([&] { connection.Execute(insertBank); }), int(database::TransactionLost));
     QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::TransactionLost));
-    QCOMPARE(Rows(connection, countBanks), u"0"_s);
+    QCOMPARE(Outcome(connection, countBanks), u"0"_s);
   } else {
     connection.CommitTrans();
-    QCOMPARE(Rows(connection, countBanks), u"1"_s);
+    QCOMPARE(Outcome(connection, countBanks), u"1"_s);
   }
-  QCOMPARE(Rows(connection, u"SELECT COUNT(*) FROM CartasModelo"_s), u"0"_s);
+  QCOMPARE(Outcome(connection, u"SELECT COUNT(*) FROM CartasModelo"_s), u"0"_s);
   // The engine undoes a transaction by itself after some errors; what follows must not be written on its own.
   connection.BeginTrans();
   connection.Handle().Run("ROLLBACK");
@@ -204,31 +211,41 @@ void tst_connection::aLostTransactionIsNotCommitted() {
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(database::NoTransaction));
 }
 
-void tst_connection::aLockedDatabaseIsRefused() {
-  const auto other = m_database->Connect();
-  other->BeginTrans();
-  other->Execute(insertBank);
-  adodb::Connection& connection = m_database->Connection();
-  QCOMPARE(ErrorOf([&] { connection.Execute(insertBank); }), int(database::DatabaseLocked));
-  QCOMPARE(ErrorOf([&] { connection.BeginTrans(); }), int(database::DatabaseLocked));
-  QCOMPARE(Rows(connection, countBanks), u"0"_s);
-  other->CommitTrans();
-  connection.Execute(insertBank);
-  QCOMPARE(Rows(connection, countBanks), u"2"_s);
+void tst_connection::ALockedDatabaseIsRefused() {
+  adodb::Connection& holder = m_database->Connection();
+  holder.BeginTrans();
+  holder.Execute(insertBank);
+  const auto connection = database::CreateConnection(m_database->ConnectionString() + u";Espera=50"_s);
+  connection->Open();
+  QCOMPARE(ErrorOf([&] { connection->Execute(insertBank); }), int(database::DatabaseLocked));
+  QCOMPARE(ErrorOf([&] { connection->BeginTrans(); }), int(database::DatabaseLocked));
+  QCOMPARE(Outcome(*connection, countBanks), u"0"_s);
+  holder.CommitTrans();
+  connection->Execute(insertBank);
+  QCOMPARE(Outcome(*connection, countBanks), u"2"_s);
 }
 
-void tst_connection::aStaleReadDoesNotBlockAWrite() {
+// The read began before another program wrote: it must neither stand in this one's way nor see what came later.
+void tst_connection::AStaleReadBlocksNoWrite() {
   adodb::Connection& connection = m_database->Connection();
-  const auto open = connection.Execute(u"SELECT Nombre FROM Paises ORDER BY IDPais"_s);
-  m_database->Connect()->Execute(insertBank);
-  connection.Execute(insertBank);
-  QCOMPARE(Rows(connection, countBanks), u"2"_s);
-  QCOMPARE(open->Field(0).toString(), u"Afganistán"_s);
-  open->MoveNext();
-  QCOMPARE(open->Field(0).toString(), u"Albania"_s);
+  for (const bool inTransaction : {false, true}) {
+    const auto open = connection.Execute(u"SELECT Nombre FROM Paises ORDER BY IDPais"_s);
+    m_database->Execute(u"UPDATE Paises SET Nombre='otro' WHERE IDPais=3");
+    if (inTransaction) {
+      connection.BeginTrans();
+    }
+    connection.Execute(insertBank);
+    if (inTransaction) {
+      connection.CommitTrans();
+    }
+    QCOMPARE(open->Field(0).toString(), u"Afganistán"_s);
+    open->MoveNext();
+    QCOMPARE(open->Field(0).toString(), u"Albania"_s);
+  }
+  QCOMPARE(Outcome(connection, countBanks), u"2"_s);
 }
 
-void tst_connection::affectedRows() {
+void tst_connection::AffectedRows() {
   adodb::Connection& connection = m_database->Connection();
   connection.Execute(u"UPDATE Provincias SET Eliminado=0 WHERE IDProvincia<=10"_s);
   QCOMPARE(connection.RecordsAffected(), 10);
@@ -236,7 +253,7 @@ void tst_connection::affectedRows() {
   QCOMPARE(connection.RecordsAffected(), 0);
 }
 
-void tst_connection::repeatedLabels() {
+void tst_connection::RepeatedLabels() {
   const auto recordset = m_database->Connection().Execute(
       u"SELECT Paises.Nombre, Provincias.Nombre, IDProvincia FROM Paises INNER JOIN Provincias ON "
       "Provincias.CodPais=Paises.IDPais WHERE IDProvincia=42"_s);
@@ -246,15 +263,17 @@ void tst_connection::repeatedLabels() {
   QCOMPARE(recordset->Field(1).toString(), u"Soria"_s);
 }
 
-void tst_connection::constraints() {
+void tst_connection::Constraints() {
   adodb::Connection& connection = m_database->Connection();
-  const QString lock = u"INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'%1',7)"_s;
-  connection.Execute(lock.arg(u"IDPais"_s));
-  QCOMPARE(ErrorOf([&] { connection.Execute(lock.arg(u"idpais"_s)); }), int(database::ConstraintViolation));
-  connection.Execute(lock.arg(u"IDBanco"_s));
+  const auto lock = [&](const char16_t* column) {
+    adodb::Execute(connection, u"INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'{}',7)", column);
+  };
+  lock(u"IDPais");
+  QCOMPARE(ErrorOf([&] { lock(u"idpais"); }), int(database::ConstraintViolation));
+  lock(u"IDBanco");
 }
 
-void tst_connection::hugeStatements_data() {
+void tst_connection::HugeStatements_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("rows");
   const auto repeated = [](const char* piece, int times) { return QString::fromUtf8(piece).repeated(times); };
@@ -272,16 +291,17 @@ void tst_connection::hugeStatements_data() {
                                    << u"error %1"_s.arg(int(database::StatementTooBig));
 }
 
-void tst_connection::hugeStatements() {
+void tst_connection::HugeStatements() {
   QFETCH(const QString, statement);
-  QTEST(Rows(m_database->Connection(), statement), "rows");
+  QTEST(Outcome(m_database->Connection(), statement), "rows");
 }
 
-void tst_connection::manyShapes() {
+void tst_connection::ManyShapes() {
   adodb::Connection& connection = m_database->Connection();
   const auto open = connection.Execute(u"SELECT Nombre FROM Paises ORDER BY IDPais"_s);
   for (int i = 0; i < 1000; ++i) {
-    QCOMPARE(Rows(connection, u"SELECT IDPais AS n%1 FROM Paises WHERE IDPais=35"_s.arg(i)), u"35"_s);
+    const QString shape = adodb::StatementText(u"SELECT IDPais AS n{} FROM Paises WHERE IDPais=35", i);
+    QCOMPARE(Outcome(connection, shape), u"35"_s);
   }
   open->MoveNext();
   QCOMPARE(open->Field(u"nombre").toString(), u"Albania"_s);

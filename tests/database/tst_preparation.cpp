@@ -1,7 +1,8 @@
 #include "database/ErrorNumbers.h"
-#include "database/TestDatabase.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
@@ -10,10 +11,15 @@
 #include <QProcess>
 #include <QTest>
 
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <csignal>
 
+using adodb::Verbatim;
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
 using namespace Qt::StringLiterals;
 
 /// Creating, migrating and refusing database files, and what faults of files do.
@@ -22,23 +28,24 @@ class tst_preparation : public QObject {
 
  private Q_SLOTS:
   void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-  void referenceData_data();
-  void referenceData();
-  void demonstrationIsConsistent();
-  void anOlderOneIsMigrated();
-  void aNewerOneIsLeftUntouched();
-  void foreignFiles_data();
-  void foreignFiles();
-  void aDamagedPageIsReported();
-  void anImpossibleFolder();
-  void withoutPermission();
-  void twoProcessesPrepareTheSame();
-  void aKilledProgramLeavesNothingHalfWritten();
-  void otherOrderingRulesRebuildTheIndexes();
-  void readOnlyAccess();
-  void awkwardPaths_data();
-  void awkwardPaths();
-  void preparingAgainChangesNothing();
+  void ReferenceData_data();
+  void ReferenceData();
+  void DemonstrationIsConsistent();
+  void AnOlderOneIsMigrated();
+  void ANewerOneIsLeftUntouched();
+  void ForeignFiles_data();
+  void ForeignFiles();
+  void ADamagedPageIsReported();
+  void TriggersOfAHostileFileDoNotRun();
+  void AnImpossibleFolder();
+  void WithoutPermission();
+  void TwoProcessesPrepareTheSame();
+  void AKilledProgramLeavesNothingHalfWritten();
+  void OtherOrderingRulesRebuildTheIndexes();
+  void ReadOnlyAccess();
+  void AwkwardPaths_data();
+  void AwkwardPaths();
+  void PreparingAgainChangesNothing();
 
  private:
   QString Path(const QString& name = u"kel.db"_s) const { return m_folder->path() + u'/' + name; }
@@ -72,12 +79,12 @@ database::SqliteHandle OpenRaw(const QString& path) {
 QString RowsOf(const QString& text, const QString& statement) {
   const auto connection = database::CreateConnection(text);
   const int error = ErrorOf([&] { connection->Open(); });
-  return error != 0 ? u"error %1"_s.arg(error) : Rows(*connection, statement);
+  return error != 0 ? u"error %1"_s.arg(error) : Outcome(*connection, statement);
 }
 
 }  // namespace
 
-void tst_preparation::referenceData_data() {
+void tst_preparation::ReferenceData_data() {
   QTest::addColumn<QString>("statement");
   QTest::addColumn<QString>("rows");
   const auto row = [](const char* statement, const char* rows) {
@@ -95,25 +102,24 @@ void tst_preparation::referenceData_data() {
   row("SELECT COUNT(*) FROM Diocesis LEFT JOIN Provincias ON CodProvincia=IDProvincia WHERE IDProvincia IS NULL", "0");
   row("SELECT Porcentaje FROM TipoDeducciones WHERE Eliminado=0 ORDER BY Porcentaje",
       "10/15/20/25/30/35/40/45/50/75/80");
-  row("SELECT Tipo, velumar FROM configuracion", "0|no");
-  row("SELECT Administrador FROM Usuarios WHERE IDUsuario=1", "si");
+  row("SELECT Tipo, velumar FROM configuracion", "0|Falso");
+  row("SELECT Administrador FROM Usuarios WHERE IDUsuario=1", "Verdadero");
   row("SELECT COUNT(*) FROM TipoCamposEtiquetas WHERE NombreCampo='[COLABORADORES].[NOMBRE]' AND "
       "NombreTabla='Colaboradores'",
       "1");
   row("SELECT COUNT(*) FROM Colaboradores", "0");
 }
 
-void tst_preparation::referenceData() {
+void tst_preparation::ReferenceData() {
   QFETCH(const QString, statement);
   static const TestDatabase database;
-  QTEST(RowsOf(database.Text(), statement), "rows");
+  QTEST(RowsOf(database.ConnectionString(), statement), "rows");
 }
 
-void tst_preparation::demonstrationIsConsistent() {
-  TestDatabase database(database::Content::Demonstration);
-  adodb::Connection& connection = database.Connection();
+void tst_preparation::DemonstrationIsConsistent() {
+  const TestDatabase database(database::Content::Demonstration);
   const auto count = [&](const char* table) {
-    return Rows(connection, u"SELECT COUNT(*) FROM %1"_s.arg(QLatin1String(table))).toInt();
+    return database.Id(u"SELECT COUNT(*) FROM {}", Verbatim{QString::fromLatin1(table)});
   };
   QVERIFY(count("Colaboradores") >= 250);
   for (const char* table : {"Bancos", "Sucursales", "Presentadores", "Emisores", "Cuentas", "Emisores_Cuentas",
@@ -128,15 +134,16 @@ void tst_preparation::demonstrationIsConsistent() {
       const QString key = target.columns.front().name;
       const database::Column* column = table.FindColumn(u"Cod"_s + key.mid(2));
       if (column != nullptr && &table != &target) {
-        QCOMPARE(Rows(connection, u"SELECT COUNT(*) FROM %1 WHERE %2<>0 AND %2 NOT IN (SELECT %3 FROM %4)"_s.arg(
-                                      table.name, column->name, key, target.name)),
-                 u"0"_s);
+        const int lost =
+            database.Id(u"SELECT COUNT(*) FROM {0} WHERE {1}<>0 AND {1} NOT IN (SELECT {2} FROM {3})",
+                        Verbatim{table.name}, Verbatim{column->name}, Verbatim{key}, Verbatim{target.name});
+        QVERIFY2(lost == 0, qPrintable(table.name + u'.' + column->name));
       }
     }
   }
 }
 
-void tst_preparation::anOlderOneIsMigrated() {
+void tst_preparation::AnOlderOneIsMigrated() {
   const database::Schema& schema = database::Schema::Current();
   QVERIFY(database::SchemaVersion() >= 2);
   {
@@ -149,7 +156,7 @@ void tst_preparation::anOlderOneIsMigrated() {
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::OlderDatabase));
   QCOMPARE(Prepare(), 0);
   QCOMPARE(RowsOf(Text(), u"SELECT codUsuario, campoID, ValorID, Equipo, Proceso FROM BloqueoRegistros"_s),
-           u"1|IDPais|5|null|0"_s);
+           u"1|IDPais|5|NULL|0"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
@@ -162,7 +169,7 @@ void tst_preparation::anOlderOneIsMigrated() {
   }
 }
 
-void tst_preparation::aNewerOneIsLeftUntouched() {
+void tst_preparation::ANewerOneIsLeftUntouched() {
   QCOMPARE(Prepare(), 0);
   OpenRaw(Path()).Run("PRAGMA user_version=" + QByteArray::number(database::SchemaVersion() + 1));
   const QByteArray before = Contents(Path());
@@ -171,7 +178,7 @@ void tst_preparation::aNewerOneIsLeftUntouched() {
   QVERIFY(Contents(Path()) == before);
 }
 
-void tst_preparation::foreignFiles_data() {
+void tst_preparation::ForeignFiles_data() {
   QTest::addColumn<QString>("kind");
   QTest::addColumn<int>("number");
   QTest::newRow("text") << u"text"_s << int(database::NotADatabase);
@@ -181,7 +188,7 @@ void tst_preparation::foreignFiles_data() {
   QTest::newRow("empty") << u"empty"_s << 0;
 }
 
-void tst_preparation::foreignFiles() {
+void tst_preparation::ForeignFiles() {
   QFETCH(const QString, kind);
   if (kind == u"text") {
     Write(Path(), QByteArray(5000, 'x'));
@@ -204,7 +211,7 @@ void tst_preparation::foreignFiles() {
   }
 }
 
-void tst_preparation::aDamagedPageIsReported() {
+void tst_preparation::ADamagedPageIsReported() {
   QCOMPARE(Prepare(), 0);
   const int root = OpenRaw(Path()).Value("SELECT rootpage FROM sqlite_schema WHERE name='Paises'").toInt();
   QByteArray bytes = Contents(Path());
@@ -215,7 +222,19 @@ void tst_preparation::aDamagedPageIsReported() {
   QCOMPARE(RowsOf(Text(), u"INSERT INTO Paises(Nombre) VALUES('x')"_s), error);
 }
 
-void tst_preparation::anImpossibleFolder() {
+void tst_preparation::TriggersOfAHostileFileDoNotRun() {
+  QCOMPARE(Prepare(), 0);
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path()).constData(), &engine), SQLITE_OK);
+  const int made = sqlite3_exec(engine, "CREATE TRIGGER t AFTER INSERT ON Bancos BEGIN DELETE FROM Paises; END",
+                                nullptr, nullptr, nullptr);
+  sqlite3_close(engine);
+  QCOMPARE(made, SQLITE_OK);
+  QCOMPARE(RowsOf(Text(), u"INSERT INTO Bancos(Nombre) VALUES('x')"_s), QString());
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
+}
+
+void tst_preparation::AnImpossibleFolder() {
   Write(Path(u"archivo"_s), "x");
   const QString text = database::ConnectionStringForFile(Path(u"archivo/dentro/kel.db"_s));
   QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(database::CannotOpen));
@@ -225,7 +244,7 @@ void tst_preparation::anImpossibleFolder() {
 }
 
 // The superuser may write everywhere, so the test gives up its rights while it tries.
-void tst_preparation::withoutPermission() {
+void tst_preparation::WithoutPermission() {
   QCOMPARE(Prepare(), 0);
   const QByteArray before = Contents(Path());
   const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
@@ -246,7 +265,7 @@ void tst_preparation::withoutPermission() {
   QVERIFY(Contents(Path()) == before);
 }
 
-void tst_preparation::twoProcessesPrepareTheSame() {
+void tst_preparation::TwoProcessesPrepareTheSame() {
   std::vector<std::unique_ptr<QProcess>> processes;
   for (int i = 0; i < 4; ++i) {
     processes.push_back(std::make_unique<QProcess>());
@@ -261,7 +280,7 @@ void tst_preparation::twoProcessesPrepareTheSame() {
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA journal_mode"), QByteArray("wal"));
 }
 
-void tst_preparation::aKilledProgramLeavesNothingHalfWritten() {
+void tst_preparation::AKilledProgramLeavesNothingHalfWritten() {
   QCOMPARE(Prepare(), 0);
   QProcess process;
   process.start(QCoreApplication::applicationFilePath(), {u"--die"_s, Text()});
@@ -272,14 +291,25 @@ void tst_preparation::aKilledProgramLeavesNothingHalfWritten() {
   QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
 }
 
-void tst_preparation::otherOrderingRulesRebuildTheIndexes() {
+void tst_preparation::OtherOrderingRulesRebuildTheIndexes() {
   QCOMPARE(Prepare(), 0);
-  OpenRaw(Path()).Run("UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'");
+  const auto backwards = [](void*, int firstSize, const void* first, int secondSize, const void* second) {
+    return -QByteArrayView(static_cast<const char*>(first), firstSize)
+                .compare(QByteArrayView(static_cast<const char*>(second), secondSize));
+  };
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path()).constData(), &engine), SQLITE_OK);
+  QCOMPARE(sqlite3_create_collation(engine, "kel_es", SQLITE_UTF8, nullptr, backwards), SQLITE_OK);
+  QCOMPARE(sqlite3_exec(engine, "REINDEX kel_es; UPDATE KelMotor SET Valor='0.0' WHERE Nombre='ICU'", nullptr, nullptr,
+                        nullptr),
+           SQLITE_OK);
+  sqlite3_close(engine);
+  QVERIFY(OpenRaw(Path()).Value("PRAGMA integrity_check") != "ok");
   QCOMPARE(RowsOf(Text(), u"SELECT IDPais FROM Paises WHERE Nombre='ESPAÑA'"_s), u"35"_s);
-  QVERIFY(OpenRaw(Path()).Value("SELECT Valor FROM KelMotor WHERE Nombre='ICU'") != "0.0");
+  QCOMPARE(OpenRaw(Path()).Value("PRAGMA integrity_check"), QByteArray("ok"));
 }
 
-void tst_preparation::readOnlyAccess() {
+void tst_preparation::ReadOnlyAccess() {
   QCOMPARE(Prepare(), 0);
   const QString text = Text() + u";Acceso=lectura"_s;
   database::PrepareDatabase(text, database::Content::Reference);
@@ -287,7 +317,7 @@ void tst_preparation::readOnlyAccess() {
   QCOMPARE(RowsOf(text, u"DELETE FROM Paises"_s), u"error %1"_s.arg(int(database::DatabaseReadOnly)));
 }
 
-void tst_preparation::awkwardPaths_data() {
+void tst_preparation::AwkwardPaths_data() {
   QTest::addColumn<QString>("name");
   for (const char* name : {"con blancos.db", "a;b=c.db", "comillas\"dobles'.db", "ñandú €.db",
                            ":memory:", "file:x?mode=ro", " blancos al final "}) {
@@ -295,14 +325,14 @@ void tst_preparation::awkwardPaths_data() {
   }
 }
 
-void tst_preparation::awkwardPaths() {
+void tst_preparation::AwkwardPaths() {
   QFETCH(const QString, name);
   database::PrepareDatabase(database::ConnectionStringForFile(Path(name)), database::Content::Reference);
   QVERIFY(QFile::exists(Path(name)));
   QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(name)), u"SELECT COUNT(*) FROM Usuarios"_s), u"1"_s);
 }
 
-void tst_preparation::preparingAgainChangesNothing() {
+void tst_preparation::PreparingAgainChangesNothing() {
   QCOMPARE(Prepare(), 0);
   const QByteArray before = Contents(Path());
   database::PrepareDatabase(Text(), database::Content::Demonstration);

@@ -1,4 +1,4 @@
-#include "ErrorOf.h"
+#include "support/ErrorOf.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
@@ -30,6 +30,7 @@
 using namespace Qt::StringLiterals;
 
 using automation::Call;
+using support::ErrorOf;
 
 namespace {
 
@@ -86,7 +87,7 @@ class tst_control_services : public QObject {
 void tst_control_services::init() {
   m_session = {};
   m_session.title = u"Benefactores"_s;
-  m_session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
+  m_session.settingsFile = m_folder.filePath(u"settings.ini"_s);
   host::RegisterClasses(m_session);
   m_api = automation::CreateObject(u"kelapi.CPRINCIPAL"_s);
 }
@@ -273,6 +274,13 @@ void tst_control_services::WidthsComeBack() {
   QCOMPARE(loaded.columnWidth(0), 61);
   QCOMPARE(loaded.columnWidth(1), 152);
   QCOMPARE(loaded.columnWidth(2), QTableView().horizontalHeader()->defaultSectionSize());
+
+  QTableView hidden;
+  hidden.setModel(&model);
+  hidden.setColumnHidden(0, true);
+  Call(m_api.get(), "CargarAnchos", &hidden, key, u"frmBanco"_s);
+  hidden.setColumnHidden(0, false);
+  QVERIFY(hidden.columnWidth(0) != 61);
 
   QTableView other;
   other.setModel(&model);

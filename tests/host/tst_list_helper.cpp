@@ -1,5 +1,5 @@
-#include "ErrorOf.h"
-#include "HostDatabase.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 using automation::Call;
 using automation::Ref;
+using support::ErrorOf;
 
 class tst_list_helper : public QObject {
   Q_OBJECT
@@ -46,7 +47,7 @@ class tst_list_helper : public QObject {
   QObject* Lists() const { return m_lists.get(); }
   void FillProvinces(QComboBox& combo) const;
 
-  std::unique_ptr<HostDatabase> m_database;
+  std::unique_ptr<support::TestDatabase> m_database;
   host::Session m_session;
   std::unique_ptr<QObject> m_lists;
   std::unique_ptr<QObject> m_api;
@@ -65,19 +66,19 @@ QStringList TextsOf(const QComboBox& combo) {
 }  // namespace
 
 void tst_list_helper::initTestCase() {
-  m_database = std::make_unique<HostDatabase>();
-  m_session.connection = m_database->Connection();
+  m_database = std::make_unique<support::TestDatabase>();
+  m_session.connection = &m_database->Connection();
   host::RegisterClasses(m_session);
   m_lists = automation::CreateObject(u"KELAPI.CLISTAS"_s);
   m_api = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0049', 'Banco Ñandú')");
-  m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0100', 'Banco Nuevo')");
-  m_database->Run("INSERT INTO Bancos (Numero, Nombre) VALUES('0200', 'banco central')");
-  m_database->Run("INSERT INTO Bancos (Numero, Nombre, Eliminado) VALUES('0300', 'Banco Cerrado', -1)");
-  m_database->Run("INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(1, '0001', 'Principal')");
-  m_database->Run("INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(1, '0002', 'Centro')");
-  m_database->Run("INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(2, '0001', 'De otro banco')");
-  m_database->Run("INSERT INTO Sucursales (codBanco, Codigo, Nombre, Eliminado) VALUES(1, '0003', 'Cerrada', -1)");
+  m_database->Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES('0049', 'Banco Ñandú')");
+  m_database->Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES('0100', 'Banco Nuevo')");
+  m_database->Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES('0200', 'banco central')");
+  m_database->Execute(u"INSERT INTO Bancos (Numero, Nombre, Eliminado) VALUES('0300', 'Banco Cerrado', -1)");
+  m_database->Execute(u"INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(1, '0001', 'Principal')");
+  m_database->Execute(u"INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(1, '0002', 'Centro')");
+  m_database->Execute(u"INSERT INTO Sucursales (codBanco, Codigo, Nombre) VALUES(2, '0001', 'De otro banco')");
+  m_database->Execute(u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Eliminado) VALUES(1, '0003', 'Cerrada', -1)");
 }
 
 void tst_list_helper::cleanupTestCase() {
@@ -294,9 +295,8 @@ void tst_list_helper::PostcodeFollowsProvince() {
 
 void tst_list_helper::FormattedAmountGoesBackIntoTheDatabase() {
   const QString amount = Call(m_api.get(), "FormatearAEuros", 1234.5).toString();
-  m_database->Run(
-      qPrintable(u"INSERT INTO TipoPublicaciones (Nombre, ImporteNacional) VALUES('Boletín', '%1')"_s.arg(amount)));
-  QCOMPARE(m_database->Value("SELECT ImporteNacional FROM TipoPublicaciones").toDouble(), 1234.5);
+  m_database->Execute(u"INSERT INTO TipoPublicaciones (Nombre, ImporteNacional) VALUES('Boletín', '{}')", amount);
+  QCOMPARE(m_database->Query(u"SELECT ImporteNacional FROM TipoPublicaciones"), QStringList(u"1234,5"_s));
 }
 
 KEL_TEST(tst_list_helper);

@@ -1,6 +1,6 @@
-#include "ErrorOf.h"
-#include "HostDatabase.h"
-#include "MessageCatcher.h"
+#include "support/Driver.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
@@ -9,9 +9,14 @@
 #include "platform/automation/Invoke.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QMessageBox>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -19,6 +24,8 @@ using namespace Qt::StringLiterals;
 
 using automation::Call;
 using automation::Ref;
+using support::ErrorOf;
+using support::TestDatabase;
 
 namespace {
 
@@ -119,7 +126,6 @@ class tst_record_locks : public QObject {
 
   void OneHolderAtATime();
   void OwnSecondTrySucceeds();
-  void OnlyTheOwnLockIsReleased();
   void RecordsAreApart();
   void HolderIsTold();
   void SessionConnectionServesWhereNoneIsGiven();
@@ -129,22 +135,26 @@ class tst_record_locks : public QObject {
   void LockOfAKilledProcessIsTakenOver();
   void LocksThatCannotBeJudgedStay_data();
   void LocksThatCannotBeJudgedStay();
-  void LockFromBeforeARebootIsTakenOver();
+  void EveryPartOfTheStartCounts_data();
+  void EveryPartOfTheStartCounts();
+  void AZombieHasEnded();
   void WithoutAConnection();
   void DatabaseErrorsPass();
 
  private:
-  std::unique_ptr<HostDatabase> m_database;
+  std::unique_ptr<TestDatabase> m_database;
 };
 
 void tst_record_locks::init() {
-  m_database = std::make_unique<HostDatabase>();
+  m_database = std::make_unique<TestDatabase>();
 }
 
 void tst_record_locks::OneHolderAtATime() {
   User first(m_database->ConnectionString(), 1, u"Ana"_s);
   User second(m_database->ConnectionString(), 2, u"Blas"_s);
   QVERIFY(first.Lock(5));
+  QVERIFY(!second.Lock(5));
+  second.Unlock(5);
   QVERIFY(!second.Lock(5));
   first.Unlock(5);
   QVERIFY(second.Lock(5));
@@ -155,18 +165,10 @@ void tst_record_locks::OwnSecondTrySucceeds() {
   User user(m_database->ConnectionString(), 1, u"D'Ors \"el bueno\""_s);
   QVERIFY(user.Lock(5));
   QVERIFY(user.Lock(5));
-  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 1);
+  QCOMPARE(m_database->Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 1);
   user.Unlock(5);
-  QCOMPARE(m_database->Value("SELECT COUNT(*) FROM BloqueoRegistros").toInt(), 0);
+  QCOMPARE(m_database->Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 0);
   user.Unlock(5);
-}
-
-void tst_record_locks::OnlyTheOwnLockIsReleased() {
-  User first(m_database->ConnectionString(), 1, u"Ana"_s);
-  User second(m_database->ConnectionString(), 2, u"Blas"_s);
-  QVERIFY(first.Lock(5));
-  second.Unlock(5);
-  QVERIFY(!second.Lock(5));
 }
 
 void tst_record_locks::RecordsAreApart() {
@@ -185,7 +187,8 @@ void tst_record_locks::HolderIsTold() {
   User second(m_database->ConnectionString(), 2, u"Blas"_s);
   second.Session().showRefusedLocks = true;
   QVERIFY(first.Lock(5));
-  MessageCatcher catcher;
+  support::Driver driver;
+  driver.Answer(QMessageBox::Ok);
   QVERIFY(!second.Lock(5));
 
   const std::optional<host::LockHolder> holder = second.Session().lastRefusal;
@@ -195,19 +198,18 @@ void tst_record_locks::HolderIsTold() {
   QCOMPARE(holder->process, host::CurrentProcess());
   QVERIFY(qAbs(holder->since.secsTo(QDateTime::currentDateTimeUtc())) < 600);
 
-  QCOMPARE(catcher.Messages().size(), std::size_t(1));
-  const MessageCatcher::Message& message = catcher.Messages().front();
-  QCOMPARE(message.title, u"Benefactores"_s);
-  QCOMPARE(message.icon, QMessageBox::Information);
-  QCOMPARE(message.format, Qt::PlainText);
-  QVERIFY(message.text.contains(u"Ana <b>Ruiz</b>"_s));
-  QVERIFY(message.text.contains(holder->process.machine));
-  QVERIFY(message.text.contains(holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+  const QStringList boxes = driver.TakeBoxes();
+  QCOMPARE(boxes.size(), 1);
+  QCOMPARE(boxes.constFirst(),
+           u"Benefactores|informacion|El registro lo está modificando «Ana <b>Ruiz</b>» en el equipo «%1» desde el %2."
+           "\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s.arg(
+               holder->process.machine, holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
 
   first.Unlock(5);
   QVERIFY(second.Lock(5));
   QVERIFY(!second.Session().lastRefusal.has_value());
-  QCOMPARE(catcher.Messages().size(), std::size_t(1));
+  QCOMPARE(driver.TakeBoxes(), QStringList());
 }
 
 void tst_record_locks::SessionConnectionServesWhereNoneIsGiven() {
@@ -228,6 +230,7 @@ void tst_record_locks::AnotherProcessIsRefused() {
   Holder holder(m_database->ConnectionString(), 2);
   QCOMPARE(holder.Held(), QList<int>{2});
   // The same user in two programs is two holders.
+  user.Unlock(2);
   QVERIFY(!user.Lock(2));
   QCOMPARE(user.Session().lastRefusal->process.processId, int(holder.Id()));
 }
@@ -265,7 +268,7 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
   QVERIFY(!user.Lock(1));
   holder.Kill();
   QVERIFY(user.Lock(1));
-  QCOMPARE(m_database->Value("SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1").toInt(), 1);
+  QCOMPARE(m_database->Id(u"SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1"), 1);
 }
 
 // Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
@@ -275,7 +278,6 @@ void tst_record_locks::LocksThatCannotBeJudgedStay_data() {
   QTest::newRow("no machine") << u"Equipo=NULL"_s;
   QTest::newRow("no start") << u"InicioProceso=''"_s;
   QTest::newRow("foreign start") << u"InicioProceso='12:30'"_s;
-  QTest::newRow("another machine of the same name") << u"InicioProceso='m b n 1'"_s;
 }
 
 void tst_record_locks::LocksThatCannotBeJudgedStay() {
@@ -284,20 +286,53 @@ void tst_record_locks::LocksThatCannotBeJudgedStay() {
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   holder.Kill();
-  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET "_s + assignment));
+  m_database->Execute(u"UPDATE BloqueoRegistros SET {}", adodb::Verbatim{assignment});
   QVERIFY(!user.Lock(1));
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
 
-void tst_record_locks::LockFromBeforeARebootIsTakenOver() {
+// The parts of the start that are others than this process's.
+void tst_record_locks::EveryPartOfTheStartCounts_data() {
+  QTest::addColumn<QList<int>>("parts");
+  QTest::addColumn<bool>("taken");
+  QTest::newRow("another machine of the same name") << QList{0, 3} << false;
+  QTest::newRow("before the last boot") << QList{1} << true;
+  QTest::newRow("another namespace of process numbers") << QList{2, 3} << false;
+  QTest::newRow("an earlier process of the same number") << QList{3} << true;
+}
+
+void tst_record_locks::EveryPartOfTheStartCounts() {
+  QFETCH(QList<int>, parts);
   User user(m_database->ConnectionString(), 1, u"Ana"_s);
   QVERIFY(user.Lock(1));
   QStringList start = host::CurrentProcess().start.split(u' ');
   QCOMPARE(start.size(), 4);
   QVERIFY(host::CurrentProcess().start.size() <= 40);
-  start[1] = u"00000000"_s;
-  m_database->Run(qPrintable(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='%1'"_s.arg(start.join(u' '))));
-  QVERIFY(user.Lock(1));
+  for (const int part : parts) {
+    start[part] = u"0000"_s;
+  }
+  m_database->Execute(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='{}'", start.join(u' '));
+  QTEST(user.Lock(1), "taken");
+}
+
+// It only waits for its parent to take notice.
+void tst_record_locks::AZombieHasEnded() {
+  const pid_t child = fork();
+  if (child == 0) {
+    _exit(0);
+  }
+  siginfo_t ended = {};
+  QCOMPARE(waitid(P_PID, id_t(child), &ended, WEXITED | WNOWAIT), 0);
+  QFile stat(u"/proc/%1/stat"_s.arg(child));
+  QVERIFY(stat.open(QIODevice::ReadOnly));
+  constexpr int startField = 21;
+  host::ProcessIdentity zombie = host::CurrentProcess();
+  zombie.processId = child;
+  QStringList start = zombie.start.split(u' ');
+  start[3] = QString::fromLatin1(stat.readAll().split(' ').value(startField));
+  zombie.start = start.join(u' ');
+  QVERIFY(host::HasEnded(zombie, host::CurrentProcess()));
+  waitpid(child, nullptr, 0);
 }
 
 void tst_record_locks::WithoutAConnection() {

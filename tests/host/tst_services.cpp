@@ -1,13 +1,14 @@
-#include "ErrorOf.h"
-#include "MessageCatcher.h"
+#include "support/Driver.h"
 #include "support/TestProgram.h"
 
 #include "host/services/Session.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
 
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -26,8 +27,6 @@ class tst_services : public QObject {
 
   void EveryObjectSharesTheSession();
   void TheRequestBelongsToOneObject();
-  void Members_data();
-  void Members();
   void ErrorIsShown();
   void TaxIdentifierThroughReferences();
   void Euros_data();
@@ -83,66 +82,15 @@ void tst_services::TheRequestBelongsToOneObject() {
   QCOMPARE(Get(fresh.get(), "IDAux").toInt(), 0);
 }
 
-void tst_services::Members_data() {
-  QTest::addColumn<QString>("progId");
-  QTest::addColumn<QByteArray>("name");
-  QTest::addColumn<int>("arguments");
-  const auto rows = [](const char* progId, std::initializer_list<std::pair<const char*, int>> members) {
-    for (const auto& [name, arguments] : members) {
-      QTest::newRow(name) << QString::fromLatin1(progId) << QByteArray(name) << arguments;
-    }
-  };
-  rows("KelAPI.cPrincipal", {{"BloqueoRegistro", 5},
-                             {"DesbloqueoRegistro", 4},
-                             {"BloquearControles", 1},
-                             {"establecercontrolcambioformulario", 1},
-                             {"controlcambioformulario", 1},
-                             {"SeleccionarTexto", 1},
-                             {"SeleccionarFila", 2},
-                             {"SalvarAnchos", 3},
-                             {"CargarAnchos", 3},
-                             {"VerError", 3},
-                             {"CIF_NIF_Valido", 3},
-                             {"Validar_NIF", 1},
-                             {"FormatearAEuros", 1},
-                             {"VerificarEuros", 4},
-                             {"SeleccionarCP_Provincia", 3}});
-  rows("KelApi.cListas", {{"RellenarCombo", 5},
-                          {"RellenarComboPais", 4},
-                          {"RellenarComboProvincias", 5},
-                          {"rellenarcombobancos", 4},
-                          {"rellenarcombosucursales", 5},
-                          {"LocalizarElementoLista", 2},
-                          {"CargarBancoSucursalCaja", 3},
-                          {"CargarBancoSucursalLista", 4}});
-}
-
-void tst_services::Members() {
-  QFETCH(QString, progId);
-  QFETCH(QByteArray, name);
-  QFETCH(int, arguments);
-  const auto object = automation::CreateObject(progId);
-  const automation::Method method(object.get(), name.toUpper());
-  std::vector<automation::Argument> tooFew(std::size_t(arguments - 1), automation::Argument(QVariant()));
-  std::vector<automation::Argument> tooMany(std::size_t(arguments + 1), automation::Argument(QVariant()));
-  QCOMPARE(ErrorOf([&] { method.Call(object.get(), tooFew); }), int(automation::ArgumentNotOptional));
-  QCOMPARE(ErrorOf([&] { method.Call(object.get(), tooMany); }), int(automation::WrongNumberOfArguments));
-}
-
 void tst_services::ErrorIsShown() {
-  MessageCatcher catcher;
-  automation::Err().Set(automation::Error(13, u"<b>No coinciden</b>"_s));
+  support::Driver driver;
+  driver.Answer(QMessageBox::Ok);
+  automation::Err().Set(automation::Error(13, u"<b>No coinciden</b> 100%1"_s));
   Call(m_api.get(), "VerError", u"Form Load"_s, u"Emisores"_s, u"KelConfiguracion"_s);
   automation::Err().Clear();
-  QCOMPARE(catcher.Messages().size(), std::size_t(1));
-  const MessageCatcher::Message& message = catcher.Messages().front();
-  QCOMPARE(message.title, u"Benefactores"_s);
-  QCOMPARE(message.icon, QMessageBox::Critical);
-  QCOMPARE(message.format, Qt::PlainText);
-  for (const QString& part :
-       {u"13"_s, u"<b>No coinciden</b>"_s, u"Form Load"_s, u"Emisores"_s, u"KelConfiguracion"_s}) {
-    QVERIFY2(message.text.contains(part), qPrintable(part));
-  }
+  QCOMPARE(driver.TakeBoxes(), QStringList(u"Benefactores|critico|Error 13: <b>No coinciden</b> 100%1\n\nOrigen: "
+                                           "KelConfiguracion / Emisores / Form Load"_s));
+  QCOMPARE(driver.TakeProblems(), QStringList());
 }
 
 void tst_services::TaxIdentifierThroughReferences() {

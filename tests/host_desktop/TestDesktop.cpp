@@ -1,6 +1,5 @@
 #include "TestDesktop.h"
 
-#include "database/Database.h"
 #include "platform/automation/ClassRegistry.h"
 
 #include <QCoreApplication>
@@ -8,26 +7,25 @@
 
 using namespace Qt::StringLiterals;
 
-TestDesktop::TestDesktop(bool demonstration) {
+TestDesktop::TestDesktop(database::Content content) : database(content) {
   // Neither the user's settings nor the user's class registry are touched.
   QCoreApplication::setOrganizationName(u"Kel"_s);
   QCoreApplication::setApplicationName(u"kel-host"_s);
   QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
-  qputenv("KEL_CLASES", Path(u"clases.ini"_s).toLocal8Bit());
-  const QString database = database::ConnectionStringForFile(Path(u"kel.db"_s));
-  database::PrepareDatabase(database, demonstration ? database::Content::Demonstration : database::Content::Reference);
-  m_connection = database::CreateConnection(database);
-  m_connection->Open();
-  m_session.connection = m_connection.get();
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, database.Path(u"."_s));
+  qputenv("KEL_CLASES", database.Path(u"clases.ini"_s).toLocal8Bit());
+  m_session.connection = &database.Connection();
   m_session.title = u"Kel"_s;
-  m_session.settingsFile = Path(u"anchos.ini"_s);
+  m_session.settingsFile = database.Path(u"widths.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, *m_connection);
+  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, database.Connection());
 }
 
 TestDesktop::~TestDesktop() {
+  for (const QString& problem : driver.TakeProblems()) {
+    qWarning("%s", qPrintable(problem));
+  }
   m_window.reset();
   host::UnregisterClasses();
 }
@@ -46,21 +44,13 @@ host::MainWindow& TestDesktop::Restart() {
 }
 
 host::RecordList& TestDesktop::List() {
-  return *Window().findChild<host::RecordList*>(u"listaRegistros"_s);
+  return *Window().findChild<host::RecordList*>(u"recordList"_s);
 }
 
 QLineEdit& TestDesktop::SearchBox() {
-  return *Window().findChild<QLineEdit*>(u"txtBuscar"_s);
+  return *Window().findChild<QLineEdit*>(u"txtSearch"_s);
 }
 
 QAction& TestDesktop::Action(const char* name) {
   return *Window().findChild<QAction*>(QLatin1StringView(name));
-}
-
-void TestDesktop::Execute(const QString& statement) {
-  m_connection->Execute(statement);
-}
-
-QVariant TestDesktop::Value(const QString& statement) {
-  return m_connection->Execute(statement)->Field(0);
 }

@@ -4,21 +4,21 @@
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/RecordList.h"
 #include "host/services/Session.h"
+#include "support/Driver.h"
+#include "support/TestDatabase.h"
 
 #include <QAction>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 #include <memory>
 
-/// The host's window on a fresh database in a folder of its own, with the program's own services.
+/// The host's window on a fresh database, with the program's own services and a driver for the boxes that appear.
 class TestDesktop {
  public:
-  /// `demonstration` fills the database with the invented organisation, too.
-  explicit TestDesktop(bool demonstration = false);
+  explicit TestDesktop(database::Content content = database::Content::Reference);
+  /// Warns of what the driver had to do that the test did not foresee.
   ~TestDesktop();
 
-  adodb::Connection& Connection() { return *m_connection; }
   host::ComponentBridge& Bridge() { return *m_bridge; }
   host::MainWindow& Window();
   /// Ends the window and opens it anew, as a new start of the program.
@@ -27,14 +27,13 @@ class TestDesktop {
   host::RecordList& List();
   QLineEdit& SearchBox();
   QAction& Action(const char* name);
-  QString Path(const QString& name) const { return m_folder.filePath(name); }
+  /// The boxes since the last time, and what went otherwise than the driver was told.
+  QStringList TakeBoxes() { return driver.TakeBoxes() + driver.TakeProblems(); }
 
-  void Execute(const QString& statement);
-  QVariant Value(const QString& statement);
+  const support::TestDatabase database;
+  support::Driver driver;
 
  private:
-  QTemporaryDir m_folder;
-  std::unique_ptr<adodb::Connection> m_connection;
   host::Session m_session;
   std::unique_ptr<QObject> m_services;
   std::unique_ptr<host::ComponentBridge> m_bridge;

@@ -1,4 +1,3 @@
-#include "BoxAnswers.h"
 #include "FakeComponent.h"
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
@@ -6,9 +5,11 @@
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
@@ -18,7 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString addBank = u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)"_s;
+void AddBank(const TestDesktop& desktop) {
+  desktop.database.Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('0001','Banco Uno',0)");
+}
 
 }  // namespace
 
@@ -59,45 +62,45 @@ void tst_main_window::EveryListIsRead_data() {
 
 void tst_main_window::EveryListIsRead() {
   QFETCH(int, id);
-  static TestDesktop desktop(true);
+  static const support::TestDatabase database(database::Content::Demonstration);
   const host::Node& node = *host::FindNode(id);
-  const host::RecordData records = host::ReadRecords(desktop.Connection(), node);
+  const host::RecordData records = host::ReadRecords(database.Connection(), node);
   QVERIFY(records.Size() > 0);
   QVERIFY(!records.Display(0, 0).isEmpty());
-  QVERIFY(host::HighestKey(desktop.Connection(), node) >= records.Id(0));
+  QVERIFY(host::HighestKey(database.Connection(), node) >= records.Id(0));
   // Statements of their own, which no other test reaches for every node.
-  host::CountDependents(desktop.Connection(), id, {records.Id(0)});
-  host::CountUses(desktop.Connection(), id, records.Id(0));
+  host::CountDependents(database.Connection(), id, {records.Id(0)});
+  host::CountUses(database.Connection(), id, records.Id(0));
 }
 
 void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;
-  desktop.Execute(addBank);
+  AddBank(desktop);
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().SelectRecord(35));
   QTest::keyClick(&desktop.List(), Qt::Key_Return);
-  desktop.Action("accModificar").trigger();
-  desktop.Action("accAgregar").trigger();
-  desktop.Window().ChooseNode(host::NodeBancos);
+  desktop.Action("actModify").trigger();
+  desktop.Action("actAdd").trigger();
+  desktop.Window().ChooseNode(cConstNodo().Bancos());
   const int bank = desktop.List().SelectedIds().constFirst();
-  desktop.Action("accNuevaSucursal").trigger();
+  desktop.Action("actNewBranch").trigger();
   const QStringList expected = {u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=20 accion=1 id=0 aux=0 Tablas\\Países"_s,
                                 u"PasarDatos nodo=0 accion=1 id=0 aux=%1 Entidades bancarias\\Bancos"_s.arg(bank)};
   QCOMPARE(FakeComponent::Requests(), expected);
-  QCOMPARE(desktop.Connection().State(), static_cast<int>(adodb::StateOpen));
+  QCOMPARE(desktop.database.Connection().State(), static_cast<int>(adodb::StateOpen));
 }
 
 void tst_main_window::ModifiedRecordIsShownAnew() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int id) {
-    connection.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=%1"_s.arg(id));
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais={}", id);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
   QCOMPARE(desktop.List().Records().IdAt(desktop.List().Records().rowCount() - 1), 35);
 }
@@ -105,12 +108,12 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
 void tst_main_window::AddedRecordIsSelected() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int) {
-    connection.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"_s);
+    adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.SearchBox().setText(u"espa"_s);
-  desktop.Action("accAgregar").trigger();
-  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.Value(u"SELECT MAX(IDPais) FROM Paises"_s).toInt()}));
+  desktop.Action("actAdd").trigger();
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
   QVERIFY(desktop.List().currentIndex().isValid());
   QCOMPARE(desktop.SearchBox().text(), QString());
 }
@@ -118,18 +121,18 @@ void tst_main_window::AddedRecordIsSelected() {
 void tst_main_window::CancelledAdditionKeepsTheSelection() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
-  desktop.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)"_s);
+  desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
-  desktop.Action("accAgregar").trigger();
+  desktop.Action("actAdd").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
 }
 
 void tst_main_window::SearchCountsHits() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodeProvincias);
-  const auto* hits = desktop.Window().findChild<QLabel*>(u"lblAciertos"_s);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  const auto* hits = desktop.Window().findChild<QLabel*>(u"lblHits"_s);
   const int total = desktop.List().Records().TotalCount();
   QCOMPARE(hits->text(), u"%1 registros"_s.arg(total));
   QTest::keyClicks(&desktop.SearchBox(), u"avila"_s);
@@ -142,39 +145,39 @@ void tst_main_window::FailedDialogLosesNothing() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int id) {
     connection.BeginTrans();
-    connection.Execute(u"UPDATE Paises SET Nombre='a medias' WHERE IDPais=%1"_s.arg(id));
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='a medias' WHERE IDPais={}", id);
     throw automation::Error(438, u"No cabe el 100%1 de «%2»"_s, u"frmPais"_s);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
-  BoxAnswers boxes;
-  desktop.Action("accModificar").trigger();
-  QCOMPARE(boxes.Texts().size(), 1);
-  QCOMPARE(boxes.Texts().constFirst(),
-           u"El cuadro de «Países» ha fallado. | No cabe el 100%1 de «%2»"
-           "\n\nError 438 · Origen: frmPais"_s);
-  QCOMPARE(desktop.Value(u"SELECT Nombre FROM Paises WHERE IDPais=35"_s).toString(), u"España"_s);
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.Action("actModify").trigger();
+  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|No cabe el 100%1 de «%2»"
+                                            "\n\nError 438 · Origen: frmPais"_s));
+  QCOMPARE(support::Outcome(desktop.database.Connection(), u"SELECT Nombre FROM Paises WHERE IDPais=35"_s),
+           u"España"_s);
   FakeComponent::Register({});
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
 }
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodePaises);
-  desktop.Connection().Close();
-  const QString file = desktop.Path(u"kel.db"_s);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.database.Connection().Close();
+  const QString file = desktop.database.Path(u"kel.db"_s);
   QVERIFY(QFile::rename(file, file + u".x"_s));
-  BoxAnswers boxes;
-  desktop.Action("accActualizar").trigger();
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.Action("actRefresh").trigger();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
-  desktop.Window().ChooseNode(host::NodeProvincias);
-  QCOMPARE(boxes.Texts().size(), 2);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
-  desktop.Action("accActualizar").trigger();
+  desktop.Action("actRefresh").trigger();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
-  QCOMPARE(boxes.Texts().size(), 2);
+  QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
 
 void tst_main_window::MissingComponentIsExplained_data() {
@@ -190,15 +193,14 @@ void tst_main_window::MissingComponentIsExplained() {
   QFETCH(QString, mentioned);
   TestDesktop desktop;
   FakeComponent::Unregister();
-  QFile file(desktop.Path(u"clases.ini"_s));
+  QFile file(desktop.database.Path(u"clases.ini"_s));
   QVERIFY(file.open(QIODevice::WriteOnly));
-  file.write((registry.contains(u'%') ? registry.arg(desktop.Path(u"kel.db"_s)) : registry).toUtf8());
+  file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
   file.close();
-  desktop.Window().ChooseNode(host::NodePaises);
-  BoxAnswers boxes;
-  desktop.Action("accAgregar").trigger();
-  QCOMPARE(boxes.Texts().size(), 1);
-  const QString text = boxes.Texts().constFirst();
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.Action("actAdd").trigger();
+  const QString text = desktop.TakeBoxes().join(u'\n');
   QVERIFY2(text.contains(mentioned) && text.contains(u"kel-host registrar"_s), qPrintable(text));
   QVERIFY(desktop.List().Records().TotalCount() > 0);
 }
@@ -206,19 +208,19 @@ void tst_main_window::MissingComponentIsExplained() {
 void tst_main_window::WhatANodeAllows_data() {
   QTest::addColumn<int>("node");
   QTest::addColumn<QString>("allowed");
-  QTest::newRow("Bancos") << int(host::NodeBancos) << u"accAgregar accModificar accEliminar accNuevaSucursal"_s;
-  QTest::newRow("Paises") << int(host::NodePaises) << u"accAgregar accModificar accEliminar"_s;
-  QTest::newRow("Encabezados") << int(host::NodeEncabezados) << u"accModificar"_s;
-  QTest::newRow("Usuarios") << int(host::NodeUsuarios) << u"accEliminar"_s;
+  QTest::newRow("Bancos") << cConstNodo().Bancos() << u"actAdd actModify actDelete actNewBranch"_s;
+  QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
+  QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
+  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
 }
 
 void tst_main_window::WhatANodeAllows() {
   QFETCH(int, node);
   TestDesktop desktop;
-  desktop.Execute(addBank);
+  AddBank(desktop);
   desktop.Window().ChooseNode(node);
   QStringList allowed;
-  for (const char* name : {"accAgregar", "accModificar", "accEliminar", "accNuevaSucursal"}) {
+  for (const char* name : {"actAdd", "actModify", "actDelete", "actNewBranch"}) {
     if (desktop.Action(name).isEnabled()) {
       allowed.append(QLatin1StringView(name));
     }
@@ -228,14 +230,14 @@ void tst_main_window::WhatANodeAllows() {
 
 void tst_main_window::LookIsRemembered() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   desktop.Window().resize(700, 500);
   desktop.List().setColumnWidth(0, 321);
   desktop.List().sortByColumn(1, Qt::DescendingOrder);
   // Another node in between has a look of its own.
-  desktop.Window().ChooseNode(host::NodePaises);
+  desktop.Window().ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().columnWidth(0) != 321);
-  desktop.Restart().ChooseNode(host::NodeProvincias);
+  desktop.Restart().ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.Window().size(), QSize(700, 500));
   QCOMPARE(desktop.List().columnWidth(0), 321);
   QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
@@ -251,7 +253,7 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Geometria"_s, QByteArray("nada"));
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
-  desktop.Window().ChooseNode(host::NodeProvincias);
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
   for (const int width : desktop.List().ColumnWidths()) {
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
@@ -265,10 +267,10 @@ void tst_main_window::EndWaitsForTheDialog() {
     desktop.Bridge().End();
     QCOMPARE(ended.size(), 0);
   });
-  desktop.Window().ChooseNode(host::NodePaises);
-  desktop.Action("accModificar").trigger();
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.Action("actModify").trigger();
   QCOMPARE(ended.size(), 1);
-  desktop.Action("accModificar").trigger();
+  desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
 }
 

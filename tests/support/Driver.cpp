@@ -225,8 +225,12 @@ void Driver::OnShown(QDialog* dialog) {
 
 void Driver::OnMessageBox(QDialog* dialog) {
   auto* box = static_cast<QMessageBox*>(dialog);
-  const QString line = box->windowTitle() + u'|' + IconName(box->icon()) + u'|' + box->text();
+  const QString more = box->informativeText().isEmpty() ? QString() : u'|' + box->informativeText();
+  const QString line = box->windowTitle() + u'|' + IconName(box->icon()) + u'|' + box->text() + more;
   m_boxes.append(line);
+  if (box->textFormat() != Qt::PlainText) {
+    m_problems.append(QStringLiteral("not plain text: ") + line);
+  }
   const bool planned = !m_answers.isEmpty() && !m_answers.first().input;
   if (!planned) {
     m_problems.append(u"not foreseen: "_s + line);

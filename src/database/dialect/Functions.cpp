@@ -7,10 +7,10 @@ namespace {
 using Result = Function::Result;
 
 constexpr Function functions[] = {
-    {u"UCASE", 1, 1, u"kel_mayusculas(%1)", Result::Text, true},
-    {u"UPPER", 1, 1, u"kel_mayusculas(%1)", Result::Text, true},
-    {u"LCASE", 1, 1, u"kel_minusculas(%1)", Result::Text, true},
-    {u"LOWER", 1, 1, u"kel_minusculas(%1)", Result::Text, true},
+    {u"UCASE", 1, 1, u"kel_upper(%1)", Result::Text, true},
+    {u"UPPER", 1, 1, u"kel_upper(%1)", Result::Text, true},
+    {u"LCASE", 1, 1, u"kel_lower(%1)", Result::Text, true},
+    {u"LOWER", 1, 1, u"kel_lower(%1)", Result::Text, true},
     {u"TRIM", 1, 1, u"trim(%1)", Result::Text},
     {u"LTRIM", 1, 1, u"ltrim(%1)", Result::Text},
     {u"RTRIM", 1, 1, u"rtrim(%1)", Result::Text},

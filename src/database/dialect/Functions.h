@@ -27,15 +27,15 @@ bool IsFunctionName(QStringView name);
 
 /// Names of the functions that every engine provides to the statements written here.
 namespace engine {
-inline constexpr QStringView upper = u"kel_mayusculas";
-inline constexpr QStringView lower = u"kel_minusculas";
-inline constexpr QStringView toText = u"kel_texto";
-inline constexpr QStringView toNumber = u"kel_numero";
-inline constexpr QStringView toInteger = u"kel_entero";
+inline constexpr QStringView upper = u"kel_upper";
+inline constexpr QStringView lower = u"kel_lower";
+inline constexpr QStringView toText = u"kel_text";
+inline constexpr QStringView toNumber = u"kel_number";
+inline constexpr QStringView toInteger = u"kel_integer";
 inline constexpr QStringView toDecimal = u"kel_decimal";
-inline constexpr QStringView toMoney = u"kel_importe";
-inline constexpr QStringView toBoolean = u"kel_booleano";
-inline constexpr QStringView sumMoney = u"kel_suma";  ///< Aggregate: the exact sum of amounts.
+inline constexpr QStringView toMoney = u"kel_money";
+inline constexpr QStringView toBoolean = u"kel_boolean";
+inline constexpr QStringView sumMoney = u"kel_sum";  ///< Aggregate: the exact sum of amounts.
 inline constexpr QStringView collation = u"kel_es";
 }  // namespace engine
 

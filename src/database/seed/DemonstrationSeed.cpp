@@ -1,6 +1,7 @@
 #include "database/seed/Invented.h"
 #include "database/seed/Seed.h"
 #include "database/seed/SeedTable.h"
+#include "platform/adodb/Statement.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,100 +44,103 @@ constexpr Town towns[] = {{u"Madrid", u"28", 28},   {u"Alcalá de Henares", u"28
                           {u"Granada", u"18", 18},  {u"Ávila", u"05", 5},
                           {u"Bilbao", u"48", 48},   {u"Logroño", u"26", 26}};
 
-// An INSERT of texts; the columns' types say what becomes of them.
-void Insert(adodb::Connection& connection, const QString& start, const QStringList& values) {
-  QStringList quoted;
-  for (const QString& value : values) {
-    quoted += Quoted(value);
-  }
-  connection.Execute(start + u" VALUES ("_s + quoted.join(u',') + u')');
-}
-
 QString Amount(Invented& invented) {
   const int euros = 5 + 5 * invented.Number(60);
-  return u"%1,%2"_s.arg(euros).arg(invented.Chance(15) ? u"50"_s : u"00"_s);
+  return QString::number(euros) + (invented.Chance(15) ? u",50"_s : u",00"_s);
 }
 
 // The diocese of a province, the one of the same name where there are several; 0 for none.
 int DioceseOf(adodb::Connection& connection, int province) {
-  const auto found = connection.Execute(
-      u"SELECT TOP 1 IDDiocesis FROM Diocesis INNER JOIN Provincias ON CodProvincia=IDProvincia WHERE "
-      "IDProvincia=%1 ORDER BY IIF(Diocesis.Nombre=Provincias.Nombre, 0, 1), IDDiocesis"_s.arg(province));
+  const auto found = adodb::Execute(
+      connection,
+      u"SELECT TOP 1 IDDiocesis FROM Diocesis INNER JOIN Provincias ON CodProvincia=IDProvincia WHERE IDProvincia={} "
+      u"ORDER BY IIF(Diocesis.Nombre=Provincias.Nombre, 0, 1), IDDiocesis",
+      province);
   return found->AtEnd() ? 0 : found->Field(u"IDDiocesis").toInt();
 }
 
 int AbroadCountry(adodb::Connection& connection, Invented& invented) {
   constexpr const char16_t* countries[] = {u"Francia", u"Portugal", u"Italia", u"Alemania", u"Argentina", u"México"};
   const auto found =
-      connection.Execute(u"SELECT IDPais FROM Paises WHERE Nombre="_s + Quoted(invented.From(countries)));
+      adodb::Execute(connection, u"SELECT IDPais FROM Paises WHERE Nombre='{}'", invented.From(countries));
   return found->Field(u"IDPais").toInt();
 }
 
-QStringList Address(adodb::Connection& connection, Invented& invented) {
-  QString street = invented.From(streets);
-  street += u", "_s + QString::number(1 + invented.Number(90));
+struct Address {
+  QString street;
+  QString town;
+  QString postcode;
+  int province = 0;
+  int country = homeCountry;
+  int diocese = 0;
+};
+
+Address InventAddress(adodb::Connection& connection, Invented& invented) {
+  Address address;
+  address.street = invented.From(streets);
+  address.street += u", "_s + QString::number(1 + invented.Number(90));
   if (invented.Chance(6)) {
-    const int country = AbroadCountry(connection, invented);
-    return {street, u"Villanueva"_s, QString(), u"0"_s, QString::number(country), u"0"_s};
+    address.country = AbroadCountry(connection, invented);
+    address.town = u"Villanueva"_s;
+    return address;
   }
   const Town& town = towns[static_cast<std::size_t>(invented.Number(std::size(towns)))];
-  const QString postcode = QString::fromUtf16(town.postcode) + u"0"_s + invented.Digits(2);
-  return {street,
-          QString::fromUtf16(town.name),
-          postcode,
-          QString::number(town.province),
-          QString::number(homeCountry),
-          QString::number(DioceseOf(connection, town.province))};
+  address.town = QString::fromUtf16(town.name);
+  address.postcode = QString::fromUtf16(town.postcode) + u'0' + invented.Digits(2);
+  address.province = town.province;
+  address.diocese = DioceseOf(connection, town.province);
+  return address;
 }
 
+// Every invention is taken in a line of its own: the order of arguments would depend on the compiler.
 void InsertCollaborators(adodb::Connection& connection, Invented& invented) {
-  const QString start =
-      u"INSERT INTO Colaboradores (Direccion, Poblacion, CP, CodProvincia, codpais, CodDiocesis, Tratamiento, Nombre, "
-      "Apellido1, Apellido2, NIF, CodCobrador, CodEncabezado, FechaAlta)"_s;
   for (int i = 0; i < collaborators; ++i) {
     const bool isWoman = invented.Chance(55);
-    QStringList values = Address(connection, invented);
-    values += isWoman ? u"D.ª"_s : u"D."_s;
-    values += isWoman ? invented.From(womensNames) : invented.From(mensNames);
-    values += invented.From(surnames);
-    values += invented.From(surnames);
-    values += invented.Nif();
-    values += QString::number(invented.Chance(20) ? 1 + invented.Number(3) : 0);
-    values += QString::number(invented.Chance(80) ? 1 : 1 + invented.Number(headings));
-    values += invented.Date();
-    Insert(connection, start, values);
+    const Address address = InventAddress(connection, invented);
+    const QString name = isWoman ? invented.From(womensNames) : invented.From(mensNames);
+    const QString surname = invented.From(surnames);
+    const QString secondSurname = invented.From(surnames);
+    const QString nif = invented.Nif();
+    const int collector = invented.Chance(20) ? 1 + invented.Number(3) : 0;
+    const int heading = invented.Chance(80) ? 1 : 1 + invented.Number(headings);
+    const QString since = invented.Date();
+    adodb::Execute(connection,
+                   u"INSERT INTO Colaboradores (Direccion, Poblacion, CP, CodProvincia, codpais, CodDiocesis, "
+                   u"Tratamiento, Nombre, Apellido1, Apellido2, NIF, CodCobrador, CodEncabezado, FechaAlta) VALUES "
+                   u"('{}','{}','{}',{},{},{},'{}','{}','{}','{}','{}',{},{},'{}')",
+                   address.street, address.town, address.postcode, address.province, address.country, address.diocese,
+                   isWoman ? u"D.ª"_s : u"D."_s, name, surname, secondSurname, nif, collector, heading, since);
   }
 }
 
 void InsertAccounts(adodb::Connection& connection, Invented& invented) {
-  const QString start = u"INSERT INTO Colaboradores_Cuentas (CodColaborador, codSucursal, NumeroCuenta)"_s;
   for (int i = 1; i <= collaborators; ++i) {
     if (invented.Chance(60)) {
       const int branch = 1 + invented.Number(12);
-      Insert(connection, start, {QString::number(i), QString::number(branch), u"9100"_s + invented.Digits(16)});
+      adodb::Execute(connection,
+                     u"INSERT INTO Colaboradores_Cuentas (CodColaborador, codSucursal, NumeroCuenta) VALUES "
+                     u"({},{},'9100{}')",
+                     i, branch, invented.Digits(16));
     }
   }
 }
 
 void InsertDonations(adodb::Connection& connection, Invented& invented) {
-  const QString start =
-      u"INSERT INTO Donativos (CodColaborador, CodTipoDonativo, CodDeduccion_Comunidad, CodEmisor_Cuenta, Importe, "
-      "Fecha, TextoRecibo)"_s;
   for (int i = 0; i < 3 * collaborators; ++i) {
     const int collaborator = 1 + invented.Number(collaborators);
     const int kind = 1 + invented.Number(5);
     const int regional = invented.Chance(10) ? 1 + invented.Number(3) : 0;
     const QString amount = Amount(invented);
-    Insert(connection, start,
-           {QString::number(collaborator), QString::number(kind), QString::number(regional), u"1"_s, amount,
-            invented.Date(), u"Donativo a la Fundación Puente de Luz"_s});
+    const QString date = invented.Date();
+    adodb::Execute(connection,
+                   u"INSERT INTO Donativos (CodColaborador, CodTipoDonativo, CodDeduccion_Comunidad, "
+                   u"CodEmisor_Cuenta, Importe, Fecha, TextoRecibo) VALUES "
+                   u"({},{},{},1,'{}','{}','Donativo a la Fundación Puente de Luz')",
+                   collaborator, kind, regional, amount, date);
   }
 }
 
 void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
-  const QString start =
-      u"INSERT INTO Suscripciones (CodColaborador, CodTipoPublicacion, CodTipoSuscripcion, CodEmisor_Cuenta, "
-      "NumeroEjemplares, TextoRecibo, FechaAlta)"_s;
   for (int i = 1; i <= collaborators; ++i) {
     if (!invented.Chance(45)) {
       continue;
@@ -144,42 +148,32 @@ void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
     const int publication = 1 + invented.Number(3);
     const int kind = 1 + invented.Number(5);
     const int copies = invented.Chance(85) ? 1 : 2 + invented.Number(9);
-    Insert(connection, start,
-           {QString::number(i), QString::number(publication), QString::number(kind), u"2"_s, QString::number(copies),
-            u"Suscripción"_s, invented.Date()});
+    adodb::Execute(connection,
+                   u"INSERT INTO Suscripciones (CodColaborador, CodTipoPublicacion, CodTipoSuscripcion, "
+                   u"CodEmisor_Cuenta, NumeroEjemplares, TextoRecibo, FechaAlta) VALUES "
+                   u"({},{},{},2,{},'Suscripción','{}')",
+                   i, publication, kind, copies, invented.Date());
   }
   for (int publication = 1; publication <= 3; ++publication) {
-    for (const QString& price : {u"ImporteNacional"_s, u"ImporteExtranjero"_s}) {
-      connection.Execute(
-          u"UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT %1 FROM TipoPublicaciones WHERE "
-          "IDTipoPublicacion=%2) WHERE CodTipoPublicacion=%2 AND CodColaborador IN (SELECT IDColaborador "
-          "FROM Colaboradores WHERE codpais%3%4)"_s.arg(price)
-              .arg(publication)
-              .arg(price == u"ImporteNacional" ? u"="_s : u"<>"_s)
-              .arg(homeCountry));
-    }
+    adodb::Execute(connection,
+                   u"UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT ImporteNacional FROM "
+                   u"TipoPublicaciones WHERE IDTipoPublicacion={0}) WHERE CodTipoPublicacion={0} AND CodColaborador IN "
+                   u"(SELECT IDColaborador FROM Colaboradores WHERE codpais={1})",
+                   publication, homeCountry);
+    adodb::Execute(connection,
+                   u"UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT ImporteExtranjero FROM "
+                   u"TipoPublicaciones WHERE IDTipoPublicacion={0}) WHERE CodTipoPublicacion={0} AND CodColaborador IN "
+                   u"(SELECT IDColaborador FROM Colaboradores WHERE codpais<>{1})",
+                   publication, homeCountry);
   }
 }
 
 void InsertFiles(adodb::Connection& connection) {
-  const std::pair<QString, QString> files[] = {
-      {u"Bancos"_s, u"demo_bancos.tsv"_s},
-      {u"Sucursales"_s, u"demo_sucursales.tsv"_s},
-      {u"Presentadores"_s, u"demo_presentadores.tsv"_s},
-      {u"Emisores"_s, u"demo_emisores.tsv"_s},
-      {u"Cuentas"_s, u"demo_cuentas.tsv"_s},
-      {u"Emisores_Cuentas"_s, u"demo_emisores_cuentas.tsv"_s},
-      {u"Cobradores"_s, u"demo_cobradores.tsv"_s},
-      {u"TipoDonativos"_s, u"demo_tipos_donativos.tsv"_s},
-      {u"Deduccion_Comunidad"_s, u"demo_deducciones_comunidad.tsv"_s},
-      {u"TipoPublicaciones"_s, u"demo_publicaciones.tsv"_s},
-      {u"Cabeceras"_s, u"demo_cabeceras.tsv"_s},
-      {u"ETIQUETAS"_s, u"demo_etiquetas.tsv"_s},
-      {u"EtiquetasCampos"_s, u"demo_etiquetas_campos.tsv"_s},
-      {u"CartasModelo"_s, u"demo_cartas.tsv"_s},
-  };
-  for (const auto& [table, file] : files) {
-    InsertSeedFile(connection, table, file);
+  for (const QString& table :
+       {u"Bancos"_s, u"Sucursales"_s, u"Presentadores"_s, u"Emisores"_s, u"Cuentas"_s, u"Emisores_Cuentas"_s,
+        u"Cobradores"_s, u"TipoDonativos"_s, u"Deduccion_Comunidad"_s, u"TipoPublicaciones"_s, u"Cabeceras"_s,
+        u"ETIQUETAS"_s, u"EtiquetasCampos"_s, u"CartasModelo"_s}) {
+    InsertSeedFile(connection, u"demonstration"_s, table);
   }
 }
 
@@ -187,10 +181,10 @@ void InsertFiles(adodb::Connection& connection) {
 
 void SeedDemonstration(adodb::Connection& connection) {
   Invented invented;
-  connection.Execute(u"UPDATE configuracion SET NombreEntidad='Fundación Puente de Luz'"_s);
-  connection.Execute(
-      u"INSERT INTO Usuarios (Nombre, NombreCompleto, Administrador, TipoUsuario) VALUES "
-      "('secretaria', 'Secretaría', False, 2)"_s);
+  adodb::Execute(connection, u"UPDATE configuracion SET NombreEntidad='Fundación Puente de Luz'");
+  adodb::Execute(connection,
+                 u"INSERT INTO Usuarios (Nombre, NombreCompleto, Administrador, TipoUsuario) VALUES "
+                 u"('secretaria', 'Secretaría', False, 2)");
   InsertFiles(connection);
   InsertCollaborators(connection, invented);
   InsertAccounts(connection, invented);

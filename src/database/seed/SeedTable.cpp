@@ -1,43 +1,40 @@
 #include "database/seed/SeedTable.h"
 
 #include "database/Errors.h"
+#include "platform/adodb/Statement.h"
 
 #include <QFile>
 
 using namespace Qt::StringLiterals;
 
 static void InitializeResources() {
-  Q_INIT_RESOURCE(semilla);
+  Q_INIT_RESOURCE(seed);
 }
+
+using adodb::Verbatim;
 
 namespace database {
 
-QString Quoted(const QString& text) {
-  QString doubled = text;
-  doubled.replace(u'\'', u"''"_s);
-  return u'\'' + doubled + u'\'';
-}
-
-void InsertSeedFile(adodb::Connection& connection, const QString& table, const QString& fileName) {
+void InsertSeedFile(adodb::Connection& connection, const QString& folder, const QString& table) {
   InitializeResources();
-  QFile file(u":/kel/semilla/"_s + fileName);
+  QFile file(u":/kel/seed/%1/%2.tsv"_s.arg(folder, table));
   if (!file.open(QIODevice::ReadOnly)) {
-    throw BadSchema(0, u"falta el archivo de datos %1"_s.arg(fileName));
+    throw BadSchema(0, u"falta el archivo de datos de %1"_s.arg(table));
   }
   QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
   const QStringList columns = lines.takeFirst().split(u'\t');
-  const QString start = u"INSERT INTO %1 (%2) VALUES ("_s.arg(table, columns.join(u", "_s));
   int number = 1;
   for (const QString& line : lines) {
     ++number;
     QStringList values = line.split(u'\t');
     if (values.size() != columns.size()) {
-      throw BadSchema(number, u"sobran o faltan datos en %1"_s.arg(fileName));
+      throw BadSchema(number, u"sobran o faltan datos en %1"_s.arg(table));
     }
     for (QString& value : values) {
-      value = Quoted(value);
+      value = adodb::StatementText(u"'{}'", value);
     }
-    connection.Execute(start + values.join(u',') + u')');
+    adodb::Execute(connection, u"INSERT INTO {} ({}) VALUES ({})", Verbatim{table}, Verbatim{columns.join(u", ")},
+                   Verbatim{values.join(u',')});
   }
 }
 

@@ -9,6 +9,7 @@
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstNodo.h"
 #include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
@@ -72,7 +73,7 @@ int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
   MainWindow window(bridge,
                     {started.session.title, started.session.userName, started.database, started.session.helpFile});
   window.show();
-  window.ChooseNode(LoadLastNode(NodeBancos));
+  window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
 }
 

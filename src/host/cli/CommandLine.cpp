@@ -2,6 +2,8 @@
 
 #include "host/desktop/NodeCatalog.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <algorithm>
 
@@ -121,7 +123,8 @@ class Parser {
     bool valid = false;
     const int number = value.toInt(&valid);
     const int action = valid ? number : static_cast<int>(names.indexOf(value.toLower()));
-    if (action != ActionAgregar && action != ActionModificar && action != ActionNuevo) {
+    if (action != cConstAccion().Agregar() && action != cConstAccion().Modificar() &&
+        action != cConstAccion().Nuevo()) {
       Refuse(u"No se conoce la acción «%1»: use agregar (1), modificar (2) o nuevo (4)."_s.arg(value));
     }
     return action;
@@ -170,13 +173,13 @@ class Parser {
       Refuse(u"La orden «abrir» necesita las opciones «--nodo» y «--accion»."_s);
     }
     const Node* node = FindNode(m_line.node);
-    if (m_line.node != NodeSucursales && (node == nullptr || !node->hasDialog)) {
+    if (m_line.node != cConstNodo().Sucursales() && (node == nullptr || !node->hasDialog)) {
       Refuse(u"El nodo %1 no tiene ningún cuadro que abrir."_s.arg(m_line.node));
     }
-    if (node != nullptr && !node->canAdd && m_line.action != ActionModificar) {
+    if (node != nullptr && !node->canAdd && m_line.action != cConstAccion().Modificar()) {
       Refuse(u"En el nodo %1 solo se puede modificar."_s.arg(m_line.node));
     }
-    if (m_line.action == ActionModificar && m_line.id == 0) {
+    if (m_line.action == cConstAccion().Modificar() && m_line.id == 0) {
       Refuse(u"Para modificar un registro diga cuál con la opción «--id»."_s);
     }
   }

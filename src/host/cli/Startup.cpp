@@ -1,6 +1,7 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
@@ -16,10 +17,13 @@ namespace {
 
 void SignIn(adodb::Connection& connection, const std::optional<int>& user, Session& session) {
   // Without a wish, an administrator: the flag is -1 for them, 0 for the others.
-  const QString which = user ? u" AND IDUsuario=%1"_s.arg(*user) : QString();
-  const auto rows = connection.Execute(
-      u"SELECT IDUsuario, Nombre, TipoUsuario FROM Usuarios WHERE Eliminado=0%1 ORDER BY Administrador, IDUsuario"_s
-          .arg(which));
+  const auto rows =
+      user ? adodb::Execute(connection,
+                            u"SELECT IDUsuario, Nombre, TipoUsuario FROM Usuarios WHERE Eliminado=0 AND IDUsuario={}",
+                            *user)
+           : adodb::Execute(connection,
+                            u"SELECT IDUsuario, Nombre, TipoUsuario FROM Usuarios WHERE Eliminado=0 "
+                            u"ORDER BY Administrador, IDUsuario");
   if (rows->AtEnd()) {
     throw automation::Error(automation::InvalidProcedureCall,
                             user ? u"El usuario %1 no existe en la base de datos."_s.arg(*user)
@@ -31,13 +35,13 @@ void SignIn(adodb::Connection& connection, const std::optional<int>& user, Sessi
 }
 
 void ReadInstallation(adodb::Connection& connection, Session& session) {
-  const auto rows = connection.Execute(u"SELECT velumar FROM configuracion"_s);
+  const auto rows = adodb::Execute(connection, u"SELECT velumar FROM configuracion");
   session.velumar = !rows->AtEnd() && automation::CBool(rows->Field(0));
 }
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
 QString HelpFile() {
-  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/ayuda.html"_s);
+  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/help.html"_s);
   return file.exists() ? file.canonicalFilePath() : QString();
 }
 

@@ -3,6 +3,8 @@
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +14,7 @@ namespace {
 
 // The component does not say why it refused: the database does.
 QString ReasonForKeeping(adodb::Connection& connection, const Node& node, int id) {
-  if (node.id == NodeUsuarios) {
+  if (node.id == cConstNodo().Usuarios()) {
     return u"es un administrador de la aplicación"_s;
   }
   const QString uses = JoinCounts(CountUses(connection, node.id, id));
@@ -23,7 +25,7 @@ QString ReasonForKeeping(adodb::Connection& connection, const Node& node, int id
 QString DeleteOne(ComponentBridge& bridge, const Node& node, int id) {
   ComponentRequest request;
   request.node = node.id;
-  request.action = ActionEliminar;
+  request.action = cConstAccion().Eliminar();
   request.selectedId = id;
   request.path = node.Path();
   try {

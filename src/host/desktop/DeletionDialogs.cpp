@@ -70,7 +70,7 @@ DeletionResult DeleteWithProgress(QWidget* parent, const QString& title, Compone
   }
   QProgressDialog progress(u"Eliminando registros de «%1»…"_s.arg(node.title), u"&Cancelar"_s, 0,
                            static_cast<int>(targets.size()), parent);
-  progress.setObjectName(u"progresoEliminar"_s);
+  progress.setObjectName(u"deletionProgress"_s);
   progress.setWindowTitle(title);
   progress.setWindowModality(Qt::WindowModal);
   return DeleteRecords(bridge, node, targets, [&progress](int done) {

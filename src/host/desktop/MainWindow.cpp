@@ -5,6 +5,8 @@
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 #include "ui_MainWindow.h"
 
 #include <QCoreApplication>
@@ -36,63 +38,62 @@ QString CountText(int shown, int total) {
 MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
     : QMainWindow(parent), m_bridge(bridge), m_texts(std::move(texts)), m_ui(std::make_unique<Ui::MainWindow>()) {
   m_ui->setupUi(this);
-  m_ui->division->setStretchFactor(1, 1);
+  m_ui->splitter->setStretchFactor(1, 1);
   setWindowTitle(m_texts.title);
   SetUpActions();
   SetUpStatusBar();
-  LoadWindow(*this, *m_ui->division);
-  connect(m_ui->arbolNodos, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
-  connect(m_ui->txtBuscar, &QLineEdit::textChanged, this, &MainWindow::Search);
-  connect(m_ui->txtBuscar, &SearchBox::ListWanted, m_ui->listaRegistros, qOverload<>(&QWidget::setFocus));
-  connect(m_ui->listaRegistros, &RecordList::RecordActivated, m_ui->accModificar, &QAction::trigger);
-  connect(m_ui->listaRegistros, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
+  LoadWindow(*this, *m_ui->splitter);
+  connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &MainWindow::Search);
+  connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
+  connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
+  connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
   UpdateState();
 }
 
 MainWindow::~MainWindow() {
   StoreLayout();
-  SaveWindow(*this, *m_ui->division);
+  SaveWindow(*this, *m_ui->splitter);
 }
 
 void MainWindow::ChooseNode(int nodeId) {
-  m_ui->arbolNodos->Choose(nodeId);
+  m_ui->nodeTree->Choose(nodeId);
 }
 
 void MainWindow::SetUpActions() {
-  connect(m_ui->accAgregar, &QAction::triggered, this, &MainWindow::Add);
-  connect(m_ui->accModificar, &QAction::triggered, this, &MainWindow::Modify);
-  connect(m_ui->accEliminar, &QAction::triggered, this, &MainWindow::Delete);
-  connect(m_ui->accNuevaSucursal, &QAction::triggered, this, &MainWindow::NewBranch);
-  connect(m_ui->accActualizar, &QAction::triggered, this, &MainWindow::Refresh);
-  connect(m_ui->accBuscar, &QAction::triggered, m_ui->txtBuscar, [box = m_ui->txtBuscar] {
+  connect(m_ui->actAdd, &QAction::triggered, this, &MainWindow::Add);
+  connect(m_ui->actModify, &QAction::triggered, this, &MainWindow::Modify);
+  connect(m_ui->actDelete, &QAction::triggered, this, &MainWindow::Delete);
+  connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
+  connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
+  connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
     box->setFocus(Qt::ShortcutFocusReason);
     box->selectAll();
   });
-  connect(m_ui->accSalir, &QAction::triggered, this, &QWidget::close);
-  connect(m_ui->accContenido, &QAction::triggered, this, &MainWindow::ShowHelp);
-  connect(m_ui->accAcercaDe, &QAction::triggered, this, &MainWindow::ShowAbout);
-  m_ui->accContenido->setVisible(!m_texts.helpFile.isEmpty());
-  m_ui->listaRegistros->addActions(
-      {m_ui->accAgregar, m_ui->accModificar, m_ui->accEliminar, m_ui->accNuevaSucursal, m_ui->accActualizar});
+  connect(m_ui->actQuit, &QAction::triggered, this, &QWidget::close);
+  connect(m_ui->actHelp, &QAction::triggered, this, &MainWindow::ShowHelp);
+  connect(m_ui->actAbout, &QAction::triggered, this, &MainWindow::ShowAbout);
+  m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
+  m_ui->recordList->addActions({m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actNewBranch, m_ui->actRefresh});
 }
 
 void MainWindow::SetUpStatusBar() {
   auto* label = new QLabel(
       u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
-  label->setObjectName(u"lblSesion"_s);
+  label->setObjectName(u"lblSession"_s);
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(m_texts.database.toHtmlEscaped());
-  m_ui->barraEstado->addPermanentWidget(label);
+  m_ui->statusBar->addPermanentWidget(label);
 }
 
 void MainWindow::ShowNode(const Node& node) {
   StoreLayout();
   m_node = &node;
-  m_ui->txtBuscar->clear();
-  m_ui->listaRegistros->SetEmptyText({});
+  m_ui->txtSearch->clear();
+  m_ui->recordList->SetEmptyText({});
   const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
-  m_ui->listaRegistros->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
-  m_ui->listaRegistros->SetColumnWidths(layout.widths);
+  m_ui->recordList->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
+  m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   UpdateState();
 }
@@ -108,19 +109,19 @@ void MainWindow::Add() {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
     return;
   }
-  ShowDialog(m_node->id, ActionAgregar, 0, 0);
+  ShowDialog(m_node->id, cConstAccion().Agregar(), 0, 0);
   SelectAdded(highest);
 }
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    ShowDialog(m_node->id, ActionModificar, SelectedId(), 0);
+    ShowDialog(m_node->id, cConstAccion().Modificar(), SelectedId(), 0);
   }
 }
 
 void MainWindow::NewBranch() {
-  if (m_node != nullptr && m_node->id == NodeBancos && SelectedId() != 0) {
-    ShowDialog(NodeSucursales, ActionAgregar, 0, SelectedId());
+  if (m_node != nullptr && m_node->id == cConstNodo().Bancos() && SelectedId() != 0) {
+    ShowDialog(cConstNodo().Sucursales(), cConstAccion().Agregar(), 0, SelectedId());
   }
 }
 
@@ -150,11 +151,11 @@ void MainWindow::SelectAdded(int highestBefore) {
     // The list, read a moment ago, has shown this error.
     return;
   }
-  if (highest <= highestBefore || m_ui->listaRegistros->SelectRecord(highest)) {
+  if (highest <= highestBefore || m_ui->recordList->SelectRecord(highest)) {
     return;
   }
-  m_ui->txtBuscar->clear();
-  m_ui->listaRegistros->SelectRecord(highest);
+  m_ui->txtSearch->clear();
+  m_ui->recordList->SelectRecord(highest);
 }
 
 void MainWindow::Delete() {
@@ -187,15 +188,15 @@ void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
   if (m_bridge.IsEnding()) {
     return;
   }
-  m_ui->barraEstado->showMessage(DeletionHeadline(result));
+  m_ui->statusBar->showMessage(DeletionHeadline(result));
   Refresh();
   ShowDeletionSummary(this, m_texts.title, result);
 }
 
 QList<DeletionTarget> MainWindow::SelectedTargets() const {
-  const RecordModel& records = m_ui->listaRegistros->Records();
+  const RecordModel& records = m_ui->recordList->Records();
   QList<DeletionTarget> targets;
-  const QList<int> rows = m_ui->listaRegistros->SelectedRows();
+  const QList<int> rows = m_ui->recordList->SelectedRows();
   for (const int row : rows) {
     targets.append({records.IdAt(row), records.NameAt(row, m_node->nameColumns)});
   }
@@ -205,7 +206,7 @@ QList<DeletionTarget> MainWindow::SelectedTargets() const {
 void MainWindow::Refresh() {
   std::optional<RecordData> records = m_node == nullptr ? std::nullopt : Read();
   if (records) {
-    m_ui->listaRegistros->Refresh(*std::move(records));
+    m_ui->recordList->Refresh(*std::move(records));
     UpdateState();
   }
 }
@@ -223,30 +224,30 @@ std::optional<RecordData> MainWindow::Read() {
 }
 
 void MainWindow::Search(const QString& typed) {
-  m_ui->listaRegistros->SetFilter(typed);
+  m_ui->recordList->SetFilter(typed);
   UpdateState();
 }
 
 void MainWindow::UpdateState() {
-  const RecordList& list = *m_ui->listaRegistros;
+  const RecordList& list = *m_ui->recordList;
   const qsizetype selected = list.SelectedCount();
-  m_ui->accAgregar->setEnabled(m_node != nullptr && m_node->canAdd);
-  m_ui->accModificar->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
-  m_ui->accEliminar->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
-  m_ui->accNuevaSucursal->setVisible(m_node != nullptr && m_node->id == NodeBancos);
-  m_ui->accNuevaSucursal->setEnabled(m_node != nullptr && m_node->id == NodeBancos && selected == 1);
-  m_ui->accActualizar->setEnabled(m_node != nullptr);
-  m_ui->lblAciertos->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
-  m_ui->listaRegistros->SetEmptyText(EmptyText());
+  m_ui->actAdd->setEnabled(m_node != nullptr && m_node->canAdd);
+  m_ui->actModify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
+  m_ui->actDelete->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
+  m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
+  m_ui->actNewBranch->setEnabled(m_node != nullptr && m_node->id == cConstNodo().Bancos() && selected == 1);
+  m_ui->actRefresh->setEnabled(m_node != nullptr);
+  m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
+  m_ui->recordList->SetEmptyText(EmptyText());
 }
 
 QString MainWindow::EmptyText() const {
   if (m_node == nullptr) {
     return u"Elija a la izquierda qué registros quiere ver."_s;
   }
-  if (m_ui->listaRegistros->Records().TotalCount() > 0) {
+  if (m_ui->recordList->Records().TotalCount() > 0) {
     return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(
-        m_ui->txtBuscar->text().trimmed());
+        m_ui->txtSearch->text().trimmed());
   }
   if (m_readFailed) {
     return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
@@ -255,7 +256,7 @@ QString MainWindow::EmptyText() const {
 }
 
 int MainWindow::SelectedId() const {
-  const QList<int> ids = m_ui->listaRegistros->SelectedIds();
+  const QList<int> ids = m_ui->recordList->SelectedIds();
   return ids.size() == 1 ? ids.first() : 0;
 }
 
@@ -263,7 +264,7 @@ void MainWindow::StoreLayout() const {
   if (m_node == nullptr) {
     return;
   }
-  const RecordList& list = *m_ui->listaRegistros;
+  const RecordList& list = *m_ui->recordList;
   SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
 }

@@ -22,34 +22,9 @@ struct ListColumn {
   ColumnKind kind = ColumnKind::Text;
 };
 
-/// The numbers of the nodes, shared with the component.
-enum NodeId : int {
-  NodeSucursales = 0,  ///< Not in the tree: a new branch of the bank that IDAux names.
-  NodeCabeceras = 15,
-  NodeDiocesis = 16,
-  NodeTipoDonativos = 17,
-  NodeEmisores = 18,
-  NodeBancos = 19,
-  NodePaises = 20,
-  NodePresentadores = 21,
-  NodeProvincias = 22,
-  NodeUsuarios = 24,
-  NodePublicaciones = 25,
-  NodeCartasModelo = 26,
-  NodeTipoDeduccion = 27,
-  NodeEtiquetas = 30,
-  NodeCobradores = 32,
-  NodeDeduccionesComunidad = 34,
-  NodeComunidadAutonoma = 35,
-  NodeEncabezados = 36,
-};
-
-/// The numbers of the actions, shared with the component.
-enum ActionId : int { ActionAgregar = 1, ActionModificar = 2, ActionEliminar = 3, ActionNuevo = 4 };
-
 /// A node of the tree: one kind of record, and what the window needs to list it.
 struct Node {
-  int id = 0;
+  int id = 0;      ///< Its number, see cConstNodo.
   QString group;   ///< The tree's branch, "Tablas".
   QString title;   ///< "Países"
   QString record;  ///< One record with its article, as a question names it: "el país".

@@ -1,8 +1,7 @@
 #include "host/desktop/RecordReader.h"
 
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
-
-using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -20,13 +19,15 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
 }
 
 int HighestKey(adodb::Connection& connection, const Node& node) {
-  const auto rows = connection.Execute(u"SELECT MAX(%1) AS Maximo FROM %2"_s.arg(node.key, node.table));
+  const auto rows = adodb::Execute(connection, u"SELECT MAX({}) AS Maximo FROM {}", adodb::Verbatim{node.key},
+                                   adodb::Verbatim{node.table});
   const QVariant highest = rows->AtEnd() ? QVariant() : rows->Field(0);
   return automation::IsNull(highest) ? 0 : automation::CLng(highest);
 }
 
 bool IsDeleted(adodb::Connection& connection, const Node& node, int id) {
-  const auto rows = connection.Execute(u"SELECT Eliminado FROM %1 WHERE %2=%3"_s.arg(node.table, node.key).arg(id));
+  const auto rows = adodb::Execute(connection, u"SELECT Eliminado FROM {} WHERE {}={}", adodb::Verbatim{node.table},
+                                   adodb::Verbatim{node.key}, id);
   return rows->AtEnd() || automation::CBool(rows->Field(0));
 }
 

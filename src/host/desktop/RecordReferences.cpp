@@ -1,7 +1,9 @@
 #include "host/desktop/RecordReferences.h"
 
 #include "host/desktop/NodeCatalog.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
+#include "platform/contract/cConstNodo.h"
 
 #include <QStringList>
 
@@ -12,6 +14,8 @@ namespace host {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr cConstNodo numbers;
 
 // Rows of another table that belong to, or refer to, a record of a node. `from` is what follows FROM, the record's
 // identifier at its end.
@@ -24,10 +28,10 @@ struct Relation {
 
 const std::vector<Relation>& Dependents() {
   static const std::vector<Relation> relations = {
-      {NodeBancos, u"sucursal"_s, u"sucursales"_s, u"Sucursales WHERE Eliminado=0 AND CodBanco="_s},
-      {NodeEmisores, u"enlace con cuentas"_s, u"enlaces con cuentas"_s,
+      {numbers.Bancos(), u"sucursal"_s, u"sucursales"_s, u"Sucursales WHERE Eliminado=0 AND CodBanco="_s},
+      {numbers.Emisores(), u"enlace con cuentas"_s, u"enlaces con cuentas"_s,
        u"Emisores_Cuentas WHERE Eliminado=0 AND CodEmisor="_s},
-      {NodeEtiquetas, u"campo"_s, u"campos"_s, u"EtiquetasCampos WHERE Eliminado=0 AND CodEtiqueta="_s},
+      {numbers.Etiquetas(), u"campo"_s, u"campos"_s, u"EtiquetasCampos WHERE Eliminado=0 AND CodEtiqueta="_s},
   };
   return relations;
 }
@@ -46,33 +50,35 @@ std::vector<Relation> BuildUses() {
   const QString gift = u"donativo"_s, gifts = u"donativos"_s, donations = u"Donativos"_s;
   const QString subscription = u"suscripción"_s, subscriptions = u"suscripciones"_s;
   return {
-      {NodeBancos, u"cuenta"_s, u"cuentas"_s,
+      {numbers.Bancos(), u"cuenta"_s, u"cuentas"_s,
        u"Cuentas,Sucursales WHERE Cuentas.CodSucursal=Sucursales.IDSucursal AND Cuentas.Eliminado=0 AND "
        "Sucursales.Eliminado=0 AND Sucursales.CodBanco="_s},
-      {NodeBancos, u"presentador"_s, u"presentadores"_s, ByColumn(u"Presentadores"_s, u"CodBanco"_s)},
-      {NodeDiocesis, donor, donors, ByColumn(people, u"CodDiocesis"_s)},
-      {NodePublicaciones, subscription, subscriptions, ByColumn(u"Suscripciones"_s, u"CodTipoPublicacion"_s)},
-      {NodeProvincias, donor, donors, ByColumn(people, u"CodProvincia"_s)},
-      {NodeProvincias, u"emisor"_s, u"emisores"_s, ByColumn(u"Emisores"_s, u"CodProvincia"_s)},
-      {NodeProvincias, u"sucursal"_s, u"sucursales"_s, ByColumn(u"Sucursales"_s, u"CodProvincia"_s)},
-      {NodeProvincias, u"diócesis"_s, u"diócesis"_s, ByColumn(u"Diocesis"_s, u"CodProvincia"_s)},
-      {NodePaises, u"provincia"_s, u"provincias"_s, ByColumn(u"Provincias"_s, u"CodPais"_s)},
-      {NodePaises, donor, donors, ByColumn(people, u"codpais"_s)},
-      {NodeTipoDeduccion, u"tipo de donativo (deducción física)"_s, u"tipos de donativo (deducción física)"_s,
+      {numbers.Bancos(), u"presentador"_s, u"presentadores"_s, ByColumn(u"Presentadores"_s, u"CodBanco"_s)},
+      {numbers.Diocesis(), donor, donors, ByColumn(people, u"CodDiocesis"_s)},
+      {numbers.Publicaciones(), subscription, subscriptions, ByColumn(u"Suscripciones"_s, u"CodTipoPublicacion"_s)},
+      {numbers.Provincias(), donor, donors, ByColumn(people, u"CodProvincia"_s)},
+      {numbers.Provincias(), u"emisor"_s, u"emisores"_s, ByColumn(u"Emisores"_s, u"CodProvincia"_s)},
+      {numbers.Provincias(), u"sucursal"_s, u"sucursales"_s, ByColumn(u"Sucursales"_s, u"CodProvincia"_s)},
+      {numbers.Provincias(), u"diócesis"_s, u"diócesis"_s, ByColumn(u"Diocesis"_s, u"CodProvincia"_s)},
+      {numbers.Paises(), u"provincia"_s, u"provincias"_s, ByColumn(u"Provincias"_s, u"CodPais"_s)},
+      {numbers.Paises(), donor, donors, ByColumn(people, u"codpais"_s)},
+      {numbers.TipoDeduccion(), u"tipo de donativo (deducción física)"_s, u"tipos de donativo (deducción física)"_s,
        ByColumn(u"TipoDonativos"_s, u"CodTipoDeduccionFisica"_s)},
-      {NodeTipoDeduccion, u"tipo de donativo (deducción jurídica)"_s, u"tipos de donativo (deducción jurídica)"_s,
+      {numbers.TipoDeduccion(), u"tipo de donativo (deducción jurídica)"_s, u"tipos de donativo (deducción jurídica)"_s,
        ByColumn(u"TipoDonativos"_s, u"CodTipoDeduccionJuridica"_s)},
-      {NodeTipoDonativos, gift, gifts, ByColumn(donations, u"CodTipoDonativo"_s)},
-      {NodeEmisores, u"recibo"_s, u"recibos"_s, ByAccount(u"Recibos"_s)},
-      {NodeEmisores, u"recibo pendiente"_s, u"recibos pendientes"_s, ByAccount(u"RecibosPendientes"_s)},
-      {NodeEmisores, gift, gifts, ByAccount(donations)},
-      {NodeEmisores, subscription, subscriptions, ByAccount(u"Suscripciones"_s)},
-      {NodePresentadores, u"emisor"_s, u"emisores"_s, ByColumn(u"Emisores"_s, u"CodPresentador"_s)},
-      {NodePresentadores, u"disco"_s, u"discos"_s, ByColumn(u"Discos"_s, u"CodPresentador"_s)},
-      {NodePresentadores, u"remesa"_s, u"remesas"_s, ByColumn(u"Remesas_Presentadores_Discos"_s, u"CodPresentador"_s)},
-      {NodeCobradores, donor, donors, ByColumn(people, u"CodCobrador"_s)},
-      {NodeDeduccionesComunidad, gift, gifts, ByColumn(donations, u"CodDeduccion_Comunidad"_s)},
-      {NodeComunidadAutonoma, u"deducción"_s, u"deducciones"_s, ByColumn(u"Deduccion_Comunidad"_s, u"CodComunidad"_s)},
+      {numbers.TipoDonativos(), gift, gifts, ByColumn(donations, u"CodTipoDonativo"_s)},
+      {numbers.Emisores(), u"recibo"_s, u"recibos"_s, ByAccount(u"Recibos"_s)},
+      {numbers.Emisores(), u"recibo pendiente"_s, u"recibos pendientes"_s, ByAccount(u"RecibosPendientes"_s)},
+      {numbers.Emisores(), gift, gifts, ByAccount(donations)},
+      {numbers.Emisores(), subscription, subscriptions, ByAccount(u"Suscripciones"_s)},
+      {numbers.Presentadores(), u"emisor"_s, u"emisores"_s, ByColumn(u"Emisores"_s, u"CodPresentador"_s)},
+      {numbers.Presentadores(), u"disco"_s, u"discos"_s, ByColumn(u"Discos"_s, u"CodPresentador"_s)},
+      {numbers.Presentadores(), u"remesa"_s, u"remesas"_s,
+       ByColumn(u"Remesas_Presentadores_Discos"_s, u"CodPresentador"_s)},
+      {numbers.Cobradores(), donor, donors, ByColumn(people, u"CodCobrador"_s)},
+      {numbers.DeduccionesComunidad(), gift, gifts, ByColumn(donations, u"CodDeduccion_Comunidad"_s)},
+      {numbers.ComunidadAutonoma(), u"deducción"_s, u"deducciones"_s,
+       ByColumn(u"Deduccion_Comunidad"_s, u"CodComunidad"_s)},
   };
 }
 
@@ -82,7 +88,8 @@ const std::vector<Relation>& Uses() {
 }
 
 int Count(adodb::Connection& connection, const Relation& relation, int id) {
-  const auto rows = connection.Execute(u"SELECT COUNT(*) AS Total FROM "_s + relation.from + QString::number(id));
+  const auto rows =
+      adodb::Execute(connection, u"SELECT COUNT(*) AS Total FROM {}{}", adodb::Verbatim{relation.from}, id);
   return automation::CLng(rows->Field(0));
 }
 

@@ -1,15 +1,13 @@
 #include "host/services/PostcodeCoupling.h"
 
 #include "host/services/ComboFilling.h"
-#include "host/services/Statements.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 
 #include <algorithm>
-
-using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
@@ -23,7 +21,7 @@ bool AllDigits(QStringView text) {
 
 QString PrefixOf(const QVariant& provinceId, adodb::Connection& connection) {
   const auto rows =
-      connection.Execute(u"SELECT Prefijo FROM Provincias WHERE IDProvincia=%1"_s.arg(automation::CLng(provinceId)));
+      adodb::Execute(connection, u"SELECT Prefijo FROM Provincias WHERE IDProvincia={}", automation::CLng(provinceId));
   return rows->AtEnd() ? QString() : automation::Text(rows->Field(0)).trimmed();
 }
 
@@ -36,7 +34,7 @@ void SelectProvinceOfPostcode(QLineEdit& postcode, QComboBox& province, adodb::C
     return;
   }
   const auto rows =
-      connection.Execute(u"SELECT IDProvincia FROM Provincias WHERE Eliminado=0 AND Prefijo=%1"_s.arg(SqlText(prefix)));
+      adodb::Execute(connection, u"SELECT IDProvincia FROM Provincias WHERE Eliminado=0 AND Prefijo='{}'", prefix);
   bool selected = false;
   for (; !selected && !rows->AtEnd(); rows->MoveNext()) {
     selected = SelectById(province, rows->Field(0));

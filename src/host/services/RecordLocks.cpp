@@ -1,6 +1,6 @@
 #include "host/services/RecordLocks.h"
 
-#include "host/services/Statements.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
@@ -12,17 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 namespace {
-
-QString Record(const QString& keyColumn, int key) {
-  return u"campoID=%1 AND ValorID=%2"_s.arg(SqlText(keyColumn), QString::number(key));
-}
-
-// Each lock has one owner, named by all that identifies it, so that a statement never touches the lock of another.
-QString OwnedBy(const LockHolder& holder) {
-  return u"codUsuario=%1 AND Equipo=%2 AND Proceso=%3 AND InicioProceso=%4"_s.arg(
-      QString::number(holder.userId), SqlText(holder.process.machine), QString::number(holder.process.processId),
-      SqlText(holder.process.start));
-}
 
 int Number(const QVariant& value) {
   return automation::IsNumeric(value) ? automation::CLng(value) : 0;
@@ -52,12 +41,11 @@ RecordLocks::RecordLocks(adodb::Connection& connection, int userId, QString user
     : m_connection(connection), m_userId(userId), m_userName(std::move(userName)) {}
 
 std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
-  const QString record = Record(keyColumn, key);
   const LockHolder self = Self();
   // A holder may let go, or another may take over, between two of the statements; then the next round decides.
   std::optional<LockHolder> holder;
   for (int round = 0; round < 3; ++round) {
-    holder = HolderOf(record);
+    holder = HolderOf(keyColumn, key);
     if (!holder && Insert(keyColumn, key)) {
       return std::nullopt;
     }
@@ -70,7 +58,7 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
     if (!HasEnded(holder->process, self.process)) {
       return holder;
     }
-    if (TakeOver(record, *holder)) {
+    if (TakeOver(keyColumn, key, *holder)) {
       return std::nullopt;
     }
   }
@@ -78,13 +66,19 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
 }
 
 void RecordLocks::Release(const QString& keyColumn, int key) {
-  m_connection.Execute(u"DELETE FROM BloqueoRegistros WHERE %1 AND %2"_s.arg(Record(keyColumn, key), OwnedBy(Self())));
+  const LockHolder self = Self();
+  adodb::Execute(
+      m_connection,
+      u"DELETE FROM BloqueoRegistros WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Equipo='{}' AND "
+      u"Proceso={} AND InicioProceso='{}'",
+      keyColumn, key, self.userId, self.process.machine, self.process.processId, self.process.start);
 }
 
-std::optional<LockHolder> RecordLocks::HolderOf(const QString& record) const {
-  const auto rows = m_connection.Execute(
-      u"SELECT codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde FROM BloqueoRegistros WHERE %1"_s.arg(
-          record));
+std::optional<LockHolder> RecordLocks::HolderOf(const QString& keyColumn, int key) const {
+  const auto rows = adodb::Execute(m_connection,
+                                   u"SELECT codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde FROM "
+                                   u"BloqueoRegistros WHERE campoID='{}' AND ValorID={}",
+                                   keyColumn, key);
   if (rows->AtEnd()) {
     return std::nullopt;
   }
@@ -101,30 +95,31 @@ std::optional<LockHolder> RecordLocks::HolderOf(const QString& record) const {
 bool RecordLocks::Insert(const QString& keyColumn, int key) const {
   const LockHolder self = Self();
   try {
-    m_connection.Execute(
-        u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, "
-        "Proceso, InicioProceso, Desde) VALUES ("_s +
-        QStringList{QString::number(self.userId), SqlText(keyColumn), QString::number(key), SqlText(self.userName),
-                    SqlText(self.process.machine), QString::number(self.process.processId), SqlText(self.process.start),
-                    SqlText(Now())}
-            .join(u", "_s) +
-        u')');
+    adodb::Execute(m_connection,
+                   u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, Proceso, "
+                   u"InicioProceso, Desde) VALUES ({}, '{}', {}, '{}', '{}', {}, '{}', '{}')",
+                   self.userId, keyColumn, key, self.userName, self.process.machine, self.process.processId,
+                   self.process.start, Now());
     return true;
   } catch (const automation::Error&) {
     // Every engine has its own number for a row that is there already; that there is one says it.
-    if (!HolderOf(Record(keyColumn, key))) {
+    if (!HolderOf(keyColumn, key)) {
       throw;
     }
     return false;
   }
 }
 
-bool RecordLocks::TakeOver(const QString& record, const LockHolder& ended) const {
+// The old holder is named by all that identifies it, so that only one of several who try at once takes its place.
+bool RecordLocks::TakeOver(const QString& keyColumn, int key, const LockHolder& ended) const {
   const LockHolder self = Self();
-  m_connection.Execute(u"UPDATE BloqueoRegistros SET codUsuario="_s + QString::number(self.userId) + u", Usuario="_s +
-                       SqlText(self.userName) + u", Equipo="_s + SqlText(self.process.machine) + u", Proceso="_s +
-                       QString::number(self.process.processId) + u", InicioProceso="_s + SqlText(self.process.start) +
-                       u", Desde="_s + SqlText(Now()) + u" WHERE "_s + record + u" AND "_s + OwnedBy(ended));
+  adodb::Execute(
+      m_connection,
+      u"UPDATE BloqueoRegistros SET codUsuario={}, Usuario='{}', Equipo='{}', Proceso={}, InicioProceso='{}', "
+      u"Desde='{}' WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Equipo='{}' AND Proceso={} AND "
+      u"InicioProceso='{}'",
+      self.userId, self.userName, self.process.machine, self.process.processId, self.process.start, Now(), keyColumn,
+      key, ended.userId, ended.process.machine, ended.process.processId, ended.process.start);
   return m_connection.RecordsAffected() == 1;
 }
 

@@ -40,9 +40,9 @@ class RecordLocks {
   void Release(const QString& keyColumn, int key);
 
  private:
-  std::optional<LockHolder> HolderOf(const QString& record) const;
+  std::optional<LockHolder> HolderOf(const QString& keyColumn, int key) const;
   bool Insert(const QString& keyColumn, int key) const;
-  bool TakeOver(const QString& record, const LockHolder& ended) const;
+  bool TakeOver(const QString& keyColumn, int key, const LockHolder& ended) const;
   LockHolder Self() const;
 
   adodb::Connection& m_connection;

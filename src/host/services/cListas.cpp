@@ -1,7 +1,8 @@
 #include "host/services/cListas.h"
 
 #include "host/services/ComboFilling.h"
-#include "host/services/Statements.h"
+#include "host/services/OpenConnection.h"
+#include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
@@ -9,6 +10,9 @@
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+
+using adodb::StatementText;
+using adodb::Verbatim;
 
 namespace host {
 namespace {
@@ -35,10 +39,6 @@ CodedTable CodedTableOf(const QVariant& idColumn) {
   throw automation::Error(automation::InvalidProcedureCall);
 }
 
-QString SortedTable(const QString& table, const QString& textColumn, const QString& idColumn) {
-  return u"SELECT %1,%2 FROM %3 ORDER BY %1"_s.arg(textColumn, idColumn, table);
-}
-
 bool IsSelect(const QString& origin) {
   static const QRegularExpression select(u"\\A\\s*SELECT\\s"_s, QRegularExpression::CaseInsensitiveOption);
   return select.match(origin).hasMatch();
@@ -54,37 +54,45 @@ cListas::cListas(Session& session) : m_session(session) {}
 
 void cListas::RellenarCombo(QObject* combo, const QString& origen, const QString& columnaTexto,
                             const QString& columnaId, bool vaciar) {
-  const QString statement = IsSelect(origen) ? origen : SortedTable(origen, columnaTexto, columnaId);
+  const QString statement = IsSelect(origen)
+                                ? origen
+                                : StatementText(u"SELECT {0},{1} FROM {2} ORDER BY {0}", Verbatim{columnaTexto},
+                                                Verbatim{columnaId}, Verbatim{origen});
   FillCombo(ComboFrom(combo), Connection(nullptr), statement, columnaTexto, columnaId, vaciar);
 }
 
 void cListas::RellenarComboPais(adodb::Connection* conexion, QObject* combo, const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {u"Paises"_s, u"IDPais"_s}, id, vaciar);
+  FillWithNames(conexion, combo, u"SELECT IDPais,Nombre FROM Paises WHERE Eliminado=0 ORDER BY Nombre"_s, u"IDPais"_s,
+                id, vaciar);
 }
 
 void cListas::RellenarComboProvincias(adodb::Connection* conexion, QObject* combo, const QVariant& idPais,
                                       const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {u"Provincias"_s, u"IDProvincia"_s, u" AND CodPais=%1"_s.arg(IdOrZero(idPais))}, id,
-                vaciar);
+  FillWithNames(
+      conexion, combo,
+      StatementText(u"SELECT IDProvincia,Nombre FROM Provincias WHERE Eliminado=0 AND CodPais={} ORDER BY Nombre",
+                    IdOrZero(idPais)),
+      u"IDProvincia"_s, id, vaciar);
 }
 
 void cListas::rellenarcombobancos(QObject* combo, adodb::Connection* conexion, const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {u"Bancos"_s, u"IDBanco"_s}, id, vaciar);
+  FillWithNames(conexion, combo, u"SELECT IDBanco,Nombre FROM Bancos WHERE Eliminado=0 ORDER BY Nombre"_s, u"IDBanco"_s,
+                id, vaciar);
 }
 
 void cListas::rellenarcombosucursales(QObject* combo, const QVariant& idBanco, adodb::Connection* conexion,
                                       const QVariant& id, bool vaciar) {
-  FillWithNames(conexion, combo, {u"Sucursales"_s, u"IDSucursal"_s, u" AND codBanco=%1"_s.arg(IdOrZero(idBanco))}, id,
-                vaciar);
+  FillWithNames(
+      conexion, combo,
+      StatementText(u"SELECT IDSucursal,Nombre FROM Sucursales WHERE Eliminado=0 AND codBanco={} ORDER BY Nombre",
+                    IdOrZero(idBanco)),
+      u"IDSucursal"_s, id, vaciar);
 }
 
-void cListas::FillWithNames(adodb::Connection* connection, QObject* combo, const NamedTable& table, const QVariant& id,
-                            bool clear) const {
+void cListas::FillWithNames(adodb::Connection* connection, QObject* combo, const QString& statement,
+                            const QString& idColumn, const QVariant& id, bool clear) const {
   QComboBox& list = ComboFrom(combo);
-  FillCombo(
-      list, Connection(connection),
-      u"SELECT %1,Nombre FROM %2 WHERE Eliminado=0%3 ORDER BY Nombre"_s.arg(table.idColumn, table.name, table.filter),
-      u"Nombre"_s, table.idColumn, clear);
+  FillCombo(list, Connection(connection), statement, u"Nombre"_s, idColumn, clear);
   SelectById(list, id);
 }
 
@@ -94,8 +102,8 @@ void cListas::LocalizarElementoLista(QObject* combo, const QVariant& id) {
 
 QString cListas::CargarBancoSucursalCaja(const QVariant& campoID, int /*reservado*/, int id) {
   const CodedTable table = CodedTableOf(campoID);
-  const auto rows = Connection(nullptr).Execute(
-      u"SELECT %1 FROM %2 WHERE %3=%4"_s.arg(table.codeColumn, table.table, table.idColumn).arg(id));
+  const auto rows = adodb::Execute(Connection(nullptr), u"SELECT {} FROM {} WHERE {}={}", Verbatim{table.codeColumn},
+                                   Verbatim{table.table}, Verbatim{table.idColumn}, id);
   return rows->AtEnd() ? QString() : automation::Text(rows->Field(0));
 }
 
@@ -104,9 +112,9 @@ void cListas::CargarBancoSucursalLista(QObject* combo, const QVariant& campoID, 
   QComboBox& list = ComboFrom(combo);
   const CodedTable table = CodedTableOf(campoID);
   const QString code = automation::Text(texto).trimmed();
-  const auto rows = Connection(nullptr).Execute(
-      u"SELECT %1 FROM %2 WHERE Eliminado=0 AND %3 IN ("_s.arg(table.idColumn, table.table, table.codeColumn) +
-      SqlText(code) + u',' + SqlText(code.rightJustified(codeLength, u'0')) + u')');
+  const auto rows = adodb::Execute(Connection(nullptr), u"SELECT {} FROM {} WHERE Eliminado=0 AND {} IN ('{}','{}')",
+                                   Verbatim{table.idColumn}, Verbatim{table.table}, Verbatim{table.codeColumn}, code,
+                                   code.rightJustified(codeLength, u'0'));
   bool selected = false;
   for (; !code.isEmpty() && !selected && !rows->AtEnd(); rows->MoveNext()) {
     selected = SelectById(list, rows->Field(0));

@@ -50,14 +50,9 @@ class cListas : public QObject {
                                             int reservado);
 
  private:
-  /// A table whose live rows are listed by their `Nombre`.
-  struct NamedTable {
-    QString name;
-    QString idColumn;
-    QString filter = {};  ///< Further condition, from its AND on.
-  };
-  void FillWithNames(adodb::Connection* connection, QObject* combo, const NamedTable& table, const QVariant& id,
-                     bool clear) const;
+  /// Lists the column Nombre of the statement's rows.
+  void FillWithNames(adodb::Connection* connection, QObject* combo, const QString& statement, const QString& idColumn,
+                     const QVariant& id, bool clear) const;
   adodb::Connection& Connection(adodb::Connection* given) const;
 
   Session& m_session;

@@ -2,10 +2,11 @@
 
 #include "platform/automation/Error.h"
 
-#include <functional>
+namespace support {
 
 /// The number of the runtime error that `action` raises, 0 for none.
-inline int ErrorOf(const std::function<void()>& action) {
+template <typename Action>
+int ErrorOf(Action action) {
   try {
     action();
   } catch (const automation::Error& error) {
@@ -13,3 +14,5 @@ inline int ErrorOf(const std::function<void()>& action) {
   }
   return 0;
 }
+
+}  // namespace support

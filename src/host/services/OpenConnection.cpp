@@ -1,16 +1,8 @@
-#include "host/services/Statements.h"
+#include "host/services/OpenConnection.h"
 
 #include "platform/automation/Error.h"
 
-using namespace Qt::StringLiterals;
-
 namespace host {
-
-QString SqlText(QStringView text) {
-  QString quoted = text.toString();
-  quoted.replace(u'\'', u"''"_s);
-  return u'\'' + quoted + u'\'';
-}
 
 adodb::Connection& Opened(adodb::Connection* connection) {
   if (connection == nullptr) {

@@ -1,0 +1,81 @@
+#include "support/TestDatabase.h"
+
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+
+#include <QFile>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace support {
+
+namespace {
+
+// A database of that content, one for the whole program: a copy costs less than preparing another.
+QString PreparedFile(database::Content content) {
+  static const QTemporaryDir folder;
+  const QString file = folder.filePath(QString::number(static_cast<int>(content)));
+  if (!QFile::exists(file)) {
+    database::PrepareDatabase(database::ConnectionStringForFile(file), content);
+  }
+  return file;
+}
+
+}  // namespace
+
+QStringList Rows(adodb::Connection& connection, const QString& statement) {
+  QStringList lines;
+  const auto rows = connection.Execute(statement);
+  while (rows->State() == adodb::StateOpen && !rows->AtEnd()) {
+    QStringList values;
+    for (int i = 0; i < rows->FieldCount(); ++i) {
+      const QVariant value = rows->Field(i);
+      values.append(automation::IsNull(value) ? u"NULL"_s : automation::CStr(value));
+    }
+    lines.append(values.join(u'|'));
+    rows->MoveNext();
+  }
+  return lines;
+}
+
+QString Outcome(adodb::Connection& connection, const QString& statement) {
+  try {
+    return Rows(connection, statement).join(u'/');
+  } catch (const automation::Error& error) {
+    return u"error %1"_s.arg(error.Number());
+  }
+}
+
+TestDatabase::TestDatabase(database::Content content) {
+  if (!QFile::copy(PreparedFile(content), Path())) {
+    throw std::runtime_error("no test database");
+  }
+  m_connection = Connect();
+}
+
+QString TestDatabase::Path(const QString& name) const {
+  return m_folder.filePath(name.isEmpty() ? u"kel.db"_s : name);
+}
+
+QString TestDatabase::ConnectionString() const {
+  return database::ConnectionStringForFile(Path());
+}
+
+std::unique_ptr<adodb::Connection> TestDatabase::Connect() const {
+  auto connection = database::CreateConnection(ConnectionString());
+  connection->Open();
+  return connection;
+}
+
+int TestDatabase::FirstNumber(const QString& statement) const {
+  const auto connection = Connect();
+  const auto rows = connection->Execute(statement);
+  if (rows->AtEnd()) {
+    throw std::runtime_error("no row: " + statement.toStdString());
+  }
+  return automation::CLng(rows->Field(0));
+}
+
+}  // namespace support

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "database/Database.h"
+#include "platform/adodb/Statement.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace support {
+
+/// The rows of a statement, a line each: its values as texts with "|" between them, Null as "NULL".
+QStringList Rows(adodb::Connection& connection, const QString& statement);
+
+/// The same in one line, the rows with "/" between them; "error N" where the statement fails with that number.
+QString Outcome(adodb::Connection& connection, const QString& statement);
+
+/// A prepared database file in a folder of its own, gone with this object, and an open connection to it.
+class TestDatabase {
+ public:
+  explicit TestDatabase(database::Content content = database::Content::Reference);
+
+  /// A path in the folder, without a name the database's.
+  QString Path(const QString& name = {}) const;
+  QString ConnectionString() const;
+  adodb::Connection& Connection() const { return *m_connection; }
+  /// Another connection, open.
+  std::unique_ptr<adodb::Connection> Connect() const;
+
+  // The statements of a test run beside Connection(), on a connection of their own: they see what was committed.
+
+  template <typename... Values>
+  void Execute(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    Connect()->Execute(statement.Text(values...));
+  }
+  template <typename... Values>
+  QStringList Query(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    return Rows(*Connect(), statement.Text(values...));
+  }
+  /// The number in the first column of the first row. Throws std::runtime_error where there is no row.
+  template <typename... Values>
+  int Id(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    return FirstNumber(statement.Text(values...));
+  }
+
+ private:
+  int FirstNumber(const QString& statement) const;
+
+  QTemporaryDir m_folder;
+  std::unique_ptr<adodb::Connection> m_connection;
+};
+
+}  // namespace support
