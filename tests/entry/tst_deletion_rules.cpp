@@ -1,4 +1,5 @@
 #include "entry/Deletion.h"
+#include "host/desktop/RecordReferences.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
 
@@ -139,10 +140,13 @@ class tst_deletion_rules : public QObject {
     QVERIFY(!IsMarked(host, reference->node, kept));
     QCOMPARE(host.connection().Writes(), QStringList());
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+    // The reference host tells the same uses when it explains why.
+    QCOMPARE(host::CountUses(host.connection(), reference->node, kept).size(), 1);
 
     // Referred to by deleted rows only: marked, and the connection closed.
     const int gone = NewRecord(host, reference->node);
     Refer(host, *reference, gone, -1);
+    QCOMPARE(host::CountUses(host.connection(), reference->node, gone).size(), 0);
     EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, gone));
     QVERIFY(IsMarked(host, reference->node, gone));
     QVERIFY(!IsMarked(host, reference->node, kept));
