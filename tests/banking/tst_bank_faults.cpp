@@ -155,7 +155,7 @@ class tst_bank_faults : public QObject {
     const int bank = MakeBank(host);
     const QStringList before = Everything(host);
     QProcess program;
-    program.start(QCoreApplication::applicationFilePath(), {u"--die"_s, host.file(), QString::number(bank)});
+    program.start(QCoreApplication::applicationFilePath(), {u"--die"_s, host.Path(), QString::number(bank)});
     QVERIFY(program.waitForFinished());
     QVERIFY(program.exitStatus() == QProcess::CrashExit && program.exitCode() == SIGKILL);
     QCOMPARE(Everything(host), before);

@@ -105,8 +105,8 @@ bool IsMarked(const TestHost& host, int node, int id) {
 void Refer(const TestHost& host, const Reference& reference, int id, int mark) {
   const QStringList statements = QString::fromLatin1(reference.insert).split(u';');
   for (QString statement : statements) {
-    host.Rows(statement.replace(QLatin1String("{ID}"), QString::number(id))
-                  .replace(QLatin1String("{E}"), QString::number(mark)));
+    support::Rows(host.Connection(), statement.replace(QLatin1String("{ID}"), QString::number(id))
+                                         .replace(QLatin1String("{E}"), QString::number(mark)));
   }
 }
 

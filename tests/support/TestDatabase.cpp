@@ -48,15 +48,17 @@ QString Outcome(adodb::Connection& connection, const QString& statement) {
   }
 }
 
-TestDatabase::TestDatabase(database::Content content) {
-  if (!QFile::copy(PreparedFile(content), Path())) {
+TestDatabase::TestDatabase(database::Content content) : m_file(m_folder.filePath(u"kel.db"_s)) {
+  if (!QFile::copy(PreparedFile(content), m_file)) {
     throw std::runtime_error("no test database");
   }
   m_connection = Connect();
 }
 
+TestDatabase::TestDatabase(const QString& file) : m_file(file), m_connection(Connect()) {}
+
 QString TestDatabase::Path(const QString& name) const {
-  return m_folder.filePath(name.isEmpty() ? u"kel.db"_s : name);
+  return name.isEmpty() ? m_file : m_folder.filePath(name);
 }
 
 QString TestDatabase::ConnectionString() const {

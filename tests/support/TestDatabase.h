@@ -20,8 +20,10 @@ QString Outcome(adodb::Connection& connection, const QString& statement);
 class TestDatabase {
  public:
   explicit TestDatabase(database::Content content = database::Content::Reference);
+  /// A file that another one made, which keeps it.
+  explicit TestDatabase(const QString& file);
 
-  /// A path in the folder, without a name the database's.
+  /// A path in the object's folder, without a name the database's.
   QString Path(const QString& name = {}) const;
   QString ConnectionString() const;
   adodb::Connection& Connection() const { return *m_connection; }
@@ -48,6 +50,7 @@ class TestDatabase {
   int FirstNumber(const QString& statement) const;
 
   QTemporaryDir m_folder;
+  QString m_file;
   std::unique_ptr<adodb::Connection> m_connection;
 };
 

@@ -13,18 +13,16 @@ void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
   helpShown.append(file);
 }
 
-TestHost::TestHost(database::Content content)
-    : m_file(m_folder.filePath(u"kel.db"_s)), m_connectionString(database::ConnectionStringForFile(m_file)) {
-  database::PrepareDatabase(m_connectionString, content);
+TestHost::TestHost(database::Content content) : TestDatabase(content) {
   Start();
 }
 
-TestHost::TestHost(const QString& file) : m_file(file), m_connectionString(database::ConnectionStringForFile(m_file)) {
+TestHost::TestHost(const QString& file) : TestDatabase(file) {
   Start();
 }
 
 void TestHost::Start() {
-  m_real = database::CreateConnection(m_connectionString);
+  m_real = database::CreateConnection(ConnectionString());
   m_recording = std::make_unique<RecordingConnection>(*m_real);
   session.connection = m_recording.get();
   session.title = u"Prueba"_s;
@@ -32,7 +30,7 @@ void TestHost::Start() {
   session.userId = 1;
   session.userName = u"Administrador"_s;
   session.userKind = 1;
-  session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
+  session.settingsFile = Path(u"ajustes.ini"_s);
   host::RegisterClasses(session);
   for (const PublishedClass& published : PublishedClasses()) {
     automation::RegisterClass(published.progId, published.create);
@@ -70,31 +68,6 @@ std::optional<automation::Error> TestHost::Call(const char* method) {
     return error;
   }
   return std::nullopt;
-}
-
-QStringList TestHost::Rows(const QString& statement) const {
-  const auto connection = database::CreateConnection(m_connectionString);
-  connection->Open();
-  QStringList lines;
-  const auto rows = connection->Execute(statement);
-  while (rows->State() == adodb::StateOpen && !rows->AtEnd()) {
-    QStringList values;
-    for (int i = 0; i < rows->FieldCount(); ++i) {
-      const QVariant value = rows->Field(i);
-      values.append(automation::IsNull(value) ? u"NULL"_s : automation::CStr(value));
-    }
-    lines.append(values.join(u'|'));
-    rows->MoveNext();
-  }
-  return lines;
-}
-
-int TestHost::FirstNumber(const QString& statement) const {
-  const QStringList lines = Rows(statement);
-  if (lines.isEmpty()) {
-    throw Failure("no row:", statement);
-  }
-  return lines.first().toInt();
 }
 
 }  // namespace support

@@ -2,15 +2,12 @@
 
 #include "support/Driver.h"
 #include "support/RecordingConnection.h"
+#include "support/TestDatabase.h"
 
-#include "database/Database.h"
 #include "framework/Platform.h"
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
-#include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
-
-#include <QTemporaryDir>
 
 #include <optional>
 
@@ -37,7 +34,7 @@ class TestPlatform : public Platform {
 
 /// A host for tests: a fresh database of reference data, the services, the component's class, a driver for the
 /// windows that open. The connection is closed between requests, as a host finds it.
-class TestHost {
+class TestHost : public TestDatabase {
  public:
   explicit TestHost(database::Content content = database::Content::Reference);
   /// On a database file that another host made.
@@ -50,35 +47,16 @@ class TestHost {
   std::optional<automation::Error> PasarDatos(int node, int action, int id = 0, const QVariant& aux = 0);
   std::optional<automation::Error> EliminarRegistro(int node, int id);
 
-  /// Runs a statement on a connection of its own, beside the request's. Rows come back as lines with "|" between
-  /// the values, Null as "NULL".
-  template <typename... Values>
-  QStringList Query(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    return Rows(statement.Text(values...));
-  }
-  /// The first value of the statement's first row, which must be there, as a number.
-  template <typename... Values>
-  int Id(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    return FirstNumber(statement.Text(values...));
-  }
-  QStringList Rows(const QString& statement) const;
-
   host::Session session;
   RecordingConnection& connection() { return *m_recording; }
   host::cPrincipal& services() { return *m_services; }
-  QString connectionString() const { return m_connectionString; }
-  QString file() const { return m_file; }
   Driver driver;
   TestPlatform platform;
 
  private:
   std::optional<automation::Error> Call(const char* method);
-  int FirstNumber(const QString& statement) const;
   void Start();
 
-  QTemporaryDir m_folder;
-  QString m_file;
-  QString m_connectionString;
   std::unique_ptr<adodb::Connection> m_real;
   std::unique_ptr<RecordingConnection> m_recording;
   std::unique_ptr<host::cPrincipal> m_services;
