@@ -4,9 +4,7 @@
 #include "framework/FocusWatch.h"
 #include "framework/Messages.h"
 #include "framework/NestedRequest.h"
-#include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
-#include "platform/automation/Invoke.h"
 #include "resources/StringTable.h"
 
 #include <QAbstractButton>
@@ -349,8 +347,7 @@ void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const 
 void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<void(qint32)>& created) {
   const NestedRequest nested(0, action.Nuevo());
   objApi().IDNodo(node);
-  const auto component = automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
-  automation::Call(component.get(), "PasarDatos", objApi().Object());
+  OwnDispatcher()(objApi().Object());
   const qint32 id = objApi().IDAuxNumber();
   if (id > 0) {
     created(id);

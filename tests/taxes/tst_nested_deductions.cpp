@@ -1,3 +1,4 @@
+#include "platform/automation/ClassRegistry.h"
 #include "support/Expect.h"
 
 #include <QMessageBox>
@@ -81,10 +82,12 @@ class tst_nested_deductions : public QObject {
     QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
   }
 
-  // Nobody but the component opens the connection again: at once, with its own string, before the lists are filled.
+  // Nobody but the component opens the connection again: at once, with its own string, before the lists are filled. And
+  // the dispatcher is this library's own, not one that is registered.
   void TheConnectionIsOpenedAtOnce() {
     TestHost host;
     host.driver.On("frmTipoDonativo", [&](const DialogUser& dialog) {
+      automation::UnregisterClass(u"KelConfiguracion.CPrincipal"_s);
       host.connection().Clear();
       dialog.Press("cmdAgregar_0");
       const QString fill = u"SELECT IDTipoDeduccion, Porcentaje FROM TipoDeducciones WHERE Eliminado=False"_s;
