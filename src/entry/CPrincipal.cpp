@@ -5,6 +5,7 @@
 #include "entry/Request.h"
 #include "framework/Help.h"
 #include "framework/HostServices.h"
+#include "framework/NestedRequest.h"
 #include "platform/automation/Error.h"
 
 namespace {
@@ -19,6 +20,7 @@ void OpenIfClosed(adodb::Connection& connection) {
 
 void CPrincipal::PasarDatos(QObject* obj) {
   const Request request(obj);
+  OwnDispatcher() = [](QObject* services) { CPrincipal().PasarDatos(services); };
   Help::SetFile(objApi().strFichAyuda());
   OpenIfClosed(objApi().congestion());
   if (dispatch::ShowDialog(objApi().IDNodo()) == dispatch::Outcome::NoPrinter) {

@@ -4,9 +4,12 @@
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
 #include "framework/Platform.h"
+#include "letters/Dialogs.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
+#include "publications/Dialogs.h"
 #include "reference/Dialogs.h"
+#include "taxes/Dialogs.h"
 
 #include <algorithm>
 #include <array>
@@ -95,24 +98,25 @@ std::span<const Entry> Table() {
   static const std::array table{
       Row(node.Bancos(), u"frmBanco"_s, GuardedLoad, CreateFrmBanco),
       Row(node.Sucursales(), u"frmSucursal"_s, Modal, CreateFrmSucursal),
-      Row(node.Cabeceras(), u"frmCabecera"_s, Modal, nullptr),
+      Row(node.Cabeceras(), u"frmCabecera"_s, Modal, CreateFrmCabecera),
       Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, nullptr),
-      Row(node.Diocesis(), u"frmDiocesis"_s, Modal, nullptr),
+      Row(node.Diocesis(), u"frmDiocesis"_s, Modal, CreateFrmDiocesis),
       Row(node.Emisores(), u"frmEmisor"_s, Modal, nullptr),
       Row(node.Paises(), u"frmPais"_s, Modal, CreateFrmPais),
       Row(node.Presentadores(), u"frmPresentador"_s, Modal, nullptr),
       Row(node.Cobradores(), u"frmCobrador"_s, Modal, nullptr),
       Row(node.Provincias(), u"frmProvincia"_s, Modal, CreateFrmProvincia),
-      Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, nullptr),
-      Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, nullptr),
-      Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, nullptr),
+      Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, CreateFrmPublicacion),
+      Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, CreateFrmTipoDonativo),
+      Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, CreateFrmTipoDeduccion),
       Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, nullptr),
       // Intended: never reached, for the same node stands above.
       Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, nullptr),
       // Intended: the release clears the deduction type's dialog; this one's own default instance stays.
-      Row(node.DeduccionesComunidad(), u"frmDeduccionComunidad"_s, Modal, nullptr, u"frmTipoDeduccion"_s),
-      Row(node.ComunidadAutonoma(), u"frmComunidadAutonoma"_s, Modal, nullptr),
-      Row(node.Encabezados(), u"frmEncabezado"_s, GuardedLoadOfARecord, nullptr),
+      Row(node.DeduccionesComunidad(), u"frmDeduccionComunidad"_s, Modal, CreateFrmDeduccionComunidad,
+          u"frmTipoDeduccion"_s),
+      Row(node.ComunidadAutonoma(), u"frmComunidadAutonoma"_s, Modal, CreateFrmComunidadAutonoma),
+      Row(node.Encabezados(), u"frmEncabezado"_s, GuardedLoadOfARecord, CreateFrmEncabezado),
   };
   return table;
 }

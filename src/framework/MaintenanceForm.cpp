@@ -4,9 +4,7 @@
 #include "framework/FocusWatch.h"
 #include "framework/Messages.h"
 #include "framework/NestedRequest.h"
-#include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
-#include "platform/automation/Invoke.h"
 #include "resources/StringTable.h"
 
 #include <QAbstractButton>
@@ -53,6 +51,7 @@ MaintenanceForm::~MaintenanceForm() = default;
 void MaintenanceForm::OnLoad() {
   m_lockedKey.reset();
   m_created.reset();
+  m_written = false;
   m_loadFailed = true;
   if (std::holds_alternative<ErrorLetOut>(m_card.errors)) {
     LoadAsTheRequestSays();
@@ -131,8 +130,8 @@ void MaintenanceForm::OnUnload() {
     return;
   }
   std::optional<automation::Error> error;
-  if (!m_created && m_card.cancel != CancelAnswer::Nothing) {
-    // A dialog that was opened for another one and created nothing says so, however it was closed.
+  if (!m_created && !m_written && m_card.cancel != CancelAnswer::Nothing) {
+    // A dialog that was opened for another one and wrote nothing says so, however it was closed.
     Try(error, [this] {
       if (IsNuevo()) {
         objApi().IDAux(0);
@@ -166,15 +165,14 @@ void MaintenanceForm::AcceptAndClose() {
     return;
   }
   m_writing.emplace(this);
-  bool written = false;
   try {
-    written = Write();
+    m_written = Write();
   } catch (...) {
     m_writing.reset();
     throw;
   }
   m_writing.reset();
-  if (written) {
+  if (m_written) {
     Unload();
   }
 }
@@ -254,8 +252,7 @@ void MaintenanceForm::HandBack(qint32 id) {
 }
 
 void MaintenanceForm::HandBack(QStringView field, adodb::Statement<> statement) {
-  const QVariant id = FirstField(statement.Text(), field);
-  HandBack(automation::IsNull(id) ? 0 : automation::CLng(id));
+  HandBack(IdOrZero(FirstField(statement.Text(), field)));
 }
 
 void MaintenanceForm::FillComboFrom(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
@@ -272,6 +269,10 @@ QString MaintenanceForm::Text(const QVariant& value) {
   return automation::Text(value);
 }
 
+qint32 MaintenanceForm::IdOrZero(const QVariant& value) {
+  return automation::IsNull(value) ? 0 : automation::CLng(value);
+}
+
 QString MaintenanceForm::LoadResString(int id) {
   return resources::LoadResString(id);
 }
@@ -285,8 +286,13 @@ bool MaintenanceForm::Refuse(QWidget* control, int stringId, int style) {
 }
 
 int MaintenanceForm::Ask(int stringId, int style) {
+  return Ask(LoadResString(stringId), style);
+}
+
+int MaintenanceForm::Ask(const QString& text, int style) {
   m_writing.reset();
-  return ShowMessageWithBeep(stringId, style);
+  Platform::Current().Beep();
+  return ShowText(text, style);
 }
 
 bool MaintenanceForm::Trap(const std::function<void()>& work) {
@@ -306,11 +312,16 @@ bool MaintenanceForm::Trap(const QString& procedure, const std::function<void()>
 
 bool MaintenanceForm::TrapInTransaction(const QString& procedure, const std::function<void()>& work) {
   std::optional<adodb::Transaction> transaction;
-  return Trap(procedure, [&] {
+  const bool done = Trap(procedure, [&] {
     transaction.emplace(Connection());
     work();
     transaction->Commit();
   });
+  if (!done && m_created) {
+    objApi().IDAux(0);
+    m_created.reset();
+  }
+  return done;
 }
 
 void MaintenanceForm::Tell(const automation::Error& error, const QString& procedure) {
@@ -336,8 +347,7 @@ void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const 
 void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<void(qint32)>& created) {
   const NestedRequest nested(0, action.Nuevo());
   objApi().IDNodo(node);
-  const auto component = automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
-  automation::Call(component.get(), "PasarDatos", objApi().Object());
+  OwnDispatcher()(objApi().Object());
   const qint32 id = objApi().IDAuxNumber();
   if (id > 0) {
     created(id);

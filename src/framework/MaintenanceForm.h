@@ -133,19 +133,24 @@ class MaintenanceForm : public Form {
 
   /// The text of a value, Null as the empty one.
   static QString Text(const QVariant& value);
+  /// The identifier in a column that may be empty; Null as 0.
+  static qint32 IdOrZero(const QVariant& value);
   static QString LoadResString(int id);
 
   // Messages. Input that was disabled for writing is enabled before the user is asked anything.
 
   /// Beep, the string's message, the focus to `control` where one is given. Always false.
   bool Refuse(QWidget* control, int stringId, int style);
-  /// Beep, the string's message; the answer.
+  /// Beep, the string's message, or a text that stands in no table; the answer.
   int Ask(int stringId, int style);
+  int Ask(const QString& text, int style);
   /// Runs `work`; false when it let an error out, which was then told as the card says.
   bool Trap(const std::function<void()>& work);
-  /// The same, told through the host's VerError under the procedure's name, as reports spell it.
+  /// The same, told through the host's VerError under the procedure's name, as reports spell it. The name is read when
+  /// the error is told, so that `work` may say in which part of itself it is.
   bool Trap(const QString& procedure, const std::function<void()>& work);
-  /// The same inside a transaction, which is committed after `work`; an error is reported before the roll-back.
+  /// The same inside a transaction, which is committed after `work`; an error is reported before the roll-back, which
+  /// takes back what was handed back, too.
   bool TrapInTransaction(const QString& procedure, const std::function<void()>& work);
 
   // Other dialogs, in the middle of this one.
@@ -189,6 +194,7 @@ class MaintenanceForm : public Form {
   std::optional<InputDisabled> m_writing;
   std::optional<qint32> m_lockedKey;
   std::optional<qint32> m_created;
+  bool m_written = false;
   bool m_loadFailed = false;
 };
 

@@ -1,6 +1,12 @@
 #include "framework/NestedRequest.h"
 
 #include "framework/HostServices.h"
+#include "platform/automation/Error.h"
+
+Dispatcher& OwnDispatcher() {
+  static Dispatcher dispatcher = [](QObject*) { throw automation::Error(automation::ObjectNotSet); };
+  return dispatcher;
+}
 
 NestedRequest::NestedRequest(const QVariant& idAux, int action)
     : m_node(objApi().IDNodo()),

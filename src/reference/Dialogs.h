@@ -5,6 +5,8 @@
 /// The dialogs of the reference tables. Each is opened by a request of the host, or in the middle of another dialog
 /// (MaintenanceForm::OpenNested).
 
+/// Under the action `Nuevo` the caller may fix the diocese's province in `IDAux`.
+std::unique_ptr<MaintenanceForm> CreateFrmDiocesis();
 std::unique_ptr<MaintenanceForm> CreateFrmPais();
 /// Under the action `Nuevo` the caller may fix the province's country in `IDAux`.
 std::unique_ptr<MaintenanceForm> CreateFrmProvincia();

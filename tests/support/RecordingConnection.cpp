@@ -1,5 +1,7 @@
 #include "support/RecordingConnection.h"
 
+#include "platform/automation/Error.h"
+
 using namespace Qt::StringLiterals;
 
 namespace support {
@@ -12,6 +14,14 @@ QStringList RecordingConnection::Writes() const {
     }
   }
   return writes;
+}
+
+void RecordingConnection::FailAt(const QString& beginning) {
+  m_hook = [beginning](const QString& entry) {
+    if (!beginning.isEmpty() && entry.startsWith(beginning)) {
+      throw automation::Error(-2147467259, u"sin conexión"_s);
+    }
+  };
 }
 
 void RecordingConnection::Note(const QString& entry) {

@@ -22,6 +22,8 @@ class RecordingConnection : public adodb::Connection {
   void Clear() { m_log.clear(); }
   /// Calls `hook` before each entry is logged and done; what the hook throws is the connection's failure.
   void SetHook(std::function<void(const QString& entry)> hook) { m_hook = std::move(hook); }
+  /// Entries that begin so fail, with the number -2147467259; an empty text ends that.
+  void FailAt(const QString& beginning);
 
   int State() const override { return m_real.State(); }
   void Open() override;

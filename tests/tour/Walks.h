@@ -7,6 +7,9 @@ namespace tour {
 
 void WalkReference(Tour& tour);
 void WalkBanking(Tour& tour);
+void WalkTaxes(Tour& tour);
+void WalkPublications(Tour& tour);
+void WalkLetters(Tour& tour);
 void WalkDeletions(Tour& tour);
 void WalkMissing(Tour& tour);
 

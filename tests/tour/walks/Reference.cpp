@@ -52,11 +52,41 @@ void WalkProvinces(Tour& tour) {
             {u"Isla Grande|Lemuria"_s});
 }
 
+void WalkDioceses(Tour& tour) {
+  tour.Windows().On("frmDiocesis", [&](const DialogUser& dialog) {
+    dialog.Press("cmdDiocesis_0");
+    dialog.Press("cmdNProvincia");
+    dialog.Type("txtDiocesis", u"Diócesis d'Ultramar"_s);
+    tour.Picture(dialog, u"frmDiocesis"_s);
+    dialog.Press("cmdDiocesis_0");
+  });
+  tour.Windows().Answer(QMessageBox::Ok);
+  tour.Windows().On("frmProvincia", [](const DialogUser& dialog) {
+    dialog.Choose("cboPais", u"Lemuria"_s);
+    dialog.Type("txtProvincia", u"Isla Chica"_s);
+    dialog.Press("cmdProvincia_0");
+  });
+  const QString query =
+      u"SELECT Diocesis.Nombre, Provincias.Nombre AS Provincia FROM Diocesis LEFT JOIN Provincias ON "
+      "Diocesis.CodProvincia=Provincias.IDProvincia WHERE Diocesis.Nombre='Diócesis d''Ultramar'"_s;
+  tour.Step(u"Diócesis: sin nombre no; con provincia nueva"_s, {.node = node.Diocesis(), .action = action.Agregar()},
+            query, {u"Diócesis d'Ultramar|Isla Chica"_s});
+
+  const int id = tour.Id(u"SELECT MAX(IDDiocesis) AS N FROM Diocesis");
+  tour.Windows().On("frmDiocesis", [](const DialogUser& dialog) {
+    dialog.Choose("cboProvincia", u"Cuenca"_s);
+    dialog.Press("cmdDiocesis_0");
+  });
+  tour.Step(u"Diócesis: modificar"_s, {.node = node.Diocesis(), .action = action.Modificar(), .id = id}, query,
+            {u"Diócesis d'Ultramar|Cuenca"_s});
+}
+
 }  // namespace
 
 void WalkReference(Tour& tour) {
   WalkCountries(tour);
   WalkProvinces(tour);
+  WalkDioceses(tour);
 }
 
 }  // namespace tour
