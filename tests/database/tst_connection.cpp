@@ -4,7 +4,11 @@
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QSemaphore>
 #include <QTest>
+#include <QThread>
+
+#include <thread>
 
 using support::ErrorOf;
 using support::Outcome;
@@ -29,6 +33,7 @@ class tst_connection : public QObject {
   void ClosingRollsBack();
   void ALostTransactionIsNotCommitted();
   void ALockedDatabaseIsRefused();
+  void AShortLockIsWaitedFor();
   void AStaleReadBlocksNoWrite();
   void AffectedRows();
   void RepeatedLabels();
@@ -223,6 +228,23 @@ void tst_connection::ALockedDatabaseIsRefused() {
   holder.CommitTrans();
   connection->Execute(insertBank);
   QCOMPARE(Outcome(*connection, countBanks), u"2"_s);
+}
+
+void tst_connection::AShortLockIsWaitedFor() {
+  QSemaphore locked;
+  std::thread other([&] {
+    const auto holder = m_database->Connect();
+    holder->BeginTrans();
+    holder->Execute(insertBank);
+    locked.release();
+    QThread::msleep(100);
+    holder->CommitTrans();
+  });
+  locked.acquire();
+  const int error = ErrorOf([&] { m_database->Connection().Execute(insertBank); });
+  other.join();
+  QCOMPARE(error, 0);
+  QCOMPARE(Outcome(m_database->Connection(), countBanks), u"2"_s);
 }
 
 // The read began before another program wrote: it must neither stand in this one's way nor see what came later.

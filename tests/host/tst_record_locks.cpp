@@ -174,12 +174,17 @@ void tst_record_locks::OwnSecondTrySucceeds() {
 void tst_record_locks::RecordsAreApart() {
   User first(m_database->ConnectionString(), 1, u"Ana"_s);
   User second(m_database->ConnectionString(), 2, u"Blas"_s);
+  QVERIFY(first.Lock(4));
   QVERIFY(first.Lock(5));
   QVERIFY(second.Lock(6));
-  bool held = false;
-  QObject* none = nullptr;
-  Call(second.Api(), "BloqueoRegistro", none, u"frmPais"_s, u"IDPais"_s, 5, Ref(held));
-  QVERIFY(held);
+  for (const QString& column : {u"IDAlgo"_s, u"IDPais"_s}) {
+    bool held = false;
+    Call(second.Api(), "BloqueoRegistro", nullptr, u"frmPais"_s, column, 5, Ref(held));
+    QVERIFY(held);
+  }
+  first.Unlock(4);
+  QVERIFY(!second.Lock(5));
+  QVERIFY(second.Lock(4));
 }
 
 void tst_record_locks::HolderIsTold() {

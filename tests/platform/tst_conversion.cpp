@@ -142,6 +142,7 @@ class tst_conversion : public QObject {
     QCOMPARE(CStr(true), u"Verdadero"_s);
     QCOMPARE(CStr(0.1 + 0.2), u"0,3"_s);
     QCOMPARE(Text(Null()), QString());
+    QVERIFY(IsNull(Null()) && !IsNull(QVariant()) && !IsNull(u""_s));
     QCOMPARE(Outcome([] { return CStr(Null()); }), u"error 94"_s);
     QCOMPARE(Val(u"12001"), 12001.0);
     QCOMPARE(Val(u" 1 2,5"), 12.0);
