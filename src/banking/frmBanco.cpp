@@ -19,11 +19,6 @@ constexpr cConstAccion action;
 
 const FormCard card{.name = u"frmBanco"_s, .lock = u"IDBanco"_s, .prompt = 1101, .errors = ErrorBox{1102}};
 
-// An identifier of a column that may be empty.
-qint32 IdOrZero(const QVariant& value) {
-  return automation::IsNull(value) ? 0 : automation::CLng(value);
-}
-
 /// Adds or edits one bank together with its branches. The branches are edited in memory; Accept writes everything in
 /// one transaction.
 class frmBanco final : public FormOn<Ui::frmBanco> {

@@ -162,7 +162,18 @@ void MaintenanceForm::Buttons(QObject* accept, QAbstractButton* cancel) {
 }
 
 void MaintenanceForm::AcceptAndClose() {
-  if (!LeaveFields() || !Validate()) {
+  if (!LeaveFields()) {
+    return;
+  }
+  if (m_card.accept.isEmpty()) {
+    ValidateAndWrite();
+  } else {
+    Trap(m_card.accept, [this] { ValidateAndWrite(); });
+  }
+}
+
+void MaintenanceForm::ValidateAndWrite() {
+  if (!Validate()) {
     return;
   }
   m_writing.emplace(this);
@@ -201,7 +212,11 @@ FocusWatch* MaintenanceForm::Watch(QWidget* control) {
 }
 
 void MaintenanceForm::SelectTextOnFocusOf(QWidget* box) {
-  On(Watch(box), &FocusWatch::Entered, [box] { HostServices::Fresh().SeleccionarTexto(box); });
+  OnEnter(box, [box] { HostServices::Fresh().SeleccionarTexto(box); });
+}
+
+void MaintenanceForm::OnEnter(QWidget* control, const std::function<void()>& handler) {
+  On(Watch(control), &FocusWatch::Entered, handler);
 }
 
 void MaintenanceForm::OnLeave(QWidget* control, const std::function<void()>& handler) {
@@ -218,16 +233,17 @@ void MaintenanceForm::OnChosen(QComboBox* combo, const std::function<void()>& ha
 
 void MaintenanceForm::CouplePostcode(QLineEdit* postcode, QComboBox* province) {
   constexpr qsizetype prefixLength = 2;
-  OnLeave(postcode, [postcode, province] {
-    if (postcode->text().trimmed().size() >= prefixLength) {
-      HostServices::Fresh().SeleccionarCP_Provincia(postcode, province);
-    }
-  });
-  OnLeave(province, [postcode, province] {
-    if (province->currentIndex() >= 0) {
-      HostServices::Fresh().SeleccionarCP_Provincia(province, postcode);
-    }
-  });
+  const QString procedure = u"SeleccionarProvinciaCP"_s;
+  OnLeave(postcode, Trapped(procedure, [postcode, province] {
+            if (postcode->text().trimmed().size() >= prefixLength) {
+              HostServices::Fresh().SeleccionarCP_Provincia(postcode, province);
+            }
+          }));
+  OnLeave(province, Trapped(procedure, [postcode, province] {
+            if (province->currentIndex() >= 0) {
+              HostServices::Fresh().SeleccionarCP_Provincia(province, postcode);
+            }
+          }));
 }
 
 bool MaintenanceForm::IsAdd() const {
@@ -254,8 +270,7 @@ void MaintenanceForm::HandBack(qint32 id) {
 }
 
 void MaintenanceForm::HandBack(QStringView field, adodb::Statement<> statement) {
-  const QVariant id = FirstField(statement.Text(), field);
-  HandBack(automation::IsNull(id) ? 0 : automation::CLng(id));
+  HandBack(IdOrZero(FirstField(statement.Text(), field)));
 }
 
 void MaintenanceForm::FillComboFrom(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
@@ -272,12 +287,20 @@ QString MaintenanceForm::Text(const QVariant& value) {
   return automation::Text(value);
 }
 
+qint32 MaintenanceForm::IdOrZero(const QVariant& value) {
+  return automation::IsNull(value) ? 0 : automation::CLng(value);
+}
+
 QString MaintenanceForm::LoadResString(int id) {
   return resources::LoadResString(id);
 }
 
 bool MaintenanceForm::Refuse(QWidget* control, int stringId, int style) {
-  Ask(stringId, style);
+  return Refuse(control, LoadResString(stringId), style);
+}
+
+bool MaintenanceForm::Refuse(QWidget* control, const QString& text, int style) {
+  Ask(text, style);
   if (control != nullptr) {
     control->setFocus();
   }
@@ -285,8 +308,13 @@ bool MaintenanceForm::Refuse(QWidget* control, int stringId, int style) {
 }
 
 int MaintenanceForm::Ask(int stringId, int style) {
+  return Ask(LoadResString(stringId), style);
+}
+
+int MaintenanceForm::Ask(const QString& text, int style) {
   m_writing.reset();
-  return ShowMessageWithBeep(stringId, style);
+  Platform::Current().Beep();
+  return ShowText(text, style);
 }
 
 bool MaintenanceForm::Trap(const std::function<void()>& work) {
@@ -302,6 +330,10 @@ bool MaintenanceForm::Trap(const QString& procedure, const std::function<void()>
     Tell(automation::CurrentError(), procedure);
     return false;
   }
+}
+
+std::function<void()> MaintenanceForm::Trapped(const QString& procedure, const std::function<void()>& handler) {
+  return [this, procedure, handler] { Trap(procedure, handler); };
 }
 
 bool MaintenanceForm::TrapInTransaction(const QString& procedure, const std::function<void()>& work) {
@@ -321,7 +353,9 @@ void MaintenanceForm::Tell(const automation::Error& error, const QString& proced
   }
   const auto* report = std::get_if<ErrorReport>(&m_card.errors);
   const bool hasEntity = report != nullptr && !report->entity.isEmpty();
-  ReportError(error, procedure, hasEntity ? report->entity : m_card.name);
+  const bool fresh = report != nullptr && report->freshServices;
+  ReportError(error, procedure, hasEntity ? report->entity : m_card.name, ownComponent,
+              fresh ? HostServices::Fresh() : objApi());
 }
 
 void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const Nested& request,
