@@ -336,6 +336,22 @@ class tst_form_life : public QObject {
     QCOMPARE(boxes.size(), 2);
   }
 
+  // Offscreen, too, where no window manager does it.
+  void TheWindowBelowIsActiveAgain() {
+    Diary form(m_entries);
+    Diary nested(m_entries, {.name = u"frmOtro"_s});
+    m_host->driver.Answer(QMessageBox::Ok);
+    m_host->driver.On("frmOtro", [](const DialogUser& dialog) { dialog.Press("cmd_1"); });
+    m_host->driver.On("frmDiario", [&](const DialogUser& dialog) {
+      form.Refuse(nullptr, 12100, vbInformation);
+      QTRY_VERIFY(form.isActiveWindow());
+      nested.ShowModal();
+      QTRY_VERIFY(form.isActiveWindow());
+      dialog.Press("cmd_1");
+    });
+    form.ShowModal();
+  }
+
   // A trapped error is told before the transaction is rolled back.
   void TransactionsAreRolledBackAfterTheReport() {
     Diary form(m_entries, {.name = u"frmDiario"_s});

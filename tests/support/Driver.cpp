@@ -59,6 +59,13 @@ QWidget* DialogUser::Usable(const char* name) const {
   if (!control->isVisible()) {
     throw Failure("hidden control", QString::fromUtf8(name));
   }
+  // Under a box of the host's own, which gives nothing back where no window manager does.
+  if (!m_dialog->isActiveWindow()) {
+    m_dialog->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_dialog)) {
+      throw Failure("window not active:", m_dialog->objectName());
+    }
+  }
   return control;
 }
 
