@@ -14,9 +14,11 @@
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
+#include <QStandardItemModel>
 #include <QTableView>
 
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -273,13 +275,21 @@ void MaintenanceForm::HandBack(QStringView field, adodb::Statement<> statement) 
   HandBack(IdOrZero(FirstField(statement.Text(), field)));
 }
 
-void MaintenanceForm::FillComboFrom(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
+void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
                                     const QString& statement) const {
   const auto rs = Connection().Execute(statement);
-  combo->clear();
+  std::vector<std::unique_ptr<QStandardItem>> items;
   for (; !rs->AtEnd(); rs->MoveNext()) {
-    combo->addItem(Text(rs->Field(textField)), automation::CLng(rs->Field(idField)));
+    items.push_back(std::make_unique<QStandardItem>(text(*rs)));
+    items.back()->setData(automation::CLng(rs->Field(idField)), Qt::UserRole);
   }
+  combo->clear();
+  // All at once: item by item, thousands take more than twice as long.
+  QList<QStandardItem*> rows;
+  for (std::unique_ptr<QStandardItem>& item : items) {
+    rows.append(item.release());
+  }
+  static_cast<QStandardItemModel*>(combo->model())->invisibleRootItem()->appendRows(rows);
   combo->setCurrentIndex(combo->findData(id));
 }
 

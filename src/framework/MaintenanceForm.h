@@ -133,7 +133,16 @@ class MaintenanceForm : public Form {
   template <typename... Values>
   void FillCombo(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
                  std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    FillComboFrom(combo, textField, idField, id, statement.Text(values...));
+    FillComboFrom(
+        combo, [textField](adodb::Recordset& row) { return Text(row.Field(textField)); }, idField, id,
+        statement.Text(values...));
+  }
+  /// The same with texts that are put together from a row.
+  using ItemText = std::function<QString(adodb::Recordset& row)>;
+  template <typename... Values>
+  void FillCombo(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
+                 std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    FillComboFrom(combo, text, idField, id, statement.Text(values...));
   }
 
   // Values.
@@ -186,7 +195,7 @@ class MaintenanceForm : public Form {
   void SelectTextOnFocusOf(QWidget* box);
   FocusWatch* Watch(QWidget* control);
   QVariant FirstField(const QString& statement, QStringView field) const;
-  void FillComboFrom(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
+  void FillComboFrom(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
                      const QString& statement) const;
   void LoadAsTheRequestSays();
   void ValidateAndWrite();

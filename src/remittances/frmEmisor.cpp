@@ -50,16 +50,13 @@ class frmEmisor final : public FormOn<Ui::frmEmisor, PartyForm> {
   }
 
   void FillPresenters() {
-    const auto rs = Execute(
-        u"SELECT Presentadores.IDPresentador, Presentadores.Nombre, Bancos.Nombre As Banco FROM Presentadores "
-        u"INNER JOIN Bancos ON Presentadores.codBanco=Bancos.IDBanco WHERE Presentadores.Eliminado=0 "
-        u"ORDER BY Presentadores.Nombre");
-    ui.cboPresentadores->clear();
-    for (; !rs->AtEnd(); rs->MoveNext()) {
-      ui.cboPresentadores->addItem(Text(rs->Field(u"Nombre")) + u" - "_s + Text(rs->Field(u"banco")),
-                                   IdOrZero(rs->Field(u"IDPresentador")));
-    }
-    ui.cboPresentadores->setCurrentIndex(-1);
+    const auto text = [](adodb::Recordset& row) {
+      return Text(row.Field(u"Nombre")) + u" - "_s + Text(row.Field(u"banco"));
+    };
+    FillCombo(ui.cboPresentadores, text, u"IDPresentador", 0,
+              u"SELECT Presentadores.IDPresentador, Presentadores.Nombre, Bancos.Nombre As Banco FROM Presentadores "
+              u"INNER JOIN Bancos ON Presentadores.codBanco=Bancos.IDBanco WHERE Presentadores.Eliminado=0 "
+              u"ORDER BY Presentadores.Nombre");
   }
 
   void FillProvinces(qint32 country, const QVariant& selected) {
