@@ -100,11 +100,12 @@ void DialogUser::Choose(const char* name, const QString& text) const {
   if (combo == nullptr) {
     throw Failure("control of another kind:", QString::fromUtf8(name));
   }
+  // Whoever goes to a list leaves another control, which may fill it.
+  combo->setFocus();
   const int index = combo->findText(text);
   if (index < 0) {
     throw Failure("no item", text);
   }
-  combo->setFocus();
   combo->setCurrentIndex(index);
   Q_EMIT combo->activated(index);
 }
