@@ -9,14 +9,13 @@
 NumberedList::NumberedList(const ListHelper& lists, QComboBox* list, QLineEdit* box, const QString& keyColumn)
     : m_lists(lists), m_list(list), m_box(box), m_keyColumn(keyColumn), m_shown(box->text()) {}
 
-void NumberedList::Select(qint32 id) {
-  const QSignalBlocker quiet(m_list);
-  m_lists.LocalizarElementoLista(m_list, id);
-  ShowNumberOf(id);
-}
-
 void NumberedList::ShowNumber() {
   ShowNumberOf(ItemData(m_list));
+}
+
+void NumberedList::ShowNumberOf(qint32 id) {
+  m_shown = id != 0 ? m_lists.CargarBancoSucursalCaja(m_keyColumn, id) : QString();
+  m_box->setText(m_shown);
 }
 
 bool NumberedList::SelectTyped() {
@@ -32,9 +31,4 @@ bool NumberedList::SelectTyped() {
     ShowNumberOf(selected);
   }
   return selected != before;
-}
-
-void NumberedList::ShowNumberOf(qint32 id) {
-  m_shown = id != 0 ? m_lists.CargarBancoSucursalCaja(m_keyColumn, id) : QString();
-  m_box->setText(m_shown);
 }

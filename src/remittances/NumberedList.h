@@ -14,18 +14,16 @@ class NumberedList {
   /// `keyColumn` is "IDBanco" or "IDSucursal". The controls are the dialog's.
   NumberedList(const ListHelper& lists, QComboBox* list, QLineEdit* box, const QString& keyColumn);
 
-  /// Selects the record in the list, nothing for one that is not listed, and shows its number even then.
-  void Select(qint32 id);
   /// Writes the number of the selected record into the box, nothing for none.
   void ShowNumber();
+  /// The same for a record that need not be listed: a stored one may be deleted. 0 is none.
+  void ShowNumberOf(qint32 id);
   /// Selects the record whose number stands in the box, nothing when there is none; what was typed then stays. True
   /// when something else, or nothing, is selected now. A box that shows what was written into it selects nothing new:
   /// several records may have one number.
   bool SelectTyped();
 
  private:
-  void ShowNumberOf(qint32 id);
-
   ListHelper m_lists;
   QComboBox* m_list;
   QLineEdit* m_box;

@@ -76,10 +76,13 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
     return box == nifBox ? text.toUpper() : text;
   }
 
-  // A number without its letter is not completed by itself: the user may take the one that fits.
+  // A number without its letter is not completed by itself: the user may take the one that fits. A null one withdraws
+  // the offer.
   void OfferLetter(QChar letter) {
-    ui.cmdLetra->setText(u"Añadir la &letra %1"_s.arg(letter));
     ui.cmdLetra->setVisible(!letter.isNull());
+    if (!letter.isNull()) {
+      ui.cmdLetra->setText(u"Añadir la &letra %1"_s.arg(letter));
+    }
   }
 
   void TakeLetter() {

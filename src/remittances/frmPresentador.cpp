@@ -63,9 +63,15 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
     ui.txtSufijo->setText(Text(rs->Field(u"Sufijo")));
     const qint32 bank = IdOrZero(rs->Field(u"CodBanco"));
     const qint32 branch = IdOrZero(rs->Field(u"CodSucursal"));
-    m_bank->Select(bank);
+    SelectBank(bank);
+    m_bank->ShowNumberOf(bank);
     FillBranches(bank, branch);
-    m_branch->Select(branch);
+    m_branch->ShowNumberOf(branch);
+  }
+
+  void SelectBank(qint32 bank) {
+    const QSignalBlocker quiet(ui.cboBancos);
+    m_lists->LocalizarElementoLista(ui.cboBancos, bank);
   }
 
   // `selected` may be empty, for none.
