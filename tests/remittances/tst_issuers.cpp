@@ -12,10 +12,6 @@ using support::TestHost;
 
 namespace {
 
-const QString suffixTaken =
-    u"Prueba|informacion|Ya existe en la base de datos un emisor con ese sufijo. ¿Desea introducir el emisor de todos "
-    "modos?"_s;
-
 // A presenter at a bank, and the province that new issuers start in.
 struct Scene : Office {
   explicit Scene(const TestHost& testHost) : Office(testHost) {
@@ -145,33 +141,6 @@ class tst_issuers : public QObject {
     QCOMPARE(Requested(host, "IDAux"), 0);
   }
 
-  void ATakenSuffixIsAWarning_data() {
-    QTest::addColumn<bool>("modify");
-    QTest::newRow("add") << false;
-    QTest::newRow("modify") << true;
-  }
-  void ATakenSuffixIsAWarning() {
-    QFETCH(bool, modify);
-    TestHost host;
-    const Scene scene(host);
-    scene.Issuer(u"Otro"_s, u"007"_s);
-    const int own = scene.Issuer(u"Uno"_s, u"001"_s);
-    host.driver.On("frmEmisor", [&](const DialogUser& dialog) {
-      FillParty(dialog, u"7"_s);
-      host.driver.Answer(QMessageBox::No);
-      dialog.Press("cmdEmisor_0");
-      QCOMPARE(dialog.Focused(), u"txtSufijo"_s);
-      host.driver.Answer(QMessageBox::Yes);
-      dialog.Press("cmdEmisor_0");
-    });
-    EXPECT_CLEAN(host,
-                 host.PasarDatos(node.Emisores(), modify ? action.Modificar() : action.Nuevo(), modify ? own : 0));
-    QCOMPARE(host.driver.Boxes(), QStringList(2, suffixTaken));
-    QCOMPARE(host.Query(u"SELECT Sufijo FROM Emisores ORDER BY IDEmisor").join(u' '),
-             modify ? u"007 007"_s : u"007 001 007"_s);
-    QCOMPARE(Requested(host, "IDAux"), modify ? 0 : own + 1);
-  }
-
   void PostcodeAndProvince_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("kept");
@@ -201,50 +170,6 @@ class tst_issuers : public QObject {
       dialog.Press("cmdEmisor_1");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Agregar()));
-  }
-
-  // The coupling is the frame's; here its failure must not cost what was typed.
-  void FailuresLoseNothing_data() {
-    QTest::addColumn<QString>("failing");
-    QTest::addColumn<QString>("procedure");
-    QTest::newRow("load") << u"INNER JOIN Bancos"_s << u"Form Load"_s;
-    QTest::newRow("postcode") << u"Prefijo"_s << u"SeleccionarProvinciaCP"_s;
-    QTest::newRow("country") << u"CodPais=74"_s << u"cboPaises_Click"_s;
-    QTest::newRow("suffix") << u"SELECT idemisor"_s << u"cmdEmisor_Click"_s;
-    QTest::newRow("write") << u"INSERT"_s << u"cmdEmisor_Click"_s;
-  }
-  void FailuresLoseNothing() {
-    QFETCH(QString, failing);
-    QFETCH(QString, procedure);
-    TestHost host;
-    const Scene scene(host);
-    const int francia = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
-    failing.replace(u"CodPais=74"_s, u"CodPais=%1"_s.arg(francia));
-    bool failed = false;
-    host.connection().SetHook([&](const QString& text) {
-      if (!failed && text.contains(failing)) {
-        failed = true;
-        throw automation::Error(-2147467259, u"sin conexión"_s);
-      }
-    });
-    const bool opens = procedure != u"Form Load"_s;
-    if (opens) {
-      host.driver.On("frmEmisor", [](const DialogUser& dialog) {
-        FillParty(dialog, u"1"_s);
-        dialog.Choose("cboPaises", u"Francia"_s);
-        dialog.Choose("cboPaises", u"España"_s);
-        dialog.Type("txtCP", u"08001"_s);
-        dialog.Press("cmdEmisor_0");
-        if (dialog.Dialog()->isVisible()) {
-          dialog.Press("cmdEmisor_0");
-        }
-      });
-    }
-    host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Agregar()));
-    const QString origin = u"KelConfiguracion / Emisores / "_s + procedure;
-    QVERIFY2(host.driver.Boxes().value(0).endsWith(origin), qPrintable(host.driver.Boxes().join(u'\n')));
-    QCOMPARE(host.Query(u"SELECT Nombre, CP FROM Emisores"), opens ? QStringList(u"L'Orde|08001"_s) : QStringList());
   }
 
   void NestedDialogsKeepTheRequest() {

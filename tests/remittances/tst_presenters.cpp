@@ -13,10 +13,6 @@ using support::TestHost;
 namespace {
 
 const QString missingData = u"Prueba|informacion|Faltan datos por especificar"_s;
-const QString suffixTaken =
-    u"Prueba|informacion|Ya existe en la base de datos un presentador con ese sufijo. ¿Desea introducir el presentador "
-    "de todos modos?"_s;
-
 // Two banks with two branches each.
 struct Banks : Office {
   explicit Banks(const TestHost& testHost) : Office(testHost) {
@@ -48,12 +44,6 @@ void FillParty(const DialogUser& dialog, const QString& suffix) {
   dialog.Type("txtNombre", u"Cáritas"_s);
   dialog.Type("txtNIF", u"A11111119"_s);
   dialog.Type("txtSufijo", suffix);
-}
-
-QString Stored(const TestHost& host, int presenter) {
-  return host
-      .Query(u"SELECT Nombre,Nif,Sufijo,CodBanco,CodSucursal FROM Presentadores WHERE IDPresentador={}", presenter)
-      .join(u';');
 }
 
 }  // namespace
@@ -223,35 +213,6 @@ class tst_presenters : public QObject {
     QCOMPARE(host.connection().Writes(), QStringList());
   }
 
-  void ATakenSuffixIsAWarning_data() {
-    QTest::addColumn<bool>("modify");
-    QTest::newRow("add") << false;
-    QTest::newRow("modify") << true;
-  }
-  void ATakenSuffixIsAWarning() {
-    QFETCH(bool, modify);
-    TestHost host;
-    const Banks banks(host);
-    banks.Presenter(u"Otro"_s, u"007"_s, banks.north, banks.northPort);
-    const int own = banks.Presenter(u"Uno"_s, u"001"_s, banks.south, banks.southMarket);
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      FillParty(dialog, u"7"_s);
-      TypeNumber(dialog, "txtNEntidad", u"49"_s);
-      dialog.Choose("cboSucursales", u"Centro"_s);
-      host.driver.Answer(QMessageBox::No);
-      dialog.Press("cmdAceptar");
-      QCOMPARE(dialog.Focused(), u"txtSufijo"_s);
-      QCOMPARE(Stored(host, own), u"Uno|A11111119|001|%1|%2"_s.arg(banks.south).arg(banks.southMarket));
-      host.driver.Answer(QMessageBox::Yes);
-      dialog.Press("cmdAceptar");
-    });
-    EXPECT_CLEAN(
-        host, host.PasarDatos(node.Presentadores(), modify ? action.Modificar() : action.Agregar(), modify ? own : 0));
-    QCOMPARE(host.driver.Boxes(), QStringList(2, suffixTaken));
-    QCOMPARE(Stored(host, modify ? own : own + 1),
-             u"Cáritas|A11111119|007|%1|%2"_s.arg(banks.north).arg(banks.northCentre));
-  }
-
   void OnBehalfOfAnotherDialog() {
     TestHost host;
     const Banks banks(host);
@@ -356,48 +317,6 @@ class tst_presenters : public QObject {
     QCOMPARE(host.driver.Boxes(), QStringList(missingData));
   }
 
-  // What fails is told under the procedure's name; the dialog stays with what was typed, and the next try works.
-  void FailuresLoseNothing_data() {
-    QTest::addColumn<QString>("failing");
-    QTest::addColumn<QString>("procedure");
-    QTest::newRow("branches") << u"codBanco="_s << u"cboBancos_Click"_s;
-    QTest::newRow("bank by number") << u"SELECT IDBanco FROM"_s << u"txtNEntidad_LostFocus"_s;
-    QTest::newRow("suffix") << u"SELECT idpresentador"_s << u"cmdAceptar_Click"_s;
-    QTest::newRow("write") << u"INSERT"_s << u"cmdAceptar_Click"_s;
-  }
-  void FailuresLoseNothing() {
-    QFETCH(QString, failing);
-    QFETCH(QString, procedure);
-    TestHost host;
-    const Banks banks(host);
-    bool failed = false;
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      host.connection().SetHook([&](const QString& text) {
-        if (!failed && text.contains(failing)) {
-          failed = true;
-          throw automation::Error(-2147467259, u"sin conexión"_s);
-        }
-      });
-      host.driver.Answer(QMessageBox::Ok);
-      FillParty(dialog, u"1"_s);
-      dialog.Choose("cboBancos", u"Banco del Sur"_s);
-      for (int i = 0; i < 2; ++i) {
-        TypeNumber(dialog, "txtNEntidad", u"49"_s);
-        TypeNumber(dialog, "txtNSucursal", u"2"_s);
-      }
-      dialog.Press("cmdAceptar");
-      if (dialog.Dialog()->isVisible()) {
-        dialog.Press("cmdAceptar");
-      }
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
-    QCOMPARE(host.driver.Boxes(),
-             QStringList(u"Prueba|critico|Error -2147467259: sin conexión\n\nOrigen: KelConfiguracion / "
-                         "frmPresentador / "_s +
-                         procedure));
-    QCOMPARE(Stored(host, 1), u"Cáritas|A11111119|001|%1|%2"_s.arg(banks.north).arg(banks.northPort));
-  }
-
   void ALongNameWithQuotes() {
     TestHost host;
     const Banks banks(host);
@@ -414,19 +333,11 @@ class tst_presenters : public QObject {
     QCOMPARE(host.Query(u"SELECT Nombre FROM Presentadores"), QStringList(name));
   }
 
-  void LockedByAnotherUserAndUnsavedChanges() {
+  void UnsavedChangesAreAskedAbout() {
     TestHost host;
     const Banks banks(host);
     const int id = banks.Presenter(u"Uno"_s, u"001"_s, banks.north, banks.northPort);
-    host::Session other = host.session;
-    other.userId = 2;
-    host.session.showRefusedLocks = false;
-    host::cPrincipal others(other);
-    QObject* object = &others;
-    bool held = false;
-    QVERIFY(!others.BloqueoRegistro(object, u"frmPresentador"_s, u"IDPresentador"_s, id, held));
     host.driver.On("frmPresentador", [](const DialogUser& dialog) {
-      QVERIFY(!dialog.IsEnabled("cmdAceptar"));
       dialog.Choose("cboBancos", u"Banco del Sur"_s);
       dialog.Close();
     });

@@ -1,0 +1,51 @@
+#include "support/Office.h"
+
+#include "platform/contract/cConstAccion.h"
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+int Agreeing::MsgBox(const QString& text, int style, const QString& /*title*/) {
+  if ((style & vbYesNo) == 0) {
+    qFatal("%s", qPrintable(text));
+  }
+  return vbYes;
+}
+
+Office::Office() {
+  database::PrepareDatabase(m_text, database::Content::Reference);
+  m_connection = database::CreateConnection(m_text);
+  m_connection->Open();
+  m_native = std::make_unique<database::SqliteHandle>(database::ConnectionString(m_text),
+                                                      database::SqliteHandle::Missing::Refuse);
+  m_session.connection = m_connection.get();
+  m_session.settingsFile = m_folder.filePath(u"ajustes.ini"_s);
+  m_session.showRefusedLocks = false;
+  host::RegisterClasses(m_session);
+  m_services = std::make_unique<host::cPrincipal>(m_session);
+  m_services->setProperty("Accion", cConstAccion().Modificar());
+  objApi() = HostServices(m_services.get());
+}
+
+void Office::Select(int id) const {
+  m_services->setProperty("IDSeleccionado", id);
+}
+
+void Office::ReadNative(const QByteArray& query) const {
+  const database::SqliteStatement statement = m_native->Prepare(query);
+  qsizetype characters = 0;
+  while (sqlite3_step(statement.get()) == SQLITE_ROW) {
+    for (int column = 0; column < sqlite3_column_count(statement.get()); ++column) {
+      const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
+      characters += QString::fromUtf8(bytes, sqlite3_column_bytes(statement.get(), column)).size();
+    }
+  }
+  if (characters == 0) {
+    qFatal("nothing was read");
+  }
+}
+
+}  // namespace bench

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "database/Database.h"
+#include "database/sqlite/SqliteHandle.h"
+#include "framework/HostServices.h"
+#include "framework/Platform.h"
+#include "host/services/Session.h"
+#include "host/services/cPrincipal.h"
+#include "platform/adodb/Connection.h"
+
+#include <QTemporaryDir>
+
+namespace bench {
+
+/// Questions answer themselves with yes.
+class Agreeing : public Platform {
+ public:
+  Agreeing() { Install(this); }
+  Agreeing(const Agreeing&) = delete;
+  Agreeing& operator=(const Agreeing&) = delete;
+  ~Agreeing() override { Install(nullptr); }
+  int MsgBox(const QString& text, int style, const QString& title) override;
+  void Beep() override {}
+};
+
+/// A host around a fresh database of reference data, for dialogs that are measured, and the same database through the
+/// engine's C interface.
+class Office {
+ public:
+  Office();
+
+  adodb::Connection& Connection() const { return *m_connection; }
+  /// The next dialogs modify this record.
+  void Select(int id) const;
+
+  const database::SqliteHandle& Native() const { return *m_native; }
+  /// Reads every value of every row as a text; there must be some.
+  void ReadNative(const QByteArray& query) const;
+
+ private:
+  QTemporaryDir m_folder;
+  QString m_text = database::ConnectionStringForFile(m_folder.filePath(QStringLiteral("kel.db")));
+  std::unique_ptr<adodb::Connection> m_connection;
+  std::unique_ptr<database::SqliteHandle> m_native;
+  host::Session m_session;
+  std::unique_ptr<host::cPrincipal> m_services;
+  Agreeing m_platform;
+};
+
+}  // namespace bench
