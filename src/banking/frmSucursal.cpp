@@ -3,7 +3,6 @@
 #include "framework/ControlSetup.h"
 #include "framework/KeyFilter.h"
 #include "framework/Messages.h"
-#include "platform/automation/Conversion.h"
 #include "reference/Dialogs.h"
 #include "ui_frmSucursal.h"
 
@@ -112,8 +111,7 @@ class frmSucursal final : public FormOn<Ui::frmSucursal> {
   template <typename Query>
   static qint32 DefaultId(const QString& procedure, Query query) {
     try {
-      const QVariant id = query();
-      return automation::IsNull(id) ? 0 : automation::CLng(id);
+      return IdOrZero(query());
     } catch (...) {
       ReportError(automation::CurrentError(), procedure, u"frmSucursal"_s, u"KelAdministracion"_s);
       return 0;

@@ -9,6 +9,7 @@
 #include "platform/contract/cConstNodo.h"
 #include "publications/Dialogs.h"
 #include "reference/Dialogs.h"
+#include "remittances/Dialogs.h"
 #include "taxes/Dialogs.h"
 
 #include <algorithm>
@@ -101,17 +102,17 @@ std::span<const Entry> Table() {
       Row(node.Cabeceras(), u"frmCabecera"_s, Modal, CreateFrmCabecera),
       Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, nullptr),
       Row(node.Diocesis(), u"frmDiocesis"_s, Modal, CreateFrmDiocesis),
-      Row(node.Emisores(), u"frmEmisor"_s, Modal, nullptr),
+      Row(node.Emisores(), u"frmEmisor"_s, Modal, CreateFrmEmisor),
       Row(node.Paises(), u"frmPais"_s, Modal, CreateFrmPais),
-      Row(node.Presentadores(), u"frmPresentador"_s, Modal, nullptr),
-      Row(node.Cobradores(), u"frmCobrador"_s, Modal, nullptr),
+      Row(node.Presentadores(), u"frmPresentador"_s, Modal, CreateFrmPresentador),
+      Row(node.Cobradores(), u"frmCobrador"_s, Modal, CreateFrmCobrador),
       Row(node.Provincias(), u"frmProvincia"_s, Modal, CreateFrmProvincia),
       Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, CreateFrmPublicacion),
       Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, CreateFrmTipoDonativo),
       Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, CreateFrmTipoDeduccion),
       Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, nullptr),
       // Intended: never reached, for the same node stands above.
-      Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, nullptr),
+      Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, CreateFrmCobrador),
       // Intended: the release clears the deduction type's dialog; this one's own default instance stays.
       Row(node.DeduccionesComunidad(), u"frmDeduccionComunidad"_s, Modal, CreateFrmDeduccionComunidad,
           u"frmTipoDeduccion"_s),

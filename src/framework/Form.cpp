@@ -2,6 +2,7 @@
 
 #include "framework/ControlSetup.h"
 #include "framework/Help.h"
+#include "framework/ReturnToWindow.h"
 #include "framework/Termination.h"
 #include "platform/automation/Error.h"
 
@@ -50,6 +51,7 @@ void Form::ShowModal() {
   if (m_loaded) {
     SizeControls(*this);
     WidenForCaption();
+    const ReturnToWindow back;
     const Termination::Watch watch;
     exec();
   }

@@ -25,7 +25,8 @@ struct ErrorBox {
 };
 struct ErrorReport {  ///< The host's VerError.
   QString procedure = QStringLiteral("Form Load");
-  QString entity = {};  ///< The dialog's name where it is empty.
+  QString entity = {};         ///< The dialog's name where it is empty.
+  bool freshServices = false;  ///< Through a services object made for the report, not through the request's.
 };
 struct ErrorLetOut {};  ///< The error leaves the call that showed the dialog.
 
@@ -43,6 +44,9 @@ struct FormCard {
   int prompt = 0;     ///< String number of the close prompt; 0 for a dialog that tracks no changes and never asks.
   std::variant<ErrorReport, ErrorBox, ErrorLetOut> errors = {};
   CancelAnswer cancel = CancelAnswer::Zero;
+  /// Procedure under whose name errors of Validate and Write are trapped; empty where they are let out, or trapped by
+  /// the dialog itself.
+  QString accept = {};
 };
 
 /// The common life of the dialogs that edit one record. A dialog is its layout and the steps below; the frame does the
@@ -85,11 +89,14 @@ class MaintenanceForm : public Form {
   void KeepColumnWidths(QTableView* grid) { m_grid = grid; }
   /// Each box selects its whole text, through the host, when it receives the focus.
   void SelectTextOnFocus(std::convertible_to<QWidget*> auto... boxes) { (SelectTextOnFocusOf(boxes), ...); }
+  /// The control received the focus, from another control of the form or with the form.
+  void OnEnter(QWidget* control, const std::function<void()>& handler);
   /// The control lost the focus to another one of the form.
   void OnLeave(QWidget* control, const std::function<void()>& handler);
   /// Another item of the list was selected, by the user or by the program; an emptied list selects none.
   void OnChosen(QComboBox* combo, const std::function<void()>& handler);
-  /// A postcode box and a list of provinces that suggest each other through the host when they are left.
+  /// A postcode box and a list of provinces that suggest each other through the host when they are left. Errors are
+  /// told as the card says, under the name "SeleccionarProvinciaCP".
   void CouplePostcode(QLineEdit* postcode, QComboBox* province);
 
   // The request.
@@ -126,10 +133,19 @@ class MaintenanceForm : public Form {
   template <typename... Values>
   void FillCombo(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
                  std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    FillComboFrom(combo, textField, idField, id, statement.Text(values...));
+    FillComboFrom(
+        combo, [textField](adodb::Recordset& row) { return Text(row.Field(textField)); }, idField, id,
+        statement.Text(values...));
+  }
+  /// The same with texts that are put together from a row.
+  using ItemText = std::function<QString(adodb::Recordset& row)>;
+  template <typename... Values>
+  void FillCombo(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
+                 std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
+    FillComboFrom(combo, text, idField, id, statement.Text(values...));
   }
 
-  // Texts.
+  // Values.
 
   /// The text of a value, Null as the empty one.
   static QString Text(const QVariant& value);
@@ -141,6 +157,7 @@ class MaintenanceForm : public Form {
 
   /// Beep, the string's message, the focus to `control` where one is given. Always false.
   bool Refuse(QWidget* control, int stringId, int style);
+  bool Refuse(QWidget* control, const QString& text, int style);
   /// Beep, the string's message, or a text that stands in no table; the answer.
   int Ask(int stringId, int style);
   int Ask(const QString& text, int style);
@@ -149,8 +166,10 @@ class MaintenanceForm : public Form {
   /// The same, told through the host's VerError under the procedure's name, as reports spell it. The name is read when
   /// the error is told, so that `work` may say in which part of itself it is.
   bool Trap(const QString& procedure, const std::function<void()>& work);
-  /// The same inside a transaction, which is committed after `work`; an error is reported before the roll-back, which
-  /// takes back what was handed back, too.
+  /// `handler` under Trap, for the signals of controls.
+  std::function<void()> Trapped(const QString& procedure, const std::function<void()>& handler);
+  /// Trap inside a transaction, which is committed after `work`; an error is reported before the roll-back, which takes
+  /// back what was handed back, too.
   bool TrapInTransaction(const QString& procedure, const std::function<void()>& work);
 
   // Other dialogs, in the middle of this one.
@@ -178,9 +197,10 @@ class MaintenanceForm : public Form {
   void SelectTextOnFocusOf(QWidget* box);
   FocusWatch* Watch(QWidget* control);
   QVariant FirstField(const QString& statement, QStringView field) const;
-  void FillComboFrom(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
+  void FillComboFrom(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
                      const QString& statement) const;
   void LoadAsTheRequestSays();
+  void ValidateAndWrite();
   bool LeaveFields();
   void CancelAndClose();
   void ReleaseRecord();
@@ -198,11 +218,12 @@ class MaintenanceForm : public Form {
   bool m_loadFailed = false;
 };
 
-/// A maintenance dialog over the layout `Layout`, a class that a `.ui` file makes.
-template <typename Layout>
-class FormOn : public MaintenanceForm {
+/// A maintenance dialog over the layout `Layout`, a class that a `.ui` file makes. `Base` is what it shares with the
+/// dialogs of its kind.
+template <typename Layout, std::derived_from<MaintenanceForm> Base = MaintenanceForm>
+class FormOn : public Base {
  protected:
-  using MaintenanceForm::MaintenanceForm;
+  using Base::Base;
   Layout ui = {};
 
  private:

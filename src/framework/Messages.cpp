@@ -1,6 +1,5 @@
 #include "framework/Messages.h"
 
-#include "framework/HostServices.h"
 #include "framework/Platform.h"
 #include "resources/StringTable.h"
 
@@ -25,8 +24,8 @@ void ShowError(int stringId, const automation::Error& error) {
 }
 
 void ReportError(const automation::Error& error, const QString& procedure, const QString& entity,
-                 const QString& component) {
+                 const QString& component, const HostServices& services) {
   automation::Err().Set(error);
-  objApi().VerError(procedure, entity, component);
+  services.VerError(procedure, entity, component);
   automation::Err().Clear();
 }

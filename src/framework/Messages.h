@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/HostServices.h"
 #include "platform/automation/Error.h"
 
 #include <QString>
@@ -17,7 +18,10 @@ int ShowText(const QString& text, int style);
 /// icon.
 void ShowError(int stringId, const automation::Error& error);
 
+/// The component's name in reports.
+inline const QString ownComponent = QStringLiteral("KelConfiguracion");
+
 /// Reports an error that a procedure trapped through the host's VerError: the procedure's name as its reports spell
 /// it, and the dialog or entity.
 void ReportError(const automation::Error& error, const QString& procedure, const QString& entity,
-                 const QString& component = QStringLiteral("KelConfiguracion"));
+                 const QString& component = ownComponent, const HostServices& services = objApi());

@@ -1,5 +1,6 @@
 #include "framework/Platform.h"
 
+#include "framework/ReturnToWindow.h"
 #include "framework/Termination.h"
 
 #include <QApplication>
@@ -82,6 +83,7 @@ void Platform::Install(Platform* platform) {
 }
 
 int Platform::MsgBox(const QString& text, int style, const QString& title) {
+  const ReturnToWindow back;
   const QMessageBox::StandardButtons buttons = Buttons(style);
   QMessageBox box(Icon(style), title, text, buttons, QApplication::activeModalWidget());
   box.setTextFormat(Qt::PlainText);
@@ -95,6 +97,7 @@ int Platform::MsgBox(const QString& text, int style, const QString& title) {
 }
 
 std::optional<QString> Platform::InputBox(const QString& prompt, const QString& title, const QString& initial) {
+  const ReturnToWindow back;
   bool accepted = false;
   const QString text =
       QInputDialog::getText(QApplication::activeModalWidget(), title, prompt, QLineEdit::Normal, initial, &accepted);

@@ -16,14 +16,12 @@ class frmDeduccionComunidad final : public FormOn<Ui::frmDeduccionComunidad> {
  private:
   void Connect() override {
     On(ui.cmdComunidad, &QToolButton::clicked, [this] {
-      Trap(u"cmdComunidad_Click"_s, [this] {
-        OpenNested(CreateFrmComunidadAutonoma(), {}, [this](qint32 id) { RellenarComunidades(id); });
-      });
+      Trap(u"cmdComunidad_Click"_s,
+           [this] { OpenNested(CreateFrmComunidadAutonoma(), {}, [this](qint32 id) { RellenarComunidades(id); }); });
     });
     On(ui.cmdDeduccion, &QToolButton::clicked, [this] {
-      Trap(u"cmdDeduccion_Click"_s, [this] {
-        OpenNested(CreateFrmTipoDeduccion(), {}, [this](qint32 id) { RellenarDeducciones(id); });
-      });
+      Trap(u"cmdDeduccion_Click"_s,
+           [this] { OpenNested(CreateFrmTipoDeduccion(), {}, [this](qint32 id) { RellenarDeducciones(id); }); });
     });
     Buttons(ui.cmdAceptar, ui.cmdCancelar);
   }

@@ -316,6 +316,42 @@ class tst_form_life : public QObject {
     form.ShowModal();
   }
 
+  void ErrorsOfAcceptAreToldUnderTheCardsProcedure() {
+    Diary form(m_entries, {.name = u"frmDiario"_s, .accept = u"cmd_Click"_s});
+    form.validate = [](Diary&) -> bool { throw Error(1234, u"propio"_s); };
+    m_host->driver.Answer(QMessageBox::Ok);
+    m_host->driver.Answer(QMessageBox::Ok);
+    m_host->driver.On("frmDiario", [&](const DialogUser& dialog) {
+      dialog.Press("cmd_0");
+      form.validate = [](Diary&) { return true; };
+      form.write = [](Diary&) -> bool { throw Error(1234, u"propio"_s); };
+      dialog.Press("cmd_0");
+      QVERIFY(form.isEnabled());
+      form.write = [](Diary&) { return true; };
+      dialog.Press("cmd_0");
+    });
+    form.ShowModal();
+    const QStringList boxes = m_host->driver.TakeBoxes();
+    QCOMPARE(boxes.filter(u"KelConfiguracion / frmDiario / cmd_Click"_s), boxes);
+    QCOMPARE(boxes.size(), 2);
+  }
+
+  // Offscreen, too, where no window manager does it.
+  void TheWindowBelowIsActiveAgain() {
+    Diary form(m_entries);
+    Diary nested(m_entries, {.name = u"frmOtro"_s});
+    m_host->driver.Answer(QMessageBox::Ok);
+    m_host->driver.On("frmOtro", [](const DialogUser& dialog) { dialog.Press("cmd_1"); });
+    m_host->driver.On("frmDiario", [&](const DialogUser& dialog) {
+      form.Refuse(nullptr, 12100, vbInformation);
+      QTRY_VERIFY(form.isActiveWindow());
+      nested.ShowModal();
+      QTRY_VERIFY(form.isActiveWindow());
+      dialog.Press("cmd_1");
+    });
+    form.ShowModal();
+  }
+
   // A trapped error is told before the transaction is rolled back.
   void TransactionsAreRolledBackAfterTheReport() {
     Diary form(m_entries, {.name = u"frmDiario"_s});

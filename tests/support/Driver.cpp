@@ -59,6 +59,13 @@ QWidget* DialogUser::Usable(const char* name) const {
   if (!control->isVisible()) {
     throw Failure("hidden control", QString::fromUtf8(name));
   }
+  // Under a box of the host's own, which gives nothing back where no window manager does.
+  if (!m_dialog->isActiveWindow()) {
+    m_dialog->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_dialog)) {
+      throw Failure("window not active:", m_dialog->objectName());
+    }
+  }
   return control;
 }
 
@@ -93,11 +100,12 @@ void DialogUser::Choose(const char* name, const QString& text) const {
   if (combo == nullptr) {
     throw Failure("control of another kind:", QString::fromUtf8(name));
   }
+  // Whoever goes to a list leaves another control, which may fill it.
+  combo->setFocus();
   const int index = combo->findText(text);
   if (index < 0) {
     throw Failure("no item", text);
   }
-  combo->setFocus();
   combo->setCurrentIndex(index);
   Q_EMIT combo->activated(index);
 }

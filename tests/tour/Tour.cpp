@@ -1,6 +1,5 @@
 #include "tour/Tour.h"
 
-#include "database/Database.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -9,6 +8,8 @@
 #include <QDir>
 #include <QTextStream>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tour {
@@ -16,13 +17,7 @@ namespace tour {
 Tour::Tour(const QString& folder) : m_folder(folder) {
   QDir(folder).removeRecursively();
   QDir().mkpath(folder);
-  const QString connection = database::ConnectionStringForFile(folder + u"/demostracion.db"_s);
-  database::PrepareDatabase(connection, database::Content::Demonstration);
-  m_real = database::CreateConnection(connection);
-  m_reader = database::CreateConnection(connection);
-  m_reader->Open();
-  m_recording = std::make_unique<support::RecordingConnection>(*m_real);
-  m_session.connection = m_recording.get();
+  MoveInto(OpenOffice(u"demostracion.db"_s, database::Content::Demonstration));
   m_session.title = u"Configuración"_s;
   m_session.userId = 1;
   m_session.userName = u"Administrador"_s;
@@ -36,9 +31,34 @@ Tour::~Tour() {
   host::UnregisterClasses();
 }
 
+Tour::Office Tour::OpenOffice(const QString& file, database::Content content) const {
+  const QString connection = database::ConnectionStringForFile(m_folder + u'/' + file);
+  database::PrepareDatabase(connection, content);
+  Office office;
+  office.real = database::CreateConnection(connection);
+  office.reader = database::CreateConnection(connection);
+  office.reader->Open();
+  office.recording = std::make_unique<support::RecordingConnection>(*office.real);
+  return office;
+}
+
+void Tour::MoveInto(Office office) {
+  m_office = std::move(office);
+  m_session.connection = m_office.recording.get();
+}
+
+void Tour::OnAnEmptyDatabase(const std::function<void()>& walk) {
+  Office before = std::exchange(m_office, {});
+  MoveInto(OpenOffice(u"vacia.db"_s, database::Content::Reference));
+  m_office.reader->Execute(u"DELETE FROM Paises"_s);
+  m_office.reader->Execute(u"DELETE FROM Provincias"_s);
+  walk();
+  MoveInto(std::move(before));
+}
+
 void Tour::Step(const QString& title, const Request& request, const QString& query, const QStringList& expected) {
   Result result{.title = title, .written = {}, .problems = {}};
-  m_recording->Clear();
+  m_office.recording->Clear();
   try {
     automation::Put(m_services.get(), "IDNodo", request.node);
     automation::Put(m_services.get(), "Accion", request.action);
@@ -51,7 +71,7 @@ void Tour::Step(const QString& title, const Request& request, const QString& que
   }
   result.problems += m_driver.TakeProblems();
   m_driver.TakeBoxes();
-  result.written = m_recording->Writes();
+  result.written = m_office.recording->Writes();
   result.written.removeIf([](const QString& statement) { return statement.contains(u"BloqueoRegistros"); });
   if (!query.isEmpty() && Rows(query) != expected) {
     result.problems.append(u"se esperaba [%1] y hay [%2]"_s.arg(expected.join(u"; "_s), Rows(query).join(u"; "_s)));
@@ -65,7 +85,7 @@ void Tour::Picture(const support::DialogUser& dialog, const QString& name) {
 
 QStringList Tour::Rows(const QString& query) {
   QStringList lines;
-  const auto rows = m_reader->Execute(query);
+  const auto rows = m_office.reader->Execute(query);
   for (; !rows->AtEnd(); rows->MoveNext()) {
     QStringList values;
     for (int i = 0; i < rows->FieldCount(); ++i) {

@@ -3,6 +3,7 @@
 #include "support/Driver.h"
 #include "support/RecordingConnection.h"
 
+#include "database/Database.h"
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/adodb/Statement.h"
@@ -45,6 +46,9 @@ class Tour {
   }
   QStringList Rows(const QString& query);
 
+  /// Runs `walk` on another database, which has no country, province, bank or party in it.
+  void OnAnEmptyDatabase(const std::function<void()>& walk);
+
   /// Prints the table of the steps; true when none failed.
   bool Report() const;
 
@@ -55,10 +59,17 @@ class Tour {
     QStringList problems;
   };
 
+  // A database as the dialogs and as the tour's own queries reach it.
+  struct Office {
+    std::unique_ptr<adodb::Connection> real;
+    std::unique_ptr<adodb::Connection> reader;
+    std::unique_ptr<support::RecordingConnection> recording;
+  };
+  Office OpenOffice(const QString& file, database::Content content) const;
+  void MoveInto(Office office);
+
   QString m_folder;
-  std::unique_ptr<adodb::Connection> m_real;
-  std::unique_ptr<adodb::Connection> m_reader;
-  std::unique_ptr<support::RecordingConnection> m_recording;
+  Office m_office;
   host::Session m_session;
   std::unique_ptr<host::cPrincipal> m_services;
   support::Driver m_driver;

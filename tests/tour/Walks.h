@@ -7,6 +7,7 @@ namespace tour {
 
 void WalkReference(Tour& tour);
 void WalkBanking(Tour& tour);
+void WalkRemittances(Tour& tour);
 void WalkTaxes(Tour& tour);
 void WalkPublications(Tour& tour);
 void WalkLetters(Tour& tour);

@@ -5,8 +5,33 @@
 
 #include <QComboBox>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
+
+#include <memory>
+#include <vector>
 
 namespace host {
+namespace {
+
+using Items = std::vector<std::unique_ptr<QStandardItem>>;
+
+// All at once where the combo has its own kind of model: item by item, thousands take more than twice as long.
+void Append(QComboBox& combo, Items items) {
+  auto* model = qobject_cast<QStandardItemModel*>(combo.model());
+  QList<QStandardItem*> rows;
+  for (std::unique_ptr<QStandardItem>& item : items) {
+    if (model != nullptr) {
+      rows.append(item.release());
+    } else {
+      combo.addItem(item->text(), item->data(Qt::UserRole));
+    }
+  }
+  if (model != nullptr) {
+    model->invisibleRootItem()->appendRows(rows);
+  }
+}
+
+}  // namespace
 
 QComboBox& ComboFrom(QObject* object) {
   if (object == nullptr) {
@@ -28,9 +53,12 @@ void FillCombo(QComboBox& combo, adodb::Connection& connection, const QString& s
   // A combo selects its first item by itself; nobody chose that.
   const QSignalBlocker quiet(combo);
   const int selected = combo.currentIndex();
+  Items items;
   for (; !rows->AtEnd(); rows->MoveNext()) {
-    combo.addItem(automation::Text(rows->Field(textColumn)), rows->Field(idColumn));
+    items.push_back(std::make_unique<QStandardItem>(automation::Text(rows->Field(textColumn))));
+    items.back()->setData(rows->Field(idColumn), Qt::UserRole);
   }
+  Append(combo, std::move(items));
   combo.setCurrentIndex(selected);
 }
 

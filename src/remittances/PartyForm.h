@@ -1,0 +1,36 @@
+#pragma once
+
+#include "framework/MaintenanceForm.h"
+
+/// What a party's suffix is checked with: who has a suffix, what the record itself has, and what the user is asked when
+/// another one has it (string numbers, for an addition and for a change).
+struct SuffixCheck {
+  adodb::Statement<QString> owners;
+  adodb::Statement<qint32> stored;
+  int questionOnAdd;
+  int questionOnModify;
+};
+
+/// What the dialogs of presenters and issuers share: a tax identifier, and the three-digit suffix that tells several
+/// parties of one tax identifier apart.
+class PartyForm : public MaintenanceForm {
+  Q_OBJECT
+
+ protected:
+  using MaintenanceForm::MaintenanceForm;
+
+  /// Takes three digits; zeros fill it up on the left when it is left, unless it is empty.
+  void SuffixBox(QLineEdit* suffix);
+
+  /// Asks the host about the tax identifier. False, with the focus in the box, when it must be corrected, or when the
+  /// user wants to correct one that no Spanish identifier looks like.
+  bool IsTaxIdentifierAccepted(QLineEdit* box);
+
+  /// False, with the focus in the box, when another record has the suffix and the user doesn't want it all the same.
+  /// A record whose suffix was not changed is not asked about.
+  bool IsSuffixAccepted(QLineEdit* box, const SuffixCheck& check);
+
+ private:
+  // Yes to the question; otherwise the focus is in the box.
+  bool Confirm(QLineEdit* box, const QString& question, int icon);
+};
