@@ -14,7 +14,6 @@
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
-#include <QTableView>
 
 #include <utility>
 
@@ -201,7 +200,11 @@ FocusWatch* MaintenanceForm::Watch(QWidget* control) {
 }
 
 void MaintenanceForm::SelectTextOnFocusOf(QWidget* box) {
-  On(Watch(box), &FocusWatch::Entered, [box] { HostServices::Fresh().SeleccionarTexto(box); });
+  OnEnter(box, [box] { HostServices::Fresh().SeleccionarTexto(box); });
+}
+
+void MaintenanceForm::OnEnter(QWidget* control, const std::function<void()>& handler) {
+  On(Watch(control), &FocusWatch::Entered, handler);
 }
 
 void MaintenanceForm::OnLeave(QWidget* control, const std::function<void()>& handler) {

@@ -8,6 +8,8 @@
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 
+#include <QTableView>
+
 #include <concepts>
 #include <memory>
 #include <optional>
@@ -17,7 +19,6 @@ class FocusWatch;
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
-class QTableView;
 
 /// How a dialog tells of an error of its load or unload.
 struct ErrorBox {
@@ -85,6 +86,8 @@ class MaintenanceForm : public Form {
   void KeepColumnWidths(QTableView* grid) { m_grid = grid; }
   /// Each box selects its whole text, through the host, when it receives the focus.
   void SelectTextOnFocus(std::convertible_to<QWidget*> auto... boxes) { (SelectTextOnFocusOf(boxes), ...); }
+  /// The control received the focus, from another control of the form or with the form.
+  void OnEnter(QWidget* control, const std::function<void()>& handler);
   /// The control lost the focus to another one of the form.
   void OnLeave(QWidget* control, const std::function<void()>& handler);
   /// Another item of the list was selected, by the user or by the program; an emptied list selects none.
