@@ -7,6 +7,7 @@ namespace tour {
 
 void WalkReference(Tour& tour);
 void WalkBanking(Tour& tour);
+void WalkLabels(Tour& tour);
 void WalkDeletions(Tour& tour);
 void WalkMissing(Tour& tour);
 
