@@ -4,6 +4,7 @@
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
 #include "framework/Platform.h"
+#include "labels/Dialogs.h"
 #include "letters/Dialogs.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
@@ -110,7 +111,7 @@ std::span<const Entry> Table() {
       Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, CreateFrmPublicacion),
       Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, CreateFrmTipoDonativo),
       Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, CreateFrmTipoDeduccion),
-      Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, nullptr),
+      Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, CreateFrmEtiquetas1),
       // Intended: never reached, for the same node stands above.
       Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, CreateFrmCobrador),
       // Intended: the release clears the deduction type's dialog; this one's own default instance stays.

@@ -2,6 +2,7 @@
 
 #include "banking/cSucursal.h"
 #include "entry/CPrincipal.h"
+#include "labels/cCampo.h"
 
 #include <array>
 
@@ -20,6 +21,7 @@ std::span<const PublishedClass> PublishedClasses() {
   static const std::array classes{
       PublishedClass{u"KelConfiguracion.CPrincipal"_s, &Create<CPrincipal>},
       PublishedClass{u"KelConfiguracion.cSucursal"_s, &Create<cSucursal>},
+      PublishedClass{u"KelConfiguracion.cCampo"_s, &Create<cCampo>},
   };
   return classes;
 }

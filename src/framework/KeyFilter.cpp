@@ -2,6 +2,7 @@
 
 #include "framework/Platform.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -35,6 +36,11 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
 
 // True when the key is swallowed.
 bool KeyFilter::OnKey(const QString& typed) {
+  if ((m_options & PointIsComma) && typed == u".") {
+    QKeyEvent comma(QEvent::KeyPress, Qt::Key_Comma, Qt::NoModifier, QStringLiteral(","));
+    QCoreApplication::sendEvent(m_box, &comma);
+    return true;
+  }
   if (!std::ranges::all_of(typed, m_allowed)) {
     Refuse();
     return true;
@@ -51,13 +57,19 @@ bool KeyFilter::OnKey(const QString& typed) {
 
 // What came in by the clipboard, by dropping or by an input method.
 void KeyFilter::OnEdited(const QString& text) {
+  QString read = text;
+  if (m_options & PointIsComma) {
+    read.replace(u'.', u',');
+  }
   QString kept;
-  std::ranges::copy_if(text, std::back_inserter(kept), m_allowed);
+  std::ranges::copy_if(read, std::back_inserter(kept), m_allowed);
   if (m_maxLength > 0) {
     kept.truncate(m_maxLength);
   }
   if (kept != text) {
     m_box->setText(kept);
+  }
+  if (kept != read) {
     Refuse();
   }
 }

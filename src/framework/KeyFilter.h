@@ -16,6 +16,8 @@ class KeyFilter : public QObject {
     /// An accepted key that arrives while the box holds `maxLength` characters clears the box first, so that it starts
     /// a new value.
     ClearWhenFull = 2,
+    /// A point that is typed or pasted is taken as a comma.
+    PointIsComma = 4,
   };
   Q_DECLARE_FLAGS(Options, Option)
 

@@ -8,6 +8,8 @@
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 
+#include <QTableView>
+
 #include <concepts>
 #include <memory>
 #include <optional>
@@ -17,7 +19,6 @@ class FocusWatch;
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
-class QTableView;
 
 /// How a dialog tells of an error of its load or unload.
 struct ErrorBox {

@@ -14,6 +14,20 @@ using namespace Qt::StringLiterals;
 
 using namespace automation;
 
+namespace {
+
+// A class's own properties, in their order.
+QString PropertiesOf(const QObject& object) {
+  QStringList properties;
+  const QMetaObject* metaObject = object.metaObject();
+  for (int i = metaObject->propertyOffset(); i < metaObject->propertyCount(); ++i) {
+    properties.append(QString::fromLatin1(metaObject->property(i).name()));
+  }
+  return properties.join(u' ');
+}
+
+}  // namespace
+
 // The shared library itself, as any host finds it: registered in the class registry file, created by name.
 class tst_component_library : public QObject {
   Q_OBJECT
@@ -36,18 +50,19 @@ class tst_component_library : public QObject {
              "EliminarRegistro(QObject*)"_s);
 
     const auto sucursal = CreateObject(u"KelConfiguracion.cSucursal"_s);
-    QStringList properties;
-    metaObject = sucursal->metaObject();
-    for (int i = metaObject->propertyOffset(); i < metaObject->propertyCount(); ++i) {
-      properties.append(QString::fromLatin1(metaObject->property(i).name()));
-    }
-    QCOMPARE(properties.join(u' '),
+    QCOMPARE(PropertiesOf(*sucursal),
              u"ExisteEnBD Estado IDSucursal IDProvincia IDPais Nombre Codigo "
              "Direccion Poblacion CodigoPostal Provincia Pais"_s);
     Put(sucursal.get(), "codigo", u"0049"_s);
     Put(sucursal.get(), "estado", u"3"_s);
     QCOMPARE(Get(sucursal.get(), "Codigo").toString(), u"0049"_s);
     QCOMPARE(Get(sucursal.get(), "Estado").toInt(), 3);
+
+    const auto campo = CreateObject(u"KelConfiguracion.cCampo"_s);
+    QCOMPARE(PropertiesOf(*campo), u"codTabla IDElemento IDCampo Campo Linea Orden UsarCampo ExisteEnBD Estado"_s);
+    Put(campo.get(), "linea", u"3"_s);
+    QCOMPARE(Get(campo.get(), "Linea").toInt(), 3);
+    QVERIFY_THROWS_EXCEPTION(Error, Put(campo.get(), "Orden", 256));
   }
 
   // A host that lacks what the component asks for gets an error of its own call.

@@ -77,6 +77,25 @@ class tst_controls : public QObject {
     QCOMPARE(box.text(), u"AD50"_s);
   }
 
+  void APointIsACommaWhereTheBoxWantsIt() {
+    support::TestPlatform platform;
+    QLineEdit box;
+    new KeyFilter(
+        &box, [](QChar c) { return IsDigit(c) || c == u','; }, 0, KeyFilter::BeepOnRefusal | KeyFilter::PointIsComma);
+    QTest::keyClicks(&box, u"3.7"_s);
+    QCOMPARE(box.text(), u"3,7"_s);
+    QApplication::clipboard()->setText(u"7.5"_s);
+    box.selectAll();
+    box.paste();
+    QCOMPARE(box.text(), u"7,5"_s);
+    QCOMPARE(platform.beeps, 0);
+    QApplication::clipboard()->setText(u"1.5e"_s);
+    box.selectAll();
+    box.paste();
+    QCOMPARE(box.text(), u"1,5"_s);
+    QCOMPARE(platform.beeps, 1);
+  }
+
   void GridKeysAreTaken() {
     QTableWidget grid(1, 1);
     GridKeys keys(&grid);

@@ -10,6 +10,7 @@ void WalkBanking(Tour& tour);
 void WalkRemittances(Tour& tour);
 void WalkTaxes(Tour& tour);
 void WalkPublications(Tour& tour);
+void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
 void WalkDeletions(Tour& tour);
 void WalkMissing(Tour& tour);

@@ -34,6 +34,7 @@ const NumberedText texts[] = {
     {440, "Error de Automatización"},
     {449, "Argumento no opcional"},
     {450, "Número de argumentos erróneo o asignación de propiedad no válida"},
+    {457, "Esta clave ya está asociada a un elemento de esta colección"},
     {3021,
      "El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un registro "
      "actual"},

@@ -22,6 +22,7 @@ enum ErrorNumber : int {
   NoSuchMember = 438,
   ArgumentNotOptional = 449,
   WrongNumberOfArguments = 450,
+  KeyAlreadyUsed = 457,
 };
 
 /// A runtime error: a number, a Spanish description and the name of what raised it.

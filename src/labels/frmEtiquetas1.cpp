@@ -1,0 +1,340 @@
+#include "framework/KeyFilter.h"
+#include "framework/Messages.h"
+#include "labels/Dialogs.h"
+#include "labels/FieldCollection.h"
+#include "labels/FieldEditing.h"
+#include "labels/FieldRows.h"
+#include "labels/NumberBox.h"
+#include "labels/SheetLayout.h"
+#include "labels/SheetRules.h"
+#include "platform/automation/Conversion.h"
+#include "ui_frmEtiquetas1.h"
+
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <array>
+
+using adodb::Verbatim;
+using labels::IsCount;
+using labels::MeasureBoxes;
+using labels::NumberBox;
+using labels::StoredNumber;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the bounds let through: more are refused for a row and for a sheet.
+constexpr int mostPerRow = 4;
+constexpr int mostTotals = 40;
+
+// No number within the bounds of a box is longer.
+constexpr int longestNumber = 10;
+
+const FormCard card{
+    .name = u"frmEtiquetas1"_s, .prompt = 10016, .errors = ErrorLetOut{}, .cancel = CancelAnswer::Nothing};
+
+bool IsDigitOrComma(QChar c) {
+  return IsDigit(c) || c == u',';
+}
+
+bool IsSet(const QVariant& value) {
+  return !automation::IsNull(value) && automation::CBool(value);
+}
+
+// A number of a column that may be empty.
+qint32 NumberOrZero(const QVariant& value) {
+  return automation::IsNull(value) ? 0 : automation::CLng(value);
+}
+
+std::shared_ptr<cCampo> FieldOf(adodb::Recordset& rs) {
+  auto field = std::make_shared<cCampo>();
+  field->IDElemento = automation::CLng(rs.Field(u"IDETIQUETACAMPO"));
+  field->IDCampo = NumberOrZero(rs.Field(u"CODTIPOCAMPOETIQUETA"));
+  field->codTabla = NumberOrZero(rs.Field(u"CODTABLA"));
+  field->Campo = automation::Text(rs.Field(u"NOMBRECAMPO"));
+  field->Linea = automation::CByte(NumberOrZero(rs.Field(u"LINEA")));
+  field->Orden = automation::CByte(NumberOrZero(rs.Field(u"ORDEN")));
+  field->UsarCampo = field->IDCampo != 0;
+  field->ExisteEnBD = true;
+  if (!field->UsarCampo) {
+    // The mark of a free text.
+    field->Campo.remove(0, 1);
+  }
+  return field;
+}
+
+/// Adds or edits one sheet of labels, with the rows of the fields that are printed on it. It takes no record lock and
+/// uses no transaction.
+class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
+ public:
+  frmEtiquetas1() : FormOn(card) {}
+
+ private:
+  void Connect() override {
+    m_fields.Clear();
+    m_loaded = {};
+    m_boxes = {ui.txtMedidas_0, ui.txtMedidas_1, ui.txtMedidas_2, ui.txtMedidas_3, ui.txtMedidas_4, ui.txtMedidas_5};
+    const std::array spinners{ui.UpDown_0, ui.UpDown_1, ui.UpDown_2, ui.UpDown_3, ui.UpDown_4, ui.UpDown_5};
+    for (std::size_t i = 0; i < m_boxes.size(); ++i) {
+      m_measures[i] = ConnectNumber(m_boxes[i], spinners[i], IsDigitOrComma, [this, i] { OnMeasureChanged(i); });
+    }
+    m_totals = ConnectNumber(ui.txtEtiquetasTotales, ui.UpDown1, IsDigit, [this] { OnTotalsChanged(); });
+    m_perRow = ConnectNumber(ui.txtEtiquetasFila, ui.UpDown2, IsDigit, [this] { OnPerRowChanged(); });
+    for (QLineEdit* box : findChildren<QLineEdit*>()) {
+      OnEnter(box, [this, box] { SeleccionarTexto(box); });
+    }
+    On(ui.optDisco, &QRadioButton::toggled, [this](bool isSet) { ui.cmdSeleccionar_1->setDisabled(isSet); });
+    On(ui.cmdSeleccionar_0, &QPushButton::clicked, [this] { SendHelpKey(); });
+    On(ui.cmdSeleccionar_1, &QPushButton::clicked, [this] { SelectFields(); });
+    Buttons(ui.cmdSeleccionar_2, ui.cmdSeleccionar_3);
+  }
+
+  NumberBox* ConnectNumber(QLineEdit* box, UpDown* spinner, bool (*allowed)(QChar),
+                           const std::function<void()>& onChange) {
+    auto* number = new NumberBox(box, spinner);
+    new KeyFilter(box, allowed, longestNumber, KeyFilter::BeepOnRefusal | KeyFilter::PointIsComma);
+    spinner->Bind(box);
+    On(box, &QLineEdit::textChanged, onChange);
+    On(spinner, &UpDown::Clicked, onChange);
+    return number;
+  }
+
+  void SeleccionarTexto(QLineEdit* box) {
+    Trap(u"SeleccionarTexto"_s, [box] { HostServices::Fresh().SeleccionarTexto(box); });
+  }
+
+  bool LoadRecord() override {
+    if (IsAdd()) {
+      LimpiarFormulario();
+      ui.optEnvioPostal->setChecked(true);
+    } else if (IsModify()) {
+      CargarEtiqueta();
+    }
+    return true;
+  }
+
+  // The handlers run also for a box that was empty before: they put a bound where 0 is below it.
+  void LimpiarFormulario() {
+    for (QLineEdit* box : findChildren<QLineEdit*>()) {
+      box->clear();
+    }
+    OnTotalsChanged();
+    for (std::size_t i = 0; i < m_boxes.size(); ++i) {
+      OnMeasureChanged(i);
+    }
+  }
+
+  void CargarEtiqueta() {
+    const QScopedValueRollback loading(m_loading, true);
+    LoadSheet();
+    LoadFields();
+  }
+
+  void LoadSheet() {
+    const auto rs = Execute(u"SELECT * FROM ETIQUETAS WHERE IDETIQUETA = {}", Id());
+    ui.txtReferencia->setText(Text(rs->Field(u"nombre")));
+    ui.txtEtiquetasFila->setText(Text(rs->Field(u"netiquetasancho")));
+    ui.txtEtiquetasTotales->setText(Text(rs->Field(u"netiquetastotal")));
+    ui.txtMedidas_1->setText(Text(rs->Field(u"altoetiqueta")));
+    ui.txtMedidas_0->setText(Text(rs->Field(u"anchoetiqueta")));
+    ui.txtMedidas_3->setText(Text(rs->Field(u"altoseparacion")));
+    ui.txtMedidas_2->setText(Text(rs->Field(u"anchoseparacion")));
+    ui.txtMedidas_5->setText(Text(rs->Field(u"alto1etiqueta")));
+    ui.txtMedidas_4->setText(Text(rs->Field(u"ancho1etiqueta")));
+    ShowRows();
+    m_loaded = {.disk = IsSet(rs->Field(u"DISCO")), .postal = IsSet(rs->Field(u"ENVIOPOSTAL"))};
+    ui.optDisco->setChecked(m_loaded.disk);
+    ui.optEnvioPostal->setChecked(m_loaded.postal);
+  }
+
+  void LoadFields() {
+    const auto rs = Execute(
+        u"SELECT EtiquetasCampos.IDEtiquetaCampo, EtiquetasCampos.Linea, EtiquetasCampos.Orden, "
+        u"EtiquetasCampos.NombreCampo, EtiquetasCampos.codTipoCampoEtiqueta, TipoCamposEtiquetas.codTabla FROM "
+        u"EtiquetasCampos LEFT JOIN TipoCamposEtiquetas ON "
+        u"EtiquetasCampos.codTipoCampoEtiqueta=TipoCamposEtiquetas.IDTipoCampoEtiqueta WHERE "
+        u"EtiquetasCampos.codEtiqueta={} AND EtiquetasCampos.Disco=0",
+        Id());
+    for (int position = 1; !rs->AtEnd(); rs->MoveNext(), ++position) {
+      m_fields.Add(FieldOf(*rs), QString::number(position));
+    }
+  }
+
+  // The handlers of a change. A text that one of them sets runs the handler of its box at once; nothing goes on for
+  // ever, for that text is within the bounds.
+
+  void OnPerRowChanged() {
+    const QString perRow = ui.txtEtiquetasFila->text();
+    if (m_perRow->Bound() && labels::ExceedsTotal(perRow, ui.txtEtiquetasTotales->text())) {
+      Ask(10028, vbExclamation);
+      m_totals->Replace(perRow);
+    }
+    RecomputeRows(ui.txtEtiquetasFila, mostPerRow, 10027);
+  }
+
+  void OnTotalsChanged() {
+    OnPerRowChanged();
+    m_totals->Bound();
+    RecomputeRows(ui.txtEtiquetasTotales, mostTotals, 10029);
+  }
+
+  void OnMeasureChanged(std::size_t i) {
+    m_measures[i]->Bound();
+    ShowPicture();
+  }
+
+  // A count that got past the bounds is told instead, and stays.
+  void RecomputeRows(QLineEdit* box, int most, int stringId) {
+    ShowPicture();
+    if (m_loading) {
+      return;
+    }
+    const bool bothHoldText = !ui.txtEtiquetasFila->text().isEmpty() && !ui.txtEtiquetasTotales->text().isEmpty();
+    if (bothHoldText && labels::IsAbove(box->text(), most)) {
+      box->selectAll();
+      Ask(stringId, vbInformation);
+    } else if (IsCount(ui.txtEtiquetasTotales->text()) && IsCount(ui.txtEtiquetasFila->text())) {
+      ShowRows();
+    }
+  }
+
+  void ShowRows() {
+    ui.lblNumFilas->setText(labels::RowCount(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text()));
+  }
+
+  void ShowPicture() {
+    std::array<QString, MeasureBoxes> measures;
+    std::ranges::transform(m_boxes, measures.begin(), &QLineEdit::text);
+    const auto sheet = labels::ReadSheet(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text(), measures);
+    ui.picHoja->Show(sheet);
+    ui.lblAjuste->setText(labels::FitText(sheet));
+  }
+
+  void SendHelpKey() {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent key(type, Qt::Key_F1, Qt::NoModifier);
+      QCoreApplication::sendEvent(this, &key);
+    }
+  }
+
+  void SelectFields() {
+    if (ValidarDatos()) {
+      labels::EditFields(m_fields, *this);
+    }
+  }
+
+  bool Validate() override {
+    const bool fieldsMissing = ui.optEnvioPostal->isChecked() && m_fields.IsEmpty();
+    return ValidarDatos() && (!fieldsMissing || Refuse(nullptr, 10017, vbExclamation));
+  }
+
+  bool ValidarDatos() {
+    const std::optional<labels::SheetRefusal> refusal = labels::RefusalOf(ShownTexts());
+    if (!refusal) {
+      return true;
+    }
+    const QString second = refusal->secondString != 0 ? u"\r\n"_s + LoadResString(refusal->secondString) : QString();
+    Platform::Current().Beep();
+    ShowText(LoadResString(refusal->firstString) + second, vbExclamation);
+    if (QLineEdit* box = BoxOf(refusal->box)) {
+      box->setFocus();
+    }
+    return false;
+  }
+
+  labels::SheetTexts ShownTexts() const {
+    labels::SheetTexts texts{.boxes = {},
+                             .captions = {},
+                             .totals = ui.txtEtiquetasTotales->text(),
+                             .perRow = ui.txtEtiquetasFila->text(),
+                             .rows = ui.lblNumFilas->text(),
+                             .width = ui.txtMedidas_0->text(),
+                             .height = ui.txtMedidas_1->text()};
+    for (const QLineEdit* box : findChildren<QLineEdit*>()) {
+      texts.boxes.append(box->text());
+    }
+    for (const QLabel* label : findChildren<QLabel*>()) {
+      texts.captions.append(label->text());
+    }
+    return texts;
+  }
+
+  QLineEdit* BoxOf(labels::SheetBox box) const {
+    switch (box) {
+      case labels::SheetBox::Totals:
+        return ui.txtEtiquetasTotales;
+      case labels::SheetBox::PerRow:
+        return ui.txtEtiquetasFila;
+      case labels::SheetBox::Width:
+        return ui.txtMedidas_0;
+      case labels::SheetBox::Height:
+        return ui.txtMedidas_1;
+      case labels::SheetBox::None:
+        break;
+    }
+    return nullptr;
+  }
+
+  bool Write() override {
+    if (IsAdd()) {
+      InsertSheet();
+    } else if (IsModify()) {
+      UpdateSheet();
+    }
+    return true;
+  }
+
+  // Intended: every save starts the printing position and the last use anew.
+
+  void InsertSheet() {
+    Execute(
+        u"INSERT INTO ETIQUETAS (NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, ANCHOETIQUETA, "
+        u"ALTOSEPARACION, ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA, NULTIMAETIQUETA, ULTIMOUTILIZADO, "
+        u"DISCO, ENVIOPOSTAL) VALUES ( '{}', {} , {},'{}','{}', '{}','{}', '{}','{}', 0,0, {}, {} )",
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
+        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
+        Measure(labels::Left), Kind().disk, Kind().postal);
+    const qint32 id = automation::CLng(LookUp(u"MAXID", u"SELECT MAX(IDETIQUETA) AS MaxID FROM ETIQUETAS"));
+    ExecuteAll(labels::WritingStatements(id, Kind(), m_fields));
+  }
+
+  void UpdateSheet() {
+    Execute(
+        u"UPDATE ETIQUETAS SET  NOMBRE = '{}',  NETIQUETASTOTAL = {},  NETIQUETASANCHO = {},  ALTOETIQUETA = '{}',  "
+        u"ANCHOETIQUETA = '{}',  ALTOSEPARACION= '{}',  ANCHOSEPARACION= '{}',  ALTO1ETIQUETA= '{}',  "
+        u"ANCHO1ETIQUETA= '{}',  NULTIMAETIQUETA= 0,  ULTIMOUTILIZADO= 0,  DISCO= {},  ENVIOPOSTAL= {}  "
+        u"WHERE IDetiqueta= {}",
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
+        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
+        Measure(labels::Left), Kind().disk, Kind().postal, Id());
+    ExecuteAll(labels::ReconcilingStatements(Id(), m_loaded, Kind(), m_fields));
+  }
+
+  void ExecuteAll(const QStringList& statements) {
+    for (const QString& statement : statements) {
+      Connection().Execute(statement);
+    }
+  }
+
+  static Verbatim Stored(const QLineEdit* count) { return {StoredNumber(count->text())}; }
+  QString Measure(labels::MeasureBox box) const { return StoredNumber(m_boxes[box]->text()); }
+  labels::SheetKind Kind() const {
+    return {.disk = ui.optDisco->isChecked(), .postal = ui.optEnvioPostal->isChecked()};
+  }
+
+  labels::FieldCollection m_fields;
+  labels::SheetKind m_loaded;
+  bool m_loading = false;
+  std::array<QLineEdit*, MeasureBoxes> m_boxes = {};
+  std::array<NumberBox*, MeasureBoxes> m_measures = {};
+  NumberBox* m_totals = nullptr;
+  NumberBox* m_perRow = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<MaintenanceForm> CreateFrmEtiquetas1() {
+  return std::make_unique<frmEtiquetas1>();
+}
