@@ -85,7 +85,7 @@ constexpr std::string_view documentWords =
     "stylelock stylelockbackcomp autofmtoverride bookfold bookfoldrev bookfoldsheets utinl felnbrelev nocxsptable "
     "noindnmbrts notbrkcnstfrctbl notcvasp notvatxbx spltpgpar usenormstyforlist hwelev noafcnsttbl cachedcolbal "
     "krnprsnet stshfdbch stshfloch stshfhich stshfbi fbidis nouicompat private nofeaturethrottle ilfomacatclnup "
-    "noqfpromote wgrffmtfilter viewbksp viewnobound fromtext fromhtml urtf toplinepunct";
+    "noqfpromote viewbksp viewnobound fromtext fromhtml urtf toplinepunct";
 
 constexpr std::string_view inlineWords = "chpgn chdate chtime chdpl chdpa sectnum chftn chatn chftnsep chftnsepc column softcol";
 
@@ -102,7 +102,7 @@ constexpr std::string_view documentGroups =
     "stylesheet info revtbl filetbl rsidtbl pgptbl mmathPr themedata colorschememapping datastore latentstyles xmlnstbl "
     "userprops docvar template protusertbl ftnsep ftnsepc ftncn aftnsep aftnsepc aftncn background pgdsctbl "
     "expandedcolortbl pnseclvl defchp defpap writereservation writereservhash passwordhash xmlattrname nextfile "
-    "fchars lchars docfmt mailmerge aftnsepr oldcprops oldpprops oldtprops oldsprops";
+    "fchars lchars docfmt mailmerge wgrffmtfilter aftnsepr oldcprops oldpprops oldtprops oldsprops";
 constexpr std::string_view sectionGroups = "header headerl headerr headerf footer footerl footerr footerf";
 constexpr std::string_view inlineGroups =
     "footnote annotation atnid atnauthor atntime atnicn atnref atndate atnparent atrfstart atrfend bkmkstart bkmkend "

@@ -50,12 +50,12 @@ Source::Source(QTextDocument& document) : QObject(&document), m_decoded(decodedK
 }
 
 Source& Source::Of(QTextDocument& document) {
-  auto* source = document.findChild<Source*>(Qt::FindDirectChildrenOnly);
+  auto* source = document.findChild<Source*>(QString(), Qt::FindDirectChildrenOnly);
   return source != nullptr ? *source : *new Source(document);
 }
 
 const Source* Source::Find(const QTextDocument& document) {
-  return document.findChild<Source*>(Qt::FindDirectChildrenOnly);
+  return document.findChild<Source*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 void Source::Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters) {

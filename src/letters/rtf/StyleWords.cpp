@@ -17,6 +17,12 @@ void SetOffset(CharacterStyle& style, VerticalKind kind, const Token& token) {
   style.offset = offset;
 }
 
+CharacterStyle WithLink(int link) {
+  CharacterStyle style;
+  style.link = link;
+  return style;
+}
+
 template <typename Kind>
 Kind Toggled(const Keyword& keyword, const Token& token) {
   return IsOn(token) ? Kind(keyword.value) : Kind{};
@@ -36,7 +42,7 @@ void AddTab(ParagraphStyle& style, TabStop& pending, const Token& token, bool ba
 bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Token& token, const ColourTable& colours) {
   switch (keyword.action) {
     case Action::Plain:
-      style = CharacterStyle{.font = defaultFont, .link = style.link};
+      style = WithLink(style.link);
       break;
     case Action::Font:
       style.font = token.parameter;
