@@ -8,6 +8,8 @@
 
 #include <memory>
 
+class QTextDocument;
+
 namespace rtf {
 
 /// What stands in front of the text and holds for all of it. Groups are kept as they are, braces included; their
@@ -28,12 +30,19 @@ struct PreambleData {
   bool operator==(const PreambleData&) const = default;
 };
 
+/// Of a letter that is new: Spanish.
+PreambleData NewPreamble();
+
 /// Shared, because it goes with the document's root frame and into its clones.
 struct Preamble {
   std::shared_ptr<const PreambleData> data = std::make_shared<const PreambleData>();
 
   bool operator==(const Preamble& other) const { return data == other.data || *data == *other.data; }
 };
+
+/// What a document's root frame carries, or a new letter's.
+Preamble PreambleOf(const QTextDocument& document);
+void SetPreamble(QTextDocument& document, PreambleData data);
 
 }  // namespace rtf
 

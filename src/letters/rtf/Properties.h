@@ -68,6 +68,7 @@ struct Link {
   int serial = 0;  ///< Tells neighbours with equal contents apart.
   bool isObject = false;
   Piece head;
+  QString target;  ///< The address of a hyperlink.
 
   bool operator==(const Link&) const = default;
 };

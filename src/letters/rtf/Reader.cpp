@@ -1,7 +1,6 @@
 #include "letters/rtf/Reader.h"
 
 #include <QTextDocument>
-#include <QTextFrame>
 #include <QTextOption>
 
 #include <algorithm>
@@ -339,9 +338,7 @@ void Reader::Finish() {
     EndParagraph();
   }
   FinishSection();
-  QTextFrameFormat root = m_document.rootFrame()->frameFormat();
-  root.setProperty(PreambleProperty, QVariant::fromValue(Preamble{std::make_shared<const PreambleData>(m_preamble)}));
-  m_document.rootFrame()->setFrameFormat(root);
+  SetPreamble(m_document, m_preamble);
   QTextOption option = m_document.defaultTextOption();
   option.setTabStopDistance(m_preamble.defaultTab / 15.0);
   m_document.setDefaultTextOption(option);

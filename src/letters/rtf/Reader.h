@@ -120,6 +120,7 @@ class Reader {
   Report m_report;
   DocumentBuilder m_builder;
   RowTracker m_rows;
+  TablePath m_lastPath;
   PreambleData m_preamble;
   FontTable m_fonts;
   ColourTable m_colours;

@@ -58,6 +58,7 @@ void Reader::EnterDestination(const Keyword& keyword, const Token& token) {
       return;
     case Action::NestedRowProperties:
       Top().nestedRowProperties = true;
+      m_rows.ForgetNestedDefinition();
       return;
     case Action::Field:
     case Action::Object:
@@ -212,7 +213,7 @@ Links Reader::LinksOf(int link) {
   if (node.serial == 0) {
     node.serial = ++m_linkSerials;
   }
-  links.append({node.serial, node.isObject, node.head});
+  links.append({node.serial, node.isObject, node.head, node.target});
   return links;
 }
 

@@ -184,7 +184,12 @@ void Reader::EndParagraph() {
   style.numbering = isItem ? 1 : 0;
   style.inTable = false;
   QTextBlockFormat format = BlockFormatOf(style, isItem);
-  if (const TablePath path = m_rows.Enter(level, m_builder); !path.isEmpty()) {
+  const TablePath path = m_rows.Enter(level, m_builder);
+  if (m_break == int(BreakKind::Within) && path != m_lastPath) {
+    m_break = int(BreakKind::AtStart);
+  }
+  m_lastPath = path;
+  if (!path.isEmpty()) {
     SetPath(format, path);
     m_tableFormats.insert(qHashMulti(0, style, format.stringProperty(TableProperty)));
     if (m_tableFormats.size() > m_limits.formats) {

@@ -19,13 +19,14 @@ class RowTracker {
   void BeginDefinition(bool nested, const Keyword& keyword);
   void AddWord(bool nested, const CarriedWord& word);
 
+  /// `\nesttableprops`: a nested row's definition begins anew.
+  void ForgetNestedDefinition() { m_definitions[true] = {}; }
+
   /// Where the paragraph that `builder` inserts next stands, at table level `level`, 0 for none. Rows that this leaves
   /// have ended.
   TablePath Enter(int level, const DocumentBuilder& builder);
   void EndCell(int level);
   void EndRow(int level, bool nested, DocumentBuilder& builder);
-  /// Whether the paragraph so far would be a cell of its own.
-  bool IsInRow(int level) const { return level <= m_open.size(); }
 
  private:
   struct Definition {
