@@ -14,8 +14,13 @@ void ColourTable::Add(std::string_view group) {
     const int base = colour == automaticColour ? 0 : colour;
     colour = (base & ~(0xFF << shift)) | (std::clamp(parameter, 0, 255) << shift);
   };
+  int depth = 0;
   for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
-    if (token.kind == TokenKind::Word && token.text == "red") {
+    if (token.kind == TokenKind::GroupStart) {
+      ++depth;
+    } else if (token.kind == TokenKind::GroupEnd && --depth == 0) {
+      colour = automaticColour;
+    } else if (token.kind == TokenKind::Word && token.text == "red") {
       set(16, token.parameter);
     } else if (token.kind == TokenKind::Word && token.text == "green") {
       set(8, token.parameter);

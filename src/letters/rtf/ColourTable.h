@@ -12,7 +12,7 @@ class ColourTable {
   /// Colours beyond this many are left out and show as automatic ones.
   static constexpr int mostColours = 4096;
 
-  /// Adds the colours of one `{\colortbl ...}` group. An entry without components is the automatic colour.
+  /// Adds the colours of `{\colortbl ...}` groups. An entry without components is the automatic colour.
   void Add(std::string_view group);
 
   /// 0xRRGGBB, or automaticColour for an entry that says so and for a number that the table does not have.

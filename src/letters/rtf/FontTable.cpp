@@ -13,6 +13,12 @@ constexpr std::string_view families[] = {"fnil", "froman", "fswiss", "fmodern", 
 
 }  // namespace
 
+QString FontName(QString name) {
+  name.removeIf([](QChar c) { return c == u'\\' || c == u'{' || c == u'}' || c == u';' || c == QChar::SoftHyphen; });
+  name.replace(QChar(0x2011), u'-');
+  return name.simplified();
+}
+
 QString Font::Description() const {
   return family + u',' + QString::number(charset) + u',' + QString::number(codePage) + u',' + name;
 }
@@ -89,7 +95,7 @@ class FontTable::Parser {
     if (m_ignored != 0) {
       return;
     }
-    if (token.text == "f" && token.hasParameter) {
+    if (token.text == "f" && token.hasParameter && token.parameter >= 0) {
       Finish();
       m_open = true;
       m_entryDepth = m_depth;
@@ -141,7 +147,7 @@ class FontTable::Parser {
     if (m_open && (m_table.m_fonts.size() < mostFonts || m_table.m_fonts.contains(m_number))) {
       FlushBytes();
       m_font.codePage = CodePage();
-      m_font.name = m_font.name.trimmed();
+      m_font.name = FontName(m_font.name);
       if (m_font.name.isEmpty()) {
         m_font.name = QStringLiteral("Times New Roman");
       }

@@ -19,6 +19,9 @@ struct Font {
   static Font FromDescription(QStringView description);
 };
 
+/// A name without what can't stand in the table.
+QString FontName(QString name);
+
 /// The fonts of `\fonttbl`, by their numbers. Source: Rich Text Format Specification 1.9.1, "Font Table".
 class FontTable {
  public:

@@ -18,6 +18,13 @@ bool IsBorder(std::string_view name) {
   return name.find("brdr") != std::string_view::npos || name == "box";
 }
 
+/// What holds for more than the text at its place, and is out of place in the result of a field: that may be written
+/// back as it is and would say it again.
+bool IsOfDocument(Action action) {
+  return action == Action::DefaultTab || action == Action::CarryDocument || action == Action::SectionDefaults ||
+         action == Action::CarrySection;
+}
+
 constexpr qsizetype mostNames = 200;
 
 void Count(QMap<QString, int>& names, std::string_view name) {
@@ -160,6 +167,7 @@ void Reader::CarryWord(const Keyword& keyword, const Token& token) {
     case Action::Plain:
     case Action::Pard:
     case Action::SectionDefaults:
+    case Action::RowDefaults:
       m_borderOwner = BorderOwner::None;
       return;
     case Action::CarryDocument:
@@ -200,6 +208,9 @@ void Reader::AttachBorder(const Keyword& keyword, const Token& token) {
 bool Reader::ApplyDocumentWord(const Keyword& keyword, const Token& token) {
   // The tables are read with these, so that what comes behind the first table is too late.
   const bool inTime = !m_bodyStarted && m_preamble.fontTables.isEmpty();
+  if (Top().character.link != 0 && IsOfDocument(keyword.action)) {
+    return false;
+  }
   switch (keyword.action) {
     case Action::CharacterSet:
       m_preamble.codePage = inTime ? keyword.value : m_preamble.codePage;
@@ -319,6 +330,7 @@ void Reader::CloseGroup() {
   }
   const Group group = Top();
   m_groups.pop_back();
+  m_borderOwner = BorderOwner::None;
   m_runIsCurrent = false;
   m_codePage = -1;
   if (group.openLink != 0) {

@@ -97,6 +97,7 @@ class Reader {
   void AppendBytes(std::string_view bytes);
   void AppendCharacter(char16_t character);
   void FlushBytes();
+  QString& HiddenText();
   void FlushHidden();
   void PrepareRun();
   int CodePage();

@@ -16,6 +16,12 @@ constexpr qsizetype longestNumbering = 4096;
 
 std::string_view View(const QByteArray& bytes) { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
 
+/// Groups of the whole document; in the result of a field, which may be written back as it is, they stay where they are.
+bool IsTable(Action action) {
+  return action == Action::FontTable || action == Action::ColourTable || action == Action::ListTable ||
+         action == Action::ListOverrides || action == Action::DocumentGroup || action == Action::SectionGroup;
+}
+
 /// The address in a field's instruction `HYPERLINK "address" \l "place"`; empty for other fields. Backslashes are
 /// doubled in it once for the field and once for RTF.
 /// Source: ECMA-376, part 1, 17.16.5.25 (HYPERLINK).
@@ -73,17 +79,24 @@ void Reader::EnterDestination(const Keyword& keyword, const Token& token) {
   if (keyword.action == Action::DroppedGroup) {
     ++m_report.dropped[QString::fromLatin1(token.text.data(), static_cast<qsizetype>(token.text.size()))];
   }
-  PlaceGroup(keyword, Capture());
+  const QByteArray group = Capture();
+  if (keyword.action == Action::Numbering) {
+    CloseGroup();
+    PlaceGroup(keyword, group);
+  } else {
+    PlaceGroup(keyword, group);
+    CloseGroup();
+  }
 }
 
 void Reader::EnterUnknownDestination(const Token& /*token*/) {
   static constexpr Keyword unknown{.name = "*", .action = Action::InlineGroup};
   static constexpr Keyword unknownOfDocument{.name = "*", .action = Action::DocumentGroup};
   PlaceGroup(m_bodyStarted ? unknown : unknownOfDocument, Capture());
+  CloseGroup();
 }
 
-/// The group that is open at this point, from its destination word on, closed where the input does not close it. The
-/// group's state ends with it.
+/// The group that is open at this point, from its destination word on, closed where the input does not close it.
 QByteArray Reader::Capture() {
   const Tokenizer::Contents contents = m_tokenizer.SkipGroup();
   const std::string_view bytes = m_input.substr(m_destination, contents.end - m_destination);
@@ -92,11 +105,14 @@ QByteArray Reader::Capture() {
   group += '{';
   group.append(bytes.data(), static_cast<qsizetype>(bytes.size()));
   group.append(static_cast<qsizetype>(std::max<std::size_t>(contents.missing, 1)), '}');
-  CloseGroup();
   return group;
 }
 
 void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
+  if (Top().character.link != 0 && IsTable(keyword.action)) {
+    AddPiece(group);
+    return;
+  }
   switch (keyword.action) {
     case Action::FontTable:
       m_fonts.Add(View(group), m_preamble.codePage);

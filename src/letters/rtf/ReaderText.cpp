@@ -36,9 +36,7 @@ void Reader::AppendBytes(std::string_view bytes) {
     m_bytesPage = page;
     m_bytes += bytes;
   } else if (Top().character.hidden) {
-    m_hiddenStyle = m_hidden.isEmpty() ? Top().character : m_hiddenStyle;
-    Decode(m_hidden, bytes, page);
-    m_bodyStarted = true;
+    Decode(HiddenText(), bytes, page);
   } else {
     PrepareRun();
     Decode(m_builder.Text(), bytes, page);
@@ -79,9 +77,7 @@ void Reader::AppendCharacter(char16_t character) {
       }
   }
   if (Top().character.hidden) {
-    m_hiddenStyle = m_hidden.isEmpty() ? Top().character : m_hiddenStyle;
-    m_hidden += QChar(character);
-    m_bodyStarted = true;
+    HiddenText() += QChar(character);
   } else {
     PrepareRun();
     m_builder.Text() += QChar(character);
@@ -99,6 +95,18 @@ void Reader::PrepareRun() {
     m_builder.BeginRun(FormatOf(m_runStyle));
   }
   m_runIsCurrent = true;
+}
+
+/// The hidden text so far; what belongs to another field or object begins anew.
+QString& Reader::HiddenText() {
+  if (m_hiddenStyle.link != Top().character.link) {
+    FlushHidden();
+  }
+  if (m_hidden.isEmpty()) {
+    m_hiddenStyle = Top().character;
+  }
+  m_bodyStarted = true;
+  return m_hidden;
 }
 
 /// Hidden text is a piece: it does not show and is not lost.

@@ -59,7 +59,7 @@ void RowTracker::EndRow(int level, bool nested, DocumentBuilder& builder) {
   }
   m_open.resize(level);
   const OpenRow row = m_open.takeLast();
-  const QString& definition = Text(nested);
+  const QString& definition = Text(nested && level > 1);
   if (definition == row.place.definition) {
     return;
   }

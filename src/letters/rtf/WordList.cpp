@@ -30,6 +30,9 @@ void WordList::Put(const Keyword& keyword, bool hasParameter, int parameter) {
 void WordList::Attach(std::uint16_t head, const Keyword& keyword, bool hasParameter, int parameter) {
   const CarriedWord word{head, keyword.id, hasParameter, parameter};
   auto place = std::find_if(m_words.begin(), m_words.end(), [head](const auto& other) { return other.head == head; });
+  if (place == m_words.end()) {
+    return;
+  }
   for (; place != m_words.end() && place->head == head; ++place) {
     if (place->word == word.word) {
       *place = word;

@@ -32,7 +32,7 @@ class WordList {
 
   /// A word of its own; what belonged to an earlier one of the same name goes with it.
   void Put(const Keyword& keyword, bool hasParameter, int parameter);
-  /// A word that belongs to `head`, which is in the list.
+  /// A word that belongs to `head`; nothing where the list lacks that.
   void Attach(std::uint16_t head, const Keyword& keyword, bool hasParameter, int parameter);
   /// A word as another list had it, behind all others.
   void Append(const CarriedWord& word) { m_words.append(word); }

@@ -15,10 +15,17 @@ std::string_view View(const QByteArray& bytes) { return {bytes.constData(), stat
 
 /// Whether the last colour lacks its semicolon, so that another would become part of it.
 bool EndsInsideEntry(const QByteArray& groups) {
-  Tokenizer tokenizer(View(groups));
+  const QByteArray open = groups.chopped(1);
+  Tokenizer tokenizer(View(open));
   bool inside = false;
+  int depth = 0;
   for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
-    if (token.kind == TokenKind::Word) {
+    if (token.kind == TokenKind::GroupStart) {
+      ++depth;
+    } else if (token.kind == TokenKind::GroupEnd) {
+      --depth;
+      inside = inside && depth != 0;
+    } else if (token.kind == TokenKind::Word) {
       inside = inside || token.text == "red" || token.text == "green" || token.text == "blue";
     } else if (token.kind == TokenKind::Text && token.text.find(';') != std::string_view::npos) {
       inside = false;
@@ -44,11 +51,14 @@ WriterTables::WriterTables(const PreambleData& preamble)
     if (!m_fonts.contains(description)) {
       m_fonts.insert(description, number);
     }
-    m_nextFont = std::max(m_nextFont, number + 1);
+    m_numbers.insert(number);
   }
   if (numbers.isEmpty()) {
     m_nextFont = preamble.defaultFont;
     m_fontGroups = "{\\fonttbl}";
+  }
+  while (m_numbers.contains(m_nextFont)) {
+    ++m_nextFont;
   }
   ColourTable colours;
   if (m_colourGroups.isEmpty()) {
@@ -80,8 +90,12 @@ int WriterTables::FontNumber(const Font& font) {
   if (known != m_fonts.constEnd()) {
     return *known;
   }
-  const int number = m_nextFont++;
+  const int number = m_nextFont;
   m_fonts.insert(description, number);
+  m_numbers.insert(number);
+  for (m_nextFont = 0; m_numbers.contains(m_nextFont);) {
+    ++m_nextFont;
+  }
   RtfText entry;
   entry.OpenGroup();
   entry.Word("\\f", number);
@@ -92,8 +106,7 @@ int WriterTables::FontNumber(const Font& font) {
   if (const int page = CodePageOfCharset(font.charset); font.codePage != page) {
     entry.Word("\\cpg", font.codePage);
   }
-  QString name = font.name;
-  entry.Text(name.replace(u';', u' '), 0);
+  entry.Text(FontName(font.name), 0);
   entry.Raw(";}");
   m_newFonts += entry.Bytes();
   return number;
@@ -119,7 +132,16 @@ int WriterTables::AddColour(int colour) {
   return m_nextColour++;
 }
 
-QByteArray WriterTables::FontGroups() const { return Extended(m_fontGroups, m_newFonts); }
+/// A damaged table may hide what is added to it; then the new fonts are a table of their own.
+QByteArray WriterTables::FontGroups() const {
+  const QByteArray extended = Extended(m_fontGroups, m_newFonts);
+  FontTable fonts;
+  fonts.Add(View(extended), m_codePage);
+  const bool complete = std::all_of(m_fonts.keyValueBegin(), m_fonts.keyValueEnd(), [&](const auto& font) {
+    return fonts.Contains(font.second) && fonts.At(font.second).Description() == font.first;
+  });
+  return complete ? extended : m_fontGroups + "{\\fonttbl" + m_newFonts + '}';
+}
 
 QByteArray WriterTables::ColourGroups() const { return Extended(m_colourGroups, m_newColours); }
 

@@ -5,6 +5,7 @@
 #include "letters/rtf/Preamble.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace rtf {
 
@@ -31,6 +32,7 @@ class WriterTables {
   QByteArray m_fontGroups;
   QByteArray m_colourGroups;
   QHash<QString, int> m_fonts;
+  QSet<int> m_numbers;
   int m_nextFont = 0;
   QByteArray m_newFonts;
   QHash<int, int> m_colours;
