@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace rtf {
 
 namespace {
@@ -47,7 +49,8 @@ QString HyperlinkTarget(std::string_view head, int codePage) {
   if (open < 0) {
     return text.mid(9).trimmed().section(u' ', 0, 0);
   }
-  const QString target = text.mid(open + 1, close - open - 1);
+  QString target = text.mid(open + 1, close - open - 1);
+  target.replace(u"\\\\"_s, u"\\"_s);
   return place >= 0 && place < open ? u'#' + target : target;
 }
 
