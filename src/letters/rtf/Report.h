@@ -25,7 +25,7 @@ struct Report {
 /// What is accepted; beyond it an input is refused.
 struct Limits {
   qsizetype bytes = 128 * 1024 * 1024;
-  int paragraphs = 500'000;
+  int paragraphs = 1'000'000;
   /// Different formats of characters and of paragraphs, each: Qt keeps about a kilobyte for one.
   qsizetype formats = 50'000;
 };

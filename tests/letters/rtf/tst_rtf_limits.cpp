@@ -43,12 +43,12 @@ void tst_rtf_limits::accepted_data() {
                                     << u"x"_s;
   QTest::newRow("long words and numbers") << QByteArray("{\\rtf1\\" + QByteArray(100'000, 'a') + QByteArray(100'000, '9') + " x}")
                                           << u"x"_s;
-  QTest::newRow("one long list") << QByteArray("{\\rtf1{\\*\\pn\\pnlvlbody\\pndec}" + QByteArray("x\\par ").repeated(20'000) + "}")
-                                 << QString(u"x|"_s.repeated(20'000)).chopped(1);
+  QTest::newRow("one long list") << QByteArray("{\\rtf1{\\*\\pn\\pnlvlbody\\pndec}" + QByteArray("x\\par ").repeated(2'000) + "}")
+                                 << QString(u"x|"_s.repeated(2'000)).chopped(1);
   QTest::newRow("one long row definition, many cells")
       << QByteArray("{\\rtf1\\trowd" + numbered(20'000, [](auto n) { return "\\cellx" + n; }) + "\\intbl " +
-                    QByteArray("\\cell").repeated(2'000) + "\\row}")
-      << QString(1999, u'|');
+                    QByteArray("\\cell").repeated(200) + "\\row}")
+      << QString(199, u'|');
   QTest::newRow("a field in a field in a field")
       << QByteArray("{\\rtf1 " + QByteArray("{\\field{\\*\\fldinst X}{\\fldrslt ").repeated(100) + "x" +
                     QByteArray("}}").repeated(100) + "}")
