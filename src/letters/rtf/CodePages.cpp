@@ -35,15 +35,15 @@ constexpr UpperHalf western = [] {
 // A converter per code page, made when it is first needed; null for a page that this system does not know.
 QStringDecoder* DecoderOf(int codePage) {
   static constexpr std::pair<int, const char*> names[] = {
-      {437, "IBM437"},        {708, "ASMO-708"},        {720, "IBM720"},          {850, "IBM850"},
-      {852, "IBM852"},        {860, "IBM860"},          {862, "IBM862"},          {863, "IBM863"},
-      {864, "IBM864"},        {865, "IBM865"},          {866, "IBM866"},          {874, "windows-874"},
-      {932, "windows-932"},   {936, "windows-936"},     {949, "windows-949"},     {950, "windows-950"},
-      {1250, "windows-1250"}, {1251, "windows-1251"},   {1253, "windows-1253"},   {1254, "windows-1254"},
-      {1255, "windows-1255"}, {1256, "windows-1256"},   {1257, "windows-1257"},   {1258, "windows-1258"},
-      {10000, "macintosh"},   {10001, "windows-932"},   {10002, "windows-950"},   {10003, "windows-949"},
-      {10006, "x-mac-greek"}, {10007, "x-mac-cyrillic"}, {10008, "windows-936"},  {10021, "windows-874"},
-      {10029, "x-mac-ce"},    {10081, "x-mac-turkish"}, {54936, "gb18030"},       {65001, "UTF-8"}};
+      {437, "IBM437"},        {708, "ASMO-708"},         {720, "IBM720"},        {850, "IBM850"},
+      {852, "IBM852"},        {860, "IBM860"},           {862, "IBM862"},        {863, "IBM863"},
+      {864, "IBM864"},        {865, "IBM865"},           {866, "IBM866"},        {874, "windows-874"},
+      {932, "windows-932"},   {936, "windows-936"},      {949, "windows-949"},   {950, "windows-950"},
+      {1250, "windows-1250"}, {1251, "windows-1251"},    {1253, "windows-1253"}, {1254, "windows-1254"},
+      {1255, "windows-1255"}, {1256, "windows-1256"},    {1257, "windows-1257"}, {1258, "windows-1258"},
+      {10000, "macintosh"},   {10001, "windows-932"},    {10002, "windows-950"}, {10003, "windows-949"},
+      {10006, "x-mac-greek"}, {10007, "x-mac-cyrillic"}, {10008, "windows-936"}, {10021, "windows-874"},
+      {10029, "x-mac-ce"},    {10081, "x-mac-turkish"},  {54936, "gb18030"},     {65001, "UTF-8"}};
   static std::map<int, std::unique_ptr<QStringDecoder>> decoders;
   const auto known = decoders.find(codePage);
   if (known != decoders.end()) {
@@ -88,7 +88,9 @@ const UpperHalf& UpperHalfOf(int codePage) {
   return halves.emplace(codePage, half).first->second;
 }
 
-bool IsControl(char16_t character) { return character < 0x20 && character != u'\t'; }
+bool IsControl(char16_t character) {
+  return character < 0x20 && character != u'\t';
+}
 
 }  // namespace
 
@@ -112,11 +114,11 @@ bool IsMultiByte(int codePage) {
 
 int CodePageOfCharset(int charset) {
   static constexpr std::pair<int, int> pages[] = {
-      {0, 1252},   {2, symbolCodePage}, {77, 10000}, {78, 932},  {79, 949},   {80, 936},   {81, 950},   {83, 1255},
-      {84, 1256},  {85, 10006},         {86, 10081}, {87, 874},  {88, 10029}, {89, 10007}, {128, 932},  {129, 949},
-      {130, 949},  {134, 936},          {136, 950},  {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256},
-      {179, 1256}, {180, 1256},         {181, 1255}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}, {254, 437},
-      {255, 850}};
+      {0, 1252},   {2, symbolCodePage}, {77, 10000}, {78, 932},   {79, 949},   {80, 936},   {81, 950},
+      {83, 1255},  {84, 1256},          {85, 10006}, {86, 10081}, {87, 874},   {88, 10029}, {89, 10007},
+      {128, 932},  {129, 949},          {130, 949},  {134, 936},  {136, 950},  {161, 1253}, {162, 1254},
+      {163, 1258}, {177, 1255},         {178, 1256}, {179, 1256}, {180, 1256}, {181, 1255}, {186, 1257},
+      {204, 1251}, {222, 874},          {238, 1250}, {254, 437},  {255, 850}};
   for (const auto& [number, page] : pages) {
     if (number == charset) {
       return page;

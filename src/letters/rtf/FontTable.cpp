@@ -173,6 +173,8 @@ class FontTable::Parser {
   std::string m_bytes;
 };
 
-void FontTable::Add(std::string_view group, int codePage) { Parser(*this, codePage).Read(group); }
+void FontTable::Add(std::string_view group, int codePage) {
+  Parser(*this, codePage).Read(group);
+}
 
 }  // namespace rtf

@@ -69,13 +69,15 @@ constexpr std::string_view sectionWords =
     "pgbrdrl pgbrdrr pgbrdropt pgbrdrhead pgbrdrfoot pgbrdrsnap";
 
 constexpr std::string_view documentWords =
-    "deflang deflangfe adeflang paperw paperh psz margl margr margt margb facingp gutter rtlgutter gutterprl margmirror "
+    "deflang deflangfe adeflang paperw paperh psz margl margr margt margb facingp gutter rtlgutter gutterprl "
+    "margmirror "
     "landscape pgnstart widowctrl twoonone linestart hyphhotz hyphconsec hyphcaps hyphauto viewkind viewscale viewzk "
     "formprot formshade formdisp annotprot revprot readprot revisions revprop revbar fracwidth makebackup psover "
     "doctype ftnstart ftnbj ftntj enddoc endnotes ftnrstpg ftnrestart ftnrstcont ftnnar ftnnalc ftnnauc ftnnrlc "
     "ftnnruc ftnnchi aftnstart aenddoc aendnotes aftnbj aftntj aftnrestart aftnrstcont aftnnar aftnnalc aftnnauc "
     "aftnnrlc aftnnruc aftnnchi fet htmautsp noxlattoyen expshrtn noultrlspc dntblnsbdb nospaceforul nolead "
-    "prcolbl swpbdr brdrsurhdr brdrsurftr wraptrsp sprsspbf sprsbsp sprslnsp sprstsp sprstsm otblrul truncex nobrkwrptbl "
+    "prcolbl swpbdr brdrsurhdr brdrsurftr wraptrsp sprsspbf sprsbsp sprslnsp sprstsp sprstsm otblrul truncex "
+    "nobrkwrptbl "
     "useltbaln alntblind lytcalctblwd lyttblrtgr lnbrkrule notabind transmf msmcap nocolbal cvmme subfontbysize "
     "bdbfhdr jexpand jcompress horzdoc vertdoc dghspace dgvspace dghorigin dgvorigin dghshow dgvshow dgsnap dgmargin "
     "allprot ltrdoc rtldoc nolnhtadjtbl splytwnine ftnlytwnine oldas cts oldlinewrap ApplyBrkRules asianbrkrule "
@@ -87,19 +89,22 @@ constexpr std::string_view documentWords =
     "krnprsnet stshfdbch stshfloch stshfhich stshfbi fbidis nouicompat private nofeaturethrottle ilfomacatclnup "
     "noqfpromote viewbksp viewnobound fromtext fromhtml urtf toplinepunct";
 
-constexpr std::string_view inlineWords = "chpgn chdate chtime chdpl chdpa sectnum chftn chatn chftnsep chftnsepc column softcol";
+constexpr std::string_view inlineWords =
+    "chpgn chdate chtime chdpl chdpa sectnum chftn chatn chftnsep chftnsepc column softcol";
 
 // Repeat or support what other words say (widths of an indent in its other name, fonts of other scripts), are the trail
 // of a word processor's sessions, or describe a list's item that the list says again.
 constexpr std::string_view droppedWords =
     "lin rin af afs ab ai acaps acf adn aexpnd aoutl ascaps ashad astrike aul auld auldb aulnone aulw aup alang fcs "
-    "rtlch ltrch loch hich dbch fbias adeff rsid insrsid charrsid pararsid sectrsid delrsid tblrsid styrsid rsidroot softline "
+    "rtlch ltrch loch hich dbch fbias adeff rsid insrsid charrsid pararsid sectrsid delrsid tblrsid styrsid rsidroot "
+    "softline "
     "softpage softlheight version vern edmins nofpages nofwords nofchars nofcharsws htmlrtf cocoartf cocoasubrtf "
     "cocoascreenfonts cocoatextscaling cocoaplatform vieww viewh readonlyrecommended pardirnatural qnatural "
     "partightenfactor abinodiroverride listtag jclisttab pardeftab irow irowband";
 
 constexpr std::string_view documentGroups =
-    "stylesheet info revtbl filetbl rsidtbl pgptbl mmathPr themedata colorschememapping datastore latentstyles xmlnstbl "
+    "stylesheet info revtbl filetbl rsidtbl pgptbl mmathPr themedata colorschememapping datastore latentstyles "
+    "xmlnstbl "
     "userprops docvar template protusertbl ftnsep ftnsepc ftncn aftnsep aftnsepc aftncn background pgdsctbl "
     "expandedcolortbl pnseclvl defchp defpap writereservation writereservhash passwordhash xmlattrname nextfile "
     "fchars lchars docfmt mailmerge wgrffmtfilter aftnsepr oldcprops oldpprops oldtprops oldsprops";
@@ -115,9 +120,9 @@ constexpr std::string_view droppedGroups =
     "bliptag picprop list listoverride listlevel fldinst objdata objclass objname tblstyle";
 
 constexpr std::pair<std::string_view, int> characters[] = {
-    {"tab", u'\t'},        {"emdash", 0x2014},  {"endash", 0x2013}, {"emspace", 0x2003}, {"enspace", 0x2002},
-    {"qmspace", 0x2005},   {"bullet", 0x2022},  {"lquote", 0x2018}, {"rquote", 0x2019},  {"ldblquote", 0x201C},
-    {"rdblquote", 0x201D}, {"ltrmark", 0x200E}, {"rtlmark", 0x200F}, {"zwj", 0x200D},    {"zwnj", 0x200C},
+    {"tab", u'\t'},        {"emdash", 0x2014},  {"endash", 0x2013},  {"emspace", 0x2003}, {"enspace", 0x2002},
+    {"qmspace", 0x2005},   {"bullet", 0x2022},  {"lquote", 0x2018},  {"rquote", 0x2019},  {"ldblquote", 0x201C},
+    {"rdblquote", 0x201D}, {"ltrmark", 0x200E}, {"rtlmark", 0x200F}, {"zwj", 0x200D},     {"zwnj", 0x200C},
     {"zwbo", 0x200B},      {"zwnbo", 0x2060},
 };
 
@@ -279,10 +284,16 @@ const Table& Keywords() {
 
 }  // namespace
 
-const Keyword* FindKeyword(std::string_view name) { return Keywords().Find(name); }
+const Keyword* FindKeyword(std::string_view name) {
+  return Keywords().Find(name);
+}
 
-const Keyword& KeywordOf(std::uint16_t id) { return Keywords().At(id); }
+const Keyword& KeywordOf(std::uint16_t id) {
+  return Keywords().At(id);
+}
 
-bool IsDestination(Action action) { return action >= Action::Document; }
+bool IsDestination(Action action) {
+  return action >= Action::Document;
+}
 
 }  // namespace rtf

@@ -12,10 +12,10 @@ namespace rtf {
 namespace {
 
 constexpr std::pair<std::string_view, Numbering::Kind> numberingWords[] = {
-    {"pnlvlblt", Numbering::Kind::Bullet},   {"pndec", Numbering::Kind::Decimal},
-    {"pncard", Numbering::Kind::Decimal},    {"pnord", Numbering::Kind::Decimal},
-    {"pnordt", Numbering::Kind::Decimal},    {"pnucrm", Numbering::Kind::UpperRoman},
-    {"pnlcrm", Numbering::Kind::LowerRoman}, {"pnucltr", Numbering::Kind::UpperLetter},
+    {"pnlvlblt", Numbering::Kind::Bullet},    {"pndec", Numbering::Kind::Decimal},
+    {"pncard", Numbering::Kind::Decimal},     {"pnord", Numbering::Kind::Decimal},
+    {"pnordt", Numbering::Kind::Decimal},     {"pnucrm", Numbering::Kind::UpperRoman},
+    {"pnlcrm", Numbering::Kind::LowerRoman},  {"pnucltr", Numbering::Kind::UpperLetter},
     {"pnlcltr", Numbering::Kind::LowerLetter}};
 
 // Source: Rich Text Format Specification 1.9.1, "List Levels", `\levelnfcN`.

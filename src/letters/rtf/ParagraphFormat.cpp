@@ -13,7 +13,9 @@ namespace {
 // The hanging indent of a list that was made here, a quarter of an inch as word processors have it.
 constexpr int ownListIndent = 360;
 
-int Twips(double pixels) { return qRound(qBound(-1e6, pixels, 1e6) * twipsPerPixel); }
+int Twips(double pixels) {
+  return qRound(qBound(-1e6, pixels, 1e6) * twipsPerPixel);
+}
 
 QTextOption::TabType TypeOf(TabKind kind) {
   switch (kind) {

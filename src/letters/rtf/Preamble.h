@@ -21,9 +21,9 @@ struct PreambleData {
   QByteArray fontTables;
   QByteArray colourTables;
   QByteArray listTables;
-  QByteArray groups;         ///< Of the document, `listTables` not among them.
-  WordList words;            ///< Of the document.
-  WordList sectionWords;     ///< Of the first section.
+  QByteArray groups;             ///< Of the document, `listTables` not among them.
+  WordList words;                ///< Of the document.
+  WordList sectionWords;         ///< Of the first section.
   bool sectionDefaults = false;  ///< Whether it begins with `\sectd`.
   QByteArray sectionGroups;
 

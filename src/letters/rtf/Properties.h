@@ -9,7 +9,8 @@
 
 /// What Qt's formats do not have is kept in user properties of them, so that undo and redo, cut and paste of the
 /// document's own fragments and clones keep it. Whatever is long stands behind a pointer (Piece) with a short text
-/// beside it that differs where the contents do: Qt finds equal formats by a hash in which only numbers and texts count.
+/// beside it that differs where the contents do: Qt finds equal formats by a hash in which only numbers and texts
+/// count.
 namespace rtf {
 
 enum Property : int {
@@ -20,20 +21,20 @@ enum Property : int {
   BackgroundProperty,                                 ///< int: BackgroundKind and the colour, (kind << 24) | colour
   RaiseProperty,                                      ///< int: `\up` (positive) or `\dn` half-points
   StrikeProperty,                                     ///< int: lines, where more than one
-  PieceNameProperty,  ///< QString: names the contents of PieceProperty
+  PieceNameProperty,                                  ///< QString: names the contents of PieceProperty
   PieceProperty,                                      ///< Piece: what the object character stands for
   LinkNameProperty,  ///< QString: numbers and contents of the fields and objects that this text is the result of
   LinkProperty,      ///< Links
   // Block formats.
-  TabsProperty,             ///< QString: the tab words, as the paragraph's edge counts them
-  ParagraphWordsProperty,   ///< QString: carried words
-  FirstIndentProperty,      ///< int: `\fi` of a list item, whose marker hangs by itself here
-  TableProperty,            ///< QString: the places of a TablePath
-  TableDefinitionsProperty, ///< QStringList: the definitions of its rows
-  BreakProperty,            ///< int: BreakKind
-  SectionWordsProperty,     ///< QString: the words of the section that begins with this paragraph
-  SectionNameProperty,      ///< QString: names the contents of SectionProperty
-  SectionProperty,          ///< Piece: the section's headers and footers
+  TabsProperty,              ///< QString: the tab words, as the paragraph's edge counts them
+  ParagraphWordsProperty,    ///< QString: carried words
+  FirstIndentProperty,       ///< int: `\fi` of a list item, whose marker hangs by itself here
+  TableProperty,             ///< QString: the places of a TablePath
+  TableDefinitionsProperty,  ///< QStringList: the definitions of its rows
+  BreakProperty,             ///< int: BreakKind
+  SectionWordsProperty,      ///< QString: the words of the section that begins with this paragraph
+  SectionNameProperty,       ///< QString: names the contents of SectionProperty
+  SectionProperty,           ///< Piece: the section's headers and footers
   // List formats.
   ListSourceProperty,  ///< QString: `\lsN\ilvlN`, or the `\pn` group
   ListStyleProperty,   ///< int: the style that ListSourceProperty stands for
@@ -63,7 +64,8 @@ class Piece {
   std::shared_ptr<const QByteArray> m_bytes;
 };
 
-/// The fields and objects around a text, outermost first. A piece is the group up to its result: "\field{\*\fldinst..}".
+/// The fields and objects around a text, outermost first. A piece is the group up to its result:
+/// "\field{\*\fldinst..}".
 struct Link {
   int serial = 0;  ///< Tells neighbours with equal contents apart.
   bool isObject = false;

@@ -37,7 +37,12 @@ void Count(QMap<QString, int>& names, std::string_view name) {
 }  // namespace
 
 Reader::Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits)
-    : m_input(input), m_tokenizer(input), m_document(document), m_source(source), m_limits(limits), m_builder(document) {
+    : m_input(input),
+      m_tokenizer(input),
+      m_document(document),
+      m_source(source),
+      m_limits(limits),
+      m_builder(document) {
   m_groups.emplace_back();
 }
 

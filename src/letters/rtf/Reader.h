@@ -151,7 +151,7 @@ class Reader {
   QSet<size_t> m_tableFormats;
   bool m_runIsCurrent = false;  ///< The builder's last run has the style in force.
   CharacterStyle m_runStyle;
-  int m_codePage = -1;          ///< Of the style in force, -1 if that changed.
+  int m_codePage = -1;  ///< Of the style in force, -1 if that changed.
 };
 
 }  // namespace rtf

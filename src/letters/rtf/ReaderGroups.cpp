@@ -16,9 +16,12 @@ namespace {
 // Longer numbering groups are not kept to the letter; what they say of the list is.
 constexpr qsizetype longestNumbering = 4096;
 
-std::string_view View(const QByteArray& bytes) { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
+std::string_view View(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
 
-/// Groups of the whole document; in the result of a field, which may be written back as it is, they stay where they are.
+/// Groups of the whole document; in the result of a field, which may be written back as it is, they stay where they
+/// are.
 bool IsTable(Action action) {
   return action == Action::FontTable || action == Action::ColourTable || action == Action::ListTable ||
          action == Action::ListOverrides || action == Action::DocumentGroup || action == Action::SectionGroup;
@@ -137,7 +140,8 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
     case Action::Numbering: {
       const Numbering numbering = ReadNumbering(View(group), m_preamble.codePage);
       if (numbering.kind != Numbering::Kind::None) {
-        m_numberings.push_back({numbering, QString::fromLatin1(group.size() <= longestNumbering ? group : NumberingGroup(numbering))});
+        m_numberings.push_back(
+            {numbering, QString::fromLatin1(group.size() <= longestNumbering ? group : NumberingGroup(numbering))});
         Top().paragraph.numbering = static_cast<int>(m_numberings.size()) - 1;
       }
       return;

@@ -45,7 +45,9 @@ QString PlainText(const QByteArray& content) {
   return text;
 }
 
-Report Refused(const QString& reason) { return {.outcome = Outcome::Refused, .reason = reason, .carried = {}, .dropped = {}}; }
+Report Refused(const QString& reason) {
+  return {.outcome = Outcome::Refused, .reason = reason, .carried = {}, .dropped = {}};
+}
 
 /// Plain text as RTF in the document's font, so that it is read like any other letter.
 QByteArray RtfOf(QString text, const QFont& font) {
@@ -115,9 +117,9 @@ QByteArray WithoutBinary(const QByteArray& bytes) {
   QByteArray result;
   Tokenizer tokenizer({bytes.constData(), static_cast<std::size_t>(bytes.size())});
   for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
-    const QByteArrayView raw(token.kind == TokenKind::Binary ? token.text.data() : bytes.constData() + token.begin,
-                             static_cast<qsizetype>(token.kind == TokenKind::Binary ? token.text.size()
-                                                                                   : token.end - token.begin));
+    const QByteArrayView raw(
+        token.kind == TokenKind::Binary ? token.text.data() : bytes.constData() + token.begin,
+        static_cast<qsizetype>(token.kind == TokenKind::Binary ? token.text.size() : token.end - token.begin));
     result += token.kind == TokenKind::Binary ? ' ' + raw.toByteArray().toHex() : raw.toByteArray();
   }
   return result;

@@ -6,9 +6,13 @@ namespace rtf {
 
 namespace {
 
-bool IsOn(const Token& token) { return !token.hasParameter || token.parameter != 0; }
+bool IsOn(const Token& token) {
+  return !token.hasParameter || token.parameter != 0;
+}
 
-int Length(const Token& token) { return std::clamp(token.parameter, -largestTwips, largestTwips); }
+int Length(const Token& token) {
+  return std::clamp(token.parameter, -largestTwips, largestTwips);
+}
 
 void SetOffset(CharacterStyle& style, VerticalKind kind, const Token& token) {
   // Six half-points where the word does not say.

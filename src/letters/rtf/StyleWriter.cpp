@@ -6,7 +6,9 @@ namespace rtf {
 
 namespace {
 
-QByteArray Control(const char* name) { return QByteArray("\\") + name; }
+QByteArray Control(const char* name) {
+  return QByteArray("\\") + name;
+}
 
 bool HasHead(const QList<CarriedWord>& words, std::uint16_t head) {
   return std::any_of(words.begin(), words.end(), [head](const CarriedWord& word) { return word.head == head; });

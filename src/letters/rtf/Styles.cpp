@@ -31,8 +31,8 @@ size_t qHash(const ParagraphStyle& style, size_t seed) {
 }
 
 const char* WordOf(UnderlineKind kind) {
-  static constexpr std::array words{"",         "ul",      "uld",     "uldash",   "uldashd",   "uldashdd",
-                                    "ulwave",   "uldb",    "ulw",     "ulth",     "ulthd",     "ulthdash",
+  static constexpr std::array words{"",          "ul",         "uld",     "uldash",    "uldashd", "uldashdd",
+                                    "ulwave",    "uldb",       "ulw",     "ulth",      "ulthd",   "ulthdash",
                                     "ulthdashd", "ulthdashdd", "ulldash", "ulthldash", "ulhwave", "ululdbwave"};
   return Entry(words, kind);
 }

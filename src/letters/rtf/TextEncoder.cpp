@@ -56,7 +56,8 @@ void RtfText::Character(char16_t character, int codePage) {
     Plain(static_cast<char>(character));
   } else if (symbols && character > 0xF020 && character <= 0xF0FF) {
     Hex(character - 0xF000);
-  } else if (const int byte = codePage == westernCodePage && character > 0x7F ? WesternByte(character) : -1; byte >= 0) {
+  } else if (const int byte = codePage == westernCodePage && character > 0x7F ? WesternByte(character) : -1;
+             byte >= 0) {
     Hex(byte);
   } else {
     m_bytes += "\\u";

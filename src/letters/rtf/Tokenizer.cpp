@@ -8,11 +8,17 @@ namespace rtf {
 
 namespace {
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
-bool IsIgnored(char c) { return c == '\r' || c == '\n' || c == '\0'; }
+bool IsIgnored(char c) {
+  return c == '\r' || c == '\n' || c == '\0';
+}
 
 constexpr std::array<bool, 256> textEnds = [] {
   std::array<bool, 256> ends{};

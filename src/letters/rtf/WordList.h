@@ -39,7 +39,9 @@ class WordList {
   void Clear() { m_words.clear(); }
 
   bool operator==(const WordList&) const = default;
-  friend size_t qHash(const WordList& list, size_t seed = 0) { return qHashRange(list.m_words.begin(), list.m_words.end(), seed); }
+  friend size_t qHash(const WordList& list, size_t seed = 0) {
+    return qHashRange(list.m_words.begin(), list.m_words.end(), seed);
+  }
 
  private:
   QList<CarriedWord> m_words;

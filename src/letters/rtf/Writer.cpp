@@ -25,15 +25,14 @@ Link HyperlinkTo(const QString& target) {
   return {.serial = 0, .isObject = false, .head = Piece(head.Bytes()), .target = target};
 }
 
-Font SymbolFont() { return {.family = QStringLiteral("nil"), .charset = 2, .codePage = symbolCodePage, .name = QStringLiteral("Symbol")}; }
+Font SymbolFont() {
+  return {.family = QStringLiteral("nil"), .charset = 2, .codePage = symbolCodePage, .name = QStringLiteral("Symbol")};
+}
 
 }  // namespace
 
 Writer::Writer(const QTextDocument& document)
-    : m_document(document),
-      m_preamble(PreambleOf(document)),
-      m_tables(*m_preamble.data),
-      m_styles(m_text, m_tables) {}
+    : m_document(document), m_preamble(PreambleOf(document)), m_tables(*m_preamble.data), m_styles(m_text, m_tables) {}
 
 QByteArray Writer::Write() {
   m_text.Bytes().reserve(m_document.characterCount() * 2);
@@ -100,8 +99,8 @@ void Writer::WriteBlock(const QTextBlock& block) {
   Paragraph(format.style, list, true);
   bool pageBegun = false;
   if (format.pageBreak && format.pageBreak != BreakKind::Property) {
-    const bool isWritten = (format.pageBreak == BreakKind::Within && goesOn) ||
-                           (format.pageBreak == BreakKind::Section && beginsSection);
+    const bool isWritten =
+        (format.pageBreak == BreakKind::Within && goesOn) || (format.pageBreak == BreakKind::Section && beginsSection);
     pageBegun = format.pageBreak != BreakKind::Section || !beginsSection;
     if (!isWritten) {
       m_text.Word("\\page");

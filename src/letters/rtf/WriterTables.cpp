@@ -11,7 +11,9 @@ namespace rtf {
 
 namespace {
 
-std::string_view View(const QByteArray& bytes) { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
+std::string_view View(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
 
 /// Whether the last colour lacks its semicolon, so that another would become part of it.
 bool EndsInsideEntry(const QByteArray& groups) {
@@ -143,6 +145,8 @@ QByteArray WriterTables::FontGroups() const {
   return complete ? extended : m_fontGroups + "{\\fonttbl" + m_newFonts + '}';
 }
 
-QByteArray WriterTables::ColourGroups() const { return Extended(m_colourGroups, m_newColours); }
+QByteArray WriterTables::ColourGroups() const {
+  return Extended(m_colourGroups, m_newColours);
+}
 
 }  // namespace rtf

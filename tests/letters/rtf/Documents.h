@@ -15,7 +15,8 @@ namespace support {
 
 /// `body` behind a header with three fonts (Arial, Symbol, one of charset 238) and two colours (red, blue).
 inline QByteArray Letter(const QByteArray& body) {
-  return "{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang3082{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}{\\f1\\fnil\\fcharset2 "
+  return "{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang3082{\\fonttbl{\\f0\\fswiss\\fcharset0 "
+         "Arial;}{\\f1\\fnil\\fcharset2 "
          "Symbol;}{\\f2\\fswiss\\fcharset238 Arial CE;}{\\f3\\fnil\\fcharset128 MS Gothic;}}\r\n{\\colortbl "
          ";\\red255\\green0\\blue0;\\red0\\green0\\blue255;}\r\n\\viewkind4\\uc1\\pard\\f0\\fs20 " +
          body + "}\r\n";

@@ -29,7 +29,10 @@ QString Value(const QVariant& value) {
   if (value.canConvert<rtf::Links>()) {
     QString text;
     for (const rtf::Link& link : value.value<rtf::Links>()) {
-      text += QStringLiteral("%1:%2:%3:%4 ").arg(link.serial).arg(link.isObject).arg(Digest(link.head.Bytes()), link.target);
+      text += QStringLiteral("%1:%2:%3:%4 ")
+                  .arg(link.serial)
+                  .arg(link.isObject)
+                  .arg(Digest(link.head.Bytes()), link.target);
     }
     return text;
   }
@@ -60,8 +63,7 @@ QString Describe(const QTextFormat& format) {
 }
 
 QString Describe(const QTextDocument& document) {
-  const auto preamble =
-      document.rootFrame()->frameFormat().property(rtf::PreambleProperty).value<rtf::Preamble>();
+  const auto preamble = document.rootFrame()->frameFormat().property(rtf::PreambleProperty).value<rtf::Preamble>();
   const rtf::PreambleData& data = *preamble.data;
   return QStringLiteral("preamble %1 %2 %3 %4 %5 %6 %7")
       .arg(data.codePage)

@@ -158,8 +158,9 @@ void tst_rtf_formats::lists_data() {
       "{\\*\\listtable{\\list{\\listlevel\\levelnfc2\\levelstartat1{\\leveltext\\'02\\'00);}}\\listid7}}"
       "{\\*\\listoverridetable{\\listoverride\\listid7\\listoverridecount0\\ls1}}";
   QTest::newRow("bullets, the words on the first item only")
-      << QByteArray("\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}\\fi-360\\li720 a\\par"
-                    "{\\pntext\\f1\\'B7\\tab}b\\par\\pard c\\par")
+      << QByteArray(
+             "\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}\\fi-360\\li720 a\\par"
+             "{\\pntext\\f1\\'B7\\tab}b\\par\\pard c\\par")
       << u"a=-1 48 0.1,b=-1 48 0.2,c"_s;
   QTest::newRow("numbers") << QByteArray("\\pard{\\*\\pn\\pnlvlbody\\pnstart3\\pnucrm{\\pntxta)}}a\\par b\\par")
                            << u"a=-8) 0 0.1,b=-8) 0 0.2"_s;

@@ -86,7 +86,8 @@ void tst_rtf_kept::afterAnEdit_data() {
   row("paper", "\\paperw11906\\margl567 a\\par", "\\paperw11906\\margl567");
   row("section", "a\\sect\\sectd\\cols2{\\header h}b\\par", "\\sect\r\n\\sectd\\cols2{\\header h}");
   row("styles", "{\\stylesheet{\\s1 Uno;}}\\pard\\s1 a\\par", "{\\stylesheet{\\s1 Uno;}}");
-  row("words of paragraphs", "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2 a\\par", "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2");
+  row("words of paragraphs", "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2 a\\par",
+      "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2");
   row("words of characters", "\\lang1034\\expndtw20\\uldb a\\par", "\\expndtw20\\lang1034\\f0\\fs20\\uldb");
   row("exact rise", "\\up7 a\\par", "\\up7 a");
   row("leader", "\\tldot\\tqr\\tx9000 a\\par", "\\tqr\\tldot\\tx9000");
@@ -136,11 +137,12 @@ void tst_rtf_kept::pictures_data() {
   const QByteArray png = Png();
   QTest::newRow("PNG") << QByteArray("{\\pict\\picwgoal300\\pichgoal150\\pngblip " + png.toHex() + "}") << QSize(3, 2)
                        << QSizeF(20, 10);
-  QTest::newRow("scaled, binary") << QByteArray("{\\pict\\picscalex50\\picscaley200\\picwgoal300\\pichgoal150\\pngblip\\bin" +
-                                                QByteArray::number(png.size()) + ' ' + png + "}")
+  QTest::newRow("scaled, binary") << QByteArray(
+                                         "{\\pict\\picscalex50\\picscaley200\\picwgoal300\\pichgoal150\\pngblip\\bin" +
+                                         QByteArray::number(png.size()) + ' ' + png + "}")
                                   << QSize(3, 2) << QSizeF(10, 20);
-  QTest::newRow("in a shape") << QByteArray("{\\*\\shppict{\\pict{\\*\\picprop x}\\pngblip " + png.toHex() + "}}") << QSize(3, 2)
-                              << QSizeF(0, 0);
+  QTest::newRow("in a shape") << QByteArray("{\\*\\shppict{\\pict{\\*\\picprop x}\\pngblip " + png.toHex() + "}}")
+                              << QSize(3, 2) << QSizeF(0, 0);
   QTest::newRow("bitmap") << QByteArray("{\\pict\\dibitmap0 " + Dib().toHex() + "}") << QSize(2, 1) << QSizeF(0, 0);
   QTest::newRow("metafile of a bitmap") << QByteArray("{\\pict\\wmetafile8 " + Metafile().toHex() + "}") << QSize(2, 1)
                                         << QSizeF(0, 0);
@@ -152,7 +154,8 @@ void tst_rtf_kept::pictures() {
   QFETCH(QSize, pixels);
   QFETCH(QSizeF, shown);
   const auto document = Document(Letter(group));
-  const QTextImageFormat format = support::FormatAt(*document, QString(QChar::ObjectReplacementCharacter)).toImageFormat();
+  const QTextImageFormat format =
+      support::FormatAt(*document, QString(QChar::ObjectReplacementCharacter)).toImageFormat();
   QVERIFY(format.isValid());
   QCOMPARE(QSizeF(format.width(), format.height()), shown);
   const QVariant image = document->resource(QTextDocument::ImageResource, QUrl(format.name()));
@@ -183,8 +186,10 @@ void tst_rtf_kept::foreignTablesStayBehind() {
   QTextCursor cursor(document.get());
   cursor.movePosition(QTextCursor::End);
   const QByteArray foreign =
-      "{\\rtf1{\\fonttbl{\\f0\\fnil\\fcharset0 Verdana;}}{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01*;}}"
-      "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}{\\header h}\\paperw1 x\\par\\pard\\ls1 y\\par z\\par}";
+      "{\\rtf1{\\fonttbl{\\f0\\fnil\\fcharset0 "
+      "Verdana;}}{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01*;}}"
+      "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}{\\header h}\\paperw1 x\\par\\pard\\ls1 y\\par "
+      "z\\par}";
   rtf::Insert(foreign, cursor);
   const QByteArray written = rtf::Write(*document);
   QVERIFY(!written.contains("header") && !written.contains("paperw") && !written.contains("\\ls1"));
@@ -198,7 +203,8 @@ void tst_rtf_kept::tableEdits_data() {
   QTest::addColumn<QString>("typed");
   QTest::addColumn<QByteArray>("cells");
   // The letter's text is "a b c d" with a paragraph for each cell of two rows.
-  QTest::newRow("a new paragraph in a cell") << 1 << 1 << u"\nx"_s << QByteArray("a|par|x|cell|b|cell|row|c|cell|d|cell|row|");
+  QTest::newRow("a new paragraph in a cell")
+      << 1 << 1 << u"\nx"_s << QByteArray("a|par|x|cell|b|cell|row|c|cell|d|cell|row|");
   QTest::newRow("an emptied cell") << 2 << 3 << QString() << QByteArray("a|cell|cell|row|c|cell|d|cell|row|");
   QTest::newRow("a cell that is gone") << 0 << 2 << QString() << QByteArray("|cell|b|cell|row|c|cell|d|cell|row|");
 }
@@ -217,7 +223,8 @@ void tst_rtf_kept::tableEdits() {
   cursor.insertText(typed);
   QByteArray written = rtf::Write(*document);
   written = written.mid(written.indexOf("\\trowd"));
-  for (const char* word : {"\\trowd", "\\cellx1000", "\\cellx2000", "\\pard", "\\intbl", "\\f0", "\\fs20", "\r\n", " "}) {
+  for (const char* word :
+       {"\\trowd", "\\cellx1000", "\\cellx2000", "\\pard", "\\intbl", "\\f0", "\\fs20", "\r\n", " "}) {
     written.replace(word, "");
   }
   for (const char* word : {"cell", "row", "par"}) {

@@ -64,7 +64,8 @@ void tst_rtf_text::text_data() {
   row("plain text in UTF-8", "año", u"año"_s);
   row("nothing", "", u""_s);
   row("unknown words are passed over", Letter("a\\unheardof12 b{\\unheardof c}"), u"abc"_s);
-  row("alternative texts of items", Letter("{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt}a\\par{\\listtext 1.\\tab}b"), u"a|b"_s);
+  row("alternative texts of items", Letter("{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt}a\\par{\\listtext 1.\\tab}b"),
+      u"a|b"_s);
   row("Unicode alternative", Letter("a{\\upr{b}{\\*\\ud{\\u8364?}}}c"), u"a€c"_s);
   row("result of a field", Letter("{\\field{\\*\\fldinst DATE}{\\fldrslt hoy}} es"), u"hoy es"_s);
   row("result of an object", Letter("{\\object{\\*\\objdata 00}{\\result x}}"), u"x"_s);
