@@ -49,7 +49,7 @@ struct Expected {
 };
 
 constexpr Expected expected[] = {
-    {"\\f2", "style:font-name", "Arial CE"},
+    {"\\f3", "style:font-name", "MS Gothic"},
     {"\\fs17", "fo:font-size", "8.5pt"},
     {"\\b", "fo:font-weight", "bold"},
     {"\\i", "fo:font-style", "italic"},
