@@ -23,6 +23,7 @@ class tst_rtf_formats : public QObject {
   void lists();
   void formatsOfTheEditor();
   void tabsFollowTheColumnsEdge();
+  void backgroundOfTheFirstColour();
 };
 
 namespace {
@@ -245,6 +246,17 @@ void tst_rtf_formats::tabsFollowTheColumnsEdge() {
   cursor.mergeBlockFormat(indented);
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(written.contains("\\li720\\tqr\\tldot\\tx9072"), written.constData());
+}
+
+/// Number 0 is no background, so that the table's first colour needs another number.
+void tst_rtf_formats::backgroundOfTheFirstColour() {
+  const auto document = Document("{\\rtf1{\\colortbl\\red255\\green0\\blue0;}X}");
+  QTextCursor cursor(document.get());
+  cursor.select(QTextCursor::Document);
+  QTextCharFormat red;
+  red.setBackground(QColor(255, 0, 0));
+  cursor.mergeCharFormat(red);
+  QCOMPARE(FormatAt(*Document(rtf::Write(*document)), u"X"_s).background().color().name(), u"#ff0000"_s);
 }
 
 KEL_TEST(tst_rtf_formats);

@@ -80,6 +80,13 @@ void tst_rtf_kept::afterAnEdit_data() {
       "{\\object\\objemb{\\*\\objdata 0105}{\\result r}}");
   row("field", "a{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}b\\par",
       "{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}");
+  row("field over paragraphs", "{\\field{\\*\\fldinst X}{\\fldrslt a\\par\\pard\\qc b}}c\\par\\pard d\\par",
+      "{\\field{\\*\\fldinst X}");
+  row("nested table",
+      "\\trowd\\cellx9\\pard\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}\\pard\\intbl "
+      "b\\cell\\row\\pard\\par",
+      "{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}");
+  row("row defined behind its cells", "\\pard\\intbl a\\cell\\trowd\\cellx77\\row\\pard\\par", "\\trowd\\cellx77");
   row("field without a result", "a{\\field{\\*\\fldinst PAGE}}b\\par", "{\\field{\\*\\fldinst PAGE}}");
   row("page number", "a\\chpgn b\\par", "a\\chpgn b");
   row("header and footer", "{\\header h}{\\footerf f}a\\par", "{\\header h}{\\footerf f}");

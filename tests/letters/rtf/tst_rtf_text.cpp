@@ -15,6 +15,8 @@ class tst_rtf_text : public QObject {
  private Q_SLOTS:
   void text_data();
   void text();
+  void charsets_data();
+  void charsets();
   void borderOfBytesAndCharacters_data();
   void borderOfBytesAndCharacters();
   void columnsCharactersComeBack();
@@ -83,6 +85,41 @@ void tst_rtf_text::text() {
   const auto document = Document(content);
   QCOMPARE(Text(*document), expected);
   QCOMPARE(rtf::Write(*document), content);
+  QCOMPARE(support::Loss(*document), QString());
+}
+
+void tst_rtf_text::charsets_data() {
+  QTest::addColumn<int>("charset");
+  QTest::addColumn<QByteArray>("bytes");
+  QTest::addColumn<QString>("expected");
+  const auto row = [](int charset, const QByteArray& bytes, const QString& expected) {
+    QTest::addRow("%d", charset) << charset << bytes << expected;
+  };
+  row(0, "\xE1", u"á"_s);
+  row(77, "\x8E", u"é"_s);
+  row(128, "\x82\xA0", u"あ"_s);
+  row(129, "\xB0\xA1", u"가"_s);
+  row(134, "\xC4\xE3", u"你"_s);
+  row(136, "\xA7\x41", u"你"_s);
+  row(161, "\xE1", u"α"_s);
+  row(162, "\xFE", u"ş"_s);
+  row(163, "\xD0", u"Đ"_s);
+  row(177, "\xE0", u"א"_s);
+  row(178, "\xC7", u"ا"_s);
+  row(186, "\xE0", u"ą"_s);
+  row(204, "\xE1", u"б"_s);
+  row(222, "\xA1", u"ก"_s);
+  row(238, "\xE8", u"č"_s);
+  row(254, "\xA4", u"ñ"_s);
+}
+
+void tst_rtf_text::charsets() {
+  QFETCH(int, charset);
+  QFETCH(QByteArray, bytes);
+  QFETCH(QString, expected);
+  const auto document =
+      Document("{\\rtf1{\\fonttbl{\\f0\\fnil\\fcharset" + QByteArray::number(charset) + " X;}}\\f0 " + bytes + "}");
+  QCOMPARE(Text(*document), expected);
   QCOMPARE(support::Loss(*document), QString());
 }
 
