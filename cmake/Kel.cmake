@@ -21,6 +21,11 @@ if(KEL_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+option(KEL_FUZZ "Build the coverage-guided targets; needs clang" OFF)
+if(KEL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # kel_precompiled(<target>): the target's files start from the project's one precompiled header (cmake/precompiled).
 # It saves time and nothing else: a file includes what it uses, and a header that the target's libraries don't offer
 # is still not found.

@@ -5,9 +5,12 @@
 #include <cstdio>
 #include <map>
 
-#ifdef QT_WIDGETS_LIB
+#if defined(QT_WIDGETS_LIB)
 #include <QApplication>
 using Application = QApplication;
+#elif defined(QT_GUI_LIB)
+#include <QGuiApplication>
+using Application = QGuiApplication;
 #else
 using Application = QCoreApplication;
 #endif

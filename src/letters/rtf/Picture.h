@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QSizeF>
+
+namespace rtf {
+
+/// Pictures larger than this are kept but not shown.
+inline constexpr qint64 mostPicturePixels = 25'000'000;
+inline constexpr qsizetype mostPictureBytes = 8 * 1024 * 1024;
+
+/// The size at which a `\pict` group wants to be shown, in pixels; empty where it does not say. Reads no further than
+/// the group's words.
+QSizeF PictureSize(const QByteArray& group);
+
+/// The picture of a group that holds a `\pict` group: PNG, JPEG, a device-independent bitmap, or a Windows metafile
+/// made of one, as a pasted bitmap is. Null for anything else, and beyond the limits above.
+/// Source: Rich Text Format Specification 1.9.1, "Pictures".
+QImage ReadPicture(const QByteArray& group);
+
+}  // namespace rtf
