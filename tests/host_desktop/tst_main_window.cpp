@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +47,7 @@ class tst_main_window : public QObject {
   void MissingComponentIsExplained();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
+  void KeysOfTheTree();
   void LookIsRemembered();
   void NonsenseInTheSettingsIsPassedOver();
   void EndWaitsForTheDialog();
@@ -274,6 +276,32 @@ void tst_main_window::WhatANodeAllows() {
   QTEST(allowed.join(u' '), "allowed");
 }
 
+void tst_main_window::KeysOfTheTree() {
+  TestDesktop desktop;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  auto* tree = desktop.Window().findChild<QTreeWidget*>(u"nodeTree"_s);
+  const auto press = [tree](Qt::Key key) {
+    QTest::keyClick(tree, key);
+    return tree->currentItem()->text(0);
+  };
+  tree->setFocus();
+  QCOMPARE(press(Qt::Key_Up), u"Bancos"_s);
+  QCOMPARE(press(Qt::Key_Left), u"Bancos"_s);
+  for (int i = 0; i < 3; ++i) {
+    press(Qt::Key_Down);
+  }
+  QCOMPARE(press(Qt::Key_Down), u"Países"_s);
+  QCOMPARE(press(Qt::Key_Up), u"Colectoras"_s);
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(tree->topLevelItem(1)).center());
+  QCOMPARE(tree->currentItem()->text(0), u"Colectoras"_s);
+  QVERIFY(!tree->topLevelItem(1)->isExpanded());
+  QVERIFY(press(Qt::Key_Down) != u"Tablas"_s);
+  QCOMPARE(press(Qt::Key_Home), u"Bancos"_s);
+  desktop.WaitForTheList();
+  press(Qt::Key_Return);
+  QCOMPARE(QApplication::focusWidget(), &desktop.List());
+}
+
 void tst_main_window::LookIsRemembered() {
   TestDesktop desktop;
   desktop.ChooseNode(cConstNodo().Provincias());
@@ -301,7 +329,8 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
   desktop.ChooseNode(cConstNodo().Provincias());
-  for (const int width : desktop.List().ColumnWidths()) {
+  for (int column = 0; column < 3; ++column) {
+    const int width = desktop.List().columnWidth(column);
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
   QCOMPARE(desktop.List().Records().SortColumn(), 0);

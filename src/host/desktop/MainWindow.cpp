@@ -52,6 +52,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection mak
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &MainWindow::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
@@ -104,7 +105,7 @@ void MainWindow::ShowNode(const Node& node) {
   m_selectWhenRead = 0;
   m_ui->txtSearch->clear();
   const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
-  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order);
+  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   Refresh();
@@ -116,7 +117,7 @@ void MainWindow::ShowList(SortedRecords& records) {
     m_ui->recordList->Refresh(std::move(records));
   } else {
     m_shown = true;
-    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder());
+    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
     m_ui->recordList->SetColumnWidths(LoadListLayout(m_node->id, static_cast<int>(m_node->columns.size())).widths);
   }
   if (const int id = std::exchange(m_selectWhenRead, 0); id != 0) {
@@ -306,7 +307,7 @@ void MainWindow::StoreLayout() const {
     return;
   }
   const RecordList& list = *m_ui->recordList;
-  SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
 }
 

@@ -47,11 +47,17 @@ Node OnlyDeleted(Node node) {
   return node;
 }
 
+// Their number stands before the name.
+Node TypedByName(Node node) {
+  node.typedColumn = 1;
+  return node;
+}
+
 void AppendBanking(std::vector<Node>& nodes) {
   const QString group = u"Entidades bancarias"_s;
-  nodes.push_back(NamedBy(2, Listed(numbers.Bancos(), group, u"Bancos"_s, u"el banco"_s, u"Bancos"_s, u"IDBanco"_s,
-                                    u"SELECT IDBanco, Numero, Nombre FROM Bancos"_s, u"Numero, IDBanco"_s,
-                                    {{u"Número"_s}, {u"Nombre"_s}})));
+  nodes.push_back(TypedByName(NamedBy(2, Listed(numbers.Bancos(), group, u"Bancos"_s, u"el banco"_s, u"Bancos"_s,
+                                                u"IDBanco"_s, u"SELECT IDBanco, Numero, Nombre FROM Bancos"_s,
+                                                u"Numero, IDBanco"_s, {{u"Número"_s}, {u"Nombre"_s}}))));
   nodes.push_back(Listed(
       numbers.Presentadores(), group, u"Presentadores"_s, u"el presentador"_s, u"Presentadores"_s, u"IDPresentador"_s,
       u"SELECT Presentadores.IDPresentador, Presentadores.Nombre, Presentadores.Nif, Presentadores.Sufijo, "

@@ -36,6 +36,7 @@ struct Node {
   bool marksDeleted = true;  ///< Whether the table has the column Eliminado; the list shows live rows.
   QList<ListColumn> columns;
   int nameColumns = 1;  ///< How many of the first columns name a record.
+  int typedColumn = 0;  ///< The one that is searched by typing in the list: the name.
   bool hasDialog = true;
   bool canAdd = true;
   bool canDelete = true;

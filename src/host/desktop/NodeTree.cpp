@@ -1,6 +1,10 @@
 #include "host/desktop/NodeTree.h"
 
+#include "host/desktop/SelectionTone.h"
+
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTreeWidgetItemIterator>
 
@@ -9,6 +13,10 @@ namespace host {
 namespace {
 
 constexpr int nodeRole = Qt::UserRole;
+
+bool IsHeading(const QModelIndex& index) {
+  return index.isValid() && !index.parent().isValid();
+}
 
 }  // namespace
 
@@ -25,6 +33,7 @@ NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
     item->setData(0, nodeRole, node.id);
   }
   expandAll();
+  new SelectionTone(this);
   connect(this, &QTreeWidget::currentItemChanged, this, &NodeTree::Announce);
 }
 
@@ -40,6 +49,36 @@ void NodeTree::Choose(int nodeId) {
       return;
     }
   }
+}
+
+QModelIndex NodeTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  QModelIndex to = QTreeWidget::moveCursor(action, modifiers);
+  const bool up = action == MoveUp || action == MovePageUp || action == MovePrevious || action == MoveEnd;
+  while (IsHeading(to)) {
+    // Above the first node there is only its heading.
+    if (action == MoveLeft || (up && !indexAbove(to).isValid())) {
+      return currentIndex();
+    }
+    to = up ? indexAbove(to) : indexBelow(to);
+  }
+  return to;
+}
+
+void NodeTree::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex pressed = indexAt(event->pos());
+  if (IsHeading(pressed)) {
+    setExpanded(pressed, !isExpanded(pressed));
+    return;
+  }
+  QTreeWidget::mousePressEvent(event);
+}
+
+void NodeTree::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    Q_EMIT ListWanted();
+    return;
+  }
+  QTreeWidget::keyPressEvent(event);
 }
 
 void NodeTree::Announce(QTreeWidgetItem* item) {

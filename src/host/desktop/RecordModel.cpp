@@ -18,6 +18,10 @@ QString ShownText(const QString& text) {
   return text.size() > longestShownText ? text.left(longestShownText).simplified() + QChar(0x2026) : text.simplified();
 }
 
+Qt::Alignment Alignment(ColumnKind kind) {
+  return Qt::AlignVCenter | (kind == ColumnKind::Text || kind == ColumnKind::YesNo ? Qt::AlignLeft : Qt::AlignRight);
+}
+
 }  // namespace
 
 void RecordModel::SetRecords(SortedRecords records, Qt::SortOrder order) {
@@ -73,6 +77,30 @@ int RecordModel::RowOf(int id) const {
   return found == m_visible.end() ? -1 : static_cast<int>(std::distance(m_visible.begin(), found));
 }
 
+int RecordModel::Find(const QString& typed, int column, int from) const {
+  const QString folded = FoldForSearch(typed);
+  const int count = rowCount();
+  for (int i = 0; i < count; ++i) {
+    const int row = (from + i) % count;
+    QStringView text = m_records.SearchText(m_visible[static_cast<std::size_t>(row)]);
+    for (int skipped = 0; skipped < column; ++skipped) {
+      text = text.mid(text.indexOf(u'\n') + 1);
+    }
+    if (text.startsWith(folded)) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+QString RecordModel::LineAt(int row) const {
+  QStringList texts;
+  for (int column = 0; column < columnCount(); ++column) {
+    texts.append(m_records.Display(m_visible[static_cast<std::size_t>(row)], column).simplified());
+  }
+  return texts.join(u'\t');
+}
+
 QString RecordModel::NameAt(int row, int columns) const {
   const int record = m_visible[static_cast<std::size_t>(row)];
   QString name;
@@ -94,21 +122,24 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) {
     return {};
   }
-  const ColumnKind kind = m_records.Columns()[index.column()].kind;
   switch (role) {
     case Qt::DisplayRole:
       return ShownText(m_records.Display(m_visible[static_cast<std::size_t>(index.row())], index.column()));
     case Qt::TextAlignmentRole:
-      return kind == ColumnKind::Text || kind == ColumnKind::YesNo ? QVariant(Qt::AlignVCenter | Qt::AlignLeft)
-                                                                   : QVariant(Qt::AlignVCenter | Qt::AlignRight);
+      return Alignment(m_records.Columns()[index.column()].kind).toInt();
     default:
       return {};
   }
 }
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < columnCount()) {
-    return m_records.Columns()[section].title;
+  if (orientation == Qt::Horizontal && section < columnCount()) {
+    if (role == Qt::DisplayRole) {
+      return m_records.Columns()[section].title;
+    }
+    if (role == Qt::TextAlignmentRole) {
+      return Alignment(m_records.Columns()[section].kind).toInt();
+    }
   }
   return QAbstractTableModel::headerData(section, orientation, role);
 }
