@@ -134,11 +134,13 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Horizontal && section < columnCount()) {
+    const ListColumn& column = m_records.Columns()[section];
     if (role == Qt::DisplayRole) {
-      return m_records.Columns()[section].title;
+      // A wide blank: the room that the numbers below have, too.
+      return Alignment(column.kind) & Qt::AlignRight ? column.title + QChar(0x2003) : column.title;
     }
     if (role == Qt::TextAlignmentRole) {
-      return Alignment(m_records.Columns()[section].kind).toInt();
+      return Alignment(column.kind).toInt();
     }
   }
   return QAbstractTableModel::headerData(section, orientation, role);
