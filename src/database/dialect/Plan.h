@@ -9,12 +9,14 @@
 
 namespace database {
 
-/// How a literal of the statement becomes a parameter; the parameter's number is its place in Plan::bindings.
+/// How a literal of the statement becomes a parameter. The bindings of a plan stand in the order of the parameters in
+/// its text.
 struct Binding {
   int literal = 0;
   bool negated = false;
   Conversion conversion = Conversion::Verbatim;
-  QString column;  ///< For error texts; may be empty.
+  QString column;   ///< For error texts; may be empty.
+  int longest = 0;  ///< The characters that a stored text may have; 0 for any number.
 };
 
 /// A column of the result.

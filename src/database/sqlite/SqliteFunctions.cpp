@@ -3,6 +3,7 @@
 #include "database/Errors.h"
 #include "database/dialect/Functions.h"
 #include "database/dialect/Literal.h"
+#include "database/sqlite/SqliteText.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>
@@ -16,9 +17,13 @@ namespace {
 
 constexpr double moneyScale = 10000.0;
 
-QString TextOf(sqlite3_value* value) {
+std::string_view BytesOf(sqlite3_value* value) {
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
-  return QString::fromUtf8(bytes, sqlite3_value_bytes(value));
+  return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+QString TextOf(sqlite3_value* value) {
+  return TextFromEngine(BytesOf(value));
 }
 
 void ReturnText(sqlite3_context* context, const QString& text) {
@@ -30,7 +35,9 @@ void ReturnText(sqlite3_context* context, const QString& text) {
 void ReturnError(sqlite3_context* context, const automation::Error& error) {
   const QByteArray text = error.Description().toUtf8();
   sqlite3_result_error(context, text.constData(), static_cast<int>(text.size()));
-  sqlite3_result_error_code(context, error.Number() == automation::Overflow ? SQLITE_RANGE : SQLITE_MISMATCH);
+  const bool isTooLong = error.Number() == TextTooLong;
+  const int otherwise = error.Number() == automation::Overflow ? SQLITE_RANGE : SQLITE_MISMATCH;
+  sqlite3_result_error_code(context, isTooLong ? SQLITE_CONSTRAINT_FUNCTION : otherwise);
 }
 
 void ReturnValue(sqlite3_context* context, const EngineValue& value) {
@@ -99,6 +106,20 @@ void ToMoney(sqlite3_context* context, int count, sqlite3_value** arguments) {
     }
   }
   ToNumber<Conversion::Money>(context, count, arguments);
+}
+
+void Fitting(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (IsNull(arguments[0])) {
+    return;
+  }
+  const int longest = sqlite3_value_int(arguments[1]);
+  const std::string_view bytes = BytesOf(arguments[0]);
+  const qsizetype length = std::ssize(bytes) <= longest ? 0 : CharactersIn(bytes);
+  if (length > longest) {
+    ReturnError(context, TextTooLongFor(TextFromEngine(bytes), TextOf(arguments[2]), length, longest));
+  } else {
+    sqlite3_result_value(context, arguments[0]);
+  }
 }
 
 struct MoneySum {
@@ -187,6 +208,7 @@ int RegisterFunctions(sqlite3* engine) {
       {engine::toDecimal, 1, ToNumber<Conversion::Decimal>},
       {engine::toMoney, 1, ToMoney},
       {engine::toBoolean, 1, ToNumber<Conversion::Boolean>},
+      {engine::fitting, 3, Fitting},
       {u"like", 2, Like},
   };
   for (const Entry& entry : entries) {
