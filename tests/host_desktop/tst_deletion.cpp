@@ -66,7 +66,7 @@ void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"Una"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   desktop.driver.Answer(QMessageBox::No);
   desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|pregunta|¿Desea eliminar la cabecera «Una»?"_s));
@@ -82,7 +82,7 @@ void tst_deletion::QuestionNamesRecordAndDependents() {
     desktop.database.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES({},'1','x',{})", bank,
                              deleted);
   }
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   desktop.List().SelectRecord(bank);
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -100,7 +100,7 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"En uso"_s, u"Falla"_s, u"Z"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   desktop.List().selectAll();
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -119,7 +119,7 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
   desktop.driver.Answer(QMessageBox::Yes);
@@ -132,7 +132,7 @@ void tst_deletion::CancelLeavesTheRest() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   QList<host::DeletionTarget> targets;
   for (int row = 0; row < 3; ++row) {
     targets.append({desktop.List().Records().IdAt(row), desktop.List().Records().NameAt(row, 1)});

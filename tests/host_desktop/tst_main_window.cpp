@@ -36,6 +36,9 @@ class tst_main_window : public QObject {
   void ModifiedRecordIsShownAnew();
   void AddedRecordIsSelected();
   void CancelledAdditionKeepsTheSelection();
+  void OnlyTheChangedRecordIsReadAgain();
+  void TheLastChosenListIsShown();
+  void AdditionWhileTheListIsRead();
   void SearchCountsHits();
   void FailedDialogLosesNothing();
   void LostDatabaseIsFoundAgain();
@@ -77,12 +80,12 @@ void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;
   AddBank(desktop);
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().SelectRecord(35));
   QTest::keyClick(&desktop.List(), Qt::Key_Return);
   desktop.Action("actModify").trigger();
   desktop.Action("actAdd").trigger();
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   const int bank = desktop.List().SelectedIds().constFirst();
   desktop.Action("actNewBranch").trigger();
   const QStringList expected = {u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
@@ -98,7 +101,7 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
   FakeComponent::Register([](adodb::Connection& connection, int id) {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais={}", id);
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.Action("actModify").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
@@ -110,7 +113,7 @@ void tst_main_window::AddedRecordIsSelected() {
   FakeComponent::Register([](adodb::Connection& connection, int) {
     adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.SearchBox().setText(u"espa"_s);
   desktop.Action("actAdd").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
@@ -121,7 +124,7 @@ void tst_main_window::AddedRecordIsSelected() {
 void tst_main_window::CancelledAdditionKeepsTheSelection() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
   desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
@@ -129,9 +132,52 @@ void tst_main_window::CancelledAdditionKeepsTheSelection() {
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
 }
 
+void tst_main_window::OnlyTheChangedRecordIsReadAgain() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int id) {
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz {}' WHERE IDPais={}",
+                   adodb::Verbatim{QString::number(id)}, id);
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz de otro' WHERE IDPais=36");
+  });
+  desktop.ChooseNode(cConstNodo().Paises());
+  const auto last = [&desktop](int before) {
+    const host::RecordModel& records = desktop.List().Records();
+    return records.NameAt(records.rowCount() - 1 - before, 1);
+  };
+  desktop.List().SelectRecord(35);
+  desktop.Action("actModify").trigger();
+  QCOMPARE(last(0), u"Zzz 35"_s);
+  QVERIFY(!last(1).contains(u"otro"_s));
+  desktop.Refresh();
+  QCOMPARE(last(0), u"Zzz de otro"_s);
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
+}
+
+void tst_main_window::TheLastChosenListIsShown() {
+  TestDesktop desktop;
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  QCOMPARE(desktop.List().Records().rowCount(), 0);
+  QVERIFY(desktop.List().accessibleDescription().contains(u"Leyendo"_s));
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().Records().TotalCount(), 52);
+  QCOMPARE(desktop.List().Records().columnCount(), 3);
+}
+
+void tst_main_window::AdditionWhileTheListIsRead() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int) {
+    adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
+  });
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.Action("actAdd").trigger();
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
+}
+
 void tst_main_window::SearchCountsHits() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   const auto* hits = desktop.Window().findChild<QLabel*>(u"lblHits"_s);
   const int total = desktop.List().Records().TotalCount();
   QCOMPARE(hits->text(), u"%1 registros"_s.arg(total));
@@ -148,7 +194,7 @@ void tst_main_window::FailedDialogLosesNothing() {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='a medias' WHERE IDPais={}", id);
     throw automation::Error(438, u"No cabe el 100%1 de «%2»"_s, u"frmPais"_s);
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actModify").trigger();
@@ -163,19 +209,19 @@ void tst_main_window::FailedDialogLosesNothing() {
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.database.Connection().Close();
   const QString file = desktop.database.Path(u"kel.db"_s);
   QVERIFY(QFile::rename(file, file + u".x"_s));
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("actRefresh").trigger();
+  desktop.Refresh();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
-  desktop.Action("actRefresh").trigger();
+  desktop.Refresh();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
   QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
@@ -197,7 +243,7 @@ void tst_main_window::MissingComponentIsExplained() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
   file.close();
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actAdd").trigger();
   const QString text = desktop.TakeBoxes().join(u'\n');
@@ -218,7 +264,7 @@ void tst_main_window::WhatANodeAllows() {
   QFETCH(int, node);
   TestDesktop desktop;
   AddBank(desktop);
-  desktop.Window().ChooseNode(node);
+  desktop.ChooseNode(node);
   QStringList allowed;
   for (const char* name : {"actAdd", "actModify", "actDelete", "actNewBranch"}) {
     if (desktop.Action(name).isEnabled()) {
@@ -230,14 +276,15 @@ void tst_main_window::WhatANodeAllows() {
 
 void tst_main_window::LookIsRemembered() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   desktop.Window().resize(700, 500);
   desktop.List().setColumnWidth(0, 321);
   desktop.List().sortByColumn(1, Qt::DescendingOrder);
   // Another node in between has a look of its own.
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().columnWidth(0) != 321);
-  desktop.Restart().ChooseNode(cConstNodo().Provincias());
+  desktop.Restart();
+  desktop.ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.Window().size(), QSize(700, 500));
   QCOMPARE(desktop.List().columnWidth(0), 321);
   QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
@@ -253,7 +300,7 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Geometria"_s, QByteArray("nada"));
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   for (const int width : desktop.List().ColumnWidths()) {
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
@@ -267,7 +314,7 @@ void tst_main_window::EndWaitsForTheDialog() {
     desktop.Bridge().End();
     QCOMPARE(ended.size(), 0);
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.Action("actModify").trigger();
   QCOMPARE(ended.size(), 1);
   desktop.Action("actModify").trigger();

@@ -54,6 +54,8 @@ class tst_record_list : public QObject {
   void TextsSortBySpanishRules();
   void NumbersSortAsNumbers();
   void ForeignValuesAreShownAsNothing();
+  void ReadAnewInItsPlace_data();
+  void ReadAnewInItsPlace();
   void SortingKeepsTheSelectedRecord();
   void RefreshKeepsSelectionAndPlace();
   void DeletedSelectionGivesItsPlaceToTheNext();
@@ -133,9 +135,46 @@ void tst_record_list::ForeignValuesAreShownAsNothing() {
   QCOMPARE(Shown(model, 2), QStringList({u"a b"_s, QString()}));
 }
 
+void tst_record_list::ReadAnewInItsPlace_data() {
+  QTest::addColumn<int>("column");
+  QTest::addColumn<Qt::SortOrder>("order");
+  QTest::addColumn<QStringList>("expected");
+  QTest::newRow("names") << 0 << Qt::AscendingOrder << QStringList({u"Álava"_s, u"Lugo"_s, u"ñu"_s, u"oca"_s});
+  QTest::newRow("names, descending") << 0 << Qt::DescendingOrder
+                                     << QStringList({u"oca"_s, u"ñu"_s, u"Lugo"_s, u"Álava"_s});
+  QTest::newRow("numbers") << 1 << Qt::AscendingOrder << QStringList({u"Lugo"_s, u"oca"_s, u"Álava"_s, u"ñu"_s});
+}
+
+void tst_record_list::ReadAnewInItsPlace() {
+  QFETCH(int, column);
+  QFETCH(Qt::SortOrder, order);
+  const QList<host::ListColumn> columns = {{u"Nombre"_s}, {u"N"_s, ColumnKind::Number}};
+  RecordData records(columns);
+  records.Append(1, {u"Zamora"_s, 5});
+  records.Append(2, {u"nube"_s, 6});
+  records.Append(3, {u"Lugo"_s, 7});
+  records.Append(4, {u"oca"_s, 8});
+  host::RecordModel model;
+  model.SetRecords({std::move(records), column}, order);
+  RecordData read(columns);
+  read.Append(1, {u"Álava"_s, 20});
+  read.Append(3, {u"Lugo"_s, automation::Null()});
+  read.Append(9, {u"ñu"_s, 30});
+  model.Update({1, 2, 3}, read);
+  QTEST(Shown(model), "expected");
+  QCOMPARE(model.TotalCount(), 4);
+  QCOMPARE(model.IdAt(model.RowOf(9)), 9);
+  model.sort(0, Qt::AscendingOrder);
+  QCOMPARE(Shown(model).constFirst(), u"Álava"_s);
+  model.SetFilter(u"alav"_s);
+  model.Update({1}, RecordData(columns));
+  QCOMPARE(model.rowCount(), 0);
+  QCOMPARE(model.TotalCount(), 3);
+}
+
 void tst_record_list::SortingKeepsTheSelectedRecord() {
   host::RecordList list;
-  list.Show(Numbered(1, 50), 0, Qt::AscendingOrder);
+  list.Show(Numbered(1, 50));
   list.selectionModel()->select(QItemSelection(list.model()->index(2, 0), list.model()->index(3, 0)),
                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   list.sortByColumn(0, Qt::DescendingOrder);
@@ -147,7 +186,7 @@ void tst_record_list::RefreshKeepsSelectionAndPlace() {
   host::RecordList list;
   list.resize(300, 200);
   list.show();
-  list.Show(Numbered(100, 900), 0, Qt::AscendingOrder);
+  list.Show(Numbered(100, 900));
   list.SelectRecord(505);
   list.verticalScrollBar()->setValue(list.Records().RowOf(502));
   list.Refresh(Numbered(50, 950));
@@ -157,7 +196,7 @@ void tst_record_list::RefreshKeepsSelectionAndPlace() {
 
 void tst_record_list::DeletedSelectionGivesItsPlaceToTheNext() {
   host::RecordList list;
-  list.Show(Numbered(1, 10), 0, Qt::AscendingOrder);
+  list.Show(Numbered(1, 10));
   list.SelectRecord(4);
   RecordData without({{u"Nombre"_s}});
   for (const int id : {1, 2, 3, 5, 6}) {
@@ -174,7 +213,7 @@ void tst_record_list::DeletedSelectionGivesItsPlaceToTheNext() {
 
 void tst_record_list::SearchKeepsTheSelectedRecord() {
   host::RecordList list;
-  list.Show(Numbered(1, 300), 0, Qt::AscendingOrder);
+  list.Show(Numbered(1, 300));
   list.SelectRecord(123);
   list.SetFilter(u"12"_s);
   QCOMPARE(list.SelectedIds(), QList<int>({123}));

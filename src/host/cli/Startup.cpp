@@ -54,7 +54,8 @@ QString UsualDatabaseFile(bool demonstration) {
 
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
-  QString connectionString = line.connectionString;
+  QString& connectionString = started->connectionString;
+  connectionString = line.connectionString;
   started->database = connectionString;
   if (connectionString.isEmpty()) {
     started->database =

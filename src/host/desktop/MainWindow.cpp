@@ -15,6 +15,9 @@
 #include <QMessageBox>
 #include <QUrl>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -35,8 +38,13 @@ QString CountText(int shown, int total) {
 
 }  // namespace
 
-MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
-    : QMainWindow(parent), m_bridge(bridge), m_texts(std::move(texts)), m_ui(std::make_unique<Ui::MainWindow>()) {
+MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
+                       QWidget* parent)
+    : QMainWindow(parent),
+      m_bridge(bridge),
+      m_texts(std::move(texts)),
+      m_ui(std::make_unique<Ui::MainWindow>()),
+      m_loader(std::move(makeConnection)) {
   m_ui->setupUi(this);
   m_ui->splitter->setStretchFactor(1, 1);
   setWindowTitle(m_texts.title);
@@ -48,6 +56,8 @@ MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* pare
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
   connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
+  connect(&m_loader, &RecordLoader::Loaded, this, &MainWindow::ShowList);
+  connect(&m_loader, &RecordLoader::Failed, this, &MainWindow::ShowReadError);
   UpdateState();
 }
 
@@ -89,33 +99,67 @@ void MainWindow::SetUpStatusBar() {
 void MainWindow::ShowNode(const Node& node) {
   StoreLayout();
   m_node = &node;
+  m_shown = false;
+  m_readFailed = false;
+  m_selectWhenRead = 0;
   m_ui->txtSearch->clear();
-  m_ui->recordList->SetEmptyText({});
   const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
-  m_ui->recordList->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
+  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
+  Refresh();
+}
+
+void MainWindow::ShowList(SortedRecords& records) {
+  m_readFailed = false;
+  if (m_shown) {
+    m_ui->recordList->Refresh(std::move(records));
+  } else {
+    m_shown = true;
+    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder());
+    m_ui->recordList->SetColumnWidths(LoadListLayout(m_node->id, static_cast<int>(m_node->columns.size())).widths);
+  }
+  if (const int id = std::exchange(m_selectWhenRead, 0); id != 0) {
+    Select(id);
+  }
   UpdateState();
+}
+
+void MainWindow::ShowReadError(const automation::Error& error) {
+  m_readFailed = true;
+  UpdateState();
+  ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
 }
 
 void MainWindow::Add() {
   if (m_node == nullptr || !m_node->canAdd) {
     return;
   }
-  int highest = 0;
+  const Node& node = *m_node;
   try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
+    const int highest = HighestKey(m_bridge.OpenConnection(), node);
+    ShowDialog(node.id, cConstAccion().Agregar(), 0, 0);
+    if (m_bridge.IsEnding()) {
+      return;
+    }
+    // Another user may have added records, too; the one just accepted is the youngest.
+    const RecordData added = ReadRecordsAbove(m_bridge.OpenConnection(), node, highest);
+    QList<int> ids;
+    for (int row = 0; row < added.Size(); ++row) {
+      ids.append(added.Id(row));
+    }
+    ShowChanged(ids, ids.isEmpty() ? 0 : *std::max_element(ids.cbegin(), ids.cend()));
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
-    return;
   }
-  ShowDialog(m_node->id, cConstAccion().Agregar(), 0, 0);
-  SelectAdded(highest);
+  m_ui->recordList->setFocus();
 }
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    ShowDialog(m_node->id, cConstAccion().Modificar(), SelectedId(), 0);
+    const int id = SelectedId();
+    ShowDialog(m_node->id, cConstAccion().Modificar(), id, 0);
+    ShowChanged({id});
   }
 }
 
@@ -137,25 +181,6 @@ void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"El cuadro de «%1» ha fallado."_s.arg(m_node->title), error);
   }
-  if (!m_bridge.IsEnding()) {
-    Refresh();
-  }
-}
-
-// Another user may have added records, too; the one just accepted is the youngest.
-void MainWindow::SelectAdded(int highestBefore) {
-  int highest = 0;
-  try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
-  } catch (const automation::Error&) {
-    // The list, read a moment ago, has shown this error.
-    return;
-  }
-  if (highest <= highestBefore || m_ui->recordList->SelectRecord(highest)) {
-    return;
-  }
-  m_ui->txtSearch->clear();
-  m_ui->recordList->SelectRecord(highest);
 }
 
 void MainWindow::Delete() {
@@ -167,8 +192,6 @@ void MainWindow::Delete() {
     DeleteTargets(targets);
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido eliminar."_s, error);
-  }
-  if (!m_bridge.IsEnding()) {
     Refresh();
   }
 }
@@ -189,7 +212,7 @@ void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
     return;
   }
   m_ui->statusBar->showMessage(DeletionHeadline(result));
-  Refresh();
+  ShowChanged(ids);
   ShowDeletionSummary(this, m_texts.title, result);
 }
 
@@ -204,22 +227,37 @@ QList<DeletionTarget> MainWindow::SelectedTargets() const {
 }
 
 void MainWindow::Refresh() {
-  std::optional<RecordData> records = m_node == nullptr ? std::nullopt : Read();
-  if (records) {
-    m_ui->recordList->Refresh(*std::move(records));
+  if (m_node != nullptr) {
+    m_loader.Load(*m_node, m_ui->recordList->Records().SortColumn());
     UpdateState();
   }
 }
 
-std::optional<RecordData> MainWindow::Read() {
+void MainWindow::ShowChanged(const QList<int>& ids, int selected) {
+  if (m_bridge.IsEnding() || ids.isEmpty()) {
+    return;
+  }
+  if (!m_shown || m_loader.IsLoading()) {
+    // What is being read may be older than the change.
+    m_selectWhenRead = selected;
+    Refresh();
+    return;
+  }
   try {
-    RecordData records = ReadRecords(m_bridge.OpenConnection(), *m_node);
-    m_readFailed = false;
-    return records;
+    m_ui->recordList->Update(ids, ReadRecords(m_bridge.OpenConnection(), *m_node, ids));
   } catch (const automation::Error& error) {
-    m_readFailed = true;
-    ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
-    return std::nullopt;
+    ShowReadError(error);
+  }
+  if (selected != 0) {
+    Select(selected);
+  }
+  UpdateState();
+}
+
+void MainWindow::Select(int id) {
+  if (!m_ui->recordList->SelectRecord(id)) {
+    m_ui->txtSearch->clear();
+    m_ui->recordList->SelectRecord(id);
   }
 }
 
@@ -244,6 +282,9 @@ void MainWindow::UpdateState() {
 QString MainWindow::EmptyText() const {
   if (m_node == nullptr) {
     return u"Elija a la izquierda qué registros quiere ver."_s;
+  }
+  if (m_loader.IsLoading()) {
+    return u"Leyendo la lista…"_s;
   }
   if (m_ui->recordList->Records().TotalCount() > 0) {
     return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(

@@ -30,8 +30,10 @@ struct Node {
   QString record;  ///< One record with its article, as a question names it: "el país".
   QString table;
   QString key;
-  /// Selects the key, then one value for each of `columns`; live rows only, in ascending order of the first column.
-  QString list;
+  /// Selects the key, then one value for each of `columns`, without a condition.
+  QString select;
+  QString order;             ///< By the first column, then by the key.
+  bool marksDeleted = true;  ///< Whether the table has the column Eliminado; the list shows live rows.
   QList<ListColumn> columns;
   int nameColumns = 1;  ///< How many of the first columns name a record.
   bool hasDialog = true;

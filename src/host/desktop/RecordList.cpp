@@ -39,16 +39,26 @@ RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new Reco
   FitRowHeight();
 }
 
-void RecordList::Show(RecordData records, int sortColumn, Qt::SortOrder order) {
-  m_records->SetRecords(std::move(records), sortColumn, order);
+void RecordList::Show(SortedRecords records, Qt::SortOrder order) {
+  m_records->SetRecords(std::move(records), order);
   const QSignalBlocker alreadySorted(horizontalHeader());
   horizontalHeader()->setSortIndicator(m_records->SortColumn(), order);
   Restore({});
 }
 
-void RecordList::Refresh(RecordData records) {
+void RecordList::Refresh(SortedRecords records) {
   const Place place = Remember();
-  m_records->SetRecords(std::move(records));
+  // Another column may have been chosen while the records were read.
+  const int wanted = m_records->SortColumn();
+  m_records->SetRecords(
+      records.sortColumn == wanted ? std::move(records) : SortedRecords(std::move(records.records), wanted),
+      m_records->SortOrder());
+  Restore(place);
+}
+
+void RecordList::Update(const QList<int>& ids, const RecordData& read) {
+  const Place place = Remember();
+  m_records->Update(ids, read);
   Restore(place);
 }
 
@@ -157,7 +167,7 @@ void RecordList::Select(const QList<int>& ids, int currentRow) {
   const int lastColumn = m_records->columnCount() - 1;
   QItemSelection selection;
   int first = -1;
-  for (int row = 0; row <= m_records->rowCount(); ++row) {
+  for (int row = 0; !ids.isEmpty() && row <= m_records->rowCount(); ++row) {
     const bool selected = row < m_records->rowCount() && wanted.contains(m_records->IdAt(row));
     if (selected && first < 0) {
       first = row;

@@ -17,10 +17,12 @@ class RecordList : public QTableView {
 
   const RecordModel& Records() const { return *m_records; }
   /// Shows the records of another list from its beginning.
-  void Show(RecordData records, int sortColumn, Qt::SortOrder order);
+  void Show(SortedRecords records, Qt::SortOrder order = Qt::AscendingOrder);
   /// Shows the records of the same list read anew. A selected record that is no longer there gives its place to the
   /// one that follows it.
-  void Refresh(RecordData records);
+  void Refresh(SortedRecords records);
+  /// The same for some of the records, and for new ones: what was read of them anew.
+  void Update(const QList<int>& ids, const RecordData& read);
   void SetFilter(const QString& typed);
 
   /// The keys of the selected records, from the top.

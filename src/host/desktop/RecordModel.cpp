@@ -1,8 +1,11 @@
 #include "host/desktop/RecordModel.h"
 
+#include <QSet>
+#include <QThreadPool>
+
 #include <algorithm>
 #include <iterator>
-#include <numeric>
+#include <memory>
 
 namespace host {
 
@@ -17,16 +20,38 @@ QString ShownText(const QString& text) {
 
 }  // namespace
 
-void RecordModel::SetRecords(RecordData records) {
-  SetRecords(std::move(records), m_sortColumn, m_sortOrder);
+void RecordModel::SetRecords(SortedRecords records, Qt::SortOrder order) {
+  beginResetModel();
+  // Hundreds of thousands of texts take a while to free: not on the window's thread.
+  QThreadPool::globalInstance()->start(
+      [old = std::make_shared<RecordData>(std::move(m_records))]() mutable { old.reset(); });
+  m_records = std::move(records.records);
+  m_sortColumn = records.sortColumn;
+  m_sortOrder = order;
+  Arrange(std::move(records.ascending));
+  ApplyFilter();
+  endResetModel();
 }
 
-void RecordModel::SetRecords(RecordData records, int sortColumn, Qt::SortOrder order) {
+void RecordModel::Update(const QList<int>& ids, const RecordData& read) {
   beginResetModel();
-  m_records = std::move(records);
-  m_sortColumn = std::clamp(sortColumn, 0, std::max(0, columnCount() - 1));
-  m_sortOrder = order;
-  Arrange();
+  QSet<int> replaced(ids.begin(), ids.end());
+  for (int row = 0; row < read.Size(); ++row) {
+    replaced.insert(read.Id(row));
+  }
+  const std::vector<int> newRows = m_records.Remove(replaced);
+  for (int& record : m_order) {
+    record = newRows[static_cast<std::size_t>(record)];
+  }
+  std::erase(m_order, -1);
+  m_records.Append(read);
+  const std::function<bool(int, int)> before = m_records.Before(m_sortColumn);
+  for (int record = static_cast<int>(m_order.size()); record < m_records.Size(); ++record) {
+    const auto place = std::upper_bound(m_order.begin(), m_order.end(), record, [&](int left, int right) {
+      return m_sortOrder == Qt::AscendingOrder ? before(left, right) : before(right, left);
+    });
+    m_order.insert(place, record);
+  }
   ApplyFilter();
   endResetModel();
 }
@@ -96,7 +121,7 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
   const std::vector<int> before = m_visible;
   m_sortColumn = column;
   m_sortOrder = order;
-  Arrange();
+  Arrange(m_records.SortedBy(column));
   ApplyFilter();
 
   std::vector<int> newRow(static_cast<std::size_t>(m_records.Size()));
@@ -114,18 +139,18 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
   Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
-void RecordModel::Arrange() {
-  if (m_records.Columns().isEmpty()) {
-    m_order.clear();
-    return;
-  }
-  m_order = m_records.SortedBy(m_sortColumn);
+void RecordModel::Arrange(std::vector<int> ascending) {
+  m_order = std::move(ascending);
   if (m_sortOrder == Qt::DescendingOrder) {
     std::reverse(m_order.begin(), m_order.end());
   }
 }
 
 void RecordModel::ApplyFilter() {
+  if (m_filter.IsEmpty()) {
+    m_visible = m_order;
+    return;
+  }
   m_visible.clear();
   std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(m_visible),
                [this](int record) { return m_filter.Accepts(m_records.SearchText(record)); });

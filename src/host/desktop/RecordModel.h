@@ -17,10 +17,10 @@ class RecordModel : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  /// Replaces the records, keeping the search and the order.
-  void SetRecords(RecordData records);
-  /// Replaces the records by those of another list; the search is kept.
-  void SetRecords(RecordData records, int sortColumn, Qt::SortOrder order);
+  /// Replaces the records; the search is kept.
+  void SetRecords(SortedRecords records, Qt::SortOrder order = Qt::AscendingOrder);
+  /// Takes over what was read anew of some of the records, and of new ones; those of `ids` that are not there are gone.
+  void Update(const QList<int>& ids, const RecordData& read);
   void SetFilter(const QString& typed);
 
   /// Records before the search.
@@ -41,7 +41,7 @@ class RecordModel : public QAbstractTableModel {
   void sort(int column, Qt::SortOrder order) override;
 
  private:
-  void Arrange();
+  void Arrange(std::vector<int> ascending);
   void ApplyFilter();
 
   RecordData m_records;
