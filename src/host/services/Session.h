@@ -21,6 +21,8 @@ struct Session {
   QString userName;  ///< As other users see it when this one holds a record.
   int userKind = 0;  ///< 1 is an administrator.
   bool velumar = false;
+  /// Nothing can be written: no record is locked, every one opens as if another user held it.
+  bool readOnly = false;
   /// The file of column widths; DefaultSettingsFile() unless set.
   QString settingsFile = DefaultSettingsFile();
   /// Whether BloqueoRegistro tells the user who holds a record.
