@@ -183,7 +183,7 @@ RecordLocks cPrincipal::Locks(QObject* services) const {
 void cPrincipal::TellOfRefusal() const {
   ShowMessage(QMessageBox::Information,
               m_session.lastRefusal->Description() +
-                  u"\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s,
+                  u".\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s,
               m_session.title);
 }
 
