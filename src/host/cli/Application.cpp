@@ -6,11 +6,11 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/NodeCatalog.h"
+#include "host/desktop/ProgramEnd.h"
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
-#include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -98,10 +98,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, *started.connection);
-  // A dialog that is open hears the signal itself and ends before the program does.
-  process::TerminationSignals signals;
-  QObject::connect(&signals, &process::TerminationSignals::Received, &bridge, &ComponentBridge::End);
-  QObject::connect(&bridge, &ComponentBridge::Ended, qApp, [] { QCoreApplication::exit(ExitDone); });
+  const ProgramEnd end(bridge);
   return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
 }
 

@@ -2,6 +2,7 @@
 #include "host/cli/CommandLine.h"
 #include "host/cli/Registration.h"
 #include "platform/automation/Error.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QCoreApplication>
 
@@ -37,6 +38,7 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  process::EndAtOnceOnSignals();
   Q_INIT_RESOURCE(desktop);
   QCoreApplication::setOrganizationName(u"Kel"_s);
   QCoreApplication::setApplicationName(u"kel-host"_s);

@@ -50,23 +50,12 @@ adodb::Connection& ComponentBridge::OpenConnection() {
   return m_connection;
 }
 
-void ComponentBridge::End() {
-  m_ending = true;
-  if (!IsBusy()) {
-    Q_EMIT Ended();
-  }
-}
-
 void ComponentBridge::Call(QByteArrayView method, const ComponentRequest& request) {
   if (m_ending) {
     return;
   }
   ++m_calls;
-  const auto atEnd = qScopeGuard([this] {
-    if (--m_calls == 0 && m_ending) {
-      Q_EMIT Ended();
-    }
-  });
+  const auto atEnd = qScopeGuard([this] { --m_calls; });
   try {
     const std::unique_ptr<QObject> component = CreateComponent();
     Fill(request);

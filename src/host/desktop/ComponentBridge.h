@@ -41,13 +41,11 @@ class ComponentBridge : public QObject {
 
   /// True while the component is being called.
   bool IsBusy() const { return m_calls > 0; }
-  /// The program is ending: the call in progress ends by itself, and no further one may begin. Ended() follows, at
-  /// once when nothing is in progress.
-  void End();
+  /// The program is ending: no further call begins.
+  void End() { m_ending = true; }
+  /// The end was called off.
+  void GoOn() { m_ending = false; }
   bool IsEnding() const { return m_ending; }
-
- Q_SIGNALS:
-  void Ended();
 
  private:
   void Call(QByteArrayView method, const ComponentRequest& request);
