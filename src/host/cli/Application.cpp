@@ -97,7 +97,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   RegisterClasses(started.session);
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  ComponentBridge bridge(*services, *started.connection);
+  ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
   return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
 }

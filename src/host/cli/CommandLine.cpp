@@ -146,11 +146,29 @@ class Parser {
     } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
       m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else if (command == u"bloqueos"_s) {
+      m_line.command = Command::Locks;
+      LockWords();
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
     if (!m_words.isEmpty()) {
       Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.first()));
+    }
+  }
+
+  void LockWords() {
+    if (m_words.isEmpty()) {
+      return;
+    }
+    if (m_words.constFirst() != u"soltar"_s) {
+      Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.constFirst()));
+    }
+    m_words.removeFirst();
+    bool valid = false;
+    m_line.release = m_words.isEmpty() ? 0 : m_words.takeFirst().toInt(&valid);
+    if (!valid) {
+      Refuse(u"Diga qué bloqueo se suelta: kel-host bloqueos soltar NÚMERO"_s);
     }
   }
 
@@ -202,7 +220,9 @@ QString CommandLineHelp() {
       u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
       "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
       "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
-      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n\n"
+      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+      "     kel-host bloqueos                       dice quién está modificando qué registro\n"
+      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n\n"
       "  --archivo F    archivo de la base de datos; se crea si no existe\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
       "  --demo         base de datos de ejemplo, aparte de la propia\n"

@@ -45,6 +45,10 @@ QString HelpFile() {
   return file.exists() ? file.canonicalFilePath() : QString();
 }
 
+QString FileOf(const CommandLine& line) {
+  return QFileInfo(line.file.isEmpty() ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
+}
+
 }  // namespace
 
 QString UsualDatabaseFile(bool demonstration) {
@@ -52,15 +56,14 @@ QString UsualDatabaseFile(bool demonstration) {
          (demonstration ? u"/Kel/kel-demo.db"_s : u"/Kel/kel.db"_s);
 }
 
+QString ConnectionStringOf(const CommandLine& line) {
+  return line.connectionString.isEmpty() ? database::ConnectionStringForFile(FileOf(line)) : line.connectionString;
+}
+
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
-  QString connectionString = line.connectionString;
-  started->database = connectionString;
-  if (connectionString.isEmpty()) {
-    started->database =
-        QFileInfo(line.file.isEmpty() ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
-    connectionString = database::ConnectionStringForFile(started->database);
-  }
+  started->database = line.connectionString.isEmpty() ? FileOf(line) : line.connectionString;
+  const QString connectionString = ConnectionStringOf(line);
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
   started->connection = database::CreateConnection(connectionString);

@@ -21,6 +21,9 @@ struct StartedSession {
 /// and 5 for a user that does not exist.
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line);
 
+/// The connection string of the database that the arguments name.
+QString ConnectionStringOf(const CommandLine& line);
+
 /// The file of the database when the arguments name none, in the user's data folder.
 QString UsualDatabaseFile(bool demonstration);
 

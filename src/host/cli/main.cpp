@@ -1,5 +1,6 @@
 #include "host/cli/Application.h"
 #include "host/cli/CommandLine.h"
+#include "host/cli/LockCommand.h"
 #include "host/cli/Registration.h"
 #include "platform/automation/Error.h"
 #include "platform/process/TerminationSignals.h"
@@ -29,6 +30,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
       return host::ExitDone;
     case host::Command::Unregister:
       host::UnregisterComponent(line.library);
+      return host::ExitDone;
+    case host::Command::Locks:
+      host::RunLockCommand(line);
       return host::ExitDone;
     default:
       return host::RunApplication(line, argc, argv);

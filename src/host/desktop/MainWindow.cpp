@@ -2,6 +2,7 @@
 
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/ErrorBox.h"
+#include "host/desktop/LocksDialog.h"
 #include "host/desktop/RecordReader.h"
 #include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
@@ -36,8 +37,13 @@ QString CountText(int shown, int total) {
 }  // namespace
 
 MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
-    : QMainWindow(parent), m_bridge(bridge), m_texts(std::move(texts)), m_ui(std::make_unique<Ui::MainWindow>()) {
+    : QMainWindow(parent),
+      m_bridge(bridge),
+      m_nodes(NodesFor(bridge.Session().IsAdministrator())),
+      m_texts(std::move(texts)),
+      m_ui(std::make_unique<Ui::MainWindow>()) {
   m_ui->setupUi(this);
+  m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
   setWindowTitle(m_texts.title);
   SetUpActions();
@@ -64,6 +70,10 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actAdd, &QAction::triggered, this, &MainWindow::Add);
   connect(m_ui->actModify, &QAction::triggered, this, &MainWindow::Modify);
   connect(m_ui->actDelete, &QAction::triggered, this, &MainWindow::Delete);
+  connect(m_ui->actUndoDelete, &QAction::triggered, this, &MainWindow::UndoDelete);
+  connect(m_ui->actRecover, &QAction::triggered, this, &MainWindow::RecoverSelected);
+  connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
+  m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
   connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
   connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
@@ -74,7 +84,8 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actHelp, &QAction::triggered, this, &MainWindow::ShowHelp);
   connect(m_ui->actAbout, &QAction::triggered, this, &MainWindow::ShowAbout);
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
-  m_ui->recordList->addActions({m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actNewBranch, m_ui->actRefresh});
+  m_ui->recordList->addActions(
+      {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
 }
 
 void MainWindow::SetUpStatusBar() {
@@ -91,7 +102,8 @@ void MainWindow::ShowNode(const Node& node) {
   m_node = &node;
   m_ui->txtSearch->clear();
   m_ui->recordList->SetEmptyText({});
-  const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
+  const ListLayout layout =
+      LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
   m_ui->recordList->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
@@ -174,23 +186,60 @@ void MainWindow::Delete() {
 }
 
 void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
-  QList<int> ids;
-  for (const DeletionTarget& target : targets) {
-    ids.append(target.id);
-  }
   // Otherwise each of the records would fail with the same long text.
   ComponentBridge::CheckComponent();
-  const QList<RowCount> dependents = CountDependents(m_bridge.OpenConnection(), m_node->id, ids);
-  if (!ConfirmDeletion(this, m_texts.title, *m_node, targets, dependents)) {
+  const std::optional<DeletionResult> result = DeleteAsTheUserSays(this, m_bridge, *m_node, targets);
+  if (!result) {
     return;
   }
-  const DeletionResult result = DeleteWithProgress(this, m_texts.title, m_bridge, *m_node, targets);
-  if (m_bridge.IsEnding()) {
+  if (!result->notes.isEmpty()) {
+    m_deletions.append(result->notes);
+  }
+  m_ui->statusBar->showMessage(DeletionHeadline(*result));
+}
+
+void MainWindow::UndoDelete() {
+  if (m_deletions.isEmpty()) {
     return;
   }
-  m_ui->statusBar->showMessage(DeletionHeadline(result));
+  const QList<Recovery> recovered = Recover(m_deletions.takeLast());
+  if (recovered.isEmpty()) {
+    return;
+  }
+  // The user may have gone to another list since.
+  ChooseNode(recovered.constFirst().nodeId);
+  QList<int> ids;
+  for (const Recovery& recovery : recovered) {
+    ids.append(recovery.id);
+  }
+  m_ui->recordList->SelectRecords(ids);
+}
+
+void MainWindow::RecoverSelected() {
+  if (m_node != nullptr && m_node->canRecover) {
+    Recover(m_ui->recordList->SelectedIds());
+  }
+}
+
+QList<Recovery> MainWindow::Recover(const QList<int>& notes) {
+  QList<Recovery> recoveries;
+  try {
+    m_bridge.OpenConnection();
+    DeletionLog log(m_bridge.Session());
+    for (const int note : notes) {
+      recoveries.append(log.Recover(note));
+    }
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido recuperar."_s, error);
+  }
   Refresh();
-  ShowDeletionSummary(this, m_texts.title, result);
+  m_ui->statusBar->showMessage(RecoveryHeadline(recoveries));
+  ShowRefusedRecoveries(this, m_texts.title, recoveries);
+  return recoveries;
+}
+
+void MainWindow::ShowLocks() {
+  LocksDialog(m_bridge.Session(), this).exec();
 }
 
 QList<DeletionTarget> MainWindow::SelectedTargets() const {
@@ -234,6 +283,9 @@ void MainWindow::UpdateState() {
   m_ui->actAdd->setEnabled(m_node != nullptr && m_node->canAdd);
   m_ui->actModify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
   m_ui->actDelete->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
+  m_ui->actUndoDelete->setEnabled(!m_deletions.isEmpty());
+  m_ui->actRecover->setVisible(m_node != nullptr && m_node->canRecover);
+  m_ui->actRecover->setEnabled(m_node != nullptr && m_node->canRecover && selected > 0);
   m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
   m_ui->actNewBranch->setEnabled(m_node != nullptr && m_node->id == cConstNodo().Bancos() && selected == 1);
   m_ui->actRefresh->setEnabled(m_node != nullptr);
@@ -251,6 +303,9 @@ QString MainWindow::EmptyText() const {
   }
   if (m_readFailed) {
     return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
+  }
+  if (m_node->canRecover) {
+    return u"No hay registros eliminados que se puedan recuperar."_s;
   }
   return m_node->canAdd ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s : u"No hay registros."_s;
 }

@@ -2,6 +2,7 @@
 
 #include "host/desktop/ComponentBridge.h"
 #include "host/desktop/Deletion.h"
+#include "host/desktop/DeletionLog.h"
 #include "host/desktop/NodeCatalog.h"
 #include "host/desktop/RecordData.h"
 
@@ -10,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QAction;
 
@@ -48,6 +50,9 @@ class MainWindow : public QMainWindow {
   void Add();
   void Modify();
   void Delete();
+  void UndoDelete();
+  void RecoverSelected();
+  void ShowLocks();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
@@ -61,16 +66,20 @@ class MainWindow : public QMainWindow {
   void SelectAdded(int highestBefore);
   QList<DeletionTarget> SelectedTargets() const;
   void DeleteTargets(const QList<DeletionTarget>& targets);
+  /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
+  QList<Recovery> Recover(const QList<int>& notes);
   std::optional<RecordData> Read();
   /// The only selected record, 0 when there are more or none.
   int SelectedId() const;
   QString EmptyText() const;
 
   ComponentBridge& m_bridge;
+  const std::vector<Node> m_nodes;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   const Node* m_node = nullptr;
   bool m_readFailed = false;
+  QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last
 };
 
 }  // namespace host

@@ -15,6 +15,8 @@ class NodeTree : public QTreeWidget {
   QSize sizeHint() const override;
   explicit NodeTree(QWidget* parent = nullptr);
 
+  /// The nodes to show, grouped; they must outlive the tree.
+  void SetNodes(const std::vector<Node>& nodes);
   /// Makes a node the chosen one; a number that the tree does not have changes nothing.
   void Choose(int nodeId);
 
@@ -23,6 +25,8 @@ class NodeTree : public QTreeWidget {
 
  private:
   void Announce(QTreeWidgetItem* item);
+
+  const std::vector<Node>* m_nodes = nullptr;
 };
 
 }  // namespace host

@@ -88,13 +88,19 @@ int RecordList::SelectedCount() const {
 }
 
 bool RecordList::SelectRecord(int id) {
-  const int row = m_records->RowOf(id);
-  if (row < 0) {
-    return false;
+  SelectRecords({id});
+  return SelectedIds() == QList<int>{id};
+}
+
+void RecordList::SelectRecords(const QList<int>& ids) {
+  for (const int id : ids) {
+    const int row = m_records->RowOf(id);
+    if (row >= 0) {
+      Select(ids, row);
+      scrollTo(m_records->index(row, 0));
+      return;
+    }
   }
-  Select({id}, row);
-  scrollTo(m_records->index(row, 0));
-  return true;
 }
 
 void RecordList::SetColumnWidths(const QList<int>& widths) {

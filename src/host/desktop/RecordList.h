@@ -30,6 +30,8 @@ class RecordList : public QTableView {
   int SelectedCount() const;
   /// Selects one record and scrolls to it. False when it is not shown.
   bool SelectRecord(int id);
+  /// Selects those that are shown and scrolls to the first; nothing changes where none is.
+  void SelectRecords(const QList<int>& ids);
   /// One for each column, in pixels; an empty list fits the columns to what they hold.
   void SetColumnWidths(const QList<int>& widths);
   QList<int> ColumnWidths() const;

@@ -74,8 +74,9 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return ShownText(m_records.Display(m_visible[static_cast<std::size_t>(index.row())], index.column()));
     case Qt::TextAlignmentRole:
-      return kind == ColumnKind::Text || kind == ColumnKind::YesNo ? QVariant(Qt::AlignVCenter | Qt::AlignLeft)
-                                                                   : QVariant(Qt::AlignVCenter | Qt::AlignRight);
+      return kind == ColumnKind::Text || kind == ColumnKind::YesNo || kind == ColumnKind::Moment
+                 ? QVariant(Qt::AlignVCenter | Qt::AlignLeft)
+                 : QVariant(Qt::AlignVCenter | Qt::AlignRight);
     default:
       return {};
   }

@@ -3,6 +3,8 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
@@ -16,6 +18,29 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
     records.Append(automation::CLng(rows->Field(0)), values);
   }
   return records;
+}
+
+QString RecordName(adodb::Connection& connection, const Node& node, int id) {
+  // The list of one record: its statement begins with the key and ends in the order.
+  const QString key = node.list.section(u',', 0, 0).mid(QStringView(u"SELECT ").size());
+  const qsizetype order = node.list.indexOf(u" ORDER BY "_s);
+  const QString condition = node.list.contains(u" WHERE "_s) ? u" AND "_s : u" WHERE "_s;
+  const auto rows = adodb::Execute(connection, u"{}{}{}={}", adodb::Verbatim{node.list.left(order)},
+                                   adodb::Verbatim{condition}, adodb::Verbatim{key}, id);
+  if (rows->AtEnd()) {
+    return {};
+  }
+  QList<QVariant> values;
+  for (int column = 1; column <= node.columns.size(); ++column) {
+    values.append(rows->Field(column));
+  }
+  RecordData record(node.columns);
+  record.Append(id, values);
+  QStringList name;
+  for (int column = 0; column < node.nameColumns; ++column) {
+    name.append(record.Display(0, column));
+  }
+  return name.join(u' ').simplified();
 }
 
 int HighestKey(adodb::Connection& connection, const Node& node) {

@@ -21,7 +21,8 @@ constexpr int mostRounds = 50;
 // A database that many write to at once may refuse one of them; one that refuses every time has another reason.
 constexpr int mostFailures = 3;
 
-const QString columns = u"campoID, ValorID, codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde"_s;
+const QString columns =
+    u"IDBloqueoRegistro, campoID, ValorID, codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde"_s;
 
 int Number(const QVariant& value) {
   return automation::IsNumeric(value) ? automation::CLng(value) : 0;
@@ -33,6 +34,7 @@ QString Now() {
 
 LockHolder HolderFrom(adodb::Recordset& row) {
   LockHolder holder;
+  holder.number = Number(row.Field(u"IDBloqueoRegistro"));
   holder.keyColumn = automation::Text(row.Field(u"campoID"));
   holder.key = Number(row.Field(u"ValorID"));
   holder.userId = Number(row.Field(u"codUsuario"));
@@ -84,7 +86,7 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
         continue;
       }
     }
-    if (holder->userId == self.userId && holder->process == self.process) {
+    if (IsSelf(*holder)) {
       return std::nullopt;
     }
     if (!HasEnded(holder->process, self.process)) {
@@ -95,6 +97,11 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
     }
   }
   return LockHolder{.keyColumn = keyColumn, .key = key};
+}
+
+std::optional<LockHolder> RecordLocks::HeldByAnother(const QString& keyColumn, int key) const {
+  const std::optional<LockHolder> holder = HolderOf(keyColumn, key);
+  return holder && !IsSelf(*holder) && !HasEnded(holder->process, CurrentProcess()) ? holder : std::nullopt;
 }
 
 void RecordLocks::Release(const QString& keyColumn, int key) {
@@ -162,6 +169,10 @@ bool RecordLocks::TakeOver(const LockHolder& ended) const {
       self.userId, self.userName, self.process.machine, self.process.processId, self.process.start, Now(),
       ended.keyColumn, ended.key, ended.userId, ended.process.machine, ended.process.processId, ended.process.start);
   return m_connection.RecordsAffected() == 1;
+}
+
+bool RecordLocks::IsSelf(const LockHolder& holder) const {
+  return holder.userId == m_userId && holder.process == CurrentProcess();
 }
 
 LockHolder RecordLocks::Self() const {

@@ -13,6 +13,7 @@ namespace host {
 
 /// Who holds which record.
 struct LockHolder {
+  int number = 0;          ///< The lock's, by which it is named on the command line.
   QString keyColumn = {};  ///< The key column of the record's table.
   int key = 0;
   int userId = 0;
@@ -41,6 +42,9 @@ class RecordLocks {
   /// first time or again), otherwise who holds it.
   std::optional<LockHolder> Take(const QString& keyColumn, int key);
 
+  /// Who else holds it now; nothing when Take would succeed. For what is only asked: the answer holds for no time.
+  std::optional<LockHolder> HeldByAnother(const QString& keyColumn, int key) const;
+
   /// Releases the own lock; somebody else's stays.
   void Release(const QString& keyColumn, int key);
 
@@ -53,6 +57,7 @@ class RecordLocks {
   std::optional<LockHolder> HolderOf(const QString& keyColumn, int key) const;
   void Insert(const QString& keyColumn, int key) const;
   bool TakeOver(const LockHolder& ended) const;
+  bool IsSelf(const LockHolder& holder) const;
   LockHolder Self() const;
 
   adodb::Connection& m_connection;
