@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QSettings>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +36,9 @@ TestDesktop::~TestDesktop() {
 
 host::MainWindow& TestDesktop::Window() {
   if (!m_window) {
-    m_window = std::make_unique<host::MainWindow>(*m_bridge, host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
+    m_window = std::make_unique<host::MainWindow>(
+        *m_bridge, [this] { return database::CreateConnection(database.ConnectionString()); },
+        host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
     m_window->show();
   }
   return *m_window;
@@ -44,6 +47,22 @@ host::MainWindow& TestDesktop::Window() {
 host::MainWindow& TestDesktop::Restart() {
   m_window.reset();
   return Window();
+}
+
+void TestDesktop::ChooseNode(int node) {
+  Window().ChooseNode(node);
+  WaitForTheList();
+}
+
+void TestDesktop::Refresh() {
+  Action("actRefresh").trigger();
+  WaitForTheList();
+}
+
+void TestDesktop::WaitForTheList() {
+  if (!QTest::qWaitFor([this] { return Window().IsListRead(); }, 20'000)) {
+    qWarning("the list is still being read");
+  }
 }
 
 host::RecordList& TestDesktop::List() {

@@ -26,6 +26,12 @@ class TestDesktop {
   /// Ends the window and opens it anew, as a new start of the program.
   host::MainWindow& Restart();
 
+  /// Chooses a node and waits for its list.
+  void ChooseNode(int node);
+  /// F5, until the list has been read.
+  void Refresh();
+  void WaitForTheList();
+
   host::RecordList& List();
   QLineEdit& SearchBox();
   QAction& Action(const char* name);

@@ -101,7 +101,7 @@ void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"Una"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   desktop.driver.Answer(QMessageBox::No);
   desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|pregunta|¿Desea eliminar la cabecera «Una»?"_s));
@@ -115,7 +115,7 @@ void tst_deletion::QuestionNamesRecordAndDependents() {
   for (const bool deleted : {false, false, true}) {
     AddBranch(desktop, bank, deleted);
   }
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   desktop.List().SelectRecord(bank);
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -133,7 +133,7 @@ void tst_deletion::SeveralRecordsEndInOneSummary() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"En uso"_s, u"Falla"_s, u"Z"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   desktop.List().selectAll();
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.driver.Answer(QMessageBox::Ok);
@@ -152,7 +152,7 @@ void tst_deletion::SingleDeletionKeepsThePlace() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   const int third = desktop.List().Records().IdAt(2);
   desktop.List().SelectRecord(desktop.List().Records().IdAt(1));
   desktop.driver.Answer(QMessageBox::Yes);
@@ -165,7 +165,7 @@ void tst_deletion::CancelLeavesTheRest() {
   TestDesktop desktop;
   FakeComponent::Register(DeleteHeading);
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"C"_s});
-  desktop.Window().ChooseNode(cConstNodo().Cabeceras());
+  desktop.ChooseNode(cConstNodo().Cabeceras());
   QList<host::DeletionTarget> targets;
   for (int row = 0; row < 3; ++row) {
     targets.append({desktop.List().Records().IdAt(row), desktop.List().Records().NameAt(row, 1)});
@@ -189,7 +189,7 @@ void tst_deletion::WhatStaysIsNamedWithItsReason() {
   AddBranch(desktop, free, false);
   desktop.database.Execute(u"INSERT INTO Presentadores(Nombre,CodBanco,Eliminado) VALUES('x',{},0)", used);
   LockElsewhere(desktop, u"IDBanco"_s, held);
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   desktop.List().selectAll();
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.Action("actDelete").trigger();
@@ -222,7 +222,7 @@ void tst_deletion::NothingToDelete() {
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(8,'berta',0,1)");
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(9,'carlos',-1,1)");
   desktop.Session().userId = 8;
-  desktop.Window().ChooseNode(cConstNodo().Usuarios());
+  desktop.ChooseNode(cConstNodo().Usuarios());
   desktop.List().SelectRecord(id);
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actDelete").trigger();
@@ -280,15 +280,16 @@ void tst_deletion::UndoBringsBackWhatWentTogether() {
   AddBranch(desktop, bank, false);
   AddBranch(desktop, bank, true);
   AddBranch(desktop, bank, false);
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   QVERIFY(!desktop.Action("actUndoDelete").isEnabled());
   desktop.driver.Answer(QMessageBox::Yes);
   desktop.Action("actDelete").trigger();
   QCOMPARE(desktop.database.Id(u"SELECT COUNT(*) FROM Sucursales WHERE Eliminado=0"), 0);
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.Window().activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(&desktop.Window()));
   QTest::keyClick(&desktop.Window(), Qt::Key_Z, Qt::ControlModifier);
+  desktop.WaitForTheList();
   QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({bank}));
   QCOMPARE(desktop.database.Query(u"SELECT Eliminado FROM Sucursales ORDER BY IDSucursal"),
@@ -351,11 +352,12 @@ void tst_deletion::DeletedRecordsAreListedAndRecovered() {
   log.Note(*host::FindNode(cConstNodo().Usuarios()), 77, u"zoe"_s);
   desktop.database.Execute(u"UPDATE Bancos SET Eliminado=-1");
   AddBank(desktop, u"0002"_s);
-  desktop.Window().ChooseNode(host::deletedRecordsNode);
+  desktop.ChooseNode(host::deletedRecordsNode);
   QCOMPARE(desktop.List().Records().TotalCount(), 3);
   // Not even the name of a user.
   desktop.Session().userKind = 2;
-  desktop.Restart().ChooseNode(host::deletedRecordsNode);
+  desktop.Restart();
+  desktop.ChooseNode(host::deletedRecordsNode);
   const host::RecordModel& records = desktop.List().Records();
   QCOMPARE(records.TotalCount(), 2);
   QCOMPARE(records.index(0, 1).data().toString(), u"Bancos"_s);

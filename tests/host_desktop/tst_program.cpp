@@ -176,7 +176,6 @@ void tst_program::SignalsAtEveryMoment() {
   for (const unsigned long moment : {0UL, 10UL, 30UL, 60UL, 100UL, 150UL, 200UL, 300UL, 500UL, 1200UL}) {
     QProcess program;
     SetUp(program, folder);
-    program.setChildProcessModifier([] { std::signal(SIGINT, SIG_IGN); });
     program.start(QStringLiteral(KEL_HOST),
                   arguments.split(u' ', Qt::SkipEmptyParts) + QStringList{u"--archivo"_s, file});
     QVERIFY(program.waitForStarted());

@@ -1,5 +1,6 @@
 #include "host/cli/Application.h"
 
+#include "database/Database.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/ComponentBridge.h"
 #include "host/desktop/DarkPalette.h"
@@ -70,7 +71,7 @@ int CannotGoOn(const QString& what, const automation::Error& error) {
 }
 
 int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
-  MainWindow window(bridge,
+  MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
                     {started.session.title, started.session.userName, started.database, started.session.helpFile});
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));

@@ -63,7 +63,7 @@ QString ConnectionStringOf(const CommandLine& line) {
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
   started->database = line.connectionString.isEmpty() ? FileOf(line) : line.connectionString;
-  const QString connectionString = ConnectionStringOf(line);
+  const QString& connectionString = started->connectionString = ConnectionStringOf(line);
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
   started->connection = database::CreateConnection(connectionString);

@@ -13,6 +13,7 @@ namespace host {
 /// The database of a session, prepared and open, and the session on it.
 struct StartedSession {
   std::unique_ptr<adodb::Connection> connection;
+  QString connectionString;
   Session session;
   QString database;  ///< The database as the user knows it: a path, or the connection string.
 };

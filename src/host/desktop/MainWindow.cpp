@@ -4,7 +4,6 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/RecordReader.h"
-#include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
@@ -15,6 +14,9 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QUrl>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,12 +38,14 @@ QString CountText(int shown, int total) {
 
 }  // namespace
 
-MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
+MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
+                       QWidget* parent)
     : QMainWindow(parent),
       m_bridge(bridge),
       m_nodes(NodesFor(bridge.Session().IsAdministrator())),
       m_texts(std::move(texts)),
-      m_ui(std::make_unique<Ui::MainWindow>()) {
+      m_ui(std::make_unique<Ui::MainWindow>()),
+      m_loader(std::move(makeConnection)) {
   m_ui->setupUi(this);
   m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
@@ -50,10 +54,13 @@ MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* pare
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &MainWindow::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
   connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
+  connect(&m_loader, &RecordLoader::Loaded, this, &MainWindow::ShowList);
+  connect(&m_loader, &RecordLoader::Failed, this, &MainWindow::ShowReadError);
   UpdateState();
 }
 
@@ -100,34 +107,69 @@ void MainWindow::SetUpStatusBar() {
 void MainWindow::ShowNode(const Node& node) {
   StoreLayout();
   m_node = &node;
+  m_shown = false;
+  m_readFailed = false;
+  m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  m_ui->recordList->SetEmptyText({});
-  const ListLayout layout =
-      LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
-  m_ui->recordList->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
+  const ListLayout layout = LayoutOf(node);
+  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
+  Refresh();
+}
+
+void MainWindow::ShowList(SortedRecords& records) {
+  m_readFailed = false;
+  if (m_shown) {
+    m_ui->recordList->Refresh(std::move(records));
+  } else {
+    m_shown = true;
+    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
+    m_ui->recordList->SetColumnWidths(LayoutOf(*m_node).widths);
+  }
+  Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
+}
+
+ListLayout MainWindow::LayoutOf(const Node& node) const {
+  return LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
+}
+
+void MainWindow::ShowReadError(const automation::Error& error) {
+  m_readFailed = true;
+  UpdateState();
+  ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
 }
 
 void MainWindow::Add() {
   if (m_node == nullptr || !m_node->canAdd) {
     return;
   }
-  int highest = 0;
+  const Node& node = *m_node;
   try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
+    const int highest = HighestKey(m_bridge.OpenConnection(), node);
+    ShowDialog(node.id, cConstAccion().Agregar(), 0, 0);
+    if (m_bridge.IsEnding()) {
+      return;
+    }
+    // Another user may have added records, too; the one just accepted is the youngest.
+    const RecordData added = ReadRecordsAbove(m_bridge.OpenConnection(), node, highest);
+    QList<int> ids;
+    for (int row = 0; row < added.Size(); ++row) {
+      ids.append(added.Id(row));
+    }
+    ShowChanged(ids, ids.isEmpty() ? ids : QList<int>{*std::max_element(ids.cbegin(), ids.cend())});
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
-    return;
   }
-  ShowDialog(m_node->id, cConstAccion().Agregar(), 0, 0);
-  SelectAdded(highest);
+  m_ui->recordList->setFocus();
 }
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    ShowDialog(m_node->id, cConstAccion().Modificar(), SelectedId(), 0);
+    const int id = SelectedId();
+    ShowDialog(m_node->id, cConstAccion().Modificar(), id, 0);
+    ShowChanged({id});
   }
 }
 
@@ -149,25 +191,6 @@ void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"El cuadro de «%1» ha fallado."_s.arg(m_node->title), error);
   }
-  if (!m_bridge.IsEnding()) {
-    Refresh();
-  }
-}
-
-// Another user may have added records, too; the one just accepted is the youngest.
-void MainWindow::SelectAdded(int highestBefore) {
-  int highest = 0;
-  try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
-  } catch (const automation::Error&) {
-    // The list, read a moment ago, has shown this error.
-    return;
-  }
-  if (highest <= highestBefore || m_ui->recordList->SelectRecord(highest)) {
-    return;
-  }
-  m_ui->txtSearch->clear();
-  m_ui->recordList->SelectRecord(highest);
 }
 
 void MainWindow::Delete() {
@@ -179,8 +202,6 @@ void MainWindow::Delete() {
     DeleteTargets(targets);
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido eliminar."_s, error);
-  }
-  if (!m_bridge.IsEnding()) {
     Refresh();
   }
 }
@@ -189,35 +210,47 @@ void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
   // Otherwise each of the records would fail with the same long text.
   ComponentBridge::CheckComponent();
   const std::optional<DeletionResult> result = DeleteAsTheUserSays(this, m_bridge, *m_node, targets);
-  if (!result) {
+  if (!result || m_bridge.IsEnding()) {
     return;
   }
   if (!result->notes.isEmpty()) {
     m_deletions.append(result->notes);
   }
   m_ui->statusBar->showMessage(DeletionHeadline(*result));
+  QList<int> ids;
+  for (const DeletionTarget& target : targets) {
+    ids.append(target.id);
+  }
+  ShowChanged(ids);
 }
 
 void MainWindow::UndoDelete() {
   if (m_deletions.isEmpty()) {
     return;
   }
-  const QList<Recovery> recovered = Recover(m_deletions.takeLast());
-  if (recovered.isEmpty()) {
+  const QList<Recovery> recoveries = Recover(m_deletions.takeLast());
+  QList<int> ids;
+  for (const Recovery& recovery : recoveries) {
+    ids.append(recovery.id);
+  }
+  if (ids.isEmpty() || m_node == nullptr) {
     return;
   }
   // The user may have gone to another list since.
-  ChooseNode(recovered.constFirst().nodeId);
-  QList<int> ids;
-  for (const Recovery& recovery : recovered) {
-    ids.append(recovery.id);
+  const int node = recoveries.constFirst().nodeId;
+  if (node == m_node->id) {
+    ShowChanged(ids, ids);
+  } else {
+    ChooseNode(node);
+    m_selectWhenRead = ids;
   }
-  m_ui->recordList->SelectRecords(ids);
 }
 
 void MainWindow::RecoverSelected() {
   if (m_node != nullptr && m_node->canRecover) {
-    Recover(m_ui->recordList->SelectedIds());
+    const QList<int> notes = m_ui->recordList->SelectedIds();
+    Recover(notes);
+    ShowChanged(notes);
   }
 }
 
@@ -232,7 +265,6 @@ QList<Recovery> MainWindow::Recover(const QList<int>& notes) {
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido recuperar."_s, error);
   }
-  Refresh();
   m_ui->statusBar->showMessage(RecoveryHeadline(recoveries));
   ShowRefusedRecoveries(this, m_texts.title, recoveries);
   return recoveries;
@@ -253,22 +285,35 @@ QList<DeletionTarget> MainWindow::SelectedTargets() const {
 }
 
 void MainWindow::Refresh() {
-  std::optional<RecordData> records = m_node == nullptr ? std::nullopt : Read();
-  if (records) {
-    m_ui->recordList->Refresh(*std::move(records));
+  if (m_node != nullptr) {
+    m_loader.Load(*m_node, m_ui->recordList->Records().SortColumn());
     UpdateState();
   }
 }
 
-std::optional<RecordData> MainWindow::Read() {
+void MainWindow::ShowChanged(const QList<int>& ids, const QList<int>& selected) {
+  if (m_bridge.IsEnding() || ids.isEmpty()) {
+    return;
+  }
+  if (!m_shown || m_loader.IsLoading()) {
+    // What is being read may be older than the change.
+    m_selectWhenRead = selected;
+    Refresh();
+    return;
+  }
   try {
-    RecordData records = ReadRecords(m_bridge.OpenConnection(), *m_node);
-    m_readFailed = false;
-    return records;
+    m_ui->recordList->Update(ids, ReadRecords(m_bridge.OpenConnection(), *m_node, ids));
   } catch (const automation::Error& error) {
-    m_readFailed = true;
-    ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
-    return std::nullopt;
+    ShowReadError(error);
+  }
+  Select(selected);
+  UpdateState();
+}
+
+void MainWindow::Select(const QList<int>& ids) {
+  if (!ids.isEmpty() && !m_ui->recordList->SelectRecords(ids)) {
+    m_ui->txtSearch->clear();
+    m_ui->recordList->SelectRecords(ids);
   }
 }
 
@@ -297,6 +342,9 @@ QString MainWindow::EmptyText() const {
   if (m_node == nullptr) {
     return u"Elija a la izquierda qué registros quiere ver."_s;
   }
+  if (m_loader.IsLoading()) {
+    return u"Leyendo la lista…"_s;
+  }
   if (m_ui->recordList->Records().TotalCount() > 0) {
     return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(
         m_ui->txtSearch->text().trimmed());
@@ -320,7 +368,7 @@ void MainWindow::StoreLayout() const {
     return;
   }
   const RecordList& list = *m_ui->recordList;
-  SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
 }
 

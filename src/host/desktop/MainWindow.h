@@ -4,7 +4,8 @@
 #include "host/desktop/Deletion.h"
 #include "host/desktop/DeletionLog.h"
 #include "host/desktop/NodeCatalog.h"
-#include "host/desktop/RecordData.h"
+#include "host/desktop/RecordLoader.h"
+#include "host/desktop/WindowMemory.h"
 
 #include <QMainWindow>
 #include <QString>
@@ -29,19 +30,23 @@ struct WindowTexts {
   QString helpFile;  ///< Opened by F1; empty for none.
 };
 
-/// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Every
-/// change is made by the component through the bridge; the window reads the list again afterwards.
+/// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Lists are
+/// read beside the window's own work. Every change is made by the component through the bridge; the window reads the
+/// records concerned again afterwards.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  /// Borrows the bridge, which must outlive the window.
-  MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent = nullptr);
+  /// Borrows the bridge, which must outlive the window. `makeConnection` makes connections to the bridge's database.
+  MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
+             QWidget* parent = nullptr);
   /// Remembers how the window looked.
   ~MainWindow() override;
 
   /// Shows the records of a node; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
+  /// False while the list is being read.
+  bool IsListRead() const { return !m_loader.IsLoading(); }
 
  private:
   void SetUpActions();
@@ -63,12 +68,16 @@ class MainWindow : public QMainWindow {
 
   /// Shows the component's dialog; an error is shown, and the window goes on.
   void ShowDialog(int node, int action, int selectedId, int aux);
-  void SelectAdded(int highestBefore);
+  void ShowList(SortedRecords& records);
+  void ShowReadError(const automation::Error& error);
+  /// Reads these records again, and selects those given.
+  void ShowChanged(const QList<int>& ids, const QList<int>& selected = {});
+  void Select(const QList<int>& ids);
+  ListLayout LayoutOf(const Node& node) const;
   QList<DeletionTarget> SelectedTargets() const;
   void DeleteTargets(const QList<DeletionTarget>& targets);
   /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
   QList<Recovery> Recover(const QList<int>& notes);
-  std::optional<RecordData> Read();
   /// The only selected record, 0 when there are more or none.
   int SelectedId() const;
   QString EmptyText() const;
@@ -77,9 +86,12 @@ class MainWindow : public QMainWindow {
   const std::vector<Node> m_nodes;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
+  RecordLoader m_loader;
   const Node* m_node = nullptr;
+  bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;
   QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last
+  QList<int> m_selectWhenRead;
 };
 
 }  // namespace host

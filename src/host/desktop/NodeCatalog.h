@@ -31,14 +31,18 @@ struct Node {
   QString record;  ///< One record with its article, as a question names it: "el país".
   QString table;
   QString key;
-  /// Selects the key, then one value for each of `columns`; live rows only, in ascending order of the first column.
-  QString list;
+  /// Selects the key, then one value for each of `columns`, without a condition.
+  QString select;
+  QString order;             ///< By the first column, then by the key.
+  QString condition = {};    ///< On the rows that the list shows besides; empty for none.
+  bool marksDeleted = true;  ///< Whether the table has the column Eliminado; the list shows live rows.
   QList<ListColumn> columns;
   int nameColumns = 1;  ///< How many of the first columns name a record.
   /// The column of the table whose value no two live records share, which is the list's first one; empty for none.
   QString unique = {};
   int sortColumn = 0;  ///< How a list is sorted until the user sorts it otherwise.
   Qt::SortOrder sortOrder = Qt::AscendingOrder;
+  int typedColumn = 0;  ///< The one that is searched by typing in the list: the name.
   bool hasDialog = true;
   bool canAdd = true;
   bool canDelete = true;

@@ -1,6 +1,10 @@
 #include "host/desktop/NodeTree.h"
 
+#include "host/desktop/SelectionTone.h"
+
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTreeWidgetItemIterator>
 
@@ -12,11 +16,16 @@ namespace {
 
 constexpr int nodeRole = Qt::UserRole;
 
+bool IsHeading(const QModelIndex& index) {
+  return index.isValid() && !index.parent().isValid();
+}
+
 }  // namespace
 
 NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
+  new SelectionTone(this);
   connect(this, &QTreeWidget::currentItemChanged, this, &NodeTree::Announce);
 }
 
@@ -46,6 +55,36 @@ void NodeTree::Choose(int nodeId) {
       return;
     }
   }
+}
+
+QModelIndex NodeTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  QModelIndex to = QTreeWidget::moveCursor(action, modifiers);
+  const bool up = action == MoveUp || action == MovePageUp || action == MovePrevious || action == MoveEnd;
+  while (IsHeading(to)) {
+    // Above the first node there is only its heading.
+    if (action == MoveLeft || (up && !indexAbove(to).isValid())) {
+      return currentIndex();
+    }
+    to = up ? indexAbove(to) : indexBelow(to);
+  }
+  return to;
+}
+
+void NodeTree::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex pressed = indexAt(event->pos());
+  if (IsHeading(pressed)) {
+    setExpanded(pressed, !isExpanded(pressed));
+    return;
+  }
+  QTreeWidget::mousePressEvent(event);
+}
+
+void NodeTree::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    Q_EMIT ListWanted();
+    return;
+  }
+  QTreeWidget::keyPressEvent(event);
 }
 
 void NodeTree::Announce(QTreeWidgetItem* item) {

@@ -11,9 +11,9 @@ class NodeTree : public QTreeWidget {
   Q_OBJECT
 
  public:
+  explicit NodeTree(QWidget* parent = nullptr);
   /// As wide as the longest title.
   QSize sizeHint() const override;
-  explicit NodeTree(QWidget* parent = nullptr);
 
   /// The nodes to show, grouped; they must outlive the tree.
   void SetNodes(const std::vector<Node>& nodes);
@@ -22,6 +22,14 @@ class NodeTree : public QTreeWidget {
 
  Q_SIGNALS:
   void NodeChosen(const host::Node& node);
+  /// Enter on a node.
+  void ListWanted();
+
+ protected:
+  /// Headings are no stops.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Announce(QTreeWidgetItem* item);

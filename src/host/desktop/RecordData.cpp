@@ -41,6 +41,17 @@ std::vector<int> Rows(int count) {
   return rows;
 }
 
+QCollator SpanishCollator() {
+  QCollator collator(Spanish());
+  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  return collator;
+}
+
+// Those without a number first.
+bool NumberBefore(double left, double right) {
+  return std::isnan(left) ? !std::isnan(right) : left < right;
+}
+
 template <typename Keys, typename Less>
 std::vector<int> StableOrder(const Keys& keys, Less less) {
   std::vector<int> rows = Rows(static_cast<int>(keys.size()));
@@ -95,6 +106,38 @@ void RecordData::Append(int id, const QList<QVariant>& values) {
   m_searchTexts.push_back(FoldForSearch(searched));
 }
 
+void RecordData::Append(const RecordData& other) {
+  const auto append = [](auto& values, const auto& more) { values.insert(values.end(), more.begin(), more.end()); };
+  append(m_ids, other.m_ids);
+  append(m_searchTexts, other.m_searchTexts);
+  for (std::size_t column = 0; column < m_cells.size(); ++column) {
+    append(m_cells[column].texts, other.m_cells[column].texts);
+    append(m_cells[column].numbers, other.m_cells[column].numbers);
+  }
+}
+
+std::vector<int> RecordData::Remove(const QSet<int>& ids) {
+  std::vector<int> newRows;
+  int kept = 0;
+  for (const int id : m_ids) {
+    newRows.push_back(ids.contains(id) ? -1 : kept++);
+  }
+  const auto compact = [&newRows](auto& values) {
+    if (values.empty()) {
+      return;
+    }
+    std::size_t row = 0;
+    std::erase_if(values, [&](const auto&) { return newRows[row++] < 0; });
+  };
+  compact(m_ids);
+  compact(m_searchTexts);
+  for (Cells& cells : m_cells) {
+    compact(cells.texts);
+    compact(cells.numbers);
+  }
+  return newRows;
+}
+
 QString RecordData::Display(int row, int column) const {
   const Cells& cells = m_cells[static_cast<std::size_t>(column)];
   const ColumnKind kind = m_columns[column].kind;
@@ -109,19 +152,36 @@ std::vector<int> RecordData::SortedBy(int column) const {
   if (m_columns[column].kind == ColumnKind::Text) {
     return SortedByText(cells.texts);
   }
-  return StableOrder(cells.numbers,
-                     [](double left, double right) { return std::isnan(left) ? !std::isnan(right) : left < right; });
+  return StableOrder(cells.numbers, NumberBefore);
+}
+
+std::function<bool(int, int)> RecordData::Before(int column) const {
+  const Cells& cells = m_cells[static_cast<std::size_t>(column)];
+  if (m_columns[column].kind == ColumnKind::Text) {
+    return [&texts = cells.texts, collator = SpanishCollator()](int left, int right) {
+      return collator.compare(texts[static_cast<std::size_t>(left)], texts[static_cast<std::size_t>(right)]) < 0;
+    };
+  }
+  return [&numbers = cells.numbers](int left, int right) {
+    return NumberBefore(numbers[static_cast<std::size_t>(left)], numbers[static_cast<std::size_t>(right)]);
+  };
 }
 
 std::vector<int> RecordData::SortedByText(const std::vector<QString>& texts) const {
-  QCollator collator(Spanish());
-  collator.setCaseSensitivity(Qt::CaseInsensitive);
+  const QCollator collator = SpanishCollator();
   std::vector<QCollatorSortKey> keys;
   keys.reserve(texts.size());
   for (const QString& text : texts) {
     keys.push_back(collator.sortKey(text));
   }
   return StableOrder(keys, [](const QCollatorSortKey& left, const QCollatorSortKey& right) { return left < right; });
+}
+
+SortedRecords::SortedRecords(RecordData list, int column)
+    : records(std::move(list)), sortColumn(column >= 0 && column < records.Columns().size() ? column : 0) {
+  if (!records.Columns().isEmpty()) {
+    ascending = records.SortedBy(sortColumn);
+  }
 }
 
 }  // namespace host
