@@ -158,6 +158,7 @@ void MaintenanceForm::Buttons(QObject* accept, QAbstractButton* cancel) {
     On(item, &QAction::triggered, [this] { AcceptAndClose(); });
   }
   if (cancel != nullptr) {
+    cancel->setProperty("SirveEnConsulta", true);
     On(cancel, &QAbstractButton::clicked, [this] { CancelAndClose(); });
   }
 }

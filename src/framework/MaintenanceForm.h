@@ -82,7 +82,8 @@ class MaintenanceForm : public Form {
 
   // For Connect.
 
-  /// Accept and Cancel: a button, or an action of a menu or tool bar.
+  /// Accept and Cancel: a button, or an action of a menu or tool bar. Cancel is marked as a control that serves when
+  /// the record is only looked at, by the dynamic property `SirveEnConsulta`; a layout may mark others.
   void Buttons(QObject* accept, QAbstractButton* cancel);
   /// What a Yes to the close prompt presses, where that is not Accept.
   void YesPresses(QObject* control) { m_yes = control; }

@@ -46,7 +46,7 @@ void tst_view_only::init() {
   QSettings::setDefaultFormat(QSettings::IniFormat);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_database->Path(u"."_s));
   qputenv("KEL_CLASES", m_database->Path(u"clases.ini"_s).toLocal8Bit());
-  QVERIFY(automation::ComponentLibrary(QStringLiteral(COMPONENT)).Register());
+  QVERIFY(automation::ComponentLibrary(QStringLiteral(KEL_COMPONENT)).Register());
   m_connection = database::CreateConnection(m_database->ConnectionString() + u";Acceso=lectura"_s);
   m_session = {};
   m_session.connection = m_connection.get();
@@ -54,7 +54,7 @@ void tst_view_only::init() {
   m_session.settingsFile = m_database->Path(u"anchos.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, *m_connection);
+  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, m_session);
 }
 
 void tst_view_only::cleanup() {

@@ -8,6 +8,8 @@
 #include <QScrollBar>
 #include <QTreeWidgetItemIterator>
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -23,8 +25,14 @@ bool IsHeading(const QModelIndex& index) {
 NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
+  new SelectionTone(this);
+  connect(this, &QTreeWidget::currentItemChanged, this, &NodeTree::Announce);
+}
+
+void NodeTree::SetNodes(const std::vector<Node>& nodes) {
+  m_nodes = &nodes;
   QTreeWidgetItem* group = nullptr;
-  for (const Node& node : NodeCatalog()) {
+  for (const Node& node : nodes) {
     if (group == nullptr || group->text(0) != node.group) {
       group = new QTreeWidgetItem(this, {node.group});
       group->setFlags(Qt::ItemIsEnabled);
@@ -33,8 +41,6 @@ NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
     item->setData(0, nodeRole, node.id);
   }
   expandAll();
-  new SelectionTone(this);
-  connect(this, &QTreeWidget::currentItemChanged, this, &NodeTree::Announce);
 }
 
 QSize NodeTree::sizeHint() const {
@@ -83,8 +89,11 @@ void NodeTree::keyPressEvent(QKeyEvent* event) {
 
 void NodeTree::Announce(QTreeWidgetItem* item) {
   const QVariant id = item == nullptr ? QVariant() : item->data(0, nodeRole);
-  const Node* node = id.isValid() ? FindNode(id.toInt()) : nullptr;
-  if (node != nullptr) {
+  if (!id.isValid()) {
+    return;
+  }
+  const auto node = std::ranges::find(*m_nodes, id.toInt(), &Node::id);
+  if (node != m_nodes->end()) {
     Q_EMIT NodeChosen(*node);
   }
 }

@@ -15,6 +15,8 @@ class NodeTree : public QTreeWidget {
   /// As wide as the longest title.
   QSize sizeHint() const override;
 
+  /// The nodes to show, grouped; they must outlive the tree.
+  void SetNodes(const std::vector<Node>& nodes);
   /// Makes a node the chosen one; a number that the tree does not have changes nothing.
   void Choose(int nodeId);
 
@@ -31,6 +33,8 @@ class NodeTree : public QTreeWidget {
 
  private:
   void Announce(QTreeWidgetItem* item);
+
+  const std::vector<Node>* m_nodes = nullptr;
 };
 
 }  // namespace host

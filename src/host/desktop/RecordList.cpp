@@ -115,13 +115,19 @@ int RecordList::SelectedCount() const {
 }
 
 bool RecordList::SelectRecord(int id) {
-  const int row = m_records->RowOf(id);
-  if (row < 0) {
-    return false;
+  return SelectRecords({id});
+}
+
+bool RecordList::SelectRecords(const QList<int>& ids) {
+  for (const int id : ids) {
+    const int row = m_records->RowOf(id);
+    if (row >= 0) {
+      Select(ids, row);
+      scrollTo(m_records->index(row, 0));
+      return true;
+    }
   }
-  Select({id}, row);
-  scrollTo(m_records->index(row, 0));
-  return true;
+  return false;
 }
 
 void RecordList::SetColumnWidths(const QList<int>& widths) {

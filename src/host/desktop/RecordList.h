@@ -33,6 +33,8 @@ class RecordList : public QTableView {
   int SelectedCount() const;
   /// Selects one record and scrolls to it. False when it is not shown.
   bool SelectRecord(int id);
+  /// Selects those that are shown and scrolls to the first. False, and nothing changes, where none is.
+  bool SelectRecords(const QList<int>& ids);
   /// One for each column, in pixels; an empty list fits the columns to what they hold.
   void SetColumnWidths(const QList<int>& widths);
   /// Empty unless the user chose them, now or when they were remembered.

@@ -19,7 +19,8 @@ QString ShownText(const QString& text) {
 }
 
 Qt::Alignment Alignment(ColumnKind kind) {
-  return Qt::AlignVCenter | (kind == ColumnKind::Text || kind == ColumnKind::YesNo ? Qt::AlignLeft : Qt::AlignRight);
+  const bool isNumber = kind == ColumnKind::Number || kind == ColumnKind::Percentage || kind == ColumnKind::Amount;
+  return Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft);
 }
 
 }  // namespace
