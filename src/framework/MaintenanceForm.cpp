@@ -299,6 +299,10 @@ qint32 MaintenanceForm::IdOrZero(const QVariant& value) {
   return automation::IsNull(value) ? 0 : automation::CLng(value);
 }
 
+bool MaintenanceForm::IsTrue(const QVariant& value) {
+  return !automation::IsNull(value) && automation::CBool(value);
+}
+
 QString MaintenanceForm::LoadResString(int id) {
   return resources::LoadResString(id);
 }
@@ -375,6 +379,7 @@ void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const 
                                  const std::function<void(qint32)>& created) {
   const NestedRequest nested(request.idAux, request.action);
   dialog->ShowModal();
+  OnActivate();
   if (dialog->Created().value_or(0) > 0) {
     created(*dialog->Created());
   }
@@ -384,6 +389,7 @@ void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<voi
   const NestedRequest nested(0, action.Nuevo());
   objApi().IDNodo(node);
   OwnDispatcher()(objApi().Object());
+  OnActivate();
   const qint32 id = objApi().IDAuxNumber();
   if (id > 0) {
     created(id);

@@ -164,6 +164,7 @@ class tst_label_drawing : public QObject {
     QTest::newRow("four of 7 cm") << u"40 4 7 2,9 0 0 0 0"_s << tooMuch + u"ancho hacen falta 28 cm y hay 21 cm."_s;
     QTest::newRow("a gap too much") << u"30 3 7 2,97 0,1 0 0 0"_s
                                     << tooMuch + u"ancho hacen falta 21,2 cm y hay 21 cm."_s;
+    QTest::newRow("too high") << u"10 1 6 3 0 0 0 0"_s << tooMuch + u"alto hacen falta 30 cm y hay 29,7 cm."_s;
     QTest::newRow("both ways") << u"5 2 20 10 0 0 1 0"_s
                                << tooMuch +
                                       u"ancho hacen falta 41 cm y hay 21 cm; "
