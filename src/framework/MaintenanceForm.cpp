@@ -277,9 +277,14 @@ void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStr
                                     const QString& statement) const {
   const auto rs = Connection().Execute(statement);
   std::vector<std::unique_ptr<QStandardItem>> items;
+  int selected = -1;
   for (; !rs->AtEnd(); rs->MoveNext()) {
+    const qint32 itemId = automation::CLng(rs->Field(idField));
+    if (itemId == id && selected < 0) {
+      selected = static_cast<int>(items.size());
+    }
     items.push_back(std::make_unique<QStandardItem>(text(*rs)));
-    items.back()->setData(automation::CLng(rs->Field(idField)), Qt::UserRole);
+    items.back()->setData(itemId, Qt::UserRole);
   }
   combo->clear();
   // All at once: item by item, thousands take more than twice as long.
@@ -288,7 +293,7 @@ void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStr
     rows.append(item.release());
   }
   static_cast<QStandardItemModel*>(combo->model())->invisibleRootItem()->appendRows(rows);
-  combo->setCurrentIndex(combo->findData(id));
+  combo->setCurrentIndex(selected);
 }
 
 QString MaintenanceForm::Text(const QVariant& value) {
