@@ -44,6 +44,17 @@ void ShowAsFixed(QWidget& control) {
   control.setPalette(palette);
 }
 
+// A mark that cannot be set is no less worth reading.
+void ShowReadably(QAbstractButton& button) {
+  if (!button.isCheckable()) {
+    return;
+  }
+  QPalette palette = button.palette();
+  palette.setColor(QPalette::Disabled, QPalette::WindowText, palette.color(QPalette::Active, QPalette::WindowText));
+  palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::Active, QPalette::Text));
+  button.setPalette(palette);
+}
+
 template <typename TextEdit>
 void MakeReadable(TextEdit& text) {
   text.setReadOnly(true);
@@ -165,11 +176,17 @@ void ReadOnlyDialog::Block(QWidget& control) {
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->installEventFilter(this);
     view->viewport()->installEventFilter(this);
-  } else if (qobject_cast<QAbstractButton*>(&control) != nullptr ||
-             (qobject_cast<QAbstractSlider*>(&control) != nullptr && qobject_cast<QScrollBar*>(&control) == nullptr)) {
-    control.setEnabled(false);
-    control.installEventFilter(this);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
+    ShowReadably(*button);
+    Disable(*button);
+  } else if (qobject_cast<QAbstractSlider*>(&control) != nullptr && qobject_cast<QScrollBar*>(&control) == nullptr) {
+    Disable(control);
   }
+}
+
+void ReadOnlyDialog::Disable(QWidget& control) {
+  control.setEnabled(false);
+  control.installEventFilter(this);
 }
 
 void ReadOnlyDialog::BlockAction(QAction& action) {

@@ -32,6 +32,7 @@ class ReadOnlyDialog : public QObject {
  private:
   void Apply();
   void Block(QWidget& control);
+  void Disable(QWidget& control);
   void BlockAction(QAction& action);
   void AddStrip();
   /// When the record is free now, the dialog closes, and Session::openAgain has it opened anew on what the other user
