@@ -134,10 +134,10 @@ class tst_deletion_rules : public QObject {
     const int kept = NewRecord(host, reference->node);
     Refer(host, *reference, kept, 0);
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, kept, false));
+    EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, kept));
     QCOMPARE(host.driver.TakeBoxes(), QStringList(refusal));
     QCOMPARE(host.platform.beeps, 1);
-    QVERIFY(!IsMarked(host, reference->node, kept, false));
+    QVERIFY(!IsMarked(host, reference->node, kept));
     QCOMPARE(host.connection().Writes(), QStringList());
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
     // The reference host tells the same uses when it explains why.
@@ -147,9 +147,9 @@ class tst_deletion_rules : public QObject {
     const int gone = NewRecord(host, reference->node);
     Refer(host, *reference, gone, -1);
     QCOMPARE(host::CountUses(host.connection(), reference->node, gone, false).size(), 0);
-    EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, gone, false));
-    QVERIFY(IsMarked(host, reference->node, gone, false));
-    QVERIFY(!IsMarked(host, reference->node, kept, false));
+    EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, gone));
+    QVERIFY(IsMarked(host, reference->node, gone));
+    QVERIFY(!IsMarked(host, reference->node, kept));
     QCOMPARE(host.connection().State(), int(adodb::StateClosed));
   }
 
