@@ -48,7 +48,9 @@ void Release(Session& session, const QList<HeldRecord>& records, int number) {
 }  // namespace
 
 void RunLockCommand(const CommandLine& line) {
-  const auto connection = database::CreateConnection(ConnectionStringOf(line));
+  const Target target = TargetOf(line);
+  RequireWanted(target, line);
+  const auto connection = database::CreateConnection(target.connectionString);
   connection->Open();
   Session session;
   session.connection = connection.get();

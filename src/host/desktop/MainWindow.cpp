@@ -49,6 +49,9 @@ MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection mak
   m_ui->setupUi(this);
   m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
+  if (m_texts.readOnly) {
+    m_texts.title += u" (solo lectura)"_s;
+  }
   setWindowTitle(m_texts.title);
   SetUpActions();
   SetUpStatusBar();
@@ -102,6 +105,12 @@ void MainWindow::SetUpStatusBar() {
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(m_texts.database.toHtmlEscaped());
   m_ui->statusBar->addPermanentWidget(label);
+  if (m_texts.readOnly) {
+    auto* notice = new QLabel(u"Solo lectura: no se puede escribir en la base de datos"_s, this);
+    notice->setObjectName(u"lblReadOnly"_s);
+    notice->setToolTip(u"El archivo o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s);
+    m_ui->statusBar->insertPermanentWidget(0, notice);
+  }
 }
 
 void MainWindow::ShowNode(const Node& node) {
@@ -325,14 +334,15 @@ void MainWindow::Search(const QString& typed) {
 void MainWindow::UpdateState() {
   const RecordList& list = *m_ui->recordList;
   const qsizetype selected = list.SelectedCount();
-  m_ui->actAdd->setEnabled(m_node != nullptr && m_node->canAdd);
+  const bool mayChange = m_node != nullptr && !m_texts.readOnly;
+  m_ui->actAdd->setEnabled(mayChange && m_node->canAdd);
   m_ui->actModify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
-  m_ui->actDelete->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
-  m_ui->actUndoDelete->setEnabled(!m_deletions.isEmpty());
+  m_ui->actDelete->setEnabled(mayChange && m_node->canDelete && selected > 0);
+  m_ui->actUndoDelete->setEnabled(mayChange && !m_deletions.isEmpty());
   m_ui->actRecover->setVisible(m_node != nullptr && m_node->canRecover);
-  m_ui->actRecover->setEnabled(m_node != nullptr && m_node->canRecover && selected > 0);
+  m_ui->actRecover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
-  m_ui->actNewBranch->setEnabled(m_node != nullptr && m_node->id == cConstNodo().Bancos() && selected == 1);
+  m_ui->actNewBranch->setEnabled(mayChange && m_node->id == cConstNodo().Bancos() && selected == 1);
   m_ui->actRefresh->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());
@@ -355,7 +365,8 @@ QString MainWindow::EmptyText() const {
   if (m_node->canRecover) {
     return u"No hay registros eliminados que se puedan recuperar."_s;
   }
-  return m_node->canAdd ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s : u"No hay registros."_s;
+  return m_ui->actAdd->isEnabled() ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s
+                                   : u"No hay registros."_s;
 }
 
 int MainWindow::SelectedId() const {

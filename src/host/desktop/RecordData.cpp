@@ -18,6 +18,15 @@ namespace host {
 
 namespace {
 
+// More than any column takes; a file that was tampered with may hold texts of any length.
+constexpr qsizetype longestKeptText = 1000;
+
+// A copy of its own: a part would keep the whole text in memory.
+QString KeptText(const QVariant& value) {
+  const QString text = automation::Text(value);
+  return text.size() <= longestKeptText ? text : QStringView(text).left(longestKeptText).toString();
+}
+
 double ToNumber(const QVariant& value, ColumnKind kind) {
   if (kind == ColumnKind::Moment) {
     const QDateTime moment = QDateTime::fromString(automation::Text(value), Qt::ISODate);
@@ -94,7 +103,7 @@ void RecordData::Append(int id, const QList<QVariant>& values) {
     const QVariant value = values.value(column);
     Cells& cells = m_cells[static_cast<std::size_t>(column)];
     if (m_columns[column].kind == ColumnKind::Text) {
-      cells.texts.push_back(automation::Text(value));
+      cells.texts.push_back(KeptText(value));
       searched += cells.texts.back();
     } else {
       cells.numbers.push_back(ToNumber(value, m_columns[column].kind));

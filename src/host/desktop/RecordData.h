@@ -19,7 +19,8 @@ class RecordData {
  public:
   explicit RecordData(QList<ListColumn> columns = {});
 
-  /// `values` has one value for each column; a value that does not suit its column is shown as nothing.
+  /// `values` has one value for each column; a value that does not suit its column is shown as nothing. Of a text the
+  /// first thousand characters are kept, shown, sorted by and searched.
   void Append(int id, const QList<QVariant>& values);
   /// Appends the records of a list with the same columns.
   void Append(const RecordData& other);

@@ -22,6 +22,8 @@ struct Session {
   int userKind = 0;  ///< 1 is an administrator.
   bool IsAdministrator() const { return userKind == 1; }
   bool velumar = false;
+  /// Nothing can be written: no record is locked, every one opens as if another user held it.
+  bool readOnly = false;
   /// The file of column widths; DefaultSettingsFile() unless set.
   QString settingsFile = DefaultSettingsFile();
   /// Whether BloqueoRegistro tells the user who holds a record.

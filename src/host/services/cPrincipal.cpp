@@ -58,6 +58,9 @@ cPrincipal::cPrincipal(Session& session) : m_session(session) {}
 bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID, int valorID,
                                  bool& bloqueado) {
   bloqueado = false;
+  if (m_session.readOnly) {
+    return true;
+  }
   m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
   bloqueado = !m_session.lastRefusal;
   if (!bloqueado && m_session.showRefusedLocks) {

@@ -47,6 +47,7 @@ class cPrincipal : public QObject {
   /// False, with `bloqueado` true: this process and user hold the lock now, for the first time or again.
   /// True, with `bloqueado` false: somebody else holds it. Session::lastRefusal then says who, and the user is told so,
   /// and that the record opens read-only, unless Session::showRefusedLocks is off.
+  /// In a session that is read-only nobody holds it, and nobody is told, but the answer is True all the same.
   /// A lock whose process ended on this machine is taken over (see RecordLocks).
   Q_INVOKABLE bool BloqueoRegistro(QObject*& objeto, const QString& formulario, const QString& campoID, int valorID,
                                    bool& bloqueado);
