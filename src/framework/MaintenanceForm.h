@@ -153,6 +153,8 @@ class MaintenanceForm : public Form {
   static QString Text(const QVariant& value);
   /// The identifier in a column that may be empty; Null as 0.
   static qint32 IdOrZero(const QVariant& value);
+  /// A yes or no in a column that may be empty; Null as no.
+  static bool IsTrue(const QVariant& value);
   static QString LoadResString(int id);
 
   // Messages. Input that was disabled for writing is enabled before the user is asked anything.

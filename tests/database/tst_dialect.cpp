@@ -319,8 +319,8 @@ void tst_dialect::LongLists() {
     keys.append(QString::number(i));
   }
   for (int round = 0; round < 2; ++round) {
-    QCOMPARE(Outcome(m_database->Connection(),
-                     u"SELECT COUNT(*) FROM Paises WHERE IDPais IN ("_s + keys.join(u',') + u") AND Nombre<>'Francia'"_s),
+    QCOMPARE(Outcome(m_database->Connection(), u"SELECT COUNT(*) FROM Paises WHERE IDPais IN ("_s + keys.join(u',') +
+                                                   u") AND Nombre<>'Francia'"_s),
              u"248"_s);
   }
 }

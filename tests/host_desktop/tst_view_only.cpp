@@ -103,14 +103,19 @@ void tst_view_only::DialogsShowButDoNotAccept() {
 }
 
 void tst_view_only::TheWindowSaysSo() {
-  host::MainWindow window(
-      *m_bridge, [this] { return database::CreateConnection(m_database->ConnectionString()); },
-      {.title = u"Kel"_s, .user = u"ana"_s, .database = u"kel.db"_s, .helpFile = {}, .readOnly = true});
+  host::MainWindow window(*m_bridge, [this] { return database::CreateConnection(m_database->ConnectionString()); },
+                          {.title = u"Kel"_s,
+                           .user = u"ana"_s,
+                           .database = u"kel.db"_s,
+                           .helpFile = {},
+                           .readOnly = true,
+                           .demonstration = true});
   window.show();
   window.ChooseNode(cConstNodo().Bancos());
   window.ChooseNode(cConstNodo().Paises());
   QTRY_VERIFY(window.IsListRead());
-  QVERIFY(window.windowTitle().endsWith(u"(solo lectura)"_s));
+  QVERIFY(window.windowTitle().endsWith(u"(Demostración) (solo lectura)"_s));
+  QVERIFY(window.findChild<QLabel*>(u"lblDemonstration"_s)->isVisible());
   QVERIFY(window.findChild<QLabel*>(u"lblReadOnly"_s)->isVisible());
   for (const char* name : {"actAdd", "actDelete", "actNewBranch"}) {
     QVERIFY2(!window.findChild<QAction*>(QLatin1StringView(name))->isEnabled(), name);

@@ -84,10 +84,10 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
+int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
   MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
                     {started.session.title, started.session.userName, started.database, started.session.helpFile,
-                     started.session.readOnly});
+                     started.session.readOnly, demonstration});
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -128,7 +128,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
       Notify(notice);
     }
   });
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started, line.demonstration);
 }
 
 }  // namespace

@@ -49,9 +49,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection mak
   m_ui->setupUi(this);
   m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
-  if (m_texts.readOnly) {
-    m_texts.title += u" (solo lectura)"_s;
-  }
+  SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpActions();
   SetUpStatusBar();
@@ -105,11 +103,30 @@ void MainWindow::SetUpStatusBar() {
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(m_texts.database.toHtmlEscaped());
   m_ui->statusBar->addPermanentWidget(label);
+}
+
+// What is not as usual stands in the title and in a strip above everything.
+void MainWindow::SetUpStrips() {
+  const auto strip = [this](const char* name, const QString& text, const QString& inTitle) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(QLatin1StringView(name));
+    label->setWordWrap(true);
+    label->setMargin(label->fontMetrics().height() / 3);
+    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    // Black on amber, which stands out of light and dark colours.
+    label->setAutoFillBackground(true);
+    label->setPalette(QPalette(Qt::black, QColor(0xFF, 0xD8, 0x73)));
+    m_ui->mainLayout->insertWidget(0, label);
+    m_texts.title += u" (%1)"_s.arg(inTitle);
+  };
+  if (m_texts.demonstration) {
+    strip("lblDemonstration", u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+  }
   if (m_texts.readOnly) {
-    auto* notice = new QLabel(u"Solo lectura: no se puede escribir en la base de datos"_s, this);
-    notice->setObjectName(u"lblReadOnly"_s);
-    notice->setToolTip(u"El archivo o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s);
-    m_ui->statusBar->insertPermanentWidget(0, notice);
+    strip(
+        "lblReadOnly",
+        u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s,
+        u"solo lectura"_s);
   }
 }
 

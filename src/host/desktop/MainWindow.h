@@ -24,11 +24,12 @@ namespace host {
 
 /// What the window says of the session.
 struct WindowTexts {
-  QString title;          ///< Of the window and of its message boxes.
-  QString user;           ///< The signed-in user's name.
-  QString database;       ///< The database, as the user knows it.
-  QString helpFile;       ///< Opened by F1; empty for none.
-  bool readOnly = false;  ///< Records can be looked at, nothing can be changed.
+  QString title;               ///< Of the window and of its message boxes.
+  QString user;                ///< The signed-in user's name.
+  QString database;            ///< The database, as the user knows it.
+  QString helpFile;            ///< Opened by F1; empty for none.
+  bool readOnly = false;       ///< Records can be looked at, nothing can be changed.
+  bool demonstration = false;  ///< The data are invented.
 };
 
 /// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Lists are
@@ -52,6 +53,7 @@ class MainWindow : public QMainWindow {
  private:
   void SetUpActions();
   void SetUpStatusBar();
+  void SetUpStrips();
   void ShowNode(const Node& node);
   void Add();
   void Modify();

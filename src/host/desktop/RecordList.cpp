@@ -44,10 +44,8 @@ RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new Reco
   setSortingEnabled(true);
   setItemDelegate(new RecordCells(this));
   new SelectionTone(this);
-  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
-    // The last one fills the window.
-    m_widthsChosen = m_widthsChosen || (!m_fitting && column < m_records->columnCount() - 1);
-  });
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+          [this](int column) { m_widthsChosen = m_widthsChosen || (!m_fitting && !Fills(column)); });
   FitRowHeight();
 }
 
@@ -135,12 +133,19 @@ void RecordList::SetColumnWidths(const QList<int>& widths) {
   m_widthsChosen = !widths.isEmpty();
   const int widest = fontMetrics().averageCharWidth() * widestFittedColumn;
   const int last = m_records->columnCount() - 1;
+  // The last column fills the window; numbers would stand at its far end.
+  const QVariant alignment = m_records->headerData(last, Qt::Horizontal, Qt::TextAlignmentRole);
+  horizontalHeader()->setStretchLastSection((alignment.toInt() & Qt::AlignRight) == 0);
   for (int column = 0; column <= last; ++column) {
     const int fitted =
         std::min(std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)), widest);
-    // The last column fills the window: the width that it happened to have in a wider one is not wanted back.
-    setColumnWidth(column, column < last ? widths.value(column, fitted) : fitted);
+    // What a column that fills the window happened to have in a wider one is not wanted back.
+    setColumnWidth(column, Fills(column) ? fitted : widths.value(column, fitted));
   }
+}
+
+bool RecordList::Fills(int column) const {
+  return horizontalHeader()->stretchLastSection() && column == m_records->columnCount() - 1;
 }
 
 QList<int> RecordList::ChosenWidths() const {

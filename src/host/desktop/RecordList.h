@@ -73,6 +73,7 @@ class RecordList : public QTableView {
   void Restore(const Place& place);
   void Select(const QList<int>& ids, int currentRow);
   void FitRowHeight();
+  bool Fills(int column) const;
 
   RecordModel* m_records;
   QString m_emptyText;
