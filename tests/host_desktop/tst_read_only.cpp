@@ -14,8 +14,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QShortcut>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTextEdit>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -28,6 +30,18 @@ namespace {
 
 constexpr int bank = 5;
 
+// Breaks lines itself, as a rich-text editor does.
+class LetterBox : public QTextEdit {
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return) {
+      textCursor().insertBlock();
+    } else {
+      QTextEdit::keyPressEvent(event);
+    }
+  }
+};
+
 // A dialog as the component makes them: it asks for the lock while it loads, has what was refused blocked, asks
 // whether something changed when it closes, and releases what it holds.
 class BankDialog : public QDialog {
@@ -37,6 +51,8 @@ class BankDialog : public QDialog {
     auto* layout = new QVBoxLayout(this);
     Add(*layout, new QLineEdit, u"txtNombre"_s)->setText(u"Banco Uno"_s);
     Add(*layout, new QPlainTextEdit, u"txtNotas"_s)->setPlainText(u"notas"_s);
+    Add(*layout, new LetterBox, u"rtfCarta"_s)->setPlainText(u"carta"_s);
+    connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), this), &QShortcut::activated, this, [this] { ++saved; });
     auto* list = Add(*layout, new QComboBox, u"cboProvincia"_s);
     list->addItems({u"Soria"_s, u"Teruel"_s});
     Add(*layout, new QCheckBox(u"Activo"_s), u"chkActivo"_s);
@@ -62,6 +78,7 @@ class BankDialog : public QDialog {
 
   // What a grid's handler does when a row is chosen.
   void ChooseRow() { m_modify->setEnabled(true); }
+  int saved = 0;
   bool Changed() { return Call(m_services.get(), "controlcambioformulario", Controls()).toBool(); }
 
  private:
@@ -107,6 +124,11 @@ class tst_read_only : public QObject {
       QTest::keyClicks(dialog.Find("txtNotas"), u"x"_s);
       QTest::keyClick(dialog.Find("cboProvincia"), Qt::Key_Down);
       QTest::keyClicks(dialog.Find("cboProvincia"), u"teruel"_s);
+      QTest::keyClicks(dialog.Find("rtfCarta"), u"x"_s);
+      QTest::keyClick(dialog.Find("rtfCarta"), Qt::Key_Return);
+      QTest::keyClick(dialog.Dialog(), Qt::Key_S, Qt::ControlModifier);
+      QCOMPARE(static_cast<BankDialog*>(dialog.Dialog())->saved, 0);
+      QCOMPARE(dialog.Find<QTextEdit>("rtfCarta")->toPlainText(), u"carta"_s);
       QCOMPARE(dialog.Text("txtNombre"), u"Banco Uno"_s);
       QCOMPARE(dialog.Find<QPlainTextEdit>("txtNotas")->toPlainText(), u"notas"_s);
       QCOMPARE(dialog.Text("cboProvincia"), u"Soria"_s);
@@ -142,6 +164,8 @@ class tst_read_only : public QObject {
     m_desktop->driver.On("frmBanco", [](const support::DialogUser& dialog) {
       QCOMPARE(dialog.Dialog()->windowTitle(), u"Propiedades de Banco Uno"_s);
       dialog.Type("txtNombre", u"Otro"_s);
+      QTest::keyClick(dialog.Dialog(), Qt::Key_S, Qt::ControlModifier);
+      QCOMPARE(static_cast<BankDialog*>(dialog.Dialog())->saved, 1);
       QVERIFY(static_cast<BankDialog*>(dialog.Dialog())->Changed());
       dialog.Press("cmdBanco_4");
     });

@@ -4,8 +4,10 @@
 #include "platform/automation/Error.h"
 
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -39,10 +41,11 @@ LocksDialog::LocksDialog(Session& session, QWidget* parent)
   connect(m_list, &QTreeWidget::itemSelectionChanged, this,
           [this] { m_release->setEnabled(!m_list->selectedItems().isEmpty()); });
   Read();
-  const int character = fontMetrics().averageCharWidth();
-  constexpr int wide = 110;
+  const QMargins margins = layout->contentsMargins();
   constexpr int rows = 12;
-  resize(character * wide, fontMetrics().height() * 2 * rows);
+  resize(
+      m_list->header()->length() + m_list->verticalScrollBar()->sizeHint().width() + margins.left() + margins.right(),
+      fontMetrics().height() * 2 * rows);
 }
 
 void LocksDialog::Read() {
@@ -58,6 +61,7 @@ void LocksDialog::Read() {
   }
   for (int column = 0; column < m_list->columnCount(); ++column) {
     m_list->resizeColumnToContents(column);
+    m_list->setColumnWidth(column, m_list->columnWidth(column) + fontMetrics().averageCharWidth() * 2);
   }
   m_list->setCurrentItem(m_list->topLevelItem(0));
   m_release->setEnabled(!m_list->selectedItems().isEmpty());

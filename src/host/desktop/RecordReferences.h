@@ -26,8 +26,6 @@ struct RowKey {
   QString table;
   QString key;  ///< The key column.
   int id = 0;
-
-  bool operator==(const RowKey&) const = default;
 };
 
 /// The same rows one by one.

@@ -20,7 +20,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTextEdit>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -31,10 +33,19 @@ namespace {
 
 constexpr const char* servesAsBefore = "SirveEnConsulta";
 
+bool ServesAsBefore(const QObject& object) {
+  return object.property(servesAsBefore).toBool();
+}
+
 // Parts of other controls have no name, or one of the toolkit's.
 bool IsControl(const QObject& object) {
-  return !object.objectName().isEmpty() && !object.objectName().startsWith("qt_"_L1) &&
-         !object.property(servesAsBefore).toBool();
+  return !object.objectName().isEmpty() && !object.objectName().startsWith("qt_"_L1);
+}
+
+// A button of a tool bar is as its action is.
+bool ShowsAction(const QObject& object) {
+  const auto* button = qobject_cast<const QToolButton*>(&object);
+  return button != nullptr && button->defaultAction() != nullptr;
 }
 
 // As a box that takes nothing looks: without the field's colour.
@@ -43,6 +54,17 @@ void ShowAsFixed(QWidget& control) {
   palette.setColor(QPalette::Base, palette.color(QPalette::Window));
   palette.setColor(QPalette::Button, palette.color(QPalette::Window));
   control.setPalette(palette);
+}
+
+// A mark that cannot be set is no less worth reading.
+void ShowReadably(QAbstractButton& button) {
+  if (!button.isCheckable()) {
+    return;
+  }
+  QPalette palette = button.palette();
+  palette.setColor(QPalette::Disabled, QPalette::WindowText, palette.color(QPalette::Active, QPalette::WindowText));
+  palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::Active, QPalette::Text));
+  button.setPalette(palette);
 }
 
 template <typename TextEdit>
@@ -71,6 +93,15 @@ bool ChangesList(QComboBox& list, const QEvent& event) {
     default:
       return false;
   }
+}
+
+// An editor that breaks lines by itself may do so in a text that nobody can change.
+bool BreaksLine(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress) {
+    return false;
+  }
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 // What dialogs take as a command to change the row.
@@ -111,6 +142,9 @@ bool ReadOnlyDialog::eventFilter(QObject* watched, QEvent* event) {
   if (auto* list = qobject_cast<QComboBox*>(watched)) {
     return ChangesList(*list, *event);
   }
+  if (qobject_cast<QTextEdit*>(watched) != nullptr) {
+    return BreaksLine(*event);
+  }
   if (qobject_cast<QAbstractItemView*>(watched) != nullptr ||
       qobject_cast<QAbstractItemView*>(watched->parent()) != nullptr) {
     return ChangesRow(*event);
@@ -129,15 +163,19 @@ void ReadOnlyDialog::Apply() {
   m_applied = true;
   const QList<QWidget*> controls = m_dialog->findChildren<QWidget*>();
   for (QWidget* control : controls) {
-    if (IsControl(*control)) {
+    if (IsControl(*control) && !ShowsAction(*control) && !ServesAsBefore(*control)) {
       Block(*control);
     }
   }
   const QList<QAction*> actions = m_dialog->findChildren<QAction*>();
   for (QAction* action : actions) {
-    if (IsControl(*action) && action->menu() == nullptr) {
+    if (action->menu() == nullptr && !ServesAsBefore(*action)) {
       BlockAction(*action);
     }
+  }
+  const QList<QShortcut*> shortcuts = m_dialog->findChildren<QShortcut*>();
+  for (QShortcut* shortcut : shortcuts) {
+    shortcut->setEnabled(ServesAsBefore(*shortcut));
   }
   m_dialog->setWindowTitle(m_dialog->windowTitle() + u" (solo lectura)"_s);
   if (m_holder && m_dialog->layout() != nullptr) {
@@ -151,6 +189,7 @@ void ReadOnlyDialog::Block(QWidget& control) {
     ShowAsFixed(*line);
   } else if (auto* rich = qobject_cast<QTextEdit*>(&control)) {
     MakeReadable(*rich);
+    rich->installEventFilter(this);
   } else if (auto* plain = qobject_cast<QPlainTextEdit*>(&control)) {
     MakeReadable(*plain);
   } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(&control)) {
@@ -166,11 +205,17 @@ void ReadOnlyDialog::Block(QWidget& control) {
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->installEventFilter(this);
     view->viewport()->installEventFilter(this);
-  } else if (qobject_cast<QAbstractButton*>(&control) != nullptr ||
-             (qobject_cast<QAbstractSlider*>(&control) != nullptr && qobject_cast<QScrollBar*>(&control) == nullptr)) {
-    control.setEnabled(false);
-    control.installEventFilter(this);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
+    ShowReadably(*button);
+    Disable(*button);
+  } else if (qobject_cast<QAbstractSlider*>(&control) != nullptr && qobject_cast<QScrollBar*>(&control) == nullptr) {
+    Disable(control);
   }
+}
+
+void ReadOnlyDialog::Disable(QWidget& control) {
+  control.setEnabled(false);
+  control.installEventFilter(this);
 }
 
 void ReadOnlyDialog::BlockAction(QAction& action) {

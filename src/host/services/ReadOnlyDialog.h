@@ -13,8 +13,8 @@ namespace host {
 
 /// Makes a dialog whose record somebody else holds one that can only be looked at: its title says so, texts can be
 /// read, selected and copied but not changed, everything else that changes something is off, and a strip at its top
-/// says who has the record and tries again. What the dialog enables later by itself is disabled again. Controls with
-/// the dynamic property `SirveEnConsulta` serve as before.
+/// says who has the record and tries again. What the dialog enables later by itself is disabled again. Controls,
+/// actions and shortcuts with the dynamic property `SirveEnConsulta` serve as before.
 ///
 /// It holds from the dialog's showing until the control that is blocked goes, and with it this object.
 class ReadOnlyDialog : public QObject {
@@ -32,6 +32,7 @@ class ReadOnlyDialog : public QObject {
  private:
   void Apply();
   void Block(QWidget& control);
+  void Disable(QWidget& control);
   void BlockAction(QAction& action);
   void AddStrip();
   /// When the record is free now, the dialog closes, and Session::openAgain has it opened anew on what the other user

@@ -133,13 +133,10 @@ QList<LockHolder> RecordLocks::All() const {
 }
 
 bool RecordLocks::ReleaseOf(const LockHolder& holder) {
-  const std::optional<LockHolder> present = HolderOf(holder.keyColumn, holder.key);
-  if (!present || present->userId != holder.userId || present->process != holder.process) {
-    return false;
-  }
+  // A lock that was taken over keeps its number, and has another user or process.
   adodb::Execute(m_connection,
-                 u"DELETE FROM BloqueoRegistros WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Proceso={}",
-                 holder.keyColumn, holder.key, holder.userId, holder.process.processId);
+                 u"DELETE FROM BloqueoRegistros WHERE IDBloqueoRegistro={} AND codUsuario={} AND Proceso={}",
+                 holder.number, holder.userId, holder.process.processId);
   return m_connection.RecordsAffected() == 1;
 }
 
