@@ -36,14 +36,18 @@ void Office::Select(int id) const {
 
 void Office::ReadNative(const QByteArray& query) const {
   const database::SqliteStatement statement = m_native->Prepare(query);
-  qsizetype characters = 0;
+  qint64 read = 0;
   while (sqlite3_step(statement.get()) == SQLITE_ROW) {
     for (int column = 0; column < sqlite3_column_count(statement.get()); ++column) {
+      if (sqlite3_column_type(statement.get(), column) == SQLITE_INTEGER) {
+        read += sqlite3_column_int64(statement.get(), column);
+        continue;
+      }
       const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
-      characters += QString::fromUtf8(bytes, sqlite3_column_bytes(statement.get(), column)).size();
+      read += QString::fromUtf8(bytes, sqlite3_column_bytes(statement.get(), column)).size();
     }
   }
-  if (characters == 0) {
+  if (read == 0) {
     qFatal("nothing was read");
   }
 }

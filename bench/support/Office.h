@@ -34,7 +34,7 @@ class Office {
   void Select(int id) const;
 
   const database::SqliteHandle& Native() const { return *m_native; }
-  /// Reads every value of every row as a text; there must be some.
+  /// Reads every value of every row as what it is, a number or a text; there must be some.
   void ReadNative(const QByteArray& query) const;
 
  private:
