@@ -18,7 +18,7 @@ namespace {
 
 constexpr int branches = 10000;
 constexpr int changed = 5000;
-constexpr int rounds = 7;
+constexpr int rounds = 15;
 
 class BigBank {
  public:

@@ -24,7 +24,7 @@ class Agreeing : public Platform {
 };
 
 /// A host around a fresh database of reference data, for dialogs that are measured, and the same database through the
-/// engine's C interface.
+/// engine's C interface. Neither waits for the disk.
 class Office {
  public:
   Office();
