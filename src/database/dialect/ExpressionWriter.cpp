@@ -2,6 +2,8 @@
 
 #include "database/Errors.h"
 
+#include <array>
+#include <charconv>
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -134,7 +136,9 @@ QString QuotedName(QStringView name) {
 
 QString ExpressionWriter::Bind(const Token& literal, bool negated, Conversion conversion, const Column* column) {
   m_plan.bindings.push_back({literal.literal, negated, conversion, column == nullptr ? QString() : column->name});
-  return u'?' + QString::number(m_plan.bindings.size());
+  std::array<char, 24> text = {'?'};
+  const char* end = std::to_chars(text.begin() + 1, text.end(), m_plan.bindings.size()).ptr;
+  return QString::fromLatin1(text.data(), end - text.data());
 }
 
 QString ExpressionWriter::WriteCondition(const Expression& expression, const Scope& scope) {
@@ -369,11 +373,11 @@ Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& sc
   if (expression.select != nullptr) {
     set = WriteSubquery(*expression.select, scope).sql;
   } else {
-    QStringList values;
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-      values += WriteCompared(*expression.operands[i], left, scope);
+      set += i == 1 ? u'(' : u',';
+      set += WriteCompared(*expression.operands[i], left, scope);
     }
-    set = u'(' + values.join(u", "_s) + u')';
+    set += u')';
   }
   const QString word = expression.negated ? u"NOT IN"_s : u"IN"_s;
   return Predicate(u"(%1 %2 "_s.arg(left.sql, word) + set + u')');

@@ -65,11 +65,12 @@ Plan StatementWriter::Write(const Statement& statement) {
 void StatementWriter::PutBindingsInOrder() {
   const QByteArray numbered = std::exchange(m_plan.sql, {});
   const std::vector<Binding> made = std::exchange(m_plan.bindings, {});
-  m_plan.sql.reserve(numbered.size());
+  m_plan.sql.resize(numbered.size());
   m_plan.bindings.reserve(made.size());
+  char* written = m_plan.sql.data();
   bool insideName = false;
   for (auto at = numbered.cbegin(); at != numbered.cend(); ++at) {
-    m_plan.sql += *at;
+    *written++ = *at;
     insideName = insideName != (*at == '"');
     if (*at != '?' || insideName) {
       continue;
@@ -80,6 +81,7 @@ void StatementWriter::PutBindingsInOrder() {
     }
     m_plan.bindings.push_back(made[number - 1]);
   }
+  m_plan.sql.truncate(written - m_plan.sql.constData());
 }
 
 Fragment StatementWriter::WriteSubquery(const Select& select, const Scope& scope) {
