@@ -187,7 +187,7 @@ class Lists : public QObject {
   }
   Q_INVOKABLE void CargarBancoSucursalLista(QObject* combo, const QString& campoID, const QString& texto, int) {
     auto* list = qobject_cast<QComboBox*>(combo);
-    int index = list->count() - 1;
+    int index = texto.isEmpty() ? -1 : list->count() - 1;
     while (index >= 0 && CargarBancoSucursalCaja(campoID, 0, list->itemData(index).toInt()) != texto) {
       --index;
     }

@@ -53,7 +53,9 @@ cd "$place"
 quietly timeout 60 "$place/host/minimal-host" --demostrar
 said=$(grep -E '^(contract|the newest)' "$place/log")
 [ "$said" = $'contract 1.0\nthe newest country is Atlántida' ] || fail "the example says: $said"
-quietly timeout 60 "$kel/bin/kel-host" --version
+for class in cPrincipal cListas; do
+  quietly timeout 60 "$kel/bin/kel-host" verificar-servicios "$place/host/libminimal-services.so" "Oficina.$class"
+done
 
 # What the README shows is the example, to the letter.
 shown=$(awk '/^```cpp$/ { inside = 1; next } /^```$/ { inside = 0 } inside' "$readme")

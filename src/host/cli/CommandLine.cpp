@@ -146,6 +146,10 @@ class Parser {
     } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
       m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else if (command == u"verificar-servicios"_s) {
+      m_line.command = Command::VerifyServices;
+      m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+      m_line.progId = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
@@ -160,6 +164,9 @@ class Parser {
     }
     if (m_line.command == Command::Register && m_line.library.isEmpty()) {
       Refuse(u"Falta la biblioteca del componente: kel-host registrar BIBLIOTECA"_s);
+    }
+    if (m_line.command == Command::VerifyServices && m_line.progId.isEmpty()) {
+      Refuse(u"Faltan la biblioteca o la clase: kel-host verificar-servicios BIBLIOTECA CLASE"_s);
     }
     if (m_line.command == Command::OpenDialog) {
       CheckDialog();
@@ -202,7 +209,8 @@ QString CommandLineHelp() {
       u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
       "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
       "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
-      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n\n"
+      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+      "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n\n"
       "  --archivo F    archivo de la base de datos; se crea si no existe\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
       "  --demo         base de datos de ejemplo, aparte de la propia\n"

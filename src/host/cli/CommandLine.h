@@ -8,7 +8,7 @@
 namespace host {
 
 /// What the program is asked to do.
-enum class Command { Window, OpenDialog, Register, Unregister, Help, Version };
+enum class Command { Window, OpenDialog, Register, Unregister, VerifyServices, Help, Version };
 
 /// The program's arguments, understood.
 struct CommandLine {
@@ -18,7 +18,8 @@ struct CommandLine {
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
-  QString library;  ///< Of registrar and desregistrar; empty for desregistrar without one.
+  QString library;  ///< Of registrar, desregistrar and verificar-servicios; empty for desregistrar without one.
+  QString progId;   ///< Of verificar-servicios.
   int node = -1;
   int action = 0;
   int id = 0;

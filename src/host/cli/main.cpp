@@ -1,6 +1,7 @@
 #include "host/cli/Application.h"
 #include "host/cli/CommandLine.h"
 #include "host/cli/Registration.h"
+#include "host/verification/Verification.h"
 #include "platform/automation/Error.h"
 
 #include <QCoreApplication>
@@ -29,6 +30,8 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Unregister:
       host::UnregisterComponent(line.library);
       return host::ExitDone;
+    case host::Command::VerifyServices:
+      return host::VerifyServices(line.library, line.progId, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
     default:
       return host::RunApplication(line, argc, argv);
   }
