@@ -26,8 +26,12 @@ quietly() {
 }
 
 quietly cmake --install "$build" --prefix "$kel"
-! grep -rIl -e "$build" -e "$(dirname "$build")" "$kel" || fail "the build tree is named in these files"
-! find "$kel" -type f -exec readelf -d {} + 2>/dev/null | grep -i 'r.*path.*\[[^$]' || fail "libraries are looked for elsewhere"
+! grep -rIl "$(dirname "$readme")" "$kel" || fail "the build tree is named in these files"
+programs=$(find "$kel" -type f \( -name '*.so*' -o -path '*/bin/*' \))
+# shellcheck disable=SC2086
+searched=$(readelf -d $programs | sed -nE 's/.*r(un)?path: \[(.*)\]/\2/p' | tr : '\n')
+[ "$(wc -l <<<"$searched")" -eq "$(wc -l <<<"$programs")" ] && ! grep -vE '^\$ORIGIN/' <<<"$searched" ||
+  fail "libraries are looked for in these folders: $searched"
 
 export PKG_CONFIG_PATH=$kel/lib/pkgconfig
 options=$(pkg-config --cflags kel)

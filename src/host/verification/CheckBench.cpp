@@ -5,6 +5,7 @@
 #include "platform/automation/Error.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMetaMethod>
 
 #include <chrono>
@@ -41,7 +42,11 @@ CheckBench::CheckBench()
   m_connection = database::CreateConnection(target);
   m_connection->Open();
   QObject::connect(&m_closer, &QTimer::timeout, [] {
-    if (QWidget* modal = QApplication::activeModalWidget()) {
+    // A box of Yes and No can't be closed, but it can be done with.
+    QWidget* modal = QApplication::activeModalWidget();
+    if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+      dialog->done(QDialog::Rejected);
+    } else if (modal != nullptr) {
       modal->close();
     }
   });

@@ -13,9 +13,8 @@
 /// file names. Each line of such a file is `ProgID=path of the library`; a path that is not absolute counts from the
 /// file's folder. The files, of which the first that knows the ProgID decides:
 ///   - the user's, `clases.ini` in the folder "Kel" of the user's configuration folder, the only one that is written;
-///   - those of installed packages, `kel/clases.d/*.ini` in the data folders of the system (XDG_DATA_DIRS:
-///   /usr/local/share,
-///     /usr/share), folder by folder, by name.
+///   - those of installed packages, `kel/clases.d/*.ini` in the system's data folders (XDG_DATA_DIRS), folder by
+///     folder, by name.
 /// The environment variable KEL_CLASES names one file that stands for all of them.
 namespace automation {
 
