@@ -45,6 +45,12 @@ timeout 60 host/minimal-host --demostrar 2>&1 | tee log
 grep -q 'the newest country is Atlántida' log
 timeout 60 kel-host verificar-servicios host/libminimal-services.so Oficina.cPrincipal | tail -1
 
+cmake -S /usr/share/doc/libkel-dev/examples/python-host -B python -G Ninja >log
+cmake --build python >log || { cat log; exit 1; }
+rm oficina.db
+timeout 60 python3 /usr/share/doc/libkel-dev/examples/python-host/host.py python/libkel-python.so --demostrar 2>&1 | tee log
+grep -q 'the newest country is Atlántida' log
+
 files=$(dpkg -L $packages)
 dpkg --purge $packages >log 2>&1 || { cat log; exit 1; }
 for file in $files; do

@@ -34,7 +34,7 @@ class Faulty : public QObject {
   Q_INVOKABLE void SalvarAnchos(QObject*, const QString&, const QString&) { throw automation::Error(75, m_text); }
   Q_INVOKABLE void CargarAnchos(QObject*, const QString&, const QString&) {}
   Q_INVOKABLE void VerError(const QString& text, const QString&, const QString&) {
-    QMessageBox::question(nullptr, text, text);
+    QMessageBox::question(nullptr, text, text, QMessageBox::Yes | QMessageBox::Ok);
   }
   Q_INVOKABLE int CIF_NIF_Valido(const QString&, QString&, QString&) { return 1; }
   Q_INVOKABLE QString Validar_NIF(const QString&) { return QStringLiteral("1"); }

@@ -128,7 +128,8 @@ class tst_class_registry : public QObject {
       QVERIFY2(error.Description().contains(path), qPrintable(error.Description()));
       said = error.Description();
     }
-    QVERIFY2(said.contains(expected), qPrintable(said));
+    const bool taken = expected.size() == 3;
+    QVERIFY2(taken ? said == expected : said.contains(expected), qPrintable(said));
   }
 
  private:

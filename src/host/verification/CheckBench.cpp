@@ -42,7 +42,7 @@ CheckBench::CheckBench()
   m_connection = database::CreateConnection(target);
   m_connection->Open();
   QObject::connect(&m_closer, &QTimer::timeout, [] {
-    // A box of Yes and No can't be closed, but it can be done with.
+    // A box whose buttons all agree can't be closed, but it can be done with.
     QWidget* modal = QApplication::activeModalWidget();
     if (auto* dialog = qobject_cast<QDialog*>(modal)) {
       dialog->done(QDialog::Rejected);
