@@ -34,10 +34,13 @@ mkdir -m 700 home
 packages='kel-host libkel-dev libkel1'
 dpkg --purge $packages >log 2>&1 || true
 dpkg --install ./*.deb >log 2>&1 || { cat log; exit 1; }
-ldconfig -p | grep -q libKelPlataforma.so.1 || { echo 'the libraries are not in the cache of the loader'; exit 1; }
+ldconfig -p >log
+grep -q libKelPlataforma.so.1 log || { echo 'the libraries are not in the cache of the loader'; exit 1; }
 desktop-file-validate /usr/share/applications/kel-host.desktop
 appstreamcli validate --no-net --pedantic /usr/share/metainfo/invalid.kel.host.metainfo.xml
 kel-host --version
+# A dialog, found by the packages' registry; it ends with the signal.
+timeout --preserve-status 5 kel-host --demo abrir --nodo 20 --accion agregar
 
 cmake -S /usr/share/doc/libkel-dev/examples/minimal-host -B host -G Ninja >log
 cmake --build host >log || { cat log; exit 1; }

@@ -11,7 +11,6 @@
 #include <platform/contract/cConstAccion.h>
 #include <platform/contract/cConstNodo.h>
 
-#include <QAction>
 #include <QtWidgets>
 
 using namespace Qt::StringLiterals;
