@@ -20,7 +20,8 @@
 /// doubled inside: `Motor=sqlite;Archivo="/datos/a;b.db"`.
 ///
 /// Texts are Unicode. A lone surrogate, which is no character, is stored as U+FFFD; every other code unit, NUL
-/// included, comes back as it went in.
+/// included, comes back as it went in. A column's length is what boxes and lists are made for: a longer text fits in
+/// any engine, nothing is cut or refused, and the check of the database names it.
 ///
 /// A file database keeps a log beside its file while it is open, so that file and folder must be writable; one that
 /// is not is refused with DatabaseReadOnly or CannotOpen. Its text indexes follow Spanish ordering rules that other

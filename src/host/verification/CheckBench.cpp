@@ -32,7 +32,7 @@ CheckBench::CheckBench()
     : box(new QLineEdit(u"texto"_s, &window)),
       combo(new QComboBox(&window)),
       grid(new QTableWidget(3, 2, &window)),
-      button(new QPushButton(&window)) {
+      button(new QPushButton(&otherWindow)) {
   box->setObjectName(u"txtPrueba"_s);
   combo->setObjectName(u"cboPrueba"_s);
   grid->setObjectName(u"grdPrueba"_s);

@@ -39,11 +39,12 @@ class CheckBench {
   CheckBench();
 
   QWidget window;
+  QWidget otherWindow;  ///< The button's: a host may do more to the dialog of a control that it disables.
   QLineEdit* box;
   QComboBox* combo;
   QTableWidget* grid;  ///< Two columns, three rows.
   QPushButton* button;
-  QObjectList Controls() const { return {box, combo, grid, button}; }
+  QObjectList Controls() const { return {box, combo, grid}; }
   /// Open.
   adodb::Connection& Connection() { return *m_connection; }
 

@@ -2,6 +2,7 @@
 
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
+#include "platform/process/PrivateFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,7 +87,8 @@ QString RegisteredLibrary(const QString& progId) {
 
 bool WriteRegistryFile(const QList<Entry>& entries) {
   QSaveFile file(RegistryFile());
-  if (!file.open(QIODevice::WriteOnly)) {
+  // It decides which code a program loads.
+  if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
     return false;
   }
   for (const Entry& entry : entries) {
@@ -97,7 +99,7 @@ bool WriteRegistryFile(const QList<Entry>& entries) {
 
 // Replaces the entries of `progIds` by ones that name `path`, or by none where it is empty.
 bool ReplaceEntries(const QStringList& progIds, const QString& path) {
-  if (!QDir().mkpath(QFileInfo(RegistryFile()).absolutePath())) {
+  if (!process::CreatePrivateFolder(QFileInfo(RegistryFile()).absolutePath())) {
     return false;
   }
   QLockFile lock(RegistryFile() + u".lock"_s);
