@@ -1,4 +1,7 @@
-# What every target of the project shares: language level, warnings, sanitizers, the precompiled header, output folders.
+# What every target of the project shares: language level, warnings, sanitizers, the precompiled header, output folders,
+# and how a library is published.
+
+include(GNUInstallDirs)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -14,6 +17,10 @@ add_compile_options(-fPIC -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -
                     -Winvalid-pch -Werror)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
                         QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# Production hardens what it can at no cost: checked string functions, no writable table of addresses.
+add_compile_definitions($<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
+add_link_options($<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
 
 option(KEL_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 if(KEL_SANITIZE)
@@ -45,6 +52,27 @@ function(kel_folder target)
   add_library(${target} STATIC ${sources})
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
   kel_precompiled(${target})
+endfunction()
+
+# kel_finds_libraries(<target> <folder>): the installed target finds the published libraries in <folder>, seen from its own,
+# so that the tree can stand anywhere. Under /usr they are found without help.
+function(kel_finds_libraries target folder)
+  if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${folder}")
+  endif()
+endfunction()
+
+# kel_published(<target> <name> <headers...>): the shared library is versioned and installed, with these headers of src/
+# and no others; hosts link it as Kel::<name>.
+function(kel_published target name)
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR}/src FILES ${ARGN})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${name})
+  kel_finds_libraries(${target} .)
+  install(TARGETS ${target} EXPORT Kel
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Kel COMPONENT development)
 endfunction()
 
 # kel_program(<target> <sources...>): a program of the project.

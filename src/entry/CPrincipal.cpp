@@ -7,6 +7,7 @@
 #include "framework/HostServices.h"
 #include "framework/NestedRequest.h"
 #include "platform/automation/Error.h"
+#include "platform/contract/ContractVersion.h"
 
 namespace {
 
@@ -17,6 +18,10 @@ void OpenIfClosed(adodb::Connection& connection) {
 }
 
 }  // namespace
+
+QString CPrincipal::VersionContrato() const {
+  return contract::current.Text();
+}
 
 void CPrincipal::PasarDatos(QObject* obj) {
   const Request request(obj);

@@ -8,8 +8,12 @@
 /// bound. It keeps no state; the services object of the last call stays the component's `objApi`.
 class CPrincipal : public QObject {
   Q_OBJECT
+  /// The version of the contract that the component keeps to, "1.0". A host may read it before its first request.
+  Q_PROPERTY(QString VersionContrato READ VersionContrato CONSTANT)
 
  public:
+  QString VersionContrato() const;
+
   /// Shows the dialog of the node `obj.IDNodo`, modally, and returns when it has been closed. Opens `obj.congestion`
   /// when it is closed, and closes it at the end, but not after the refusal for want of a printer.
   /// A member that `obj` lacks, a connection that cannot be opened and whatever a dialog lets out leave it as

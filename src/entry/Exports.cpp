@@ -2,6 +2,7 @@
 #include "entry/PublishedClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/ComponentLibrary.h"
+#include "platform/contract/ContractVersion.h"
 
 #include <QFileInfo>
 
@@ -75,6 +76,15 @@ Q_DECL_EXPORT int DllRegisterServer() {
 
 Q_DECL_EXPORT int DllUnregisterServer() {
   return automation::RemoveFromRegistryFile(PublishedProgIds()) ? automation::LibraryOk : automation::LibraryFailed;
+}
+
+Q_DECL_EXPORT int DllGetContractVersion(int* major, int* minor) {
+  if (major == nullptr || minor == nullptr) {
+    return automation::LibraryNoPlace;
+  }
+  *major = contract::current.major;
+  *minor = contract::current.minor;
+  return automation::LibraryOk;
 }
 
 }  // extern "C"

@@ -16,6 +16,17 @@ using namespace automation;
 
 namespace {
 
+QStringList ProgIds(const QString& registryFile) {
+  QFile file(registryFile);
+  QStringList progIds;
+  if (file.open(QIODevice::ReadOnly)) {
+    while (!file.atEnd()) {
+      progIds.append(QString::fromUtf8(file.readLine()).section(u'=', 0, 0));
+    }
+  }
+  return progIds;
+}
+
 // A class's own properties, in their order.
 QString PropertiesOf(const QObject& object) {
   QStringList properties;
@@ -38,6 +49,9 @@ class tst_component_library : public QObject {
     QVERIFY(ComponentLibrary(QStringLiteral(COMPONENT)).Register());
   }
 
+  // The registry file that packages install knows the classes that the library registers by itself.
+  void PackagesKnowEveryClass() { QCOMPARE(ProgIds(QStringLiteral(INSTALLED_REGISTRY)), ProgIds(RegistryFile())); }
+
   void PublishedMembersInOrder() {
     const auto principal = CreateObject(u"KELCONFIGURACION.cprincipal"_s);
     const QMetaObject* metaObject = principal->metaObject();
@@ -48,6 +62,7 @@ class tst_component_library : public QObject {
     QCOMPARE(methods.join(u' '),
              u"PasarDatos(QObject*) AbrirConexion(adodb::Connection*) "
              "EliminarRegistro(QObject*)"_s);
+    QCOMPARE(Get(principal.get(), "versioncontrato").toString(), u"1.0"_s);
 
     const auto sucursal = CreateObject(u"KelConfiguracion.cSucursal"_s);
     QCOMPARE(PropertiesOf(*sucursal),

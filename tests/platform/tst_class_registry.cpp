@@ -1,8 +1,12 @@
 #include "platform/automation/ClassRegistry.h"
+#include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
 #include "support/TestProgram.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -75,7 +79,68 @@ class tst_class_registry : public QObject {
     }
   }
 
+  // The user's file first, then the packages' ones, folder by folder; a path counts from its file.
+  void RegistryFilesOfPackages() {
+    qunsetenv("KEL_CLASES");
+    const QStringList variables{u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_DATA_DIRS"_s};
+    const QList<QByteArray> before{qgetenv("XDG_CONFIG_HOME"), qgetenv("XDG_DATA_HOME"), qgetenv("XDG_DATA_DIRS")};
+    const auto restore = qScopeGuard([&] {
+      for (int i = 0; i < variables.size(); ++i) {
+        before[i].isNull() ? qunsetenv(qPrintable(variables[i])) : qputenv(qPrintable(variables[i]), before[i]);
+      }
+    });
+    qputenv("XDG_CONFIG_HOME", m_folder.filePath(u"user"_s).toUtf8());
+    qputenv("XDG_DATA_HOME", m_folder.filePath(u"none"_s).toUtf8());
+    qputenv("XDG_DATA_DIRS", (m_folder.filePath(u"a"_s) + u':' + m_folder.filePath(u"b"_s)).toUtf8());
+    WriteFile(u"user/Kel/clases.ini"_s, "In.User=/user.so\n");
+    WriteFile(u"a/kel/clases.d/2.ini"_s, "In.User=/a2.so\nIn.A=/a2.so\n");
+    WriteFile(u"a/kel/clases.d/1.ini"_s, "In.A=../../lib/a1.so\n");
+    WriteFile(u"a/kel/clases.d/1.txt"_s, "In.Text=/text.so\n");
+    WriteFile(u"b/kel/clases.d/0.ini"_s, "in.a=/b.so\nin.b=/b.so\n");
+    const auto library = [](const char* progId) {
+      return Refusal(QLatin1StringView(progId)).section(u'«', 1, 1).section(u'»', 0, 0);
+    };
+    QCOMPARE(library("in.user"), u"/user.so"_s);
+    QCOMPARE(library("In.A"), m_folder.filePath(u"a/lib/a1.so"_s));
+    QCOMPARE(library("In.B"), u"/b.so"_s);
+    QVERIFY(Refusal(u"In.Text"_s).contains(u"no está registrada"_s));
+    qputenv("KEL_CLASES", RegistryPath().toUtf8());
+    QVERIFY(Refusal(u"In.B"_s).contains(u"no está registrada"_s));
+  }
+
+  void ContractOfALibrary_data() {
+    QTest::addColumn<QString>("library");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("says nothing") << u"none"_s << u"1.0"_s;
+    QTest::newRow("newer, the same major") << u"1_7"_s << u"1.7"_s;
+    QTest::newRow("older major") << u"0_9"_s << u"sigue la versión 0.9 del contrato y este programa, la 1.0"_s;
+    QTest::newRow("newer major") << u"2_0"_s << u"sigue la versión 2.0 del contrato y este programa, la 1.0"_s;
+  }
+  void ContractOfALibrary() {
+    QFETCH(QString, library);
+    QFETCH(QString, expected);
+    const QString path = QStringLiteral(CONTRACT_LIBRARY).arg(library);
+    QString said;
+    try {
+      said = ComponentLibrary(path).Contract().Text();
+    } catch (const Error& error) {
+      QCOMPARE(error.Number(), 429);
+      QVERIFY2(error.Description().contains(path), qPrintable(error.Description()));
+      said = error.Description();
+    }
+    const bool taken = expected.size() == 3;
+    QVERIFY2(taken ? said == expected : said.contains(expected), qPrintable(said));
+  }
+
  private:
+  void WriteFile(const QString& name, const QByteArray& content) const {
+    const QString path = m_folder.filePath(name);
+    QFile file(path);
+    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly)) {
+      throw std::runtime_error("cannot write a test's file");
+    }
+    file.write(content);
+  }
   QString RegistryPath() const { return m_folder.filePath(u"clases.ini"_s); }
   QByteArray Content() const {
     QFile file(RegistryPath());

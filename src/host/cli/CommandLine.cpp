@@ -152,6 +152,10 @@ class Parser {
     } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
       m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else if (command == u"verificar-servicios"_s) {
+      m_line.command = Command::VerifyServices;
+      m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+      m_line.progId = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else if (command == u"copia"_s || command == u"restaurar"_s) {
       m_line.command = command == u"copia"_s ? Command::Copy : Command::Restore;
       m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
@@ -189,6 +193,9 @@ class Parser {
     }
     if (m_line.command == Command::Register && m_line.library.isEmpty()) {
       Refuse(u"Falta la biblioteca del componente: kel-host registrar BIBLIOTECA"_s);
+    }
+    if (m_line.command == Command::VerifyServices && m_line.progId.isEmpty()) {
+      Refuse(u"Faltan la biblioteca o la clase: kel-host verificar-servicios BIBLIOTECA CLASE"_s);
     }
     if (m_line.command == Command::Copy && m_line.copy.isEmpty()) {
       Refuse(u"Falta el archivo de la copia: kel-host copia ARCHIVO"_s);
@@ -238,6 +245,7 @@ QString CommandLineHelp() {
       "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
       "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
       "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+      "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
       "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
       "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
       "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"

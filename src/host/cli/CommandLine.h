@@ -8,7 +8,19 @@
 namespace host {
 
 /// What the program is asked to do.
-enum class Command { Window, OpenDialog, Register, Unregister, Copy, Restore, Check, Locks, Help, Version };
+enum class Command {
+  Window,
+  OpenDialog,
+  Register,
+  Unregister,
+  VerifyServices,
+  Copy,
+  Restore,
+  Check,
+  Locks,
+  Help,
+  Version,
+};
 
 /// The program's arguments, understood.
 struct CommandLine {
@@ -19,8 +31,9 @@ struct CommandLine {
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
-  QString library;             ///< Of registrar and desregistrar; empty for desregistrar without one.
-  QString copy;                ///< Of copia and restaurar: the file of the copy.
+  QString library;  ///< Of registrar, desregistrar and verificar-servicios; empty for desregistrar without one.
+  QString progId;   ///< Of verificar-servicios.
+  QString copy;     ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
   int node = -1;
   int action = 0;

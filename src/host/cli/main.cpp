@@ -3,6 +3,7 @@
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
 #include "host/cli/Registration.h"
+#include "host/verification/Verification.h"
 #include "platform/automation/Error.h"
 #include "platform/process/TerminationSignals.h"
 
@@ -32,6 +33,8 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Unregister:
       host::UnregisterComponent(line.library);
       return host::ExitDone;
+    case host::Command::VerifyServices:
+      return host::VerifyServices(line.library, line.progId, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
     case host::Command::Copy:
       Print(stdout, host::CopyCommand(line));
       return host::ExitDone;

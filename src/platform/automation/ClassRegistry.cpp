@@ -4,6 +4,7 @@
 #include "platform/automation/Error.h"
 #include "platform/process/PrivateFiles.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -39,9 +40,9 @@ struct Entry {
   QString path;
 };
 
-QList<Entry> ReadRegistryFile() {
+QList<Entry> ReadEntries(const QString& path) {
   QList<Entry> entries;
-  QFile file(RegistryFile());
+  QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {
     return entries;
   }
@@ -54,6 +55,34 @@ QList<Entry> ReadRegistryFile() {
     }
   }
   return entries;
+}
+
+QStringList AllRegistryFiles() {
+  QStringList files{RegistryFile()};
+  if (!qEnvironmentVariableIsEmpty("KEL_CLASES")) {
+    return files;
+  }
+  const QStringList folders = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, u"kel/clases.d"_s,
+                                                        QStandardPaths::LocateDirectory);
+  for (const QString& folder : folders) {
+    const QFileInfoList found = QDir(folder).entryInfoList({u"*.ini"_s}, QDir::Files, QDir::Name);
+    for (const QFileInfo& file : found) {
+      files.append(file.filePath());
+    }
+  }
+  return files;
+}
+
+// The library of a class; empty when no file knows it.
+QString RegisteredLibrary(const QString& progId) {
+  for (const QString& file : AllRegistryFiles()) {
+    for (const Entry& entry : ReadEntries(file)) {
+      if (entry.progId.compare(progId, Qt::CaseInsensitive) == 0) {
+        return QDir::cleanPath(QFileInfo(file).absoluteDir().absoluteFilePath(entry.path));
+      }
+    }
+  }
+  return {};
 }
 
 bool WriteRegistryFile(const QList<Entry>& entries) {
@@ -77,8 +106,7 @@ bool ReplaceEntries(const QStringList& progIds, const QString& path) {
   if (!lock.tryLock(lockTimeoutMilliseconds)) {
     return false;
   }
-  const QList<Entry> before = ReadRegistryFile();
-  QList<Entry> entries = before;
+  QList<Entry> entries = ReadEntries(RegistryFile());
   entries.removeIf([&](const Entry& entry) { return progIds.contains(entry.progId, Qt::CaseInsensitive); });
   if (!path.isEmpty()) {
     for (const QString& progId : progIds) {
@@ -103,17 +131,17 @@ std::unique_ptr<QObject> CreateObject(const QString& progId) {
   if (found != ProcessClasses().end()) {
     return found->second();
   }
-  for (const Entry& entry : ReadRegistryFile()) {
-    if (entry.progId.compare(progId, Qt::CaseInsensitive) == 0) {
-      std::unique_ptr<ComponentLibrary>& library = LoadedLibraries()[entry.path];
-      if (!library) {
-        library = std::make_unique<ComponentLibrary>(entry.path);
-      }
-      return library->CreateObject(progId);
-    }
+  const QString path = RegisteredLibrary(progId);
+  if (path.isEmpty()) {
+    throw Error(CannotCreateObject,
+                u"%1: la clase «%2» no está registrada en «%3» ni la trae ningún paquete instalado."_s.arg(
+                    ErrorText(CannotCreateObject), progId, RegistryFile()));
   }
-  throw Error(CannotCreateObject, u"%1: la clase «%2» no está registrada en «%3»."_s.arg(ErrorText(CannotCreateObject),
-                                                                                         progId, RegistryFile()));
+  std::unique_ptr<ComponentLibrary>& library = LoadedLibraries()[path];
+  if (!library) {
+    library = std::make_unique<ComponentLibrary>(path);
+  }
+  return library->CreateObject(progId);
 }
 
 QString RegistryFile() {

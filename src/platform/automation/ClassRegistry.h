@@ -9,9 +9,13 @@
 
 /// Class creation by ProgID ("KelAPI.cPrincipal"), without regard to case.
 ///
-/// A class comes from the process, when the program registered it, or from a component library that the user's
-/// class registry file names. That file is `clases.ini` in the folder "Kel" of the user's configuration folder;
-/// the environment variable KEL_CLASES names another one. Each of its lines is `ProgID=path of the library`.
+/// A class comes from the process, when the program registered it, or from a component library that a class registry
+/// file names. Each line of such a file is `ProgID=path of the library`; a path that is not absolute counts from the
+/// file's folder. The files, of which the first that knows the ProgID decides:
+///   - the user's, `clases.ini` in the folder "Kel" of the user's configuration folder, the only one that is written;
+///   - those of installed packages, `kel/clases.d/*.ini` in the system's data folders (XDG_DATA_DIRS), folder by
+///     folder, by name.
+/// The environment variable KEL_CLASES names one file that stands for all of them.
 namespace automation {
 
 using Creator = std::function<std::unique_ptr<QObject>()>;

@@ -17,6 +17,7 @@ struct ComponentLibrary::Private {
   DllCanUnloadNowFunction canUnloadNow = nullptr;
   DllRegistrationFunction registerServer = nullptr;
   DllRegistrationFunction unregisterServer = nullptr;
+  DllGetContractVersionFunction getContractVersion = nullptr;
 
   template <typename Function>
   void Resolve(Function& function, const char* name) {
@@ -41,10 +42,18 @@ ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_un
   m_private->Resolve(m_private->canUnloadNow, "DllCanUnloadNow");
   m_private->Resolve(m_private->registerServer, "DllRegisterServer");
   m_private->Resolve(m_private->unregisterServer, "DllUnregisterServer");
+  m_private->Resolve(m_private->getContractVersion, "DllGetContractVersion");
   if (m_private->getClassObject == nullptr || m_private->canUnloadNow == nullptr) {
     m_private->library.unload();
     throw Error(CannotCreateObject,
                 u"%1: «%2» no es una biblioteca de componentes."_s.arg(ErrorText(CannotCreateObject), path));
+  }
+  if (const contract::Version version = Contract(); version.major != contract::current.major) {
+    m_private->library.unload();
+    throw Error(CannotCreateObject,
+                u"%1: la biblioteca «%2» sigue la versión %3 del contrato y este programa, la %4. "
+                "Instale el programa y el componente de una misma versión."_s.arg(
+                    ErrorText(CannotCreateObject), path, version.Text(), contract::current.Text()));
   }
 }
 
@@ -57,6 +66,14 @@ std::unique_ptr<QObject> ComponentLibrary::CreateObject(const QString& progId) c
                                         ErrorText(CannotCreateObject), m_private->library.fileName(), progId));
   }
   return factory->CreateInstance();
+}
+
+contract::Version ComponentLibrary::Contract() const {
+  contract::Version version{1, 0};
+  if (m_private->getContractVersion != nullptr) {
+    m_private->getContractVersion(&version.major, &version.minor);
+  }
+  return version;
 }
 
 bool ComponentLibrary::CanUnloadNow() const {

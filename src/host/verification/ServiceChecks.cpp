@@ -1,0 +1,176 @@
+#include "host/verification/CheckBench.h"
+#include "platform/automation/Error.h"
+#include "platform/automation/Invoke.h"
+
+namespace host {
+
+using automation::Call;
+using automation::Get;
+using automation::Put;
+using automation::Ref;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString form = u"frmPrueba"_s;
+const QString keyColumn = u"IDPrueba"_s;
+const QString widthsKey = u"Prueba\\verificar-servicios"_s;
+constexpr int widthKept = 77;
+constexpr int widthMeanwhile = 33;
+
+// A request's number: what is put is what is got.
+MemberCheck Carried(QObject& services, const char* property, int value) {
+  return {QString::fromLatin1(property), [&services, property, value] {
+            Put(&services, property, value);
+            Require(Number(Get(&services, property)) == value, u"no guarda el valor que se le da"_s);
+          }};
+}
+
+MemberCheck NumberProperty(QObject& services, const char* property) {
+  return {QString::fromLatin1(property), [&services, property] { Number(Get(&services, property)); }};
+}
+
+MemberCheck TextProperty(QObject& services, const char* property) {
+  return {QString::fromLatin1(property), [&services, property] { String(Get(&services, property)); }};
+}
+
+adodb::Connection* ConnectionOf(QObject& services) {
+  return Get(&services, "congestion").value<adodb::Connection*>();
+}
+
+void CheckConnection(QObject& services) {
+  adodb::Connection* connection = ConnectionOf(services);
+  Require(connection != nullptr, u"no contesta una adodb::Connection*"_s);
+  if (connection->State() == adodb::StateClosed) {
+    connection->Open();
+  }
+}
+
+// The component passes the request's services object first, and releases what it holds.
+void CheckLock(QObject& services) {
+  QObject* request = &services;
+  bool held = false;
+  const bool refused =
+      Boolean(Call(&services, "BloqueoRegistro", Ref(request), form, keyColumn, NobodysKey, Ref(held)));
+  Require(!refused || !held, u"dice que otro tiene el registro y que lo tiene este cuadro"_s);
+  RequireReference(services, "BloqueoRegistro", 5, 4);
+}
+
+void CheckUnlock(QObject& services) {
+  QObject* request = &services;
+  Call(&services, "DesbloqueoRegistro", Ref(request), form, keyColumn, NobodysKey);
+}
+
+void CheckDisabling(QObject& services, CheckBench& bench) {
+  bench.button->setEnabled(true);
+  Call(&services, "BloquearControles", static_cast<QObject*>(bench.button));
+  Require(!bench.button->isEnabled(), u"no desactiva el control"_s);
+}
+
+// The check before this one had the values remembered.
+void CheckChangeTracking(QObject& services, CheckBench& bench) {
+  const auto changed = [&] { return Boolean(Call(&services, "controlcambioformulario", bench.Controls())); };
+  Require(!changed(), u"ve un cambio donde no lo hay"_s);
+  bench.box->setText(u"otro texto"_s);
+  Require(changed(), u"no ve que un texto ha cambiado"_s);
+}
+
+void CheckTextSelection(QObject& services, CheckBench& bench) {
+  bench.box->deselect();
+  Call(&services, "SeleccionarTexto", static_cast<QObject*>(bench.box));
+  Require(bench.box->selectedText() == bench.box->text(), u"no selecciona el texto entero"_s);
+}
+
+void CheckRowSelection(QObject& services, CheckBench& bench) {
+  Call(&services, "SeleccionarFila", static_cast<QObject*>(bench.grid), 1);
+  Require(bench.grid->selectionModel()->isRowSelected(1), u"no selecciona la fila entera (cuentan desde 0)"_s);
+}
+
+void CheckWidthsKept(QObject& services, CheckBench& bench) {
+  bench.grid->setColumnWidth(0, widthKept);
+  Call(&services, "SalvarAnchos", static_cast<QObject*>(bench.grid), widthsKey, form);
+}
+
+void CheckWidthsRestored(QObject& services, CheckBench& bench) {
+  bench.grid->setColumnWidth(0, widthMeanwhile);
+  Call(&services, "CargarAnchos", static_cast<QObject*>(bench.grid), widthsKey, form);
+  Require(bench.grid->columnWidth(0) == widthKept, u"no repone los anchos que se guardaron"_s);
+}
+
+void CheckErrorReport(QObject& services) {
+  automation::Err().Set(automation::Error(automation::Overflow));
+  Call(&services, "VerError", u"cmdAceptar_Click"_s, form, u"KelConfiguracion"_s);
+  automation::Err().Clear();
+}
+
+int TaxIdentifier(QObject& services, const QString& text, QString& control) {
+  QString kind;
+  return Number(Call(&services, "CIF_NIF_Valido", text, Ref(kind), Ref(control)));
+}
+
+// 12345678Z is the usual specimen of a valid one.
+void CheckTaxIdentifier(QObject& services) {
+  QString control;
+  RequireReference(services, "CIF_NIF_Valido", 3, 1);
+  RequireReference(services, "CIF_NIF_Valido", 3, 2);
+  Require(TaxIdentifier(services, u"12345678Z"_s, control) == 1, u"no contesta 1 para el NIF válido 12345678Z"_s);
+  Require(TaxIdentifier(services, u"12345678A"_s, control) == 3 && control == u"Z",
+          u"no contesta 3 y la letra Z para 12345678A"_s);
+}
+
+void CheckTaxIdentifierAlone(QObject& services) {
+  Require(Number(Call(&services, "Validar_NIF", u"12345678Z"_s)) == 1, u"no contesta 1 para el NIF válido 12345678Z"_s);
+}
+
+void CheckAmountKey(QObject& services, CheckBench& bench) {
+  RequireReference(services, "VerificarEuros", 4, 0);
+  int key = u'x';
+  Call(&services, "VerificarEuros", Ref(key), QVariant::fromValue(static_cast<QObject*>(bench.box)), 0, 0);
+  Require(key == 0, u"deja pasar una letra en un importe"_s);
+}
+
+void CheckPostcode(QObject& services, CheckBench& bench) {
+  QObject* box = bench.box;
+  QObject* combo = bench.combo;
+  adodb::Connection* given = ConnectionOf(services);
+  adodb::Connection* connection = given != nullptr ? given : &bench.Connection();
+  Call(&services, "SeleccionarCP_Provincia", Ref(box), Ref(combo), connection);
+  Call(&services, "SeleccionarCP_Provincia", Ref(combo), Ref(box), connection);
+}
+
+}  // namespace
+
+std::vector<MemberCheck> ServiceChecks(QObject& services, CheckBench& bench) {
+  return {
+      Carried(services, "IDNodo", 20),
+      Carried(services, "Accion", 2),
+      Carried(services, "IDSeleccionado", NobodysKey),
+      Carried(services, "IDAux", 7),
+      {u"congestion"_s, [&] { CheckConnection(services); }},
+      TextProperty(services, "tituloaplicacion"),
+      TextProperty(services, "Icono"),
+      TextProperty(services, "strFichAyuda"),
+      TextProperty(services, "PathNodo"),
+      NumberProperty(services, "IDUsuario"),
+      NumberProperty(services, "TipoUsuario"),
+      {u"velumar"_s, [&] { Boolean(Get(&services, "velumar")); }},
+      {u"BloqueoRegistro"_s, [&] { CheckLock(services); }},
+      {u"DesbloqueoRegistro"_s, [&] { CheckUnlock(services); }},
+      {u"BloquearControles"_s, [&] { CheckDisabling(services, bench); }},
+      {u"establecercontrolcambioformulario"_s,
+       [&] { Call(&services, "establecercontrolcambioformulario", bench.Controls()); }},
+      {u"controlcambioformulario"_s, [&] { CheckChangeTracking(services, bench); }},
+      {u"SeleccionarTexto"_s, [&] { CheckTextSelection(services, bench); }},
+      {u"SeleccionarFila"_s, [&] { CheckRowSelection(services, bench); }},
+      {u"SalvarAnchos"_s, [&] { CheckWidthsKept(services, bench); }},
+      {u"CargarAnchos"_s, [&] { CheckWidthsRestored(services, bench); }},
+      {u"VerError"_s, [&] { CheckErrorReport(services); }},
+      {u"CIF_NIF_Valido"_s, [&] { CheckTaxIdentifier(services); }},
+      {u"Validar_NIF"_s, [&] { CheckTaxIdentifierAlone(services); }},
+      {u"FormatearAEuros"_s, [&] { String(Call(&services, "FormatearAEuros", 1234.5)); }},
+      {u"VerificarEuros"_s, [&] { CheckAmountKey(services, bench); }},
+      {u"SeleccionarCP_Provincia"_s, [&] { CheckPostcode(services, bench); }},
+  };
+}
+
+}  // namespace host

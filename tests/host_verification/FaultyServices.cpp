@@ -1,0 +1,114 @@
+#include "platform/adodb/Connection.h"
+#include "platform/automation/ComponentLibrary.h"
+#include "platform/automation/Error.h"
+
+#include <QComboBox>
+#include <QMessageBox>
+#include <QTableWidget>
+
+// A library of services with deliberate faults, as authors make them; what is right is here to show that it is not
+// blamed.
+
+class Faulty : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(int IDNodo MEMBER m_node)
+  Q_PROPERTY(int Accion MEMBER m_node CONSTANT)
+  Q_PROPERTY(short IDSeleccionado MEMBER m_short)
+  Q_PROPERTY(int IDAux READ Forgotten WRITE Forget)
+  Q_PROPERTY(adodb::Connection* congestion MEMBER m_connection)
+  Q_PROPERTY(int tituloaplicacion MEMBER m_node)
+  Q_PROPERTY(QString Icono MEMBER m_text)
+  Q_PROPERTY(QString PathNodo MEMBER m_text)
+  Q_PROPERTY(QString IDUsuario MEMBER m_text)
+  Q_PROPERTY(int TipoUsuario MEMBER m_node)
+  Q_PROPERTY(QString velumar MEMBER m_text)
+
+ public:
+  Q_INVOKABLE bool BloqueoRegistro(QObject*&, const QString&, const QString&, int, bool) { return false; }
+  Q_INVOKABLE void DesbloqueoRegistro(QObject*&, const QString&, int) {}
+  Q_INVOKABLE void BloquearControles(QObject*) {}
+  Q_INVOKABLE void establecercontrolcambioformulario(int) {}
+  Q_INVOKABLE bool controlcambioformulario(const QObjectList&) { return false; }
+  Q_INVOKABLE void SeleccionarTexto(QObject*) {}
+  Q_INVOKABLE void SeleccionarFila(QObject* grid, int row) { qobject_cast<QTableWidget*>(grid)->selectRow(row - 1); }
+  Q_INVOKABLE void SalvarAnchos(QObject*, const QString&, const QString&) { throw automation::Error(75, m_text); }
+  Q_INVOKABLE void CargarAnchos(QObject*, const QString&, const QString&) {}
+  Q_INVOKABLE void VerError(const QString& text, const QString&, const QString&) {
+    QMessageBox::question(nullptr, text, text, QMessageBox::Yes | QMessageBox::Ok);
+  }
+  Q_INVOKABLE int CIF_NIF_Valido(const QString&, QString&, QString&) { return 1; }
+  Q_INVOKABLE QString Validar_NIF(const QString&) { return QStringLiteral("1"); }
+  Q_INVOKABLE double FormatearAEuros(const QVariant&) { return 1.5; }
+  Q_INVOKABLE void VerificarEuros(int&, const QVariant&, int, int) {}
+
+ private:
+  int Forgotten() const { return 0; }
+  void Forget(int) {}
+
+  int m_node = 0;
+  short m_short = 0;
+  adodb::Connection* m_connection = nullptr;
+  QString m_text = QStringLiteral("no se puede escribir");
+};
+
+// The faults that hide the others of the same members.
+class FaultyToo : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE bool BloqueoRegistro(QObject*&, const QString&, const QString&, int, bool& held) { return held = true; }
+  Q_INVOKABLE bool controlcambioformulario(const QObjectList&) { return true; }
+  Q_INVOKABLE int CIF_NIF_Valido(const QString&, QString, QString) { return 1; }
+  Q_INVOKABLE int Validar_NIF(const QString&) { return 2; }
+  Q_INVOKABLE void VerificarEuros(int, const QVariant&, int, int) {}
+};
+
+class FaultyLists : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE void RellenarCombo(QObject*, const QString&, const QString&, const QString&, bool) {}
+  Q_INVOKABLE void RellenarComboPais(adodb::Connection*, QObject* combo, const QVariant&, bool) { Fill(combo, {}, -1); }
+  Q_INVOKABLE void RellenarComboProvincias(adodb::Connection*, QObject* combo, int, const QVariant&, bool) {
+    Fill(combo, 5, -1);
+  }
+  Q_INVOKABLE void rellenarcombobancos(QObject* combo, adodb::Connection*, const QVariant&, bool) { Fill(combo, 5, 0); }
+  Q_INVOKABLE void LocalizarElementoLista(QObject* combo, const QVariant&) {
+    qobject_cast<QComboBox*>(combo)->setCurrentIndex(0);
+  }
+  Q_INVOKABLE int CargarBancoSucursalCaja(const QString&, int, int) { return 0; }
+  Q_INVOKABLE void CargarBancoSucursalLista(QObject*, const QString&, const QString&, int) {}
+
+ private:
+  static void Fill(QObject* combo, const QVariant& data, int current) {
+    auto* list = qobject_cast<QComboBox*>(combo);
+    list->clear();
+    list->addItem(QStringLiteral("uno"), data);
+    list->setCurrentIndex(current);
+  }
+};
+
+template <typename Class>
+struct FactoryOf : automation::ClassFactory {
+  std::unique_ptr<QObject> CreateInstance() override { return std::make_unique<Class>(); }
+};
+
+extern "C" {
+
+Q_DECL_EXPORT int DllGetClassObject(const char* progId, automation::ClassFactory** factory) {
+  static FactoryOf<Faulty> services;
+  static FactoryOf<FaultyToo> more;
+  static FactoryOf<FaultyLists> lists;
+  const QHash<QByteArray, automation::ClassFactory*> classes{
+      {"Mala.cPrincipal", &services}, {"Peor.cPrincipal", &more}, {"Mala.cListas", &lists}};
+  *factory = classes.value(progId);
+  return *factory != nullptr ? automation::LibraryOk : automation::LibraryClassNotAvailable;
+}
+
+Q_DECL_EXPORT int DllCanUnloadNow() {
+  return automation::LibraryFalse;
+}
+
+}  // extern "C"
+
+#include "FaultyServices.moc"
