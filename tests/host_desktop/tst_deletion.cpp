@@ -197,7 +197,7 @@ void tst_deletion::WhatStaysIsNamedWithItsReason() {
            QStringList(u"Kel|pregunta|¿Desea eliminar 1 de los 3 registros seleccionados de «Bancos»?|• 0001 Banco\n\n"
                        "Se marcarán también como eliminados: 1 sucursal.\n\nSe conservan:\n"
                        "• 0002 Banco: lo está modificando «blas» en «pc3»\n"
-                       "• 0003 Banco: lo utilizan 1 presentador"_s));
+                       "• 0003 Banco: lo utiliza 1 presentador"_s));
   QCOMPARE(FakeComponent::Requests(),
            QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(free)}));
   QCOMPARE(desktop.Window().statusBar()->currentMessage(), u"Registros eliminados: 1. Conservados: 2."_s);

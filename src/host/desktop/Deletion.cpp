@@ -35,8 +35,12 @@ QString ReasonToStay(ComponentBridge& bridge, const Node& node, int id) {
   if (node.id == cConstNodo().Usuarios()) {
     return UserReason(connection, bridge.Session(), id);
   }
-  const QString uses = JoinCounts(CountUses(connection, node.id, id, bridge.Session().velumar));
-  return uses.isEmpty() ? QString() : u"lo utilizan "_s + uses;
+  const QList<RowCount> uses = CountUses(connection, node.id, id, bridge.Session().velumar);
+  if (uses.isEmpty()) {
+    return {};
+  }
+  const bool isOne = uses.size() == 1 && uses.constFirst().count == 1;
+  return (isOne ? u"lo utiliza "_s : u"lo utilizan "_s) + JoinCounts(uses);
 }
 
 QString HolderOf(ComponentBridge& bridge, const Node& node, int id) {
