@@ -55,6 +55,7 @@ class tst_program : public QObject {
   void AMistypedPathMakesNothing();
   void CopyCheckAndRestore();
   void WhatCannotBeWrittenIsOpenedForViewing();
+  void AnUncleanEndIsNoticed();
   void ALongUserNameIsCut();
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
@@ -145,7 +146,8 @@ void tst_program::CopyCheckAndRestore() {
 void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"kel.db"_s);
-  QVERIFY(!host::StartSession(OnFile(file))->session.readOnly);
+  const auto usual = host::StartSession(OnFile(file));
+  QVERIFY(!usual->session.readOnly && !usual->leftOpen);
   host::CommandLine line;
   line.connectionString = u"Acceso=lectura;Archivo="_s + file;
   const auto started = host::StartSession(line);
@@ -153,6 +155,18 @@ void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
   QVERIFY(!started->session.userName.isEmpty());
   QCOMPARE(support::ErrorOf([&] { started->connection->Execute(u"DELETE FROM Paises"_s); }),
            int(database::DatabaseReadOnly));
+}
+
+void tst_program::AnUncleanEndIsNoticed() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  host::StartSession(OnFile(file));
+  // What a program leaves that was killed: a log that nobody has open.
+  QFile log(file + u"-wal"_s);
+  QVERIFY(log.open(QIODevice::WriteOnly) && log.write(QByteArray(100, 'x')) == 100);
+  log.close();
+  QVERIFY(host::StartSession(OnFile(file))->leftOpen);
+  QVERIFY(!host::StartSession(OnFile(file))->leftOpen);
 }
 
 void tst_program::ALongUserNameIsCut() {
