@@ -23,7 +23,6 @@ enum ErrorNumber : int {
   NoSuchColumn = -2147217904,         ///< A column that no table has, or that several have.
   ConstraintViolation = -2147217873,  ///< A value that is missing, repeated or not allowed.
   StatementTooBig = -2147217833,      ///< A statement or a value beyond the engine's limits.
-  TextTooLong = -2147352566,          ///< A text with more characters than its column takes.
   TransactionLost = -2147168238,      ///< The engine undid the whole transaction after an error.
 
   // The database.

@@ -85,13 +85,6 @@ Error NotANumber(QStringView text, const QString& column) {
                u"No coinciden los tipos: %1 no es un número%2."_s.arg(Quotation(text), ForColumn(column)));
 }
 
-Error TextTooLongFor(QStringView text, const QString& column, qsizetype length, int longest) {
-  return Error(TextTooLong,
-               u"El texto %1 es demasiado largo para la columna %2: tiene %3 caracteres y caben %4. No se ha guardado "
-               "nada. Acórtelo y vuelva a intentarlo."_s.arg(Quotation(text), column, QString::number(length),
-                                                             QString::number(longest)));
-}
-
 Error NumberTooBig(QStringView text, const QString& column) {
   return Error(automation::Overflow,
                u"Desbordamiento: el número %1 no cabe%2."_s.arg(Quotation(text), ForColumn(column)));

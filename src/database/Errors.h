@@ -20,8 +20,6 @@ automation::Error AmbiguousColumn(QStringView name);
 
 /// 13 for a text where a number belongs; `column` may be empty.
 automation::Error NotANumber(QStringView text, const QString& column);
-/// For a text of `length` characters in a column that takes `longest`.
-automation::Error TextTooLongFor(QStringView text, const QString& column, qsizetype length, int longest);
 /// 6 for a number that the column cannot hold.
 automation::Error NumberTooBig(QStringView text, const QString& column);
 

@@ -13,7 +13,7 @@ namespace database {
 enum class ColumnType {
   Key,       ///< The table's own identifier, given by the engine, never used twice.
   Id,        ///< The identifier of a row of another table; 0 means none.
-  Text,      ///< Text of a limited number of characters; a longer one is refused, never cut.
+  Text,      ///< Text of a usual number of characters; a longer one fits, too, in any engine.
   LongText,  ///< Text without a usual length.
   Boolean,   ///< -1 or 0.
   Integer,   ///< Whole number of 32 bits.

@@ -23,8 +23,6 @@ class tst_dialect : public QObject {
   void Conversions();
   void Refusals_data();
   void Refusals();
-  void TextsMustFit_data();
-  void TextsMustFit();
   void LongLists();
   void TextsAreKept_data();
   void TextsAreKept();
@@ -315,47 +313,14 @@ void tst_dialect::Refusals() {
   QCOMPARE(Outcome(m_database->Connection(), u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
 }
 
-void tst_dialect::TextsMustFit_data() {
-  QTest::addColumn<QString>("value");
-  QTest::addColumn<QString>("stored");
-  const QString refused = u"error %1"_s.arg(int(database::TextTooLong));
-  const auto row = [](const char* name, const QString& value, const QString& stored) {
-    QTest::newRow(name) << value << stored;
-  };
-  row("just as long", u"'%1'"_s.arg(QString(50, u'ñ')), QString(50, u'ñ'));
-  row("one too many", u"'%1'"_s.arg(QString(51, u'ñ')), refused);
-  row("characters count, not their halves", u"'%1'"_s.arg(u"😀"_s.repeated(50)), u"😀"_s.repeated(50));
-  row("doubled quotes count once", u"'%1'"_s.arg(u"''"_s.repeated(50)), QString(50, u'\''));
-  row("a number", u"1"_s.repeated(51), refused);
-  row("an expression", u"Poblacion & Poblacion"_s, refused);
-  row("a shorter expression", u"LEFT(Poblacion & Poblacion, 50)"_s, QString(50, u'p'));
-  row("a column of the same length", u"Poblacion"_s, QString(50, u'p'));
-  row("a longer column", u"Direccion"_s, refused);
-  row("a subquery", u"(SELECT MAX(Direccion) FROM Sucursales)"_s, refused);
-}
-
-void tst_dialect::TextsMustFit() {
-  QFETCH(const QString, value);
-  adodb::Connection& connection = m_database->Connection();
-  adodb::Execute(connection, u"INSERT INTO Sucursales(Direccion,Poblacion) VALUES('{}','{}')", QString(51, u'd'),
-                 QString(50, u'p'));
-  const QString written =
-      Outcome(connection, adodb::StatementText(u"UPDATE Sucursales SET Nombre={}", Verbatim{value}));
-  QTEST(written.isEmpty() ? Outcome(connection, u"SELECT Nombre FROM Sucursales"_s) : written, "stored");
-  // What is only compared has no length.
-  QCOMPARE(Outcome(connection,
-                   adodb::StatementText(u"SELECT COUNT(*) FROM Sucursales WHERE Nombre='{}'", QString(300, u'x'))),
-           u"0"_s);
-}
-
 void tst_dialect::LongLists() {
   QStringList keys;
   for (int i = 0; i < 20000; ++i) {
     keys.append(QString::number(i));
   }
   for (int round = 0; round < 2; ++round) {
-    QCOMPARE(Outcome(m_database->Connection(),
-                     u"SELECT COUNT(*) FROM Paises WHERE IDPais IN ("_s + keys.join(u',') + u") AND Nombre<>'Francia'"_s),
+    QCOMPARE(Outcome(m_database->Connection(), u"SELECT COUNT(*) FROM Paises WHERE IDPais IN ("_s + keys.join(u',') +
+                                                   u") AND Nombre<>'Francia'"_s),
              u"248"_s);
   }
 }

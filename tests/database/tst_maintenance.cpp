@@ -269,7 +269,7 @@ void tst_maintenance::AColumnNamesTheTableOfItsKey() {
       }
     }
   }
-  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s}));
+  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s}));
   const database::Table* deductions = schema.FindTable(u"Deduccion_Comunidad");
   QCOMPARE(database::ReferredTable(schema, *deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
   QCOMPARE(database::ReferredTable(schema, *schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,

@@ -17,10 +17,13 @@ TestDesktop::TestDesktop(database::Content content) : database(content) {
   qputenv("KEL_CLASES", database.Path(u"clases.ini"_s).toLocal8Bit());
   m_session.connection = &database.Connection();
   m_session.title = u"Kel"_s;
+  m_session.userId = 1;
+  m_session.userName = u"ana"_s;
+  m_session.userKind = 1;
   m_session.settingsFile = database.Path(u"widths.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, database.Connection());
+  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, m_session);
 }
 
 TestDesktop::~TestDesktop() {

@@ -20,6 +20,8 @@ class TestDesktop {
   ~TestDesktop();
 
   host::ComponentBridge& Bridge() { return *m_bridge; }
+  /// Of the administrator "ana", until a test says otherwise.
+  host::Session& Session() { return m_session; }
   host::MainWindow& Window();
   /// Ends the window and opens it anew, as a new start of the program.
   host::MainWindow& Restart();

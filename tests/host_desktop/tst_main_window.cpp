@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -46,9 +47,12 @@ class tst_main_window : public QObject {
   void MissingComponentIsExplained();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
+  void KeysOfTheTree();
   void LookIsRemembered();
   void NonsenseInTheSettingsIsPassedOver();
-  void EndWaitsForTheDialog();
+  void NothingBeginsOnceTheProgramEnds();
+  void UsersAreForAdministrators();
+  void LocksAreShownAndReleased();
 };
 
 void tst_main_window::init() {
@@ -68,12 +72,20 @@ void tst_main_window::EveryListIsRead() {
   static const support::TestDatabase database(database::Content::Demonstration);
   const host::Node& node = *host::FindNode(id);
   const host::RecordData records = host::ReadRecords(database.Connection(), node);
+  // What is gone can't be entered again; users are an administrator's own risk.
+  QVERIFY(node.canAdd || !node.canDelete || node.administratorsOnly);
+  if (node.canRecover) {
+    QCOMPARE(records.Size(), 0);
+    return;
+  }
   QVERIFY(records.Size() > 0);
   QVERIFY(!records.Display(0, 0).isEmpty());
   QVERIFY(host::HighestKey(database.Connection(), node) >= records.Id(0));
+  QVERIFY(host::RecordName(database.Connection(), node, records.Id(0)).startsWith(records.Display(0, 0).simplified()));
   // Statements of their own, which no other test reaches for every node.
   host::CountDependents(database.Connection(), id, {records.Id(0)});
-  host::CountUses(database.Connection(), id, records.Id(0));
+  host::CountUses(database.Connection(), id, records.Id(0), false);
+  host::DeletedParent(database.Connection(), node, records.Id(0));
 }
 
 void tst_main_window::RequestsOfTheWindow() {
@@ -258,6 +270,7 @@ void tst_main_window::WhatANodeAllows_data() {
   QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
   QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
   QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
+  QTest::newRow("Registros eliminados") << host::deletedRecordsNode << QString();
 }
 
 void tst_main_window::WhatANodeAllows() {
@@ -272,6 +285,32 @@ void tst_main_window::WhatANodeAllows() {
     }
   }
   QTEST(allowed.join(u' '), "allowed");
+}
+
+void tst_main_window::KeysOfTheTree() {
+  TestDesktop desktop;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  auto* tree = desktop.Window().findChild<QTreeWidget*>(u"nodeTree"_s);
+  const auto press = [tree](Qt::Key key) {
+    QTest::keyClick(tree, key);
+    return tree->currentItem()->text(0);
+  };
+  tree->setFocus();
+  QCOMPARE(press(Qt::Key_Up), u"Bancos"_s);
+  QCOMPARE(press(Qt::Key_Left), u"Bancos"_s);
+  for (int i = 0; i < 3; ++i) {
+    press(Qt::Key_Down);
+  }
+  QCOMPARE(press(Qt::Key_Down), u"Países"_s);
+  QCOMPARE(press(Qt::Key_Up), u"Colectoras"_s);
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(tree->topLevelItem(1)).center());
+  QCOMPARE(tree->currentItem()->text(0), u"Colectoras"_s);
+  QVERIFY(!tree->topLevelItem(1)->isExpanded());
+  QVERIFY(press(Qt::Key_Down) != u"Tablas"_s);
+  QCOMPARE(press(Qt::Key_Home), u"Bancos"_s);
+  desktop.WaitForTheList();
+  press(Qt::Key_Return);
+  QCOMPARE(QApplication::focusWidget(), &desktop.List());
 }
 
 void tst_main_window::LookIsRemembered() {
@@ -301,24 +340,66 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
   desktop.ChooseNode(cConstNodo().Provincias());
-  for (const int width : desktop.List().ColumnWidths()) {
+  for (int column = 0; column < 3; ++column) {
+    const int width = desktop.List().columnWidth(column);
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
   QCOMPARE(desktop.List().Records().SortColumn(), 0);
 }
 
-void tst_main_window::EndWaitsForTheDialog() {
+void tst_main_window::NothingBeginsOnceTheProgramEnds() {
   TestDesktop desktop;
-  QSignalSpy ended(&desktop.Bridge(), &host::ComponentBridge::Ended);
-  FakeComponent::Register([&](adodb::Connection&, int) {
-    desktop.Bridge().End();
-    QCOMPARE(ended.size(), 0);
-  });
+  FakeComponent::Register([&](adodb::Connection&, int) { desktop.Bridge().End(); });
   desktop.ChooseNode(cConstNodo().Paises());
   desktop.Action("actModify").trigger();
-  QCOMPARE(ended.size(), 1);
   desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
+}
+
+void tst_main_window::UsersAreForAdministrators() {
+  TestDesktop desktop;
+  desktop.Session().userKind = 2;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Usuarios());
+  QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
+  QVERIFY(!desktop.Action("actLocks").isVisible());
+}
+
+void tst_main_window::LocksAreShownAndReleased() {
+  TestDesktop desktop;
+  AddBank(desktop);
+  const int bank = desktop.database.Id(u"SELECT MAX(IDBanco) FROM Bancos");
+  const auto lock = [&](const QString& column, int id, const QString& moment) {
+    desktop.database.Execute(
+        u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, Desde) VALUES "
+        u"(7, '{}', {}, 'blas', 'pc3', '{}')",
+        column, id, moment);
+  };
+  lock(u"IDBanco"_s, bank, u"2020-01-02T03:04:05Z"_s);
+  lock(u"IDPais"_s, 35, u"2020-01-03T03:04:05Z"_s);
+  lock(u"IDRaro"_s, 9, QString());
+  desktop.driver.On("locksDialog", [&](const support::DialogUser& dialog) {
+    const auto* list = dialog.Find<QTreeWidget>("lockList");
+    QStringList rows;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      const QTreeWidgetItem& item = *list->topLevelItem(row);
+      rows.append(item.text(0) + u'|' + item.text(1) + u'|' + item.text(2) + u'|' + item.text(3));
+    }
+    QCOMPARE(rows,
+             (QStringList{u"IDRaro|9|blas|pc3"_s, u"Bancos|0001 Banco Uno|blas|pc3"_s, u"Países|España|blas|pc3"_s}));
+    dialog.Find<QTreeWidget>("lockList")->setCurrentItem(list->topLevelItem(1));
+    desktop.driver.Answer(QMessageBox::No);
+    dialog.Press("releaseLock");
+    QCOMPARE(list->topLevelItemCount(), 3);
+    dialog.Find<QTreeWidget>("lockList")->setCurrentItem(list->topLevelItem(1));
+    desktop.driver.Answer(QMessageBox::Yes);
+    dialog.Press("releaseLock");
+    dialog.Key(Qt::Key_Escape);
+  });
+  desktop.Action("actLocks").trigger();
+  QCOMPARE(desktop.TakeBoxes().size(), 2);
+  QCOMPARE(desktop.database.Query(u"SELECT campoID FROM BloqueoRegistros ORDER BY campoID"),
+           (QStringList{u"IDPais"_s, u"IDRaro"_s}));
 }
 
 KEL_TEST(tst_main_window);

@@ -9,8 +9,11 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +26,16 @@ host::CommandLine OnFile(const QString& file) {
   return line;
 }
 
+// On the test's screen, with the settings and the class registry of the folder.
+void SetUp(QProcess& program, const QTemporaryDir& folder) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+  environment.insert(u"HOME"_s, folder.path());
+  environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
+  program.setProcessEnvironment(environment);
+  program.setProcessChannelMode(QProcess::MergedChannels);
+}
+
 struct Ended {
   int code = -1;
   QString output;
@@ -32,15 +45,18 @@ struct Ended {
 Ended Run(const QTemporaryDir& folder, QStringList arguments) {
   arguments.replaceInStrings(u"%1"_s, folder.path());
   QProcess program;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-  environment.insert(u"HOME"_s, folder.path());
-  environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
-  program.setProcessEnvironment(environment);
-  program.setProcessChannelMode(QProcess::MergedChannels);
+  SetUp(program, folder);
   program.start(QStringLiteral(KEL_HOST), arguments);
   const bool ended = program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit;
   return {ended ? program.exitCode() : -1, QString::fromUtf8(program.readAll())};
+}
+
+QString OutputOf(const QStringList& arguments) {
+  QProcess program;
+  program.setProcessChannelMode(QProcess::MergedChannels);
+  program.start(QStringLiteral(KEL_HOST), arguments);
+  program.waitForFinished();
+  return QString::fromUtf8(program.readAll());
 }
 
 }  // namespace
@@ -60,6 +76,9 @@ class tst_program : public QObject {
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
   void UnknownUserIsRefused();
+  void LocksOnTheCommandLine();
+  void SignalsAtEveryMoment_data();
+  void SignalsAtEveryMoment();
 };
 
 void tst_program::ExitCodes_data() {
@@ -218,6 +237,62 @@ void tst_program::UnknownUserIsRefused() {
     return;
   }
   QFAIL("signed in");
+}
+
+void tst_program::LocksOnTheCommandLine() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  const auto started = host::StartSession(OnFile(file));
+  const QStringList listing{u"bloqueos"_s, u"--archivo"_s, file};
+  QCOMPARE(OutputOf(listing), u"Ningún registro está en uso.\n"_s);
+  QVERIFY(!started->session.Locks().Take(u"IDPais"_s, 35));
+  started->connection->Execute(u"UPDATE BloqueoRegistros SET IDBloqueoRegistro=9, Desde='2020-01-02T12:00:00Z'"_s);
+  const QString table = OutputOf(listing);
+  QVERIFY2(QRegularExpression(u"\\n9 +Países +España +administrador +\\S+ +02/01/2020 \\d\\d:00 +en uso\\n$"_s)
+               .match(table)
+               .hasMatch(),
+           qPrintable(table));
+  QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"8"_s}).contains(u"número 8"_s));
+  QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"9"_s}).startsWith(u"Soltado: Países «España»."_s));
+  QCOMPARE(started->session.Locks().All().size(), 0);
+}
+
+void tst_program::SignalsAtEveryMoment_data() {
+  QTest::addColumn<QString>("arguments");
+  QTest::newRow("the window") << QString();
+  QTest::newRow("a dialog") << u"abrir --nodo 19 --accion agregar"_s;
+  QTest::newRow("a dialog with the box of a refused lock") << u"abrir --nodo 20 --accion modificar --id 35"_s;
+}
+
+// From the first moment of the program's life to a dialog that is waiting for its user.
+void tst_program::SignalsAtEveryMoment() {
+  QFETCH(QString, arguments);
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  const auto other = host::StartSession(OnFile(file));
+  other->session.userId = 99;
+  QVERIFY(!other->session.Locks().Take(u"IDPais"_s, 35));
+  QFile registry(folder.filePath(u"clases.ini"_s));
+  QVERIFY(registry.open(QIODevice::WriteOnly));
+  registry.write("KelConfiguracion.CPrincipal=" KEL_COMPONENT "\n");
+  registry.close();
+  const int numbers[] = {SIGTERM, SIGINT, SIGHUP};
+  int next = 0;
+  for (const unsigned long moment : {0UL, 10UL, 30UL, 60UL, 100UL, 150UL, 200UL, 300UL, 500UL, 1200UL}) {
+    QProcess program;
+    SetUp(program, folder);
+    program.start(QStringLiteral(KEL_HOST),
+                  arguments.split(u' ', Qt::SkipEmptyParts) + QStringList{u"--archivo"_s, file});
+    QVERIFY(program.waitForStarted());
+    QTest::qSleep(int(moment));
+    kill(pid_t(program.processId()), numbers[next++ % 3]);
+    const bool ended = program.waitForFinished(10000);
+    if (!ended) {
+      program.kill();
+      program.waitForFinished();
+    }
+    QVERIFY2(ended, qPrintable(u"signal %1 after %2 ms"_s.arg(numbers[(next - 1) % 3]).arg(moment)));
+  }
 }
 
 KEL_TEST(tst_program);

@@ -4,6 +4,8 @@
 #include "platform/automation/Conversion.h"
 #include "support/TestProgram.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -13,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 using host::ColumnKind;
 using host::RecordData;
+using host::SortedRecords;
 
 namespace {
 
@@ -60,6 +63,10 @@ class tst_record_list : public QObject {
   void RefreshKeepsSelectionAndPlace();
   void DeletedSelectionGivesItsPlaceToTheNext();
   void SearchKeepsTheSelectedRecord();
+  void TypingFindsByTheName_data();
+  void TypingFindsByTheName();
+  void KeysOfTheList();
+  void OnlyChosenWidthsAreRemembered();
 };
 
 void tst_record_list::init() {
@@ -221,6 +228,68 @@ void tst_record_list::SearchKeepsTheSelectedRecord() {
   QCOMPARE(list.SelectedIds().size(), 1);
   list.SetFilter({});
   QCOMPARE(list.Records().rowCount(), 300);
+  list.SelectRecord(200);
+  list.SetFilter(u"nada"_s);
+  QVERIFY(list.SelectedIds().isEmpty());
+  list.SetFilter(u"nadar"_s);
+  list.SetFilter({});
+  QCOMPARE(list.SelectedIds(), QList<int>({200}));
+}
+
+void tst_record_list::TypingFindsByTheName_data() {
+  QTest::addColumn<QString>("keys");
+  QTest::addColumn<int>("id");
+  QTest::newRow("accents and case") << u"avi"_s << 2;
+  QTest::newRow("accents typed") << u"ÁL"_s << 1;
+  QTest::newRow("from the row that is chosen, around") << u"z"_s << 4;
+  QTest::newRow("one letter goes on") << u"lll"_s << 6;
+  QTest::newRow("blanks") << u"la r"_s << 5;
+  QTest::newRow("not the other column") << u"00"_s << 1;
+}
+
+void tst_record_list::TypingFindsByTheName() {
+  QFETCH(QString, keys);
+  RecordData records({{u"Número"_s}, {u"Nombre"_s}});
+  int id = 0;
+  for (const char16_t* name : {u"Álava", u"ÁVILA", u"León", u"Zamora", u"La Rioja", u"Lugo"}) {
+    records.Append(++id, {u"000%1"_s.arg(id), QString::fromUtf16(name)});
+  }
+  host::RecordList list;
+  list.Show(std::move(records), Qt::AscendingOrder, 1);
+  QTest::keyClicks(&list, keys);
+  QTEST(list.SelectedIds().value(0), "id");
+}
+
+void tst_record_list::KeysOfTheList() {
+  RecordData records({{u"Nombre"_s}, {u"Precio"_s, ColumnKind::Amount}});
+  records.Append(1, {u"uno"_s, 1.5});
+  records.Append(2, {QString(400, u'x') + u"\ndos"_s, 2});
+  records.Append(3, {u"tres"_s, 3});
+  host::RecordList list;
+  list.Show(SortedRecords(std::move(records), 1));
+  QTest::keyClick(&list, Qt::Key_End);
+  QCOMPARE(list.SelectedIds(), QList<int>({3}));
+  QTest::keyClick(&list, Qt::Key_Home);
+  QCOMPARE(list.SelectedIds(), QList<int>({1}));
+  QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
+  QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+  QCOMPARE(QApplication::clipboard()->text(), u"uno\t1,50 €\n%1 dos\t2,00 €"_s.arg(QString(400, u'x')));
+}
+
+void tst_record_list::OnlyChosenWidthsAreRemembered() {
+  host::RecordList list;
+  list.resize(500, 300);
+  list.show();
+  const QList<host::ListColumn> columns = {{u"Nombre"_s}, {u"Otro"_s}};
+  list.Show(RecordData(columns));
+  list.SetColumnWidths({});
+  list.resize(700, 300);
+  list.Refresh(RecordData(columns));
+  QCOMPARE(list.ChosenWidths(), QList<int>());
+  list.setColumnWidth(0, 123);
+  QCOMPARE(list.ChosenWidths().value(0), 123);
+  list.SetColumnWidths({77, 50});
+  QCOMPARE(list.ChosenWidths().value(0), 77);
 }
 
 KEL_TEST(tst_record_list);

@@ -46,7 +46,7 @@ void tst_view_only::init() {
   QSettings::setDefaultFormat(QSettings::IniFormat);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_database->Path(u"."_s));
   qputenv("KEL_CLASES", m_database->Path(u"clases.ini"_s).toLocal8Bit());
-  QVERIFY(automation::ComponentLibrary(QStringLiteral(COMPONENT)).Register());
+  QVERIFY(automation::ComponentLibrary(QStringLiteral(KEL_COMPONENT)).Register());
   m_connection = database::CreateConnection(m_database->ConnectionString() + u";Acceso=lectura"_s);
   m_session = {};
   m_session.connection = m_connection.get();
@@ -54,7 +54,7 @@ void tst_view_only::init() {
   m_session.settingsFile = m_database->Path(u"anchos.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, *m_connection);
+  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, m_session);
 }
 
 void tst_view_only::cleanup() {
@@ -103,14 +103,19 @@ void tst_view_only::DialogsShowButDoNotAccept() {
 }
 
 void tst_view_only::TheWindowSaysSo() {
-  host::MainWindow window(
-      *m_bridge, [this] { return database::CreateConnection(m_database->ConnectionString()); },
-      {.title = u"Kel"_s, .user = u"ana"_s, .database = u"kel.db"_s, .helpFile = {}, .readOnly = true});
+  host::MainWindow window(*m_bridge, [this] { return database::CreateConnection(m_database->ConnectionString()); },
+                          {.title = u"Kel"_s,
+                           .user = u"ana"_s,
+                           .database = u"kel.db"_s,
+                           .helpFile = {},
+                           .readOnly = true,
+                           .demonstration = true});
   window.show();
   window.ChooseNode(cConstNodo().Bancos());
   window.ChooseNode(cConstNodo().Paises());
   QTRY_VERIFY(window.IsListRead());
-  QVERIFY(window.windowTitle().endsWith(u"(solo lectura)"_s));
+  QVERIFY(window.windowTitle().endsWith(u"(Demostración) (solo lectura)"_s));
+  QVERIFY(window.findChild<QLabel*>(u"lblDemonstration"_s)->isVisible());
   QVERIFY(window.findChild<QLabel*>(u"lblReadOnly"_s)->isVisible());
   for (const char* name : {"actAdd", "actDelete", "actNewBranch"}) {
     QVERIFY2(!window.findChild<QAction*>(QLatin1StringView(name))->isEnabled(), name);

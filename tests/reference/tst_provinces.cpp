@@ -1,4 +1,3 @@
-#include "database/sqlite/SqliteHandle.h"
 #include "support/Expect.h"
 
 #include <QComboBox>
@@ -168,12 +167,7 @@ class tst_provinces : public QObject {
 
   void ALongCountryDoesNotWidenTheWindow() {
     TestHost host;
-    {
-      // As a file of an earlier version may have it.
-      const database::SqliteHandle file(database::ConnectionString(host.ConnectionString()),
-                                        database::SqliteHandle::Missing::Refuse);
-      file.Run("INSERT INTO Paises(Nombre) VALUES(printf('%.600c', 'W'))");
-    }
+    host.Query(u"INSERT INTO Paises(Nombre) VALUES('{}')", QString(600, u'W'));
     host.driver.On("frmProvincia", [](const DialogUser& dialog) {
       QVERIFY(dialog.Dialog()->width() <= dialog.Dialog()->screen()->availableSize().width());
       dialog.Press("cmdProvincia_1");

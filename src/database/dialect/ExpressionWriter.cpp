@@ -157,9 +157,7 @@ Fragment ExpressionWriter::WriteValue(const Expression& expression, const Scope&
 QString ExpressionWriter::WriteStored(const Expression& expression, const Column& column, const Scope& scope) {
   bool negated = false;
   if (const Token* literal = LiteralOf(expression, negated)) {
-    QString parameter = Bind(*literal, negated, ConversionFor(column.type), &column);
-    m_plan.bindings.back().longest = column.length;
-    return parameter;
+    return Bind(*literal, negated, ConversionFor(column.type), &column);
   }
   if (expression.kind == ExpressionKind::Constant) {
     return WriteConstant(expression).sql;
@@ -170,11 +168,7 @@ QString ExpressionWriter::WriteStored(const Expression& expression, const Column
 QString ExpressionWriter::WriteStored(const Fragment& value, const Column& column) const {
   const bool sameKind = value.column != nullptr && ConversionFor(value.column->type) == ConversionFor(column.type);
   const bool bothText = value.type == ValueType::Text && !IsNumericType(column.type);
-  const QString stored = sameKind || bothText ? value.sql : Call(StoringFunction(column.type), value.sql);
-  const bool fits =
-      column.length == 0 || (sameKind && value.column->length > 0 && value.column->length <= column.length);
-  return fits ? stored
-              : u"%1(%2, %3, '%4')"_s.arg(engine::fitting, stored, QString::number(column.length), column.name);
+  return sameKind || bothText ? value.sql : Call(StoringFunction(column.type), value.sql);
 }
 
 Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scope) {

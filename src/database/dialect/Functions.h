@@ -38,8 +38,7 @@ inline constexpr QStringView toInteger = u"kel_integer";
 inline constexpr QStringView toDecimal = u"kel_decimal";
 inline constexpr QStringView toMoney = u"kel_money";
 inline constexpr QStringView toBoolean = u"kel_boolean";
-inline constexpr QStringView fitting = u"kel_fitting";  ///< The text, unless it is longer than its column.
-inline constexpr QStringView sumMoney = u"kel_sum";     ///< Aggregate: the exact sum of amounts.
+inline constexpr QStringView sumMoney = u"kel_sum";  ///< Aggregate: the exact sum of amounts.
 inline constexpr QStringView collation = u"kel_es";
 }  // namespace engine
 

@@ -15,8 +15,7 @@ struct Binding {
   int literal = 0;
   bool negated = false;
   Conversion conversion = Conversion::Verbatim;
-  QString column;   ///< For error texts; may be empty.
-  int longest = 0;  ///< The characters that a stored text may have; 0 for any number.
+  QString column;  ///< For error texts; may be empty.
 };
 
 /// A column of the result.

@@ -4,7 +4,6 @@
 #include "database/sqlite/SqliteErrors.h"
 #include "database/sqlite/SqlitePreparation.h"
 #include "database/sqlite/SqliteRecordset.h"
-#include "database/sqlite/SqliteText.h"
 
 #include <sqlite3.h>
 
@@ -13,20 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace database {
-
-namespace {
-
-void RequireFitting(std::string_view bytes, const Binding& binding) {
-  if (binding.longest == 0 || std::ssize(bytes) <= binding.longest) {
-    return;
-  }
-  const qsizetype length = CharactersIn(bytes);
-  if (length > binding.longest) {
-    throw TextTooLongFor(TextFromEngine(bytes), binding.column, length, binding.longest);
-  }
-}
-
-}  // namespace
 
 SqliteConnection::SqliteConnection(const ConnectionString& target) : m_target(target) {}
 
@@ -150,9 +135,7 @@ void SqliteConnection::Bind(sqlite3_stmt* statement, const Plan& plan, QStringVi
         AppendUtf8(m_texts, value.text);
         break;
     }
-    const std::size_t size = m_texts.size() - offset;
-    RequireFitting({m_texts.data() + offset, size}, binding);
-    m_boundTexts.push_back({parameter, offset, size});
+    m_boundTexts.push_back({parameter, offset, m_texts.size() - offset});
   }
   for (const BoundText& bound : m_boundTexts) {
     m_handle->Check(sqlite3_bind_text64(statement, bound.parameter, m_texts.data() + bound.offset, bound.size,

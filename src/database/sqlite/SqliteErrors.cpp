@@ -81,9 +81,6 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
                    u"No se puede abrir la base de datos «%1». Compruebe que el archivo existe "
                    "y que tiene permiso sobre él y sobre su carpeta."_s.arg(file));
     case SQLITE_CONSTRAINT:
-      if (code == SQLITE_CONSTRAINT_FUNCTION) {
-        return Error(TextTooLong, text);
-      }
       return Error(ConstraintViolation, ConstraintText(code, text));
     case SQLITE_TOOBIG:
       return Error(StatementTooBig, u"La instrucción SQL o uno de sus valores es demasiado grande."_s);

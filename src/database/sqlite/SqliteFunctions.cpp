@@ -35,9 +35,7 @@ void ReturnText(sqlite3_context* context, const QString& text) {
 void ReturnError(sqlite3_context* context, const automation::Error& error) {
   const QByteArray text = error.Description().toUtf8();
   sqlite3_result_error(context, text.constData(), static_cast<int>(text.size()));
-  const bool isTooLong = error.Number() == TextTooLong;
-  const int otherwise = error.Number() == automation::Overflow ? SQLITE_RANGE : SQLITE_MISMATCH;
-  sqlite3_result_error_code(context, isTooLong ? SQLITE_CONSTRAINT_FUNCTION : otherwise);
+  sqlite3_result_error_code(context, error.Number() == automation::Overflow ? SQLITE_RANGE : SQLITE_MISMATCH);
 }
 
 void ReturnValue(sqlite3_context* context, const EngineValue& value) {
@@ -106,20 +104,6 @@ void ToMoney(sqlite3_context* context, int count, sqlite3_value** arguments) {
     }
   }
   ToNumber<Conversion::Money>(context, count, arguments);
-}
-
-void Fitting(sqlite3_context* context, int, sqlite3_value** arguments) {
-  if (IsNull(arguments[0])) {
-    return;
-  }
-  const int longest = sqlite3_value_int(arguments[1]);
-  const std::string_view bytes = BytesOf(arguments[0]);
-  const qsizetype length = std::ssize(bytes) <= longest ? 0 : CharactersIn(bytes);
-  if (length > longest) {
-    ReturnError(context, TextTooLongFor(TextFromEngine(bytes), TextOf(arguments[2]), length, longest));
-  } else {
-    sqlite3_result_value(context, arguments[0]);
-  }
 }
 
 struct MoneySum {
@@ -208,7 +192,6 @@ int RegisterFunctions(sqlite3* engine) {
       {engine::toDecimal, 1, ToNumber<Conversion::Decimal>},
       {engine::toMoney, 1, ToMoney},
       {engine::toBoolean, 1, ToNumber<Conversion::Boolean>},
-      {engine::fitting, 3, Fitting},
       {u"like", 2, Like},
   };
   for (const Entry& entry : entries) {

@@ -151,6 +151,11 @@ void MigrateTables(const SqliteHandle& handle, const Schema& schema, int fromVer
   for (const QByteArray& statement : SchemaStatements(schema, fromVersion, schema.Version())) {
     handle.Run(statement);
   }
+  // A lock of version 1 does not say whose process it was, so that nothing could tell when to take it over.
+  constexpr int firstWithProcesses = 2;
+  if (fromVersion < firstWithProcesses) {
+    handle.Run("DELETE FROM BloqueoRegistros");
+  }
   SetVersion(handle, schema.Version());
 }
 

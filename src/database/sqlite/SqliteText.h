@@ -10,7 +10,4 @@ namespace database {
 /// character of the text here and no mark of an encoding.
 QString TextFromEngine(std::string_view bytes);
 
-/// The number of Unicode characters in UTF-8.
-qsizetype CharactersIn(std::string_view bytes);
-
 }  // namespace database

@@ -11,13 +11,13 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/NodeCatalog.h"
+#include "host/desktop/ProgramEnd.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/services/MessageBox.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
-#include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -84,10 +84,10 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
+int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
   MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
                     {started.session.title, started.session.userName, started.database, started.session.helpFile,
-                     started.session.readOnly});
+                     started.session.readOnly, demonstration});
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -113,11 +113,8 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   RegisterClasses(started.session);
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  ComponentBridge bridge(*services, *started.connection);
-  // A dialog that is open hears the signal itself and ends before the program does.
-  process::TerminationSignals signals;
-  QObject::connect(&signals, &process::TerminationSignals::Received, &bridge, &ComponentBridge::End);
-  QObject::connect(&bridge, &ComponentBridge::Ended, qApp, [] { QCoreApplication::exit(ExitDone); });
+  ComponentBridge bridge(*services, started.session);
+  const ProgramEnd end(bridge);
   const std::unique_ptr<ViewOnly> viewOnly = started.session.readOnly ? std::make_unique<ViewOnly>(*services) : nullptr;
   Housekeeping housekeeping(
       started.connectionString,
@@ -131,7 +128,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
       Notify(notice);
     }
   });
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started, line.demonstration);
 }
 
 }  // namespace

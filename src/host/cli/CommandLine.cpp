@@ -157,11 +157,29 @@ class Parser {
       m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else if (command == u"comprobar"_s) {
       m_line.command = Command::Check;
+    } else if (command == u"bloqueos"_s) {
+      m_line.command = Command::Locks;
+      LockWords();
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
     if (!m_words.isEmpty()) {
       Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.first()));
+    }
+  }
+
+  void LockWords() {
+    if (m_words.isEmpty()) {
+      return;
+    }
+    if (m_words.constFirst() != u"soltar"_s) {
+      Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.constFirst()));
+    }
+    m_words.removeFirst();
+    bool valid = false;
+    m_line.release = m_words.isEmpty() ? 0 : m_words.takeFirst().toInt(&valid);
+    if (!valid) {
+      Refuse(u"Diga qué bloqueo se suelta: kel-host bloqueos soltar NÚMERO"_s);
     }
   }
 
@@ -222,7 +240,9 @@ QString CommandLineHelp() {
       "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
       "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
       "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
-      "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n\n"
+      "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+      "     kel-host bloqueos                       dice quién está modificando qué registro\n"
+      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n\n"
       "  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
       "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"

@@ -8,7 +8,7 @@
 namespace host {
 
 /// What the program is asked to do.
-enum class Command { Window, OpenDialog, Register, Unregister, Copy, Restore, Check, Help, Version };
+enum class Command { Window, OpenDialog, Register, Unregister, Copy, Restore, Check, Locks, Help, Version };
 
 /// The program's arguments, understood.
 struct CommandLine {
@@ -19,8 +19,9 @@ struct CommandLine {
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
-  QString library;  ///< Of registrar and desregistrar; empty for desregistrar without one.
-  QString copy;     ///< Of copia and restaurar: the file of the copy.
+  QString library;             ///< Of registrar and desregistrar; empty for desregistrar without one.
+  QString copy;                ///< Of copia and restaurar: the file of the copy.
+  std::optional<int> release;  ///< Of bloqueos: the lock to release.
   int node = -1;
   int action = 0;
   int id = 0;

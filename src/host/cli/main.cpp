@@ -1,8 +1,10 @@
 #include "host/cli/Application.h"
 #include "host/cli/CommandLine.h"
 #include "host/cli/DatabaseCommands.h"
+#include "host/cli/LockCommand.h"
 #include "host/cli/Registration.h"
 #include "platform/automation/Error.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QCoreApplication>
 
@@ -41,6 +43,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
       Print(stdout, outcome.report);
       return outcome.isSound ? host::ExitDone : host::ExitCannotGoOn;
     }
+    case host::Command::Locks:
+      host::RunLockCommand(line);
+      return host::ExitDone;
     default:
       return host::RunApplication(line, argc, argv);
   }
@@ -49,6 +54,7 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  process::EndAtOnceOnSignals();
   Q_INIT_RESOURCE(desktop);
   QCoreApplication::setOrganizationName(u"Kel"_s);
   QCoreApplication::setApplicationName(u"kel-host"_s);

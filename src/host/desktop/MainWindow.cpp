@@ -2,8 +2,8 @@
 
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/ErrorBox.h"
+#include "host/desktop/LocksDialog.h"
 #include "host/desktop/RecordReader.h"
-#include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
@@ -42,19 +42,20 @@ MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection mak
                        QWidget* parent)
     : QMainWindow(parent),
       m_bridge(bridge),
+      m_nodes(NodesFor(bridge.Session().IsAdministrator())),
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
       m_loader(std::move(makeConnection)) {
   m_ui->setupUi(this);
+  m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
-  if (m_texts.readOnly) {
-    m_texts.title += u" (solo lectura)"_s;
-  }
+  SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &MainWindow::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
@@ -77,6 +78,10 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actAdd, &QAction::triggered, this, &MainWindow::Add);
   connect(m_ui->actModify, &QAction::triggered, this, &MainWindow::Modify);
   connect(m_ui->actDelete, &QAction::triggered, this, &MainWindow::Delete);
+  connect(m_ui->actUndoDelete, &QAction::triggered, this, &MainWindow::UndoDelete);
+  connect(m_ui->actRecover, &QAction::triggered, this, &MainWindow::RecoverSelected);
+  connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
+  m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
   connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
   connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
@@ -87,7 +92,8 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actHelp, &QAction::triggered, this, &MainWindow::ShowHelp);
   connect(m_ui->actAbout, &QAction::triggered, this, &MainWindow::ShowAbout);
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
-  m_ui->recordList->addActions({m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actNewBranch, m_ui->actRefresh});
+  m_ui->recordList->addActions(
+      {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
 }
 
 void MainWindow::SetUpStatusBar() {
@@ -97,11 +103,30 @@ void MainWindow::SetUpStatusBar() {
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(m_texts.database.toHtmlEscaped());
   m_ui->statusBar->addPermanentWidget(label);
+}
+
+// What is not as usual stands in the title and in a strip above everything.
+void MainWindow::SetUpStrips() {
+  const auto strip = [this](const char* name, const QString& text, const QString& inTitle) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(QLatin1StringView(name));
+    label->setWordWrap(true);
+    label->setMargin(label->fontMetrics().height() / 3);
+    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    // Black on amber, which stands out of light and dark colours.
+    label->setAutoFillBackground(true);
+    label->setPalette(QPalette(Qt::black, QColor(0xFF, 0xD8, 0x73)));
+    m_ui->mainLayout->insertWidget(0, label);
+    m_texts.title += u" (%1)"_s.arg(inTitle);
+  };
+  if (m_texts.demonstration) {
+    strip("lblDemonstration", u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+  }
   if (m_texts.readOnly) {
-    auto* notice = new QLabel(u"Solo lectura: no se puede escribir en la base de datos"_s, this);
-    notice->setObjectName(u"lblReadOnly"_s);
-    notice->setToolTip(u"El archivo o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s);
-    m_ui->statusBar->insertPermanentWidget(0, notice);
+    strip(
+        "lblReadOnly",
+        u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s,
+        u"solo lectura"_s);
   }
 }
 
@@ -110,10 +135,10 @@ void MainWindow::ShowNode(const Node& node) {
   m_node = &node;
   m_shown = false;
   m_readFailed = false;
-  m_selectWhenRead = 0;
+  m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
-  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order);
+  const ListLayout layout = LayoutOf(node);
+  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   Refresh();
@@ -125,13 +150,15 @@ void MainWindow::ShowList(SortedRecords& records) {
     m_ui->recordList->Refresh(std::move(records));
   } else {
     m_shown = true;
-    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder());
-    m_ui->recordList->SetColumnWidths(LoadListLayout(m_node->id, static_cast<int>(m_node->columns.size())).widths);
+    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
+    m_ui->recordList->SetColumnWidths(LayoutOf(*m_node).widths);
   }
-  if (const int id = std::exchange(m_selectWhenRead, 0); id != 0) {
-    Select(id);
-  }
+  Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
+}
+
+ListLayout MainWindow::LayoutOf(const Node& node) const {
+  return LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
 }
 
 void MainWindow::ShowReadError(const automation::Error& error) {
@@ -157,7 +184,7 @@ void MainWindow::Add() {
     for (int row = 0; row < added.Size(); ++row) {
       ids.append(added.Id(row));
     }
-    ShowChanged(ids, ids.isEmpty() ? 0 : *std::max_element(ids.cbegin(), ids.cend()));
+    ShowChanged(ids, ids.isEmpty() ? ids : QList<int>{*std::max_element(ids.cbegin(), ids.cend())});
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
   }
@@ -206,23 +233,71 @@ void MainWindow::Delete() {
 }
 
 void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
+  // Otherwise each of the records would fail with the same long text.
+  ComponentBridge::CheckComponent();
+  const std::optional<DeletionResult> result = DeleteAsTheUserSays(this, m_bridge, *m_node, targets);
+  if (!result || m_bridge.IsEnding()) {
+    return;
+  }
+  if (!result->notes.isEmpty()) {
+    m_deletions.append(result->notes);
+  }
+  m_ui->statusBar->showMessage(DeletionHeadline(*result));
   QList<int> ids;
   for (const DeletionTarget& target : targets) {
     ids.append(target.id);
   }
-  // Otherwise each of the records would fail with the same long text.
-  ComponentBridge::CheckComponent();
-  const QList<RowCount> dependents = CountDependents(m_bridge.OpenConnection(), m_node->id, ids);
-  if (!ConfirmDeletion(this, m_texts.title, *m_node, targets, dependents)) {
-    return;
-  }
-  const DeletionResult result = DeleteWithProgress(this, m_texts.title, m_bridge, *m_node, targets);
-  if (m_bridge.IsEnding()) {
-    return;
-  }
-  m_ui->statusBar->showMessage(DeletionHeadline(result));
   ShowChanged(ids);
-  ShowDeletionSummary(this, m_texts.title, result);
+}
+
+void MainWindow::UndoDelete() {
+  if (m_deletions.isEmpty()) {
+    return;
+  }
+  const QList<Recovery> recoveries = Recover(m_deletions.takeLast());
+  QList<int> ids;
+  for (const Recovery& recovery : recoveries) {
+    ids.append(recovery.id);
+  }
+  if (ids.isEmpty() || m_node == nullptr) {
+    return;
+  }
+  // The user may have gone to another list since.
+  const int node = recoveries.constFirst().nodeId;
+  if (node == m_node->id) {
+    ShowChanged(ids, ids);
+  } else {
+    ChooseNode(node);
+    m_selectWhenRead = ids;
+  }
+}
+
+void MainWindow::RecoverSelected() {
+  if (m_node != nullptr && m_node->canRecover) {
+    const QList<int> notes = m_ui->recordList->SelectedIds();
+    Recover(notes);
+    ShowChanged(notes);
+  }
+}
+
+QList<Recovery> MainWindow::Recover(const QList<int>& notes) {
+  QList<Recovery> recoveries;
+  try {
+    m_bridge.OpenConnection();
+    DeletionLog log(m_bridge.Session());
+    for (const int note : notes) {
+      recoveries.append(log.Recover(note));
+    }
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido recuperar."_s, error);
+  }
+  m_ui->statusBar->showMessage(RecoveryHeadline(recoveries));
+  ShowRefusedRecoveries(this, m_texts.title, recoveries);
+  return recoveries;
+}
+
+void MainWindow::ShowLocks() {
+  LocksDialog(m_bridge.Session(), this).exec();
 }
 
 QList<DeletionTarget> MainWindow::SelectedTargets() const {
@@ -242,7 +317,7 @@ void MainWindow::Refresh() {
   }
 }
 
-void MainWindow::ShowChanged(const QList<int>& ids, int selected) {
+void MainWindow::ShowChanged(const QList<int>& ids, const QList<int>& selected) {
   if (m_bridge.IsEnding() || ids.isEmpty()) {
     return;
   }
@@ -257,16 +332,14 @@ void MainWindow::ShowChanged(const QList<int>& ids, int selected) {
   } catch (const automation::Error& error) {
     ShowReadError(error);
   }
-  if (selected != 0) {
-    Select(selected);
-  }
+  Select(selected);
   UpdateState();
 }
 
-void MainWindow::Select(int id) {
-  if (!m_ui->recordList->SelectRecord(id)) {
+void MainWindow::Select(const QList<int>& ids) {
+  if (!ids.isEmpty() && !m_ui->recordList->SelectRecords(ids)) {
     m_ui->txtSearch->clear();
-    m_ui->recordList->SelectRecord(id);
+    m_ui->recordList->SelectRecords(ids);
   }
 }
 
@@ -282,6 +355,9 @@ void MainWindow::UpdateState() {
   m_ui->actAdd->setEnabled(mayChange && m_node->canAdd);
   m_ui->actModify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
   m_ui->actDelete->setEnabled(mayChange && m_node->canDelete && selected > 0);
+  m_ui->actUndoDelete->setEnabled(mayChange && !m_deletions.isEmpty());
+  m_ui->actRecover->setVisible(m_node != nullptr && m_node->canRecover);
+  m_ui->actRecover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
   m_ui->actNewBranch->setEnabled(mayChange && m_node->id == cConstNodo().Bancos() && selected == 1);
   m_ui->actRefresh->setEnabled(m_node != nullptr);
@@ -303,6 +379,9 @@ QString MainWindow::EmptyText() const {
   if (m_readFailed) {
     return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
   }
+  if (m_node->canRecover) {
+    return u"No hay registros eliminados que se puedan recuperar."_s;
+  }
   return m_ui->actAdd->isEnabled() ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s
                                    : u"No hay registros."_s;
 }
@@ -317,7 +396,7 @@ void MainWindow::StoreLayout() const {
     return;
   }
   const RecordList& list = *m_ui->recordList;
-  SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
 }
 

@@ -2,14 +2,17 @@
 
 #include "host/desktop/ComponentBridge.h"
 #include "host/desktop/Deletion.h"
+#include "host/desktop/DeletionLog.h"
 #include "host/desktop/NodeCatalog.h"
 #include "host/desktop/RecordLoader.h"
+#include "host/desktop/WindowMemory.h"
 
 #include <QMainWindow>
 #include <QString>
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QAction;
 
@@ -21,11 +24,12 @@ namespace host {
 
 /// What the window says of the session.
 struct WindowTexts {
-  QString title;          ///< Of the window and of its message boxes.
-  QString user;           ///< The signed-in user's name.
-  QString database;       ///< The database, as the user knows it.
-  QString helpFile;       ///< Opened by F1; empty for none.
-  bool readOnly = false;  ///< Records can be looked at, nothing can be changed.
+  QString title;               ///< Of the window and of its message boxes.
+  QString user;                ///< The signed-in user's name.
+  QString database;            ///< The database, as the user knows it.
+  QString helpFile;            ///< Opened by F1; empty for none.
+  bool readOnly = false;       ///< Records can be looked at, nothing can be changed.
+  bool demonstration = false;  ///< The data are invented.
 };
 
 /// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Lists are
@@ -49,10 +53,14 @@ class MainWindow : public QMainWindow {
  private:
   void SetUpActions();
   void SetUpStatusBar();
+  void SetUpStrips();
   void ShowNode(const Node& node);
   void Add();
   void Modify();
   void Delete();
+  void UndoDelete();
+  void RecoverSelected();
+  void ShowLocks();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
@@ -65,23 +73,28 @@ class MainWindow : public QMainWindow {
   void ShowDialog(int node, int action, int selectedId, int aux);
   void ShowList(SortedRecords& records);
   void ShowReadError(const automation::Error& error);
-  /// Reads these records again, and selects one of them if it is not 0.
-  void ShowChanged(const QList<int>& ids, int selected = 0);
-  void Select(int id);
+  /// Reads these records again, and selects those given.
+  void ShowChanged(const QList<int>& ids, const QList<int>& selected = {});
+  void Select(const QList<int>& ids);
+  ListLayout LayoutOf(const Node& node) const;
   QList<DeletionTarget> SelectedTargets() const;
   void DeleteTargets(const QList<DeletionTarget>& targets);
+  /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
+  QList<Recovery> Recover(const QList<int>& notes);
   /// The only selected record, 0 when there are more or none.
   int SelectedId() const;
   QString EmptyText() const;
 
   ComponentBridge& m_bridge;
+  const std::vector<Node> m_nodes;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   RecordLoader m_loader;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;
-  int m_selectWhenRead = 0;
+  QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last
+  QList<int> m_selectWhenRead;
 };
 
 }  // namespace host

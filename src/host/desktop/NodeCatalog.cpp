@@ -40,18 +40,42 @@ Node OnlyModified(Node node) {
   return node;
 }
 
-// Users are entered by the program that manages their rights.
+Node Unique(const QString& column, Node node) {
+  node.unique = column;
+  return node;
+}
+
+// Users are entered by the program that manages their rights; here an administrator can only take them out.
 Node OnlyDeleted(Node node) {
   node.hasDialog = false;
   node.canAdd = false;
+  node.administratorsOnly = true;
+  return node;
+}
+
+Node OnlyRecovered(Node node) {
+  node.marksDeleted = false;
+  node.hasDialog = false;
+  node.canAdd = false;
+  node.canDelete = false;
+  node.canRecover = true;
+  node.sortColumn = 2;
+  node.sortOrder = Qt::DescendingOrder;
+  return node;
+}
+
+// Their number stands before the name.
+Node TypedByName(Node node) {
+  node.typedColumn = 1;
   return node;
 }
 
 void AppendBanking(std::vector<Node>& nodes) {
   const QString group = u"Entidades bancarias"_s;
-  nodes.push_back(NamedBy(2, Listed(numbers.Bancos(), group, u"Bancos"_s, u"el banco"_s, u"Bancos"_s, u"IDBanco"_s,
-                                    u"SELECT IDBanco, Numero, Nombre FROM Bancos"_s, u"Numero, IDBanco"_s,
-                                    {{u"Número"_s}, {u"Nombre"_s}})));
+  nodes.push_back(Unique(u"Numero"_s,
+                         TypedByName(NamedBy(2, Listed(numbers.Bancos(), group, u"Bancos"_s, u"el banco"_s, u"Bancos"_s,
+                                                       u"IDBanco"_s, u"SELECT IDBanco, Numero, Nombre FROM Bancos"_s,
+                                                       u"Numero, IDBanco"_s, {{u"Número"_s}, {u"Nombre"_s}})))));
   nodes.push_back(Listed(
       numbers.Presentadores(), group, u"Presentadores"_s, u"el presentador"_s, u"Presentadores"_s, u"IDPresentador"_s,
       u"SELECT Presentadores.IDPresentador, Presentadores.Nombre, Presentadores.Nif, Presentadores.Sufijo, "
@@ -106,10 +130,11 @@ void AppendDeductions(std::vector<Node>& nodes, const QString& group) {
                         "Deduccion_Comunidad.CodDeduccion=TipoDeducciones.IDTipoDeduccion"_s,
                         u"ComunidadAutonoma.Nombre, Deduccion_Comunidad.IDDeduccion_Comunidad"_s,
                         {{u"Comunidad autónoma"_s}, {u"Deducción"_s, ColumnKind::Percentage}})));
-  nodes.push_back(Listed(numbers.TipoDeduccion(), group, u"Tipos de deducción"_s, u"el tipo de deducción"_s,
-                         u"TipoDeducciones"_s, u"IDTipoDeduccion"_s,
-                         u"SELECT IDTipoDeduccion, Porcentaje FROM TipoDeducciones"_s, u"Porcentaje, IDTipoDeduccion"_s,
-                         {{u"Porcentaje"_s, ColumnKind::Percentage}}));
+  nodes.push_back(Unique(
+      u"Porcentaje"_s,
+      Listed(numbers.TipoDeduccion(), group, u"Tipos de deducción"_s, u"el tipo de deducción"_s, u"TipoDeducciones"_s,
+             u"IDTipoDeduccion"_s, u"SELECT IDTipoDeduccion, Porcentaje FROM TipoDeducciones"_s,
+             u"Porcentaje, IDTipoDeduccion"_s, {{u"Porcentaje"_s, ColumnKind::Percentage}})));
 }
 
 void AppendOfferings(std::vector<Node>& nodes, const QString& group) {
@@ -160,10 +185,15 @@ void AppendPrinting(std::vector<Node>& nodes) {
 }
 
 void AppendAdministration(std::vector<Node>& nodes) {
+  const QString group = u"Administración"_s;
   nodes.push_back(
-      OnlyDeleted(Listed(numbers.Usuarios(), u"Administración"_s, u"Usuarios"_s, u"el usuario"_s, u"Usuarios"_s,
-                         u"IDUsuario"_s, u"SELECT IDUsuario, Nombre, Administrador FROM Usuarios"_s,
-                         u"Nombre, IDUsuario"_s, {{u"Nombre"_s}, {u"Administrador"_s, ColumnKind::YesNo}})));
+      OnlyDeleted(Listed(numbers.Usuarios(), group, u"Usuarios"_s, u"el usuario"_s, u"Usuarios"_s, u"IDUsuario"_s,
+                         u"SELECT IDUsuario, Nombre, Administrador FROM Usuarios"_s, u"Nombre, IDUsuario"_s,
+                         {{u"Nombre"_s}, {u"Administrador"_s, ColumnKind::YesNo}})));
+  nodes.push_back(OnlyRecovered(Listed(
+      deletedRecordsNode, group, u"Registros eliminados"_s, u"la eliminación"_s, u"Eliminaciones"_s, u"IDEliminacion"_s,
+      u"SELECT IDEliminacion, Nombre, Clase, Fecha, Usuario FROM Eliminaciones"_s, u"Nombre, IDEliminacion"_s,
+      {{u"Nombre"_s}, {u"Clase"_s}, {u"Eliminado el"_s, ColumnKind::Moment}, {u"Por"_s}})));
 }
 
 std::vector<Node> BuildCatalog() {
@@ -187,6 +217,26 @@ QString Node::Path() const {
 const std::vector<Node>& NodeCatalog() {
   static const std::vector<Node> catalog = BuildCatalog();
   return catalog;
+}
+
+std::vector<Node> NodesFor(bool administrator) {
+  std::vector<Node> nodes = NodeCatalog();
+  if (administrator) {
+    return nodes;
+  }
+  QStringList hidden;
+  for (const Node& node : nodes) {
+    if (node.administratorsOnly) {
+      hidden.append(QString::number(node.id));
+    }
+  }
+  std::erase_if(nodes, [](const Node& node) { return node.administratorsOnly; });
+  for (Node& node : nodes) {
+    if (node.canRecover) {
+      node.condition = u"Nodo NOT IN (%1)"_s.arg(hidden.join(u','));
+    }
+  }
+  return nodes;
 }
 
 const Node* FindNode(int id) {

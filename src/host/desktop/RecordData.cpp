@@ -4,6 +4,7 @@
 #include "platform/automation/Conversion.h"
 
 #include <QCollator>
+#include <QDateTime>
 #include <QLocale>
 
 #include <algorithm>
@@ -26,7 +27,12 @@ QString KeptText(const QVariant& value) {
   return text.size() <= longestKeptText ? text : QStringView(text).left(longestKeptText).toString();
 }
 
-double ToNumber(const QVariant& value) {
+double ToNumber(const QVariant& value, ColumnKind kind) {
+  if (kind == ColumnKind::Moment) {
+    const QDateTime moment = QDateTime::fromString(automation::Text(value), Qt::ISODate);
+    return moment.isValid() ? static_cast<double>(moment.toMSecsSinceEpoch())
+                            : std::numeric_limits<double>::quiet_NaN();
+  }
   if (!value.isValid() || !automation::IsNumeric(value)) {
     return std::numeric_limits<double>::quiet_NaN();
   }
@@ -77,6 +83,8 @@ QString DisplayNumber(double value, ColumnKind kind) {
       return automation::Format(value, u"#,##0.00") + u" €"_s;
     case ColumnKind::Percentage:
       return Spanish().toString(value, 'g', 10) + u" %"_s;
+    case ColumnKind::Moment:
+      return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(value)).toString(u"dd/MM/yyyy HH:mm"_s);
     default: {
       QLocale plain = Spanish();
       plain.setNumberOptions(QLocale::OmitGroupSeparator);
@@ -98,7 +106,7 @@ void RecordData::Append(int id, const QList<QVariant>& values) {
       cells.texts.push_back(KeptText(value));
       searched += cells.texts.back();
     } else {
-      cells.numbers.push_back(ToNumber(value));
+      cells.numbers.push_back(ToNumber(value, m_columns[column].kind));
       searched += DisplayNumber(cells.numbers.back(), m_columns[column].kind);
     }
     // Words are searched without blanks, so that none is found across two columns.

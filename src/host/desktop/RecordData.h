@@ -31,6 +31,7 @@ class RecordData {
   int Size() const { return static_cast<int>(m_ids.size()); }
   int Id(int row) const { return m_ids[static_cast<std::size_t>(row)]; }
   QString Display(int row, int column) const;
+  /// Folded as searches compare, a line for each column.
   QStringView SearchText(int row) const { return m_searchTexts[static_cast<std::size_t>(row)]; }
   /// The rows in ascending order of a column: texts by Spanish rules, numbers as numbers and behind those without
   /// one. Records that are equal there stay as they were appended.

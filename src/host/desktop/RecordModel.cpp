@@ -18,6 +18,11 @@ QString ShownText(const QString& text) {
   return text.size() > longestShownText ? text.left(longestShownText).simplified() + QChar(0x2026) : text.simplified();
 }
 
+Qt::Alignment Alignment(ColumnKind kind) {
+  const bool isNumber = kind == ColumnKind::Number || kind == ColumnKind::Percentage || kind == ColumnKind::Amount;
+  return Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft);
+}
+
 }  // namespace
 
 void RecordModel::SetRecords(SortedRecords records, Qt::SortOrder order) {
@@ -73,6 +78,30 @@ int RecordModel::RowOf(int id) const {
   return found == m_visible.end() ? -1 : static_cast<int>(std::distance(m_visible.begin(), found));
 }
 
+int RecordModel::Find(const QString& typed, int column, int from) const {
+  const QString folded = FoldForSearch(typed);
+  const int count = rowCount();
+  for (int i = 0; i < count; ++i) {
+    const int row = (from + i) % count;
+    QStringView text = m_records.SearchText(m_visible[static_cast<std::size_t>(row)]);
+    for (int skipped = 0; skipped < column; ++skipped) {
+      text = text.mid(text.indexOf(u'\n') + 1);
+    }
+    if (text.startsWith(folded)) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+QString RecordModel::LineAt(int row) const {
+  QStringList texts;
+  for (int column = 0; column < columnCount(); ++column) {
+    texts.append(m_records.Display(m_visible[static_cast<std::size_t>(row)], column).simplified());
+  }
+  return texts.join(u'\t');
+}
+
 QString RecordModel::NameAt(int row, int columns) const {
   const int record = m_visible[static_cast<std::size_t>(row)];
   QString name;
@@ -94,21 +123,26 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) {
     return {};
   }
-  const ColumnKind kind = m_records.Columns()[index.column()].kind;
   switch (role) {
     case Qt::DisplayRole:
       return ShownText(m_records.Display(m_visible[static_cast<std::size_t>(index.row())], index.column()));
     case Qt::TextAlignmentRole:
-      return kind == ColumnKind::Text || kind == ColumnKind::YesNo ? QVariant(Qt::AlignVCenter | Qt::AlignLeft)
-                                                                   : QVariant(Qt::AlignVCenter | Qt::AlignRight);
+      return Alignment(m_records.Columns()[index.column()].kind).toInt();
     default:
       return {};
   }
 }
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < columnCount()) {
-    return m_records.Columns()[section].title;
+  if (orientation == Qt::Horizontal && section < columnCount()) {
+    const ListColumn& column = m_records.Columns()[section];
+    if (role == Qt::DisplayRole) {
+      // A wide blank: the room that the numbers below have, too.
+      return Alignment(column.kind) & Qt::AlignRight ? column.title + QChar(0x2003) : column.title;
+    }
+    if (role == Qt::TextAlignmentRole) {
+      return Alignment(column.kind).toInt();
+    }
   }
   return QAbstractTableModel::headerData(section, orientation, role);
 }

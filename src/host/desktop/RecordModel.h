@@ -31,6 +31,11 @@ class RecordModel : public QAbstractTableModel {
   int IdAt(int row) const;
   /// The row of the record in the view, -1 when it is not there or the search hides it.
   int RowOf(int id) const;
+  /// The first row from `from` on, then from the top, whose text in the column begins with `typed`, without regard to
+  /// case and accents; -1 for none.
+  int Find(const QString& typed, int column, int from) const;
+  /// The record's whole texts with tabs between them.
+  QString LineAt(int row) const;
   /// The record as a question names it: its first `columns` columns.
   QString NameAt(int row, int columns) const;
 

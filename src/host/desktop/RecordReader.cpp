@@ -19,6 +19,9 @@ QString ListStatement(const Node& node, const QString& condition = {}) {
   if (node.marksDeleted) {
     conditions.append(node.table + u".Eliminado=0"_s);
   }
+  if (!node.condition.isEmpty()) {
+    conditions.append(node.condition);
+  }
   if (!condition.isEmpty()) {
     conditions.append(node.table + u'.' + node.key + condition);
   }
@@ -67,6 +70,15 @@ RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int
   RecordData records(node.columns);
   Append(records, connection, ListStatement(node, u'>' + QString::number(key)));
   return records;
+}
+
+QString RecordName(adodb::Connection& connection, const Node& node, int id) {
+  const RecordData records = ReadRecords(connection, node, QList<int>{id});
+  QStringList name;
+  for (int column = 0; records.Size() > 0 && column < node.nameColumns; ++column) {
+    name.append(records.Display(0, column));
+  }
+  return name.join(u' ').simplified();
 }
 
 int HighestKey(adodb::Connection& connection, const Node& node) {

@@ -18,6 +18,9 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QL
 /// Reads the live records whose keys are above `key`.
 RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int key);
 
+/// A live record as a question names it, by its first `nameColumns` columns; empty when the list does not have it.
+QString RecordName(adodb::Connection& connection, const Node& node, int id);
+
 /// The highest key of the node's table, deleted rows included; 0 for an empty table.
 int HighestKey(adodb::Connection& connection, const Node& node);
 
