@@ -152,11 +152,15 @@ void tst_program::CopyCheckAndRestore() {
   QVERIFY(run(u"copia %1/copia.db --archivo %1/kel.db"_s).startsWith(u"1 kel-host: Ya existe"_s));
   QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 Base de datos: "_s));
   host::StartSession(OnFile(folder.filePath(u"kel.db"_s)))
+      ->connection->Execute(u"UPDATE Paises SET Nombre=Nombre & '%1' WHERE IDPais=7"_s.arg(QString(60, u'x')));
+  QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 Base de datos: "_s));
+  host::StartSession(OnFile(folder.filePath(u"kel.db"_s)))
       ->connection->Execute(u"INSERT INTO Sucursales(codProvincia) VALUES(99)"_s);
   const QString checked = run(u"comprobar --archivo %1/kel.db"_s);
   QVERIFY2(checked.startsWith(u"1 "_s), qPrintable(checked));
   QVERIFY2(checked.contains(u"Integridad: bien\nÍndices: bien\nReferencias: 1 problema\n  - Sucursales.codProvincia"_s),
            qPrintable(checked));
+  QVERIFY2(checked.contains(u"Longitudes: 1 aviso\n  - Paises.Nombre"_s), qPrintable(checked));
   const QString restored = run(u"restaurar %1/copia.db --archivo %1/kel.db"_s);
   QVERIFY2(restored.startsWith(u"0 "_s) && restored.contains(u"se conserva en"_s), qPrintable(restored));
   QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 "_s));
