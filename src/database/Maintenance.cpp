@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 using namespace Qt::StringLiterals;
 
@@ -17,14 +18,17 @@ namespace database {
 
 namespace {
 
-// The locks of all processes, by the number of the locked file (proc(5)).
+// The locks of all processes, by device and number of the locked file (proc(5)). Where a file system calls its device
+// otherwise, nobody seems to have a lock; a check too many does no harm.
 bool IsLockedByAnybody(const QString& file) {
   struct stat status = {};
   QFile locks(u"/proc/locks"_s);
   if (stat(QFile::encodeName(file).constData(), &status) != 0 || !locks.open(QIODevice::ReadOnly)) {
     return false;
   }
-  return locks.readAll().contains(':' + QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ');
+  const auto device = [](unsigned number) { return QByteArray::number(number, 16).rightJustified(2, '0') + ':'; };
+  return locks.readAll().contains(' ' + device(major(status.st_dev)) + device(minor(status.st_dev)) +
+                                  QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ');
 }
 
 ConnectionString Readable(const QString& connectionString) {

@@ -71,6 +71,7 @@ class tst_program : public QObject {
   void AMistypedPathMakesNothing();
   void CopyCheckAndRestore();
   void WhatCannotBeWrittenIsOpenedForViewing();
+  void AnUncleanEndIsNoticed();
   void ALongUserNameIsCut();
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
@@ -151,11 +152,15 @@ void tst_program::CopyCheckAndRestore() {
   QVERIFY(run(u"copia %1/copia.db --archivo %1/kel.db"_s).startsWith(u"1 kel-host: Ya existe"_s));
   QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 Base de datos: "_s));
   host::StartSession(OnFile(folder.filePath(u"kel.db"_s)))
+      ->connection->Execute(u"UPDATE Paises SET Nombre=Nombre & '%1' WHERE IDPais=7"_s.arg(QString(60, u'x')));
+  QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 Base de datos: "_s));
+  host::StartSession(OnFile(folder.filePath(u"kel.db"_s)))
       ->connection->Execute(u"INSERT INTO Sucursales(codProvincia) VALUES(99)"_s);
   const QString checked = run(u"comprobar --archivo %1/kel.db"_s);
   QVERIFY2(checked.startsWith(u"1 "_s), qPrintable(checked));
   QVERIFY2(checked.contains(u"Integridad: bien\nÍndices: bien\nReferencias: 1 problema\n  - Sucursales.codProvincia"_s),
            qPrintable(checked));
+  QVERIFY2(checked.contains(u"Longitudes: 1 aviso\n  - Paises.Nombre"_s), qPrintable(checked));
   const QString restored = run(u"restaurar %1/copia.db --archivo %1/kel.db"_s);
   QVERIFY2(restored.startsWith(u"0 "_s) && restored.contains(u"se conserva en"_s), qPrintable(restored));
   QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 "_s));
@@ -164,7 +169,8 @@ void tst_program::CopyCheckAndRestore() {
 void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"kel.db"_s);
-  QVERIFY(!host::StartSession(OnFile(file))->session.readOnly);
+  const auto usual = host::StartSession(OnFile(file));
+  QVERIFY(!usual->session.readOnly && !usual->leftOpen);
   host::CommandLine line;
   line.connectionString = u"Acceso=lectura;Archivo="_s + file;
   const auto started = host::StartSession(line);
@@ -172,6 +178,18 @@ void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
   QVERIFY(!started->session.userName.isEmpty());
   QCOMPARE(support::ErrorOf([&] { started->connection->Execute(u"DELETE FROM Paises"_s); }),
            int(database::DatabaseReadOnly));
+}
+
+void tst_program::AnUncleanEndIsNoticed() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  host::StartSession(OnFile(file));
+  // What a program leaves that was killed: a log that nobody has open.
+  QFile log(file + u"-wal"_s);
+  QVERIFY(log.open(QIODevice::WriteOnly) && log.write(QByteArray(100, 'x')) == 100);
+  log.close();
+  QVERIFY(host::StartSession(OnFile(file))->leftOpen);
+  QVERIFY(!host::StartSession(OnFile(file))->leftOpen);
 }
 
 void tst_program::ALongUserNameIsCut() {

@@ -87,9 +87,9 @@ void tst_record_list::Search_data() {
   QTest::newRow("words in any order") << u"Castilla y León"_s << u"leon cast"_s << true;
   QTest::newRow("every word counts") << u"Castilla y León"_s << u"leon mancha"_s << false;
   QTest::newRow("blanks only") << u"Soria"_s << u"  "_s << true;
-  QTest::newRow("a long text") << QString(62, u'É') + u"ÁVILA"_s << u"eavila"_s << true;
-  QTest::newRow("a pair in a long text") << QString(63, u'é') + u"😀ña"_s << u"e😀na"_s << true;
-  QTest::newRow("a combining accent in a long text") << QString(64, u'ñ') + u"\u0301x"_s << u"nnx"_s << true;
+  QTest::newRow("a long text") << QString(62, u'Ώ') + u"ÁVILA"_s << u"ωavila"_s << true;
+  QTest::newRow("a pair in a long text") << QString(63, u'Ώ') + u"𝐀ña"_s << u"ωana"_s << true;
+  QTest::newRow("a combining accent in a long text") << QString(64, u'Ώ') + u"\u0301x"_s << u"ωωx"_s << true;
   QTest::newRow("more than is kept") << QString(1000, u'é') + u'z' << u"z"_s << false;
   QTest::newRow("no pattern") << u"Soria"_s << u"S*a"_s << false;
 }

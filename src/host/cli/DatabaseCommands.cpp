@@ -15,12 +15,12 @@ QLocale Spanish() {
   return QLocale(QLocale::Spanish, QLocale::Spain);
 }
 
-QString Section(const QString& title, const QStringList& findings) {
+QString Section(const QString& title, const QStringList& findings, const QString& one = u"problema"_s) {
   if (findings.isEmpty()) {
     return u"%1: bien\n"_s.arg(title);
   }
-  QString text =
-      u"%1: %2\n"_s.arg(title, findings.size() == 1 ? u"1 problema"_s : u"%1 problemas"_s.arg(findings.size()));
+  const QString counted = findings.size() == 1 ? one : one + u's';
+  QString text = u"%1: %2 %3\n"_s.arg(title, QString::number(findings.size()), counted);
   for (const QString& finding : findings) {
     text += u"  - %1\n"_s.arg(finding);
   }
@@ -55,7 +55,7 @@ CheckOutcome CheckCommand(const CommandLine& line) {
             "(kel-host restaurar COPIA); los demás, corrigiendo los registros en sus cuadros."_s;
   const QString report = u"Base de datos: %1\n\n"_s.arg(target.shown) + Section(u"Integridad"_s, findings.integrity) +
                          Section(u"Índices"_s, findings.indexes) + Section(u"Referencias"_s, findings.references) +
-                         Section(u"Longitudes"_s, findings.lengths) + u'\n' + verdict;
+                         Section(u"Longitudes"_s, findings.lengths, u"aviso"_s) + u'\n' + verdict;
   return {report, findings.IsSound()};
 }
 
