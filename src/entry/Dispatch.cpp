@@ -101,7 +101,7 @@ std::span<const Entry> Table() {
       Row(node.Bancos(), u"frmBanco"_s, GuardedLoad, CreateFrmBanco),
       Row(node.Sucursales(), u"frmSucursal"_s, Modal, CreateFrmSucursal),
       Row(node.Cabeceras(), u"frmCabecera"_s, Modal, CreateFrmCabecera),
-      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, nullptr),
+      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, CreateFrmCartaModelo),
       Row(node.Diocesis(), u"frmDiocesis"_s, Modal, CreateFrmDiocesis),
       Row(node.Emisores(), u"frmEmisor"_s, Modal, CreateFrmEmisor),
       Row(node.Paises(), u"frmPais"_s, Modal, CreateFrmPais),

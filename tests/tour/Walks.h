@@ -13,6 +13,5 @@ void WalkPublications(Tour& tour);
 void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
 void WalkDeletions(Tour& tour);
-void WalkMissing(Tour& tour);
 
 }  // namespace tour

@@ -1,0 +1,222 @@
+#include "letters/editor/LetterEdit.h"
+
+#include "letters/editor/Clipboard.h"
+#include "letters/editor/Formatting.h"
+#include "letters/editor/ParagraphRange.h"
+#include "letters/editor/ZoomedScreen.h"
+#include "letters/rtf/Rtf.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextList>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace letters {
+
+namespace {
+
+// A notch of the wheel, in the eighths of a degree that its events count.
+constexpr int wheelNotch = 120;
+// RTF's own distance of tab stops, half an inch, in pixels of a document.
+constexpr double defaultTabs = 48;
+
+// Empty, with the settings that what is read into it must find.
+std::unique_ptr<QTextDocument> NewDocument(const QFont& font) {
+  auto document = std::make_unique<QTextDocument>();
+  document->setDefaultFont(font);
+  document->setDocumentMargin(0);
+  document->setUseDesignMetrics(true);
+  return document;
+}
+
+}  // namespace
+
+LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_screen(std::make_unique<ZoomedScreen>(this)) {
+  setFrameStyle(QFrame::NoFrame);
+  setViewportMargins(0, 0, 0, 0);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setContextMenuPolicy(Qt::PreventContextMenu);
+  setAcceptRichText(true);
+  Start(font());
+}
+
+// The document refers to the screen that it is laid out for.
+LetterEdit::~LetterEdit() {
+  document()->documentLayout()->setPaintDevice(nullptr);
+}
+
+rtf::Report LetterEdit::Load(const QString& content) {
+  auto letter = NewDocument(document()->defaultFont());
+  const rtf::Report report = rtf::Read(content, *letter);
+  Show(letter.release());
+  return report;
+}
+
+void LetterEdit::Start(const QFont& font) {
+  auto letter = NewDocument(font);
+  QTextOption option = letter->defaultTextOption();
+  option.setTabStopDistance(defaultTabs);
+  letter->setDefaultTextOption(option);
+  Show(letter.release());
+}
+
+void LetterEdit::Show(QTextDocument* letter) {
+  letter->setParent(this);
+  const double tabs = letter->defaultTextOption().tabStopDistance();
+  const QPointer<QTextDocument> before = document();
+  setDocument(letter);
+  setTabStopDistance(tabs);
+  letter->documentLayout()->setPaintDevice(m_screen.get());
+  connect(letter->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+          [this](const QSizeF& size) { Q_EMIT HeightChanged(static_cast<int>(std::ceil(size.height()))); });
+  if (before && before->parent() == this) {
+    delete before;
+  }
+}
+
+QString LetterEdit::Content() const {
+  return rtf::WriteText(*document());
+}
+
+void LetterEdit::SetZoom(double zoom) {
+  m_screen->SetZoom(zoom);
+  // Laid out anew for the same device with another scale.
+  document()->documentLayout()->setPaintDevice(m_screen.get());
+  document()->markContentsDirty(0, document()->characterCount());
+}
+
+void LetterEdit::TypeText(const QString& text) {
+  insertPlainText(text);
+  ensureCursorVisible();
+}
+
+rtf::Report LetterEdit::ReplaceAll(const QByteArray& content) {
+  QTextCursor all(document());
+  all.select(QTextCursor::Document);
+  return rtf::Insert(content, all);
+}
+
+QMimeData* LetterEdit::createMimeDataFromSelection() const {
+  return ToClipboard(textCursor());
+}
+
+bool LetterEdit::canInsertFromMimeData(const QMimeData* source) const {
+  return HasText(*source);
+}
+
+void LetterEdit::insertFromMimeData(const QMimeData* source) {
+  if (const QByteArray content = RtfFrom(*source); !content.isEmpty()) {
+    QTextCursor cursor = textCursor();
+    const rtf::Report report = rtf::Insert(content, cursor);
+    if (report.outcome == rtf::Outcome::Refused) {
+      Q_EMIT PasteRefused(report.reason);
+    } else {
+      setTextCursor(cursor);
+    }
+  } else {
+    PasteText(PlainFrom(*source));
+  }
+  ensureCursorVisible();
+}
+
+// A page break belongs to the paragraph that begins the page, not to those that are made of it.
+void LetterEdit::PasteText(const QString& text) {
+  QTextCursor cursor = textCursor();
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  const int start = cursor.position();
+  cursor.insertText(text);
+  QTextCursor added(document());
+  added.setPosition(start);
+  added.movePosition(QTextCursor::NextBlock);
+  if (added.position() > start && added.position() <= cursor.position()) {
+    added.setPosition(cursor.position(), QTextCursor::KeepAnchor);
+    ChangeParagraphs(added, [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+  }
+  cursor.endEditBlock();
+  setTextCursor(cursor);
+}
+
+void LetterEdit::keyPressEvent(QKeyEvent* event) {
+  const bool control = (event->modifiers() & Qt::ControlModifier) != 0;
+  const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+  if (control && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
+    LeaveByTab(event->key() == Qt::Key_Tab);
+  } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(cursorRect().bottomRight()));
+  } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
+    BreakParagraph(event);
+  } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
+    MoveByPage(event);
+  } else {
+    QTextEdit::keyPressEvent(event);
+  }
+}
+
+// Return in an empty item ends the list.
+void LetterEdit::BreakParagraph(QKeyEvent* event) {
+  QTextCursor cursor = textCursor();
+  const QTextBlock block = cursor.block();
+  if (block.textList() != nullptr && block.length() == 1) {
+    LeaveList(*this);
+    return;
+  }
+  cursor.beginEditBlock();
+  QTextEdit::keyPressEvent(event);
+  ChangeParagraphs(textCursor(), [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+  cursor.endEditBlock();
+  ensureCursorVisible();
+}
+
+void LetterEdit::MoveByPage(QKeyEvent* event) {
+  const bool down = event->key() == Qt::Key_PageDown;
+  const bool keepsAnchor = (event->modifiers() & Qt::ShiftModifier) != 0;
+  const QPoint target = cursorRect().center() + QPoint(0, down ? m_pageStep : -m_pageStep);
+  QTextCursor cursor = textCursor();
+  cursor.setPosition(cursorForPosition(target).position(),
+                     keepsAnchor ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+  setTextCursor(cursor);
+}
+
+// QTextEdit lets the focus go to the next control only where Tab types nothing.
+void LetterEdit::LeaveByTab(bool forward) {
+  QAbstractScrollArea::focusNextPrevChild(forward);
+}
+
+void LetterEdit::mouseReleaseEvent(QMouseEvent* event) {
+  QTextEdit::mouseReleaseEvent(event);
+  if (event->button() == Qt::RightButton) {
+    Q_EMIT MenuWanted(event->globalPosition().toPoint());
+  }
+}
+
+void LetterEdit::wheelEvent(QWheelEvent* event) {
+  if ((event->modifiers() & Qt::ControlModifier) == 0) {
+    // The ground scrolls.
+    event->ignore();
+    return;
+  }
+  m_wheel += event->angleDelta().y();
+  if (const int steps = m_wheel / wheelNotch; steps != 0) {
+    m_wheel -= steps * wheelNotch;
+    Q_EMIT ZoomWanted(steps);
+  }
+  event->accept();
+}
+
+void LetterEdit::focusInEvent(QFocusEvent* event) {
+  QTextEdit::focusInEvent(event);
+  Q_EMIT FocusChanged(true);
+}
+
+void LetterEdit::focusOutEvent(QFocusEvent* event) {
+  QTextEdit::focusOutEvent(event);
+  Q_EMIT FocusChanged(false);
+}
+
+}  // namespace letters
