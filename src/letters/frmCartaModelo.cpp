@@ -26,7 +26,7 @@ namespace {
 const FormCard card{
     .name = u"frmCartaModelo"_s, .lock = u"IDCartaModelo"_s, .errors = ErrorLetOut{}, .cancel = CancelAnswer::Nothing};
 
-// A letter that this editor stored has no margins above and below.
+// The editor stores no margins above and below.
 double MarginOf(const QVariant& value, double usual) {
   return automation::IsNull(value) ? usual : automation::CDbl(value);
 }
@@ -93,10 +93,6 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     m_name = Text(rs->Field(u"Nombre"));
     SetCaption(LoadResString(3100) + m_name);
     rs->Close();
-  }
-
-  void OnActivate() override {
-    ui.rtfCarta->setFocus();
     if (!m_unreadable.isEmpty()) {
       Ask(u"La carta guardada no se puede mostrar. %1"_s.arg(m_unreadable), vbExclamation);
     }
