@@ -74,7 +74,8 @@ class tst_letter_editor : public QObject {
     host.driver.AnswerInput(u"Carta d'abril"_s);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Nuevo(), 0, 77));
     const QString content =
-        u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Times New Roman;}}\r\n{\\colortbl ;}\r\n\\uc1\r\n"
+        u"{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang3082{\\fonttbl{\\f0\\fnil\\fcharset0 Times New "
+        u"Roman;}}\r\n{\\colortbl ;}\r\n\\uc1\r\n"
         "\\pard\\plain\\f0\\fs16 L'any\\par\r\n}\r\n"_s;
     QCOMPARE(support::Rows(*host.Connect(), stored), QStringList(u"Carta d'abril|%1|3|2,5|NULL"_s.arg(content)));
     QVERIFY(host.OwnStatements()[2].startsWith(

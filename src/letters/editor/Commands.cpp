@@ -30,7 +30,7 @@ const QList<MenuRow>& Menus() {
 
 }  // namespace
 
-/// A row may have a menu item, a tool button, or only a key. Rows stand in the order of both bars.
+/// A command with its menu item, its tool button, its key; each may be missing. Rows stand in the order of both bars.
 struct Commands::Row {
   Command command;
   QString menu = {};
@@ -40,9 +40,39 @@ struct Commands::Row {
   QString key = {};
   QString tip = {};
   QString icon = {};
-  /// None for what the text box does by itself, wherever the focus is in it.
+  /// What a button shows without an icon theme.
+  QString brief = {};
+  /// None for what the text box does by itself when the focus is in it.
   QKeySequence shortcut = {};
   bool checkable = false;
+
+  Row InMenu(const QString& inMenu, const QString& name, int stringId) const {
+    Row row = *this;
+    row.menu = inMenu;
+    row.item = name;
+    row.caption = stringId;
+    return row;
+  }
+  Row OnBar(const QString& onBar, const QString& name, const QString& toolTip, const QString& iconName,
+            const QString& shortText = {}) const {
+    Row row = *this;
+    row.bar = onBar;
+    row.key = name;
+    row.tip = toolTip;
+    row.icon = iconName;
+    row.brief = shortText.isEmpty() ? toolTip : shortText;
+    return row;
+  }
+  Row Keys(const QString& keys) const {
+    Row row = *this;
+    row.shortcut = QKeySequence(keys);
+    return row;
+  }
+  Row Checkable() const {
+    Row row = *this;
+    row.checkable = true;
+    return row;
+  }
 };
 
 const QList<Commands::Row>& Commands::Table() {
@@ -51,50 +81,54 @@ const QList<Commands::Row>& Commands::Table() {
   const auto file = u"mnuArchivo"_s;
   const auto edit = u"mnuEdición"_s;
   const auto bars = u"mnuVerBarraDeHerramientas"_s;
+  const auto looks = u"mnuFormato"_s;
+  const auto of = [](Command command) { return Row{.command = command}; };
   using enum Command;
   static const QList<Row> table{
-      {Save, file, u"mnuArchivoGuardar"_s, 3004, standard, u"guardar"_s, u"Guardar"_s, u"document-save"_s,
-       QKeySequence(u"Ctrl+S"_s)},
-      {SaveAs, file, u"mnuArchivoGuardarComo"_s, 3005, {}, {}, {}, {}, QKeySequence(u"Ctrl+Shift+S"_s)},
-      {Print, file, u"mnuArchivoImprimir"_s, 3006, standard, u"imprimir"_s, u"Imprimir"_s, u"document-print"_s,
-       QKeySequence(u"Ctrl+P"_s)},
-      {Exit, file, u"mnuArchivosalir"_s, 3007},
-      {Undo, edit, u"mnuEdicionDeshacer"_s, 3009},
-      {Cut, edit, u"mnuEdicionCortar"_s, 3010, standard, u"cortar"_s, u"Cortar"_s, u"edit-cut"_s},
-      {Copy, edit, u"mnuEdicionCopiar"_s, 3011, standard, u"copiar"_s, u"Copiar"_s, u"edit-copy"_s},
-      {Paste, edit, u"mnuEdicionPegar"_s, 3012, standard, u"pegar"_s, u"Pegar"_s, u"edit-paste"_s},
-      {SelectAll, edit, u"mnuedicionseleccionartodo"_s, 3013},
-      {Find, {}, {}, 0, standard, u"buscar"_s, u"Buscar"_s, u"edit-find"_s, QKeySequence(u"Ctrl+F"_s)},
-      {Undo, {}, {}, 0, standard, u"deshacer"_s, u"Deshacer"_s, u"edit-undo"_s},
-      {ShowStandardBar, bars, u"mnuVerBarraDeHerramientasEstandar"_s, 3016, {}, {}, {}, {}, {}, true},
-      {ShowFormatBar, bars, u"mnuVerBarraDeHerramientasFormato"_s, 3017, {}, {}, {}, {}, {}, true},
-      {Font, u"mnuFormato"_s, u"mnuFormatoFuente"_s, 3018},
-      {Bold, {}, {}, 0, format, u"negrita"_s, u"Negrita"_s, u"format-text-bold"_s, QKeySequence(u"Ctrl+B"_s), true},
-      {Italic, {}, {}, 0, format, u"cursiva"_s, u"Cursiva"_s, u"format-text-italic"_s, QKeySequence(u"Ctrl+I"_s), true},
-      {Underline,
-       {},
-       {},
-       0,
-       format,
-       u"subrayado"_s,
-       u"Subrayado"_s,
-       u"format-text-underline"_s,
-       QKeySequence(u"Ctrl+U"_s),
-       true},
-      {Left, {}, {}, 0, format, u"left"_s, u"Alinear a la izquierda"_s, u"format-justify-left"_s, {}, true},
-      {Centre, {}, {}, 0, format, u"center"_s, u"Centrar"_s, u"format-justify-center"_s, {}, true},
-      {Right, {}, {}, 0, format, u"right"_s, u"Alinear a la derecha"_s, u"format-justify-right"_s, {}, true},
-      {Justify, {}, {}, 0, format, u"Justify"_s, u"Justificar"_s, u"format-justify-fill"_s, {}, true},
-      {Bullets, {}, {}, 0, format, u"desordenada"_s, u"Viñetas"_s, u"format-list-unordered"_s},
+      of(Save)
+          .InMenu(file, u"mnuArchivoGuardar"_s, 3004)
+          .OnBar(standard, u"guardar"_s, u"Guardar"_s, u"document-save"_s)
+          .Keys(u"Ctrl+S"_s),
+      of(SaveAs).InMenu(file, u"mnuArchivoGuardarComo"_s, 3005).Keys(u"Ctrl+Shift+S"_s),
+      of(Print)
+          .InMenu(file, u"mnuArchivoImprimir"_s, 3006)
+          .OnBar(standard, u"imprimir"_s, u"Imprimir"_s, u"document-print"_s)
+          .Keys(u"Ctrl+P"_s),
+      of(Exit).InMenu(file, u"mnuArchivosalir"_s, 3007),
+      of(Undo).InMenu(edit, u"mnuEdicionDeshacer"_s, 3009),
+      of(Cut).InMenu(edit, u"mnuEdicionCortar"_s, 3010).OnBar(standard, u"cortar"_s, u"Cortar"_s, u"edit-cut"_s),
+      of(Copy).InMenu(edit, u"mnuEdicionCopiar"_s, 3011).OnBar(standard, u"copiar"_s, u"Copiar"_s, u"edit-copy"_s),
+      of(Paste).InMenu(edit, u"mnuEdicionPegar"_s, 3012).OnBar(standard, u"pegar"_s, u"Pegar"_s, u"edit-paste"_s),
+      of(SelectAll).InMenu(edit, u"mnuedicionseleccionartodo"_s, 3013),
+      of(Find).OnBar(standard, u"buscar"_s, u"Buscar"_s, u"edit-find"_s).Keys(u"Ctrl+F"_s),
+      of(Undo).OnBar(standard, u"deshacer"_s, u"Deshacer"_s, u"edit-undo"_s),
+      of(ShowStandardBar).InMenu(bars, u"mnuVerBarraDeHerramientasEstandar"_s, 3016).Checkable(),
+      of(ShowFormatBar).InMenu(bars, u"mnuVerBarraDeHerramientasFormato"_s, 3017).Checkable(),
+      of(Font).InMenu(looks, u"mnuFormatoFuente"_s, 3018),
+      of(Bold).OnBar(format, u"negrita"_s, u"Negrita"_s, u"format-text-bold"_s, u"N"_s).Keys(u"Ctrl+B"_s).Checkable(),
+      of(Italic)
+          .OnBar(format, u"cursiva"_s, u"Cursiva"_s, u"format-text-italic"_s, u"K"_s)
+          .Keys(u"Ctrl+I"_s)
+          .Checkable(),
+      of(Underline)
+          .OnBar(format, u"subrayado"_s, u"Subrayado"_s, u"format-text-underline"_s, u"S"_s)
+          .Keys(u"Ctrl+U"_s)
+          .Checkable(),
+      of(Left).OnBar(format, u"left"_s, u"Alinear a la izquierda"_s, u"format-justify-left"_s, u"Izq."_s).Checkable(),
+      of(Centre).OnBar(format, u"center"_s, u"Centrar"_s, u"format-justify-center"_s, u"Centro"_s).Checkable(),
+      of(Right).OnBar(format, u"right"_s, u"Alinear a la derecha"_s, u"format-justify-right"_s, u"Der."_s).Checkable(),
+      of(Justify).OnBar(format, u"Justify"_s, u"Justificar"_s, u"format-justify-fill"_s, u"Justif."_s).Checkable(),
+      of(Bullets).OnBar(format, u"desordenada"_s, u"Viñetas"_s, u"format-list-unordered"_s),
       // Intended: the key "indent" takes an indent away, "outdent" adds one.
-      {IndentLess, {}, {}, 0, format, u"indent"_s, u"Disminuir sangría"_s, u"format-indent-less"_s},
-      {IndentMore, {}, {}, 0, format, u"outdent"_s, u"Aumentar sangría"_s, u"format-indent-more"_s},
-      {Colour, u"mnuFormato"_s, u"mnuformatoColorFuente"_s, 3019, format, u"color_letra"_s, u"Color de la fuente"_s,
-       u"format-text-color"_s},
-      {Help, u"mnuAyuda"_s, u"mnuAyudaContenido"_s, 3021},
-      {Redo, {}, {}, 0, {}, {}, {}, {}, QKeySequence(u"Ctrl+Y"_s)},
-      {FindAgain, {}, {}, 0, {}, {}, {}, {}, QKeySequence(u"F3"_s)},
-      {CheckMarkers, {}, {}, 0, {}, {}, {}, {}, QKeySequence(u"F7"_s)},
+      of(IndentLess).OnBar(format, u"indent"_s, u"Disminuir sangría"_s, u"format-indent-less"_s, u"− Sangría"_s),
+      of(IndentMore).OnBar(format, u"outdent"_s, u"Aumentar sangría"_s, u"format-indent-more"_s, u"+ Sangría"_s),
+      of(Colour)
+          .InMenu(looks, u"mnuformatoColorFuente"_s, 3019)
+          .OnBar(format, u"color_letra"_s, u"Color de la fuente"_s, u"format-text-color"_s, u"Color"_s),
+      of(Help).InMenu(u"mnuAyuda"_s, u"mnuAyudaContenido"_s, 3021),
+      of(Redo).Keys(u"Ctrl+Y"_s),
+      of(FindAgain).Keys(u"F3"_s),
+      of(CheckMarkers).Keys(u"F7"_s),
   };
   return table;
 }
@@ -138,6 +172,7 @@ void Commands::FillBar(QToolBar* bar) {
     }
     QAction* action = Connected(bar->addAction(QIcon::fromTheme(row.icon), row.tip), row.command);
     action->setObjectName(bar->objectName() + u'_' + row.key);
+    action->setIconText(row.brief);
     action->setToolTip(row.tip);
     action->setCheckable(row.checkable);
     m_buttons.insert(row.command, action);

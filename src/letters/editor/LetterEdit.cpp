@@ -91,7 +91,11 @@ void LetterEdit::SetZoom(double zoom) {
 }
 
 void LetterEdit::TypeText(const QString& text) {
-  insertPlainText(text);
+  QTextCursor cursor = textCursor();
+  // A block of its own, or undo would take what was typed around it back, too.
+  cursor.beginEditBlock();
+  cursor.insertText(text);
+  cursor.endEditBlock();
   ensureCursorVisible();
 }
 
@@ -197,8 +201,8 @@ void LetterEdit::mouseReleaseEvent(QMouseEvent* event) {
 
 void LetterEdit::wheelEvent(QWheelEvent* event) {
   if ((event->modifiers() & Qt::ControlModifier) == 0) {
-    // The ground scrolls.
-    event->ignore();
+    // It is the ground that scrolls.
+    QCoreApplication::sendEvent(parentWidget(), event);
     return;
   }
   m_wheel += event->angleDelta().y();

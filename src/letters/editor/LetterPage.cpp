@@ -22,6 +22,10 @@ constexpr double zoomStep = 0.1;
 constexpr double leastZoom = 0.5;
 constexpr double mostZoom = 3.0;
 
+// A notch of the wheel in the units of its events, and the steps that it scrolls.
+constexpr int wheelNotch = 120;
+constexpr int stepsPerNotch = 3;
+
 // The room that stays around the caret.
 constexpr Twips aroundCaret{300};
 
@@ -183,7 +187,9 @@ void LetterPage::resizeEvent(QResizeEvent* event) {
 
 void LetterPage::wheelEvent(QWheelEvent* event) {
   const bool sideways = (event->modifiers() & Qt::ShiftModifier) != 0 || event->angleDelta().y() == 0;
-  QCoreApplication::sendEvent(sideways ? m_horizontal : m_vertical, event);
+  QScrollBar* bar = sideways ? m_horizontal : m_vertical;
+  const int turned = event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
+  bar->setValue(bar->value() - turned * stepsPerNotch * bar->singleStep() / wheelNotch);
   event->accept();
 }
 

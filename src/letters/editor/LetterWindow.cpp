@@ -21,8 +21,8 @@ namespace letters {
 namespace {
 
 constexpr int marginCharacters = 6;
-constexpr int fontCharacters = 20;
-constexpr int sizeCharacters = 4;
+constexpr int fontCharacters = 16;
+constexpr int sizeCharacters = 3;
 
 QToolBar* NewToolBar(const QString& name, const QString& accessibleName, QWidget* parent) {
   auto* bar = new QToolBar(parent);
