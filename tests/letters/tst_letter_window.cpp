@@ -286,7 +286,7 @@ class tst_letter_window : public QObject {
       auto* down = dialog.Find<QScrollBar>("vsbCarta");
       TypeLines(dialog, QStringList(100, u"línea"_s));
       const QWidget* ground = dialog.Find("picFondo");
-      const auto caretSeen = [&] { return ground->rect().contains(letter->cursorRect().translated(letter->pos())); };
+      const auto caretSeen = [&] { return ground->rect().contains(letter->CaretRect().translated(letter->pos())); };
       QVERIFY(caretSeen());
       QVERIFY(down->value() > 0);
       QTest::keyClick(letter, Qt::Key_PageUp);

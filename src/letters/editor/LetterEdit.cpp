@@ -3,15 +3,14 @@
 #include "letters/editor/Clipboard.h"
 #include "letters/editor/Formatting.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/editor/ZoomedScreen.h"
 #include "letters/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPointer>
+#include <QScrollBar>
 #include <QTextList>
-
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -24,9 +23,17 @@ constexpr int wheelNotch = 120;
 // RTF's own distance of tab stops, half an inch, in pixels of a document.
 constexpr double defaultTabs = 48;
 
-// Empty, with the settings that what is read into it must find.
-std::unique_ptr<QTextDocument> NewDocument(const QFont& font) {
+// In half-points.
+constexpr int caretWidth = 2;
+
+QRect Scaled(const QRectF& rect, double factor) {
+  return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
+}
+
+// Empty, with the settings that what is read into it must find. Letters keep their widths at any size on the screen.
+std::unique_ptr<QTextDocument> NewDocument(QFont font) {
   auto document = std::make_unique<QTextDocument>();
+  font.setHintingPreference(QFont::PreferNoHinting);
   document->setDefaultFont(font);
   document->setDocumentMargin(0);
   document->setUseDesignMetrics(true);
@@ -35,17 +42,25 @@ std::unique_ptr<QTextDocument> NewDocument(const QFont& font) {
 
 }  // namespace
 
-LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_screen(std::make_unique<ZoomedScreen>(this)) {
+LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale(logicalDpiX())) {
   setFrameStyle(QFrame::NoFrame);
   setViewportMargins(0, 0, 0, 0);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setContextMenuPolicy(Qt::PreventContextMenu);
   setAcceptRichText(true);
+  setLineWrapMode(QTextEdit::FixedPixelWidth);
+  setCursorWidth(caretWidth);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // Hidden, they would move the text all the same.
+  for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
+    connect(bar, &QScrollBar::rangeChanged, bar, [bar] { bar->setRange(0, 0); });
+  }
+  connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
+  connect(this, &QTextEdit::cursorPositionChanged, this, &LetterEdit::ShowCaretNow);
   Start(font());
 }
 
-// The document refers to the screen that it is laid out for.
+// The document refers to the device that it is laid out for.
 LetterEdit::~LetterEdit() {
   document()->documentLayout()->setPaintDevice(nullptr);
 }
@@ -69,11 +84,14 @@ void LetterEdit::Show(QTextDocument* letter) {
   letter->setParent(this);
   const double tabs = letter->defaultTextOption().tabStopDistance();
   const QPointer<QTextDocument> before = document();
+  letter->documentLayout()->setPaintDevice(&m_device);
   setDocument(letter);
   setTabStopDistance(tabs);
-  letter->documentLayout()->setPaintDevice(m_screen.get());
-  connect(letter->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
-          [this](const QSizeF& size) { Q_EMIT HeightChanged(static_cast<int>(std::ceil(size.height()))); });
+  letter->setModified(false);
+  const QAbstractTextDocumentLayout* layout = letter->documentLayout();
+  connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
+          [this](const QSizeF& size) { Q_EMIT HeightChanged(FromHalfPoints(size.height())); });
+  connect(layout, &QAbstractTextDocumentLayout::update, this, &LetterEdit::Repaint);
   if (before && before->parent() == this) {
     delete before;
   }
@@ -83,11 +101,21 @@ QString LetterEdit::Content() const {
   return rtf::WriteText(*document());
 }
 
-void LetterEdit::SetZoom(double zoom) {
-  m_screen->SetZoom(zoom);
-  // Laid out anew for the same device with another scale.
-  document()->documentLayout()->setPaintDevice(m_screen.get());
-  document()->markContentsDirty(0, document()->characterCount());
+void LetterEdit::SetTextWidth(Twips width) {
+  setLineWrapColumnOrWidth(std::max(1, ToHalfPoints(width)));
+}
+
+void LetterEdit::SetScale(Scale scale) {
+  m_scale = scale;
+  viewport()->update();
+}
+
+double LetterEdit::PixelsPerHalfPoint() const {
+  return m_scale.pixelsPerTwip * FromHalfPoints(1).count;
+}
+
+QRect LetterEdit::CaretRect() const {
+  return Scaled(cursorRect(), PixelsPerHalfPoint());
 }
 
 void LetterEdit::TypeText(const QString& text) {
@@ -152,7 +180,7 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
   if (control && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
-    Q_EMIT MenuWanted(viewport()->mapToGlobal(cursorRect().bottomRight()));
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
     BreakParagraph(event);
   } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
@@ -178,9 +206,10 @@ void LetterEdit::BreakParagraph(QKeyEvent* event) {
 }
 
 void LetterEdit::MoveByPage(QKeyEvent* event) {
+  const int step = ToHalfPoints(m_pageStep);
   const bool down = event->key() == Qt::Key_PageDown;
   const bool keepsAnchor = (event->modifiers() & Qt::ShiftModifier) != 0;
-  const QPoint target = cursorRect().center() + QPoint(0, down ? m_pageStep : -m_pageStep);
+  const QPoint target = cursorRect().center() + QPoint(0, down ? step : -step);
   QTextCursor cursor = textCursor();
   cursor.setPosition(cursorForPosition(target).position(),
                      keepsAnchor ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
@@ -190,13 +219,6 @@ void LetterEdit::MoveByPage(QKeyEvent* event) {
 // QTextEdit lets the focus go to the next control only where Tab types nothing.
 void LetterEdit::LeaveByTab(bool forward) {
   QAbstractScrollArea::focusNextPrevChild(forward);
-}
-
-void LetterEdit::mouseReleaseEvent(QMouseEvent* event) {
-  QTextEdit::mouseReleaseEvent(event);
-  if (event->button() == Qt::RightButton) {
-    Q_EMIT MenuWanted(event->globalPosition().toPoint());
-  }
 }
 
 void LetterEdit::wheelEvent(QWheelEvent* event) {
@@ -215,11 +237,14 @@ void LetterEdit::wheelEvent(QWheelEvent* event) {
 
 void LetterEdit::focusInEvent(QFocusEvent* event) {
   QTextEdit::focusInEvent(event);
+  ShowCaretNow();
   Q_EMIT FocusChanged(true);
 }
 
 void LetterEdit::focusOutEvent(QFocusEvent* event) {
   QTextEdit::focusOutEvent(event);
+  m_blink.stop();
+  viewport()->update();
   Q_EMIT FocusChanged(false);
 }
 

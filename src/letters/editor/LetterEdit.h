@@ -1,18 +1,20 @@
 #pragma once
 
+#include "letters/editor/HalfPoints.h"
+#include "letters/editor/PageGeometry.h"
 #include "letters/rtf/Report.h"
 
+#include <QBasicTimer>
 #include <QTextEdit>
-
-#include <memory>
 
 namespace letters {
 
-class ZoomedScreen;
-
 /// The letter: a rich-text box whose clipboard speaks RTF, laid out by the measures of the paper, so that its lines are
-/// those that the printer makes, at any zoom. It has no scroll bars of its own: whoever shows it gives it the height of
+/// those that the printer makes, at any zoom. It has no scroll bars of its own: whoever shows it gives it the size of
 /// its text and moves it.
+///
+/// Its document is laid out in half-points; what the base class says of places in the text (cursorRect,
+/// cursorForPosition) counts in them.
 class LetterEdit : public QTextEdit {
   Q_OBJECT
 
@@ -27,10 +29,14 @@ class LetterEdit : public QTextEdit {
   /// The letter as it is stored: what was loaded, to the character, while it is unchanged.
   QString Content() const;
 
-  /// 1.0 shows the letter as large as it is printed. No measure of the letter changes.
-  void SetZoom(double zoom);
-  /// The height that Page Up and Page Down go, in pixels.
-  void SetPageStep(int pixels) { m_pageStep = pixels; }
+  /// Breaks the lines at this width.
+  void SetTextWidth(Twips width);
+  /// How large the letter is painted; no measure of it changes.
+  void SetScale(Scale scale);
+  /// The height that Page Up and Page Down go.
+  void SetPageStep(Twips height) { m_pageStep = height; }
+  /// Where the caret is, in pixels.
+  QRect CaretRect() const;
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
@@ -42,8 +48,8 @@ class LetterEdit : public QTextEdit {
   void MenuWanted(const QPoint& at);
   /// The wheel turned with Ctrl held: steps inward are positive.
   void ZoomWanted(int steps);
-  /// The text became this high, in pixels.
-  void HeightChanged(int pixels);
+  /// The text became this high.
+  void HeightChanged(letters::Twips height);
   /// What was pasted was refused; why, for the user.
   void PasteRefused(const QString& reason);
   /// Beside the signals of the text: it got the focus, or lost it.
@@ -53,22 +59,37 @@ class LetterEdit : public QTextEdit {
   QMimeData* createMimeDataFromSelection() const override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void Show(QTextDocument* document);
+  void Show(QTextDocument* letter);
+  void Repaint(const QRectF& halfPoints);
+  void ShowCaretNow();
+  double PixelsPerHalfPoint() const;
   void BreakParagraph(QKeyEvent* event);
   void MoveByPage(QKeyEvent* event);
   void LeaveByTab(bool forward);
   void PasteText(const QString& text);
 
-  std::unique_ptr<ZoomedScreen> m_screen;
-  int m_pageStep = 0;
+  HalfPointDevice m_device;
+  Scale m_scale;
+  Twips m_pageStep;
   int m_wheel = 0;
+  QBasicTimer m_blink;
+  bool m_caretShows = false;
 };
 
 }  // namespace letters

@@ -90,17 +90,21 @@ void LetterPage::SetRightMargin(const Margins& margins) {
 void LetterPage::SetWidth(Twips width, const Margins& margins) {
   m_margins = margins;
   m_page.width = width;
-  const Scale scale = ZoomedScale();
-  m_letter->setGeometry(scale.Pixels(m_page.left), m_letter->y(), scale.Pixels(width), m_letter->height());
+  PutLetter();
   Fit();
-  update();
 }
 
-void LetterPage::OnHeightChanged(int pixels) {
-  const Scale scale = ZoomedScale();
-  m_page.height = std::max(m_origin.height, scale.FromPixels(pixels));
-  m_letter->resize(m_letter->width(), std::max(pixels, scale.Pixels(m_page.height)));
+void LetterPage::OnHeightChanged(Twips height) {
+  m_page.height = std::max(m_origin.height, height);
+  PutLetter();
   Fit();
+}
+
+void LetterPage::PutLetter() {
+  const Scale scale = ZoomedScale();
+  m_letter->SetTextWidth(m_page.width);
+  m_letter->setGeometry(scale.Pixels(m_page.left), scale.Pixels(m_page.top), scale.Pixels(m_page.width),
+                        scale.Pixels(m_page.height));
   update();
 }
 
@@ -121,24 +125,21 @@ void LetterPage::Fit() {
   m_vertical->setPageStep(std::max(1, seenHeight.count));
   m_horizontal->setSingleStep(scrollBarThickness.count);
   m_vertical->setSingleStep(scrollBarThickness.count);
-  m_letter->SetPageStep(height() - 2 * thickness);
+  m_letter->SetPageStep(scale.FromPixels(height() - 2 * thickness));
 }
 
 // Intended: the place that is counted from is that of the load, whatever the margins became since.
 void LetterPage::MovePage() {
   m_page.left = m_origin.left - Twips{m_horizontal->value()};
   m_page.top = m_origin.top - Twips{m_vertical->value()};
-  const Scale scale = ZoomedScale();
-  m_letter->setGeometry(scale.Pixels(m_page.left), scale.Pixels(m_page.top), scale.Pixels(m_page.width),
-                        scale.Pixels(m_page.height));
-  update();
+  PutLetter();
 }
 
 void LetterPage::ShowCaret() {
   if (!isVisible()) {
     return;
   }
-  const QRect caret = m_letter->cursorRect().translated(m_letter->pos());
+  const QRect caret = m_letter->CaretRect().translated(m_letter->pos());
   const Scale scale = ZoomedScale();
   const int thickness = m_vertical->width();
   const auto show = [&](QScrollBar* bar, int from, int to, int seen) {
@@ -156,7 +157,7 @@ void LetterPage::ZoomBy(int steps) {
     return;
   }
   m_zoom = zoom;
-  m_letter->SetZoom(zoom);
+  m_letter->SetScale(ZoomedScale());
   MovePage();
   Fit();
   Q_EMIT ZoomChanged();

@@ -47,7 +47,8 @@ class LetterPage : public QFrame {
  private:
   Scale ZoomedScale() const;
   void SetWidth(Twips width, const Margins& margins);
-  void OnHeightChanged(int pixels);
+  void OnHeightChanged(Twips height);
+  void PutLetter();
   void MovePage();
   QRect Paper() const;
 

@@ -1,5 +1,7 @@
 #include "letters/editor/LetterPrinter.h"
 
+#include "letters/editor/HalfPoints.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QPrinter>
@@ -22,35 +24,41 @@ void PaintPage(QPainter& painter, const QTextDocument& paper, int page, QPointF 
   painter.save();
   painter.translate(corner.x(), corner.y() - page * size.height());
   painter.setClipRect(context.clip);
+  // A line that begins where the page ends is the next page's.
+  context.clip.setBottom(context.clip.bottom() - 1);
   paper.documentLayout()->draw(&painter, context);
   painter.restore();
 }
 
-// `paper` belongs to the printing: it is laid out for the printer.
+// `paper` belongs to the printing: it is laid out for its pages.
 void Print(QTextDocument& paper, const QTextDocument& letter, const Margins& margins, QPrinter& printer) {
-  const double dotsPerTwip = printer.resolution() / 1440.0;
-  const Twips height = FromCentimetres(paperHeight - margins.top - margins.bottom);
-  const QSizeF size = QSizeF(TextWidth(margins).count, height.count) * dotsPerTwip;
+  const QSizeF size(ToHalfPoints(TextWidth(margins)),
+                    ToHalfPoints(FromCentimetres(paperHeight - margins.top - margins.bottom)));
   if (size.isEmpty()) {
     return;
   }
-  printer.setFullPage(true);
+  HalfPointDevice device;
+  paper.setDefaultFont(letter.defaultFont());
   paper.setDocumentMargin(0);
   paper.setUseDesignMetrics(true);
   paper.setResourceProvider(letter.resourceProvider());
-  paper.documentLayout()->setPaintDevice(&printer);
+  paper.documentLayout()->setPaintDevice(&device);
   QTextOption option = paper.defaultTextOption();
   option.setTabStopDistance(letter.defaultTextOption().tabStopDistance());
   paper.setDefaultTextOption(option);
   paper.setPageSize(size);
+  printer.setFullPage(true);
   QPainter painter(&printer);
-  const QPointF corner = QPointF(FromCentimetres(margins.left).count, FromCentimetres(margins.top).count) * dotsPerTwip;
+  const double dotsPerHalfPoint = double(printer.resolution()) / halfPointsPerInch;
+  painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
+  const QPointF corner(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
   for (int page = 0; painter.isActive() && page < paper.pageCount(); ++page) {
     if (page > 0 && !printer.newPage()) {
-      return;
+      break;
     }
     PaintPage(painter, paper, page, corner);
   }
+  paper.documentLayout()->setPaintDevice(nullptr);
 }
 
 }  // namespace
@@ -62,7 +70,6 @@ void PrintLetter(const QTextDocument& letter, const Margins& margins, QPrinter& 
 
 void PrintSelection(const QTextCursor& selection, const Margins& margins, QPrinter& printer) {
   QTextDocument paper;
-  paper.setDefaultFont(selection.document()->defaultFont());
   QTextCursor(&paper).insertFragment(selection.selection());
   Print(paper, *selection.document(), margins, printer);
 }
