@@ -102,7 +102,10 @@ QString LetterEdit::Content() const {
 }
 
 void LetterEdit::SetTextWidth(Twips width) {
-  setLineWrapColumnOrWidth(std::max(1, ToHalfPoints(width)));
+  // Also for the same width the base class would lay the whole letter out again.
+  if (const int halfPoints = std::max(1, ToHalfPoints(width)); halfPoints != lineWrapColumnOrWidth()) {
+    setLineWrapColumnOrWidth(halfPoints);
+  }
 }
 
 void LetterEdit::SetScale(Scale scale) {

@@ -37,6 +37,8 @@ QComboBox* NewFontBox(const QString& name, const QString& tip, int characters, Q
   box->setToolTip(tip);
   box->setAccessibleName(tip);
   box->setProperty("Characters", characters);
+  // Measuring every font's name takes long.
+  box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   bar->addWidget(box);
   return box;
 }
