@@ -125,6 +125,20 @@ class tst_letter_clipboard : public QObject {
     QCOMPARE(letter.toPlainText(), u"uno\ndos\ntrescuatro\ncinco"_s);
   }
 
+  void ReturnsKeepTheFormat() {
+    LetterEdit letter;
+    letter.Load(u"{\\rtf1\\qj a\\par}"_s);
+    letter.moveCursor(QTextCursor::End);
+    QTest::keyClick(&letter, Qt::Key_Return);
+    QTest::keyClick(&letter, Qt::Key_Return);
+    QTest::keyClicks(&letter, u"b"_s);
+    QCOMPARE(letter.toPlainText(), u"a\n\nb"_s);
+    QCOMPARE(letter.textCursor().blockFormat().alignment(), Qt::AlignJustify);
+    letter.undo();
+    letter.undo();
+    QCOMPARE(letter.toPlainText(), u"a\n"_s);
+  }
+
   void MarkersAreOneStepInTheCaretsFormat() {
     LetterEdit letter;
     letter.Load(u"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0\\fs40\\b uno dos\\par}"_s);

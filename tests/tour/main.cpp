@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 int main(int argc, char** argv) {
   const QTemporaryDir registry;
   qputenv("KEL_CLASES", registry.filePath(u"clases.ini"_s).toUtf8());
+  qputenv("XDG_DATA_HOME", registry.path().toUtf8());
   QApplication application(argc, argv);
   if (argc != 3) {
     std::fputs("Uso: kel-tour BIBLIOTECA CARPETA\n", stderr);
@@ -33,8 +34,9 @@ int main(int argc, char** argv) {
       return 1;
     }
     tour::Tour walk(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2])));
-    for (const auto part : {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes,
-                            tour::WalkPublications, tour::WalkLabels, tour::WalkLetters, tour::WalkDeletions}) {
+    for (const auto part :
+         {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes, tour::WalkPublications,
+          tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor, tour::WalkDeletions}) {
       part(walk);
     }
     return walk.Report() ? 0 : 1;

@@ -26,6 +26,10 @@ constexpr double defaultTabs = 48;
 // In half-points.
 constexpr int caretWidth = 2;
 
+void ClearPageBreak(const QTextCursor& cursor) {
+  ChangeParagraphs(cursor, [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+}
+
 QRect Scaled(const QRectF& rect, double factor) {
   return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
 }
@@ -171,7 +175,7 @@ void LetterEdit::PasteText(const QString& text) {
   added.movePosition(QTextCursor::NextBlock);
   if (added.position() > start && added.position() <= cursor.position()) {
     added.setPosition(cursor.position(), QTextCursor::KeepAnchor);
-    ChangeParagraphs(added, [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+    ClearPageBreak(added);
   }
   cursor.endEditBlock();
   setTextCursor(cursor);
@@ -185,7 +189,7 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
-    BreakParagraph(event);
+    BreakParagraph();
   } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
     MoveByPage(event);
   } else {
@@ -193,19 +197,20 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Return in an empty item ends the list.
-void LetterEdit::BreakParagraph(QKeyEvent* event) {
+// Return in an empty item ends the list. In an empty paragraph the base class would take its format away instead of
+// making another one. A page break stays with the paragraph that begins the page.
+void LetterEdit::BreakParagraph() {
   QTextCursor cursor = textCursor();
-  const QTextBlock block = cursor.block();
-  if (block.textList() != nullptr && block.length() == 1) {
+  if (cursor.block().textList() != nullptr && cursor.block().length() == 1) {
     LeaveList(*this);
     return;
   }
   cursor.beginEditBlock();
-  QTextEdit::keyPressEvent(event);
-  ChangeParagraphs(textCursor(), [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+  cursor.removeSelectedText();
+  cursor.insertBlock();
+  ClearPageBreak(cursor);
   cursor.endEditBlock();
-  ensureCursorVisible();
+  setTextCursor(cursor);
 }
 
 void LetterEdit::MoveByPage(QKeyEvent* event) {

@@ -79,7 +79,7 @@ class LetterEdit : public QTextEdit {
   void Repaint(const QRectF& halfPoints);
   void ShowCaretNow();
   double PixelsPerHalfPoint() const;
-  void BreakParagraph(QKeyEvent* event);
+  void BreakParagraph();
   void MoveByPage(QKeyEvent* event);
   void LeaveByTab(bool forward);
   void PasteText(const QString& text);
