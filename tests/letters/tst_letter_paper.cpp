@@ -10,6 +10,7 @@
 #include "support/ErrorOf.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QBuffer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProcess>
@@ -55,6 +56,21 @@ QString TextOf(const QString& pdf) {
   QProcess reader;
   reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
   return reader.waitForFinished() ? QString::fromUtf8(reader.readAllStandardOutput()) : QString();
+}
+
+std::unique_ptr<QPrinter> PdfPrinter(const QString& file) {
+  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  printer->setPageSize(QPageSize(QPageSize::A4));
+  printer->setOutputFormat(QPrinter::PdfFormat);
+  printer->setOutputFileName(file);
+  return printer;
+}
+
+/// The first page of the host's "carta.pdf", ten dots a millimetre.
+QImage FirstPage(const LetterOffice& host) {
+  QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"254"_s, u"-png"_s, u"-singlefile"_s, host.Path(u"carta.pdf"_s),
+                                    host.Path(u"pagina"_s)});
+  return QImage(host.Path(u"pagina.png"_s));
 }
 
 }  // namespace
@@ -124,11 +140,7 @@ class tst_letter_paper : public QObject {
     page.Place({});
     const QStringList lines = Lines(*page.Letter()->document());
     QVERIFY(lines.size() > 40);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(host.Path(u"carta.pdf"_s));
-    letters::PrintLetter(*page.Letter()->document(), {}, printer);
+    letters::PrintLetter(*page.Letter()->document(), {}, *PdfPrinter(host.Path(u"carta.pdf"_s)));
     QStringList printed;
     for (const QString& line : TextOf(host.Path(u"carta.pdf"_s)).split(QRegularExpression(u"[\n\f]"_s))) {
       if (!line.trimmed().isEmpty()) {
@@ -177,21 +189,41 @@ class tst_letter_paper : public QObject {
     QCOMPARE(printed[1].simplified(), u"Le"_s);
   }
 
+  void PrintsPicturesAndPageBreaks() {
+    const LetterOffice host;
+    QImage red(20, 20, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    red.save(&buffer, "PNG");
+    letters::LetterEdit letter;
+    letter.Load(u"{\\rtf1 uno\\par{\\pict\\pngblip\\picwgoal567\\pichgoal567 %1}\\par\\page dos}"_s.arg(
+        QString::fromLatin1(png.toHex())));
+    const QString file = host.Path(u"carta.pdf"_s);
+    letters::PrintLetter(*letter.document(), {}, *PdfPrinter(file));
+    QCOMPARE(TextOf(file).simplified(), u"uno dos"_s);
+    QCOMPARE(TextOf(file).count(u'\f'), 2);
+    QRect picture;
+    const QImage page = FirstPage(host);
+    for (int y = 0; y < page.height(); ++y) {
+      for (int x = 0; x < page.width(); ++x) {
+        if (page.pixelColor(x, y) == QColor(Qt::red)) {
+          picture |= QRect(x, y, 1, 1);
+        }
+      }
+    }
+    // A centimetre is 100 dots.
+    QVERIFY2(qAbs(picture.width() - 100) <= 2 && qAbs(picture.left() - 300) <= 2, QByteArray::number(picture.width()));
+  }
+
   // Measured on the printed page itself: its dark dots.
   void TheMarginsOfThePaper() {
     LetterOffice host;
     QTextDocument letter;
     rtf::Read(Prose(40), letter);
     const Margins margins{.left = 4, .right = 2.2, .top = 1.7, .bottom = 3.1};
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(host.Path(u"carta.pdf"_s));
-    PrintLetter(letter, margins, printer);
-    QCOMPARE(QProcess::execute(u"pdftoppm"_s, {u"-r"_s, u"254"_s, u"-gray"_s, u"-png"_s, u"-singlefile"_s,
-                                               host.Path(u"carta.pdf"_s), host.Path(u"pagina"_s)}),
-             0);
-    const QImage page(host.Path(u"pagina.png"_s));
+    PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    const QImage page = FirstPage(host);
     QRect ink;
     for (int y = 0; y < page.height(); ++y) {
       for (int x = 0; x < page.width(); ++x) {

@@ -49,6 +49,7 @@ void Print(QTextDocument& paper, const QTextDocument& letter, const Margins& mar
   paper.setPageSize(size);
   printer.setFullPage(true);
   QPainter painter(&printer);
+  painter.setRenderHint(QPainter::LosslessImageRendering);
   const double dotsPerHalfPoint = double(printer.resolution()) / halfPointsPerInch;
   painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
   const QPointF corner(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
