@@ -79,10 +79,6 @@ Outcome Show(const Entry& entry) {
   if (entry.opening == Opening::GuardedLoadOfARecord && objApi().IDSeleccionado() == 0) {
     return Outcome::Done;
   }
-  if (entry.create == nullptr) {
-    ShowText(u"El formulario «%1» no está disponible en esta versión."_s.arg(entry.dialog), vbInformation);
-    return Outcome::Done;
-  }
   ShowInstance(entry, entry.opening == Opening::GuardedLoad || entry.opening == Opening::GuardedLoadOfARecord);
   return Outcome::Done;
 }
