@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include <optional>
 
@@ -47,6 +48,11 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
       const bool isOther = velumarMarker != 0 && objApi().velumar();
       ui.rtfCarta->TypeText(LoadResString(isOther ? velumarMarker : marker));
     });
+    On(ui.cmdComprobar, &QPushButton::clicked, [this] { Run(Command::CheckMarkers); });
+    On(ui.cmdRecuperar, &QPushButton::clicked, [this] { m_rescue->Take(); });
+    On(ui.cmdDescartar, &QPushButton::clicked, [this] { m_rescue->Drop(); });
+    On(ui.rtfCarta, &letters::LetterEdit::PasteRefused,
+       [this](const QString& reason) { Ask(u"No se ha pegado el texto. %1"_s.arg(reason), vbExclamation); });
     On(ui.txtMargenIzdo, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenIzdo, &Margins::left); });
     On(ui.txtMargenDcho, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenDcho, &Margins::right); });
     OnChosen(ui.cboFuentes, [this] { m_desk->Format().ApplyFontName(); });

@@ -80,6 +80,7 @@ class tst_letter_editor : public QObject {
     QCOMPARE(support::Rows(*host.Connect(), stored), QStringList(u"Carta d'abril|%1|3|2,5|NULL"_s.arg(content)));
     QVERIFY(host.OwnStatements()[2].startsWith(
         u"INSERT INTO CartasModelo (Nombre, Contenido, MargenIzquierdo, MargenDerecho) VALUES ('Carta d''abril','{"));
+    QVERIFY(host.OwnStatements()[2].endsWith(u"','3','2,5')"));
     QCOMPARE(host.OwnStatements()[3], u"SELECT MAX(IDCartaModelo) AS maximo FROM CartasModelo "_s);
     QCOMPARE(host.services().property("IDAux").toInt(), host.Id(u"SELECT IDCartaModelo FROM CartasModelo"));
   }

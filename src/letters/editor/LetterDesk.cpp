@@ -17,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>
-#include <QPushButton>
 #include <QToolBar>
 
 using resources::LoadResString;
@@ -30,7 +29,6 @@ LetterDesk::LetterDesk(LetterWindow& window) : m_window(window), m_format(window
   connect(window.mnuCampos, &FieldMenu::CutChosen, this, [this] { Run(Command::Cut); });
   connect(window.mnuCampos, &FieldMenu::CopyChosen, this, [this] { Run(Command::Copy); });
   connect(window.mnuCampos, &FieldMenu::PasteChosen, this, [this] { Run(Command::Paste); });
-  connect(window.cmdComprobar, &QPushButton::clicked, this, &LetterDesk::CheckMarkers);
   connect(window.picFondo, &LetterPage::ZoomChanged, this, &LetterDesk::ShowZoom);
   ShowZoom();
 }
@@ -43,10 +41,6 @@ void LetterDesk::ConnectLetter() {
   connect(letter, &LetterEdit::currentCharFormatChanged, this, show);
   connect(letter, &LetterEdit::MenuWanted, this, &LetterDesk::OpenMenu);
   connect(letter, &LetterEdit::FocusChanged, this, &LetterDesk::SetTabStops);
-  connect(letter, &LetterEdit::PasteRefused, this, [](const QString& reason) {
-    Platform::Current().Beep();
-    ShowText(u"No se ha pegado el texto. %1"_s.arg(reason), vbExclamation);
-  });
 }
 
 void LetterDesk::Run(Command command) {
@@ -168,7 +162,7 @@ void LetterDesk::Print(const Margins& margins, const QString& title) {
     } else {
       PrintLetter(*m_window.rtfCarta->document(), margins, printer);
     }
-  } catch (const automation::Error&) {
+  } catch (const std::exception&) {
     automation::Err().Clear();
   }
 }

@@ -14,8 +14,6 @@ namespace letters {
 RescueStrip::RescueStrip(LetterWindow& window) : m_window(window) {
   window.cmdRecuperar->hide();
   window.cmdDescartar->hide();
-  connect(window.cmdRecuperar, &QPushButton::clicked, this, &RescueStrip::Take);
-  connect(window.cmdDescartar, &QPushButton::clicked, this, &RescueStrip::Drop);
 }
 
 void RescueStrip::Offer(qint32 record) {

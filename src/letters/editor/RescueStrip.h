@@ -2,8 +2,6 @@
 
 #include "letters/editor/RecoveryFile.h"
 
-#include <QObject>
-
 #include <functional>
 
 namespace letters {
@@ -12,12 +10,16 @@ struct LetterWindow;
 
 /// Keeps the letter when it can't be stored, and offers one that was kept under the page, without a question that
 /// stands in the way.
-class RescueStrip : public QObject {
+class RescueStrip {
  public:
   explicit RescueStrip(LetterWindow& window);
 
   /// Shows what was kept of that record, or for record 0 of any.
   void Offer(qint32 record);
+  /// Puts what is offered into the editor; it stays kept until the letter is stored.
+  void Take();
+  /// Throws what is offered away.
+  void Drop();
   /// Stores the letter. When that fails the letter is kept and the error goes on; afterwards one that was taken from
   /// where it was kept is dropped there.
   void Guard(qint32 record, const QString& name, const std::function<void()>& store);
@@ -25,8 +27,6 @@ class RescueStrip : public QObject {
   void KeepChanged(qint32 record, const QString& name) const;
 
  private:
-  void Take();
-  void Drop();
   void Keep(qint32 record, const QString& name) const;
 
   LetterWindow& m_window;
