@@ -24,7 +24,7 @@ class Agreeing : public Platform {
 };
 
 /// A host around a fresh database of reference data, for dialogs that are measured, and the same database through the
-/// engine's C interface.
+/// engine's C interface. Neither waits for the disk.
 class Office {
  public:
   Office();
@@ -36,7 +36,7 @@ class Office {
   void Add() const;
 
   const database::SqliteHandle& Native() const { return *m_native; }
-  /// Reads every value of every row as a text; there must be some.
+  /// Reads every value of every row as what it is, a number or a text; there must be some.
   void ReadNative(const QByteArray& query) const;
 
  private:

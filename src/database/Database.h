@@ -20,11 +20,13 @@
 /// doubled inside: `Motor=sqlite;Archivo="/datos/a;b.db"`.
 ///
 /// Texts are Unicode. A lone surrogate, which is no character, is stored as U+FFFD; every other code unit, NUL
-/// included, comes back as it went in.
+/// included, comes back as it went in. A column's length is what boxes and lists are made for: a longer text fits in
+/// any engine, nothing is cut or refused, and the check of the database names it.
 ///
 /// A file database keeps a log beside its file while it is open, so that file and folder must be writable; one that
-/// is not is refused with DatabaseReadOnly or CannotOpen. Its text indexes follow Spanish ordering rules that other
-/// tools lack: they can copy the file, but not change its texts.
+/// is not is refused with DatabaseReadOnly or CannotOpen, unless it is opened for reading (see MayBeWritten and
+/// ForViewing of database/Maintenance.h). Its text indexes follow Spanish ordering rules that other tools lack: they
+/// can copy the file, but not change its texts.
 ///
 /// Errors are automation::Error; besides the numbers of adodb::Connection, those of database/ErrorNumbers.h.
 namespace database {
@@ -43,11 +45,11 @@ std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionStr
 /// `Motor=sqlite;Archivo=...` for a path, quoted where the path needs it.
 QString ConnectionStringForFile(const QString& path);
 
-/// Creates the database (and its folder) when it is missing, migrates an older one, and leaves a current one as
-/// it is; `content` only matters for a database that is created or still empty. Everything happens in one
-/// transaction: after an error the database is what it was. Two programs may prepare the same one at once.
-/// Raises NewerDatabase, leaving the file untouched, for a database that a newer version of this program wrote,
-/// NotOurDatabase for one that holds foreign tables, and the engine's refusals.
+/// Creates the database (and its folder) when it is missing, for the user alone (modes 0600 and 0700), migrates an
+/// older one, and leaves a current one as it is; `content` only matters for a database that is created or still empty.
+/// Everything happens in one transaction: after an error the database is what it was. Two programs may prepare the same
+/// one at once. Raises NewerDatabase, leaving the file untouched, for a database that a newer version of this program
+/// wrote, NotOurDatabase for one that holds foreign tables, and the engine's refusals.
 void PrepareDatabase(const QString& connectionString, Content content);
 
 }  // namespace database

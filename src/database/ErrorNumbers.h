@@ -14,6 +14,8 @@ enum ErrorNumber : int {
   TransactionActive = -2147168237,
   NoTransaction = -2147168242,
 
+  Stopped = 18,  ///< Work that was asked to end (see database/Maintenance.h).
+
   // Statements.
   SyntaxError = -2147217900,          ///< The text is no statement of the dialect.
   StatementRefused = -2147217911,     ///< Not a SELECT, INSERT, UPDATE or DELETE, or more than one statement.

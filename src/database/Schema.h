@@ -13,7 +13,7 @@ namespace database {
 enum class ColumnType {
   Key,       ///< The table's own identifier, given by the engine, never used twice.
   Id,        ///< The identifier of a row of another table; 0 means none.
-  Text,      ///< Text; lengths are the dialogs' business, the engine does not cut.
+  Text,      ///< Text of a usual number of characters; a longer one fits, too, in any engine.
   LongText,  ///< Text without a usual length.
   Boolean,   ///< -1 or 0.
   Integer,   ///< Whole number of 32 bits.
@@ -30,7 +30,7 @@ constexpr bool IsNumericType(ColumnType type) {
 struct Column {
   QString name;
   ColumnType type = ColumnType::Text;
-  int length = 0;         ///< Characters, for Text; 0 elsewhere.
+  int length = 0;         ///< Characters (Unicode code points), for Text; 0 elsewhere.
   bool required = false;  ///< NOT NULL.
   QString defaultValue;   ///< The default as SQL text ("0"); empty for none.
   int since = 1;          ///< The schema version that brought it.

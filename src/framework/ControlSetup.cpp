@@ -2,13 +2,17 @@
 
 #include "framework/ComboSearch.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -30,6 +34,23 @@ class WheelGuard : public QObject {
     if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
       event->ignore();
       return true;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+// Enter presses the button that has the focus, a "…" one too, not the form's default one.
+class EnterPresses : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress) {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        static_cast<QAbstractButton*>(watched)->click();
+        return true;
+      }
     }
     return QObject::eventFilter(watched, event);
   }
@@ -90,6 +111,12 @@ void PrepareControls(QWidget& form) {
   for (QComboBox* combo : combos) {
     new WheelGuard(combo);
     new ComboSearch(combo);
+  }
+  const QList<QAbstractButton*> buttons = form.findChildren<QAbstractButton*>();
+  for (QAbstractButton* button : buttons) {
+    if (qobject_cast<QPushButton*>(button) != nullptr || qobject_cast<QToolButton*>(button) != nullptr) {
+      button->installEventFilter(new EnterPresses(button));
+    }
   }
 }
 

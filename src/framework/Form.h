@@ -51,7 +51,7 @@ class Form : public QDialog {
   /// Builds the controls in the empty form; called by each Load.
   virtual void CreateControls() = 0;
   virtual void OnLoad() = 0;
-  /// Once, when the form has appeared.
+  /// When the form has appeared, and again when a dialog that MaintenanceForm opened for it has gone.
   virtual void OnActivate() {}
   /// Sets `cancel` to keep the form open.
   virtual void OnQueryUnload(bool& cancel, UnloadMode mode);

@@ -20,6 +20,7 @@ bool GridKeys::eventFilter(QObject* watched, QEvent* event) {
         return true;
       case Qt::Key_Return:
       case Qt::Key_Enter:
+      case Qt::Key_F2:
         Q_EMIT Modify();
         return true;
       case Qt::Key_Delete:

@@ -4,7 +4,8 @@
 
 class QAbstractItemView;
 
-/// The keys of a grid beside its add, modify and delete buttons: Ins, Enter (and a double click), Del.
+/// The keys of a grid beside its add, modify and delete buttons: Ins, Enter or F2 (and a double click),
+/// Del.
 class GridKeys : public QObject {
   Q_OBJECT
 

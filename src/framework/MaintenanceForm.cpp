@@ -161,6 +161,7 @@ void MaintenanceForm::Buttons(QObject* accept, QAbstractButton* cancel) {
     On(item, &QAction::triggered, [this] { AcceptAndClose(); });
   }
   if (cancel != nullptr) {
+    cancel->setProperty("SirveEnConsulta", true);
     On(cancel, &QAbstractButton::clicked, [this] { CancelAndClose(); });
   }
 }
@@ -280,9 +281,14 @@ void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStr
                                     const QString& statement) const {
   const auto rs = Connection().Execute(statement);
   std::vector<std::unique_ptr<QStandardItem>> items;
+  int selected = -1;
   for (; !rs->AtEnd(); rs->MoveNext()) {
+    const qint32 itemId = automation::CLng(rs->Field(idField));
+    if (itemId == id && selected < 0) {
+      selected = static_cast<int>(items.size());
+    }
     items.push_back(std::make_unique<QStandardItem>(text(*rs)));
-    items.back()->setData(automation::CLng(rs->Field(idField)), Qt::UserRole);
+    items.back()->setData(itemId, Qt::UserRole);
   }
   combo->clear();
   // All at once: item by item, thousands take more than twice as long.
@@ -291,7 +297,7 @@ void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStr
     rows.append(item.release());
   }
   static_cast<QStandardItemModel*>(combo->model())->invisibleRootItem()->appendRows(rows);
-  combo->setCurrentIndex(combo->findData(id));
+  combo->setCurrentIndex(selected);
 }
 
 QString MaintenanceForm::Text(const QVariant& value) {
@@ -300,6 +306,10 @@ QString MaintenanceForm::Text(const QVariant& value) {
 
 qint32 MaintenanceForm::IdOrZero(const QVariant& value) {
   return automation::IsNull(value) ? 0 : automation::CLng(value);
+}
+
+bool MaintenanceForm::IsTrue(const QVariant& value) {
+  return !automation::IsNull(value) && automation::CBool(value);
 }
 
 QString MaintenanceForm::LoadResString(int id) {
@@ -378,6 +388,7 @@ void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const 
                                  const std::function<void(qint32)>& created) {
   const NestedRequest nested(request.idAux, request.action);
   dialog->ShowModal();
+  OnActivate();
   if (dialog->Created().value_or(0) > 0) {
     created(*dialog->Created());
   }
@@ -387,6 +398,7 @@ void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<voi
   const NestedRequest nested(0, action.Nuevo());
   objApi().IDNodo(node);
   OwnDispatcher()(objApi().Object());
+  OnActivate();
   const qint32 id = objApi().IDAuxNumber();
   if (id > 0) {
     created(id);

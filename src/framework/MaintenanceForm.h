@@ -84,7 +84,8 @@ class MaintenanceForm : public Form {
 
   // For Connect.
 
-  /// Accept and Cancel: a button, or an action of a menu or tool bar.
+  /// Accept and Cancel: a button, or an action of a menu or tool bar. Cancel is marked as a control that serves when
+  /// the record is only looked at, by the dynamic property `SirveEnConsulta`; a layout may mark others.
   void Buttons(QObject* accept, QAbstractButton* cancel);
   /// What a Yes to the close prompt presses, where that is not Accept.
   void YesPresses(QObject* control) { m_yes = control; }
@@ -154,6 +155,8 @@ class MaintenanceForm : public Form {
   static QString Text(const QVariant& value);
   /// The identifier in a column that may be empty; Null as 0.
   static qint32 IdOrZero(const QVariant& value);
+  /// A yes or no in a column that may be empty; Null as no.
+  static bool IsTrue(const QVariant& value);
   static QString LoadResString(int id);
 
   // Messages. Input that was disabled for writing is enabled before the user is asked anything.

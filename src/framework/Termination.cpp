@@ -58,6 +58,10 @@ class Listener : public QObject {
  private:
   void OnSignal(int number) {
     m_received = number;
+    // The user is being asked already, and the answer counts for this signal, too.
+    if (closing) {
+      return;
+    }
     m_closedAtLevel = std::numeric_limits<int>::max();
     CloseNext();
   }

@@ -59,6 +59,7 @@ struct SheetRefusal {
   int firstString = 0;
   int secondString = 0;  ///< 0 for none; joined to the first by a line break.
   SheetBox box = SheetBox::None;
+  bool operator==(const SheetRefusal&) const = default;
 };
 
 /// The first check that fails, in the order in which they are made.

@@ -39,32 +39,6 @@ bool IsDigitOrComma(QChar c) {
   return IsDigit(c) || c == u',';
 }
 
-bool IsSet(const QVariant& value) {
-  return !automation::IsNull(value) && automation::CBool(value);
-}
-
-// A number of a column that may be empty.
-qint32 NumberOrZero(const QVariant& value) {
-  return automation::IsNull(value) ? 0 : automation::CLng(value);
-}
-
-std::shared_ptr<cCampo> FieldOf(adodb::Recordset& rs) {
-  auto field = std::make_shared<cCampo>();
-  field->IDElemento = automation::CLng(rs.Field(u"IDETIQUETACAMPO"));
-  field->IDCampo = NumberOrZero(rs.Field(u"CODTIPOCAMPOETIQUETA"));
-  field->codTabla = NumberOrZero(rs.Field(u"CODTABLA"));
-  field->Campo = automation::Text(rs.Field(u"NOMBRECAMPO"));
-  field->Linea = automation::CByte(NumberOrZero(rs.Field(u"LINEA")));
-  field->Orden = automation::CByte(NumberOrZero(rs.Field(u"ORDEN")));
-  field->UsarCampo = field->IDCampo != 0;
-  field->ExisteEnBD = true;
-  if (!field->UsarCampo) {
-    // The mark of a free text.
-    field->Campo.remove(0, 1);
-  }
-  return field;
-}
-
 /// Adds or edits one sheet of labels, with the rows of the fields that are printed on it. It takes no record lock and
 /// uses no transaction.
 class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
@@ -144,7 +118,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     ui.txtMedidas_5->setText(Text(rs->Field(u"alto1etiqueta")));
     ui.txtMedidas_4->setText(Text(rs->Field(u"ancho1etiqueta")));
     ShowRows();
-    m_loaded = {.disk = IsSet(rs->Field(u"DISCO")), .postal = IsSet(rs->Field(u"ENVIOPOSTAL"))};
+    m_loaded = {.disk = IsTrue(rs->Field(u"DISCO")), .postal = IsTrue(rs->Field(u"ENVIOPOSTAL"))};
     ui.optDisco->setChecked(m_loaded.disk);
     ui.optEnvioPostal->setChecked(m_loaded.postal);
   }
@@ -160,6 +134,23 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     for (int position = 1; !rs->AtEnd(); rs->MoveNext(), ++position) {
       m_fields.Add(FieldOf(*rs), QString::number(position));
     }
+  }
+
+  static std::shared_ptr<cCampo> FieldOf(adodb::Recordset& rs) {
+    auto field = std::make_shared<cCampo>();
+    field->IDElemento = automation::CLng(rs.Field(u"IDETIQUETACAMPO"));
+    field->IDCampo = IdOrZero(rs.Field(u"CODTIPOCAMPOETIQUETA"));
+    field->codTabla = IdOrZero(rs.Field(u"CODTABLA"));
+    field->Campo = Text(rs.Field(u"NOMBRECAMPO"));
+    field->Linea = automation::CByte(IdOrZero(rs.Field(u"LINEA")));
+    field->Orden = automation::CByte(IdOrZero(rs.Field(u"ORDEN")));
+    field->UsarCampo = field->IDCampo != 0;
+    field->ExisteEnBD = true;
+    if (!field->UsarCampo) {
+      // The mark of a free text.
+      field->Campo.remove(0, 1);
+    }
+    return field;
   }
 
   // The handlers of a change. A text that one of them sets runs the handler of its box at once; nothing goes on for

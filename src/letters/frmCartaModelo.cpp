@@ -232,7 +232,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
       m_rescue->KeepChanged(IsModify() ? Id() : 0, m_name);
       return;
     }
-    if (Ask(LoadResString(3113) + u'\n' + LoadResString(3114), vbYesNo + vbInformation) == vbYes) {
+    if (Ask(LoadResString(3113) + u"\r\n"_s + LoadResString(3114), vbYesNo + vbInformation) == vbYes) {
       m_refused = false;
       SaveOnExit();
       cancel = m_refused;

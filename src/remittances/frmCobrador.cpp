@@ -79,10 +79,11 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
   // A number without its letter is not completed by itself: the user may take the one that fits. A null one withdraws
   // the offer.
   void OfferLetter(QChar letter) {
-    ui.cmdLetra->setVisible(!letter.isNull());
     if (!letter.isNull()) {
+      // Before it shows: it is laid out as it appears.
       ui.cmdLetra->setText(u"Añadir la &letra %1"_s.arg(letter));
     }
+    ui.cmdLetra->setVisible(!letter.isNull());
   }
 
   void TakeLetter() {

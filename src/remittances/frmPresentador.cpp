@@ -91,8 +91,8 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
 
   // Another bank, or none, was chosen in the list.
   void FollowBank() {
-    m_bank->ShowNumber();
     EmptyBranch();
+    m_bank->ShowNumber();
   }
 
   void FindBank() {

@@ -1,6 +1,5 @@
 #include "framework/ControlSetup.h"
 #include "framework/ListHelper.h"
-#include "platform/automation/Conversion.h"
 #include "platform/contract/cConstNodo.h"
 #include "taxes/Dialogs.h"
 #include "ui_frmTipoDonativo.h"
@@ -68,8 +67,6 @@ class frmTipoDonativo final : public FormOn<Ui::frmTipoDonativo> {
     ui.chkRecibo->setChecked(IsTrue(rs->Field(u"GENERARRECIBO")));
     return {IdOrZero(rs->Field(u"CodTipoDeduccionFisica")), IdOrZero(rs->Field(u"CodTipoDeduccionJuridica"))};
   }
-
-  static bool IsTrue(const QVariant& value) { return !automation::IsNull(value) && automation::CBool(value); }
 
   void RellenarDeducciones(std::size_t list, qint32 selected) {
     FillCombo(m_deductions[list], u"Porcentaje", u"IDTipoDeduccion", 0,

@@ -167,6 +167,33 @@ class tst_bank_faults : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
   }
 
+  // Somebody else is modifying the bank: it can be read, down to its branches, and nothing can be changed.
+  void HeldByAnotherUser() {
+    TestHost host;
+    const int bank = MakeBank(host);
+    host.Query(
+        u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario) VALUES (9, 'IDBanco', {}, 'blas')",
+        bank);
+    host.driver.Answer(QMessageBox::Ok);
+    host.driver.On("frmBanco", [](const DialogUser& dialog) {
+      QVERIFY(dialog.Text("").endsWith(u" (solo lectura)"_s));
+      auto* grid = dialog.Find<QTableView>("msgSucursales");
+      grid->selectRow(1);
+      for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return, Qt::Key_Delete}) {
+        QTest::keyClick(grid, key);
+      }
+      QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(1, 0)).center());
+      QTest::keyClicks(dialog.Find("txtBanco_1"), u"x"_s);
+      QCOMPARE(dialog.Text("txtBanco_1"), u"Banco"_s);
+      for (const char* off : {"cmdBanco_0", "cmdBanco_1", "cmdBanco_2", "cmdBanco_3"}) {
+        QVERIFY2(!dialog.IsEnabled(off), off);
+      }
+      dialog.Press("cmdBanco_4");
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
+    QCOMPARE(host.driver.Boxes().size(), 1);
+  }
+
   // Another user takes the number between this dialog's check and its write.
   void TheSameNumberAtTheSameMoment() {
     TestHost host;

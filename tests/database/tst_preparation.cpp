@@ -1,4 +1,5 @@
 #include "database/ErrorNumbers.h"
+#include "database/Maintenance.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
 #include "support/ErrorOf.h"
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -39,6 +41,7 @@ class tst_preparation : public QObject {
   void TriggersOfAHostileFileDoNotRun();
   void AnImpossibleFolder();
   void WithoutPermission();
+  void PrivateWhateverTheMask();
   void TwoProcessesPrepareTheSame();
   void AKilledProgramLeavesNothingHalfWritten();
   void OtherOrderingRulesRebuildTheIndexes();
@@ -53,6 +56,8 @@ class tst_preparation : public QObject {
   int Prepare() const {
     return ErrorOf([&] { database::PrepareDatabase(Text(), database::Content::Reference); });
   }
+
+  QStringList Files() const { return QDir(m_folder->path()).entryList(QDir::Files, QDir::Name); }
 
   std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -155,8 +160,9 @@ void tst_preparation::AnOlderOneIsMigrated() {
   }
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::OlderDatabase));
   QCOMPARE(Prepare(), 0);
-  QCOMPARE(RowsOf(Text(), u"SELECT codUsuario, campoID, ValorID, Equipo, Proceso FROM BloqueoRegistros"_s),
-           u"1|IDPais|5|NULL|0"_s);
+  QCOMPARE(RowsOf(Text(), u"SELECT Tipo, NombreEntidad FROM configuracion"_s), u"1|NULL"_s);
+  // Nobody could tell whose lock it was.
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), u"0"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
@@ -176,6 +182,7 @@ void tst_preparation::ANewerOneIsLeftUntouched() {
   QCOMPARE(Prepare(), int(database::NewerDatabase));
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::NewerDatabase));
   QVERIFY(Contents(Path()) == before);
+  QCOMPARE(Files(), QStringList(u"kel.db"_s));
 }
 
 void tst_preparation::ForeignFiles_data() {
@@ -193,7 +200,7 @@ void tst_preparation::ForeignFiles() {
   if (kind == u"text") {
     Write(Path(), QByteArray(5000, 'x'));
   } else if (kind == u"foreign") {
-    OpenRaw(Path()).Run("CREATE TABLE otra(a)");
+    OpenRaw(Path()).Run("PRAGMA journal_mode=WAL; CREATE TABLE otra(a)");
   } else if (kind == u"truncated") {
     QCOMPARE(Prepare(), 0);
     const QByteArray whole = Contents(Path());
@@ -208,6 +215,7 @@ void tst_preparation::ForeignFiles() {
   if (kind != u"empty") {
     QVERIFY(Contents(Path()) == before);
     QTEST(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), "number");
+    QCOMPARE(Files(), kind == u"folder" ? QStringList() : QStringList(u"kel.db"_s));
   }
 }
 
@@ -256,13 +264,37 @@ void tst_preparation::WithoutPermission() {
   QVERIFY(!isSuperuser || seteuid(nobody) == 0);
   const int fileOnly = Prepare();
   const QString written = RowsOf(Text(), u"UPDATE Paises SET Nombre='x'"_s);
+  const bool mayWrite = database::MayBeWritten(Text());
+  const QString viewing = database::ForViewing(Text());
+  const int prepared = ErrorOf([&] { database::PrepareDatabase(viewing, database::Content::Reference); });
+  const QString viewed = RowsOf(viewing, u"SELECT COUNT(*) FROM Paises WHERE Nombre='ESPAÑA'"_s);
+  const QString changed = RowsOf(viewing, u"UPDATE Paises SET Nombre='x'"_s);
   const QString hidden = database::ConnectionStringForFile(u"/nadie/puede/kel.db"_s);
   const int denied = ErrorOf([&] { database::PrepareDatabase(hidden, database::Content::Reference); });
   QVERIFY(!isSuperuser || seteuid(0) == 0);
   QCOMPARE(fileOnly, int(database::DatabaseReadOnly));
   QCOMPARE(written, u"error %1"_s.arg(int(database::DatabaseReadOnly)));
   QCOMPARE(denied, int(database::CannotOpen));
+  QVERIFY(!mayWrite);
+  QCOMPARE(prepared, 0);
+  QCOMPARE(viewed, u"1"_s);
+  QCOMPARE(changed, u"error %1"_s.arg(int(database::DatabaseReadOnly)));
   QVERIFY(Contents(Path()) == before);
+}
+
+void tst_preparation::PrivateWhateverTheMask() {
+  const QString file = Path(u"dentro/kel.db"_s);
+  const mode_t usual = umask(0);
+  database::PrepareDatabase(database::ConnectionStringForFile(file), database::Content::Reference);
+  const auto connection = database::CreateConnection(database::ConnectionStringForFile(file));
+  connection->Open();
+  connection->Execute(u"INSERT INTO Bancos(Nombre) VALUES('x')"_s);
+  umask(usual);
+  const QFile::Permissions others =
+      QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+  for (const QString& name : {file, file + u"-wal"_s, file + u"-shm"_s, Path(u"dentro"_s)}) {
+    QVERIFY2(QFile::exists(name) && !(QFile::permissions(name) & others), qPrintable(name));
+  }
 }
 
 void tst_preparation::TwoProcessesPrepareTheSame() {

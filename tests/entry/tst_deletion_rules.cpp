@@ -141,12 +141,12 @@ class tst_deletion_rules : public QObject {
     QCOMPARE(host.connection().Writes(), QStringList());
     QCOMPARE(host.connection().State(), int(adodb::StateOpen));
     // The reference host tells the same uses when it explains why.
-    QCOMPARE(host::CountUses(host.connection(), reference->node, kept).size(), 1);
+    QCOMPARE(host::CountUses(host.connection(), reference->node, kept, false).size(), 1);
 
     // Referred to by deleted rows only: marked, and the connection closed.
     const int gone = NewRecord(host, reference->node);
     Refer(host, *reference, gone, -1);
-    QCOMPARE(host::CountUses(host.connection(), reference->node, gone).size(), 0);
+    QCOMPARE(host::CountUses(host.connection(), reference->node, gone, false).size(), 0);
     EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, gone));
     QVERIFY(IsMarked(host, reference->node, gone));
     QVERIFY(!IsMarked(host, reference->node, kept));

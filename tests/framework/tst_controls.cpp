@@ -6,14 +6,18 @@
 #include "support/TestProgram.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
+#include <QToolButton>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -106,9 +110,10 @@ class tst_controls : public QObject {
     QTest::keyClick(&grid, Qt::Key_Return);
     QTest::keyClick(&grid, Qt::Key_Enter, Qt::KeypadModifier);
     QTest::keyClick(&grid, Qt::Key_Delete);
+    QTest::keyClick(&grid, Qt::Key_F2);
     QTest::keyClick(&grid, Qt::Key_Delete, Qt::ControlModifier);
     QCOMPARE(add.size(), 1);
-    QCOMPARE(modify.size(), 2);
+    QCOMPARE(modify.size(), 3);
     QCOMPARE(remove.size(), 1);
   }
 
@@ -166,6 +171,34 @@ class tst_controls : public QObject {
       QApplication::sendEvent(combo, &wheel);
       QCOMPARE(combo->currentIndex(), focused == combo ? 1 : 0);
     }
+  }
+
+  void EnterPressesTheFocusedButton() {
+    QDialog form;
+    auto* layout = new QHBoxLayout(&form);
+    auto* accept = new QPushButton;
+    auto* add = new QPushButton;
+    auto* more = new QToolButton;
+    auto* tick = new QCheckBox;
+    for (QWidget* control : QList<QWidget*>{tick, more, add, accept}) {
+      layout->addWidget(control);
+    }
+    accept->setDefault(true);
+    add->setAutoDefault(false);
+    more->setFocusPolicy(Qt::StrongFocus);
+    PrepareControls(form);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    QStringList pressed;
+    connect(accept, &QPushButton::clicked, this, [&] { pressed.append(u"accept"_s); });
+    connect(add, &QPushButton::clicked, this, [&] { pressed.append(u"add"_s); });
+    connect(more, &QToolButton::clicked, this, [&] { pressed.append(u"more"_s); });
+    for (QWidget* control : QList<QWidget*>{more, add, tick}) {
+      control->setFocus();
+      QTest::keyClick(control, Qt::Key_Return);
+    }
+    QCOMPARE(pressed, QStringList({u"more"_s, u"add"_s, u"accept"_s}));
+    QVERIFY(!tick->isChecked());
   }
 
   void SizesFollowTheContent() {

@@ -561,6 +561,39 @@ class tst_form_life : public QObject {
     m_host->driver.TakeProblems();
   }
 
+  // The user who is being asked whether to save is not asked again, and the answer counts for every signal.
+  void SignalsWhileTheUserIsAsked_data() {
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("seen");
+    QTest::newRow("closed without saving") << int(QMessageBox::No) << 1;
+    QTest::newRow("kept") << int(QMessageBox::Cancel) << 0;
+  }
+  void SignalsWhileTheUserIsAsked() {
+    QFETCH(int, answer);
+    QFETCH(int, seen);
+    const auto before = std::signal(SIGTERM, CountSignal);
+    signalsSeen = 0;
+    Diary form(m_entries);
+    form.query = [](Diary&) {
+      raise(SIGTERM);
+      QCoreApplication::processEvents();
+    };
+    m_host->driver.On("frmDiario", [&](const DialogUser& dialog) {
+      dialog.Type("texto", u"algo"_s);
+      raise(SIGTERM);
+      QTRY_VERIFY(m_entries.contains(u"query 3"_s));
+      form.query = [](Diary&) {};
+      if (answer == QMessageBox::Cancel) {
+        QVERIFY(dialog.Dialog()->isVisible());
+        dialog.Press("cmd_1");
+      }
+    });
+    m_host->driver.Answer(answer);
+    form.ShowModal();
+    std::signal(SIGTERM, before);
+    QCOMPARE(int(signalsSeen), seen);
+  }
+
   void HelpKeyAndCaptionToTheLetter() {
     Diary form(m_entries);
     form.load = [](Diary& diary) {

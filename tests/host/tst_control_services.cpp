@@ -75,6 +75,7 @@ class tst_control_services : public QObject {
   void PartsOfControlsAreNotLookedAt();
   void WidthsComeBack_data();
   void WidthsComeBack();
+  void OnlyWidthsOfTheUserAreKept();
   void HostileWidthsAreIgnored_data();
   void HostileWidthsAreIgnored();
 
@@ -286,6 +287,23 @@ void tst_control_services::WidthsComeBack() {
   other.setModel(&model);
   Call(m_api.get(), "CargarAnchos", &other, key, u"frmOtro"_s);
   QVERIFY(other.columnWidth(0) != 61);
+}
+
+void tst_control_services::OnlyWidthsOfTheUserAreKept() {
+  QStandardItemModel model(1, 2);
+  const auto stored = [this] { return QSettings(m_session.settingsFile, QSettings::IniFormat).allKeys().size(); };
+  QTableView grid;
+  grid.setModel(&model);
+  grid.horizontalHeader()->setStretchLastSection(true);
+  grid.resize(300, 100);
+  grid.show();
+  Call(m_api.get(), "CargarAnchos", &grid, u"k"_s, u"f"_s);
+  grid.resize(400, 100);
+  Call(m_api.get(), "SalvarAnchos", &grid, u"k"_s, u"f"_s);
+  QCOMPARE(stored(), 0);
+  grid.setColumnWidth(0, 61);
+  Call(m_api.get(), "SalvarAnchos", &grid, u"k"_s, u"f"_s);
+  QCOMPARE(stored(), 1);
 }
 
 void tst_control_services::HostileWidthsAreIgnored_data() {

@@ -15,10 +15,17 @@
 #include <QTest>
 #include <QTextStream>
 
+#include <sched.h>
+#include <sys/mman.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -116,6 +123,75 @@ class Holder {
   QProcess m_process;
 };
 
+// What the contenders of one record share.
+struct Contest {
+  std::atomic<int> holder = 0;  // its process
+  std::atomic<int> wanted = 0;
+  std::atomic<int> taken = 0;
+  std::atomic<int> collisions = 0;
+  std::atomic<int> errors = 0;
+};
+
+// Takes and releases record 1 until it was taken often enough.
+void Contend(const QString& connectionString, Contest& contest) {
+  User user(connectionString, int(getpid()), u"Otra"_s);
+  while (contest.taken < contest.wanted) {
+    try {
+      if (!user.Lock(1)) {
+        continue;
+      }
+      int self = int(getpid());
+      contest.holder = self;
+      ++contest.taken;
+      // Whoever came in between has left its own number.
+      contest.collisions += contest.holder.compare_exchange_strong(self, 0) ? 0 : 1;
+      user.Unlock(1);
+    } catch (const automation::Error& error) {
+      qWarning("%s", error.what());
+      ++contest.errors;
+    }
+  }
+}
+
+pid_t StartContender(const QString& connectionString, Contest& contest) {
+  const pid_t child = fork();
+  if (child == 0) {
+    Contend(connectionString, contest);
+    _exit(0);
+  }
+  return child;
+}
+
+// Eight processes on one record. With `kills`, that many of them are killed and replaced one after the other; the
+// others go on. Prints how often the record was taken, by two at once, and with an error.
+int RunContenders(const QString& connectionString, int acquisitions, int kills) {
+  void* shared = mmap(nullptr, sizeof(Contest), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  auto& contest = *new (shared) Contest;
+  contest.wanted = kills > 0 ? std::numeric_limits<int>::max() : acquisitions;
+  std::array<pid_t, 8> contenders{};
+  std::ranges::generate(contenders, [&] { return StartContender(connectionString, contest); });
+  for (int i = 0; i < kills; ++i) {
+    pid_t& victim = contenders[std::size_t(i) % contenders.size()];
+    const int before = contest.taken;
+    // The survivors and a newcomer get the record that the one before may have left behind.
+    while (contest.taken <= before) {
+      usleep(200);
+    }
+    usleep(useconds_t(i % 7) * 300);
+    kill(victim, SIGKILL);
+    waitpid(victim, nullptr, 0);
+    victim = StartContender(connectionString, contest);
+  }
+  if (kills > 0) {
+    contest.wanted = contest.taken + 20;
+  }
+  for (const pid_t contender : contenders) {
+    waitpid(contender, nullptr, 0);
+  }
+  QTextStream(stdout) << contest.taken << ' ' << contest.collisions << ' ' << contest.errors << "\n";
+  return 0;
+}
+
 }  // namespace
 
 class tst_record_locks : public QObject {
@@ -138,6 +214,10 @@ class tst_record_locks : public QObject {
   void EveryPartOfTheStartCounts_data();
   void EveryPartOfTheStartCounts();
   void AZombieHasEnded();
+  void AHiddenProcessHasNotEnded();
+  void LocksAreListedAndReleased();
+  void ManyOnOneRecord_data();
+  void ManyOnOneRecord();
   void WithoutAConnection();
   void DatabaseErrorsPass();
 
@@ -207,9 +287,9 @@ void tst_record_locks::HolderIsTold() {
   const QStringList boxes = driver.TakeBoxes();
   QCOMPARE(boxes.size(), 1);
   QCOMPARE(boxes.constFirst(),
-           u"Benefactores|informacion|El registro lo está modificando «Ana <b>Ruiz</b>» en el equipo «%1» desde el %2."
+           u"Benefactores|informacion|Lo está modificando «Ana <b>Ruiz</b>» en «%1» desde las %2."
            "\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s.arg(
-               holder->process.machine, holder->since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s)));
+               holder->process.machine, holder->since.toLocalTime().toString(u"HH:mm"_s)));
 
   first.Unlock(5);
   QVERIFY(second.Lock(5));
@@ -272,6 +352,8 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
   QCOMPARE(holder.Held(), QList<int>{1});
   QVERIFY(!user.Lock(1));
   holder.Kill();
+  // The machine was given another name meanwhile, as some networks do.
+  m_database->Execute(u"UPDATE BloqueoRegistros SET Equipo='antes-se-llamaba-asi'");
   QVERIFY(user.Lock(1));
   QCOMPARE(m_database->Id(u"SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1"), 1);
 }
@@ -279,10 +361,9 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
 // Each row spoils the lock of a process that has ended in a way that leaves it unknown whether it has.
 void tst_record_locks::LocksThatCannotBeJudgedStay_data() {
   QTest::addColumn<QString>("assignment");
-  QTest::newRow("another machine") << u"Equipo='otro-equipo'"_s;
-  QTest::newRow("no machine") << u"Equipo=NULL"_s;
   QTest::newRow("no start") << u"InicioProceso=''"_s;
   QTest::newRow("foreign start") << u"InicioProceso='12:30'"_s;
+  QTest::newRow("no process") << u"Proceso=0"_s;
 }
 
 void tst_record_locks::LocksThatCannotBeJudgedStay() {
@@ -318,6 +399,79 @@ void tst_record_locks::EveryPartOfTheStartCounts() {
   }
   m_database->Execute(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='{}'", start.join(u' '));
   QTEST(user.Lock(1), "taken");
+}
+
+// A system may hide the processes of other users: one that cannot be looked at has not ended.
+void tst_record_locks::AHiddenProcessHasNotEnded() {
+  const host::ProcessIdentity self = host::CurrentProcess();
+  const pid_t child = fork();
+  if (child == 0) {
+    const QByteArray folder = "/proc/" + QByteArray::number(self.processId);
+    const bool hidden = (unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) &&
+                        mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                        mount("none", folder.constData(), "tmpfs", 0, nullptr) == 0;
+    _exit(!hidden ? 2 : host::HasEnded(self, self) ? 1 : 0);
+  }
+  int status = 0;
+  QCOMPARE(waitpid(child, &status, 0), child);
+  if (WEXITSTATUS(status) == 2) {
+    QSKIP("this system lets nobody hide a process");
+  }
+  QCOMPARE(WEXITSTATUS(status), 0);
+}
+
+void tst_record_locks::LocksAreListedAndReleased() {
+  User first(m_database->ConnectionString(), 1, u"Ana"_s);
+  User second(m_database->ConnectionString(), 2, u"Blas"_s);
+  QVERIFY(first.Lock(5));
+  QVERIFY(second.Lock(4));
+  m_database->Execute(u"UPDATE BloqueoRegistros SET Desde='2020-01-02T03:04:05Z' WHERE ValorID=4");
+  // As another program may write it.
+  m_database->Execute(u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Desde) VALUES (7,'IDPais',1,'x')");
+  host::RecordLocks locks(m_database->Connection(), 9, u"Eva"_s);
+  const QList<host::LockHolder> all = locks.All();
+  QStringList listed;
+  for (const host::LockHolder& holder : all) {
+    listed.append(u"%1 %2 %3"_s.arg(holder.keyColumn, QString::number(holder.key), holder.userName));
+  }
+  QCOMPARE(listed, (QStringList{u"IDBanco 4 Blas"_s, u"IDBanco 5 Ana"_s, u"IDPais 1 "_s}));
+  const QString moment =
+      QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5), Qt::UTC).toLocalTime().toString(u"dd/MM/yyyy 'a las' HH:mm"_s);
+  QCOMPARE(all[0].Description(),
+           u"Lo está modificando «Blas» en «%1» desde el %2"_s.arg(all[0].process.machine, moment));
+  QCOMPARE(all[2].Description(), u"Lo está modificando otro usuario"_s);
+
+  QVERIFY(locks.ReleaseOf(all[0]));
+  QVERIFY(locks.ReleaseOf(all[2]));
+  QVERIFY(first.Lock(4));
+  // It is somebody else's now, whatever its number.
+  m_database->Execute(u"UPDATE BloqueoRegistros SET IDBloqueoRegistro={} WHERE ValorID=4", all[0].number);
+  QVERIFY(!locks.ReleaseOf(all[0]));
+  QCOMPARE(locks.All().size(), 2);
+}
+
+void tst_record_locks::ManyOnOneRecord_data() {
+  QTest::addColumn<int>("acquisitions");
+  QTest::addColumn<int>("kills");
+  const int kills = qEnvironmentVariableIntValue("KEL_LOCK_KILLS");
+  QTest::newRow("who lose a race try again") << 1600 << 0;
+  QTest::newRow("some of them killed") << 0 << (kills > 0 ? kills : 60);
+}
+
+// Never two holders, never an error.
+void tst_record_locks::ManyOnOneRecord() {
+  QFETCH(int, acquisitions);
+  QFETCH(int, kills);
+  QProcess contenders;
+  contenders.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  contenders.start(QCoreApplication::applicationFilePath(), {u"--contenders"_s, m_database->ConnectionString(),
+                                                             QString::number(acquisitions), QString::number(kills)});
+  QVERIFY(contenders.waitForFinished(60000 + kills * 1000));
+  const QList<QByteArray> result = contenders.readAll().trimmed().split(' ');
+  QCOMPARE(result.size(), 3);
+  QVERIFY2(result[0].toInt() >= std::max(acquisitions, kills), result[0].constData());
+  QCOMPARE(result[1].toInt(), 0);
+  QCOMPARE(result[2].toInt(), 0);
 }
 
 // It only waits for its parent to take notice.
@@ -362,5 +516,9 @@ void tst_record_locks::DatabaseErrorsPass() {
 KEL_TEST(tst_record_locks);
 KEL_TEST_HELPER(holder,
                 [](const QStringList& arguments) { return RunHolder(arguments.value(0), arguments.value(1).toInt()); });
+
+KEL_TEST_HELPER(contenders, [](const QStringList& arguments) {
+  return RunContenders(arguments.value(0), arguments.value(1).toInt(), arguments.value(2).toInt());
+});
 
 #include "tst_record_locks.moc"

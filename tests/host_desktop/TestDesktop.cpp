@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QSettings>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -16,10 +17,13 @@ TestDesktop::TestDesktop(database::Content content) : database(content) {
   qputenv("KEL_CLASES", database.Path(u"clases.ini"_s).toLocal8Bit());
   m_session.connection = &database.Connection();
   m_session.title = u"Kel"_s;
+  m_session.userId = 1;
+  m_session.userName = u"ana"_s;
+  m_session.userKind = 1;
   m_session.settingsFile = database.Path(u"widths.ini"_s);
   host::RegisterClasses(m_session);
   m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, database.Connection());
+  m_bridge = std::make_unique<host::ComponentBridge>(*m_services, m_session);
 }
 
 TestDesktop::~TestDesktop() {
@@ -32,7 +36,9 @@ TestDesktop::~TestDesktop() {
 
 host::MainWindow& TestDesktop::Window() {
   if (!m_window) {
-    m_window = std::make_unique<host::MainWindow>(*m_bridge, host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
+    m_window = std::make_unique<host::MainWindow>(
+        *m_bridge, [this] { return database::CreateConnection(database.ConnectionString()); },
+        host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
     m_window->show();
   }
   return *m_window;
@@ -41,6 +47,22 @@ host::MainWindow& TestDesktop::Window() {
 host::MainWindow& TestDesktop::Restart() {
   m_window.reset();
   return Window();
+}
+
+void TestDesktop::ChooseNode(int node) {
+  Window().ChooseNode(node);
+  WaitForTheList();
+}
+
+void TestDesktop::Refresh() {
+  Action("actRefresh").trigger();
+  WaitForTheList();
+}
+
+void TestDesktop::WaitForTheList() {
+  if (!QTest::qWaitFor([this] { return Window().IsListRead(); }, 20'000)) {
+    qWarning("the list is still being read");
+  }
 }
 
 host::RecordList& TestDesktop::List() {

@@ -20,9 +20,17 @@ class TestDesktop {
   ~TestDesktop();
 
   host::ComponentBridge& Bridge() { return *m_bridge; }
+  /// Of the administrator "ana", until a test says otherwise.
+  host::Session& Session() { return m_session; }
   host::MainWindow& Window();
   /// Ends the window and opens it anew, as a new start of the program.
   host::MainWindow& Restart();
+
+  /// Chooses a node and waits for its list.
+  void ChooseNode(int node);
+  /// F5, until the list has been read.
+  void Refresh();
+  void WaitForTheList();
 
   host::RecordList& List();
   QLineEdit& SearchBox();

@@ -22,11 +22,13 @@ QString Describe(const CommandLine& line) {
   add("archivo", line.file);
   add("base", line.connectionString);
   add("biblioteca", line.library);
+  add("copia", line.copy);
   add("usuario", line.user ? QString::number(*line.user) : QString());
   add("nodo", line.node >= 0 ? QString::number(line.node) : QString());
   add("accion", line.action != 0 ? QString::number(line.action) : QString());
   add("id", line.id != 0 ? QString::number(line.id) : QString());
   add("aux", line.aux != 0 ? QString::number(line.aux) : QString());
+  add("crear", line.create ? u"1"_s : QString());
   add("demo", line.demonstration ? u"1"_s : QString());
   add("oscuro", line.dark ? u"1"_s : QString());
   return parts.join(u' ');
@@ -63,6 +65,10 @@ void tst_command_line::Understood_data() {
   QTest::newRow("branch of a bank") << u"abrir|--nodo|0|--accion|1|--aux|3"_s
                                     << Row(Command::OpenDialog, "nodo=0 accion=1 aux=3");
   QTest::newRow("register") << u"registrar|lib.so"_s << Row(Command::Register, "biblioteca=lib.so");
+  QTest::newRow("copy") << u"copia|a b.db|--demo"_s << Row(Command::Copy, "copia=a b.db demo=1");
+  QTest::newRow("restore") << u"restaurar|a.db|--archivo|x|--crear"_s
+                           << Row(Command::Restore, "archivo=x copia=a.db crear=1");
+  QTest::newRow("check") << u"comprobar"_s << Row(Command::Check);
   QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
   QTest::newRow("help wins") << u"abrir|--ayuda"_s << Row(Command::Help);
 }
@@ -77,6 +83,11 @@ void tst_command_line::Refused_data() {
   QTest::addColumn<QString>("arguments");
   QTest::addColumn<QString>("mentioned");
   QTest::newRow("unknown option") << u"--archibo|x"_s << u"«--archibo»"_s;
+  QTest::newRow("unknown option with one dash") << u"-demo"_s << u"«-demo»"_s;
+  QTest::newRow("one dash alone") << u"-"_s << u"«-»"_s;
+  QTest::newRow("no name for the copy") << u"copia"_s << u"copia ARCHIVO"_s;
+  QTest::newRow("no copy to restore") << u"restaurar|--crear"_s << u"restaurar COPIA"_s;
+  QTest::newRow("too much to check") << u"comprobar|x"_s << u"«x»"_s;
   QTest::newRow("unknown command") << u"cerrar"_s << u"«cerrar»"_s;
   QTest::newRow("value missing") << u"--archivo"_s << u"Falta el valor"_s;
   QTest::newRow("empty value") << u"--archivo="_s << u"Falta el valor"_s;

@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +37,9 @@ class tst_main_window : public QObject {
   void ModifiedRecordIsShownAnew();
   void AddedRecordIsSelected();
   void CancelledAdditionKeepsTheSelection();
+  void OnlyTheChangedRecordIsReadAgain();
+  void TheLastChosenListIsShown();
+  void AdditionWhileTheListIsRead();
   void SearchCountsHits();
   void FailedDialogLosesNothing();
   void LostDatabaseIsFoundAgain();
@@ -43,9 +47,12 @@ class tst_main_window : public QObject {
   void MissingComponentIsExplained();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
+  void KeysOfTheTree();
   void LookIsRemembered();
   void NonsenseInTheSettingsIsPassedOver();
-  void EndWaitsForTheDialog();
+  void NothingBeginsOnceTheProgramEnds();
+  void UsersAreForAdministrators();
+  void LocksAreShownAndReleased();
 };
 
 void tst_main_window::init() {
@@ -65,24 +72,32 @@ void tst_main_window::EveryListIsRead() {
   static const support::TestDatabase database(database::Content::Demonstration);
   const host::Node& node = *host::FindNode(id);
   const host::RecordData records = host::ReadRecords(database.Connection(), node);
+  // What is gone can't be entered again; users are an administrator's own risk.
+  QVERIFY(node.canAdd || !node.canDelete || node.administratorsOnly);
+  if (node.canRecover) {
+    QCOMPARE(records.Size(), 0);
+    return;
+  }
   QVERIFY(records.Size() > 0);
   QVERIFY(!records.Display(0, 0).isEmpty());
   QVERIFY(host::HighestKey(database.Connection(), node) >= records.Id(0));
+  QVERIFY(host::RecordName(database.Connection(), node, records.Id(0)).startsWith(records.Display(0, 0).simplified()));
   // Statements of their own, which no other test reaches for every node.
   host::CountDependents(database.Connection(), id, {records.Id(0)});
-  host::CountUses(database.Connection(), id, records.Id(0));
+  host::CountUses(database.Connection(), id, records.Id(0), false);
+  host::DeletedParent(database.Connection(), node, records.Id(0));
 }
 
 void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;
   AddBank(desktop);
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().SelectRecord(35));
   QTest::keyClick(&desktop.List(), Qt::Key_Return);
   desktop.Action("actModify").trigger();
   desktop.Action("actAdd").trigger();
-  desktop.Window().ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Bancos());
   const int bank = desktop.List().SelectedIds().constFirst();
   desktop.Action("actNewBranch").trigger();
   const QStringList expected = {u"PasarDatos nodo=20 accion=2 id=35 aux=0 Tablas\\Países"_s,
@@ -98,7 +113,7 @@ void tst_main_window::ModifiedRecordIsShownAnew() {
   FakeComponent::Register([](adodb::Connection& connection, int id) {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais={}", id);
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.Action("actModify").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
@@ -110,7 +125,7 @@ void tst_main_window::AddedRecordIsSelected() {
   FakeComponent::Register([](adodb::Connection& connection, int) {
     adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.SearchBox().setText(u"espa"_s);
   desktop.Action("actAdd").trigger();
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
@@ -121,7 +136,7 @@ void tst_main_window::AddedRecordIsSelected() {
 void tst_main_window::CancelledAdditionKeepsTheSelection() {
   TestDesktop desktop;
   FakeComponent::Register({});
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   // Added meanwhile by another user: the list does not know it, and it is not the one that was added here.
   desktop.database.Execute(u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
   desktop.List().SelectRecord(35);
@@ -129,9 +144,52 @@ void tst_main_window::CancelledAdditionKeepsTheSelection() {
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
 }
 
+void tst_main_window::OnlyTheChangedRecordIsReadAgain() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int id) {
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz {}' WHERE IDPais={}",
+                   adodb::Verbatim{QString::number(id)}, id);
+    adodb::Execute(connection, u"UPDATE Paises SET Nombre='Zzz de otro' WHERE IDPais=36");
+  });
+  desktop.ChooseNode(cConstNodo().Paises());
+  const auto last = [&desktop](int before) {
+    const host::RecordModel& records = desktop.List().Records();
+    return records.NameAt(records.rowCount() - 1 - before, 1);
+  };
+  desktop.List().SelectRecord(35);
+  desktop.Action("actModify").trigger();
+  QCOMPARE(last(0), u"Zzz 35"_s);
+  QVERIFY(!last(1).contains(u"otro"_s));
+  desktop.Refresh();
+  QCOMPARE(last(0), u"Zzz de otro"_s);
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({35}));
+}
+
+void tst_main_window::TheLastChosenListIsShown() {
+  TestDesktop desktop;
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  QCOMPARE(desktop.List().Records().rowCount(), 0);
+  QVERIFY(desktop.List().accessibleDescription().contains(u"Leyendo"_s));
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().Records().TotalCount(), 52);
+  QCOMPARE(desktop.List().Records().columnCount(), 3);
+}
+
+void tst_main_window::AdditionWhileTheListIsRead() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int) {
+    adodb::Execute(connection, u"INSERT INTO Paises(Nombre,Eliminado) VALUES('Ítaca',0)");
+  });
+  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.Action("actAdd").trigger();
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
+}
+
 void tst_main_window::SearchCountsHits() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   const auto* hits = desktop.Window().findChild<QLabel*>(u"lblHits"_s);
   const int total = desktop.List().Records().TotalCount();
   QCOMPARE(hits->text(), u"%1 registros"_s.arg(total));
@@ -148,7 +206,7 @@ void tst_main_window::FailedDialogLosesNothing() {
     adodb::Execute(connection, u"UPDATE Paises SET Nombre='a medias' WHERE IDPais={}", id);
     throw automation::Error(438, u"No cabe el 100%1 de «%2»"_s, u"frmPais"_s);
   });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.List().SelectRecord(35);
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actModify").trigger();
@@ -163,19 +221,19 @@ void tst_main_window::FailedDialogLosesNothing() {
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.database.Connection().Close();
   const QString file = desktop.database.Path(u"kel.db"_s);
   QVERIFY(QFile::rename(file, file + u".x"_s));
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("actRefresh").trigger();
+  desktop.Refresh();
   QVERIFY(desktop.List().Records().TotalCount() > 0);
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.TakeBoxes().size(), 2);
   QVERIFY(desktop.List().accessibleDescription().contains(u"F5"_s));
   QVERIFY(QFile::rename(file + u".x"_s, file));
-  desktop.Action("actRefresh").trigger();
+  desktop.Refresh();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
   QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
@@ -197,7 +255,7 @@ void tst_main_window::MissingComponentIsExplained() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
   file.close();
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actAdd").trigger();
   const QString text = desktop.TakeBoxes().join(u'\n');
@@ -212,13 +270,14 @@ void tst_main_window::WhatANodeAllows_data() {
   QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
   QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
   QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
+  QTest::newRow("Registros eliminados") << host::deletedRecordsNode << QString();
 }
 
 void tst_main_window::WhatANodeAllows() {
   QFETCH(int, node);
   TestDesktop desktop;
   AddBank(desktop);
-  desktop.Window().ChooseNode(node);
+  desktop.ChooseNode(node);
   QStringList allowed;
   for (const char* name : {"actAdd", "actModify", "actDelete", "actNewBranch"}) {
     if (desktop.Action(name).isEnabled()) {
@@ -228,16 +287,43 @@ void tst_main_window::WhatANodeAllows() {
   QTEST(allowed.join(u' '), "allowed");
 }
 
+void tst_main_window::KeysOfTheTree() {
+  TestDesktop desktop;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  auto* tree = desktop.Window().findChild<QTreeWidget*>(u"nodeTree"_s);
+  const auto press = [tree](Qt::Key key) {
+    QTest::keyClick(tree, key);
+    return tree->currentItem()->text(0);
+  };
+  tree->setFocus();
+  QCOMPARE(press(Qt::Key_Up), u"Bancos"_s);
+  QCOMPARE(press(Qt::Key_Left), u"Bancos"_s);
+  for (int i = 0; i < 3; ++i) {
+    press(Qt::Key_Down);
+  }
+  QCOMPARE(press(Qt::Key_Down), u"Países"_s);
+  QCOMPARE(press(Qt::Key_Up), u"Colectoras"_s);
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(tree->topLevelItem(1)).center());
+  QCOMPARE(tree->currentItem()->text(0), u"Colectoras"_s);
+  QVERIFY(!tree->topLevelItem(1)->isExpanded());
+  QVERIFY(press(Qt::Key_Down) != u"Tablas"_s);
+  QCOMPARE(press(Qt::Key_Home), u"Bancos"_s);
+  desktop.WaitForTheList();
+  press(Qt::Key_Return);
+  QCOMPARE(QApplication::focusWidget(), &desktop.List());
+}
+
 void tst_main_window::LookIsRemembered() {
   TestDesktop desktop;
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  desktop.ChooseNode(cConstNodo().Provincias());
   desktop.Window().resize(700, 500);
   desktop.List().setColumnWidth(0, 321);
   desktop.List().sortByColumn(1, Qt::DescendingOrder);
   // Another node in between has a look of its own.
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  desktop.ChooseNode(cConstNodo().Paises());
   QVERIFY(desktop.List().columnWidth(0) != 321);
-  desktop.Restart().ChooseNode(cConstNodo().Provincias());
+  desktop.Restart();
+  desktop.ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.Window().size(), QSize(700, 500));
   QCOMPARE(desktop.List().columnWidth(0), 321);
   QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
@@ -253,25 +339,67 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     settings.setValue(u"Ventana/Geometria"_s, QByteArray("nada"));
     settings.setValue(u"Ventana/Division"_s, QByteArray(64, '\xff'));
   }
-  desktop.Window().ChooseNode(cConstNodo().Provincias());
-  for (const int width : desktop.List().ColumnWidths()) {
+  desktop.ChooseNode(cConstNodo().Provincias());
+  for (int column = 0; column < 3; ++column) {
+    const int width = desktop.List().columnWidth(column);
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
   QCOMPARE(desktop.List().Records().SortColumn(), 0);
 }
 
-void tst_main_window::EndWaitsForTheDialog() {
+void tst_main_window::NothingBeginsOnceTheProgramEnds() {
   TestDesktop desktop;
-  QSignalSpy ended(&desktop.Bridge(), &host::ComponentBridge::Ended);
-  FakeComponent::Register([&](adodb::Connection&, int) {
-    desktop.Bridge().End();
-    QCOMPARE(ended.size(), 0);
-  });
-  desktop.Window().ChooseNode(cConstNodo().Paises());
+  FakeComponent::Register([&](adodb::Connection&, int) { desktop.Bridge().End(); });
+  desktop.ChooseNode(cConstNodo().Paises());
   desktop.Action("actModify").trigger();
-  QCOMPARE(ended.size(), 1);
   desktop.Action("actModify").trigger();
   QCOMPARE(FakeComponent::Requests().size(), 1);
+}
+
+void tst_main_window::UsersAreForAdministrators() {
+  TestDesktop desktop;
+  desktop.Session().userKind = 2;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  desktop.ChooseNode(cConstNodo().Usuarios());
+  QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
+  QVERIFY(!desktop.Action("actLocks").isVisible());
+}
+
+void tst_main_window::LocksAreShownAndReleased() {
+  TestDesktop desktop;
+  AddBank(desktop);
+  const int bank = desktop.database.Id(u"SELECT MAX(IDBanco) FROM Bancos");
+  const auto lock = [&](const QString& column, int id, const QString& moment) {
+    desktop.database.Execute(
+        u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, Desde) VALUES "
+        u"(7, '{}', {}, 'blas', 'pc3', '{}')",
+        column, id, moment);
+  };
+  lock(u"IDBanco"_s, bank, u"2020-01-02T03:04:05Z"_s);
+  lock(u"IDPais"_s, 35, u"2020-01-03T03:04:05Z"_s);
+  lock(u"IDRaro"_s, 9, QString());
+  desktop.driver.On("locksDialog", [&](const support::DialogUser& dialog) {
+    const auto* list = dialog.Find<QTreeWidget>("lockList");
+    QStringList rows;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      const QTreeWidgetItem& item = *list->topLevelItem(row);
+      rows.append(item.text(0) + u'|' + item.text(1) + u'|' + item.text(2) + u'|' + item.text(3));
+    }
+    QCOMPARE(rows,
+             (QStringList{u"IDRaro|9|blas|pc3"_s, u"Bancos|0001 Banco Uno|blas|pc3"_s, u"Países|España|blas|pc3"_s}));
+    dialog.Find<QTreeWidget>("lockList")->setCurrentItem(list->topLevelItem(1));
+    desktop.driver.Answer(QMessageBox::No);
+    dialog.Press("releaseLock");
+    QCOMPARE(list->topLevelItemCount(), 3);
+    dialog.Find<QTreeWidget>("lockList")->setCurrentItem(list->topLevelItem(1));
+    desktop.driver.Answer(QMessageBox::Yes);
+    dialog.Press("releaseLock");
+    dialog.Key(Qt::Key_Escape);
+  });
+  desktop.Action("actLocks").trigger();
+  QCOMPARE(desktop.TakeBoxes().size(), 2);
+  QCOMPARE(desktop.database.Query(u"SELECT campoID FROM BloqueoRegistros ORDER BY campoID"),
+           (QStringList{u"IDPais"_s, u"IDRaro"_s}));
 }
 
 KEL_TEST(tst_main_window);

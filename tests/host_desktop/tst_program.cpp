@@ -1,12 +1,19 @@
 #include "database/Database.h"
+#include "database/ErrorNumbers.h"
+#include "database/sqlite/SqliteHandle.h"
 #include "host/cli/Startup.h"
 #include "platform/automation/Error.h"
+#include "support/ErrorOf.h"
 #include "support/TestProgram.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +22,41 @@ namespace {
 host::CommandLine OnFile(const QString& file) {
   host::CommandLine line;
   line.file = file;
+  line.create = true;
   return line;
+}
+
+// On the test's screen, with the settings and the class registry of the folder.
+void SetUp(QProcess& program, const QTemporaryDir& folder) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+  environment.insert(u"HOME"_s, folder.path());
+  environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
+  program.setProcessEnvironment(environment);
+  program.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+struct Ended {
+  int code = -1;
+  QString output;
+};
+
+// Runs the program with settings and class registry in `folder`, which is also `%1` in the arguments.
+Ended Run(const QTemporaryDir& folder, QStringList arguments) {
+  arguments.replaceInStrings(u"%1"_s, folder.path());
+  QProcess program;
+  SetUp(program, folder);
+  program.start(QStringLiteral(KEL_HOST), arguments);
+  const bool ended = program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit;
+  return {ended ? program.exitCode() : -1, QString::fromUtf8(program.readAll())};
+}
+
+QString OutputOf(const QStringList& arguments) {
+  QProcess program;
+  program.setProcessChannelMode(QProcess::MergedChannels);
+  program.start(QStringLiteral(KEL_HOST), arguments);
+  program.waitForFinished();
+  return QString::fromUtf8(program.readAll());
 }
 
 }  // namespace
@@ -27,9 +68,16 @@ class tst_program : public QObject {
  private Q_SLOTS:
   void ExitCodes_data();
   void ExitCodes();
+  void AMistypedPathMakesNothing();
+  void CopyCheckAndRestore();
+  void WhatCannotBeWrittenIsOpenedForViewing();
+  void ALongUserNameIsCut();
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
   void UnknownUserIsRefused();
+  void LocksOnTheCommandLine();
+  void SignalsAtEveryMoment_data();
+  void SignalsAtEveryMoment();
 };
 
 void tst_program::ExitCodes_data() {
@@ -43,12 +91,18 @@ void tst_program::ExitCodes_data() {
   row("help", u"--ayuda"_s, 0, u"--archivo F"_s);
   row("wrong argument", u"--nada"_s, 2, u"«--nada»"_s);
   row("no database", u"--archivo %1/basura"_s, 1, u"no es una base de datos"_s);
-  row("folder impossible", u"--archivo %1/basura/kel.db"_s, 1, u"carpeta"_s);
+  row("folder impossible", u"--archivo %1/basura/kel.db --crear"_s, 1, u"carpeta"_s);
+  row("a file that is not there", u"--archivo %1/kel.db"_s, 1, u"«--crear»"_s);
+  row("an option with one dash", u"-demo"_s, 2, u"«-demo»"_s);
+  row("nothing to copy", u"copia %1/copia.db --archivo %1/kel.db"_s, 1, u"No existe la base de datos"_s);
+  row("nothing to check", u"comprobar --archivo %1/basura"_s, 1, u"no es una base de datos"_s);
+  row("no copy", u"restaurar %1/basura --archivo %1/kel.db --crear"_s, 1, u"no es una base de datos"_s);
+  row("nowhere to restore", u"restaurar %1/basura --archivo %1/kel.db"_s, 1, u"«--crear»"_s);
   row("unknown engine", u"--base Motor=otro;Archivo=%1/x.db"_s, 1, u"otro"_s);
   row("no such library", u"registrar %1/no.so"_s, 1, u"no existe la biblioteca"_s);
   row("no component", u"registrar %1/basura"_s, 1, u"no se puede cargar"_s);
   row("forget what is not there", u"desregistrar"_s, 0, QString());
-  row("dialog without component", u"abrir --archivo %1/kel.db --nodo 20 --accion agregar"_s, 1,
+  row("dialog without component", u"abrir --crear --archivo %1/kel.db --nodo 20 --accion agregar"_s, 1,
       u"kel-host registrar"_s);
 }
 
@@ -62,23 +116,79 @@ void tst_program::ExitCodes() {
   rubbish.write(QByteArray(4096, 'x'));
   rubbish.close();
   arguments.replaceInStrings(u"%1"_s, folder.path());
-  QProcess program;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-  environment.insert(u"HOME"_s, folder.path());
-  environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
-  program.setProcessEnvironment(environment);
-  program.setProcessChannelMode(QProcess::MergedChannels);
-  program.start(QStringLiteral(KEL_HOST), arguments);
-  QVERIFY(program.waitForFinished(60000));
-  const QString output = QString::fromUtf8(program.readAll());
-  QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == code, qPrintable(output));
-  QVERIFY2(output.contains(said), qPrintable(output));
+  const Ended ended = Run(folder, arguments);
+  QVERIFY2(ended.code == code, qPrintable(ended.output));
+  QVERIFY2(ended.output.contains(said), qPrintable(ended.output));
+}
+
+void tst_program::AMistypedPathMakesNothing() {
+  const QTemporaryDir folder;
+  for (const bool create : {false, true}) {
+    for (const QString& base : {QString(), u"Espera=10;Archivo="_s}) {
+      host::CommandLine line = OnFile(folder.filePath(u"no/kel.db"_s));
+      line.create = create;
+      if (!base.isEmpty()) {
+        line.connectionString = base + std::exchange(line.file, {});
+      }
+      QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(database::CannotOpen));
+    }
+  }
+  host::CommandLine line = OnFile(folder.filePath(u"kel.db"_s));
+  line.create = false;
+  QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(database::CannotOpen));
+  QVERIFY(folder.isValid() && QDir(folder.path()).isEmpty());
+}
+
+void tst_program::CopyCheckAndRestore() {
+  const QTemporaryDir folder;
+  const auto run = [&folder](const QString& arguments) {
+    const Ended ended = Run(folder, arguments.split(u' '));
+    return QString::number(ended.code) + u' ' + ended.output;
+  };
+  host::StartSession(OnFile(folder.filePath(u"kel.db"_s)));
+  const QString copied = run(u"copia %1/copia.db --archivo %1/kel.db"_s);
+  QVERIFY2(copied.startsWith(u"0 Copia hecha y comprobada"_s), qPrintable(copied));
+  QVERIFY(run(u"copia %1/copia.db --archivo %1/kel.db"_s).startsWith(u"1 kel-host: Ya existe"_s));
+  QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 Base de datos: "_s));
+  host::StartSession(OnFile(folder.filePath(u"kel.db"_s)))
+      ->connection->Execute(u"INSERT INTO Sucursales(codProvincia) VALUES(99)"_s);
+  const QString checked = run(u"comprobar --archivo %1/kel.db"_s);
+  QVERIFY2(checked.startsWith(u"1 "_s), qPrintable(checked));
+  QVERIFY2(checked.contains(u"Integridad: bien\nÍndices: bien\nReferencias: 1 problema\n  - Sucursales.codProvincia"_s),
+           qPrintable(checked));
+  const QString restored = run(u"restaurar %1/copia.db --archivo %1/kel.db"_s);
+  QVERIFY2(restored.startsWith(u"0 "_s) && restored.contains(u"se conserva en"_s), qPrintable(restored));
+  QVERIFY(run(u"comprobar --archivo %1/kel.db"_s).startsWith(u"0 "_s));
+}
+
+void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  QVERIFY(!host::StartSession(OnFile(file))->session.readOnly);
+  host::CommandLine line;
+  line.connectionString = u"Acceso=lectura;Archivo="_s + file;
+  const auto started = host::StartSession(line);
+  QVERIFY(started->session.readOnly);
+  QVERIFY(!started->session.userName.isEmpty());
+  QCOMPARE(support::ErrorOf([&] { started->connection->Execute(u"DELETE FROM Paises"_s); }),
+           int(database::DatabaseReadOnly));
+}
+
+void tst_program::ALongUserNameIsCut() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  host::StartSession(OnFile(file));
+  {
+    const database::SqliteHandle raw(database::ConnectionString(database::ConnectionStringForFile(file)),
+                                     database::SqliteHandle::Missing::Refuse);
+    raw.Run("UPDATE Usuarios SET Nombre=printf('%.*c', 5000, 'x')");
+  }
+  QCOMPARE(host::StartSession(OnFile(file))->session.userName, QString(50, u'x'));
 }
 
 void tst_program::StartCreatesTheDatabaseAndSignsIn() {
   const QTemporaryDir folder;
-  const QString file = folder.filePath(u"nueva/a;b.db"_s);
+  const QString file = folder.filePath(u"a;b.db"_s);
   const auto started = host::StartSession(OnFile(file));
   QVERIFY(QFile::exists(file));
   QCOMPARE(started->database, file);
@@ -113,6 +223,62 @@ void tst_program::UnknownUserIsRefused() {
     return;
   }
   QFAIL("signed in");
+}
+
+void tst_program::LocksOnTheCommandLine() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  const auto started = host::StartSession(OnFile(file));
+  const QStringList listing{u"bloqueos"_s, u"--archivo"_s, file};
+  QCOMPARE(OutputOf(listing), u"Ningún registro está en uso.\n"_s);
+  QVERIFY(!started->session.Locks().Take(u"IDPais"_s, 35));
+  started->connection->Execute(u"UPDATE BloqueoRegistros SET IDBloqueoRegistro=9, Desde='2020-01-02T12:00:00Z'"_s);
+  const QString table = OutputOf(listing);
+  QVERIFY2(QRegularExpression(u"\\n9 +Países +España +administrador +\\S+ +02/01/2020 \\d\\d:00 +en uso\\n$"_s)
+               .match(table)
+               .hasMatch(),
+           qPrintable(table));
+  QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"8"_s}).contains(u"número 8"_s));
+  QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"9"_s}).startsWith(u"Soltado: Países «España»."_s));
+  QCOMPARE(started->session.Locks().All().size(), 0);
+}
+
+void tst_program::SignalsAtEveryMoment_data() {
+  QTest::addColumn<QString>("arguments");
+  QTest::newRow("the window") << QString();
+  QTest::newRow("a dialog") << u"abrir --nodo 19 --accion agregar"_s;
+  QTest::newRow("a dialog with the box of a refused lock") << u"abrir --nodo 20 --accion modificar --id 35"_s;
+}
+
+// From the first moment of the program's life to a dialog that is waiting for its user.
+void tst_program::SignalsAtEveryMoment() {
+  QFETCH(QString, arguments);
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  const auto other = host::StartSession(OnFile(file));
+  other->session.userId = 99;
+  QVERIFY(!other->session.Locks().Take(u"IDPais"_s, 35));
+  QFile registry(folder.filePath(u"clases.ini"_s));
+  QVERIFY(registry.open(QIODevice::WriteOnly));
+  registry.write("KelConfiguracion.CPrincipal=" KEL_COMPONENT "\n");
+  registry.close();
+  const int numbers[] = {SIGTERM, SIGINT, SIGHUP};
+  int next = 0;
+  for (const unsigned long moment : {0UL, 10UL, 30UL, 60UL, 100UL, 150UL, 200UL, 300UL, 500UL, 1200UL}) {
+    QProcess program;
+    SetUp(program, folder);
+    program.start(QStringLiteral(KEL_HOST),
+                  arguments.split(u' ', Qt::SkipEmptyParts) + QStringList{u"--archivo"_s, file});
+    QVERIFY(program.waitForStarted());
+    QTest::qSleep(int(moment));
+    kill(pid_t(program.processId()), numbers[next++ % 3]);
+    const bool ended = program.waitForFinished(10000);
+    if (!ended) {
+      program.kill();
+      program.waitForFinished();
+    }
+    QVERIFY2(ended, qPrintable(u"signal %1 after %2 ms"_s.arg(numbers[(next - 1) % 3]).arg(moment)));
+  }
 }
 
 KEL_TEST(tst_program);

@@ -151,32 +151,31 @@ class tst_label_drawing : public QObject {
     QVERIFY(!Shows(preview.grab().toImage().copy(5, 5, 490, 36), Qt::black));
   }
 
+  // Totals, labels per row, width, height, gaps, left and top offset.
   void SheetsThatFit_data() {
-    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<QString>("sheet");
     QTest::addColumn<QString>("words");
     const QString fits = u"La hoja cabe en un A4."_s;
-    QTest::newRow("exactly") << QStringList{u"30"_s, u"3"_s, u"7"_s, u"2,97"_s, u"0"_s, u"0"_s, u"0"_s, u"0"_s} << fits;
-    QTest::newRow("with gaps and offsets")
-        << QStringList{u"8"_s, u"2"_s, u"9"_s, u"6,5"_s, u"0,5"_s, u"0,4"_s, u"1,2"_s, u"1,3"_s} << fits;
-    QTest::newRow("four of 7 cm") << QStringList{u"40"_s, u"4"_s, u"7"_s, u"2,9"_s, u"0"_s, u"0"_s, u"0"_s, u"0"_s}
-                                  << u"La hoja no cabe en un A4: a lo ancho hacen falta 28 cm y hay 21 cm."_s;
-    QTest::newRow("a gap too much") << QStringList{u"30"_s, u"3"_s, u"7"_s, u"2,97"_s, u"0,1"_s, u"0"_s, u"0"_s, u"0"_s}
-                                    << u"La hoja no cabe en un A4: a lo ancho hacen falta 21,2 cm y hay 21 cm."_s;
-    QTest::newRow("both ways")
-        << QStringList{u"5"_s, u"2"_s, u"20"_s, u"10"_s, u"0"_s, u"0"_s, u"1"_s, u"0"_s}
-        << u"La hoja no cabe en un A4: a lo ancho hacen falta 41 cm y hay 21 cm; a lo alto hacen falta 30 cm y hay 29,7 cm."_s;
-    QTest::newRow("fewer labels than a row holds")
-        << QStringList{u"2"_s, u"4"_s, u"7"_s, u"3"_s, u"0"_s, u"0"_s, u"0"_s, u"0"_s} << fits;
+    const QString tooMuch = u"La hoja no cabe en un A4: a lo "_s;
     const QString incomplete = u"La hoja se dibuja cuando están todas las medidas."_s;
-    QTest::newRow("a measure missing") << QStringList{u"30"_s, u"3"_s, u"7"_s, u"2"_s, u""_s, u"0"_s, u"0"_s, u"0"_s}
-                                       << incomplete;
-    QTest::newRow("no labels") << QStringList{u"0"_s, u"0"_s, u"7"_s, u"2"_s, u"0"_s, u"0"_s, u"0"_s, u"0"_s}
-                               << incomplete;
-    QTest::newRow("no number") << QStringList{u"30"_s, u"3"_s, u"5,,5"_s, u"2"_s, u"0"_s, u"0"_s, u"0"_s, u"0"_s}
-                               << incomplete;
+    QTest::newRow("exactly") << u"30 3 7 2,97 0 0 0 0"_s << fits;
+    QTest::newRow("with gaps and offsets") << u"8 2 9 6,5 0,5 0,4 1,2 1,3"_s << fits;
+    QTest::newRow("fewer labels than a row holds") << u"2 4 7 3 0 0 0 0"_s << fits;
+    QTest::newRow("four of 7 cm") << u"40 4 7 2,9 0 0 0 0"_s << tooMuch + u"ancho hacen falta 28 cm y hay 21 cm."_s;
+    QTest::newRow("a gap too much") << u"30 3 7 2,97 0,1 0 0 0"_s
+                                    << tooMuch + u"ancho hacen falta 21,2 cm y hay 21 cm."_s;
+    QTest::newRow("too high") << u"10 1 6 3 0 0 0 0"_s << tooMuch + u"alto hacen falta 30 cm y hay 29,7 cm."_s;
+    QTest::newRow("both ways") << u"5 2 20 10 0 0 1 0"_s
+                               << tooMuch +
+                                      u"ancho hacen falta 41 cm y hay 21 cm; "
+                                      "a lo alto hacen falta 30 cm y hay 29,7 cm."_s;
+    QTest::newRow("a measure missing") << u"30 3 7 2  0 0 0"_s << incomplete;
+    QTest::newRow("no labels") << u"0 0 7 2 0 0 0 0"_s << incomplete;
+    QTest::newRow("no number") << u"30 3 5,,5 2 0 0 0 0"_s << incomplete;
   }
   void SheetsThatFit() {
-    QFETCH(QStringList, texts);
+    QFETCH(QString, sheet);
+    const QStringList texts = sheet.split(u' ');
     std::array<QString, MeasureBoxes> measures;
     std::copy(texts.begin() + 2, texts.end(), measures.begin());
     QTEST(FitText(ReadSheet(texts[0], texts[1], measures)), "words");

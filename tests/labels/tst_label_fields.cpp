@@ -52,14 +52,13 @@ class Sheet {
     return host.Id(u"SELECT MAX(IDEtiquetaCampo) FROM EtiquetasCampos");
   }
 
-  // Opens the sheet, then its fields, for the script, and accepts the sheet, or cancels it.
-  std::optional<automation::Error> Use(const support::Driver::Script& script, bool accept = true) {
-    host.driver.On("frmEtiquetas1", [accept](const DialogUser& dialog) {
-      dialog.Press("cmdSeleccionar_1");
-      dialog.Press(accept ? "cmdSeleccionar_2" : "cmdSeleccionar_3");
-    });
-    host.driver.On("frmEtiquetas2", script);
-    return host.PasarDatos(node.Etiquetas(), action.Modificar(), id);
+  // Opens the sheet, then its fields, for the script, and accepts the sheet.
+  std::optional<automation::Error> Use(const support::Driver::Script& script) {
+    return Open(script, "cmdSeleccionar_2");
+  }
+  // The same, and cancels the sheet.
+  std::optional<automation::Error> LookAt(const support::Driver::Script& script) {
+    return Open(script, "cmdSeleccionar_3");
   }
 
   QStringList Rows() const {
@@ -73,6 +72,16 @@ class Sheet {
 
   TestHost host;
   int id = 0;
+
+ private:
+  std::optional<automation::Error> Open(const support::Driver::Script& script, const char* end) {
+    host.driver.On("frmEtiquetas1", [end](const DialogUser& dialog) {
+      dialog.Press("cmdSeleccionar_1");
+      dialog.Press(end);
+    });
+    host.driver.On("frmEtiquetas2", script);
+    return host.PasarDatos(node.Etiquetas(), action.Modificar(), id);
+  }
 };
 
 QStringList Grid(const DialogUser& dialog) {
@@ -111,23 +120,20 @@ class tst_label_fields : public QObject {
     Sheet sheet;
     sheet.Add(u"[COLABORADORES].[NOMBRE]"_s, 1, 1, 2);
     sheet.Add(u"*Sr."_s, 1, 2);
-    EXPECT_CLEAN(sheet.host,
-                 sheet.Use(
-                     [&](const DialogUser& dialog) {
-                       QCOMPARE(dialog.Text(""), u"Selección de campos para la etiqueta postal"_s);
-                       QCOMPARE(Grid(dialog), (QStringList{u"[COLABORADORES].[NOMBRE]|1|1"_s, u"Sr.|1|2"_s}));
-                       const auto* model = dialog.Find<QTableView>("msgCampos")->model();
-                       QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Campo/Texto"_s);
-                       QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), u"Línea"_s);
-                       QVERIFY(dialog.Items("cboCampos_0").contains(u"Colaboradores"_s));
-                       for (const char* control : {"optCampos_0", "txtCampos_0", "cmdCampos_5"}) {
-                         QVERIFY(!dialog.IsEnabled(control));
-                       }
-                       QCOMPARE(sheet.host.platform.pointers, (QList<int>{11, 0}));
-                       // Nothing was changed, so nothing is asked.
-                       dialog.Close();
-                     },
-                     false));
+    EXPECT_CLEAN(sheet.host, sheet.LookAt([&](const DialogUser& dialog) {
+      QCOMPARE(dialog.Text(""), u"Selección de campos para la etiqueta postal"_s);
+      QCOMPARE(Grid(dialog), (QStringList{u"[COLABORADORES].[NOMBRE]|1|1"_s, u"Sr.|1|2"_s}));
+      const auto* model = dialog.Find<QTableView>("msgCampos")->model();
+      QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), u"Campo/Texto"_s);
+      QCOMPARE(model->headerData(1, Qt::Horizontal).toString(), u"Línea"_s);
+      QVERIFY(dialog.Items("cboCampos_0").contains(u"Colaboradores"_s));
+      for (const char* control : {"optCampos_0", "txtCampos_0", "cmdCampos_5"}) {
+        QVERIFY(!dialog.IsEnabled(control));
+      }
+      QCOMPARE(sheet.host.platform.pointers, (QList<int>{11, 0}));
+      // Nothing was changed, so nothing is asked.
+      dialog.Close();
+    }));
     const QStringList log = sheet.host.connection().Log();
     QCOMPARE(log.mid(3),
              (QStringList{u"SELECT DISTINCT TipoCamposEtiquetas.codTabla, TipoCamposEtiquetas.NombreTabla FROM "
@@ -202,36 +208,34 @@ class tst_label_fields : public QObject {
   void RefusedEntries() {
     Sheet sheet;
     sheet.Add(u"*Uno"_s, 1, 1);
-    EXPECT_CLEAN(sheet.host, sheet.Use(
-                                 [&](const DialogUser& dialog) {
-                                   const auto refused = [&](const char* button, const QString& focus) {
-                                     sheet.host.driver.Answer(QMessageBox::Ok);
-                                     dialog.Press(button);
-                                     QCOMPARE(dialog.Focused(), focus);
-                                   };
-                                   refused("cmdCampos_3", u"cmdCampos_3"_s);
-                                   refused("cmdCampos_4", u"cmdCampos_4"_s);
-                                   dialog.Press("cmdCampos_2");
-                                   refused("cmdCampos_5", u"cboCampos_1"_s);
-                                   dialog.Press("optCampos_1");
-                                   refused("cmdCampos_5", u"txtCampos_2"_s);
-                                   dialog.Type("txtCampos_2", u"Dos"_s);
-                                   refused("cmdCampos_5", u"txtCampos_0"_s);
-                                   dialog.Type("txtCampos_0", u"1"_s);
-                                   refused("cmdCampos_5", u"txtCampos_1"_s);
-                                   dialog.Type("txtCampos_1", u"1"_s);
-                                   refused("cmdCampos_5", u"txtCampos_0"_s);
-                                   QCOMPARE(dialog.Text("txtCampos_2"), u"Dos"_s);
-                                   // Only 1 to 5, one character, each in the place of the one before.
-                                   sheet.host.platform.beeps = 0;
-                                   dialog.Keys("txtCampos_0", u"3062x5"_s);
-                                   QCOMPARE(dialog.Text("txtCampos_0"), u"5"_s);
-                                   QCOMPARE(sheet.host.platform.beeps, 3);
-                                   dialog.Press("cmdCampos_6");
-                                   QCOMPARE(dialog.Text("txtCampos_2"), QString());
-                                   dialog.Press("cmdCampos_1");
-                                 },
-                                 false));
+    EXPECT_CLEAN(sheet.host, sheet.LookAt([&](const DialogUser& dialog) {
+      const auto refused = [&](const char* button, const QString& focus) {
+        sheet.host.driver.Answer(QMessageBox::Ok);
+        dialog.Press(button);
+        QCOMPARE(dialog.Focused(), focus);
+      };
+      refused("cmdCampos_3", u"cmdCampos_3"_s);
+      refused("cmdCampos_4", u"cmdCampos_4"_s);
+      dialog.Press("cmdCampos_2");
+      refused("cmdCampos_5", u"cboCampos_1"_s);
+      dialog.Press("optCampos_1");
+      refused("cmdCampos_5", u"txtCampos_2"_s);
+      dialog.Type("txtCampos_2", u"Dos"_s);
+      refused("cmdCampos_5", u"txtCampos_0"_s);
+      dialog.Type("txtCampos_0", u"1"_s);
+      refused("cmdCampos_5", u"txtCampos_1"_s);
+      dialog.Type("txtCampos_1", u"1"_s);
+      refused("cmdCampos_5", u"txtCampos_0"_s);
+      QCOMPARE(dialog.Text("txtCampos_2"), u"Dos"_s);
+      // Only 1 to 5, one character, each in the place of the one before.
+      sheet.host.platform.beeps = 0;
+      dialog.Keys("txtCampos_0", u"3062x5"_s);
+      QCOMPARE(dialog.Text("txtCampos_0"), u"5"_s);
+      QCOMPARE(sheet.host.platform.beeps, 3);
+      dialog.Press("cmdCampos_6");
+      QCOMPARE(dialog.Text("txtCampos_2"), QString());
+      dialog.Press("cmdCampos_1");
+    }));
     const QString incomplete = u"Prueba|aviso|Debe rellenar los datos que son obligatorios para continuar"_s;
     const QString nothing = u"Prueba|aviso|No ha seleccionado ningún registro"_s;
     QCOMPARE(sheet.host.driver.Boxes(),
@@ -408,16 +412,14 @@ class tst_label_fields : public QObject {
   void ColumnWidthsAreKept() {
     Sheet sheet;
     for (const bool again : {false, true}) {
-      EXPECT_CLEAN(sheet.host, sheet.Use(
-                                   [again](const DialogUser& dialog) {
-                                     auto* grid = dialog.Find<QTableView>("msgCampos");
-                                     if (again) {
-                                       QCOMPARE(grid->columnWidth(0), 321);
-                                     }
-                                     grid->setColumnWidth(0, 321);
-                                     dialog.Press("cmdCampos_1");
-                                   },
-                                   false));
+      EXPECT_CLEAN(sheet.host, sheet.LookAt([again](const DialogUser& dialog) {
+        auto* grid = dialog.Find<QTableView>("msgCampos");
+        if (again) {
+          QCOMPARE(grid->columnWidth(0), 321);
+        }
+        grid->setColumnWidth(0, 321);
+        dialog.Press("cmdCampos_1");
+      }));
     }
     QFile settings(sheet.host.session.settingsFile);
     QVERIFY(settings.open(QIODevice::ReadOnly));

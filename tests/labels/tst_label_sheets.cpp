@@ -234,6 +234,9 @@ class tst_label_sheets : public QObject {
       QTest::keyClick(dialog.Find("txtEtiquetasTotales"), Qt::Key_Down);
       QCOMPARE(Shown(dialog).first(3), (QStringList{u"4"_s, u"4"_s, u"1"_s}));
       QCOMPARE(host.driver.TakeBoxes().size(), 1);
+      // What is cut back is not more than there are.
+      dialog.Type("txtEtiquetasFila", u"5"_s);
+      QCOMPARE(Shown(dialog).first(3), (QStringList{u"4"_s, u"4"_s, u"1"_s}));
       dialog.Press("cmdSeleccionar_3");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Agregar()));

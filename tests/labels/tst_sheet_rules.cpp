@@ -21,6 +21,9 @@ SheetTexts Good() {
           .height = u"3,7"_s};
 }
 
+// One of a sheet's texts.
+using Text = QString& (*)(SheetTexts&);
+
 template <typename Work>
 int ErrorNumber(Work work) {
   try {
@@ -109,57 +112,48 @@ class tst_sheet_rules : public QObject {
     QCOMPARE(ErrorNumber([] { StoredNumber(u"5,,5"_s); }), 13);
   }
 
+  // One text of a good sheet is another one.
   void Refusals_data() {
-    using Change = std::function<void(SheetTexts&)>;
-    QTest::addColumn<Change>("change");
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("second");
-    QTest::addColumn<int>("box");
-    const auto row = [](const char* name, const Change& change, int first, int second, SheetBox box) {
-      QTest::newRow(name) << change << first << second << int(box);
-    };
-    row(
-        "good", [](SheetTexts&) {}, 0, 0, SheetBox::None);
-    row(
-        "empty box", [](SheetTexts& t) { t.boxes[1] = u""_s; }, 10018, 0, SheetBox::None);
-    row(
-        "box of one blank", [](SheetTexts& t) { t.boxes[0] = u" "_s; }, 10018, 0, SheetBox::None);
-    row(
-        "two blanks are a text", [](SheetTexts& t) { t.boxes[0] = u"  "_s; }, 0, 0, SheetBox::None);
-    row(
-        "empty label", [](SheetTexts& t) { t.captions[1] = u""_s; }, 10018, 0, SheetBox::None);
-    row(
-        "totals of 0", [](SheetTexts& t) { t.totals = u"0"_s; }, 10019, 10020, SheetBox::Totals);
-    row(
-        "none per row", [](SheetTexts& t) { t.perRow = u"0"_s; }, 10019, 10021, SheetBox::PerRow);
-    row(
-        "11 rows", [](SheetTexts& t) { t.rows = u"11"_s; }, 10019, 10022, SheetBox::Totals);
-    row(
-        "width 5,5 rounds to 6", [](SheetTexts& t) { t.width = u"5,5"_s; }, 0, 0, SheetBox::None);
-    row(
-        "width 5,4", [](SheetTexts& t) { t.width = u"5,4"_s; }, 10023, 10024, SheetBox::Width);
-    row(
-        "height 1,5 rounds to 2", [](SheetTexts& t) { t.height = u"1,5"_s; }, 0, 0, SheetBox::None);
-    row(
-        "height 1,4: texts that don't belong together", [](SheetTexts& t) { t.height = u"1,4"_s; }, 10026, 10027,
-        SheetBox::Height);
-    row(
-        "the first failure is told",
-        [](SheetTexts& t) {
-          t.rows = u"14"_s;
-          t.width = u"1"_s;
-          t.height = u"1"_s;
-        },
-        10019, 10022, SheetBox::Totals);
+    QTest::addColumn<Text>("text");
+    QTest::addColumn<QString>("is");
+    QTest::addColumn<SheetRefusal>("refusal");
+    const Text box = [](SheetTexts& texts) -> QString& { return texts.boxes[1]; };
+    const Text caption = [](SheetTexts& texts) -> QString& { return texts.captions[1]; };
+    const Text totals = [](SheetTexts& texts) -> QString& { return texts.totals; };
+    const Text perRow = [](SheetTexts& texts) -> QString& { return texts.perRow; };
+    const Text rows = [](SheetTexts& texts) -> QString& { return texts.rows; };
+    const Text width = [](SheetTexts& texts) -> QString& { return texts.width; };
+    const Text height = [](SheetTexts& texts) -> QString& { return texts.height; };
+    constexpr SheetRefusal passes{};
+    constexpr SheetRefusal incomplete{.firstString = 10018};
+    QTest::newRow("good") << width << u"7"_s << passes;
+    QTest::newRow("empty box") << box << u""_s << incomplete;
+    QTest::newRow("box of one blank") << box << u" "_s << incomplete;
+    QTest::newRow("two blanks are a text") << box << u"  "_s << passes;
+    QTest::newRow("empty label") << caption << u""_s << incomplete;
+    QTest::newRow("totals of 0") << totals << u"0"_s << SheetRefusal{10019, 10020, SheetBox::Totals};
+    QTest::newRow("none per row") << perRow << u"0"_s << SheetRefusal{10019, 10021, SheetBox::PerRow};
+    QTest::newRow("11 rows") << rows << u"11"_s << SheetRefusal{10019, 10022, SheetBox::Totals};
+    QTest::newRow("width 5,5 rounds to 6") << width << u"5,5"_s << passes;
+    QTest::newRow("width 5,4") << width << u"5,4"_s << SheetRefusal{10023, 10024, SheetBox::Width};
+    QTest::newRow("height 1,5 rounds to 2") << height << u"1,5"_s << passes;
+    QTest::newRow("height 1,4: texts that don't belong together")
+        << height << u"1,4"_s << SheetRefusal{10026, 10027, SheetBox::Height};
   }
   void Refusals() {
-    QFETCH(std::function<void(SheetTexts&)>, change);
+    QFETCH(Text, text);
+    QFETCH(QString, is);
     SheetTexts texts = Good();
-    change(texts);
-    const SheetRefusal refusal = RefusalOf(texts).value_or(SheetRefusal());
-    QTEST(refusal.firstString, "first");
-    QTEST(refusal.secondString, "second");
-    QTEST(int(refusal.box), "box");
+    text(texts) = is;
+    QTEST(RefusalOf(texts).value_or(SheetRefusal()), "refusal");
+  }
+
+  void TheFirstFailureIsTold() {
+    SheetTexts texts = Good();
+    texts.width = texts.height = u"1"_s;
+    QCOMPARE(RefusalOf(texts).value_or(SheetRefusal()).firstString, 10023);
+    texts.rows = u"14"_s;
+    QCOMPARE(RefusalOf(texts).value_or(SheetRefusal()).secondString, 10022);
   }
 };
 

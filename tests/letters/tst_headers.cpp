@@ -32,6 +32,17 @@ class tst_headers : public QObject {
              QStringList(u"Casa d'Oració|L'Hospitalet|"_s));
   }
 
+  void AnAdditionOfItsOwnHandsNothingBack() {
+    TestHost host;
+    host.driver.On("frmCabecera", [](const DialogUser& dialog) {
+      dialog.Type("txtNombre", u"Carta"_s);
+      dialog.Press("cmdBotonera_0");
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Cabeceras(), action.Agregar(), 0, 77));
+    QCOMPARE(host.connection().Log().size(), 3);
+    QCOMPARE(host.services().property("IDAux"), QVariant(77));
+  }
+
   void NothingToHandBackIsZero() {
     TestHost host;
     host.connection().SetHook([&](const QString& entry) {

@@ -25,7 +25,7 @@ const QString longName =
     u"Prueba|aviso|El nombre de la carta no puede tener más de 50 caracteres. \n¿Desea teclear el nombre de la carta?"_s;
 const QString askName = u"Prueba|entrada|Introduzca el nombre de la carta modelo."_s;
 const QString exitQuestion =
-    u"Prueba|informacion|Si sale del editor de cartas modelo, los cambios no se guardarán.\n"
+    u"Prueba|informacion|Si sale del editor de cartas modelo, los cambios no se guardarán.\r\n"
     "¿Desea guardar los cambios de la carta modelo?"_s;
 const QString noNumber = u"Prueba|informacion|Debe introducir un valor numérico para el margen."_s;
 const QString stored = u"SELECT Nombre, Contenido, MargenIzquierdo, MargenDerecho, MargenSuperior FROM CartasModelo"_s;

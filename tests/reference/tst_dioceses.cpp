@@ -120,6 +120,7 @@ class tst_dioceses : public QObject {
     host.driver.On("frmDiocesis", [&](const DialogUser& dialog) {
       dialog.Press("cmdNProvincia");
       QCOMPARE(dialog.Text("cboProvincia"), u"Trasmiera"_s);
+      QCOMPARE(dialog.Focused(), u"cboProvincia"_s);
       QCOMPARE(host.services().property("Accion").toInt(), action.Modificar());
       QCOMPARE(host.services().property("IDSeleccionado").toInt(), 1);
       QCOMPARE(host.services().property("IDAux").toInt(), 9);

@@ -110,14 +110,16 @@ class tst_collectors : public QObject {
   void ClosingNeverAsks() {
     TestHost host;
     const int id = MakeCollector(host);
-    host.driver.On("frmCobrador", [](const DialogUser& dialog) {
-      dialog.Type("txtCobrador_0", u"Otra"_s);
-      dialog.Close();
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Modificar(), id, 77));
-    QCOMPARE(host.driver.Boxes(), QStringList());
-    QCOMPARE(host.Query(u"SELECT Nombre FROM Cobradores"), QStringList(u"Ana"_s));
-    QCOMPARE(Requested(host, "IDAux"), 77);
+    for (const bool cancels : {false, true}) {
+      host.driver.On("frmCobrador", [cancels](const DialogUser& dialog) {
+        dialog.Type("txtCobrador_0", u"Otra"_s);
+        cancels ? dialog.Press("cmdCobrador_1") : dialog.Close();
+      });
+      EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Modificar(), id, 77));
+      QCOMPARE(host.driver.Boxes(), QStringList());
+      QCOMPARE(host.Query(u"SELECT Nombre FROM Cobradores"), QStringList(u"Ana"_s));
+      QCOMPARE(Requested(host, "IDAux"), 77);
+    }
   }
 
   void OnlyTheNameIsNeeded() {
@@ -195,6 +197,7 @@ class tst_collectors : public QObject {
       QCOMPARE(dialog.IsVisible("cmdLetra"), !letter.isEmpty());
       if (!letter.isEmpty()) {
         QCOMPARE(dialog.Text("cmdLetra"), letter);
+        QVERIFY(dialog.Find("cmdLetra")->width() >= dialog.Find("cmdLetra")->sizeHint().width());
         dialog.Press("cmdLetra");
         QCOMPARE(dialog.Text(nif), left + letter.last(1));
         QVERIFY(!dialog.IsVisible("cmdLetra"));

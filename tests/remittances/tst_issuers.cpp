@@ -257,20 +257,6 @@ class tst_issuers : public QObject {
     QCOMPARE(host.driver.Boxes(),
              QStringList(2, u"Prueba|informacion|Antes de crear una provincia debe seleccionar un pais de la lista"_s));
   }
-
-  void UnsavedChangesAreAskedAbout() {
-    TestHost host;
-    const Scene scene(host);
-    host.driver.On("frmEmisor", [](const DialogUser& dialog) {
-      dialog.Choose("cboProvincias", u"Soria"_s);
-      dialog.Close();
-    });
-    host.driver.Answer(QMessageBox::No);
-    EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Nuevo()));
-    QCOMPARE(host.driver.Boxes(),
-             QStringList(u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s));
-    QCOMPARE(Requested(host, "IDAux"), 0);
-  }
 };
 
 KEL_TEST(tst_issuers);

@@ -270,6 +270,24 @@ class tst_parties : public QObject {
     QCOMPARE(Stored(host, *party).last(), u"L'Orde|A11111119|009"_s);
   }
 
+  // The choice of a list is a change, too; nobody who wrote nothing hands anything back.
+  void UnsavedChangesAreAskedAbout() {
+    for (const Party* party : {&presenter, &issuer}) {
+      TestHost host;
+      Prepare(host);
+      host.driver.On(party->dialog, [&](const DialogUser& dialog) {
+        party == &presenter ? dialog.Choose("cboBancos", u"Banco del Sur"_s)
+                            : dialog.Choose("cboProvincias", u"Soria"_s);
+        dialog.Close();
+      });
+      host.driver.Answer(QMessageBox::No);
+      EXPECT_CLEAN(host, host.PasarDatos(party->node, action.Nuevo(), 0, 77));
+      QCOMPARE(host.driver.Boxes(),
+               QStringList(u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s));
+      QCOMPARE(Requested(host, "IDAux"), 0);
+    }
+  }
+
   void AnIssuerThatCannotBeLoadedIsNotShown() {
     TestHost host;
     host.connection().SetHook([](const QString& text) {

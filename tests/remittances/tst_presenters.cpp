@@ -332,20 +332,6 @@ class tst_presenters : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
     QCOMPARE(host.Query(u"SELECT Nombre FROM Presentadores"), QStringList(name));
   }
-
-  void UnsavedChangesAreAskedAbout() {
-    TestHost host;
-    const Banks banks(host);
-    const int id = banks.Presenter(u"Uno"_s, u"001"_s, banks.north, banks.northPort);
-    host.driver.On("frmPresentador", [](const DialogUser& dialog) {
-      dialog.Choose("cboBancos", u"Banco del Sur"_s);
-      dialog.Close();
-    });
-    host.driver.Answer(QMessageBox::No);
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Modificar(), id));
-    QCOMPARE(host.driver.Boxes(),
-             QStringList(u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s));
-  }
 };
 
 KEL_TEST(tst_presenters);

@@ -77,7 +77,8 @@ class tst_communities : public QObject {
       dialog.Press("cmdAceptar");
     });
     host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Agregar()));
+    EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Agregar(), 0, 77));
+    QCOMPARE(host.services().property("IDAux"), QVariant(77));
     QVERIFY(host.driver.Boxes().value(0).startsWith(u"Prueba|critico|Error -2147467259: sin conexión"_s));
     QCOMPARE(host.Query(u"SELECT Codigo FROM ComunidadAutonoma WHERE Nombre='Enlloc'"), QStringList(u"99"_s));
   }

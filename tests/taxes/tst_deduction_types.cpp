@@ -94,7 +94,8 @@ class tst_deduction_types : public QObject {
     if (!refusal.isEmpty()) {
       host.driver.Answer(QMessageBox::Ok);
     }
-    EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), requested, forty));
+    EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), requested, forty, 77));
+    QCOMPARE(host.services().property("IDAux"), QVariant(77));
     QCOMPARE(host.driver.Boxes(), refusal.isEmpty() ? QStringList() : QStringList(u"Prueba|aviso|"_s + refusal));
     QCOMPARE(host.connection().Writes().filter(u"TipoDeducciones"_s).size(), refusal.isEmpty() ? 1 : 0);
   }

@@ -1,5 +1,6 @@
 #include "tour/Walks.h"
 
+#include "host/desktop/DarkPalette.h"
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
 
@@ -13,15 +14,20 @@
 
 using namespace Qt::StringLiterals;
 
-// kel-tour LIBRARY FOLDER: walks through the dialogs of the component library and leaves the pictures in the folder.
+// kel-tour LIBRARY FOLDER [--oscuro]: walks through the dialogs of the component library and leaves the pictures in the
+// folder, in dark colours where that is asked.
 int main(int argc, char** argv) {
   const QTemporaryDir registry;
   qputenv("KEL_CLASES", registry.filePath(u"clases.ini"_s).toUtf8());
   qputenv("XDG_DATA_HOME", registry.path().toUtf8());
   QApplication application(argc, argv);
-  if (argc != 3) {
-    std::fputs("Uso: kel-tour BIBLIOTECA CARPETA\n", stderr);
+  const bool dark = argc == 4 && qstrcmp(argv[3], "--oscuro") == 0;
+  if (argc != 3 && !dark) {
+    std::fputs("Uso: kel-tour BIBLIOTECA CARPETA [--oscuro]\n", stderr);
     return 2;
+  }
+  if (dark) {
+    host::UseDarkPalette();
   }
   QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
   QTranslator translator;

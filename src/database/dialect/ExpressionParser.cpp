@@ -135,11 +135,18 @@ ExpressionPtr ExpressionParser::ParseIn(ExpressionPtr left) {
     expression->select = ParseSubquery();
   } else {
     do {
-      Append(*expression, ParseExpression());
+      Append(*expression, ParseListed());
     } while (m_reader.TakeSymbol(u","));
   }
   m_reader.ExpectSymbol(u")");
   return expression;
+}
+
+// Lists may be long, and mostly hold plain values: what could stand behind one is not looked for.
+ExpressionPtr ExpressionParser::ParseListed() {
+  const bool isLiteral = m_reader.Peek().literal >= 0;
+  const Token& next = m_reader.Peek(1);
+  return isLiteral && (next.IsSymbol(u",") || next.IsSymbol(u")")) ? ParseValue() : ParseExpression();
 }
 
 ExpressionPtr ExpressionParser::ParseBetween(ExpressionPtr left) {

@@ -43,6 +43,7 @@ class ExpressionParser {
   ExpressionPtr ParseComparison();
   ExpressionPtr ParsePredicate(ExpressionPtr left);
   ExpressionPtr ParseIn(ExpressionPtr left);
+  ExpressionPtr ParseListed();
   ExpressionPtr ParseBetween(ExpressionPtr left);
   ExpressionPtr ParseConcatenation();
   ExpressionPtr ParseSum();

@@ -2,6 +2,8 @@
 
 #include "database/Errors.h"
 
+#include <array>
+#include <charconv>
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -134,7 +136,9 @@ QString QuotedName(QStringView name) {
 
 QString ExpressionWriter::Bind(const Token& literal, bool negated, Conversion conversion, const Column* column) {
   m_plan.bindings.push_back({literal.literal, negated, conversion, column == nullptr ? QString() : column->name});
-  return u'?' + QString::number(m_plan.bindings.size());
+  std::array<char, 24> text = {'?'};
+  const char* end = std::to_chars(text.begin() + 1, text.end(), m_plan.bindings.size()).ptr;
+  return QString::fromLatin1(text.data(), end - text.data());
 }
 
 QString ExpressionWriter::WriteCondition(const Expression& expression, const Scope& scope) {
@@ -264,10 +268,10 @@ ValueType ExpressionWriter::TypeOf(const Expression& expression, const Scope& sc
       return ValueTypeOf(scope.Resolve(expression.qualifier, expression.name).column->type);
     case ExpressionKind::Concatenation:
       return ValueType::Text;
-    case ExpressionKind::Call: {
-      const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
-      return function != nullptr && function->result == Function::Result::Text ? ValueType::Text : ValueType::Number;
-    }
+    case ExpressionKind::Call:
+      return TypeOfCall(expression, scope);
+    case ExpressionKind::Constant:
+      return expression.name == u"NULL" ? ValueType::Unknown : ValueType::Boolean;
     case ExpressionKind::Arithmetic: {
       const bool joinsTexts = expression.name == u"+" && TypeOf(*expression.operands[0], scope) == ValueType::Text &&
                               TypeOf(*expression.operands[1], scope) == ValueType::Text;
@@ -276,6 +280,18 @@ ValueType ExpressionWriter::TypeOf(const Expression& expression, const Scope& sc
     default:
       return ValueType::Number;
   }
+}
+
+ValueType ExpressionWriter::TypeOfCall(const Expression& expression, const Scope& scope) const {
+  const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
+  if (function == nullptr || function->takesNumbers || function->result == Function::Result::Number) {
+    return ValueType::Number;
+  }
+  ValueType type = ValueType::Unknown;
+  for (std::size_t i = static_cast<std::size_t>(function->firstAlike); i < expression.operands.size(); ++i) {
+    type = CommonType(type, TypeOf(*expression.operands[i], scope));
+  }
+  return function->result == Function::Result::Text ? ValueType::Text : type;
 }
 
 Fragment ExpressionWriter::WriteArithmetic(const Expression& expression, const Scope& scope) {
@@ -357,11 +373,11 @@ Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& sc
   if (expression.select != nullptr) {
     set = WriteSubquery(*expression.select, scope).sql;
   } else {
-    QStringList values;
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-      values += WriteCompared(*expression.operands[i], left, scope);
+      set += i == 1 ? u'(' : u',';
+      set += WriteCompared(*expression.operands[i], left, scope);
     }
-    set = u'(' + values.join(u", "_s) + u')';
+    set += u')';
   }
   const QString word = expression.negated ? u"NOT IN"_s : u"IN"_s;
   return Predicate(u"(%1 %2 "_s.arg(left.sql, word) + set + u')');
@@ -404,23 +420,29 @@ Fragment ExpressionWriter::WriteCall(const Expression& expression, const Scope& 
   if (function == nullptr || (expression.distinct && !function->isAggregate)) {
     FailCall(expression);
   }
-  const bool needsNumber = function->name == u"SUM" || function->name == u"AVG";
   std::vector<Fragment> arguments;
   for (const ExpressionPtr& operand : expression.operands) {
-    arguments.push_back(needsNumber ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
+    arguments.push_back(function->takesNumbers ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
   }
-  return FinishCall(*function, expression, arguments);
+  return FinishCall(*function, expression, std::move(arguments));
 }
 
 Fragment ExpressionWriter::FinishCall(const Function& function, const Expression& call,
-                                      const std::vector<Fragment>& arguments) const {
-  ValueType type = ValueType::Number;
-  if (function.result == Function::Result::Text) {
-    type = ValueType::Text;
-  } else if (function.result != Function::Result::Number) {
-    type = arguments[function.result == Function::Result::SameAsFirst ? 0 : 1].type;
+                                      std::vector<Fragment> arguments) const {
+  ValueType type = function.result == Function::Result::Text ? ValueType::Text : ValueType::Number;
+  if (function.result == Function::Result::Common) {
+    const std::span<Fragment> alike = std::span(arguments).subspan(static_cast<std::size_t>(function.firstAlike));
+    type = ValueType::Unknown;
+    for (const Fragment& argument : alike) {
+      type = CommonType(type, argument.type);
+    }
+    for (Fragment& argument : alike) {
+      if (type == ValueType::Text && argument.type != ValueType::Text) {
+        argument.sql = Call(engine::toText, argument.sql);
+      }
+    }
   }
-  if (function.isAggregate && type == ValueType::Boolean) {
+  if ((function.isAggregate || function.takesNumbers) && type == ValueType::Boolean) {
     type = ValueType::Number;
   }
   QStringList all;

@@ -32,7 +32,7 @@ class ExpressionWriter {
   /// As what is stored into `column`.
   QString WriteStored(const Expression& expression, const Column& column, const Scope& scope);
   QString WriteStored(const Fragment& value, const Column& column) const;
-  /// A literal as a parameter.
+  /// A literal as a parameter: `?N` for the one that Plan::bindings has in the place N, from 1, so far.
   QString Bind(const Token& literal, bool negated, Conversion conversion, const Column* column = nullptr);
 
   const Schema& m_schema;
@@ -42,6 +42,7 @@ class ExpressionWriter {
  private:
   Fragment Write(const Expression& expression, const Scope& scope);
   ValueType TypeOf(const Expression& expression, const Scope& scope) const;
+  ValueType TypeOfCall(const Expression& expression, const Scope& scope) const;
   Fragment WriteColumn(const Expression& expression, const Scope& scope);
   Fragment WriteConstant(const Expression& expression) const;
   Fragment WriteNegation(const Expression& expression, const Scope& scope);
@@ -53,7 +54,7 @@ class ExpressionWriter {
   Fragment WriteBetween(const Expression& expression, const Scope& scope);
   Fragment WriteCall(const Expression& expression, const Scope& scope);
   Fragment WriteChain(const Expression& expression, QStringView word, const Scope& scope);
-  Fragment FinishCall(const Function& function, const Expression& call, const std::vector<Fragment>& arguments) const;
+  Fragment FinishCall(const Function& function, const Expression& call, std::vector<Fragment> arguments) const;
   Fragment WriteNumber(const Expression& expression, const Scope& scope);
   QString WriteText(const Expression& expression, const Scope& scope);
   QString WriteCompared(const Expression& expression, const Fragment& other, const Scope& scope);

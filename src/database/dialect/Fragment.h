@@ -23,6 +23,21 @@ constexpr ValueType ValueTypeOf(ColumnType type) {
   }
 }
 
+/// The type that values of both types can take: Null fits any, a text none but texts, a Boolean is a number beside
+/// numbers, an amount stays one.
+constexpr ValueType CommonType(ValueType first, ValueType second) {
+  if (first == second || second == ValueType::Unknown) {
+    return first;
+  }
+  if (first == ValueType::Unknown) {
+    return second;
+  }
+  if (first == ValueType::Text || second == ValueType::Text) {
+    return ValueType::Text;
+  }
+  return first == ValueType::Money || second == ValueType::Money ? ValueType::Money : ValueType::Number;
+}
+
 /// An expression written for the engine.
 struct Fragment {
   QString sql;

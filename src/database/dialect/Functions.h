@@ -8,15 +8,18 @@ namespace database {
 
 /// A function of the dialect.
 struct Function {
-  enum class Result { Text, Number, SameAsFirst, SameAsSecond };
+  /// Common is the type that all the arguments from `firstAlike` on can take (see CommonType).
+  enum class Result { Text, Number, Common };
 
   QStringView name;
   int fewest;       ///< Arguments.
   int most;         ///< -1 for any number.
   QStringView sql;  ///< The engine's form; %1, %2... are the arguments, %* all of them.
   Result result;
+  int firstAlike = 0;
   bool foldsCase = false;  ///< Changes nothing but the case: of no effect in a comparison.
   bool isAggregate = false;
+  bool takesNumbers = false;  ///< Texts among the arguments are the numbers that they mean; Booleans count, too.
 };
 
 /// The function of that name without regard to case, nullptr for none.

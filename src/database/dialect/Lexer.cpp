@@ -133,8 +133,9 @@ void Lexer::ReadSymbol() {
   constexpr QStringView pairs[] = {u"<>", u"<=", u">=", u"||"};
   constexpr QStringView singles = u"(),.;=<>+-*/\\&";
   const QStringView next = m_text.mid(m_position, 2);
+  const bool mayBePair = m_text[m_position] == u'<' || m_text[m_position] == u'>' || m_text[m_position] == u'|';
   for (const QStringView pair : pairs) {
-    if (next == pair) {
+    if (mayBePair && next == pair) {
       m_position += 2;
       Add(TokenKind::Symbol, m_position - 2, m_position);
       return;

@@ -9,7 +9,8 @@
 
 namespace database {
 
-/// How a literal of the statement becomes a parameter; the parameter's number is its place in Plan::bindings.
+/// How a literal of the statement becomes a parameter. The bindings of a plan stand in the order of the parameters in
+/// its text.
 struct Binding {
   int literal = 0;
   bool negated = false;

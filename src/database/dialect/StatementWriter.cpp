@@ -4,6 +4,7 @@
 #include "database/dialect/StatementParser.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +58,30 @@ Plan StatementWriter::Write(const Statement& statement) {
       WriteDelete(statement);
       break;
   }
+  PutBindingsInOrder();
   return std::move(m_plan);
+}
+
+void StatementWriter::PutBindingsInOrder() {
+  const QByteArray numbered = std::exchange(m_plan.sql, {});
+  const std::vector<Binding> made = std::exchange(m_plan.bindings, {});
+  m_plan.sql.resize(numbered.size());
+  m_plan.bindings.reserve(made.size());
+  char* written = m_plan.sql.data();
+  bool insideName = false;
+  for (auto at = numbered.cbegin(); at != numbered.cend(); ++at) {
+    *written++ = *at;
+    insideName = insideName != (*at == '"');
+    if (*at != '?' || insideName) {
+      continue;
+    }
+    std::size_t number = 0;
+    for (; at + 1 != numbered.cend() && at[1] >= '0' && at[1] <= '9'; ++at) {
+      number = number * 10 + static_cast<std::size_t>(at[1] - '0');
+    }
+    m_plan.bindings.push_back(made[number - 1]);
+  }
+  m_plan.sql.truncate(written - m_plan.sql.constData());
 }
 
 Fragment StatementWriter::WriteSubquery(const Select& select, const Scope& scope) {
@@ -85,6 +109,10 @@ QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
     sql += WriteSimple(*part->next, inner, more);
     if (more.columns.size() != output.columns.size()) {
       throw WrongCount();
+    }
+    for (std::size_t i = 0; i < more.types.size(); ++i) {
+      output.types[i] = CommonType(output.types[i], more.types[i]);
+      output.columns[i].isBoolean = output.types[i] == ValueType::Boolean;
     }
   }
   if (IsStreamableUnion(select)) {

@@ -34,6 +34,9 @@ class StatementWriter : private ExpressionWriter {
   QString WriteGroup(const Select& select, const Scope& scope);
   QString WritePosition(const Token& literal) const;
 
+  /// Takes the numbers from the parameters: an engine looks every number up among those before.
+  void PutBindingsInOrder();
+
   void WriteInsert(const Statement& statement);
   QString WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
                    const Scope& scope);

@@ -90,6 +90,8 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
                                                  : automation::ErrorText(automation::TypeMismatch));
     case SQLITE_RANGE:
       return Error(automation::Overflow, text);
+    case SQLITE_INTERRUPT:
+      return Error(Stopped, u"El trabajo se ha interrumpido."_s);
     case SQLITE_NOMEM:
       return Error(7);
     default:

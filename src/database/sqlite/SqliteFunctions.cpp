@@ -3,6 +3,7 @@
 #include "database/Errors.h"
 #include "database/dialect/Functions.h"
 #include "database/dialect/Literal.h"
+#include "database/sqlite/SqliteText.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>
@@ -16,9 +17,13 @@ namespace {
 
 constexpr double moneyScale = 10000.0;
 
-QString TextOf(sqlite3_value* value) {
+std::string_view BytesOf(sqlite3_value* value) {
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
-  return QString::fromUtf8(bytes, sqlite3_value_bytes(value));
+  return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+QString TextOf(sqlite3_value* value) {
+  return TextFromEngine(BytesOf(value));
 }
 
 void ReturnText(sqlite3_context* context, const QString& text) {

@@ -4,6 +4,7 @@
 #include "database/sqlite/SpanishCollation.h"
 #include "database/sqlite/SqliteErrors.h"
 #include "database/sqlite/SqliteFunctions.h"
+#include "platform/process/PrivateFiles.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -31,6 +32,21 @@ void RefuseMissingFile(const QString& path) {
   }
 }
 
+bool HasLog(const QString& path) {
+  return QFileInfo(path + u"-wal"_s).size() > 0;
+}
+
+// A file that this process can't write and that nobody has open is taken as it stands: the engine could not keep its
+// log beside it. Somebody with more rights who opens it meanwhile may make a look-up fail; the next opening sees it
+// right.
+bool IsToBeTakenAsItStands(const ConnectionString& target, const QString& path) {
+  return target.ReadOnly() && !HasLog(path) && !(process::MayWrite(path) && process::MayWrite(QFileInfo(path).path()));
+}
+
+QByteArray AsUri(const QString& path) {
+  return "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
+}
+
 }  // namespace
 
 void SqliteDeleter::operator()(sqlite3* engine) const {
@@ -50,13 +66,20 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
   flags |= target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (missing == Missing::Create && !target.ReadOnly()) {
+    // The engine gives its log the mode of the file.
+    process::CreatePrivateFile(path);
     flags |= SQLITE_OPEN_CREATE;
   }
+  const bool takenAsItStands = IsToBeTakenAsItStands(target, path);
+  // A log is left alone until it is known whose it is.
+  const bool hadLog = HasLog(path);
   sqlite3* engine = nullptr;
-  const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &engine, flags, nullptr);
+  const int code = takenAsItStands ? sqlite3_open_v2(AsUri(path), &engine, flags | SQLITE_OPEN_URI, nullptr)
+                                   : sqlite3_open_v2(QFile::encodeName(path), &engine, flags, nullptr);
   m_engine.reset(engine);
   Check(code);
   Configure();
+  SetCheckpointOnClose(!hadLog);
 }
 
 void SqliteHandle::Configure() const {

@@ -6,9 +6,9 @@
 #include "database/sqlite/SpanishCollation.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqliteDdl.h"
+#include "platform/process/PrivateFiles.h"
 
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QFileInfo>
 #include <QThread>
 
@@ -55,6 +55,12 @@ void RefuseForeign(const FileState& state, const QString& file) {
   }
 }
 
+Error OlderFile(const QString& file) {
+  return Error(OlderDatabase,
+               u"La base de datos «%1» está vacía o es de una versión anterior del "
+               "programa. Ábrala con permiso de escritura para actualizarla."_s.arg(file));
+}
+
 QByteArray CollationVersion() {
   return SpanishCollation::Instance().Version();
 }
@@ -84,7 +90,7 @@ void RebuildIndexes(const SqliteHandle& handle) {
 
 void CreateFolder(const QString& file) {
   const QString folder = QFileInfo(file).absolutePath();
-  if (!QDir().mkpath(folder)) {
+  if (!process::CreatePrivateFolder(folder)) {
     throw Error(CannotOpen,
                 u"No se puede crear la carpeta «%1». Compruebe el nombre y los permisos, o "
                 "elija otra carpeta."_s.arg(folder));
@@ -145,17 +151,28 @@ void MigrateTables(const SqliteHandle& handle, const Schema& schema, int fromVer
   for (const QByteArray& statement : SchemaStatements(schema, fromVersion, schema.Version())) {
     handle.Run(statement);
   }
+  // A lock of version 1 does not say whose process it was, so that nothing could tell when to take it over.
+  constexpr int firstWithProcesses = 2;
+  if (fromVersion < firstWithProcesses) {
+    handle.Run("DELETE FROM BloqueoRegistros");
+  }
   SetVersion(handle, schema.Version());
 }
 
+void RequireKnownDatabase(const SqliteHandle& handle) {
+  const FileState state = ReadState(handle);
+  RefuseForeign(state, handle.Target().File());
+  if (!state.isOurs) {
+    throw Error(NotOurDatabase,
+                u"«%1» está vacío: no es una base de datos del programa."_s.arg(handle.Target().File()));
+  }
+}
+
 void RequireCurrentDatabase(const SqliteHandle& handle) {
-  handle.SetCheckpointOnClose(false);
   const FileState state = ReadState(handle);
   RefuseForeign(state, handle.Target().File());
   if (state.version < SchemaVersion()) {
-    throw Error(OlderDatabase,
-                u"La base de datos «%1» está vacía o es de una versión anterior del "
-                "programa. Ábrala con el programa para actualizarla."_s.arg(handle.Target().File()));
+    throw OlderFile(handle.Target().File());
   }
   handle.SetCheckpointOnClose(true);
   if (!HasCurrentCollation(handle)) {
@@ -168,13 +185,15 @@ void PrepareSqlite(const ConnectionString& target, Content content) {
     CreateFolder(target.File());
   }
   SqliteHandle handle(target, target.ReadOnly() ? SqliteHandle::Missing::Refuse : SqliteHandle::Missing::Create);
-  handle.SetCheckpointOnClose(false);
   const FileState state = ReadState(handle);
   RefuseForeign(state, target.File());
   handle.SetCheckpointOnClose(true);
   if (state.version == SchemaVersion()) {
     UseWriteAheadLog(handle);
     return;
+  }
+  if (target.ReadOnly()) {
+    throw OlderFile(target.File());
   }
   SqliteConnection connection(std::move(handle));
   BringUpToDate(connection, content);

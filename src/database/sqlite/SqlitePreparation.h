@@ -9,6 +9,9 @@ namespace database {
 /// Rebuilds the indexes of texts where the ordering rules of this machine are not those that made them.
 void RequireCurrentDatabase(const SqliteHandle& handle);
 
+/// Raises NewerDatabase, and NotOurDatabase, for an empty file, too; an older one of this program will do.
+void RequireKnownDatabase(const SqliteHandle& handle);
+
 /// PrepareDatabase for this engine.
 void PrepareSqlite(const ConnectionString& target, Content content);
 

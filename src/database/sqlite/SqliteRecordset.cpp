@@ -2,6 +2,7 @@
 
 #include "database/Errors.h"
 #include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqliteText.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>
@@ -150,7 +151,7 @@ QVariant SqliteRecordset::Value(int position) const {
       return sqlite3_value_double(value);
     default: {
       const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-      return QString::fromUtf8(text, sqlite3_value_bytes(value));
+      return TextFromEngine({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
     }
   }
 }

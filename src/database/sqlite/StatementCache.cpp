@@ -11,6 +11,8 @@ namespace {
 // More different statements than the whole program writes; beyond it something makes a new shape every time.
 constexpr std::size_t mostStatements = 400;
 constexpr std::size_t mostIdle = 4;
+// A longer statement has a list of values in it and hardly comes again with as many.
+constexpr std::size_t mostLiterals = 2000;
 
 std::u16string_view ViewOf(QStringView text) {
   return {text.utf16(), static_cast<std::size_t>(text.size())};
@@ -66,6 +68,9 @@ std::shared_ptr<CachedStatement> StatementCache::Find(QStringView statement, con
 std::shared_ptr<CachedStatement> StatementCache::Add(QStringView statement, const Lexer& lexer) {
   auto made = std::make_shared<CachedStatement>();
   made->plan = Translate(Schema::Current(), statement, lexer.Tokens());
+  if (lexer.Literals().size() > mostLiterals) {
+    return made;
+  }
   if (m_statements.size() >= mostStatements) {
     m_statements.clear();
   }

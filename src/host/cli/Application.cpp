@@ -1,16 +1,23 @@
 #include "host/cli/Application.h"
 
+#include "database/Database.h"
+#include "database/Maintenance.h"
+#include "host/cli/DailyCopies.h"
+#include "host/cli/Housekeeping.h"
+#include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/ComponentBridge.h"
 #include "host/desktop/DarkPalette.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/NodeCatalog.h"
+#include "host/desktop/ProgramEnd.h"
+#include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/services/MessageBox.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
-#include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -18,6 +25,7 @@
 #include <QLocale>
 #include <QPalette>
 #include <QScopeGuard>
+#include <QTimer>
 #include <QTranslator>
 
 #include <cstdio>
@@ -83,9 +91,17 @@ int CannotGoOn(const QString& what, const automation::Error& error) {
   return ExitCannotGoOn;
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started) {
-  MainWindow window(bridge,
-                    {started.session.title, started.session.userName, started.database, started.session.helpFile});
+void Notify(const QString& text) {
+  PrintError(text);
+  if (HasScreen()) {
+    ShowMessage(QMessageBox::Warning, text, u"Kel"_s);
+  }
+}
+
+int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
+  MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
+                    {started.session.title, started.session.userName, started.database, started.session.helpFile,
+                     started.session.readOnly, demonstration});
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -111,12 +127,22 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   RegisterClasses(started.session);
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
-  ComponentBridge bridge(*services, *started.connection);
-  // A dialog that is open hears the signal itself and ends before the program does.
-  process::TerminationSignals signals;
-  QObject::connect(&signals, &process::TerminationSignals::Received, &bridge, &ComponentBridge::End);
-  QObject::connect(&bridge, &ComponentBridge::Ended, qApp, [] { QCoreApplication::exit(ExitDone); });
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started);
+  ComponentBridge bridge(*services, started.session);
+  const ProgramEnd end(bridge);
+  const std::unique_ptr<ViewOnly> viewOnly = started.session.readOnly ? std::make_unique<ViewOnly>(*services) : nullptr;
+  Housekeeping housekeeping(
+      started.connectionString,
+      {.check = started.leftOpen, .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies()});
+  QObject::connect(&housekeeping, &Housekeeping::Noticed, qApp, Notify);
+  // When the window is there.
+  QTimer::singleShot(0, &housekeeping, [&] {
+    housekeeping.Start();
+    const QString notice = PermissionNotice({database::FileOf(started.connectionString), automation::RegistryFile()});
+    if (!notice.isEmpty()) {
+      Notify(notice);
+    }
+  });
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started, line.demonstration);
 }
 
 }  // namespace

@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Arguments of the window toolkit that are followed by a value.
+// Arguments of the window toolkit, and those of them that are followed by a value.
+const QStringList toolkitFlags = {u"reverse"_s, u"widgetcount"_s, u"nograb"_s, u"dograb"_s, u"sync"_s};
 const QStringList toolkitOptionsWithValue = {
     u"platform"_s,    u"platformpluginpath"_s, u"platformtheme"_s, u"plugin"_s, u"qwindowgeometry"_s,
     u"qwindowicon"_s, u"qwindowtitle"_s,       u"session"_s,       u"style"_s,  u"stylesheet"_s,
@@ -33,7 +34,7 @@ class Parser {
       if (argument.startsWith(u"--"_s)) {
         Option(argument);
       } else if (argument.startsWith(u'-')) {
-        SkipToolkitOption(argument.mid(1));
+        SkipToolkitOption(argument);
       } else {
         m_words.append(argument);
       }
@@ -64,6 +65,8 @@ class Parser {
       m_line.command = Command::Help;
     } else if (name == u"--version"_s) {
       m_line.command = Command::Version;
+    } else if (name == u"--crear"_s) {
+      m_line.create = true;
     } else if (name == u"--demo"_s) {
       m_line.demonstration = true;
     } else if (name == u"--oscuro"_s) {
@@ -130,9 +133,12 @@ class Parser {
     return action;
   }
 
-  void SkipToolkitOption(const QString& name) {
+  void SkipToolkitOption(const QString& argument) {
+    const QString name = argument.mid(1);
     if (toolkitOptionsWithValue.contains(name)) {
       ++m_next;
+    } else if (!toolkitFlags.contains(name)) {
+      Refuse(u"No se conoce la opción «%1»."_s.arg(argument));
     }
   }
 
@@ -146,11 +152,34 @@ class Parser {
     } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
       m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else if (command == u"copia"_s || command == u"restaurar"_s) {
+      m_line.command = command == u"copia"_s ? Command::Copy : Command::Restore;
+      m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
+    } else if (command == u"comprobar"_s) {
+      m_line.command = Command::Check;
+    } else if (command == u"bloqueos"_s) {
+      m_line.command = Command::Locks;
+      LockWords();
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
     if (!m_words.isEmpty()) {
       Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.first()));
+    }
+  }
+
+  void LockWords() {
+    if (m_words.isEmpty()) {
+      return;
+    }
+    if (m_words.constFirst() != u"soltar"_s) {
+      Refuse(u"Sobra el argumento «%1»."_s.arg(m_words.constFirst()));
+    }
+    m_words.removeFirst();
+    bool valid = false;
+    m_line.release = m_words.isEmpty() ? 0 : m_words.takeFirst().toInt(&valid);
+    if (!valid) {
+      Refuse(u"Diga qué bloqueo se suelta: kel-host bloqueos soltar NÚMERO"_s);
     }
   }
 
@@ -160,6 +189,12 @@ class Parser {
     }
     if (m_line.command == Command::Register && m_line.library.isEmpty()) {
       Refuse(u"Falta la biblioteca del componente: kel-host registrar BIBLIOTECA"_s);
+    }
+    if (m_line.command == Command::Copy && m_line.copy.isEmpty()) {
+      Refuse(u"Falta el archivo de la copia: kel-host copia ARCHIVO"_s);
+    }
+    if (m_line.command == Command::Restore && m_line.copy.isEmpty()) {
+      Refuse(u"Falta la copia que se restaura: kel-host restaurar COPIA"_s);
     }
     if (m_line.command == Command::OpenDialog) {
       CheckDialog();
@@ -202,9 +237,15 @@ QString CommandLineHelp() {
       u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
       "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
       "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
-      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n\n"
-      "  --archivo F    archivo de la base de datos; se crea si no existe\n"
+      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+      "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
+      "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
+      "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+      "     kel-host bloqueos                       dice quién está modificando qué registro\n"
+      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n\n"
+      "  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
+      "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"
       "  --demo         base de datos de ejemplo, aparte de la propia\n"
       "  --usuario N    número del usuario que trabaja\n"
       "  --oscuro       colores oscuros\n"

@@ -8,25 +8,28 @@
 namespace host {
 
 /// What the program is asked to do.
-enum class Command { Window, OpenDialog, Register, Unregister, Help, Version };
+enum class Command { Window, OpenDialog, Register, Unregister, Copy, Restore, Check, Locks, Help, Version };
 
 /// The program's arguments, understood.
 struct CommandLine {
   Command command = Command::Window;
   QString file;              ///< --archivo; empty for the usual one.
   QString connectionString;  ///< --base; empty for the file's.
+  bool create = false;       ///< --crear: the file may be a new one.
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
-  QString library;  ///< Of registrar and desregistrar; empty for desregistrar without one.
+  QString library;             ///< Of registrar and desregistrar; empty for desregistrar without one.
+  QString copy;                ///< Of copia and restaurar: the file of the copy.
+  std::optional<int> release;  ///< Of bloqueos: the lock to release.
   int node = -1;
   int action = 0;
   int id = 0;
   int aux = 0;
 };
 
-/// Understands the arguments behind the program's name. Those of the window toolkit, which begin with a single dash
-/// ("-platform offscreen"), are passed over. Raises automation::Error 5 with a Spanish text for a wrong one.
+/// Understands the arguments behind the program's name. Those that the window toolkit knows, which begin with a single
+/// dash ("-platform offscreen"), are passed over. Raises automation::Error 5 with a Spanish text for a wrong one.
 CommandLine ParseCommandLine(const QStringList& arguments);
 
 /// What `--ayuda` prints.

@@ -1,11 +1,14 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
+#include "database/ErrorNumbers.h"
+#include "database/Maintenance.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -14,6 +17,8 @@ namespace host {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qsizetype longestName = 50;
 
 void SignIn(adodb::Connection& connection, const std::optional<int>& user, Session& session) {
   // Without a wish, an administrator: the flag is -1 for them, 0 for the others.
@@ -30,7 +35,8 @@ void SignIn(adodb::Connection& connection, const std::optional<int>& user, Sessi
                                  : u"La base de datos no tiene ningún usuario."_s);
   }
   session.userId = automation::CLng(rows->Field(u"IDUsuario"));
-  session.userName = automation::Text(rows->Field(u"Nombre"));
+  // A file that was tampered with may hold a name of any length.
+  session.userName = automation::Text(rows->Field(u"Nombre")).left(longestName);
   session.userKind = automation::CLng(rows->Field(u"TipoUsuario"));
 }
 
@@ -52,20 +58,48 @@ QString UsualDatabaseFile(bool demonstration) {
          (demonstration ? u"/Kel/kel-demo.db"_s : u"/Kel/kel.db"_s);
 }
 
+Target TargetOf(const CommandLine& line) {
+  Target target{.connectionString = line.connectionString, .shown = line.connectionString};
+  if (target.connectionString.isEmpty()) {
+    target.isUsual = line.file.isEmpty();
+    target.shown = QFileInfo(target.isUsual ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
+    target.connectionString = database::ConnectionStringForFile(target.shown);
+  }
+  // Refuses what is no connection string.
+  database::CreateConnection(target.connectionString);
+  return target;
+}
+
+void RequireWanted(const Target& target, const CommandLine& line) {
+  const QFileInfo file(database::FileOf(target.connectionString));
+  if (target.isUsual || file.exists()) {
+    return;
+  }
+  if (!line.create) {
+    throw automation::Error(database::CannotOpen,
+                            u"No existe la base de datos «%1». Compruebe el nombre; para crearla use además la opción "
+                            "«--crear»."_s.arg(file.filePath()));
+  }
+  if (!file.dir().exists()) {
+    throw automation::Error(database::CannotOpen,
+                            u"No existe la carpeta «%1». Compruebe el nombre, o créela antes."_s.arg(file.path()));
+  }
+}
+
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
-  QString connectionString = line.connectionString;
-  started->database = connectionString;
-  if (connectionString.isEmpty()) {
-    started->database =
-        QFileInfo(line.file.isEmpty() ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
-    connectionString = database::ConnectionStringForFile(started->database);
-  }
+  const Target target = TargetOf(line);
+  RequireWanted(target, line);
+  Session& session = started->session;
+  session.readOnly = !database::MayBeWritten(target.connectionString);
+  started->database = target.shown;
+  started->leftOpen = database::WasLeftOpen(target.connectionString);
+  QString& connectionString = started->connectionString;
+  connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
   started->connection = database::CreateConnection(connectionString);
   started->connection->Open();
-  Session& session = started->session;
   session.connection = started->connection.get();
   session.title = u"Kel"_s;
   session.icon = u":/kel/kel.png"_s;

@@ -13,12 +13,27 @@ namespace host {
 /// The database of a session, prepared and open, and the session on it.
 struct StartedSession {
   std::unique_ptr<adodb::Connection> connection;
+  QString connectionString;
   Session session;
-  QString database;  ///< The database as the user knows it: a path, or the connection string.
+  QString database;       ///< The database as the user knows it: a path, or the connection string.
+  bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
 };
 
+/// The database that the arguments name.
+struct Target {
+  QString connectionString;
+  QString shown;         ///< As the user knows it.
+  bool isUsual = false;  ///< The file that is used when the arguments name none.
+};
+
+Target TargetOf(const CommandLine& line);
+
+/// Raises CannotOpen for a file that is not there, unless it is the usual one or the arguments allow a new one, whose
+/// folder then must be there. A mistyped path makes nothing.
+void RequireWanted(const Target& target, const CommandLine& line);
+
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
-/// and 5 for a user that does not exist.
+/// RequireWanted, and 5 for a user that does not exist. A database that can't be written is opened for viewing.
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line);
 
 /// The file of the database when the arguments name none, in the user's data folder.

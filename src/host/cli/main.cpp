@@ -1,7 +1,10 @@
 #include "host/cli/Application.h"
 #include "host/cli/CommandLine.h"
+#include "host/cli/DatabaseCommands.h"
+#include "host/cli/LockCommand.h"
 #include "host/cli/Registration.h"
 #include "platform/automation/Error.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QCoreApplication>
 
@@ -29,6 +32,20 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Unregister:
       host::UnregisterComponent(line.library);
       return host::ExitDone;
+    case host::Command::Copy:
+      Print(stdout, host::CopyCommand(line));
+      return host::ExitDone;
+    case host::Command::Restore:
+      Print(stdout, host::RestoreCommand(line));
+      return host::ExitDone;
+    case host::Command::Check: {
+      const host::CheckOutcome outcome = host::CheckCommand(line);
+      Print(stdout, outcome.report);
+      return outcome.isSound ? host::ExitDone : host::ExitCannotGoOn;
+    }
+    case host::Command::Locks:
+      host::RunLockCommand(line);
+      return host::ExitDone;
     default:
       return host::RunApplication(line, argc, argv);
   }
@@ -37,6 +54,7 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  process::EndAtOnceOnSignals();
   Q_INIT_RESOURCE(desktop);
   QCoreApplication::setOrganizationName(u"Kel"_s);
   QCoreApplication::setApplicationName(u"kel-host"_s);

@@ -7,6 +7,8 @@
 #include <QScopeGuard>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -28,15 +30,21 @@ std::unique_ptr<QObject> CreateComponent() {
 
 }  // namespace
 
-ComponentBridge::ComponentBridge(QObject& services, adodb::Connection& connection, QObject* parent)
-    : QObject(parent), m_services(services), m_connection(connection) {}
+ComponentBridge::ComponentBridge(QObject& services, host::Session& session, QObject* parent)
+    : QObject(parent), m_services(services), m_session(session) {}
 
 void ComponentBridge::CheckComponent() {
   CreateComponent();
 }
 
 void ComponentBridge::ShowDialog(const ComponentRequest& request) {
+  m_session.openAgain.reset();
   Call("PasarDatos", request);
+  while (const std::optional<LockHolder> lock = std::exchange(m_session.openAgain, std::nullopt)) {
+    // The dialog releases the lock itself, unless it could not even load its record.
+    const auto release = qScopeGuard([&] { ReleaseLock(lock->keyColumn, lock->key); });
+    Call("PasarDatos", request);
+  }
 }
 
 void ComponentBridge::DeleteRecord(const ComponentRequest& request) {
@@ -44,17 +52,11 @@ void ComponentBridge::DeleteRecord(const ComponentRequest& request) {
 }
 
 adodb::Connection& ComponentBridge::OpenConnection() {
-  if (m_connection.State() == adodb::StateClosed) {
-    m_connection.Open();
+  adodb::Connection& connection = *m_session.connection;
+  if (connection.State() == adodb::StateClosed) {
+    connection.Open();
   }
-  return m_connection;
-}
-
-void ComponentBridge::End() {
-  m_ending = true;
-  if (!IsBusy()) {
-    Q_EMIT Ended();
-  }
+  return connection;
 }
 
 void ComponentBridge::Call(QByteArrayView method, const ComponentRequest& request) {
@@ -62,11 +64,7 @@ void ComponentBridge::Call(QByteArrayView method, const ComponentRequest& reques
     return;
   }
   ++m_calls;
-  const auto atEnd = qScopeGuard([this] {
-    if (--m_calls == 0 && m_ending) {
-      Q_EMIT Ended();
-    }
-  });
+  const auto atEnd = qScopeGuard([this] { --m_calls; });
   try {
     const std::unique_ptr<QObject> component = CreateComponent();
     Fill(request);
@@ -91,11 +89,20 @@ void ComponentBridge::Fill(const ComponentRequest& request) {
 // again, the next use of it says so; the error of the call matters more now.
 void ComponentBridge::RecoverConnection() {
   try {
-    if (m_connection.State() != adodb::StateClosed) {
-      m_connection.Close();
+    if (m_session.connection->State() != adodb::StateClosed) {
+      m_session.connection->Close();
     }
-    m_connection.Open();
+    m_session.connection->Open();
   } catch (const automation::Error&) {
+    return;
+  }
+}
+
+void ComponentBridge::ReleaseLock(const QString& keyColumn, int key) {
+  try {
+    m_session.Locks().Release(keyColumn, key);
+  } catch (const automation::Error&) {
+    // Whoever asks for the record next takes the lock over when this program has ended.
     return;
   }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/adodb/Connection.h"
+#include "host/services/Session.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -25,12 +25,15 @@ class ComponentBridge : public QObject {
 
  public:
   /// Borrows both for its life; `services` is the object that the component calls back.
-  ComponentBridge(QObject& services, adodb::Connection& connection, QObject* parent = nullptr);
+  ComponentBridge(QObject& services, Session& session, QObject* parent = nullptr);
+
+  host::Session& Session() const { return m_session; }
 
   /// Raises 429 with what to do when the component cannot be created.
   static void CheckComponent();
 
-  /// Shows the dialog of the request and returns when it is closed. Raises 429 with what to do when the component
+  /// Shows the dialog of the request and returns when it is closed; one that was only looked at is shown again when its
+  /// record became free and the user wants to change it now. Raises 429 with what to do when the component
   /// cannot be created; the errors of the dialog leave it.
   void ShowDialog(const ComponentRequest& request);
   /// Deletes the request's record if nothing refers to it; the component itself tells the user of a refusal.
@@ -39,15 +42,16 @@ class ComponentBridge : public QObject {
   /// The connection, opened when it is closed. The errors of opening leave it.
   adodb::Connection& OpenConnection();
 
+  /// Releases this session's lock of a record, if it holds it. Where that fails the lock goes with the program.
+  void ReleaseLock(const QString& keyColumn, int key);
+
   /// True while the component is being called.
   bool IsBusy() const { return m_calls > 0; }
-  /// The program is ending: the call in progress ends by itself, and no further one may begin. Ended() follows, at
-  /// once when nothing is in progress.
-  void End();
+  /// The program is ending: no further call begins.
+  void End() { m_ending = true; }
+  /// The end was called off.
+  void GoOn() { m_ending = false; }
   bool IsEnding() const { return m_ending; }
-
- Q_SIGNALS:
-  void Ended();
 
  private:
   void Call(QByteArrayView method, const ComponentRequest& request);
@@ -55,7 +59,7 @@ class ComponentBridge : public QObject {
   void RecoverConnection();
 
   QObject& m_services;
-  adodb::Connection& m_connection;
+  host::Session& m_session;
   int m_calls = 0;
   bool m_ending = false;
 };

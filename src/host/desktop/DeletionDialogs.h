@@ -1,24 +1,25 @@
 #pragma once
 
 #include "host/desktop/Deletion.h"
-#include "host/desktop/RecordReferences.h"
+#include "host/desktop/DeletionLog.h"
 
 class QWidget;
 
 namespace host {
 
-/// Asks whether the records are to be deleted, naming them and the rows that are marked along with them.
-bool ConfirmDeletion(QWidget* parent, const QString& title, const Node& node, const QList<DeletionTarget>& targets,
-                     const QList<RowCount>& dependents);
+/// The deletion of one record or many, as the user sees it: what can go is found out first, one question names what
+/// will go and what stays and why, and the work shows its progress, which can be cancelled between two records. A
+/// further box comes only for records that stayed although the question had named them as going.
+/// Nothing when nothing was to be deleted or the user did not want it. Errors of the database leave it.
+std::optional<DeletionResult> DeleteAsTheUserSays(QWidget* parent, ComponentBridge& bridge, const Node& node,
+                                                  const QList<DeletionTarget>& targets);
 
-/// Deletes behind a progress box that can be cancelled between two records.
-DeletionResult DeleteWithProgress(QWidget* parent, const QString& title, ComponentBridge& bridge, const Node& node,
-                                  const QList<DeletionTarget>& targets);
+/// Says in a box which records could not be recovered and why; nothing where all were.
+void ShowRefusedRecoveries(QWidget* parent, const QString& title, const QList<Recovery>& recoveries);
 
-/// Says what was deleted and what was kept and why; nothing for a single record that was deleted.
-void ShowDeletionSummary(QWidget* parent, const QString& title, const DeletionResult& result);
-
-/// The summary's first line: "Registros eliminados: 3. Conservados: 1."
+/// The result in one line: "Registros eliminados: 3. Conservados: 1."
 QString DeletionHeadline(const DeletionResult& result);
+/// "Registros recuperados: 3. Siguen eliminados: 1."
+QString RecoveryHeadline(const QList<Recovery>& recoveries);
 
 }  // namespace host

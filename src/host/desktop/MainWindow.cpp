@@ -2,8 +2,8 @@
 
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/ErrorBox.h"
+#include "host/desktop/LocksDialog.h"
 #include "host/desktop/RecordReader.h"
-#include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
@@ -14,6 +14,9 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QUrl>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -35,19 +38,30 @@ QString CountText(int shown, int total) {
 
 }  // namespace
 
-MainWindow::MainWindow(ComponentBridge& bridge, WindowTexts texts, QWidget* parent)
-    : QMainWindow(parent), m_bridge(bridge), m_texts(std::move(texts)), m_ui(std::make_unique<Ui::MainWindow>()) {
+MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
+                       QWidget* parent)
+    : QMainWindow(parent),
+      m_bridge(bridge),
+      m_nodes(NodesFor(bridge.Session().IsAdministrator())),
+      m_texts(std::move(texts)),
+      m_ui(std::make_unique<Ui::MainWindow>()),
+      m_loader(std::move(makeConnection)) {
   m_ui->setupUi(this);
+  m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
+  SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &MainWindow::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_ui->actModify, &QAction::trigger);
   connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
+  connect(&m_loader, &RecordLoader::Loaded, this, &MainWindow::ShowList);
+  connect(&m_loader, &RecordLoader::Failed, this, &MainWindow::ShowReadError);
   UpdateState();
 }
 
@@ -64,6 +78,10 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actAdd, &QAction::triggered, this, &MainWindow::Add);
   connect(m_ui->actModify, &QAction::triggered, this, &MainWindow::Modify);
   connect(m_ui->actDelete, &QAction::triggered, this, &MainWindow::Delete);
+  connect(m_ui->actUndoDelete, &QAction::triggered, this, &MainWindow::UndoDelete);
+  connect(m_ui->actRecover, &QAction::triggered, this, &MainWindow::RecoverSelected);
+  connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
+  m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
   connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
   connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
@@ -74,7 +92,8 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actHelp, &QAction::triggered, this, &MainWindow::ShowHelp);
   connect(m_ui->actAbout, &QAction::triggered, this, &MainWindow::ShowAbout);
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
-  m_ui->recordList->addActions({m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actNewBranch, m_ui->actRefresh});
+  m_ui->recordList->addActions(
+      {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
 }
 
 void MainWindow::SetUpStatusBar() {
@@ -86,36 +105,97 @@ void MainWindow::SetUpStatusBar() {
   m_ui->statusBar->addPermanentWidget(label);
 }
 
+// What is not as usual stands in the title and in a strip above everything.
+void MainWindow::SetUpStrips() {
+  const auto strip = [this](const char* name, const QString& text, const QString& inTitle) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(QLatin1StringView(name));
+    label->setWordWrap(true);
+    label->setMargin(label->fontMetrics().height() / 3);
+    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    // Black on amber, which stands out of light and dark colours.
+    label->setAutoFillBackground(true);
+    label->setPalette(QPalette(Qt::black, QColor(0xFF, 0xD8, 0x73)));
+    m_ui->mainLayout->insertWidget(0, label);
+    m_texts.title += u" (%1)"_s.arg(inTitle);
+  };
+  if (m_texts.demonstration) {
+    strip("lblDemonstration", u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+  }
+  if (m_texts.readOnly) {
+    strip(
+        "lblReadOnly",
+        u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s,
+        u"solo lectura"_s);
+  }
+}
+
 void MainWindow::ShowNode(const Node& node) {
   StoreLayout();
   m_node = &node;
+  m_shown = false;
+  m_readFailed = false;
+  m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  m_ui->recordList->SetEmptyText({});
-  const ListLayout layout = LoadListLayout(node.id, static_cast<int>(node.columns.size()));
-  m_ui->recordList->Show(Read().value_or(RecordData(node.columns)), layout.sortColumn, layout.order);
+  const ListLayout layout = LayoutOf(node);
+  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
+  Refresh();
+}
+
+void MainWindow::ShowList(SortedRecords& records) {
+  m_readFailed = false;
+  if (m_shown) {
+    m_ui->recordList->Refresh(std::move(records));
+  } else {
+    m_shown = true;
+    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
+    m_ui->recordList->SetColumnWidths(LayoutOf(*m_node).widths);
+  }
+  Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
+}
+
+ListLayout MainWindow::LayoutOf(const Node& node) const {
+  return LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
+}
+
+void MainWindow::ShowReadError(const automation::Error& error) {
+  m_readFailed = true;
+  UpdateState();
+  ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
 }
 
 void MainWindow::Add() {
   if (m_node == nullptr || !m_node->canAdd) {
     return;
   }
-  int highest = 0;
+  const Node& node = *m_node;
   try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
+    const int highest = HighestKey(m_bridge.OpenConnection(), node);
+    ShowDialog(node.id, cConstAccion().Agregar(), 0, 0);
+    if (m_bridge.IsEnding()) {
+      return;
+    }
+    // Another user may have added records, too; the one just accepted is the youngest.
+    const RecordData added = ReadRecordsAbove(m_bridge.OpenConnection(), node, highest);
+    QList<int> ids;
+    for (int row = 0; row < added.Size(); ++row) {
+      ids.append(added.Id(row));
+    }
+    ShowChanged(ids, ids.isEmpty() ? ids : QList<int>{*std::max_element(ids.cbegin(), ids.cend())});
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
-    return;
   }
-  ShowDialog(m_node->id, cConstAccion().Agregar(), 0, 0);
-  SelectAdded(highest);
+  m_ui->recordList->setFocus();
 }
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    ShowDialog(m_node->id, cConstAccion().Modificar(), SelectedId(), 0);
+    const int id = SelectedId();
+    ShowDialog(m_node->id, cConstAccion().Modificar(), id, 0);
+    ShowChanged({id});
   }
 }
 
@@ -137,25 +217,6 @@ void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"El cuadro de «%1» ha fallado."_s.arg(m_node->title), error);
   }
-  if (!m_bridge.IsEnding()) {
-    Refresh();
-  }
-}
-
-// Another user may have added records, too; the one just accepted is the youngest.
-void MainWindow::SelectAdded(int highestBefore) {
-  int highest = 0;
-  try {
-    highest = HighestKey(m_bridge.OpenConnection(), *m_node);
-  } catch (const automation::Error&) {
-    // The list, read a moment ago, has shown this error.
-    return;
-  }
-  if (highest <= highestBefore || m_ui->recordList->SelectRecord(highest)) {
-    return;
-  }
-  m_ui->txtSearch->clear();
-  m_ui->recordList->SelectRecord(highest);
 }
 
 void MainWindow::Delete() {
@@ -167,30 +228,76 @@ void MainWindow::Delete() {
     DeleteTargets(targets);
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido eliminar."_s, error);
-  }
-  if (!m_bridge.IsEnding()) {
     Refresh();
   }
 }
 
 void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
+  // Otherwise each of the records would fail with the same long text.
+  ComponentBridge::CheckComponent();
+  const std::optional<DeletionResult> result = DeleteAsTheUserSays(this, m_bridge, *m_node, targets);
+  if (!result || m_bridge.IsEnding()) {
+    return;
+  }
+  if (!result->notes.isEmpty()) {
+    m_deletions.append(result->notes);
+  }
+  m_ui->statusBar->showMessage(DeletionHeadline(*result));
   QList<int> ids;
   for (const DeletionTarget& target : targets) {
     ids.append(target.id);
   }
-  // Otherwise each of the records would fail with the same long text.
-  ComponentBridge::CheckComponent();
-  const QList<RowCount> dependents = CountDependents(m_bridge.OpenConnection(), m_node->id, ids);
-  if (!ConfirmDeletion(this, m_texts.title, *m_node, targets, dependents)) {
+  ShowChanged(ids);
+}
+
+void MainWindow::UndoDelete() {
+  if (m_deletions.isEmpty()) {
     return;
   }
-  const DeletionResult result = DeleteWithProgress(this, m_texts.title, m_bridge, *m_node, targets);
-  if (m_bridge.IsEnding()) {
+  const QList<Recovery> recoveries = Recover(m_deletions.takeLast());
+  QList<int> ids;
+  for (const Recovery& recovery : recoveries) {
+    ids.append(recovery.id);
+  }
+  if (ids.isEmpty() || m_node == nullptr) {
     return;
   }
-  m_ui->statusBar->showMessage(DeletionHeadline(result));
-  Refresh();
-  ShowDeletionSummary(this, m_texts.title, result);
+  // The user may have gone to another list since.
+  const int node = recoveries.constFirst().nodeId;
+  if (node == m_node->id) {
+    ShowChanged(ids, ids);
+  } else {
+    ChooseNode(node);
+    m_selectWhenRead = ids;
+  }
+}
+
+void MainWindow::RecoverSelected() {
+  if (m_node != nullptr && m_node->canRecover) {
+    const QList<int> notes = m_ui->recordList->SelectedIds();
+    Recover(notes);
+    ShowChanged(notes);
+  }
+}
+
+QList<Recovery> MainWindow::Recover(const QList<int>& notes) {
+  QList<Recovery> recoveries;
+  try {
+    m_bridge.OpenConnection();
+    DeletionLog log(m_bridge.Session());
+    for (const int note : notes) {
+      recoveries.append(log.Recover(note));
+    }
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido recuperar."_s, error);
+  }
+  m_ui->statusBar->showMessage(RecoveryHeadline(recoveries));
+  ShowRefusedRecoveries(this, m_texts.title, recoveries);
+  return recoveries;
+}
+
+void MainWindow::ShowLocks() {
+  LocksDialog(m_bridge.Session(), this).exec();
 }
 
 QList<DeletionTarget> MainWindow::SelectedTargets() const {
@@ -204,22 +311,35 @@ QList<DeletionTarget> MainWindow::SelectedTargets() const {
 }
 
 void MainWindow::Refresh() {
-  std::optional<RecordData> records = m_node == nullptr ? std::nullopt : Read();
-  if (records) {
-    m_ui->recordList->Refresh(*std::move(records));
+  if (m_node != nullptr) {
+    m_loader.Load(*m_node, m_ui->recordList->Records().SortColumn());
     UpdateState();
   }
 }
 
-std::optional<RecordData> MainWindow::Read() {
+void MainWindow::ShowChanged(const QList<int>& ids, const QList<int>& selected) {
+  if (m_bridge.IsEnding() || ids.isEmpty()) {
+    return;
+  }
+  if (!m_shown || m_loader.IsLoading()) {
+    // What is being read may be older than the change.
+    m_selectWhenRead = selected;
+    Refresh();
+    return;
+  }
   try {
-    RecordData records = ReadRecords(m_bridge.OpenConnection(), *m_node);
-    m_readFailed = false;
-    return records;
+    m_ui->recordList->Update(ids, ReadRecords(m_bridge.OpenConnection(), *m_node, ids));
   } catch (const automation::Error& error) {
-    m_readFailed = true;
-    ShowError(this, m_texts.title, u"No se ha podido leer la lista «%1»."_s.arg(m_node->title), error);
-    return std::nullopt;
+    ShowReadError(error);
+  }
+  Select(selected);
+  UpdateState();
+}
+
+void MainWindow::Select(const QList<int>& ids) {
+  if (!ids.isEmpty() && !m_ui->recordList->SelectRecords(ids)) {
+    m_ui->txtSearch->clear();
+    m_ui->recordList->SelectRecords(ids);
   }
 }
 
@@ -231,11 +351,15 @@ void MainWindow::Search(const QString& typed) {
 void MainWindow::UpdateState() {
   const RecordList& list = *m_ui->recordList;
   const qsizetype selected = list.SelectedCount();
-  m_ui->actAdd->setEnabled(m_node != nullptr && m_node->canAdd);
+  const bool mayChange = m_node != nullptr && !m_texts.readOnly;
+  m_ui->actAdd->setEnabled(mayChange && m_node->canAdd);
   m_ui->actModify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
-  m_ui->actDelete->setEnabled(m_node != nullptr && m_node->canDelete && selected > 0);
+  m_ui->actDelete->setEnabled(mayChange && m_node->canDelete && selected > 0);
+  m_ui->actUndoDelete->setEnabled(mayChange && !m_deletions.isEmpty());
+  m_ui->actRecover->setVisible(m_node != nullptr && m_node->canRecover);
+  m_ui->actRecover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
-  m_ui->actNewBranch->setEnabled(m_node != nullptr && m_node->id == cConstNodo().Bancos() && selected == 1);
+  m_ui->actNewBranch->setEnabled(mayChange && m_node->id == cConstNodo().Bancos() && selected == 1);
   m_ui->actRefresh->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());
@@ -245,6 +369,9 @@ QString MainWindow::EmptyText() const {
   if (m_node == nullptr) {
     return u"Elija a la izquierda qué registros quiere ver."_s;
   }
+  if (m_loader.IsLoading()) {
+    return u"Leyendo la lista…"_s;
+  }
   if (m_ui->recordList->Records().TotalCount() > 0) {
     return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(
         m_ui->txtSearch->text().trimmed());
@@ -252,7 +379,11 @@ QString MainWindow::EmptyText() const {
   if (m_readFailed) {
     return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
   }
-  return m_node->canAdd ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s : u"No hay registros."_s;
+  if (m_node->canRecover) {
+    return u"No hay registros eliminados que se puedan recuperar."_s;
+  }
+  return m_ui->actAdd->isEnabled() ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s
+                                   : u"No hay registros."_s;
 }
 
 int MainWindow::SelectedId() const {
@@ -265,7 +396,7 @@ void MainWindow::StoreLayout() const {
     return;
   }
   const RecordList& list = *m_ui->recordList;
-  SaveListLayout(m_node->id, {list.ColumnWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
 }
 

@@ -14,6 +14,7 @@ enum class ColumnKind {
   Percentage,  ///< "20 %"
   Amount,      ///< "1.234,50 €"
   YesNo,       ///< "Sí" or "No"
+  Moment,      ///< A time in ISO format, shown as the local "21/11/2026 13:03".
 };
 
 /// One column of a record list.
@@ -30,20 +31,36 @@ struct Node {
   QString record;  ///< One record with its article, as a question names it: "el país".
   QString table;
   QString key;
-  /// Selects the key, then one value for each of `columns`; live rows only, in ascending order of the first column.
-  QString list;
+  /// Selects the key, then one value for each of `columns`, without a condition.
+  QString select;
+  QString order;             ///< By the first column, then by the key.
+  QString condition = {};    ///< On the rows that the list shows besides; empty for none.
+  bool marksDeleted = true;  ///< Whether the table has the column Eliminado; the list shows live rows.
   QList<ListColumn> columns;
   int nameColumns = 1;  ///< How many of the first columns name a record.
+  /// The column of the table whose value no two live records share, which is the list's first one; empty for none.
+  QString unique = {};
+  int sortColumn = 0;  ///< How a list is sorted until the user sorts it otherwise.
+  Qt::SortOrder sortOrder = Qt::AscendingOrder;
+  int typedColumn = 0;  ///< The one that is searched by typing in the list: the name.
   bool hasDialog = true;
   bool canAdd = true;
   bool canDelete = true;
+  bool canRecover = false;          ///< The records are deletions, which can be undone.
+  bool administratorsOnly = false;  ///< Nobody else sees the node.
 
   /// The node's place in the tree, "Tablas\Países".
   QString Path() const;
 };
 
+/// The number of the node of deleted records, which the component does not know.
+constexpr int deletedRecordsNode = 1000;
+
 /// Every node of the tree, grouped and in the tree's order.
 const std::vector<Node>& NodeCatalog();
+
+/// Those that a user sees, with the lists that the user may see.
+std::vector<Node> NodesFor(bool administrator);
 
 /// The node of that number, nullptr for one that the tree does not have.
 const Node* FindNode(int id);

@@ -11,18 +11,30 @@ class NodeTree : public QTreeWidget {
   Q_OBJECT
 
  public:
+  explicit NodeTree(QWidget* parent = nullptr);
   /// As wide as the longest title.
   QSize sizeHint() const override;
-  explicit NodeTree(QWidget* parent = nullptr);
 
+  /// The nodes to show, grouped; they must outlive the tree.
+  void SetNodes(const std::vector<Node>& nodes);
   /// Makes a node the chosen one; a number that the tree does not have changes nothing.
   void Choose(int nodeId);
 
  Q_SIGNALS:
   void NodeChosen(const host::Node& node);
+  /// Enter on a node.
+  void ListWanted();
+
+ protected:
+  /// Headings are no stops.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Announce(QTreeWidgetItem* item);
+
+  const std::vector<Node>* m_nodes = nullptr;
 };
 
 }  // namespace host

@@ -1,9 +1,15 @@
 #include "host/desktop/RecordList.h"
 
+#include "host/desktop/RecordCells.h"
+#include "host/desktop/SelectionTone.h"
+
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSet>
 
@@ -36,26 +42,45 @@ RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new Reco
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
   setSortingEnabled(true);
+  setItemDelegate(new RecordCells(this));
+  new SelectionTone(this);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+          [this](int column) { m_widthsChosen = m_widthsChosen || (!m_fitting && !Fills(column)); });
   FitRowHeight();
 }
 
-void RecordList::Show(RecordData records, int sortColumn, Qt::SortOrder order) {
-  m_records->SetRecords(std::move(records), sortColumn, order);
+void RecordList::Show(SortedRecords records, Qt::SortOrder order, int typedColumn) {
+  const QScopedValueRollback fitting(m_fitting, true);
+  m_typedColumn = typedColumn;
+  m_records->SetRecords(std::move(records), order);
   const QSignalBlocker alreadySorted(horizontalHeader());
   horizontalHeader()->setSortIndicator(m_records->SortColumn(), order);
   Restore({});
 }
 
-void RecordList::Refresh(RecordData records) {
+void RecordList::Refresh(SortedRecords records) {
   const Place place = Remember();
-  m_records->SetRecords(std::move(records));
+  // Another column may have been chosen while the records were read.
+  const int wanted = m_records->SortColumn();
+  m_records->SetRecords(
+      records.sortColumn == wanted ? std::move(records) : SortedRecords(std::move(records.records), wanted),
+      m_records->SortOrder());
+  Restore(place);
+}
+
+void RecordList::Update(const QList<int>& ids, const RecordData& read) {
+  const Place place = Remember();
+  m_records->Update(ids, read);
   Restore(place);
 }
 
 void RecordList::SetFilter(const QString& typed) {
-  const Place place = Remember();
+  // A search without hits does not lose the place.
+  if (m_records->rowCount() > 0) {
+    m_place = Remember();
+  }
   m_records->SetFilter(typed);
-  Restore(place);
+  Restore(m_place);
 }
 
 QList<int> RecordList::SelectedIds() const {
@@ -88,32 +113,55 @@ int RecordList::SelectedCount() const {
 }
 
 bool RecordList::SelectRecord(int id) {
-  const int row = m_records->RowOf(id);
-  if (row < 0) {
-    return false;
+  return SelectRecords({id});
+}
+
+bool RecordList::SelectRecords(const QList<int>& ids) {
+  for (const int id : ids) {
+    const int row = m_records->RowOf(id);
+    if (row >= 0) {
+      Select(ids, row);
+      scrollTo(m_records->index(row, 0));
+      return true;
+    }
   }
-  Select({id}, row);
-  scrollTo(m_records->index(row, 0));
-  return true;
+  return false;
 }
 
 void RecordList::SetColumnWidths(const QList<int>& widths) {
+  const QScopedValueRollback fitting(m_fitting, true);
+  m_widthsChosen = !widths.isEmpty();
   const int widest = fontMetrics().averageCharWidth() * widestFittedColumn;
   const int last = m_records->columnCount() - 1;
+  // The last column fills the window; numbers would stand at its far end.
+  const QVariant alignment = m_records->headerData(last, Qt::Horizontal, Qt::TextAlignmentRole);
+  horizontalHeader()->setStretchLastSection((alignment.toInt() & Qt::AlignRight) == 0);
   for (int column = 0; column <= last; ++column) {
     const int fitted =
         std::min(std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)), widest);
-    // The last column fills the window: the width that it happened to have in a wider one is not wanted back.
-    setColumnWidth(column, column < last ? widths.value(column, fitted) : fitted);
+    // What a column that fills the window happened to have in a wider one is not wanted back.
+    setColumnWidth(column, Fills(column) ? fitted : widths.value(column, fitted));
   }
 }
 
-QList<int> RecordList::ColumnWidths() const {
+bool RecordList::Fills(int column) const {
+  return horizontalHeader()->stretchLastSection() && column == m_records->columnCount() - 1;
+}
+
+QList<int> RecordList::ChosenWidths() const {
   QList<int> widths;
-  for (int column = 0; column < m_records->columnCount(); ++column) {
+  for (int column = 0; m_widthsChosen && column < m_records->columnCount(); ++column) {
     widths.append(columnWidth(column));
   }
   return widths;
+}
+
+QString RecordList::SelectedText() const {
+  QStringList lines;
+  for (const int row : SelectedRows()) {
+    lines.append(m_records->LineAt(row));
+  }
+  return lines.join(u'\n');
 }
 
 void RecordList::SetEmptyText(const QString& text) {
@@ -157,7 +205,7 @@ void RecordList::Select(const QList<int>& ids, int currentRow) {
   const int lastColumn = m_records->columnCount() - 1;
   QItemSelection selection;
   int first = -1;
-  for (int row = 0; row <= m_records->rowCount(); ++row) {
+  for (int row = 0; !ids.isEmpty() && row <= m_records->rowCount(); ++row) {
     const bool selected = row < m_records->rowCount() && wanted.contains(m_records->IdAt(row));
     if (selected && first < 0) {
       first = row;
@@ -178,7 +226,34 @@ void RecordList::FitRowHeight() {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
 }
 
+QModelIndex RecordList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveHome || action == MoveEnd) {
+    return m_records->index(action == MoveHome ? 0 : m_records->rowCount() - 1, std::max(currentIndex().column(), 0));
+  }
+  return QTableView::moveCursor(action, modifiers);
+}
+
+// One letter again and again goes from record to record that begins with it.
+void RecordList::keyboardSearch(const QString& typed) {
+  const bool anew = !m_typedAt.isValid() || m_typedAt.hasExpired(QApplication::keyboardInputInterval());
+  m_typedAt.start();
+  m_typed = anew ? typed : m_typed + typed;
+  const int row = std::max(currentIndex().row(), 0);
+  const bool repeated = m_typed.count(m_typed.front()) == m_typed.size();
+  int found = m_records->Find(m_typed, m_typedColumn, anew ? row + 1 : row);
+  if (found < 0 && repeated) {
+    found = m_records->Find(typed, m_typedColumn, row + 1);
+  }
+  if (found >= 0) {
+    SelectRecord(m_records->IdAt(found));
+  }
+}
+
 void RecordList::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    QApplication::clipboard()->setText(SelectedText());
+    return;
+  }
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && currentIndex().isValid()) {
     Q_EMIT RecordActivated();

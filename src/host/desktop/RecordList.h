@@ -2,6 +2,7 @@
 
 #include "host/desktop/RecordModel.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QTableView>
 
@@ -16,11 +17,13 @@ class RecordList : public QTableView {
   explicit RecordList(QWidget* parent = nullptr);
 
   const RecordModel& Records() const { return *m_records; }
-  /// Shows the records of another list from its beginning.
-  void Show(RecordData records, int sortColumn, Qt::SortOrder order);
+  /// Shows the records of another list from its beginning. Typing finds records by `typedColumn`.
+  void Show(SortedRecords records, Qt::SortOrder order = Qt::AscendingOrder, int typedColumn = 0);
   /// Shows the records of the same list read anew. A selected record that is no longer there gives its place to the
   /// one that follows it.
-  void Refresh(RecordData records);
+  void Refresh(SortedRecords records);
+  /// The same for some of the records, and for new ones: what was read of them anew.
+  void Update(const QList<int>& ids, const RecordData& read);
   void SetFilter(const QString& typed);
 
   /// The keys of the selected records, from the top.
@@ -30,9 +33,14 @@ class RecordList : public QTableView {
   int SelectedCount() const;
   /// Selects one record and scrolls to it. False when it is not shown.
   bool SelectRecord(int id);
+  /// Selects those that are shown and scrolls to the first. False, and nothing changes, where none is.
+  bool SelectRecords(const QList<int>& ids);
   /// One for each column, in pixels; an empty list fits the columns to what they hold.
   void SetColumnWidths(const QList<int>& widths);
-  QList<int> ColumnWidths() const;
+  /// Empty unless the user chose them, now or when they were remembered.
+  QList<int> ChosenWidths() const;
+  /// The selected records as lines of texts with tabs between them; empty without a selection.
+  QString SelectedText() const;
   /// What an empty list says.
   void SetEmptyText(const QString& text);
 
@@ -42,6 +50,9 @@ class RecordList : public QTableView {
   void SelectedRecordsChanged();
 
  protected:
+  /// Inicio and Fin are the first and the last row.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void keyboardSearch(const QString& typed) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -62,9 +73,16 @@ class RecordList : public QTableView {
   void Restore(const Place& place);
   void Select(const QList<int>& ids, int currentRow);
   void FitRowHeight();
+  bool Fills(int column) const;
 
   RecordModel* m_records;
   QString m_emptyText;
+  Place m_place;  ///< The last one while the list had rows.
+  int m_typedColumn = 0;
+  QString m_typed;
+  QElapsedTimer m_typedAt;
+  bool m_fitting = false;       ///< Columns are being resized by the program.
+  bool m_widthsChosen = false;  ///< By the user.
 };
 
 }  // namespace host

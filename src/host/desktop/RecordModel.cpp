@@ -1,8 +1,11 @@
 #include "host/desktop/RecordModel.h"
 
+#include <QSet>
+#include <QThreadPool>
+
 #include <algorithm>
 #include <iterator>
-#include <numeric>
+#include <memory>
 
 namespace host {
 
@@ -15,18 +18,45 @@ QString ShownText(const QString& text) {
   return text.size() > longestShownText ? text.left(longestShownText).simplified() + QChar(0x2026) : text.simplified();
 }
 
-}  // namespace
-
-void RecordModel::SetRecords(RecordData records) {
-  SetRecords(std::move(records), m_sortColumn, m_sortOrder);
+Qt::Alignment Alignment(ColumnKind kind) {
+  const bool isNumber = kind == ColumnKind::Number || kind == ColumnKind::Percentage || kind == ColumnKind::Amount;
+  return Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft);
 }
 
-void RecordModel::SetRecords(RecordData records, int sortColumn, Qt::SortOrder order) {
+}  // namespace
+
+void RecordModel::SetRecords(SortedRecords records, Qt::SortOrder order) {
   beginResetModel();
-  m_records = std::move(records);
-  m_sortColumn = std::clamp(sortColumn, 0, std::max(0, columnCount() - 1));
+  // Hundreds of thousands of texts take a while to free: not on the window's thread.
+  QThreadPool::globalInstance()->start(
+      [old = std::make_shared<RecordData>(std::move(m_records))]() mutable { old.reset(); });
+  m_records = std::move(records.records);
+  m_sortColumn = records.sortColumn;
   m_sortOrder = order;
-  Arrange();
+  Arrange(std::move(records.ascending));
+  ApplyFilter();
+  endResetModel();
+}
+
+void RecordModel::Update(const QList<int>& ids, const RecordData& read) {
+  beginResetModel();
+  QSet<int> replaced(ids.begin(), ids.end());
+  for (int row = 0; row < read.Size(); ++row) {
+    replaced.insert(read.Id(row));
+  }
+  const std::vector<int> newRows = m_records.Remove(replaced);
+  for (int& record : m_order) {
+    record = newRows[static_cast<std::size_t>(record)];
+  }
+  std::erase(m_order, -1);
+  m_records.Append(read);
+  const std::function<bool(int, int)> before = m_records.Before(m_sortColumn);
+  for (int record = static_cast<int>(m_order.size()); record < m_records.Size(); ++record) {
+    const auto place = std::upper_bound(m_order.begin(), m_order.end(), record, [&](int left, int right) {
+      return m_sortOrder == Qt::AscendingOrder ? before(left, right) : before(right, left);
+    });
+    m_order.insert(place, record);
+  }
   ApplyFilter();
   endResetModel();
 }
@@ -46,6 +76,30 @@ int RecordModel::RowOf(int id) const {
   const auto found =
       std::find_if(m_visible.begin(), m_visible.end(), [&](int record) { return m_records.Id(record) == id; });
   return found == m_visible.end() ? -1 : static_cast<int>(std::distance(m_visible.begin(), found));
+}
+
+int RecordModel::Find(const QString& typed, int column, int from) const {
+  const QString folded = FoldForSearch(typed);
+  const int count = rowCount();
+  for (int i = 0; i < count; ++i) {
+    const int row = (from + i) % count;
+    QStringView text = m_records.SearchText(m_visible[static_cast<std::size_t>(row)]);
+    for (int skipped = 0; skipped < column; ++skipped) {
+      text = text.mid(text.indexOf(u'\n') + 1);
+    }
+    if (text.startsWith(folded)) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+QString RecordModel::LineAt(int row) const {
+  QStringList texts;
+  for (int column = 0; column < columnCount(); ++column) {
+    texts.append(m_records.Display(m_visible[static_cast<std::size_t>(row)], column).simplified());
+  }
+  return texts.join(u'\t');
 }
 
 QString RecordModel::NameAt(int row, int columns) const {
@@ -69,21 +123,26 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) {
     return {};
   }
-  const ColumnKind kind = m_records.Columns()[index.column()].kind;
   switch (role) {
     case Qt::DisplayRole:
       return ShownText(m_records.Display(m_visible[static_cast<std::size_t>(index.row())], index.column()));
     case Qt::TextAlignmentRole:
-      return kind == ColumnKind::Text || kind == ColumnKind::YesNo ? QVariant(Qt::AlignVCenter | Qt::AlignLeft)
-                                                                   : QVariant(Qt::AlignVCenter | Qt::AlignRight);
+      return Alignment(m_records.Columns()[index.column()].kind).toInt();
     default:
       return {};
   }
 }
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < columnCount()) {
-    return m_records.Columns()[section].title;
+  if (orientation == Qt::Horizontal && section < columnCount()) {
+    const ListColumn& column = m_records.Columns()[section];
+    if (role == Qt::DisplayRole) {
+      // A wide blank: the room that the numbers below have, too.
+      return Alignment(column.kind) & Qt::AlignRight ? column.title + QChar(0x2003) : column.title;
+    }
+    if (role == Qt::TextAlignmentRole) {
+      return Alignment(column.kind).toInt();
+    }
   }
   return QAbstractTableModel::headerData(section, orientation, role);
 }
@@ -96,7 +155,7 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
   const std::vector<int> before = m_visible;
   m_sortColumn = column;
   m_sortOrder = order;
-  Arrange();
+  Arrange(m_records.SortedBy(column));
   ApplyFilter();
 
   std::vector<int> newRow(static_cast<std::size_t>(m_records.Size()));
@@ -114,18 +173,18 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
   Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
-void RecordModel::Arrange() {
-  if (m_records.Columns().isEmpty()) {
-    m_order.clear();
-    return;
-  }
-  m_order = m_records.SortedBy(m_sortColumn);
+void RecordModel::Arrange(std::vector<int> ascending) {
+  m_order = std::move(ascending);
   if (m_sortOrder == Qt::DescendingOrder) {
     std::reverse(m_order.begin(), m_order.end());
   }
 }
 
 void RecordModel::ApplyFilter() {
+  if (m_filter.IsEmpty()) {
+    m_visible = m_order;
+    return;
+  }
   m_visible.clear();
   std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(m_visible),
                [this](int record) { return m_filter.Accepts(m_records.SearchText(record)); });

@@ -17,10 +17,10 @@ class RecordModel : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  /// Replaces the records, keeping the search and the order.
-  void SetRecords(RecordData records);
-  /// Replaces the records by those of another list; the search is kept.
-  void SetRecords(RecordData records, int sortColumn, Qt::SortOrder order);
+  /// Replaces the records; the search is kept.
+  void SetRecords(SortedRecords records, Qt::SortOrder order = Qt::AscendingOrder);
+  /// Takes over what was read anew of some of the records, and of new ones; those of `ids` that are not there are gone.
+  void Update(const QList<int>& ids, const RecordData& read);
   void SetFilter(const QString& typed);
 
   /// Records before the search.
@@ -31,6 +31,11 @@ class RecordModel : public QAbstractTableModel {
   int IdAt(int row) const;
   /// The row of the record in the view, -1 when it is not there or the search hides it.
   int RowOf(int id) const;
+  /// The first row from `from` on, then from the top, whose text in the column begins with `typed`, without regard to
+  /// case and accents; -1 for none.
+  int Find(const QString& typed, int column, int from) const;
+  /// The record's whole texts with tabs between them.
+  QString LineAt(int row) const;
   /// The record as a question names it: its first `columns` columns.
   QString NameAt(int row, int columns) const;
 
@@ -41,7 +46,7 @@ class RecordModel : public QAbstractTableModel {
   void sort(int column, Qt::SortOrder order) override;
 
  private:
-  void Arrange();
+  void Arrange(std::vector<int> ascending);
   void ApplyFilter();
 
   RecordData m_records;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/desktop/NodeCatalog.h"
 #include "platform/adodb/Connection.h"
 
 #include <QList>
@@ -20,8 +21,24 @@ struct RowCount {
 /// out. Empty for a node whose records have none of their own.
 QList<RowCount> CountDependents(adodb::Connection& connection, int nodeId, const QList<int>& ids);
 
+/// A row by its table and key.
+struct RowKey {
+  QString table;
+  QString key;  ///< The key column.
+  int id = 0;
+};
+
+/// The same rows one by one.
+QList<RowKey> DependentRows(adodb::Connection& connection, int nodeId, int id);
+/// The tables that such rows can be of, without an `id`.
+QList<RowKey> DependentTables(int nodeId);
+
 /// The live rows that refer to the record and so keep it from being deleted; kinds without rows are left out.
-QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id);
+/// `velumar` is the kind of installation: there dioceses don't keep a province.
+QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, bool velumar);
+
+/// The node of a deleted record that the record of `node` refers to, nullptr for none.
+const Node* DeletedParent(adodb::Connection& connection, const Node& node, int id);
 
 /// "2 sucursales, 1 presentador y 3 cuentas"; empty for an empty list.
 QString JoinCounts(const QList<RowCount>& counts);

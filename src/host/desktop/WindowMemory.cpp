@@ -32,13 +32,14 @@ QList<int> SensibleWidths(const QVariantList& stored, int columns) {
 
 }  // namespace
 
-ListLayout LoadListLayout(int nodeId, int columns) {
+ListLayout LoadListLayout(int nodeId, int columns, int sortColumn, Qt::SortOrder order) {
   const QSettings settings;
   ListLayout layout;
   layout.widths = SensibleWidths(settings.value(ListKey(nodeId, "Anchos")).toList(), columns);
-  const int column = settings.value(ListKey(nodeId, "Orden")).toInt();
+  const int column = settings.value(ListKey(nodeId, "Orden"), sortColumn).toInt();
   layout.sortColumn = column >= 0 && column < columns ? column : 0;
-  layout.order = settings.value(ListKey(nodeId, "Descendente")).toBool() ? Qt::DescendingOrder : Qt::AscendingOrder;
+  const bool descending = settings.value(ListKey(nodeId, "Descendente"), order == Qt::DescendingOrder).toBool();
+  layout.order = descending ? Qt::DescendingOrder : Qt::AscendingOrder;
   return layout;
 }
 

@@ -17,7 +17,8 @@ struct ListLayout {
   Qt::SortOrder order = Qt::AscendingOrder;
 };
 
-ListLayout LoadListLayout(int nodeId, int columns);
+/// Sorted as given until the user has sorted the list otherwise.
+ListLayout LoadListLayout(int nodeId, int columns, int sortColumn, Qt::SortOrder order);
 void SaveListLayout(int nodeId, const ListLayout& layout);
 
 /// Size, place, toolbars and the splitter; a first start takes a share of the screen.

@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHashFunctions>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMetaProperty>
@@ -16,6 +15,9 @@
 #include <QScrollBar>
 #include <QTextEdit>
 
+#include <bit>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -28,27 +30,36 @@ constexpr const char* memoryProperty = "_kel_remembered";
 class TextHash {
  public:
   void Add(QStringView text) {
-    const auto bytes = static_cast<std::size_t>(text.size()) * sizeof(char16_t);
-    m_hash = qHashBits(text.utf16(), bytes, m_hash + bytes + 1);
+    constexpr quint64 odd = 0x9E3779B97F4A7C15;
+    const auto size = static_cast<std::size_t>(text.size());
+    const quint64 next = std::hash<std::u16string_view>()({text.utf16(), size}) + size;
+    m_hash = (std::rotl(m_hash, 5) ^ next) * odd;
   }
-  QVariant Result() const { return QVariant::fromValue(quint64(m_hash)); }
+  void Add(const QVariant& value) {
+    if (value.typeId() == QMetaType::QString) {
+      Add(QStringView(*static_cast<const QString*>(value.constData())));
+    } else {
+      Add(QStringView(value.toString()));
+    }
+  }
+  QVariant Result() const { return QVariant::fromValue(m_hash); }
 
  private:
-  std::size_t m_hash = 0;
+  quint64 m_hash = 0;
 };
 
 void AddRows(TextHash& hash, const QAbstractItemModel& model, const QModelIndex& parent,
              std::vector<QModelIndex>& inner) {
   const int rows = model.rowCount(parent);
   const int columns = model.columnCount(parent);
-  hash.Add(QString::number(rows) + u'x' + QString::number(columns));
+  hash.Add(QStringView(QString::number(rows) + u'x' + QString::number(columns)));
   for (int row = 0; row < rows; ++row) {
     for (int column = 0; column < columns; ++column) {
       const QModelIndex index = model.index(row, column, parent);
-      hash.Add(index.data(Qt::DisplayRole).toString());
-      const QVariant check = index.data(Qt::CheckStateRole);
-      if (check.isValid()) {
-        hash.Add(check.toString());
+      hash.Add(model.data(index, Qt::DisplayRole));
+      // Asking what the cell allows costs less than asking for a state that few have.
+      if (model.flags(index).testFlag(Qt::ItemIsUserCheckable)) {
+        hash.Add(model.data(index, Qt::CheckStateRole));
       }
       if (column == 0 && model.hasChildren(index)) {
         inner.push_back(index);
@@ -70,7 +81,7 @@ QVariant ShownContent(const QAbstractItemModel& model) {
 
 QVariant HashOf(const QString& text) {
   TextHash hash;
-  hash.Add(text);
+  hash.Add(QStringView(text));
   return hash.Result();
 }
 

@@ -22,6 +22,22 @@ QString SettingsKey(const QObject* grid, const QString& key, const QString& dial
   return u"Anchos/%1|%2|%3"_s.arg(encoded(key), encoded(dialog), encoded(grid->objectName()));
 }
 
+// The widths that a grid was given, until the user changes them; kept in its header.
+constexpr const char* givenWidths = "KelAnchos";
+
+// A last column that takes what is left changes with the window, which is no choice of the user's.
+bool IsStretched(const QHeaderView& header, int column) {
+  return header.stretchLastSection() && header.visualIndex(column) == header.count() - 1;
+}
+
+QStringList ChosenWidths(const QHeaderView& header) {
+  QStringList widths;
+  for (int column = 0; column < header.count(); ++column) {
+    widths.append(IsStretched(header, column) ? QString() : QString::number(header.sectionSize(column)));
+  }
+  return widths;
+}
+
 }  // namespace
 
 QHeaderView& HeaderOf(QObject* grid) {
@@ -39,16 +55,12 @@ QHeaderView& HeaderOf(QObject* grid) {
 
 void SaveColumnWidths(const QString& settingsFile, QObject* grid, const QString& key, const QString& dialog) {
   const QHeaderView& header = HeaderOf(grid);
-  QStringList widths;
-  for (int column = 0; column < header.count(); ++column) {
-    widths.append(QString::number(header.sectionSize(column)));
-  }
-  QSettings settings(settingsFile, QSettings::IniFormat);
-  const QString entry = SettingsKey(grid, key, dialog);
-  if (settings.value(entry).toStringList() == widths) {
+  const QStringList widths = ChosenWidths(header);
+  if (header.property(givenWidths).toStringList() == widths) {
     return;
   }
-  settings.setValue(entry, widths);
+  QSettings settings(settingsFile, QSettings::IniFormat);
+  settings.setValue(SettingsKey(grid, key, dialog), widths);
   settings.sync();
   if (settings.status() != QSettings::NoError) {
     qWarning("column widths could not be stored in %s", qUtf8Printable(settingsFile));
@@ -61,11 +73,11 @@ void LoadColumnWidths(const QString& settingsFile, QObject* grid, const QString&
   const QStringList widths = settings.value(SettingsKey(grid, key, dialog)).toStringList();
   for (int column = 0; column < qMin(header.count(), int(widths.size())); ++column) {
     const int width = widths[column].toInt();
-    const bool stretched = header.stretchLastSection() && header.visualIndex(column) == header.count() - 1;
-    if (width >= leastWidth && width <= mostWidth && !header.isSectionHidden(column) && !stretched) {
+    if (width >= leastWidth && width <= mostWidth && !header.isSectionHidden(column) && !IsStretched(header, column)) {
       header.resizeSection(column, width);
     }
   }
+  header.setProperty(givenWidths, ChosenWidths(header));
 }
 
 }  // namespace host

@@ -5,6 +5,12 @@
 #include <QStringList>
 #include <QSysInfo>
 
+#include <sys/types.h>
+
+#include <cerrno>
+#include <csignal>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -17,18 +23,23 @@ QByteArray ContentOf(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
 }
 
-// The start in clock ticks since the boot, empty when no such process runs. A zombie has ended: it only waits for
-// its parent.
-QString StartTimeOf(int processId) {
+// The start in clock ticks since the boot; empty for a zombie, which has ended and only waits for its parent. Nothing
+// for a process that this user may not look at (see hidepid in proc(5)) or that is not there.
+std::optional<QString> StartTimeOf(int processId) {
   const QByteArray stat = ContentOf(u"/proc/%1/stat"_s.arg(processId));
   // The program's name, in parentheses, may hold blanks and parentheses itself.
   const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
   constexpr int stateField = 0;
   constexpr int startField = 19;
-  if (fields.size() <= startField || fields[stateField] == "Z" || fields[stateField] == "X") {
-    return {};
+  if (fields.size() <= startField) {
+    return std::nullopt;
   }
-  return QString::fromLatin1(fields[startField]);
+  return fields[stateField] == "Z" || fields[stateField] == "X" ? QString() : QString::fromLatin1(fields[startField]);
+}
+
+// The kernel answers this for every process, whoever may look at it.
+bool IsThere(int processId) {
+  return processId <= 0 || kill(static_cast<pid_t>(processId), 0) == 0 || errno != ESRCH;
 }
 
 // The beginnings of the identifiers tell machines of one name, and boots of one machine, well enough apart, and all
@@ -50,7 +61,7 @@ ProcessIdentity CurrentProcess() {
   current.processId = static_cast<int>(QCoreApplication::applicationPid());
   const QStringList parts{Beginning(QSysInfo::machineUniqueId()),
                           Beginning(ContentOf(u"/proc/sys/kernel/random/boot_id"_s)), PidNamespaceId(),
-                          StartTimeOf(current.processId)};
+                          StartTimeOf(current.processId).value_or(QString())};
   current.start = parts.join(u' ');
   return current;
 }
@@ -61,14 +72,21 @@ bool HasEnded(const ProcessIdentity& process, const ProcessIdentity& here) {
   if (parts.size() != StartParts || own.size() != StartParts) {
     return false;
   }
-  const bool sameMachine = process.machine == here.machine && parts[MachineId] == own[MachineId];
-  if (!sameMachine || parts[BootId].isEmpty() || own[BootId].isEmpty()) {
+  // Names change and repeat; without an identifier a machine is known by its running boot only.
+  if (parts[MachineId] != own[MachineId] || parts[BootId].isEmpty() || own[BootId].isEmpty()) {
     return false;
   }
   if (parts[BootId] != own[BootId]) {
+    return !own[MachineId].isEmpty();
+  }
+  if (parts[PidNamespace] != own[PidNamespace] || parts[PidNamespace].isEmpty()) {
+    return false;
+  }
+  if (!IsThere(process.processId)) {
     return true;
   }
-  return parts[PidNamespace] == own[PidNamespace] && StartTimeOf(process.processId) != parts[StartTime];
+  const std::optional<QString> start = StartTimeOf(process.processId);
+  return start && !parts[StartTime].isEmpty() && *start != parts[StartTime];
 }
 
 }  // namespace host

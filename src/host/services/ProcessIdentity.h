@@ -19,9 +19,9 @@ struct ProcessIdentity {
 /// The running process. Asked for anew each time, for a process may fork.
 ProcessIdentity CurrentProcess();
 
-/// True when `process` certainly runs no more: it ran on the machine of `here`, and either the machine was booted
-/// since or no process with that number and start is left. False whenever that cannot be known, as for a process
-/// of another machine.
+/// True when `process` certainly runs no more: it ran on the machine of `here`, told by the machine's identifier, and
+/// either the machine was booted since or no process with that number and start is left. False whenever that cannot be
+/// known, as for a process of another machine or one that runs and may not be looked at.
 bool HasEnded(const ProcessIdentity& process, const ProcessIdentity& here);
 
 }  // namespace host

@@ -4,20 +4,25 @@
 #include "platform/adodb/Connection.h"
 
 #include <QDateTime>
+#include <QList>
 #include <QString>
 
 #include <optional>
 
 namespace host {
 
-/// Who holds a record.
+/// Who holds which record.
 struct LockHolder {
+  int number = 0;          ///< The lock's, by which it is named on the command line.
+  QString keyColumn = {};  ///< The key column of the record's table.
+  int key = 0;
   int userId = 0;
-  QString userName;
-  ProcessIdentity process;
-  QDateTime since;  ///< Invalid when the database does not say.
+  QString userName = {};
+  ProcessIdentity process = {};
+  QDateTime since = {};  ///< Invalid when the database does not say.
 
-  /// One sentence for the user: who, where, since when (local time).
+  /// Who, where, since when (local time), as a sentence without its point: "Lo está modificando «ana» en «pc3» desde
+  /// las 13:03".
   QString Description() const;
 };
 
@@ -26,6 +31,7 @@ struct LockHolder {
 ///
 /// A lock is held by a process and a user together. One that a process of this machine left behind when it ended is
 /// taken over by the next who asks; one of another machine stays until it is released.
+/// Where several try at once, those who lose try again and find a holder: a lost race is no error.
 /// Errors of the database pass through.
 class RecordLocks {
  public:
@@ -36,13 +42,22 @@ class RecordLocks {
   /// first time or again), otherwise who holds it.
   std::optional<LockHolder> Take(const QString& keyColumn, int key);
 
+  /// Who else holds it now; nothing when Take would succeed. For what is only asked: the answer holds for no time.
+  std::optional<LockHolder> HeldByAnother(const QString& keyColumn, int key) const;
+
   /// Releases the own lock; somebody else's stays.
   void Release(const QString& keyColumn, int key);
 
+  /// Every lock of the database, the oldest first.
+  QList<LockHolder> All() const;
+  /// Releases somebody's lock, exactly that one. False when its holder let go meanwhile.
+  bool ReleaseOf(const LockHolder& holder);
+
  private:
   std::optional<LockHolder> HolderOf(const QString& keyColumn, int key) const;
-  bool Insert(const QString& keyColumn, int key) const;
-  bool TakeOver(const QString& keyColumn, int key, const LockHolder& ended) const;
+  void Insert(const QString& keyColumn, int key) const;
+  bool TakeOver(const LockHolder& ended) const;
+  bool IsSelf(const LockHolder& holder) const;
   LockHolder Self() const;
 
   adodb::Connection& m_connection;

@@ -1,5 +1,6 @@
 #include "host/services/Session.h"
 
+#include "host/services/OpenConnection.h"
 #include "host/services/cListas.h"
 #include "host/services/cPrincipal.h"
 #include "platform/automation/ClassRegistry.h"
@@ -12,6 +13,10 @@ namespace host {
 
 QString Session::DefaultSettingsFile() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
+}
+
+RecordLocks Session::Locks() const {
+  return {Opened(connection), userId, userName};
 }
 
 void RegisterClasses(Session& session) {

@@ -20,13 +20,21 @@ struct Session {
   int userId = 0;
   QString userName;  ///< As other users see it when this one holds a record.
   int userKind = 0;  ///< 1 is an administrator.
+  bool IsAdministrator() const { return userKind == 1; }
   bool velumar = false;
+  /// Nothing can be written: no record is locked, every one opens as if another user held it.
+  bool readOnly = false;
   /// The file of column widths; DefaultSettingsFile() unless set.
   QString settingsFile = DefaultSettingsFile();
   /// Whether BloqueoRegistro tells the user who holds a record.
   bool showRefusedLocks = true;
   /// Who held the record that BloqueoRegistro was refused last; nothing after a lock was taken.
   std::optional<LockHolder> lastRefusal;
+  /// Set when a dialog that was only looked at closed because its record is free: this session holds its lock now, and
+  /// whoever showed the dialog shows it again and then releases the lock.
+  std::optional<LockHolder> openAgain;
+  /// The locks of this user. Raises 91 without a connection; opens a closed one.
+  RecordLocks Locks() const;
 
   /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
   static QString DefaultSettingsFile();

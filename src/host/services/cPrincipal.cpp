@@ -7,6 +7,7 @@
 #include "host/services/MessageBox.h"
 #include "host/services/OpenConnection.h"
 #include "host/services/PostcodeCoupling.h"
+#include "host/services/ReadOnlyDialog.h"
 #include "host/services/TaxIdentifier.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
@@ -16,6 +17,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextEdit>
@@ -42,6 +44,13 @@ adodb::Connection* ConnectionOf(QObject* services) {
   }
 }
 
+QDialog* DialogOf(QObject* control) {
+  while (control != nullptr && !control->isWidgetType()) {
+    control = control->parent();
+  }
+  return control != nullptr ? qobject_cast<QDialog*>(static_cast<QWidget*>(control)->window()) : nullptr;
+}
+
 }  // namespace
 
 cPrincipal::cPrincipal(Session& session) : m_session(session) {}
@@ -49,6 +58,9 @@ cPrincipal::cPrincipal(Session& session) : m_session(session) {}
 bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID, int valorID,
                                  bool& bloqueado) {
   bloqueado = false;
+  if (m_session.readOnly) {
+    return true;
+  }
   m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
   bloqueado = !m_session.lastRefusal;
   if (!bloqueado && m_session.showRefusedLocks) {
@@ -71,6 +83,11 @@ void cPrincipal::BloquearControles(QObject* control) {
   } else {
     throw automation::Error(automation::TypeMismatch);
   }
+  QDialog* dialog = DialogOf(control);
+  if (dialog != nullptr && !ReadOnlyDialog::Holds({dialog})) {
+    // The control owns it.
+    new ReadOnlyDialog(*dialog, *control, m_session);
+  }
 }
 
 void cPrincipal::establecercontrolcambioformulario(const QObjectList& controles) {
@@ -78,7 +95,7 @@ void cPrincipal::establecercontrolcambioformulario(const QObjectList& controles)
 }
 
 bool cPrincipal::controlcambioformulario(const QObjectList& controles) {
-  return ControlsChanged(controles);
+  return !ReadOnlyDialog::Holds(controles) && ControlsChanged(controles);
 }
 
 void cPrincipal::SeleccionarTexto(QObject* control) {
@@ -177,13 +194,14 @@ void cPrincipal::SeleccionarCP_Provincia(QObject*& cambiado, QObject*& acoplado,
 
 RecordLocks cPrincipal::Locks(QObject* services) const {
   adodb::Connection* connection = ConnectionOf(services);
-  return {Opened(connection != nullptr ? connection : m_session.connection), m_session.userId, m_session.userName};
+  return connection != nullptr ? RecordLocks(Opened(connection), m_session.userId, m_session.userName)
+                               : m_session.Locks();
 }
 
 void cPrincipal::TellOfRefusal() const {
   ShowMessage(QMessageBox::Information,
               m_session.lastRefusal->Description() +
-                  u"\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s,
+                  u".\n\nSe abre solo para consulta: no podrá guardar cambios hasta que quede libre."_s,
               m_session.title);
 }
 

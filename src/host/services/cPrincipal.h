@@ -47,18 +47,20 @@ class cPrincipal : public QObject {
   /// False, with `bloqueado` true: this process and user hold the lock now, for the first time or again.
   /// True, with `bloqueado` false: somebody else holds it. Session::lastRefusal then says who, and the user is told so,
   /// and that the record opens read-only, unless Session::showRefusedLocks is off.
+  /// In a session that is read-only nobody holds it, and nobody is told, but the answer is True all the same.
   /// A lock whose process ended on this machine is taken over (see RecordLocks).
   Q_INVOKABLE bool BloqueoRegistro(QObject*& objeto, const QString& formulario, const QString& campoID, int valorID,
                                    bool& bloqueado);
   /// Releases the lock that this process and user hold; nothing happens when they hold none.
   Q_INVOKABLE void DesbloqueoRegistro(QObject*& objeto, const QString& formulario, const QString& campoID, int valorID);
 
-  /// Disables a widget or an action.
+  /// Disables a widget or an action, and makes the dialog that it belongs to one that can only be looked at (see
+  /// ReadOnlyDialog.h).
   Q_INVOKABLE void BloquearControles(QObject* control);
 
   /// Remembers the values of the dialog's controls (see ChangeTracking.h).
   Q_INVOKABLE void establecercontrolcambioformulario(const QObjectList& controles);
-  /// True when one of them holds something else now.
+  /// True when one of them holds something else now; never for a dialog that can only be looked at.
   Q_INVOKABLE bool controlcambioformulario(const QObjectList& controles);
 
   /// Selects the whole text of a line edit, text edit, spin box or editable combo. A combo without an edit line is

@@ -82,7 +82,18 @@ void LetterWindow::setupUi(QDialog* window) {
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setMenuBar(menus);
   layout->addWidget(area);
+  ServeWhileHeld(*window);
   rtfCarta->setFocus();
+}
+
+// A letter that another user holds can be changed and saved as another one: the host stops nothing but Save.
+void LetterWindow::ServeWhileHeld(const QDialog& window) const {
+  const QList<QObject*> controls = window.findChildren<QObject*>();
+  for (QObject* control : controls) {
+    if (control != commands->Item(Command::Save) && control != commands->Button(Command::Save)) {
+      control->setProperty("SirveEnConsulta", true);
+    }
+  }
 }
 
 void LetterWindow::CreateBars(QDialog* window, QMenuBar* menus) {

@@ -42,7 +42,7 @@ struct LetterWindow {
 
  private:
   void CreateBars(QDialog* window, QMenuBar* menus);
-  void CreateFontBoxes();
+  void ServeWhileHeld(const QDialog& window) const;
   QWidget* CreateStrip();
   QWidget* CreateMargins(QWidget* parent);
 };

@@ -217,6 +217,7 @@ void ListTable::AddLists(std::string_view group) {
     if (token.kind == TokenKind::Word) {
       if (token.text == "list") {
         levels.clear();
+        textDepth = 0;
       } else if (token.text == "listlevel" && levels.size() < 9) {
         levels.append(Numbering{});
       } else if (token.text == "listid") {

@@ -2,8 +2,8 @@
 
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
+#include "platform/process/PrivateFiles.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -58,7 +58,8 @@ QList<Entry> ReadRegistryFile() {
 
 bool WriteRegistryFile(const QList<Entry>& entries) {
   QSaveFile file(RegistryFile());
-  if (!file.open(QIODevice::WriteOnly)) {
+  // It decides which code a program loads.
+  if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
     return false;
   }
   for (const Entry& entry : entries) {
@@ -69,7 +70,7 @@ bool WriteRegistryFile(const QList<Entry>& entries) {
 
 // Replaces the entries of `progIds` by ones that name `path`, or by none where it is empty.
 bool ReplaceEntries(const QStringList& progIds, const QString& path) {
-  if (!QDir().mkpath(QFileInfo(RegistryFile()).absolutePath())) {
+  if (!process::CreatePrivateFolder(QFileInfo(RegistryFile()).absolutePath())) {
     return false;
   }
   QLockFile lock(RegistryFile() + u".lock"_s);

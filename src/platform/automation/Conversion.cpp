@@ -393,6 +393,9 @@ QString CStr(const QVariant& value) {
 }
 
 QString Text(const QVariant& value) {
+  if (value.metaType().id() == QMetaType::QString) {
+    return *static_cast<const QString*>(value.constData());
+  }
   return IsNull(value) ? QString() : CStr(value);
 }
 

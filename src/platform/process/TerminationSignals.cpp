@@ -26,7 +26,26 @@ void Handle(int number) {
   errno = kept;
 }
 
+struct sigaction ActionOf(void (*handler)(int)) {
+  struct sigaction action = {};
+  action.sa_handler = handler;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  return action;
+}
+
 }  // namespace
+
+void EndAtOnceOnSignals() {
+  const struct sigaction usual = ActionOf(SIG_DFL);
+  sigset_t blocked;
+  sigemptyset(&blocked);
+  for (const int number : signalsOfInterest) {
+    sigaction(number, &usual, nullptr);
+    sigaddset(&blocked, number);
+  }
+  sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
+}
 
 struct TerminationSignals::Private {
   std::array<int, 2> pipeEnds{-1, -1};
@@ -40,12 +59,9 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent), m_pri
     return;
   }
   m_private->notifier = std::make_unique<QSocketNotifier>(m_private->pipeEnds[0], QSocketNotifier::Read);
-  connect(m_private->notifier.get(), &QSocketNotifier::activated, this, &TerminationSignals::Read);
+  connect(m_private->notifier.get(), &QSocketNotifier::activated, this, &TerminationSignals::Tell);
   m_private->outerWriteEnd = writeEnd.exchange(m_private->pipeEnds[1]);
-  struct sigaction action = {};
-  action.sa_handler = Handle;
-  sigemptyset(&action.sa_mask);
-  action.sa_flags = SA_RESTART;
+  const struct sigaction action = ActionOf(Handle);
   for (std::size_t i = 0; i < signalsOfInterest.size(); ++i) {
     sigaction(signalsOfInterest[i], &action, &m_private->previousActions[i]);
   }
@@ -60,20 +76,34 @@ TerminationSignals::~TerminationSignals() {
   }
   writeEnd = m_private->outerWriteEnd;
   m_private->notifier.reset();
+  const int untold = TakeUntold();
   close(m_private->pipeEnds[0]);
   close(m_private->pipeEnds[1]);
+  if (untold != 0) {
+    raise(untold);
+  }
 }
 
-void TerminationSignals::Read() {
+bool TerminationSignals::IsInnermost() const {
+  struct sigaction present = {};
+  sigaction(SIGTERM, nullptr, &present);
+  return present.sa_handler == Handle && writeEnd == m_private->pipeEnds[1];
+}
+
+void TerminationSignals::Tell() {
+  if (const int number = TakeUntold(); number != 0) {
+    Q_EMIT Received(number);
+  }
+}
+
+int TerminationSignals::TakeUntold() {
   std::array<unsigned char, 16> bytes{};
   int number = 0;
   ssize_t count = 0;
   while ((count = read(m_private->pipeEnds[0], bytes.data(), bytes.size())) > 0) {
     number = bytes[static_cast<std::size_t>(count - 1)];
   }
-  if (number != 0) {
-    Q_EMIT Received(number);
-  }
+  return number;
 }
 
 }  // namespace process

@@ -137,6 +137,7 @@ void tst_rtf_formats::paragraphs_data() {
       u"align1 left48 right0 first-24 before0 after0 tab0:24 tab0:24 tab0:72"_s);
   row("\\page X\\par", plain + u" page"_s);
   row("\\pagebb X\\par", plain + u" page"_s);
+  row("\\qc{\\field{\\*\\fldinst Y}{\\fldrslt\\pard\\qr a}}X\\par", u"align4 left0 right0 first0 before0 after0"_s);
   row("\\li99999999999 X\\par", u"align1 left2184.47 right0 first0 before0 after0"_s);
 }
 

@@ -20,6 +20,8 @@ class tst_rtf_kept : public QObject {
   void afterAnEdit_data();
   void afterAnEdit();
   void undoneIsUnchanged();
+  void oddPlaces_data();
+  void oddPlaces();
   void pictures_data();
   void pictures();
   void piecesSurviveCutAndPaste();
@@ -135,6 +137,42 @@ void tst_rtf_kept::undoneIsUnchanged() {
   QVERIFY(rtf::Write(*clone).contains("{\\*\\x 1}"));
   document->clear();
   QVERIFY(rtf::Write(*document) != content);
+}
+
+/// Words where they don't belong, as generated letters had them.
+void tst_rtf_kept::oddPlaces_data() {
+  QTest::addColumn<QByteArray>("body");
+  QTest::addColumn<QString>("text");
+  const auto row = [](const char* name, const QByteArray& body, const QString& text) {
+    QTest::newRow(name) << body << text;
+  };
+  row("colours behind the text", "a{\\colortbl;\\red1\\green2\\blue3;}\\cf3 b\\cf1 c\\par", u"abc"_s);
+  row("fonts behind the text", "a{\\fonttbl{\\f7\\fcharset161 Otra;}}\\f7 \\'e1\\par", u"aα"_s);
+  row("code page behind the text", "\\'e1\\ansicpg1253\\'e1\\par", u"áá"_s);
+  row("two bytes of a character in two fonts", "\\f3\\'82\\f0\\'e1\\f3\\'82\\'a0\\par", u"\uFFFDáあ"_s);
+  row("a letter in a letter", "a{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0 Otra;}}\\paperw9 b\\par}c\\par", u"ab|c"_s);
+  row("paper and section in a field", "{\\field{\\*\\fldinst X}{\\fldrslt\\sectd\\cols2\\paperw9\\deftab9 a}}b\\par",
+      u"ab"_s);
+  row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
+  row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
+  row("an object's result among fallbacks", "\\u945?{\\object\\objemb{\\*\\objdata 00}{\\result\\u946?}}\\u947?\\par",
+      u"αβγ"_s);
+  row("border colour without a border", "\\trowd\\brdrcf1\\cellx9\\pard\\intbl a\\cell\\row\\pard b\\par", u"a|b"_s);
+  row("a nested row's definition alone", "{\\*\\nesttableprops\\trowd\\cellx7}a\\nestcell b\\cell\\row\\par",
+      u"a|b|"_s);
+  row("a fallback picture alone", "{\\nonshppict{\\pict\\pngblip 00}}{\\*\\shppict{\\pict\\pngblip 00}}a\\par",
+      u"@@a"_s);
+  row("a page break in front of a cell", "a\\page\\trowd\\cellx9\\pard\\intbl b\\cell\\row\\pard\\par", u"a|b|"_s);
+}
+
+void tst_rtf_kept::oddPlaces() {
+  QFETCH(QByteArray, body);
+  QFETCH(QString, text);
+  const QByteArray content = Letter(body);
+  const auto document = Document(content);
+  QCOMPARE(Text(*document), text);
+  QCOMPARE(rtf::Write(*document), content);
+  QCOMPARE(support::Loss(*document), QString());
 }
 
 void tst_rtf_kept::pictures_data() {

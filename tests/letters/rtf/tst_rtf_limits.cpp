@@ -52,6 +52,8 @@ void tst_rtf_limits::accepted_data() {
       << QByteArray("{\\rtf1\\trowd" + numbered(20'000, [](auto n) { return "\\cellx" + n; }) + "\\intbl " +
                     QByteArray("\\cell").repeated(200) + "\\row}")
       << QString(199, u'|');
+  QTest::newRow("a list in the text of another's level")
+      << QByteArray("{\\rtf1{\\*\\listtable{\\list{\\listlevel{\\leveltext a{\\list}b}}}}x}") << u"x"_s;
   QTest::newRow("a field in a field in a field")
       << QByteArray("{\\rtf1 " + QByteArray("{\\field{\\*\\fldinst X}{\\fldrslt ").repeated(100) + "x" +
                     QByteArray("}}").repeated(100) + "}")

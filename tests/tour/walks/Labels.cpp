@@ -53,9 +53,18 @@ QString RowsOf(int sheet) {
       sheet);
 }
 
-QString RowsOfTheNewest() {
-  return u"SELECT NombreCampo, Disco, Linea, Orden FROM EtiquetasCampos WHERE codEtiqueta IN "
+// Labels in all, in a row, width and height of one; then the field.
+QString NewestSheet() {
+  return u"SELECT NETIQUETASTOTAL, NETIQUETASANCHO, ANCHOETIQUETA, ALTOETIQUETA, NombreCampo, EtiquetasCampos.Disco, "
+         "Linea, Orden FROM ETIQUETAS INNER JOIN EtiquetasCampos ON IDETIQUETA=codEtiqueta WHERE IDETIQUETA IN "
          "(SELECT MAX(IDETIQUETA) FROM ETIQUETAS) ORDER BY Linea, Orden"_s;
+}
+
+QStringList Behind(const QString& sheet, QStringList rows) {
+  for (QString& row : rows) {
+    row.prepend(sheet);
+  }
+  return rows;
 }
 
 void Measure(const DialogUser& dialog, const QStringList& measures) {
@@ -92,7 +101,9 @@ void PostalSheet(Tour& tour) {
     dialog.Paste("txtEtiquetasTotales", u"30"_s);
     tour.Picture(dialog, u"frmEtiquetas1"_s);
     dialog.Paste("txtEtiquetasTotales", u"40"_s);
-    dialog.Type("txtEtiquetasFila", u"4"_s);
+    // The spinner, by its keys: from 3 to 4.
+    dialog.Find("txtEtiquetasFila")->setFocus();
+    dialog.Key(Qt::Key_Up);
     dialog.Press("cmdSeleccionar_1");
     dialog.Press("cmdSeleccionar_2");
   });
@@ -105,7 +116,8 @@ void PostalSheet(Tour& tour) {
     dialog.Press("cmdCampos_0");
   });
   tour.Step(u"Etiquetas: agregar hoja postal de 40, seis campos"_s,
-            {.node = node.Etiquetas(), .action = action.Agregar()}, RowsOfTheNewest(), addressRows);
+            {.node = node.Etiquetas(), .action = action.Agregar()}, NewestSheet(),
+            Behind(u"40|4|6|2,9|"_s, addressRows));
 }
 
 void DiskSheet(Tour& tour) {
@@ -119,7 +131,7 @@ void DiskSheet(Tour& tour) {
     dialog.Press("cmdSeleccionar_2");
   });
   tour.Step(u"Etiquetas: agregar hoja de disco bancario"_s, {.node = node.Etiquetas(), .action = action.Agregar()},
-            RowsOfTheNewest(), diskRows);
+            NewestSheet(), Behind(u"8|2|9|6,5|"_s, diskRows));
 }
 
 // The sheet of addresses becomes one of disks and a sheet of addresses again.

@@ -47,9 +47,9 @@ void WalkPublications(Tour& tour) {
             {.node = node.Publicaciones(), .action = action.Modificar(), .id = id},
             StatementText(u"SELECT DISTINCT Importe/NumeroEjemplares AS Precio FROM Suscripciones INNER JOIN "
                           u"Colaboradores ON Suscripciones.CodColaborador=Colaboradores.IDColaborador WHERE "
-                          u"CodTipoPublicacion={} AND codpais=35",
+                          u"CodTipoPublicacion={} ORDER BY Importe/NumeroEjemplares",
                           id),
-            {u"15"_s});
+            {u"15"_s, u"20,5"_s});
 }
 
 }  // namespace tour

@@ -1,0 +1,73 @@
+#include "database/Maintenance.h"
+
+#include "database/ConnectionString.h"
+#include "database/Database.h"
+#include "database/sqlite/SqliteCheck.h"
+#include "database/sqlite/SqliteCopy.h"
+#include "platform/process/PrivateFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace database {
+
+namespace {
+
+// The locks of all processes, by the number of the locked file (proc(5)).
+bool IsLockedByAnybody(const QString& file) {
+  struct stat status = {};
+  QFile locks(u"/proc/locks"_s);
+  if (stat(QFile::encodeName(file).constData(), &status) != 0 || !locks.open(QIODevice::ReadOnly)) {
+    return false;
+  }
+  return locks.readAll().contains(':' + QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ');
+}
+
+ConnectionString Readable(const QString& connectionString) {
+  return ConnectionString(MayBeWritten(connectionString) ? connectionString : ForViewing(connectionString));
+}
+
+}  // namespace
+
+QString FileOf(const QString& connectionString) {
+  return QFileInfo(ConnectionString(connectionString).File()).absoluteFilePath();
+}
+
+bool MayBeWritten(const QString& connectionString) {
+  const QString file = FileOf(connectionString);
+  const bool exists = QFileInfo::exists(file);
+  return !ConnectionString(connectionString).ReadOnly() &&
+         (!exists || (process::MayWrite(file) && process::MayWrite(QFileInfo(file).path())));
+}
+
+QString ForViewing(const QString& connectionString) {
+  return ConnectionString(connectionString).ReadOnly() ? connectionString : connectionString + u";Acceso=lectura"_s;
+}
+
+CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop) {
+  return CopySqlite(Readable(connectionString), QFileInfo(file).absoluteFilePath(), stop);
+}
+
+QString RestoreDatabase(const QString& copy, const QString& connectionString) {
+  return RestoreSqlite(Readable(ConnectionStringForFile(copy)), FileOf(connectionString));
+}
+
+Findings CheckDatabase(const QString& connectionString) {
+  return CheckSqlite(Readable(connectionString));
+}
+
+QStringList QuickCheck(const QString& connectionString) {
+  return QuickCheckSqlite(Readable(connectionString));
+}
+
+bool WasLeftOpen(const QString& connectionString) {
+  const QString file = FileOf(connectionString);
+  const bool hasLog = QFileInfo(file + u"-wal"_s).size() > 0 || QFileInfo(file + u"-journal"_s).size() > 0;
+  return hasLog && !IsLockedByAnybody(file);
+}
+
+}  // namespace database

@@ -1,0 +1,51 @@
+#include "host/cli/DailyCopies.h"
+
+#include "platform/process/PrivateFiles.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int daysKept = 14;
+
+// Copies of `name` by the day in their names, and what a copy that was cut short has left. Nothing else is touched.
+void DeleteOldOnes(const QDir& folder, const QString& name, QDate today) {
+  const QRegularExpression pattern(QRegularExpression::anchoredPattern(
+      QRegularExpression::escape(name) + u"-(\\d{4}-\\d\\d-\\d\\d)\\.db(\\.parte-\\d+)?"_s));
+  const QStringList files = folder.entryList(QDir::Files);
+  for (const QString& file : files) {
+    const QRegularExpressionMatch match = pattern.match(file);
+    const QDate day = QDate::fromString(match.captured(1), Qt::ISODate);
+    const bool isCutShort = !match.captured(2).isEmpty() && day != today;
+    if (day.isValid() && (isCutShort || day.daysTo(today) >= daysKept)) {
+      QFile::remove(folder.filePath(file));
+    }
+  }
+}
+
+}  // namespace
+
+bool WantsDailyCopies() {
+  return QSettings().value(u"Copias/Diaria"_s, true).toBool();
+}
+
+void MakeDailyCopy(const QString& connectionString, QDate today, const database::Stop& stop) {
+  const QFileInfo file(database::FileOf(connectionString));
+  const QDir folder(file.dir().filePath(u"copias"_s));
+  const QString name = file.completeBaseName();
+  const QString copy = folder.filePath(u"%1-%2.db"_s.arg(name, today.toString(Qt::ISODate)));
+  process::CreatePrivateFolder(folder.path());
+  if (!QFileInfo::exists(copy)) {
+    database::CopyDatabase(connectionString, copy, stop);
+  }
+  DeleteOldOnes(folder, name, today);
+}
+
+}  // namespace host

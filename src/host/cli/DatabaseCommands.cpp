@@ -1,0 +1,62 @@
+#include "host/cli/DatabaseCommands.h"
+
+#include "host/cli/Startup.h"
+
+#include <QFileInfo>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+QLocale Spanish() {
+  return QLocale(QLocale::Spanish, QLocale::Spain);
+}
+
+QString Section(const QString& title, const QStringList& findings) {
+  if (findings.isEmpty()) {
+    return u"%1: bien\n"_s.arg(title);
+  }
+  QString text =
+      u"%1: %2\n"_s.arg(title, findings.size() == 1 ? u"1 problema"_s : u"%1 problemas"_s.arg(findings.size()));
+  for (const QString& finding : findings) {
+    text += u"  - %1\n"_s.arg(finding);
+  }
+  return text;
+}
+
+}  // namespace
+
+QString CopyCommand(const CommandLine& line) {
+  const Target target = TargetOf(line);
+  const database::CopySize size = database::CopyDatabase(target.connectionString, line.copy);
+  return u"Copia hecha y comprobada: «%1», %2, %3 tablas, %4 registros."_s.arg(
+      QFileInfo(line.copy).absoluteFilePath(), Spanish().formattedDataSize(size.bytes, 1, QLocale::DataSizeSIFormat),
+      QString::number(size.tables), Spanish().toString(size.rows));
+}
+
+QString RestoreCommand(const CommandLine& line) {
+  const Target target = TargetOf(line);
+  RequireWanted(target, line);
+  const QString kept = database::RestoreDatabase(line.copy, target.connectionString);
+  const QString done = u"Copia comprobada y restaurada en «%1»."_s.arg(database::FileOf(target.connectionString));
+  return kept.isEmpty() ? done : done + u" La base de datos que había se conserva en «%1»."_s.arg(kept);
+}
+
+CheckOutcome CheckCommand(const CommandLine& line) {
+  const Target target = TargetOf(line);
+  const database::Findings findings = database::CheckDatabase(target.connectionString);
+  const QString verdict =
+      findings.IsSound()
+          ? u"La base de datos está bien."_s
+          : u"La base de datos tiene problemas. Los de integridad y de índices se arreglan restaurando una copia "
+            "(kel-host restaurar COPIA); los demás, corrigiendo los registros en sus cuadros."_s;
+  const QString report = u"Base de datos: %1\n\n"_s.arg(target.shown) + Section(u"Integridad"_s, findings.integrity) +
+                         Section(u"Índices"_s, findings.indexes) + Section(u"Referencias"_s, findings.references) +
+                         Section(u"Longitudes"_s, findings.lengths) + u'\n' + verdict;
+  return {report, findings.IsSound()};
+}
+
+}  // namespace host

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QThread>
+
+#include <memory>
+
+namespace host {
+
+/// What a start owes the database file, beside the user's work, in a thread of its own: a quick check after an unclean
+/// end, and the copy of the day.
+class Housekeeping : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Duties {
+    bool check = false;
+    bool copy = false;
+  };
+
+  Housekeeping(const QString& connectionString, Duties duties);
+  /// Ends the work in progress; a copy that is not whole leaves nothing.
+  ~Housekeeping() override;
+
+  void Start();
+
+ Q_SIGNALS:
+  /// Something that the user should know, in Spanish. Comes from the thread of the work.
+  void Noticed(const QString& text);
+
+ private:
+  void Check();
+  void Copy();
+
+  QString m_connectionString;
+  Duties m_duties;
+  std::unique_ptr<QThread> m_thread;
+};
+
+}  // namespace host

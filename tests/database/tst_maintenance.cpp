@@ -1,0 +1,301 @@
+#include "database/ErrorNumbers.h"
+#include "database/Maintenance.h"
+#include "database/sqlite/SqliteCheck.h"
+#include "database/sqlite/SqlitePreparation.h"
+#include "platform/process/PrivateFiles.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
+#include "support/TestProgram.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <sqlite3.h>
+
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
+using namespace Qt::StringLiterals;
+
+/// Copies, restoring, checks, and what an unclean end leaves.
+class tst_maintenance : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() { m_database = std::make_unique<TestDatabase>(); }
+  void ACopyIsWholeWhileOthersWrite();
+  void WhereNoCopyCanBeMade();
+  void ACopyCanBeStopped();
+  void RestoringKeepsWhatWasThere();
+  void RestoringWhereNothingWas();
+  void OnlyASoundCopyIsRestored_data();
+  void OnlyASoundCopyIsRestored();
+  void ADamagedFileIsReplaced();
+  void NothingIsRestoredUnderAnotherProgram();
+  void Checks_data();
+  void Checks();
+  void AnIndexThatLiesIsFound();
+  void AColumnNamesTheTableOfItsKey();
+  void AnUncleanEndIsNoticed();
+
+ private:
+  QString Path(const QString& name) const { return m_database->Path(name); }
+  QString Text() const { return m_database->ConnectionString(); }
+  QStringList Files() const { return QDir(Path(u"."_s)).entryList(QDir::Files, QDir::Name); }
+
+  std::unique_ptr<TestDatabase> m_database;
+};
+
+namespace {
+
+QString BankCount(const QString& file) {
+  const auto connection = database::CreateConnection(database::ConnectionStringForFile(file));
+  connection->Open();
+  return Outcome(*connection, u"SELECT COUNT(*) FROM Bancos"_s);
+}
+
+void Spoil(const QString& file, const char* table) {
+  int root = 0;
+  {
+    const database::SqliteHandle handle(database::ConnectionString(database::ConnectionStringForFile(file)),
+                                        database::SqliteHandle::Missing::Refuse);
+    root = handle.Value("SELECT rootpage FROM sqlite_schema WHERE name='" + QByteArray(table) + '\'').toInt();
+  }
+  QFile bytes(file);
+  if (!bytes.open(QIODevice::ReadWrite) || !bytes.seek((root - 1) * 4096) ||
+      bytes.write(QByteArray(4096, 'U')) != 4096) {
+    qFatal("cannot spoil a test file");
+  }
+}
+
+// Pairs of rows, each pair in one transaction, until the process is ended.
+int WriteAsHelper(const QString& text) {
+  const auto connection = database::CreateConnection(text);
+  connection->Open();
+  for (int i = 0; i < 100000; ++i) {
+    connection->BeginTrans();
+    for (int row = 0; row < 2; ++row) {
+      adodb::Execute(*connection, u"INSERT INTO Bancos(Nombre) VALUES('{}')", QString(40, u'x'));
+    }
+    connection->CommitTrans();
+    std::puts("");
+    std::fflush(stdout);
+  }
+  return 0;
+}
+
+}  // namespace
+
+void tst_maintenance::ACopyIsWholeWhileOthersWrite() {
+  QProcess writer;
+  writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, Text()});
+  QVERIFY(writer.waitForReadyRead(30000));
+  for (int i = 0; i < 8; ++i) {
+    const QString file = Path(u"copia%1.db"_s.arg(i));
+    const database::CopySize size = database::CopyDatabase(Text(), file);
+    QCOMPARE(size.bytes, QFileInfo(file).size());
+    QVERIFY(size.rows > 249 + 52);
+    QVERIFY(!process::IsOpenToOthers(file));
+    QVERIFY(database::CheckDatabase(database::ConnectionStringForFile(file)).IsSound());
+    const int banks = BankCount(file).toInt();
+    QVERIFY2(banks > 0 && banks % 2 == 0, qPrintable(QString::number(banks)));
+  }
+  writer.kill();
+  QVERIFY(writer.waitForFinished());
+  // A copy is one file, whole in itself.
+  QCOMPARE(Files().filter(u"copia"_s).size(), 8);
+}
+
+void tst_maintenance::WhereNoCopyCanBeMade() {
+  const auto copy = [this](const QString& file) { return ErrorOf([&] { database::CopyDatabase(Text(), file); }); };
+  QCOMPARE(copy(Path({})), int(database::CannotOpen));
+  QCOMPARE(copy(Path(u"no/hay/copia.db"_s)), int(database::CannotOpen));
+  QVERIFY(!QFile::exists(Path(u"no"_s)));
+  Spoil(Path({}), "Bancos");
+  QCOMPARE(copy(Path(u"copia.db"_s)), int(database::DatabaseDamaged));
+  QCOMPARE(Files().filter(u"copia"_s), QStringList());
+}
+
+void tst_maintenance::ACopyCanBeStopped() {
+  const auto stop = [] { return true; };
+  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), stop); }), int(database::Stopped));
+  int asked = 0;
+  const auto later = [&] { return ++asked > 2; };
+  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), later); }), int(database::Stopped));
+  QCOMPARE(Files().filter(u"copia"_s), QStringList());
+}
+
+void tst_maintenance::RestoringKeepsWhatWasThere() {
+  database::CopyDatabase(Text(), Path(u"copia.db"_s));
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
+  QVERIFY(QFile::setPermissions(Path({}), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup));
+  m_database->Connection().Close();
+  const QString kept = database::RestoreDatabase(Path(u"copia.db"_s), Text());
+  QCOMPARE(BankCount(Path({})), u"0"_s);
+  QCOMPARE(BankCount(kept), u"1"_s);
+  QVERIFY(QFile::permissions(Path({})) & QFile::WriteGroup);
+  const QString second = database::RestoreDatabase(kept, Text());
+  QVERIFY(second != kept);
+  QCOMPARE(BankCount(Path({})), u"1"_s);
+  QCOMPARE(Files(),
+           QStringList({u"copia.db"_s, u"kel.db"_s, QFileInfo(kept).fileName(), QFileInfo(second).fileName()}));
+}
+
+void tst_maintenance::RestoringWhereNothingWas() {
+  const QString target = database::ConnectionStringForFile(Path(u"nueva.db"_s));
+  QCOMPARE(database::RestoreDatabase(Path({}), target), QString());
+  QCOMPARE(BankCount(Path(u"nueva.db"_s)), u"0"_s);
+  QVERIFY(!process::IsOpenToOthers(Path(u"nueva.db"_s)));
+}
+
+void tst_maintenance::OnlyASoundCopyIsRestored_data() {
+  QTest::addColumn<QByteArray>("bytes");
+  QTest::addColumn<int>("number");
+  QTest::newRow("text") << QByteArray(5000, 'x') << int(database::NotADatabase);
+  QTest::newRow("empty") << QByteArray() << int(database::NotOurDatabase);
+  QTest::newRow("damaged") << QByteArray("damage") << int(database::DatabaseDamaged);
+}
+
+void tst_maintenance::OnlyASoundCopyIsRestored() {
+  QFETCH(const QByteArray, bytes);
+  const QString copy = Path(u"copia.db"_s);
+  if (bytes == "damage") {
+    database::CopyDatabase(Text(), copy);
+    Spoil(copy, "Provincias");
+  } else {
+    QFile file(copy);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+  }
+  m_database->Connection().Close();
+  QTEST(ErrorOf([&] { database::RestoreDatabase(copy, Text()); }), "number");
+  QCOMPARE(Files(), QStringList({u"copia.db"_s, u"kel.db"_s}));
+  QVERIFY(database::CheckDatabase(Text()).IsSound());
+}
+
+void tst_maintenance::ADamagedFileIsReplaced() {
+  database::CopyDatabase(Text(), Path(u"copia.db"_s));
+  m_database->Connection().Close();
+  for (const bool wholly : {false, true}) {
+    if (wholly) {
+      QFile file(Path({}));
+      QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(9000, 'x')) == 9000);
+    } else {
+      Spoil(Path({}), "Paises");
+    }
+    QVERIFY(QFile::exists(database::RestoreDatabase(Path(u"copia.db"_s), Text())));
+    QVERIFY(database::CheckDatabase(Text()).IsSound());
+  }
+}
+
+void tst_maintenance::NothingIsRestoredUnderAnotherProgram() {
+  database::CopyDatabase(Text(), Path(u"copia.db"_s));
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
+  QCOMPARE(ErrorOf([&] { database::RestoreDatabase(Path(u"copia.db"_s), Text()); }), int(database::DatabaseLocked));
+  QCOMPARE(BankCount(Path({})), u"1"_s);
+  QCOMPARE(Files().filter(u"antes"_s), QStringList());
+}
+
+void tst_maintenance::Checks_data() {
+  QTest::addColumn<QByteArray>("statements");
+  QTest::addColumn<QString>("found");
+  const auto row = [](const char* name, const char* statements, const QString& found) {
+    QTest::newRow(name) << QByteArray(statements) << found;
+  };
+  row("sound", "", QString());
+  row("an index is missing", "DROP INDEX ix_Paises_Nombre_Eliminado",
+      u"indexes: Falta el índice «ix_Paises_Nombre_Eliminado» de la tabla Paises."_s);
+  row("a table is missing", "DROP TABLE Discos", u"integrity: Falta la tabla Discos."_s);
+  row("a reference to nowhere", "INSERT INTO Sucursales(codProvincia) VALUES(28),(99),(98)",
+      u"references: Sucursales.codProvincia: 2 registros apuntan a un registro de Provincias que no existe (el "
+      u"primero, "
+      "IDSucursal 2)."_s);
+  row("a deleted row may point anywhere", "INSERT INTO Sucursales(codProvincia, Eliminado) VALUES(99, -1)", QString());
+  row("a reference by part of a name", "INSERT INTO TipoDonativos(CodTipoDeduccionJuridica) VALUES(1),(77)",
+      u"references: TipoDonativos.CodTipoDeduccionJuridica: un registro apunta a un registro de TipoDeducciones que no "
+      "existe (el primero, IDTipoDonativo 2)."_s);
+  row("a long text", "UPDATE Paises SET Nombre=Nombre || printf('%.60c', 'x') WHERE IDPais IN (7, 9)",
+      u"lengths: Paises.Nombre: 2 textos tienen más de 50 caracteres (el primero, IDPais 7)."_s);
+}
+
+void tst_maintenance::Checks() {
+  QFETCH(const QByteArray, statements);
+  {
+    const database::SqliteHandle handle(database::ConnectionString(Text()), database::SqliteHandle::Missing::Refuse);
+    handle.Run(statements);
+  }
+  const database::Findings findings = database::CheckDatabase(Text());
+  QStringList lines;
+  const auto add = [&](const char* what, const QStringList& sentences) {
+    for (const QString& sentence : sentences) {
+      lines += QLatin1StringView(what) + u": "_s + sentence;
+    }
+  };
+  add("integrity", findings.integrity);
+  add("indexes", findings.indexes);
+  add("references", findings.references);
+  add("lengths", findings.lengths);
+  QTEST(lines.join(u'/'), "found");
+  QCOMPARE(database::QuickCheck(Text()), QStringList());
+}
+
+void tst_maintenance::AnIndexThatLiesIsFound() {
+  m_database->Connection().Close();
+  const auto backwards = [](void*, int firstSize, const void* first, int secondSize, const void* second) {
+    return -QByteArrayView(static_cast<const char*>(first), firstSize)
+                .compare(QByteArrayView(static_cast<const char*>(second), secondSize));
+  };
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path({})).constData(), &engine), SQLITE_OK);
+  QCOMPARE(sqlite3_create_collation(engine, "kel_es", SQLITE_UTF8, nullptr, backwards), SQLITE_OK);
+  QCOMPARE(sqlite3_exec(engine, "REINDEX ix_Provincias_Nombre_Eliminado", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(engine);
+  const database::Findings findings = database::CheckDatabase(Text());
+  QCOMPARE(findings.integrity, QStringList());
+  QVERIFY(!findings.indexes.isEmpty());
+  QVERIFY2(findings.indexes.first().startsWith(u"En el índice «ix_Provincias_Nombre_Eliminado» falta la fila"_s),
+           qPrintable(findings.indexes.join(u'\n')));
+}
+
+void tst_maintenance::AColumnNamesTheTableOfItsKey() {
+  const database::Schema& schema = database::Schema::Current();
+  QStringList none;
+  for (const database::Table& table : schema.Tables()) {
+    for (const database::Column& column : table.columns) {
+      if (column.type == database::ColumnType::Id && database::ReferredTable(schema, column) == nullptr) {
+        none += column.name;
+      }
+    }
+  }
+  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s}));
+  const database::Table* deductions = schema.FindTable(u"Deduccion_Comunidad");
+  QCOMPARE(database::ReferredTable(schema, *deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
+  QCOMPARE(database::ReferredTable(schema, *schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,
+           u"Emisores_Cuentas"_s);
+}
+
+void tst_maintenance::AnUncleanEndIsNoticed() {
+  QVERIFY(!database::WasLeftOpen(Text()));
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
+  // Somebody has it open.
+  QVERIFY(!database::WasLeftOpen(Text()));
+  m_database->Connection().Close();
+  QVERIFY(!database::WasLeftOpen(Text()));
+  QProcess writer;
+  writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, Text()});
+  QVERIFY(writer.waitForReadyRead(30000));
+  QVERIFY(!database::WasLeftOpen(Text()));
+  writer.kill();
+  QVERIFY(writer.waitForFinished());
+  QVERIFY(database::WasLeftOpen(Text()));
+  QCOMPARE(database::QuickCheck(Text()), QStringList());
+  Spoil(Path({}), "Paises");
+  QVERIFY(!database::QuickCheck(Text()).isEmpty());
+}
+
+KEL_TEST(tst_maintenance);
+KEL_TEST_HELPER(write, [](const QStringList& arguments) { return WriteAsHelper(arguments.value(0)); });
+
+#include "tst_maintenance.moc"
