@@ -11,6 +11,8 @@
 #include "platform/automation/Conversion.h"
 
 #include <QAction>
+#include <QComboBox>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>

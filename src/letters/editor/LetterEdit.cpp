@@ -6,6 +6,7 @@
 #include "letters/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
@@ -226,7 +227,9 @@ void LetterEdit::MoveByPage(QKeyEvent* event) {
 
 // QTextEdit lets the focus go to the next control only where Tab types nothing.
 void LetterEdit::LeaveByTab(bool forward) {
-  QAbstractScrollArea::focusNextPrevChild(forward);
+  setTabChangesFocus(true);
+  focusNextPrevChild(forward);
+  setTabChangesFocus(false);
 }
 
 void LetterEdit::wheelEvent(QWheelEvent* event) {
