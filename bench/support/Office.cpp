@@ -36,7 +36,12 @@ Office::Office() {
 }
 
 void Office::Select(int id) const {
+  m_services->setProperty("Accion", cConstAccion().Modificar());
   m_services->setProperty("IDSeleccionado", id);
+}
+
+void Office::Add() const {
+  m_services->setProperty("Accion", cConstAccion().Agregar());
 }
 
 void Office::ReadNative(const QByteArray& query) const {

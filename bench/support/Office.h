@@ -32,6 +32,8 @@ class Office {
   adodb::Connection& Connection() const { return *m_connection; }
   /// The next dialogs modify this record.
   void Select(int id) const;
+  /// The next dialogs add one.
+  void Add() const;
 
   const database::SqliteHandle& Native() const { return *m_native; }
   /// Reads every value of every row as what it is, a number or a text; there must be some.

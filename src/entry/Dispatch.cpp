@@ -79,10 +79,6 @@ Outcome Show(const Entry& entry) {
   if (entry.opening == Opening::GuardedLoadOfARecord && objApi().IDSeleccionado() == 0) {
     return Outcome::Done;
   }
-  if (entry.create == nullptr) {
-    ShowText(u"El formulario «%1» no está disponible en esta versión."_s.arg(entry.dialog), vbInformation);
-    return Outcome::Done;
-  }
   ShowInstance(entry, entry.opening == Opening::GuardedLoad || entry.opening == Opening::GuardedLoadOfARecord);
   return Outcome::Done;
 }
@@ -101,7 +97,7 @@ std::span<const Entry> Table() {
       Row(node.Bancos(), u"frmBanco"_s, GuardedLoad, CreateFrmBanco),
       Row(node.Sucursales(), u"frmSucursal"_s, Modal, CreateFrmSucursal),
       Row(node.Cabeceras(), u"frmCabecera"_s, Modal, CreateFrmCabecera),
-      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, nullptr),
+      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, CreateFrmCartaModelo),
       Row(node.Diocesis(), u"frmDiocesis"_s, Modal, CreateFrmDiocesis),
       Row(node.Emisores(), u"frmEmisor"_s, Modal, CreateFrmEmisor),
       Row(node.Paises(), u"frmPais"_s, Modal, CreateFrmPais),

@@ -25,7 +25,7 @@ struct Entry {
   QVariant node;
   QString dialog;
   Opening opening;
-  /// Makes the dialog; null for one that this version does not have.
+  /// Makes the dialog.
   std::unique_ptr<MaintenanceForm> (*create)();
   /// The dialog whose default instance is released afterwards.
   QString released;

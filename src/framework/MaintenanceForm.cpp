@@ -65,6 +65,7 @@ void MaintenanceForm::OnLoad() {
 void MaintenanceForm::LoadAsTheRequestSays() {
   try {
     CargarTextosFormulario(this);
+    AskInstallation();
     setWindowIcon(QIcon(objApi().Icono()));
     if (m_grid) {
       HostServices::Fresh().CargarAnchos(m_grid, WidthsKey(), m_card.name);
@@ -93,7 +94,9 @@ void MaintenanceForm::LockRecord(const QObjectList& more) {
     m_lockedKey = key;
   }
   if (heldElsewhere) {
-    services.BloquearControles(m_accept);
+    if (m_accept) {
+      services.BloquearControles(m_accept);
+    }
     for (QObject* control : more) {
       services.BloquearControles(control);
     }

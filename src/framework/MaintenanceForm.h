@@ -72,6 +72,8 @@ class MaintenanceForm : public Form {
 
   /// Connects the controls, each time that they have been made; no host, no database.
   virtual void Connect() = 0;
+  /// What a dialog reads about the installation, between its captions and its icon.
+  virtual void AskInstallation() {}
   /// Caption and record, by `objApi().Accion()`. False when the dialog refused and has told the user why; what it
   /// throws is told as the card says.
   virtual bool LoadRecord() = 0;
@@ -109,8 +111,9 @@ class MaintenanceForm : public Form {
   qint32 Id() const { return objApi().IDSeleccionado(); }
   const QString& Name() const { return m_card.name; }
 
-  /// Asks the host for the lock of the record `Id()`. When another user holds it, Accept and `more` are handed to the
-  /// host to be disabled. What was locked is released at the unload, whatever `IDSeleccionado` says by then.
+  /// Asks the host for the lock of the record `Id()`. When another user holds it, Accept, where `Buttons` was told of
+  /// one, and `more` are handed to the host to be disabled. What was locked is released at the unload, whatever
+  /// `IDSeleccionado` says by then.
   void LockRecord(const QObjectList& more = {});
 
   // The database: the shared connection. Errors pass through.

@@ -228,7 +228,12 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.Importe", "-6.5", "-6,5");
   row("Suscripciones.Importe", "'0,00005'", "0");
   row("Suscripciones.Importe", "'0,00015'", "0,0002");
-  row("Suscripciones.Importe", "'6.5'", "error 13");
+  row("Suscripciones.Importe", "'6.5'", "6,5");
+  row("Suscripciones.Importe", "'-.75 €'", "-0,75");
+  row("Suscripciones.Importe", "'1.234'", "1234");
+  row("Suscripciones.Importe", "'1234.567'", "1234,567");
+  row("Suscripciones.Importe", "'1.5,2'", "error 13");
+  row("Suscripciones.NumeroEjemplares", "'2.5'", "error 13");
   row("Suscripciones.Importe", "'1.2.3'", "error 13");
   row("Suscripciones.Importe", "'abc'", "error 13");
   row("Suscripciones.Importe", "''", "error 13");

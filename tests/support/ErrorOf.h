@@ -4,11 +4,11 @@
 
 namespace support {
 
-/// The number of the runtime error that `action` raises, 0 for none.
-template <typename Action>
-int ErrorOf(Action action) {
+/// The number of the runtime error that `work` raises, 0 for none.
+template <typename Work>
+int ErrorOf(Work work) {
   try {
-    action();
+    work();
   } catch (const automation::Error& error) {
     return error.Number();
   }

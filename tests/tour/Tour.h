@@ -39,6 +39,8 @@ class Tour {
   support::Driver& Windows() { return m_driver; }
   /// A dialog's picture, as NAME.png in the folder.
   void Picture(const support::DialogUser& dialog, const QString& name);
+  /// A path in the folder.
+  QString File(const QString& name) const { return m_folder + u'/' + name; }
   /// The first value of the first row, as a number.
   template <typename... Values>
   int Id(std::type_identity_t<adodb::Statement<Values...>> query, const Values&... values) {

@@ -12,7 +12,7 @@ void WalkTaxes(Tour& tour);
 void WalkPublications(Tour& tour);
 void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
+void WalkLetterEditor(Tour& tour);
 void WalkDeletions(Tour& tour);
-void WalkMissing(Tour& tour);
 
 }  // namespace tour

@@ -83,6 +83,17 @@ EngineValue Converted(qint64 value, Conversion conversion, QStringView written, 
   }
 }
 
+// A text's number. Where decimals are stored, a point that can't separate thousands is the decimal point: "2.5",
+// "0.75", but "1.234" is more than a thousand.
+std::optional<QByteArray> ReadNumber(QStringView text, Conversion conversion) {
+  std::optional<QByteArray> number = automation::SpanishNumber(text);
+  const bool takesDecimals = conversion == Conversion::Decimal || conversion == Conversion::Money;
+  if (!number && takesDecimals && text.count(u'.') == 1 && !text.contains(u',')) {
+    number = automation::SpanishNumber(text.toString().replace(u'.', u','));
+  }
+  return number;
+}
+
 // The words that mean a Boolean where a Boolean is stored.
 bool ReadBooleanWord(QStringView text, EngineValue& value) {
   const QStringView word = text.trimmed();
@@ -189,7 +200,7 @@ EngineValue ConvertText(QStringView text, Conversion conversion, const QString& 
   if (conversion == Conversion::Boolean && ReadBooleanWord(text, word)) {
     return word;
   }
-  const std::optional<QByteArray> digits = automation::SpanishNumber(text);
+  const std::optional<QByteArray> digits = ReadNumber(text, conversion);
   if (!digits) {
     throw NotANumber(text, column);
   }

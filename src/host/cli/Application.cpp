@@ -23,6 +23,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPalette>
 #include <QScopeGuard>
 #include <QTimer>
 #include <QTranslator>
@@ -61,6 +62,19 @@ void SetUpSpanish(QApplication& application) {
   auto* translator = new QTranslator(&application);
   if (translator->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(translator);
+  }
+}
+
+// The icons of tool bars where the desktop has no theme with them; texts stand in their place where this is missing,
+// too.
+void SetUpIcons() {
+  constexpr int middle = 128;
+  const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < middle;
+  const QString theme = isDark ? u"breeze-dark"_s : u"breeze"_s;
+  QIcon::setFallbackThemeName(theme);
+  // Without a theme of the desktop's own no fallback is looked for.
+  if (QIcon::themeName().isEmpty()) {
+    QIcon::setThemeName(theme);
   }
 }
 
@@ -140,6 +154,7 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
   if (line.dark) {
     UseDarkPalette();
   }
+  SetUpIcons();
   try {
     const std::unique_ptr<StartedSession> started = StartSession(line);
     return RunSession(line, *started);

@@ -1,0 +1,124 @@
+// The letter editor: opening a letter of 5 MB until it is painted beside reading it, a key in its middle, a new letter
+// beside the bank dialog, empty and with a bank of 10,000 branches.
+
+#include "banking/Dialogs.h"
+#include "letters/BigLetter.h"
+#include "letters/Dialogs.h"
+#include "letters/editor/LetterEdit.h"
+#include "letters/rtf/Rtf.h"
+#include "platform/adodb/Statement.h"
+#include "support/Office.h"
+#include "support/Race.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype letterBytes = 5'000'000;
+constexpr int rounds = 7;
+constexpr int keys = 50;
+constexpr int branches = 10'000;
+
+void Paint(MaintenanceForm& dialog) {
+  dialog.setWindowState(Qt::WindowNoState);
+  dialog.resize(1600, 1000);
+  dialog.show();
+  QCoreApplication::sendPostedEvents();
+  dialog.grab();
+}
+
+void Open(std::unique_ptr<MaintenanceForm> dialog) {
+  dialog->Load();
+  Paint(*dialog);
+  dialog->Unload();
+}
+
+void TypeInTheMiddle() {
+  const auto dialog = CreateFrmCartaModelo();
+  dialog->Load();
+  Paint(*dialog);
+  auto* letter = dialog->findChild<letters::LetterEdit*>(u"rtfCarta"_s);
+  QTextCursor middle = letter->textCursor();
+  middle.setPosition(letter->document()->characterCount() / 2);
+  const double moving = bench::Milliseconds([&] {
+    letter->setTextCursor(middle);
+    dialog->grab();
+  });
+  std::vector<double> times;
+  for (int i = 0; i < keys; ++i) {
+    times.push_back(bench::Milliseconds([&] {
+      QKeyEvent key(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, u"x"_s);
+      QApplication::sendEvent(letter, &key);
+      dialog->grab();
+    }));
+  }
+  std::printf(
+      "Going to its middle: %.1f ms; a key typed there until it is painted: %.1f ms (at most 50), slowest %.1f\n",
+      moving, bench::Median(times), *std::max_element(times.begin(), times.end()));
+  dialog->Unload();
+}
+
+int AddBank(adodb::Connection& connection) {
+  adodb::Transaction transaction(connection);
+  adodb::Execute(connection, u"INSERT INTO Bancos(Numero,Nombre) VALUES('9999','Grande')");
+  const int bank = adodb::Execute(connection, u"SELECT MAX(IDBanco) AS N FROM Bancos")->Field(0).toInt();
+  for (int i = 0; i < branches; ++i) {
+    adodb::Execute(connection, u"INSERT INTO Sucursales(codBanco,Codigo,Nombre) VALUES({},'{}','Oficina')", bank,
+                   QString::number(i).rightJustified(4, u'0'));
+  }
+  transaction.Commit();
+  return bank;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const bench::Office office;
+  const QByteArray bytes = bench::BigLetter(letterBytes);
+  const QString content = QString::fromLatin1(bytes);
+  adodb::Execute(office.Connection(), u"INSERT INTO CartasModelo(Nombre,Contenido) VALUES('Grande','{}')", content);
+  office.Select(
+      adodb::Execute(office.Connection(), u"SELECT MAX(IDCartaModelo) AS N FROM CartasModelo")->Field(0).toInt());
+
+  std::vector<bench::Contestant> opening{
+      {"the editor: load, paint, unload", [] { Open(CreateFrmCartaModelo()); }},
+      {"reading the letter",
+       [&] {
+         QTextDocument document;
+         rtf::Read(content, document);
+       }},
+  };
+  bench::Race(opening, rounds);
+  bench::Report("Opening a letter of 5 MB", opening, {2.0});
+  TypeInTheMiddle();
+
+  const int bank = AddBank(office.Connection());
+  std::vector<bench::Contestant> adding{
+      {"a new letter: load, paint, unload",
+       [&] {
+         office.Add();
+         Open(CreateFrmCartaModelo());
+       }},
+      {"a bank of 10,000 branches",
+       [&] {
+         office.Select(bank);
+         Open(CreateFrmBanco());
+       }},
+      {"a new bank",
+       [&] {
+         office.Add();
+         Open(CreateFrmBanco());
+       }},
+  };
+  bench::Race(adding, 4 * rounds);
+  bench::Report("A new letter", adding, {1.0, 1.0});
+  return 0;
+}

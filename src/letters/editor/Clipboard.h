@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTextCursor>
+
+class QMimeData;
+
+/// Rich text on its way through the clipboard.
+namespace letters {
+
+/// The selection as RTF, HTML and plain text. The HTML is made when somebody asks for it. The caller owns it.
+QMimeData* ToClipboard(const QTextCursor& selection);
+
+bool HasText(const QMimeData& data);
+/// The richest form of the contents as RTF: as it is, or made of HTML. Empty where there is only plain text. Nothing
+/// that HTML refers to is fetched or opened; its pictures are left out.
+QByteArray RtfFrom(const QMimeData& data);
+/// Plain text without characters that mean something else in a document.
+QString PlainFrom(const QMimeData& data);
+
+}  // namespace letters

@@ -1,0 +1,170 @@
+#include "letters/editor/LetterDesk.h"
+
+#include "framework/Messages.h"
+#include "framework/Platform.h"
+#include "letters/editor/CommonDialog.h"
+#include "letters/editor/EditorArea.h"
+#include "letters/editor/FieldMenu.h"
+#include "letters/editor/LetterPrinter.h"
+#include "letters/editor/LetterSearch.h"
+#include "letters/editor/LetterWindow.h"
+#include "letters/editor/MergeFields.h"
+#include "platform/automation/Error.h"
+#include "resources/StringTable.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QToolBar>
+
+using resources::LoadResString;
+using namespace Qt::StringLiterals;
+
+namespace letters {
+
+LetterDesk::LetterDesk(LetterWindow& window) : m_window(window), m_format(window) {
+  ConnectLetter();
+  connect(window.mnuCampos, &FieldMenu::CutChosen, this, [this] { Run(Command::Cut); });
+  connect(window.mnuCampos, &FieldMenu::CopyChosen, this, [this] { Run(Command::Copy); });
+  connect(window.mnuCampos, &FieldMenu::PasteChosen, this, [this] { Run(Command::Paste); });
+  connect(window.picFondo, &LetterPage::ZoomChanged, this, &LetterDesk::ShowZoom);
+  ShowZoom();
+}
+
+void LetterDesk::ConnectLetter() {
+  LetterEdit* letter = m_window.rtfCarta;
+  const auto show = [this] { m_format.ShowSelection(); };
+  connect(letter, &LetterEdit::selectionChanged, this, show);
+  connect(letter, &LetterEdit::cursorPositionChanged, this, show);
+  connect(letter, &LetterEdit::currentCharFormatChanged, this, show);
+  connect(letter, &LetterEdit::MenuWanted, this, &LetterDesk::OpenMenu);
+  connect(letter, &LetterEdit::FocusChanged, this, &LetterDesk::SetTabStops);
+}
+
+void LetterDesk::Run(Command command) {
+  LetterEdit* letter = m_window.rtfCarta;
+  if (m_format.Run(command)) {
+    return;
+  }
+  switch (command) {
+    case Command::Undo:
+      letter->undo();
+      break;
+    case Command::Redo:
+      letter->redo();
+      break;
+    case Command::Cut:
+      letter->cut();
+      break;
+    case Command::Copy:
+      letter->copy();
+      break;
+    case Command::Paste:
+      letter->paste();
+      break;
+    case Command::SelectAll:
+      letter->selectAll();
+      break;
+    case Command::ShowStandardBar:
+    case Command::ShowFormatBar:
+      ToggleBar(command);
+      break;
+    case Command::Find:
+      BuscarTexto();
+      break;
+    case Command::FindAgain:
+      FindAgain();
+      break;
+    case Command::CheckMarkers:
+      CheckMarkers();
+      break;
+    default:
+      break;
+  }
+}
+
+// The menu item has changed its mark by itself.
+void LetterDesk::ToggleBar(Command command) {
+  QToolBar* bar = command == Command::ShowStandardBar ? m_window.tlbEstandar : m_window.tlbFormato;
+  bar->setVisible(m_window.commands->Item(command)->isChecked());
+  m_window.area->Arrange();
+}
+
+void LetterDesk::OpenMenu(const QPoint& at) {
+  m_window.mnuCampos->Track(at);
+}
+
+// While the letter has the focus no text box takes it from the Tab key, which types a tab.
+void LetterDesk::SetTabStops(bool letterHasFocus) {
+  const QList<QLineEdit*> boxes = m_window.area->findChildren<QLineEdit*>();
+  for (QLineEdit* box : boxes) {
+    if (qobject_cast<QComboBox*>(box->parentWidget()) == nullptr) {
+      box->setFocusPolicy(letterHasFocus ? Qt::ClickFocus : Qt::StrongFocus);
+    }
+  }
+}
+
+void LetterDesk::BuscarTexto() {
+  const std::optional<QString> text =
+      Platform::Current().InputBox(LoadResString(3139), objApi().tituloaplicacion(), m_lastSearch);
+  if (!text) {
+    return;
+  }
+  m_lastSearch = *text;
+  if (!m_lastSearch.isEmpty()) {
+    ShowFound(FindText(m_window.rtfCarta->textCursor(), m_lastSearch));
+  }
+}
+
+void LetterDesk::FindAgain() {
+  if (m_lastSearch.isEmpty()) {
+    BuscarTexto();
+  } else {
+    ShowFound(FindNextText(m_window.rtfCarta->textCursor(), m_lastSearch));
+  }
+}
+
+void LetterDesk::ShowFound(const QTextCursor& found) {
+  if (found.isNull()) {
+    ShowMessageWithBeep(3140, vbInformation);
+  } else {
+    m_window.rtfCarta->setTextCursor(found);
+  }
+}
+
+void LetterDesk::CheckMarkers() {
+  const QStringList unknown = UnknownMarkers(m_window.rtfCarta->toPlainText(), KnownMarkers());
+  if (unknown.isEmpty()) {
+    ShowText(u"Todas las palabras entre corchetes de la carta son campos conocidos."_s, vbInformation);
+  } else {
+    ShowText(u"Estas palabras entre corchetes no son campos y se imprimirán como están:\n\n"_s + unknown.join(u'\n'),
+             vbExclamation);
+  }
+}
+
+void LetterDesk::ShowZoom() {
+  m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
+}
+
+void LetterDesk::Print(const Margins& margins, const QString& title) {
+  try {
+    const QTextCursor selection = m_window.rtfCarta->textCursor();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setDocName(title);
+    if (!m_window.dlgCarta->ShowPrinter(printer, selection.hasSelection())) {
+      return;
+    }
+    if (printer.printRange() == QPrinter::Selection) {
+      PrintSelection(selection, margins, printer);
+    } else {
+      PrintLetter(*m_window.rtfCarta->document(), margins, printer);
+    }
+  } catch (const std::exception&) {
+    automation::Err().Clear();
+  }
+}
+
+}  // namespace letters

@@ -1,0 +1,262 @@
+#include "letters/editor/LetterEdit.h"
+
+#include "letters/editor/Clipboard.h"
+#include "letters/editor/Formatting.h"
+#include "letters/editor/ParagraphRange.h"
+#include "letters/rtf/Rtf.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTextList>
+
+using namespace Qt::StringLiterals;
+
+namespace letters {
+
+namespace {
+
+// A notch of the wheel, in the eighths of a degree that its events count.
+constexpr int wheelNotch = 120;
+// RTF's own distance of tab stops, half an inch, in pixels of a document.
+constexpr double defaultTabs = 48;
+
+// In half-points.
+constexpr int caretWidth = 2;
+
+void ClearPageBreak(const QTextCursor& cursor) {
+  ChangeParagraphs(cursor, [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
+}
+
+QRect Scaled(const QRectF& rect, double factor) {
+  return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
+}
+
+// Empty, with the settings that what is read into it must find. Letters keep their widths at any size on the screen.
+std::unique_ptr<QTextDocument> NewDocument(QFont font) {
+  auto document = std::make_unique<QTextDocument>();
+  font.setHintingPreference(QFont::PreferNoHinting);
+  document->setDefaultFont(font);
+  document->setDocumentMargin(0);
+  document->setUseDesignMetrics(true);
+  return document;
+}
+
+}  // namespace
+
+LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale(logicalDpiX())) {
+  setFrameStyle(QFrame::NoFrame);
+  setViewportMargins(0, 0, 0, 0);
+  setContextMenuPolicy(Qt::PreventContextMenu);
+  setAcceptRichText(true);
+  setLineWrapMode(QTextEdit::FixedPixelWidth);
+  setCursorWidth(caretWidth);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // Hidden, they would move the text all the same.
+  for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
+    connect(bar, &QScrollBar::rangeChanged, bar, [bar] { bar->setRange(0, 0); });
+  }
+  connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
+  connect(this, &QTextEdit::cursorPositionChanged, this, &LetterEdit::ShowCaretNow);
+  Start(font());
+}
+
+// The document refers to the device that it is laid out for.
+LetterEdit::~LetterEdit() {
+  document()->documentLayout()->setPaintDevice(nullptr);
+}
+
+rtf::Report LetterEdit::Load(const QString& content) {
+  auto letter = NewDocument(document()->defaultFont());
+  const rtf::Report report = rtf::Read(content, *letter);
+  Show(letter.release());
+  return report;
+}
+
+void LetterEdit::Start(const QFont& font) {
+  auto letter = NewDocument(font);
+  QTextOption option = letter->defaultTextOption();
+  option.setTabStopDistance(defaultTabs);
+  letter->setDefaultTextOption(option);
+  Show(letter.release());
+}
+
+void LetterEdit::Show(QTextDocument* letter) {
+  letter->setParent(this);
+  const double tabs = letter->defaultTextOption().tabStopDistance();
+  const QPointer<QTextDocument> before = document();
+  letter->documentLayout()->setPaintDevice(&m_device);
+  setDocument(letter);
+  setTabStopDistance(tabs);
+  letter->setModified(false);
+  const QAbstractTextDocumentLayout* layout = letter->documentLayout();
+  connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
+          [this](const QSizeF& size) { Q_EMIT HeightChanged(FromHalfPoints(size.height())); });
+  connect(layout, &QAbstractTextDocumentLayout::update, this, &LetterEdit::Repaint);
+  if (before && before->parent() == this) {
+    delete before;
+  }
+}
+
+QString LetterEdit::Content() const {
+  return rtf::WriteText(*document());
+}
+
+void LetterEdit::SetTextWidth(Twips width) {
+  // Also for the same width the base class would lay the whole letter out again.
+  if (const int halfPoints = std::max(1, ToHalfPoints(width)); halfPoints != lineWrapColumnOrWidth()) {
+    setLineWrapColumnOrWidth(halfPoints);
+  }
+}
+
+void LetterEdit::SetScale(Scale scale) {
+  m_scale = scale;
+  viewport()->update();
+}
+
+double LetterEdit::PixelsPerHalfPoint() const {
+  return m_scale.pixelsPerTwip * FromHalfPoints(1).count;
+}
+
+QRect LetterEdit::CaretRect() const {
+  return Scaled(cursorRect(), PixelsPerHalfPoint());
+}
+
+void LetterEdit::TypeText(const QString& text) {
+  QTextCursor cursor = textCursor();
+  // A block of its own, or undo would take what was typed around it back, too.
+  cursor.beginEditBlock();
+  cursor.insertText(text);
+  cursor.endEditBlock();
+  ensureCursorVisible();
+}
+
+rtf::Report LetterEdit::ReplaceAll(const QByteArray& content) {
+  QTextCursor all(document());
+  all.select(QTextCursor::Document);
+  return rtf::Insert(content, all);
+}
+
+QMimeData* LetterEdit::createMimeDataFromSelection() const {
+  return ToClipboard(textCursor());
+}
+
+bool LetterEdit::canInsertFromMimeData(const QMimeData* source) const {
+  return HasText(*source);
+}
+
+void LetterEdit::insertFromMimeData(const QMimeData* source) {
+  if (const QByteArray content = RtfFrom(*source); !content.isEmpty()) {
+    QTextCursor cursor = textCursor();
+    const rtf::Report report = rtf::Insert(content, cursor);
+    if (report.outcome == rtf::Outcome::Refused) {
+      Q_EMIT PasteRefused(report.reason);
+    } else {
+      setTextCursor(cursor);
+    }
+  } else {
+    PasteText(PlainFrom(*source));
+  }
+  ensureCursorVisible();
+}
+
+// A page break belongs to the paragraph that begins the page, not to those that are made of it.
+void LetterEdit::PasteText(const QString& text) {
+  QTextCursor cursor = textCursor();
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  const int start = cursor.position();
+  cursor.insertText(text);
+  QTextCursor added(document());
+  added.setPosition(start);
+  added.movePosition(QTextCursor::NextBlock);
+  if (added.position() > start && added.position() <= cursor.position()) {
+    added.setPosition(cursor.position(), QTextCursor::KeepAnchor);
+    ClearPageBreak(added);
+  }
+  cursor.endEditBlock();
+  setTextCursor(cursor);
+}
+
+void LetterEdit::keyPressEvent(QKeyEvent* event) {
+  const bool control = (event->modifiers() & Qt::ControlModifier) != 0;
+  const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+  if (control && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
+    LeaveByTab(event->key() == Qt::Key_Tab);
+  } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
+  } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
+    BreakParagraph();
+  } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
+    MoveByPage(event);
+  } else {
+    QTextEdit::keyPressEvent(event);
+  }
+}
+
+// Return in an empty item ends the list. In an empty paragraph the base class would take its format away instead of
+// making another one. A page break stays with the paragraph that begins the page.
+void LetterEdit::BreakParagraph() {
+  QTextCursor cursor = textCursor();
+  if (cursor.block().textList() != nullptr && cursor.block().length() == 1) {
+    LeaveList(*this);
+    return;
+  }
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  cursor.insertBlock();
+  ClearPageBreak(cursor);
+  cursor.endEditBlock();
+  setTextCursor(cursor);
+}
+
+void LetterEdit::MoveByPage(QKeyEvent* event) {
+  const int step = ToHalfPoints(m_pageStep);
+  const bool down = event->key() == Qt::Key_PageDown;
+  const bool keepsAnchor = (event->modifiers() & Qt::ShiftModifier) != 0;
+  const QPoint target = cursorRect().center() + QPoint(0, down ? step : -step);
+  QTextCursor cursor = textCursor();
+  cursor.setPosition(cursorForPosition(target).position(),
+                     keepsAnchor ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+  setTextCursor(cursor);
+}
+
+// QTextEdit lets the focus go to the next control only where Tab types nothing.
+void LetterEdit::LeaveByTab(bool forward) {
+  setTabChangesFocus(true);
+  focusNextPrevChild(forward);
+  setTabChangesFocus(false);
+}
+
+void LetterEdit::wheelEvent(QWheelEvent* event) {
+  if ((event->modifiers() & Qt::ControlModifier) == 0) {
+    // It is the ground that scrolls.
+    QCoreApplication::sendEvent(parentWidget(), event);
+    return;
+  }
+  m_wheel += event->angleDelta().y();
+  if (const int steps = m_wheel / wheelNotch; steps != 0) {
+    m_wheel -= steps * wheelNotch;
+    Q_EMIT ZoomWanted(steps);
+  }
+  event->accept();
+}
+
+void LetterEdit::focusInEvent(QFocusEvent* event) {
+  QTextEdit::focusInEvent(event);
+  ShowCaretNow();
+  Q_EMIT FocusChanged(true);
+}
+
+void LetterEdit::focusOutEvent(QFocusEvent* event) {
+  QTextEdit::focusOutEvent(event);
+  m_blink.stop();
+  viewport()->update();
+  Q_EMIT FocusChanged(false);
+}
+
+}  // namespace letters

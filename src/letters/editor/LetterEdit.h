@@ -1,0 +1,95 @@
+#pragma once
+
+#include "letters/editor/HalfPoints.h"
+#include "letters/editor/PageGeometry.h"
+#include "letters/rtf/Report.h"
+
+#include <QBasicTimer>
+#include <QTextEdit>
+
+namespace letters {
+
+/// The letter: a rich-text box whose clipboard speaks RTF, laid out by the measures of the paper, so that its lines are
+/// those that the printer makes, at any zoom. It has no scroll bars of its own: whoever shows it gives it the size of
+/// its text and moves it.
+///
+/// Its document is laid out in half-points; what the base class says of places in the text (cursorRect,
+/// cursorForPosition) counts in them.
+class LetterEdit : public QTextEdit {
+  Q_OBJECT
+
+ public:
+  explicit LetterEdit(QWidget* parent = nullptr);
+  ~LetterEdit() override;
+
+  /// Shows a letter as it is stored. A refused one leaves an empty letter.
+  rtf::Report Load(const QString& content);
+  /// An empty letter in that font.
+  void Start(const QFont& font);
+  /// The letter as it is stored: what was loaded, to the character, while it is unchanged.
+  QString Content() const;
+
+  /// Breaks the lines at this width.
+  void SetTextWidth(Twips width);
+  /// How large the letter is painted; no measure of it changes.
+  void SetScale(Scale scale);
+  /// The height that Page Up and Page Down go.
+  void SetPageStep(Twips height) { m_pageStep = height; }
+  /// Where the caret is, in pixels.
+  QRect CaretRect() const;
+
+  /// Types a text at the caret with its format, in place of the selection, as one step of undo.
+  void TypeText(const QString& text);
+  /// Replaces the whole letter, as one step of undo.
+  rtf::Report ReplaceAll(const QByteArray& content);
+
+ Q_SIGNALS:
+  /// The right button was released over the letter, or the menu key pressed; a place of the screen.
+  void MenuWanted(const QPoint& at);
+  /// The wheel turned with Ctrl held: steps inward are positive.
+  void ZoomWanted(int steps);
+  /// The text became this high.
+  void HeightChanged(letters::Twips height);
+  /// What was pasted was refused; why, for the user.
+  void PasteRefused(const QString& reason);
+  /// Beside the signals of the text: it got the focus, or lost it.
+  void FocusChanged(bool hasFocus);
+
+ protected:
+  QMimeData* createMimeDataFromSelection() const override;
+  bool canInsertFromMimeData(const QMimeData* source) const override;
+  void insertFromMimeData(const QMimeData* source) override;
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void Show(QTextDocument* letter);
+  void Repaint(const QRectF& halfPoints);
+  void ShowCaretNow();
+  double PixelsPerHalfPoint() const;
+  void BreakParagraph();
+  void MoveByPage(QKeyEvent* event);
+  void LeaveByTab(bool forward);
+  void PasteText(const QString& text);
+
+  HalfPointDevice m_device;
+  Scale m_scale;
+  Twips m_pageStep;
+  int m_wheel = 0;
+  QBasicTimer m_blink;
+  bool m_caretShows = false;
+};
+
+}  // namespace letters

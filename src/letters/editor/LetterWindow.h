@@ -1,0 +1,50 @@
+#pragma once
+
+#include "letters/editor/LetterEdit.h"
+#include "letters/editor/LetterPage.h"
+
+class QComboBox;
+class QDialog;
+class QLabel;
+class QLineEdit;
+class QMenuBar;
+class QPushButton;
+class QToolBar;
+
+namespace letters {
+
+class Commands;
+class CommonDialog;
+class EditorArea;
+class FieldMenu;
+
+/// The controls of the letter editor.
+struct LetterWindow {
+  void setupUi(QDialog* window);
+
+  Commands* commands = nullptr;
+  EditorArea* area = nullptr;
+  FieldMenu* mnuCampos = nullptr;
+  LetterPage* picFondo = nullptr;
+  LetterEdit* rtfCarta = nullptr;
+  QToolBar* tlbEstandar = nullptr;
+  QToolBar* tlbFormato = nullptr;
+  QComboBox* cboFuentes = nullptr;
+  QComboBox* cboTamaño = nullptr;
+  QLineEdit* txtMargenIzdo = nullptr;
+  QLineEdit* txtMargenDcho = nullptr;
+  CommonDialog* dlgCarta = nullptr;
+  /// Under the page: a letter that could not be saved, the check of markers, the zoom.
+  QPushButton* cmdRecuperar = nullptr;
+  QPushButton* cmdDescartar = nullptr;
+  QPushButton* cmdComprobar = nullptr;
+  QLabel* lblZoom = nullptr;
+
+ private:
+  void CreateBars(QDialog* window, QMenuBar* menus);
+  void ServeWhileHeld(const QDialog& window) const;
+  QWidget* CreateStrip();
+  QWidget* CreateMargins(QWidget* parent);
+};
+
+}  // namespace letters
