@@ -25,10 +25,11 @@ namespace {
 
 using Instances = std::map<QString, std::unique_ptr<MaintenanceForm>>;
 
-// A dialog's default instance is made by its first use and lives until it is released.
+// A dialog's default instance is made by its first use and lives until it is released. One that never is stays when the
+// program ends: the application, which windows need, is gone before them.
 Instances& DefaultInstances() {
-  static Instances instances;
-  return instances;
+  static auto* instances = new Instances;
+  return *instances;
 }
 
 MaintenanceForm& DefaultInstance(const Entry& entry) {
