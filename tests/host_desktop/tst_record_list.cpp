@@ -61,6 +61,7 @@ class tst_record_list : public QObject {
   void ReadAnewInItsPlace();
   void SortingKeepsTheSelectedRecord();
   void RefreshKeepsSelectionAndPlace();
+  void AnotherOrderWhileTheRecordsAreRead();
   void DeletedSelectionGivesItsPlaceToTheNext();
   void SearchKeepsTheSelectedRecord();
   void TypingFindsByTheName_data();
@@ -201,6 +202,18 @@ void tst_record_list::RefreshKeepsSelectionAndPlace() {
   QCOMPARE(list.Records().IdAt(list.rowAt(0)), 502);
 }
 
+void tst_record_list::AnotherOrderWhileTheRecordsAreRead() {
+  const QList<host::ListColumn> columns = {{u"Nombre"_s}, {u"N"_s, ColumnKind::Number}};
+  RecordData records(columns);
+  records.Append(1, {u"a"_s, 9});
+  records.Append(2, {u"b"_s, 5});
+  host::RecordList list;
+  list.Show(records);
+  list.sortByColumn(1, Qt::AscendingOrder);
+  list.Refresh(SortedRecords(records, 0));
+  QCOMPARE(Shown(list.Records()), QStringList({u"b"_s, u"a"_s}));
+}
+
 void tst_record_list::DeletedSelectionGivesItsPlaceToTheNext() {
   host::RecordList list;
   list.Show(Numbered(1, 10));
@@ -241,6 +254,7 @@ void tst_record_list::TypingFindsByTheName_data() {
   QTest::addColumn<int>("id");
   QTest::newRow("accents and case") << u"avi"_s << 2;
   QTest::newRow("accents typed") << u"ÁL"_s << 1;
+  QTest::newRow("from the next row") << u"a"_s << 2;
   QTest::newRow("from the row that is chosen, around") << u"z"_s << 4;
   QTest::newRow("one letter goes on") << u"lll"_s << 6;
   QTest::newRow("blanks") << u"la r"_s << 5;
