@@ -42,10 +42,13 @@ ComboSearch::ComboSearch(QComboBox* combo) : QObject(combo), m_combo(combo) {
 }
 
 bool ComboSearch::eventFilter(QObject* watched, QEvent* event) {
-  if (m_combo->isEditable()) {
-    return false;
+  // A list that is being destroyed gets events, too, and must not be asked.
+  const QEvent::Type type = event->type();
+  if ((type != QEvent::FocusIn && type != QEvent::MouseButtonPress && type != QEvent::KeyPress) ||
+      m_combo->isEditable()) {
+    return QObject::eventFilter(watched, event);
   }
-  switch (event->type()) {
+  switch (type) {
     case QEvent::FocusIn:
     case QEvent::MouseButtonPress:
       // The open list takes the keys itself. It is made when it is first asked for.

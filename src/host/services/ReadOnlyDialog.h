@@ -4,7 +4,6 @@
 
 #include <QDialog>
 #include <QObjectList>
-#include <QPointer>
 
 class QAction;
 class QLabel;
@@ -39,7 +38,7 @@ class ReadOnlyDialog : public QObject {
   /// left.
   void TryAgain();
 
-  QPointer<QDialog> m_dialog;
+  QDialog* m_dialog;  ///< Outlives this object, which belongs to one of its controls.
   Session& m_session;
   std::optional<LockHolder> m_holder;
   QLabel* m_reason = nullptr;

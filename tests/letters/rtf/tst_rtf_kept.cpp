@@ -74,7 +74,7 @@ void tst_rtf_kept::afterAnEdit_data() {
   same("footnote", "{\\footnote{\\super 1} nota}");
   same("bookmark", "{\\*\\bkmkstart sitio}");
   same("metafile", "{\\pict\\wmetafile8\\picw10\\pich10 0100\r\n0900}");
-  same("binary picture", QByteArray("{\\pict\\pngblip\\bin5 }{\\\0}", 27) + "}");
+  same("binary picture", QByteArray("{\\pict\\pngblip\\bin5 }{\\\0}", 25) + "}");
   same("both pictures", "{\\*\\shppict{\\pict\\pngblip 00}}{\\nonshppict{\\pict\\wmetafile8 01}}");
   same("object", "{\\object\\objemb{\\*\\objclass X}{\\*\\objdata 0105}}");
   same("drawing", "{\\shp{\\*\\shpinst{\\sp{\\sn a}{\\sv b}}}}");
