@@ -3,9 +3,9 @@
 
 #include "database/Database.h"
 #include "database/sqlite/SqliteHandle.h"
-#include "host/desktop/RecordFilter.h"
 #include "host/desktop/RecordReader.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/FoldForSearch.h"
 #include "support/Race.h"
 
 #include <QTemporaryDir>
@@ -22,7 +22,7 @@ constexpr int hostileRows = 12;
 void BenchFolding() {
   const QString text = u"áéíóúñÁÜç "_s.repeated(100'000);
   std::vector<bench::Contestant> contestants{
-      {"folding", [&] { host::FoldForSearch(text); }},
+      {"folding", [&] { texts::FoldForSearch(text); }},
       {"the toolkit's change of case alone", [&] { Q_UNUSED(text.toCaseFolded()) }},
   };
   bench::Race(contestants, rounds);

@@ -1,6 +1,7 @@
 #include "framework/ComboSearch.h"
 
 #include "framework/Platform.h"
+#include "platform/text/FoldForSearch.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -18,13 +19,9 @@ constexpr std::chrono::milliseconds pauseThatEndsASearch{1500};
 
 // Small letters without their marks; what is no letter or digit is a blank.
 QString Folded(const QString& text) {
-  QString folded;
-  const QString decomposed = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
-  for (const QChar character : decomposed) {
-    if (!character.isMark()) {
-      folded += character.isLetterOrNumber() || character.isSurrogate() ? character : QChar(u' ');
-    }
-  }
+  QString folded = texts::FoldForSearch(text);
+  std::ranges::replace_if(
+      folded, [](QChar c) { return !c.isLetterOrNumber() && !c.isSurrogate(); }, QChar(u' '));
   return folded;
 }
 

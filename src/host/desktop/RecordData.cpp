@@ -1,7 +1,7 @@
 #include "host/desktop/RecordData.h"
 
-#include "host/desktop/RecordFilter.h"
 #include "platform/automation/Conversion.h"
+#include "platform/text/FoldForSearch.h"
 
 #include <QCollator>
 #include <QDateTime>
@@ -112,7 +112,7 @@ void RecordData::Append(int id, const QList<QVariant>& values) {
     // Words are searched without blanks, so that none is found across two columns.
     searched += u'\n';
   }
-  m_searchTexts.push_back(FoldForSearch(searched));
+  m_searchTexts.push_back(texts::FoldForSearch(searched));
 }
 
 void RecordData::Append(const RecordData& other) {

@@ -1,5 +1,7 @@
 #include "host/desktop/RecordModel.h"
 
+#include "platform/text/FoldForSearch.h"
+
 #include <QSet>
 #include <QThreadPool>
 
@@ -79,7 +81,7 @@ int RecordModel::RowOf(int id) const {
 }
 
 int RecordModel::Find(const QString& typed, int column, int from) const {
-  const QString folded = FoldForSearch(typed);
+  const QString folded = texts::FoldForSearch(typed);
   const int count = rowCount();
   for (int i = 0; i < count; ++i) {
     const int row = (from + i) % count;
