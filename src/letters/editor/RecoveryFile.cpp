@@ -1,5 +1,7 @@
 #include "letters/editor/RecoveryFile.h"
 
+#include "platform/process/PrivateFiles.h"
+
 #include <QDir>
 #include <QRegularExpression>
 #include <QSaveFile>
@@ -42,7 +44,7 @@ std::optional<Rescued> Parse(const QString& fileName) {
 
 bool Rescue(const QByteArray& content, qint32 record, const QString& name) {
   const QString folder = Folder();
-  if (!QDir().mkpath(folder) ||
+  if (!process::CreatePrivateFolder(folder) ||
       !QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
     return false;
   }
