@@ -4,6 +4,7 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/RecordReader.h"
+#include "host/desktop/WindowMemory.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
@@ -123,10 +124,10 @@ void MainWindow::SetUpStrips() {
     strip("lblDemonstration", u"Demostración: los datos son inventados."_s, u"Demostración"_s);
   }
   if (m_texts.readOnly) {
-    strip(
-        "lblReadOnly",
-        u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren sin «Aceptar»."_s,
-        u"solo lectura"_s);
+    strip("lblReadOnly",
+          u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren "
+          "sin «Aceptar»."_s,
+          u"solo lectura"_s);
   }
 }
 
@@ -137,7 +138,8 @@ void MainWindow::ShowNode(const Node& node) {
   m_readFailed = false;
   m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  const ListLayout layout = LayoutOf(node);
+  const ListLayout layout =
+      LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
   m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
@@ -151,14 +153,10 @@ void MainWindow::ShowList(SortedRecords& records) {
   } else {
     m_shown = true;
     m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
-    m_ui->recordList->SetColumnWidths(LayoutOf(*m_node).widths);
+    m_ui->recordList->SetColumnWidths(m_ui->recordList->ChosenWidths());
   }
   Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
-}
-
-ListLayout MainWindow::LayoutOf(const Node& node) const {
-  return LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
 }
 
 void MainWindow::ShowReadError(const automation::Error& error) {
@@ -184,7 +182,12 @@ void MainWindow::Add() {
     for (int row = 0; row < added.Size(); ++row) {
       ids.append(added.Id(row));
     }
-    ShowChanged(ids, ids.isEmpty() ? ids : QList<int>{*std::max_element(ids.cbegin(), ids.cend())});
+    const QList<int> youngest = ids.isEmpty() ? ids : QList<int>{*std::max_element(ids.cbegin(), ids.cend())};
+    if (!ids.isEmpty() && !ReadsAllAnew(youngest)) {
+      m_ui->recordList->Update(ids, added);
+      Select(youngest);
+      UpdateState();
+    }
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido leer la base de datos."_s, error);
   }
@@ -318,13 +321,7 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::ShowChanged(const QList<int>& ids, const QList<int>& selected) {
-  if (m_bridge.IsEnding() || ids.isEmpty()) {
-    return;
-  }
-  if (!m_shown || m_loader.IsLoading()) {
-    // What is being read may be older than the change.
-    m_selectWhenRead = selected;
-    Refresh();
+  if (m_bridge.IsEnding() || ids.isEmpty() || ReadsAllAnew(selected)) {
     return;
   }
   try {
@@ -334,6 +331,15 @@ void MainWindow::ShowChanged(const QList<int>& ids, const QList<int>& selected) 
   }
   Select(selected);
   UpdateState();
+}
+
+bool MainWindow::ReadsAllAnew(const QList<int>& selected) {
+  if (m_shown && !m_loader.IsLoading()) {
+    return false;
+  }
+  m_selectWhenRead = selected;
+  Refresh();
+  return true;
 }
 
 void MainWindow::Select(const QList<int>& ids) {

@@ -5,7 +5,6 @@
 #include "host/desktop/DeletionLog.h"
 #include "host/desktop/NodeCatalog.h"
 #include "host/desktop/RecordLoader.h"
-#include "host/desktop/WindowMemory.h"
 
 #include <QMainWindow>
 #include <QString>
@@ -75,8 +74,9 @@ class MainWindow : public QMainWindow {
   void ShowReadError(const automation::Error& error);
   /// Reads these records again, and selects those given.
   void ShowChanged(const QList<int>& ids, const QList<int>& selected = {});
+  /// True when the list is still being read: what comes may be older than a change, so it is read from the beginning.
+  bool ReadsAllAnew(const QList<int>& selected);
   void Select(const QList<int>& ids);
-  ListLayout LayoutOf(const Node& node) const;
   QList<DeletionTarget> SelectedTargets() const;
   void DeleteTargets(const QList<DeletionTarget>& targets);
   /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
