@@ -57,7 +57,7 @@ void EditEverything(support::Driver& driver, const DialogUser& dialog) {
 // Edits the bank of a database file and dies when the write has come to its last statement.
 int DieWhileWriting(const QString& file, int bank) {
   TestHost host(file);
-  host.connection().SetHook([](const QString& text) {
+  host.Recording().SetHook([](const QString& text) {
     if (text.startsWith(u"UPDATE Sucursales SET Eliminado")) {
       raise(SIGKILL);
     }
@@ -109,7 +109,7 @@ class tst_bank_faults : public QObject {
         dialog.Type("txtBanco_1", u"Nuevo"_s);
         dialog.Press("cmdBanco_0");
       }
-      host.connection().SetHook([&](const QString& text) {
+      host.Recording().SetHook([&](const QString& text) {
         entry = text == u"BEGIN" ? 0 : entry < 0 ? -1 : entry + 1;
         if (entry == failing && !failed) {
           failed = true;
@@ -133,7 +133,7 @@ class tst_bank_faults : public QObject {
     TestHost host;
     const int bank = MakeBank(host);
     const QStringList before = Everything(host);
-    host.connection().SetHook([](const QString& text) {
+    host.Recording().SetHook([](const QString& text) {
       if (text == u"COMMIT") {
         throw automation::Error(-2147467259, u"se cortó"_s);
       }
@@ -197,10 +197,10 @@ class tst_bank_faults : public QObject {
   // Another user takes the number between this dialog's check and its write.
   void TheSameNumberAtTheSameMoment() {
     TestHost host;
-    host.connection().SetHook([&](const QString& text) {
+    host.Recording().SetHook([&](const QString& text) {
       if (text == u"BEGIN") {
         host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0300','El otro')");
-        host.connection().SetHook({});
+        host.Recording().SetHook({});
       }
     });
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {

@@ -92,7 +92,7 @@ class tst_banks : public QObject {
     const int madrid = host.Id(u"SELECT IDProvincia FROM Provincias WHERE Nombre='Madrid'");
     const QString insert =
         u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, codProvincia, codPais) VALUES("_s;
-    const QStringList log = host.connection().Log();
+    const QStringList log = host.Recording().Log();
     QCOMPARE(log.mid(log.indexOf(u"BEGIN"_s) - 1),
              (QStringList{u"SELECT Bancos.IDBanco FROM Bancos WHERE Bancos.Eliminado=0 AND Bancos.Numero='0049' "
                           "AND Bancos.IDBanco<>0"_s,
@@ -124,7 +124,7 @@ class tst_banks : public QObject {
       QTest::keyClick(dialog.Find("msgSucursales"), Qt::Key_Insert);
       QCOMPARE(Grid(dialog).size(), 3);
       // Nothing is written before Accept.
-      QCOMPARE(host.connection().Writes().filter(u"Sucursales"_s), QStringList());
+      QCOMPARE(host.Recording().Writes().filter(u"Sucursales"_s), QStringList());
       dialog.Press("cmdBanco_3");
     });
     host.driver.On("frmSucursal", [](const DialogUser& dialog) {
@@ -140,7 +140,7 @@ class tst_banks : public QObject {
     const int second = idOf(u"0002"_s);
     const QString gone = u"%1,%2"_s.arg(idOf(u"0003"_s)).arg(idOf(u"0004"_s));
     EXPECT_CLEAN(host, host.PasarDatos(node.Bancos(), action.Modificar(), bank));
-    const QStringList writes = host.connection().Writes().filter(u"Sucursales"_s);
+    const QStringList writes = host.Recording().Writes().filter(u"Sucursales"_s);
     QCOMPARE(writes.value(0),
              u"UPDATE Sucursales SET Codigo='0002',Nombre='Oficina 0002',Direccion='',"
              "Poblacion='Ávila',CP='',codProvincia=0,codPais=35WHERE "
@@ -206,11 +206,11 @@ class tst_banks : public QObject {
     TestHost host;
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
       dialog.Press("cmdBanco_0");
-      host.connection().Clear();
+      host.Recording().Clear();
       SelectRow(dialog, 0);
       dialog.Press("cmdBanco_2");
       QCOMPARE(Grid(dialog), QStringList());
-      QCOMPARE(host.connection().Log(), QStringList());
+      QCOMPARE(host.Recording().Log(), QStringList());
       dialog.Press("cmdBanco_4");
     });
     host.driver.On("frmSucursal", [](const DialogUser& dialog) { FillBranch(dialog, "0001", u"A"_s); });

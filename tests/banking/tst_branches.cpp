@@ -36,7 +36,7 @@ class tst_branches : public QObject {
       dialog.Press("cmdSucursales_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Sucursales(), action.Agregar(), 0, bank));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"INSERT INTO Sucursales (codBanco, Codigo, Nombre, Direccion, Poblacion, CP, "
                          "codProvincia, codPais) VALUES( %1,'0001','L''Alameda','','','28013',%2,35)"_s.arg(bank)
                              .arg(madrid)));
@@ -79,7 +79,7 @@ class tst_branches : public QObject {
   void DefaultsReportUnderAnotherComponentsName() {
     TestHost host;
     const int bank = MakeBank(host);
-    host.connection().SetHook([](const QString& text) {
+    host.Recording().SetHook([](const QString& text) {
       if (text.contains(u"'España'") || text.contains(u"'Madrid'")) {
         throw automation::Error(1234, u"propio"_s);
       }
@@ -183,7 +183,7 @@ class tst_branches : public QObject {
   void FailedInsertIsToldAndTheDialogStays() {
     TestHost host;
     const int bank = MakeBank(host);
-    host.connection().SetHook([](const QString& text) {
+    host.Recording().SetHook([](const QString& text) {
       if (text.startsWith(u"INSERT")) {
         throw automation::Error(-2147467259, u"se cortó"_s);
       }
@@ -192,7 +192,7 @@ class tst_branches : public QObject {
       dialog.Type("txtSucursales_0", u"0001"_s);
       dialog.Type("txtSucursales_1", u"Nueva"_s);
       dialog.Press("cmdSucursales_0");
-      host.connection().SetHook({});
+      host.Recording().SetHook({});
       dialog.Press("cmdSucursales_0");
     });
     host.driver.Answer(QMessageBox::Ok);

@@ -138,19 +138,19 @@ class tst_deletion_rules : public QObject {
     QCOMPARE(host.driver.TakeBoxes(), QStringList(refusal));
     QCOMPARE(host.platform.beeps, 1);
     QVERIFY(!IsMarked(host, reference->node, kept));
-    QCOMPARE(host.connection().Writes(), QStringList());
-    QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+    QCOMPARE(host.Recording().Writes(), QStringList());
+    QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
     // The reference host tells the same uses when it explains why.
-    QCOMPARE(host::CountUses(host.connection(), reference->node, kept, false).size(), 1);
+    QCOMPARE(host::CountUses(host.Recording(), reference->node, kept, false).size(), 1);
 
     // Referred to by deleted rows only: marked, and the connection closed.
     const int gone = NewRecord(host, reference->node);
     Refer(host, *reference, gone, -1);
-    QCOMPARE(host::CountUses(host.connection(), reference->node, gone, false).size(), 0);
+    QCOMPARE(host::CountUses(host.Recording(), reference->node, gone, false).size(), 0);
     EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, gone));
     QVERIFY(IsMarked(host, reference->node, gone));
     QVERIFY(!IsMarked(host, reference->node, kept));
-    QCOMPARE(host.connection().State(), int(adodb::StateClosed));
+    QCOMPARE(host.Recording().State(), int(adodb::StateClosed));
   }
 
   void UnreferencedRecordsAreMarked_data() {
@@ -167,7 +167,7 @@ class tst_deletion_rules : public QObject {
     EXPECT_CLEAN(host, host.EliminarRegistro(node, id));
     QVERIFY(IsMarked(host, node, id));
     QVERIFY(!IsMarked(host, node, other));
-    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+    QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 
   void OrderOfTheTests() {
@@ -182,7 +182,7 @@ class tst_deletion_rules : public QObject {
     host.session.velumar = true;
     EXPECT_CLEAN(host, host.EliminarRegistro(22, id));
     QVERIFY(IsMarked(host, 22, id));
-    QVERIFY(host.connection().Log().filter(u"Diocesis"_s).isEmpty());
+    QVERIFY(host.Recording().Log().filter(u"Diocesis"_s).isEmpty());
   }
 
   void AdministratorsStay() {
@@ -194,7 +194,7 @@ class tst_deletion_rules : public QObject {
     QCOMPARE(host.driver.Boxes(),
              QStringList(u"Prueba|critico|No está autorizado para eliminar a un administrador de la aplicación"_s));
     QVERIFY(!IsMarked(host, 24, administrator));
-    QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+    QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
   }
 
   void CascadesMarkDependentRows() {
@@ -227,13 +227,13 @@ class tst_deletion_rules : public QObject {
   void UnknownNodeChangesNothingAndCloses() {
     TestHost host;
     EXPECT_CLEAN(host, host.EliminarRegistro(36, 1));
-    QCOMPARE(host.connection().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
+    QCOMPARE(host.Recording().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
   }
 
   void DatabaseErrorsReachTheHost() {
     TestHost host;
     const int id = NewRecord(host, 20);
-    host.connection().SetHook([](const QString& entry) {
+    host.Recording().SetHook([](const QString& entry) {
       if (entry.startsWith(u"UPDATE")) {
         throw automation::Error(-2147467259, u"sin conexión"_s);
       }

@@ -43,10 +43,10 @@ class tst_dispatch : public QObject {
   void UnknownNodeOpensAndClosesTheConnection() {
     TestHost host;
     EXPECT_CLEAN(host, host.PasarDatos(999999999, 1));
-    QCOMPARE(host.connection().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
-    host.connection().Open();
+    QCOMPARE(host.Recording().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
+    host.Recording().Open();
     EXPECT_CLEAN(host, host.PasarDatos(3, 1));
-    QCOMPARE(host.connection().Log(), QStringList(u"CLOSE"_s));
+    QCOMPARE(host.Recording().Log(), QStringList(u"CLOSE"_s));
   }
 
   void HeaderNeedsASelectedRecord() {
@@ -62,7 +62,7 @@ class tst_dispatch : public QObject {
     QCOMPARE(host.driver.Boxes(),
              QStringList(u"Prueba|informacion|¡No dispone de impresoras instaladas en el equipo!"_s));
     QCOMPARE(host.platform.beeps, 1);
-    QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+    QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
   }
 
   void NodesWithoutADialogSaySo() {
@@ -75,7 +75,7 @@ class tst_dispatch : public QObject {
       EXPECT_CLEAN(host, host.PasarDatos(entry.node.toInt(), 1, 1));
       const QString box = host.driver.TakeBoxes().value(0);
       QVERIFY2(box.contains(entry.dialog) && box.contains(u"no está disponible"_s), qPrintable(box));
-      QCOMPARE(host.connection().State(), int(adodb::StateClosed));
+      QCOMPARE(host.Recording().State(), int(adodb::StateClosed));
     }
   }
 
@@ -91,7 +91,7 @@ class tst_dispatch : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(19, 2, 987654));
     QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
-    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+    QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 
   // A timer of the host asks for a dialog while one is open: for the same one it is refused, and the open one stays as
@@ -131,7 +131,7 @@ class tst_dispatch : public QObject {
     }
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo()));
     QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE Nombre='Atlántida'").size(), 1);
-    QCOMPARE(host.connection().State(), int(adodb::StateClosed));
+    QCOMPARE(host.Recording().State(), int(adodb::StateClosed));
     // The dialog that was shown is released, and can be shown again.
     host.driver.On("frmPais", [](const DialogUser& dialog) {
       QCOMPARE(dialog.Text("txtPais"), QString());
@@ -146,7 +146,7 @@ class tst_dispatch : public QObject {
     host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Banco')");
     CPrincipal component;
     int refused = 0;
-    host.connection().SetHook([&](const QString& entry) {
+    host.Recording().SetHook([&](const QString& entry) {
       if (entry.startsWith(u"SELECT Bancos.Nombre")) {
         try {
           component.PasarDatos(&host.services());
@@ -173,7 +173,7 @@ class tst_dispatch : public QObject {
     QObject bare;
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
       component.EliminarRegistro(&others);
-      QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+      QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
       QVERIFY_THROWS_EXCEPTION(automation::Error, component.PasarDatos(&bare));
       QCOMPARE(objApi().Object(), &host.services());
       dialog.Type("txtPais", u"Atlántida"_s);
@@ -198,14 +198,14 @@ class tst_dispatch : public QObject {
   void AbrirConexionOpensOnlyAClosedOne() {
     TestHost host;
     CPrincipal principal;
-    automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.connection()));
-    automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.connection()));
-    QCOMPARE(host.connection().Log(), QStringList(u"OPEN('','','',-1)"_s));
+    automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
+    automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
+    QCOMPARE(host.Recording().Log(), QStringList(u"OPEN('','','',-1)"_s));
   }
 
   void ConnectionThatCannotBeOpened() {
     TestHost host;
-    host.connection().SetHook([](const QString& entry) {
+    host.Recording().SetHook([](const QString& entry) {
       if (entry == u"OPEN") {
         throw automation::Error(-2147467259, u"no hay red"_s);
       }

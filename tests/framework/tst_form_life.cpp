@@ -123,7 +123,7 @@ class tst_form_life : public QObject {
  private Q_SLOTS:
   void init() {
     m_host = std::make_unique<TestHost>();
-    m_host->connection().Open();
+    m_host->Recording().Open();
     objApi() = HostServices(&m_host->services());
     m_host->services().setProperty("Accion", action.Agregar());
     m_entries.clear();
@@ -356,7 +356,7 @@ class tst_form_life : public QObject {
   void TransactionsAreRolledBackAfterTheReport() {
     Diary form(m_entries, {.name = u"frmDiario"_s});
     QStringList order;
-    m_host->connection().SetHook(
+    m_host->Recording().SetHook(
         [&](const QString& entry) { order.append(entry + QString::number(m_host->driver.Boxes().size())); });
     bool failing = true;
     form.write = [&](Diary& diary) {

@@ -68,7 +68,7 @@ class Sheet {
         id);
   }
   // What was written beside the sheet's own row.
-  QStringList Written() { return host.connection().Writes().mid(1); }
+  QStringList Written() { return host.Recording().Writes().mid(1); }
 
   TestHost host;
   int id = 0;
@@ -134,7 +134,7 @@ class tst_label_fields : public QObject {
       // Nothing was changed, so nothing is asked.
       dialog.Close();
     }));
-    const QStringList log = sheet.host.connection().Log();
+    const QStringList log = sheet.host.Recording().Log();
     QCOMPARE(log.mid(3),
              (QStringList{u"SELECT DISTINCT TipoCamposEtiquetas.codTabla, TipoCamposEtiquetas.NombreTabla FROM "
                           "TipoCamposEtiquetas"_s,
@@ -394,7 +394,7 @@ class tst_label_fields : public QObject {
   void ListsThatCannotBeFilled() {
     Sheet sheet;
     sheet.Add(u"*Uno"_s, 1, 1);
-    sheet.host.connection().SetHook([](const QString& entry) {
+    sheet.host.Recording().SetHook([](const QString& entry) {
       if (entry.contains(u"codTabla=") && !entry.contains(u"codTabla FROM")) {
         throw automation::Error(1234, u"propio"_s);
       }

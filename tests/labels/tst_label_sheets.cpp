@@ -87,7 +87,7 @@ class tst_label_sheets : public QObject {
       dialog.Press("cmdSeleccionar_3");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Agregar(), 0, u"nada"_s));
-    QCOMPARE(host.connection().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
+    QCOMPARE(host.Recording().Log(), (QStringList{u"OPEN"_s, u"CLOSE"_s}));
     QCOMPARE(host.services().property("IDAux").toString(), u"nada"_s);
   }
 
@@ -117,7 +117,7 @@ class tst_label_sheets : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Agregar()));
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|aviso|Debe seleccionar los campos que se mostrarán en la "
                                               "etiqueta de envío postal"_s));
-    const QStringList log = host.connection().Log().mid(host.connection().Log().size() - 4, 3);
+    const QStringList log = host.Recording().Log().mid(host.Recording().Log().size() - 4, 3);
     QCOMPARE(log, (QStringList{u"INSERT INTO ETIQUETAS (NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, "
                                "ANCHOETIQUETA, ALTOSEPARACION, ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA, "
                                "NULTIMAETIQUETA, ULTIMOUTILIZADO, DISCO, ENVIOPOSTAL) VALUES ( 'L''Hoja', 40 , "
@@ -139,7 +139,7 @@ class tst_label_sheets : public QObject {
       dialog.Press("cmdSeleccionar_2");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Modificar(), sheet));
-    QCOMPARE(host.connection().Log(),
+    QCOMPARE(host.Recording().Log(),
              (QStringList{
                  u"OPEN"_s, u"SELECT * FROM ETIQUETAS WHERE IDETIQUETA = %1"_s.arg(sheet),
                  u"SELECT EtiquetasCampos.IDEtiquetaCampo, EtiquetasCampos.Linea, EtiquetasCampos.Orden, "
@@ -303,7 +303,7 @@ class tst_label_sheets : public QObject {
                           "etiquetas por fila como máximo"_s,
                           u"Prueba|aviso|Debe seleccionar los campos que se mostrarán en la etiqueta de envío "
                           "postal"_s}));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void CloseAndSave() {
@@ -335,7 +335,7 @@ class tst_label_sheets : public QObject {
   // A failure leaves what was already written, and reaches the host.
   void FailuresPartWay() {
     TestHost host;
-    host.connection().SetHook([](const QString& entry) {
+    host.Recording().SetHook([](const QString& entry) {
       if (entry.contains(u"[DISCOS].[RECIBOS]")) {
         throw automation::Error(-2147467259, u"se cortó"_s);
       }
@@ -350,7 +350,7 @@ class tst_label_sheets : public QObject {
     const int sheet = host.Id(u"SELECT IDETIQUETA FROM ETIQUETAS WHERE NOMBRE='Discos'");
     QCOMPARE(host.Query(u"SELECT ANCHOSEPARACION FROM ETIQUETAS WHERE IDETIQUETA={}", sheet), QStringList(u"0"_s));
     QCOMPARE(Fields(host, sheet).size(), 7);
-    host.connection().SetHook({});
+    host.Recording().SetHook({});
     EXPECT_ERROR(host, host.PasarDatos(node.Etiquetas(), action.Modificar(), 987654), 3021);
   }
 

@@ -27,7 +27,7 @@ class LetterOffice : public support::TestHost {
 
   /// The statements of the last request on letters, and that on locks which the editor runs itself.
   QStringList OwnStatements() {
-    QStringList own = connection().Log();
+    QStringList own = Recording().Log();
     own.removeIf([](const QString& entry) {
       return entry.contains(u"BloqueoRegistros") && !entry.startsWith(u"DELETE FROM BloqueoRegistros WHERE codUsuario");
     });

@@ -22,7 +22,7 @@ class tst_headers : public QObject {
       dialog.Press("cmdBotonera_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Cabeceras(), action.Nuevo()));
-    QCOMPARE(host.connection().Log(),
+    QCOMPARE(host.Recording().Log(),
              (QStringList{u"OPEN"_s,
                           u"INSERT INTO Cabeceras(Nombre,Linea1,Linea2,Linea3,Linea4,Linea5,Eliminado) "
                           "VALUES('Casa d''Oració','','','L''Hospitalet','','',0)"_s,
@@ -39,13 +39,13 @@ class tst_headers : public QObject {
       dialog.Press("cmdBotonera_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Cabeceras(), action.Agregar(), 0, 77));
-    QCOMPARE(host.connection().Log().size(), 3);
+    QCOMPARE(host.Recording().Log().size(), 3);
     QCOMPARE(host.services().property("IDAux"), QVariant(77));
   }
 
   void NothingToHandBackIsZero() {
     TestHost host;
-    host.connection().SetHook([&](const QString& entry) {
+    host.Recording().SetHook([&](const QString& entry) {
       if (entry.startsWith(u"SELECT MAX")) {
         host.Query(u"UPDATE Cabeceras SET Eliminado=-1");
       }
@@ -70,14 +70,14 @@ class tst_headers : public QObject {
       dialog.Press("cmdBotonera_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Cabeceras(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE Cabeceras SET Linea1='Uno',Linea2='2',Linea3='3',Linea4='4',Linea5='5',Nombre='Carta' "
         "WHERE IDCabecera=%1"_s.arg(id)));
   }
 
   void ANamelessHeaderIsRefusedAndAFailedOneStays() {
     TestHost host;
-    host.connection().FailAt(u"INSERT INTO Cabeceras"_s);
+    host.Recording().FailAt(u"INSERT INTO Cabeceras"_s);
     host.driver.On("frmCabecera", [](const DialogUser& dialog) {
       dialog.Type("txtLinea_0", u"Plaza Mayor, 1"_s);
       dialog.Press("cmdBotonera_0");

@@ -205,13 +205,13 @@ class tst_letter_editor : public QObject {
     LetterOffice host;
     const int id = host.AddLetter(u"Carta"_s, hello);
     host.AddLetter(u"Otra"_s, hello);
-    host.connection().FailAt(u"UPDATE CartasModelo"_s);
+    host.Recording().FailAt(u"UPDATE CartasModelo"_s);
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {
       dialog.Keys("rtfCarta", u"Trabajo "_s);
       Do(dialog, "mnuArchivoGuardar");
     });
     EXPECT_ERROR(host, host.PasarDatos(node.CartasModelo(), action.Modificar(), id), -2147467259);
-    host.connection().FailAt({});
+    host.Recording().FailAt({});
     const auto kept = letters::FindRescued(id);
     QVERIFY(kept);
     QCOMPARE(QFileInfo(kept->file).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());

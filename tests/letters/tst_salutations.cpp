@@ -32,7 +32,7 @@ class tst_salutations : public QObject {
       dialog.Press("cmdEncabezado_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(encabezados, action.Modificar(), priest));
-    QCOMPARE(host.connection().Log(),
+    QCOMPARE(host.Recording().Log(),
              (QStringList{u"OPEN"_s,
                           u"SELECT Encabezados.IDEncabezado, Encabezados.Nombre, Encabezados.codDescripcion, "
                           "Encabezados.Descripcion FROM Encabezados WHERE Encabezados.IDEncabezado=4"_s,
@@ -55,7 +55,7 @@ class tst_salutations : public QObject {
     QCOMPARE(host.driver.Boxes(),
              (QStringList{u"Prueba|aviso|Debe rellenar los datos obligatorios para continuar"_s,
                           u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s}));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void OneThatIsMissingIsToldAndNotShown() {
@@ -66,7 +66,7 @@ class tst_salutations : public QObject {
     QVERIFY2(box.startsWith(u"Prueba|critico|Error 3021: "_s), qPrintable(box));
     QVERIFY2(box.endsWith(u"frmEncabezado / CargarDatosBD"_s), qPrintable(box));
     QCOMPARE(host.platform.pointers.last(), int(vbDefault));
-    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+    QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 };
 

@@ -64,7 +64,7 @@ class tst_price_changes : public QObject {
     host.driver.On("frmPublicacion", [&](const DialogUser& dialog) {
       const QPointer<QLabel> work = dialog.Find<QLabel>("lblProceso");
       QStringList shown;
-      host.connection().SetHook([&, work](const QString& entry) {
+      host.Recording().SetHook([&, work](const QString& entry) {
         if (entry.startsWith(u"UPDATE Suscripciones")) {
           shown.append(work->text() + u' ' + QString::number(host.platform.pointers.value(0)));
         }
@@ -81,7 +81,7 @@ class tst_price_changes : public QObject {
         "Suscripciones.IDSuscripcion FROM Colaboradores INNER JOIN (Suscripciones INNER JOIN TipoPublicaciones ON "
         "Suscripciones.CodTipoPublicacion = TipoPublicaciones.IDTipoPublicacion) ON Colaboradores.IDColaborador = "
         "Suscripciones.CodColaborador WHERE CodPais %2 35 AND IDTipoPublicacion = 1)"_s;
-    QCOMPARE(host.connection().Writes().filter(u"UPDATE"_s),
+    QCOMPARE(host.Recording().Writes().filter(u"UPDATE"_s),
              (QStringList{u"UPDATE TipoPublicaciones SET Nombre = 'Boletín nuevo', ImporteNacional = '1.234,50', "
                           "ImporteExtranjero = '20,00', TextoRecibo = 'x' WHERE IDTipoPublicacion = 1"_s,
                           update.arg(u"1.234,50"_s, u"="_s), update.arg(u"20,00"_s, u"<>"_s)}));
@@ -105,9 +105,9 @@ class tst_price_changes : public QObject {
     TestHost host;
     FillSubscriptions(host);
     host.driver.On("frmPublicacion", [&](const DialogUser& dialog) {
-      host.connection().Clear();
+      host.Recording().Clear();
       ChangePrices(dialog);
-      QCOMPARE(host.connection().Log(), (QStringList{u"BEGIN"_s, u"COMMIT"_s}));
+      QCOMPARE(host.Recording().Log(), (QStringList{u"BEGIN"_s, u"COMMIT"_s}));
       QCOMPARE(dialog.Text("txtPublicacion"), u"Boletín nuevo"_s);
       QCOMPARE(dialog.Text("txtPrecioNac"), u"1.234,50"_s);
       QVERIFY(dialog.Dialog()->isEnabled());
@@ -136,10 +136,10 @@ class tst_price_changes : public QObject {
     QFETCH(QString, procedure);
     TestHost host;
     FillSubscriptions(host);
-    host.connection().FailAt(failing);
+    host.Recording().FailAt(failing);
     host.driver.On("frmPublicacion", [&](const DialogUser& dialog) {
       ChangePrices(dialog);
-      QCOMPARE(host.connection().Log().last(), u"ROLLBACK"_s);
+      QCOMPARE(host.Recording().Log().last(), u"ROLLBACK"_s);
       QCOMPARE(dialog.Text("txtPublicacion"), u"Boletín nuevo"_s);
       QCOMPARE(dialog.Text("lblProceso"), QString());
       dialog.Press("cmdPublicacion_1");

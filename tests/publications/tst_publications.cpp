@@ -35,7 +35,7 @@ class tst_publications : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Publicaciones(), action.Agregar(), 0, 77));
     QCOMPARE(
-        host.connection().Log(),
+        host.Recording().Log(),
         (QStringList{u"OPEN"_s, u"BEGIN"_s,
                      u"INSERT INTO TipoPublicaciones (Nombre, ImporteNacional, ImporteExtranjero, TextoRecibo) "
                      "VALUES ( 'L''Infinit', '1.234,50', '20,00', 'Subscripció d''un any')"_s,
@@ -50,7 +50,7 @@ class tst_publications : public QObject {
   // What was handed back goes with the transaction.
   void AFailedCommitHandsNothingBack() {
     TestHost host;
-    host.connection().FailAt(u"COMMIT"_s);
+    host.Recording().FailAt(u"COMMIT"_s);
     host.driver.On("frmPublicacion", [&](const DialogUser& dialog) {
       Fill(dialog);
       dialog.Press("cmdPublicacion_0");
@@ -98,8 +98,8 @@ class tst_publications : public QObject {
       dialog.Close();
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Publicaciones(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().last() == u"CLOSE"_s);
-    QVERIFY(host.connection().Log().filter(u"TipoPublicaciones.IDTipoPublicacion = %1GROUP BY "_s.arg(id)).size() == 1);
+    QVERIFY(host.Recording().Log().last() == u"CLOSE"_s);
+    QVERIFY(host.Recording().Log().filter(u"TipoPublicaciones.IDTipoPublicacion = %1GROUP BY "_s.arg(id)).size() == 1);
   }
 
   void MissingInputIsRefusedInOrder() {
@@ -125,7 +125,7 @@ class tst_publications : public QObject {
     QCOMPARE(host.driver.Boxes(),
              (QStringList{national, national,
                           u"Prueba|informacion|¡Debe introducir datos en el campo precio extranjero!"_s}));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void AFailedLoadIsToldUnderItsName() {

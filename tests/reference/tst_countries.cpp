@@ -25,7 +25,7 @@ class tst_countries : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar(), 0, 77));
     QCOMPARE(
-        host.connection().Log(),
+        host.Recording().Log(),
         (QStringList{u"OPEN"_s, u"INSERT INTO Paises(nombre,eliminado) VALUES('Côte d''Ivoire',0)"_s, u"CLOSE"_s}));
     QCOMPARE(host.Query(u"SELECT Nombre, Eliminado FROM Paises WHERE Nombre='Côte d''Ivoire'"),
              QStringList(u"Côte d'Ivoire|Falso"_s));
@@ -66,7 +66,7 @@ class tst_countries : public QObject {
     }
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo(), 0, 35));
     QCOMPARE(host.services().property("IDAux").toInt(), 0);
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void ModifiesTheSelectedRow() {
@@ -81,7 +81,7 @@ class tst_countries : public QObject {
       dialog.Press("cmdPais_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(u"UPDATE Paises SET Nombre='Galia' WHERE idpais=%1"_s.arg(id)));
+    QVERIFY(host.Recording().Log().contains(u"UPDATE Paises SET Nombre='Galia' WHERE idpais=%1"_s.arg(id)));
     QCOMPARE(host.Query(u"SELECT Nombre FROM Paises WHERE IDPais={}", id), QStringList(u"Galia"_s));
     QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
   }
@@ -132,7 +132,7 @@ class tst_countries : public QObject {
       host.driver.Answer(answer);
     }
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
-    QCOMPARE(host.connection().Writes().filter(u"Paises"_s).size(), written);
+    QCOMPARE(host.Recording().Writes().filter(u"Paises"_s).size(), written);
     if (!answers.isEmpty()) {
       QCOMPARE(host.driver.Boxes().first(),
                u"Prueba|pregunta|¿Desea guardar los cambios efectuados en el formulario?"_s);
@@ -155,7 +155,7 @@ class tst_countries : public QObject {
       dialog.Press("cmdPais_1");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
-    QCOMPARE(host.connection().Writes().filter(u"Paises"_s), QStringList());
+    QCOMPARE(host.Recording().Writes().filter(u"Paises"_s), QStringList());
     QCOMPARE(host.Query(u"SELECT Usuario FROM BloqueoRegistros"), QStringList(u"Ana"_s));
   }
 
@@ -166,13 +166,13 @@ class tst_countries : public QObject {
     QCOMPARE(host.driver.Boxes().size(), 1);
     QVERIFY2(host.driver.Boxes().first().startsWith(u"Prueba|critico|Error 3021: "_s),
              qPrintable(host.driver.Boxes().first()));
-    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+    QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 
   void FailedWriteReachesTheHostAndReleasesTheLock() {
     TestHost host;
     const int id = host.Id(u"SELECT IDPais FROM Paises WHERE Nombre='Francia'");
-    host.connection().SetHook([](const QString& entry) {
+    host.Recording().SetHook([](const QString& entry) {
       if (entry.startsWith(u"UPDATE Paises")) {
         throw automation::Error(-2147467259, u"sin conexión"_s);
       }
@@ -185,7 +185,7 @@ class tst_countries : public QObject {
     QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
     QCOMPARE(host.driver.Boxes(), QStringList());
     // The next request works on.
-    host.connection().SetHook({});
+    host.Recording().SetHook({});
     host.driver.On("frmPais", [](const DialogUser& dialog) { dialog.Press("cmdPais_1"); });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
   }
@@ -203,7 +203,7 @@ class tst_countries : public QObject {
       cancel->click();
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Nuevo()));
-    QCOMPARE(host.connection().Writes().size(), 1);
+    QCOMPARE(host.Recording().Writes().size(), 1);
     QVERIFY(host.services().property("IDAux").toInt() > 0);
   }
 

@@ -37,7 +37,7 @@ class tst_dioceses : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Agregar(), 0, 77));
     QCOMPARE(
-        host.connection().Log(),
+        host.Recording().Log(),
         (QStringList{u"OPEN"_s, u"SELECT * FROM Provincias WHERE Eliminado=0 ORDER BY Nombre"_s,
                      u"INSERT INTO Diocesis(Nombre,CodProvincia,Eliminado) VALUES('L''Alcarria',%1,0)"_s.arg(stored),
                      u"CLOSE"_s}));
@@ -57,7 +57,7 @@ class tst_dioceses : public QObject {
       dialog.Press("cmdDiocesis_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE Diocesis SET Nombre='Teruel y Albarracín', CodProvincia=16 WHERE IDDiocesis=%1"_s.arg(id)));
     QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
   }
@@ -84,7 +84,7 @@ class tst_dioceses : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Agregar(), 0, 77));
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|informacion|Faltan datos por rellenar"_s));
     QCOMPARE(host.services().property("IDAux"), QVariant(0));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   // On behalf of another dialog the province is the caller's.
@@ -143,7 +143,7 @@ class tst_dioceses : public QObject {
 
   void AFailedWriteReachesTheHost() {
     TestHost host;
-    host.connection().FailAt(u"UPDATE Diocesis"_s);
+    host.Recording().FailAt(u"UPDATE Diocesis"_s);
     host.driver.On("frmDiocesis", [](const DialogUser& dialog) { dialog.Press("cmdDiocesis_0"); });
     EXPECT_ERROR(host, host.PasarDatos(node.Diocesis(), action.Modificar(), 1), -2147467259);
     QCOMPARE(host.driver.Boxes(), QStringList());

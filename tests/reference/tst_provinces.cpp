@@ -37,7 +37,7 @@ class tst_provinces : public QObject {
       dialog.Press("cmdProvincia_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES(%1,'L''Isère',0)"_s.arg(francia)));
   }
 
@@ -65,7 +65,7 @@ class tst_provinces : public QObject {
       dialog.Press("cmdProvincia_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Modificar(), madrid));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1"_s.arg(madrid)));
   }
 
@@ -83,7 +83,7 @@ class tst_provinces : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Agregar()));
     QCOMPARE(host.driver.Boxes(), QStringList(2, u"Prueba|informacion|Falta algún campo por rellenar"_s));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void FixedCountry() {
@@ -128,7 +128,7 @@ class tst_provinces : public QObject {
 
   void ErrorOfANestedDialogEndsBoth() {
     TestHost host;
-    host.connection().SetHook([](const QString& entry) {
+    host.Recording().SetHook([](const QString& entry) {
       if (entry.startsWith(u"INSERT INTO Paises")) {
         throw automation::Error(-2147467259, u"sin conexión"_s);
       }
@@ -161,7 +161,7 @@ class tst_provinces : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Provincias(), action.Modificar(), madrid));
     std::signal(SIGTERM, before);
     QCOMPARE(
-        host.connection().Writes().filter(u"Provincias"_s),
+        host.Recording().Writes().filter(u"Provincias"_s),
         QStringList(u"UPDATE Provincias SET Nombre='Los Madriles', CodPais=35 WHERE IDProvincia=%1"_s.arg(madrid)));
   }
 

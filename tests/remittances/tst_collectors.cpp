@@ -86,7 +86,7 @@ class tst_collectors : public QObject {
       dialog.Press("cmdCobrador_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Agregar(), 0, 77));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"INSERT INTO Cobradores (Nombre, Apellido1, Apellido2, NIF, Direccion, Poblacion) "
                          "VALUES('Ana','O''Donnell','Ruiz','12345678Z','Mayor, 1','Olot')"_s));
     QCOMPARE(Requested(host, "IDAux"), 77);
@@ -102,7 +102,7 @@ class tst_collectors : public QObject {
       dialog.Press("cmdCobrador_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Modificar(), id));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"UPDATE Cobradores SET Nombre='Ana',Apellido1='Ruiz',Apellido2='',NIF='12345678Z',"
                          "Direccion='Calle Mayor, 1',Poblacion='L''Escala' WHERE Cobradores.IDCobrador=%1"_s.arg(id)));
   }
@@ -157,7 +157,7 @@ class tst_collectors : public QObject {
         dialog.Press("cmdCobrador_0");
       });
       EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), other, id, 77));
-      QCOMPARE(host.connection().Writes(), QStringList());
+      QCOMPARE(host.Recording().Writes(), QStringList());
       QCOMPARE(Requested(host, "IDAux"), 77);
     }
     QCOMPARE(host.platform.beeps, 2);
@@ -236,7 +236,7 @@ class tst_collectors : public QObject {
     const int id = MakeCollector(host);
     automation::RegisterClass(u"KelAPI.cPrincipal"_s, [&] { return std::make_unique<Witness>(host.session); });
     bool failed = statement.isEmpty();
-    host.connection().SetHook([&](const QString& text) {
+    host.Recording().SetHook([&](const QString& text) {
       if (!failed && text.startsWith(statement)) {
         failed = true;
         throw automation::Error(-2147467259, u"sin conexión"_s);

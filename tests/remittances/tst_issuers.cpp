@@ -63,7 +63,7 @@ class tst_issuers : public QObject {
       dialog.Press("cmdEmisor_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Agregar(), 0, 77));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"INSERT INTO Emisores(Nombre,Cif,Sufijo,CodPresentador,Direccion,Poblacion,CodProvincia,CP) "
                          "VALUES('L''Orde','A11111119','005',%1,'Rambla, 2','L''Escala',%2,'')"_s.arg(scene.presenter)
                              .arg(scene.madrid)));
@@ -90,7 +90,7 @@ class tst_issuers : public QObject {
       dialog.Press("cmdEmisor_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE Emisores SET Nombre='D''Or',Cif='A11111119',Sufijo='001',Codpresentador=%1,"
         "Direccion='Calle Mayor, 1',Poblacion='Getafe',CodProvincia=0,CP='28901' WHERE IDEmisor=%2"_s
             .arg(scene.presenter)

@@ -165,7 +165,7 @@ class tst_parties : public QObject {
     host.driver.On(party->dialog, [&](const DialogUser& dialog) {
       const bool collects = party == &collector;
       Fill(dialog, *party, u"1"_s);
-      host.connection().SetHook([](const QString& text) {
+      host.Recording().SetHook([](const QString& text) {
         if (text.startsWith(u"INSERT"_s)) {
           throw lostConnection;
         }
@@ -246,7 +246,7 @@ class tst_parties : public QObject {
     TestHost host;
     Prepare(host);
     bool failed = false;
-    host.connection().SetHook([&](const QString& text) {
+    host.Recording().SetHook([&](const QString& text) {
       if (!failed && text.contains(failing)) {
         failed = true;
         throw lostConnection;
@@ -290,7 +290,7 @@ class tst_parties : public QObject {
 
   void AnIssuerThatCannotBeLoadedIsNotShown() {
     TestHost host;
-    host.connection().SetHook([](const QString& text) {
+    host.Recording().SetHook([](const QString& text) {
       if (text.contains(u"INNER JOIN Bancos"_s)) {
         throw lostConnection;
       }

@@ -67,7 +67,7 @@ class tst_presenters : public QObject {
       dialog.Press("cmdAceptar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar(), 0, 77));
-    QCOMPARE(host.connection().Writes(),
+    QCOMPARE(host.Recording().Writes(),
              QStringList(u"INSERT INTO Presentadores(Nombre,Nif,Sufijo,CodBanco,CodSucursal) "
                          "VALUES ('L''Orde','a-11111119','007',%1,%2)"_s.arg(banks.south)
                              .arg(banks.southMarket)));
@@ -91,7 +91,7 @@ class tst_presenters : public QObject {
       dialog.Press("cmdAceptar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE Presentadores SET Nombre='D''Or',Nif='A11111119',Sufijo='001', CodBanco=%1, CodSucursal=%2 "
         "WHERE idPresentador=%3"_s.arg(banks.north)
             .arg(banks.northPort)
@@ -210,7 +210,7 @@ class tst_presenters : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
     QCOMPARE(focused.join(u' '), u"txtNombre txtNIF txtSufijo cboBancos cboBancos cboSucursales"_s);
     QCOMPARE(host.driver.Boxes(), QStringList(6, missingData));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void OnBehalfOfAnotherDialog() {
@@ -227,7 +227,7 @@ class tst_presenters : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Nuevo(), 5));
     QCOMPARE(Requested(host, "IDAux"), host.Id(u"SELECT MAX(IDPresentador) FROM Presentadores"));
-    QCOMPARE(host.connection().Log().filter(u"BloqueoRegistros"_s), QStringList());
+    QCOMPARE(host.Recording().Log().filter(u"BloqueoRegistros"_s), QStringList());
   }
 
   void ANewBankIsChosenAndTheRequestPutBack() {

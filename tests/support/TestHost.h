@@ -48,7 +48,7 @@ class TestHost : public TestDatabase {
   std::optional<automation::Error> EliminarRegistro(int node, int id);
 
   host::Session session;
-  RecordingConnection& connection() { return *m_recording; }
+  RecordingConnection& Recording() { return *m_recording; }
   host::cPrincipal& services() { return *m_services; }
   Driver driver;
   TestPlatform platform;

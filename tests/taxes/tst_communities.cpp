@@ -24,7 +24,7 @@ class tst_communities : public QObject {
       dialog.Press("cmdAceptar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Nuevo()));
-    QCOMPARE(host.connection().Log().mid(1, 2),
+    QCOMPARE(host.Recording().Log().mid(1, 2),
              (QStringList{u"INSERT INTO ComunidadAutonoma(Nombre,Codigo) VALUES('Comunitat d''Enlloc','99')"_s,
                           u"SELECT MAX(IDComunidad) AS Maximo FROM ComunidadAutonoma"_s}));
     QCOMPARE(host.services().property("IDAux").toInt(),
@@ -42,7 +42,7 @@ class tst_communities : public QObject {
       dialog.Press("cmdAceptar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Modificar(), id));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE ComunidadAutonoma SET Codigo='77',Nombre='La Rioja' WHERE IDComunidad=%1"_s.arg(id)));
   }
 
@@ -62,18 +62,18 @@ class tst_communities : public QObject {
     QCOMPARE(host.driver.Boxes(), (QStringList{u"Prueba|informacion|Debe introducir un nombre para la comunidad"_s,
                                                u"Prueba|informacion|Debe introducir un código para la comunidad"_s}));
     QCOMPARE(host.services().property("IDAux"), QVariant(0));
-    QCOMPARE(host.connection().Writes(), QStringList());
+    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   void AFailedWriteKeepsWhatWasTyped() {
     TestHost host;
-    host.connection().FailAt(u"INSERT INTO ComunidadAutonoma"_s);
+    host.Recording().FailAt(u"INSERT INTO ComunidadAutonoma"_s);
     host.driver.On("frmComunidadAutonoma", [&](const DialogUser& dialog) {
       dialog.Type("txtComunidad", u"Enlloc"_s);
       dialog.Type("txtCodigo", u"99"_s);
       dialog.Press("cmdAceptar");
       QCOMPARE(dialog.Text("txtComunidad"), u"Enlloc"_s);
-      host.connection().FailAt({});
+      host.Recording().FailAt({});
       dialog.Press("cmdAceptar");
     });
     host.driver.Answer(QMessageBox::Ok);

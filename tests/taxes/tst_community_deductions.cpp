@@ -45,7 +45,7 @@ class tst_community_deductions : public QObject {
       QCOMPARE(host.services().property("IDAux"), QVariant(77));
     }
     const int rioja = host.Id(u"SELECT IDComunidad FROM ComunidadAutonoma WHERE Nombre='La Rioja'");
-    QCOMPARE(host.connection().Log(),
+    QCOMPARE(host.Recording().Log(),
              (QStringList{
                  u"OPEN"_s, u"SELECT IDComunidad,Nombre FROM ComunidadAutonoma WHERE Eliminado=0"_s,
                  u"SELECT TipoDeducciones.IDTipoDeduccion,TipoDeducciones.Porcentaje FROM TipoDeducciones "

@@ -29,7 +29,7 @@ class tst_deduction_types : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), action.Nuevo()));
     QCOMPARE(
-        host.connection().Log(),
+        host.Recording().Log(),
         (QStringList{u"OPEN"_s, u"SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=66 AND Eliminado=0"_s,
                      u"BEGIN"_s, u"INSERT INTO TipoDeducciones (Porcentaje) VALUES ('66')"_s, u"COMMIT"_s,
                      u"SELECT MAX(IDTipoDeduccion) AS IDTipoDeduccion FROM TipoDeducciones"_s, u"CLOSE"_s}));
@@ -47,11 +47,11 @@ class tst_deduction_types : public QObject {
       dialog.Press("cmdDeduccion_0");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), action.Modificar(), forty, 77));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=100 AND IDTipoDeduccion <> 2"_s));
     QVERIFY(
-        host.connection().Log().contains(u"UPDATE TipoDeducciones SET Porcentaje = 100 WHERE IDTipoDeduccion = 2"_s));
-    QVERIFY(!host.connection().Log().contains(u"BEGIN"_s));
+        host.Recording().Log().contains(u"UPDATE TipoDeducciones SET Porcentaje = 100 WHERE IDTipoDeduccion = 2"_s));
+    QVERIFY(!host.Recording().Log().contains(u"BEGIN"_s));
     QCOMPARE(host.services().property("IDAux"), QVariant(77));
   }
 
@@ -97,7 +97,7 @@ class tst_deduction_types : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), requested, forty, 77));
     QCOMPARE(host.services().property("IDAux"), QVariant(77));
     QCOMPARE(host.driver.Boxes(), refusal.isEmpty() ? QStringList() : QStringList(u"Prueba|aviso|"_s + refusal));
-    QCOMPARE(host.connection().Writes().filter(u"TipoDeducciones"_s).size(), refusal.isEmpty() ? 1 : 0);
+    QCOMPARE(host.Recording().Writes().filter(u"TipoDeducciones"_s).size(), refusal.isEmpty() ? 1 : 0);
   }
 
   void OnlyDigitsAreTakenWithABeep() {
@@ -135,7 +135,7 @@ class tst_deduction_types : public QObject {
     QFETCH(QString, procedure);
     QFETCH(bool, rolledBack);
     TestHost host;
-    host.connection().FailAt(failing);
+    host.Recording().FailAt(failing);
     if (procedure != u"Form_Load"_s) {
       host.driver.On("frmTipoDeduccion", [](const DialogUser& dialog) {
         dialog.Type("txtDeduccion", u"66"_s);
@@ -148,7 +148,7 @@ class tst_deduction_types : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), requested, forty));
     const QString box = host.driver.Boxes().value(0);
     QVERIFY2(box.endsWith(u"KelConfiguracion / frmTipoDeduccion / "_s + procedure), qPrintable(box));
-    QCOMPARE(host.connection().Log().contains(u"ROLLBACK"_s), rolledBack);
+    QCOMPARE(host.Recording().Log().contains(u"ROLLBACK"_s), rolledBack);
     QCOMPARE(host.services().property("IDAux"), QVariant(0));
   }
 

@@ -80,7 +80,7 @@ class tst_donation_types : public QObject {
       expected.append(u"SELECT MAX(IDTipoDonativo) AS IDTipoDonativo FROM TipoDonativos"_s);
     }
     expected.append({u"COMMIT"_s, u"CLOSE"_s});
-    QCOMPARE(host.connection().Log(), expected);
+    QCOMPARE(host.Recording().Log(), expected);
     const int id = host.Id(u"SELECT MAX(IDTipoDonativo) AS N FROM TipoDonativos");
     QCOMPARE(host.Query(u"SELECT Nombre, TextoRecibo, TipoA, Modelo182, GenerarRecibo FROM TipoDonativos WHERE "
                         u"IDTipoDonativo={}",
@@ -103,7 +103,7 @@ class tst_donation_types : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDonativos(), action.Agregar()));
     const QString box = host.driver.Boxes().value(0);
     QVERIFY2(box.endsWith(u"frmTipoDonativo / AgregarTipoDonativo"_s), qPrintable(box));
-    QCOMPARE(host.connection().Log().filter(QRegularExpression(u"^(BEGIN|ROLLBACK|COMMIT)"_s)),
+    QCOMPARE(host.Recording().Log().filter(QRegularExpression(u"^(BEGIN|ROLLBACK|COMMIT)"_s)),
              (QStringList{u"BEGIN"_s, u"ROLLBACK"_s, u"BEGIN"_s, u"COMMIT"_s}));
     QCOMPARE(host.Query(u"SELECT Nombre FROM TipoDonativos"), QStringList(u"La casa"_s));
   }
@@ -195,7 +195,7 @@ class tst_donation_types : public QObject {
              answer == 0 ? QStringList()
                          : QStringList(u"Prueba|ninguno|Ha cambiado el texto del recibo. ¿Desea cambiarlo a todos los "
                                        "donativos existentes?"_s));
-    QVERIFY(host.connection().Log().contains(
+    QVERIFY(host.Recording().Log().contains(
         u"UPDATE TipoDonativos SET CodTipoDeduccionJuridica = 4, CodTipoDeduccionFisica = 2, Nombre = 'Becas', "
         "TextoRecibo = '%1', TipoA = -1, Modelo182= True, GenerarRecibo =-1 WHERE IDTipoDonativo = %2"_s
             .arg(typed.replace(u'\'', u"''"_s))
@@ -207,7 +207,7 @@ class tst_donation_types : public QObject {
   void AFailureOverAllDonationsLeavesEverythingAsItWas() {
     TestHost host;
     const int id = AddType(host);
-    host.connection().FailAt(u"UPDATE Donativos"_s);
+    host.Recording().FailAt(u"UPDATE Donativos"_s);
     host.driver.On("frmTipoDonativo", [](const DialogUser& dialog) {
       dialog.Type("txtTipoDonativo_1", u"Nuevo"_s);
       dialog.Press("cmdTipoDonativo_0");

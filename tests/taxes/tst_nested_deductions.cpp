@@ -51,11 +51,11 @@ class tst_nested_deductions : public QObject {
     const int id = host.Id(u"SELECT MAX(IDTipoDonativo) AS N FROM TipoDonativos");
     host.driver.On("frmTipoDonativo", [&](const DialogUser& dialog) {
       const QString request = RequestOf(host);
-      host.connection().FailAt(failing);
+      host.Recording().FailAt(failing);
       dialog.Press("cmdAgregar_1");
-      host.connection().FailAt({});
+      host.Recording().FailAt({});
       QCOMPARE(RequestOf(host), request);
-      QCOMPARE(host.connection().State(), int(adodb::StateOpen));
+      QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
       QCOMPARE(dialog.Text("cboTipoDonativo_0"), u"40"_s);
       QCOMPARE(dialog.Text("cboTipoDonativo_1"), chosen);
       QCOMPARE(host.Query(u"SELECT ValorID FROM BloqueoRegistros"), QStringList(QString::number(id)));
@@ -79,7 +79,7 @@ class tst_nested_deductions : public QObject {
                         u"CodTipoDeduccionJuridica=IDTipoDeduccion"),
              QStringList(u"Becas y libros|"_s + chosen));
     QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
-    QCOMPARE(host.connection().Log().last(), u"CLOSE"_s);
+    QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 
   // Nobody but the component opens the connection again: at once, with its own string, before the lists are filled. And
@@ -88,10 +88,10 @@ class tst_nested_deductions : public QObject {
     TestHost host;
     host.driver.On("frmTipoDonativo", [&](const DialogUser& dialog) {
       automation::UnregisterClass(u"KelConfiguracion.CPrincipal"_s);
-      host.connection().Clear();
+      host.Recording().Clear();
       dialog.Press("cmdAgregar_0");
       const QString fill = u"SELECT IDTipoDeduccion, Porcentaje FROM TipoDeducciones WHERE Eliminado=False"_s;
-      QCOMPARE(host.connection().Log().mid(5), (QStringList{u"CLOSE"_s, u"OPEN('','','',-1)"_s, fill, fill}));
+      QCOMPARE(host.Recording().Log().mid(5), (QStringList{u"CLOSE"_s, u"OPEN('','','',-1)"_s, fill, fill}));
       QCOMPARE(dialog.Text("cboTipoDonativo_0"), u"66"_s);
       dialog.Close();
     });
