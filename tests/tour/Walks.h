@@ -1,9 +1,14 @@
 #pragma once
 
+#include "platform/contract/cConstAccion.h"
+#include "platform/contract/cConstNodo.h"
 #include "tour/Tour.h"
 
 /// The walk, folder by folder of the component's dialogs.
 namespace tour {
+
+inline constexpr cConstNodo node;
+inline constexpr cConstAccion action;
 
 void WalkReference(Tour& tour);
 void WalkBanking(Tour& tour);

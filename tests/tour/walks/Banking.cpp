@@ -1,8 +1,5 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstAccion.h"
-#include "platform/contract/cConstNodo.h"
-
 #include <QMessageBox>
 #include <QTableView>
 
@@ -12,9 +9,6 @@ using namespace Qt::StringLiterals;
 namespace tour {
 
 namespace {
-
-constexpr cConstNodo node;
-constexpr cConstAccion action;
 
 void FillBranch(const DialogUser& dialog, const char* code, const QString& name, const char* postcode) {
   dialog.Type("txtSucursales_0", QString::fromLatin1(code));

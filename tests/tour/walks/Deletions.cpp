@@ -1,19 +1,11 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstNodo.h"
-
 #include <QMessageBox>
 
 using adodb::StatementText;
 using namespace Qt::StringLiterals;
 
 namespace tour {
-
-namespace {
-
-constexpr cConstNodo node;
-
-}  // namespace
 
 void WalkDeletions(Tour& tour) {
   const int spain = tour.Id(u"SELECT IDPais FROM Paises WHERE Nombre='España'");

@@ -1,8 +1,5 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstAccion.h"
-#include "platform/contract/cConstNodo.h"
-
 #include <QAction>
 #include <QColorDialog>
 #include <QMessageBox>
@@ -21,9 +18,6 @@ using namespace Qt::StringLiterals;
 namespace tour {
 
 namespace {
-
-constexpr cConstNodo node;
-constexpr cConstAccion action;
 
 constexpr std::array markers{
     "mnuEmergenteFechaLarga",        "mnuEmergenteTratamiento",  "mnuEmergenteNombreCompleto",

@@ -1,8 +1,5 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstAccion.h"
-#include "platform/contract/cConstNodo.h"
-
 #include <QMessageBox>
 
 using adodb::StatementText;
@@ -12,9 +9,6 @@ using namespace Qt::StringLiterals;
 namespace tour {
 
 namespace {
-
-constexpr cConstNodo node;
-constexpr cConstAccion action;
 
 void WalkHeaders(Tour& tour) {
   tour.Windows().On("frmCabecera", [&](const DialogUser& dialog) {

@@ -1,8 +1,5 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstAccion.h"
-#include "platform/contract/cConstNodo.h"
-
 #include <QCheckBox>
 #include <QMessageBox>
 
@@ -11,13 +8,6 @@ using support::DialogUser;
 using namespace Qt::StringLiterals;
 
 namespace tour {
-
-namespace {
-
-constexpr cConstNodo node;
-constexpr cConstAccion action;
-
-}  // namespace
 
 void WalkPublications(Tour& tour) {
   tour.Windows().On("frmPublicacion", [&](const DialogUser& dialog) {

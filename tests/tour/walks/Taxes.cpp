@@ -1,8 +1,5 @@
 #include "tour/Walks.h"
 
-#include "platform/contract/cConstAccion.h"
-#include "platform/contract/cConstNodo.h"
-
 #include <QCheckBox>
 #include <QMessageBox>
 
@@ -13,9 +10,6 @@ using namespace Qt::StringLiterals;
 namespace tour {
 
 namespace {
-
-constexpr cConstNodo node;
-constexpr cConstAccion action;
 
 void WalkPercentages(Tour& tour) {
   tour.Windows().On("frmTipoDeduccion", [&](const DialogUser& dialog) {
