@@ -10,7 +10,6 @@
 #include "platform/contract/cConstNodo.h"
 
 #include <QMessageBox>
-#include <QRegularExpression>
 #include <QStatusBar>
 #include <QtTest>
 
@@ -72,7 +71,6 @@ class tst_deletion : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
   void NothingHappensWithoutYes();
   void QuestionNamesRecordAndDependents();
   void SeveralRecordsEndInOneSummary();
@@ -91,11 +89,6 @@ class tst_deletion : public QObject {
   void AFailureHalfWayIsUndone();
   void CountsAreJoined();
 };
-
-void tst_deletion::init() {
-  // The offscreen screen has its own, which say nothing of the program.
-  QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
-}
 
 void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
