@@ -34,14 +34,13 @@ if(KEL_FUZZ)
 endif()
 
 # kel_precompiled(<target>): the target's files start from the project's one precompiled header (cmake/precompiled).
-# It saves time and nothing else: a file includes what it uses, and a header that the target's libraries don't offer
-# is still not found.
+# It saves time and nothing else: a file includes what it uses.
 function(kel_precompiled target)
   target_precompile_headers(${target} REUSE_FROM kel_precompiled)
 endfunction()
 
 # kel_folder(<target> <sources...>): the static library of one folder of src/. Headers are included from src/
-# ("framework/Form.h"); what a folder may include is what its target links. Layouts (NAME.ui) become ui_NAME.h, by rules
+# ("framework/Form.h"); what a folder may include says the table in docs/architecture.md. Layouts (NAME.ui) become ui_NAME.h, by rules
 # that the build follows when a layout changes.
 function(kel_folder target)
   set(sources ${ARGN})

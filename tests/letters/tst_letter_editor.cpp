@@ -227,6 +227,9 @@ class tst_letter_editor : public QObject {
 
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {
       QCOMPARE(Letter(dialog)->toPlainText(), u"¿Dónde? [Nombre]\nl'any"_s);
+      // What is typed meanwhile takes nothing of the offer away.
+      dialog.Keys("rtfCarta", u"Otra cosa "_s);
+      QVERIFY(dialog.IsVisible("cmdRecuperar") && dialog.IsVisible("cmdDescartar"));
       dialog.Press("cmdRecuperar");
       QCOMPARE(Letter(dialog)->toPlainText(), u"Trabajo ¿Dónde? [Nombre]\nl'any"_s);
       Do(dialog, "mnuArchivoGuardar");

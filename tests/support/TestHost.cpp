@@ -1,6 +1,7 @@
 #include "support/TestHost.h"
 
 #include "entry/PublishedClasses.h"
+#include "framework/Form.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Invoke.h"
@@ -36,6 +37,17 @@ void TestHost::Start() {
     automation::RegisterClass(published.progId, published.create);
   }
   m_services = std::make_unique<host::cPrincipal>(session);
+  driver.EndBy(End);
+}
+
+// Unloaded, without a question, or it would be in use for every later request.
+void TestHost::End(QDialog& dialog) {
+  auto* form = qobject_cast<Form*>(&dialog);
+  if (form != nullptr) {
+    form->RequestUnload(Form::FormCode);
+  } else {
+    dialog.done(QDialog::Rejected);
+  }
 }
 
 TestHost::~TestHost() {

@@ -56,6 +56,7 @@ class TestHost : public TestDatabase {
  private:
   std::optional<automation::Error> Call(const char* method);
   void Start();
+  static void End(QDialog& dialog);
 
   std::unique_ptr<adodb::Connection> m_real;
   std::unique_ptr<RecordingConnection> m_recording;

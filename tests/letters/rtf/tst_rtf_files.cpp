@@ -6,24 +6,44 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-/// Letters of many programs, from the folder that KEL_RTF_DIR names. They are not part of the project.
+namespace {
+
+// The folder that KEL_RTF_DIR names, or `shared/rtf` beside the project's.
+QDir Letters() {
+  const QString beside = qEnvironmentVariable("KEL_DATOS") + u"/../../../shared/rtf"_s;
+  return qEnvironmentVariable("KEL_RTF_DIR", beside);
+}
+
+}  // namespace
+
+/// Letters of many programs. They are not part of the project.
 class tst_rtf_files : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
   void everyFile_data();
   void everyFile();
+  void cleanupTestCase();
+
+ private:
+  int m_read = 0;
 };
 
 void tst_rtf_files::everyFile_data() {
   QTest::addColumn<QString>("path");
-  const QDir folder(qEnvironmentVariable("KEL_RTF_DIR"));
-  const QStringList names = qEnvironmentVariableIsSet("KEL_RTF_DIR") ? folder.entryList({u"*.rtf"_s}) : QStringList();
+  const QDir folder = Letters();
+  const QStringList names = folder.entryList({u"*.rtf"_s});
   for (const QString& name : names) {
     QTest::newRow(qPrintable(name)) << folder.filePath(name);
   }
   if (names.isEmpty()) {
     QTest::newRow("none") << QString();
+  }
+}
+
+void tst_rtf_files::cleanupTestCase() {
+  if (m_read > 0) {
+    qInfo("%d real letters read", m_read);
   }
 }
 
@@ -49,6 +69,7 @@ void tst_rtf_files::everyFile() {
   const QStringList after = support::Portrait(*again).first(before.size() - 1);
   before.removeLast();
   QCOMPARE(support::Difference(before, after), QString());
+  ++m_read;
 }
 
 KEL_TEST(tst_rtf_files);
