@@ -25,7 +25,8 @@ const QMap<QString, int> nodes{{u"frmPais"_s, node.Paises()},
                                {u"frmTipoDeduccion"_s, node.TipoDeduccion()},
                                {u"frmPresentador"_s, node.Presentadores()},
                                {u"frmEmisor"_s, node.Emisores()},
-                               {u"frmCobrador"_s, node.Cobradores()}};
+                               {u"frmCobrador"_s, node.Cobradores()},
+                               {u"frmCabecera"_s, node.Cabeceras()}};
 
 const QMap<QString, int> actions{
     {u"Agregar"_s, action.Agregar()}, {u"Nuevo"_s, action.Nuevo()}, {u"Modificar"_s, action.Modificar()}};
