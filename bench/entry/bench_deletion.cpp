@@ -7,8 +7,8 @@
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "entry/Deletion.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "framework/Platform.h"
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
 #include "support/Race.h"
@@ -32,7 +32,7 @@ constexpr int rounds = 31;
 constexpr int batch = 20;
 
 // Refusals answer themselves.
-class Silent : public Platform {
+class Silent : public Desktop {
  public:
   Silent() { Install(this); }
   ~Silent() override { Install(nullptr); }
@@ -156,7 +156,7 @@ void RaceOfRefusals(const Office& large, const Office& small, const deletion::Ru
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  const Silent platform;
+  const Silent desktop;
   const Office small(few);
   const Office large(many);
   for (const deletion::Rule& rule : deletion::Rules()) {

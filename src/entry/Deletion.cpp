@@ -1,8 +1,8 @@
 #include "entry/Deletion.h"
 
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "platform/automation/Conversion.h"
 #include "platform/contract/cConstNodo.h"
 

@@ -1,9 +1,9 @@
 #include "entry/Dispatch.h"
 
 #include "banking/Dialogs.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "labels/Dialogs.h"
 #include "letters/Dialogs.h"
 #include "platform/automation/Error.h"
@@ -50,7 +50,7 @@ class Release {
   Release(const Release&) = delete;
   Release& operator=(const Release&) = delete;
   ~Release() {
-    Platform::Current().DoEvents();
+    Desktop::Current().DoEvents();
     // Messages that were pending may have opened it again.
     const auto found = DefaultInstances().find(m_entry.released);
     if (found != DefaultInstances().end() && !found->second->IsInUse()) {
@@ -73,7 +73,7 @@ void ShowInstance(const Entry& entry, bool guarded) {
 }
 
 Outcome Show(const Entry& entry) {
-  if (entry.opening == Opening::WithPrinter && Platform::Current().PrinterCount() == 0) {
+  if (entry.opening == Opening::WithPrinter && Desktop::Current().PrinterCount() == 0) {
     ShowMessageWithBeep(102, vbInformation);
     return Outcome::NoPrinter;
   }

@@ -1,6 +1,6 @@
 #include "framework/ComboSearch.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QAbstractItemView>
@@ -85,7 +85,7 @@ bool ComboSearch::OnKey(const QString& typed) {
   const QString text = again ? typed : m_typed + typed;
   const int found = Find(text, Highlighted() + (text.size() == 1 ? 1 : 0));
   if (found < 0) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
   } else {
     m_typed = text;
     Select(found);

@@ -1,6 +1,6 @@
 #include "framework/KeyFilter.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -76,6 +76,6 @@ void KeyFilter::OnEdited(const QString& text) {
 
 void KeyFilter::Refuse() {
   if (m_options & BeepOnRefusal) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
   }
 }

@@ -148,7 +148,7 @@ void MaintenanceForm::OnUnload() {
   }
   Try(error, [this] { ReleaseRecord(); });
   if (error) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
     Tell(*error, u"Form_Unload"_s);
   }
 }
@@ -199,7 +199,7 @@ bool MaintenanceForm::LeaveFields() {
   if (auto* button = qobject_cast<QAbstractButton*>(m_accept)) {
     button->setFocus();
   }
-  Platform::Current().DoEvents();
+  Desktop::Current().DoEvents();
   return IsLoaded();
 }
 
@@ -334,7 +334,7 @@ int MaintenanceForm::Ask(int stringId, int style) {
 
 int MaintenanceForm::Ask(const QString& text, int style) {
   m_writing.reset();
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   return ShowText(text, style);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "framework/Desktop.h"
 #include "framework/Form.h"
 #include "framework/HostServices.h"
 #include "framework/InputDisabled.h"
-#include "framework/Platform.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"

@@ -1,6 +1,6 @@
 #include "framework/Messages.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 #include "resources/StringTable.h"
 
 using resources::LoadResString;
@@ -11,12 +11,12 @@ int ShowMessage(int stringId, int style) {
 }
 
 int ShowMessageWithBeep(int stringId, int style) {
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   return ShowMessage(stringId, style);
 }
 
 int ShowText(const QString& text, int style) {
-  return Platform::Current().MsgBox(text, style, objApi().tituloaplicacion());
+  return Desktop::Current().MsgBox(text, style, objApi().tituloaplicacion());
 }
 
 void ShowError(int stringId, const automation::Error& error) {

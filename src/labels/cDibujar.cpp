@@ -1,7 +1,7 @@
 #include "labels/cDibujar.h"
 
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 
 #include <QColor>
 #include <QPainter>

@@ -227,7 +227,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
       return true;
     }
     const QString second = refusal->secondString != 0 ? u"\r\n"_s + LoadResString(refusal->secondString) : QString();
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
     ShowText(LoadResString(refusal->firstString) + second, vbExclamation);
     if (QLineEdit* box = BoxOf(refusal->box)) {
       box->setFocus();

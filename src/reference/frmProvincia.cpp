@@ -78,7 +78,7 @@ class frmProvincia final : public FormOn<Ui::frmProvincia> {
       const qint32 country = FixedCountry() != 0 ? FixedCountry() : ItemData(ui.cboPais);
       Execute(u"INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES({},'{}',0)", country, name);
       if (IsNuevo()) {
-        Platform::Current().DoEvents();
+        Desktop::Current().DoEvents();
         HandBack(u"maxid", u"SELECT MAX(IDProvincia) AS maxid FROM Provincias");
       }
     }

@@ -56,7 +56,7 @@ class tst_accessible_names : public QObject {
     QFETCH(int, id);
     TestHost host;
     host.Execute(u"INSERT INTO Bancos(IDBanco,Numero,Nombre) VALUES(1,'0001','Uno')");
-    host.platform.printers = 1;
+    host.desktop.printers = 1;
     if (node == support::node.CartasModelo()) {
       // The editor always asks before it closes.
       host.driver.Answer(QMessageBox::No);

@@ -136,7 +136,7 @@ class tst_deletion_rules : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, kept));
     QCOMPARE(host.driver.TakeBoxes(), QStringList(refusal));
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
     QVERIFY(!IsMarked(host, reference->node, kept));
     QCOMPARE(host.Recording().Writes(), QStringList());
     QCOMPARE(host.Recording().State(), int(adodb::StateOpen));

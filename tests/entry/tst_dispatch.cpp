@@ -61,7 +61,7 @@ class tst_dispatch : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(26, 1));
     QCOMPARE(host.driver.Boxes(),
              QStringList(u"Prueba|informacion|¡No dispone de impresoras instaladas en el equipo!"_s));
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
     QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
   }
 
@@ -82,15 +82,15 @@ class tst_dispatch : public QObject {
   void GuardedLoadWaitsBehindTheHourglass() {
     TestHost host;
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
-      QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
+      QCOMPARE(host.desktop.pointers, (QList<int>{11, 0}));
       dialog.Close();
     });
     EXPECT_CLEAN(host, host.PasarDatos(19, 1));
     // A bank that is not there is told, and never shown.
-    host.platform.pointers.clear();
+    host.desktop.pointers.clear();
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(19, 2, 987654));
-    QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
+    QCOMPARE(host.desktop.pointers, (QList<int>{11, 0}));
     QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 

@@ -123,7 +123,7 @@ class tst_label_drawing : public QObject {
     cDibujar().DibujarLinea();
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|aviso|La clase no ha sido inicializada"_s));
     QCOMPARE(host.driver.TakeProblems(), QStringList());
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
   }
 
   // The preview is a paper in any theme: the selected entry red, the others black, the deleted ones not at all.

@@ -83,7 +83,7 @@ class tst_label_sheets : public QObject {
       dialog.Press("optEnvioPostal");
       QVERIFY(dialog.IsEnabled("cmdSeleccionar_1"));
       dialog.Press("cmdSeleccionar_0");
-      QCOMPARE(host.platform.helpShown, QStringList(u"/ayuda/kel.html"_s));
+      QCOMPARE(host.desktop.helpShown, QStringList(u"/ayuda/kel.html"_s));
       dialog.Press("cmdSeleccionar_3");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Agregar(), 0, u"nada"_s));

@@ -48,7 +48,7 @@ class Window : public QWidget {
   QLineEdit* other = new QLineEdit;
 
  private:
-  support::TestPlatform m_platform;
+  support::CountingDesktop m_desktop;
 };
 
 }  // namespace

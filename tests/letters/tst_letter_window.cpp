@@ -349,7 +349,7 @@ class tst_letter_window : public QObject {
     host.driver.Answer(QMessageBox::No);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
     QCOMPARE(host.driver.TakeBoxes()[2], u"Prueba|informacion|No se ha encontrado el texto."_s);
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
   }
 
   void HelpIsTheHosts() {
@@ -357,7 +357,7 @@ class tst_letter_window : public QObject {
     WithALetter(host, [](const DialogUser& dialog) { Do(dialog, "mnuAyudaContenido"); });
     host.driver.Answer(QMessageBox::No);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
-    QCOMPARE(host.platform.helpShown, QStringList(u"/ayuda/kel.html"_s));
+    QCOMPARE(host.desktop.helpShown, QStringList(u"/ayuda/kel.html"_s));
   }
 
   void MarkersOfAnInstallation_data() {

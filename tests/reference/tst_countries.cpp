@@ -97,7 +97,7 @@ class tst_countries : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Agregar()));
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|informacion|Debe introducir el nombre del pais"_s));
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
   }
 
   void ClosePrompt_data() {

@@ -160,7 +160,7 @@ class tst_collectors : public QObject {
       QCOMPARE(host.Recording().Writes(), QStringList());
       QCOMPARE(Requested(host, "IDAux"), 77);
     }
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
     QCOMPARE(host.driver.Boxes(),
              QStringList(2, u"Prueba|critico|No se han especificado alguno de los parámetros requeridos"_s));
   }
@@ -190,7 +190,7 @@ class tst_collectors : public QObject {
       for (const QChar key : typed) {
         key == u'\b' ? dialog.Key(Qt::Key_Backspace) : dialog.Keys(nif, key);
       }
-      QTEST(host.platform.beeps, "beeps");
+      QTEST(host.desktop.beeps, "beeps");
       QVERIFY(!dialog.IsVisible("cmdLetra"));
       dialog.Find("txtCobrador_4")->setFocus(Qt::TabFocusReason);
       QCOMPARE(dialog.Text(nif), left);

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace support {
 
-void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
+void CountingDesktop::ShowHelp(const QString& file, const QString& /*title*/) {
   helpShown.append(file);
 }
 

@@ -4,7 +4,7 @@
 #include "support/RecordingConnection.h"
 #include "support/TestDatabase.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 #include "host/services/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/automation/Error.h"
@@ -13,13 +13,13 @@
 
 namespace support {
 
-/// The platform of a test: real message boxes, counted beeps, as many printers as the test wants.
-class TestPlatform : public Platform {
+/// The desktop of a test: real message boxes, counted beeps, as many printers as the test wants.
+class CountingDesktop : public Desktop {
  public:
-  TestPlatform() { Install(this); }
-  TestPlatform(const TestPlatform&) = delete;
-  TestPlatform& operator=(const TestPlatform&) = delete;
-  ~TestPlatform() override { Install(nullptr); }
+  CountingDesktop() { Install(this); }
+  CountingDesktop(const CountingDesktop&) = delete;
+  CountingDesktop& operator=(const CountingDesktop&) = delete;
+  ~CountingDesktop() override { Install(nullptr); }
 
   void Beep() override { ++beeps; }
   int PrinterCount() override { return printers; }
@@ -51,7 +51,7 @@ class TestHost : public TestDatabase {
   RecordingConnection& Recording() { return *m_recording; }
   host::cPrincipal& services() { return *m_services; }
   Driver driver;
-  TestPlatform platform;
+  CountingDesktop desktop;
 
  private:
   std::optional<automation::Error> Call(const char* method);

@@ -20,7 +20,7 @@ class tst_communities : public QObject {
       dialog.Type("txtComunidad", u" Comunitat d'Enlloc "_s);
       // Only digits arrive, without a sound.
       dialog.Type("txtCodigo", u"9a-9"_s);
-      QCOMPARE(host.platform.beeps, 0);
+      QCOMPARE(host.desktop.beeps, 0);
       dialog.Press("cmdAceptar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Nuevo()));

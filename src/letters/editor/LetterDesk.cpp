@@ -1,7 +1,7 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "letters/editor/CommonDialog.h"
 #include "letters/editor/EditorArea.h"
 #include "letters/editor/FieldMenu.h"
@@ -108,7 +108,7 @@ void LetterDesk::SetTabStops(bool letterHasFocus) {
 
 void LetterDesk::BuscarTexto() {
   const std::optional<QString> text =
-      Platform::Current().InputBox(LoadResString(3139), objApi().tituloaplicacion(), m_lastSearch);
+      Desktop::Current().InputBox(LoadResString(3139), objApi().tituloaplicacion(), m_lastSearch);
   if (!text) {
     return;
   }

@@ -1,7 +1,7 @@
 #include "letters/editor/RescueStrip.h"
 
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "letters/editor/LetterWindow.h"
 #include "letters/rtf/Rtf.h"
 

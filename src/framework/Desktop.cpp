@@ -1,4 +1,4 @@
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 
 #include "framework/ReturnToWindow.h"
 #include "framework/Termination.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-Platform* installed = nullptr;
+Desktop* installed = nullptr;
 
 QMessageBox::StandardButtons Buttons(int style) {
   switch (style & 15) {
@@ -71,18 +71,18 @@ int Answer(QMessageBox::StandardButton button, QMessageBox::StandardButtons offe
 
 }  // namespace
 
-Platform::~Platform() = default;
+Desktop::~Desktop() = default;
 
-Platform& Platform::Current() {
-  static Platform real;
+Desktop& Desktop::Current() {
+  static Desktop real;
   return installed != nullptr ? *installed : real;
 }
 
-void Platform::Install(Platform* platform) {
-  installed = platform;
+void Desktop::Install(Desktop* desktop) {
+  installed = desktop;
 }
 
-int Platform::MsgBox(const QString& text, int style, const QString& title) {
+int Desktop::MsgBox(const QString& text, int style, const QString& title) {
   const ReturnToWindow back;
   const QMessageBox::StandardButtons buttons = Buttons(style);
   QMessageBox box(Icon(style), title, text, buttons, QApplication::activeModalWidget());
@@ -96,7 +96,7 @@ int Platform::MsgBox(const QString& text, int style, const QString& title) {
   return Answer(box.standardButton(box.clickedButton()), buttons);
 }
 
-std::optional<QString> Platform::InputBox(const QString& prompt, const QString& title, const QString& initial) {
+std::optional<QString> Desktop::InputBox(const QString& prompt, const QString& title, const QString& initial) {
   const ReturnToWindow back;
   bool accepted = false;
   const QString text =
@@ -104,15 +104,15 @@ std::optional<QString> Platform::InputBox(const QString& prompt, const QString& 
   return accepted ? std::optional(text) : std::nullopt;
 }
 
-void Platform::Beep() {
+void Desktop::Beep() {
   QApplication::beep();
 }
 
-int Platform::PrinterCount() {
+int Desktop::PrinterCount() {
   return static_cast<int>(QPrinterInfo::availablePrinterNames().size());
 }
 
-void Platform::SetMousePointer(MousePointer pointer) {
+void Desktop::SetMousePointer(MousePointer pointer) {
   if (pointer == vbHourglass) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
   } else {
@@ -120,11 +120,11 @@ void Platform::SetMousePointer(MousePointer pointer) {
   }
 }
 
-void Platform::DoEvents() {
+void Desktop::DoEvents() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-void Platform::ShowHelp(const QString& file, const QString& title) {
+void Desktop::ShowHelp(const QString& file, const QString& title) {
   if (!QFileInfo(file).isFile()) {
     MsgBox(QStringLiteral("No se encuentra el archivo de ayuda «%1». Compruebe la instalación del programa.").arg(file),
            vbExclamation, title);
@@ -135,9 +135,9 @@ void Platform::ShowHelp(const QString& file, const QString& title) {
 }
 
 Hourglass::Hourglass() {
-  Platform::Current().SetMousePointer(vbHourglass);
+  Desktop::Current().SetMousePointer(vbHourglass);
 }
 
 Hourglass::~Hourglass() {
-  Platform::Current().SetMousePointer(vbDefault);
+  Desktop::Current().SetMousePointer(vbDefault);
 }

@@ -24,9 +24,9 @@ enum MsgBoxResult : int { vbOK = 1, vbCancel = 2, vbAbort = 3, vbRetry = 4, vbIg
 /// Values of the screen's mouse pointer.
 enum MousePointer : int { vbDefault = 0, vbHourglass = 11 };
 
-class Platform {
+class Desktop {
  public:
-  virtual ~Platform();
+  virtual ~Desktop();
 
   /// Shows `text` (plain text, never markup) and waits. `style` is a sum of MsgBoxStyle. A box that is closed
   /// without a button answers vbCancel where it has that button, else vbNo, else vbOK.
@@ -42,9 +42,9 @@ class Platform {
   /// Opens the help file with the desktop's program for it; says so in a message box when it can't.
   virtual void ShowHelp(const QString& file, const QString& title);
 
-  static Platform& Current();
-  /// Installs another platform, or the real one again for null. The caller keeps ownership.
-  static void Install(Platform* platform);
+  static Desktop& Current();
+  /// Installs another desktop, or the real one again for null. The caller keeps ownership.
+  static void Install(Desktop* desktop);
 };
 
 /// The hourglass while the object lives.
