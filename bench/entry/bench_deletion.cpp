@@ -21,6 +21,8 @@
 #include <cstdio>
 #include <map>
 
+using namespace framework;
+
 using adodb::Execute;
 
 namespace {
@@ -79,7 +81,7 @@ class Office {
   }
 
   // Records of the rule's table that nobody refers to, made beforehand.
-  QList<int> Spare(const deletion::Rule& rule, int count) const {
+  QList<int> Spare(const entry::deletion::Rule& rule, int count) const {
     QList<int> ids;
     m_connection->BeginTrans();
     for (int i = 0; i < count; ++i) {
@@ -94,7 +96,7 @@ class Office {
 
   void Delete(int node, int id) const {
     objApi() = HostServices(m_services.get());
-    deletion::Delete(node, id);
+    entry::deletion::Delete(node, id);
   }
 
   void DeleteBatch(int node, QList<int>& ids) const {
@@ -109,7 +111,7 @@ class Office {
     }
   }
 
-  void PrintPlan(const deletion::Rule& rule) const {
+  void PrintPlan(const entry::deletion::Rule& rule) const {
     const database::SqliteHandle handle(database::ConnectionString(m_text), database::SqliteHandle::Missing::Refuse);
     const QString text = rule.references->Text(7);
     database::Lexer lexer;
@@ -131,7 +133,7 @@ class Office {
   std::unique_ptr<host::cPrincipal> m_services;
 };
 
-void RaceOfDeletions(const Office& large, const Office& small, const deletion::Rule& rule) {
+void RaceOfDeletions(const Office& large, const Office& small, const entry::deletion::Rule& rule) {
   QList<int> inLarge = large.Spare(rule, rounds * batch);
   QList<int> inSmall = small.Spare(rule, rounds * batch);
   std::vector<bench::Contestant> contestants{
@@ -143,7 +145,7 @@ void RaceOfDeletions(const Office& large, const Office& small, const deletion::R
 }
 
 // A record that half of all rows refer to: the first reference found must be enough.
-void RaceOfRefusals(const Office& large, const Office& small, const deletion::Rule& rule, int id) {
+void RaceOfRefusals(const Office& large, const Office& small, const entry::deletion::Rule& rule, int id) {
   std::vector<bench::Contestant> contestants{
       {"with a million", [&] { large.RefuseBatch(rule.node, id); }},
       {"with a thousand", [&] { small.RefuseBatch(rule.node, id); }},
@@ -159,13 +161,13 @@ int main(int argc, char** argv) {
   const Silent desktop;
   const Office small(few);
   const Office large(many);
-  for (const deletion::Rule& rule : deletion::Rules()) {
+  for (const entry::deletion::Rule& rule : entry::deletion::Rules()) {
     if (rule.references) {
       RaceOfDeletions(large, small, rule);
       large.PrintPlan(rule);
     }
   }
-  for (const deletion::Rule& rule : deletion::Rules()) {
+  for (const entry::deletion::Rule& rule : entry::deletion::Rules()) {
     // Records with live references among the million.
     const std::map<int, int> referred{{16, 1}, {17, 2}, {18, 1}, {20, 35}, {22, 27}};
     if (const auto found = referred.find(rule.node); found != referred.end()) {

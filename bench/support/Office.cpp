@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace bench {

@@ -13,7 +13,7 @@
 namespace bench {
 
 /// Questions answer themselves with yes.
-class Agreeing : public Desktop {
+class Agreeing : public framework::Desktop {
  public:
   Agreeing() { Install(this); }
   Agreeing(const Agreeing&) = delete;

@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 
-namespace deletion {
+using namespace framework;
+
+namespace entry::deletion {
 
 namespace {
 
@@ -171,4 +173,4 @@ Outcome Delete(qint32 requested, qint32 id) {
   return Outcome::Done;
 }
 
-}  // namespace deletion
+}  // namespace entry::deletion

@@ -13,6 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
+namespace framework {
 namespace {
 
 constexpr std::chrono::milliseconds pauseThatEndsASearch{1500};
@@ -133,3 +134,5 @@ void ComboSearch::ShowTyped() const {
   const QPoint above(0, -2 * m_combo->height());
   QToolTip::showText(m_combo->mapToGlobal(above), m_typed.isEmpty() ? QString() : u"Buscar: "_s + m_typed, m_combo);
 }
+
+}  // namespace framework

@@ -11,6 +11,7 @@
 #include <QPrinterInfo>
 #include <QUrl>
 
+namespace framework {
 namespace {
 
 Desktop* installed = nullptr;
@@ -141,3 +142,5 @@ Hourglass::Hourglass() {
 Hourglass::~Hourglass() {
   Desktop::Current().SetMousePointer(vbDefault);
 }
+
+}  // namespace framework

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+namespace framework {
+
 /// What the dialogs ask of the desktop around them. Tests install another one; the real one uses Qt's own
 /// message and input boxes, so that scripts and assistive technology find them.
 
@@ -55,3 +57,5 @@ class Hourglass {
   Hourglass& operator=(const Hourglass&) = delete;
   ~Hourglass();
 };
+
+}  // namespace framework

@@ -18,6 +18,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace framework {
+
 Form::Form(const QString& name) {
   setObjectName(name);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -169,3 +171,5 @@ void Form::showEvent(QShowEvent* event) {
     Guard([this] { OnActivate(); });
   }
 }
+
+}  // namespace framework

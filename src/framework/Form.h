@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace framework {
+
 /// A dialog with the life of a form: created (its constructor is the initialise event), loaded, shown modally, asked
 /// whether it may close, unloaded, destroyed (the terminate event). It can be loaded again after an unload; its
 /// controls are then new.
@@ -102,3 +104,5 @@ class Form : public QDialog {
   bool m_activated = false;
   std::exception_ptr m_error;
 };
+
+}  // namespace framework

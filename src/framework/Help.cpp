@@ -3,7 +3,7 @@
 #include "framework/Desktop.h"
 #include "framework/HostServices.h"
 
-namespace Help {
+namespace framework::Help {
 
 namespace {
 
@@ -22,4 +22,4 @@ void Show() {
   Desktop::Current().ShowHelp(File(), objApi().tituloaplicacion());
 }
 
-}  // namespace Help
+}  // namespace framework::Help

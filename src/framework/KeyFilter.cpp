@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace framework {
+
 bool IsDigit(QChar c) {
   return c >= u'0' && c <= u'9';
 }
@@ -79,3 +81,5 @@ void KeyFilter::Refuse() {
     Desktop::Current().Beep();
   }
 }
+
+}  // namespace framework

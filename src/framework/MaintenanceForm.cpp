@@ -20,6 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
+namespace framework {
 namespace {
 
 constexpr cConstAccion action;
@@ -408,3 +409,5 @@ void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<voi
 QString MaintenanceForm::WidthsKey() const {
   return objApi().tituloaplicacion() + u'\\' + objApi().PathNodo();
 }
+
+}  // namespace framework

@@ -15,10 +15,13 @@
 #include <optional>
 #include <variant>
 
-class FocusWatch;
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
+
+namespace framework {
+
+class FocusWatch;
 
 /// How a dialog tells of an error of its load or unload.
 struct ErrorBox {
@@ -239,3 +242,5 @@ class FormOn : public Base {
     this->Connect();
   }
 };
+
+}  // namespace framework

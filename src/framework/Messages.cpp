@@ -6,6 +6,8 @@
 using resources::LoadResString;
 using namespace Qt::StringLiterals;
 
+namespace framework {
+
 int ShowMessage(int stringId, int style) {
   return ShowText(LoadResString(stringId), style);
 }
@@ -29,3 +31,5 @@ void ReportError(const automation::Error& error, const QString& procedure, const
   services.VerError(procedure, entity, component);
   automation::Err().Clear();
 }
+
+}  // namespace framework

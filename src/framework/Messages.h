@@ -5,6 +5,8 @@
 
 #include <QString>
 
+namespace framework {
+
 /// Messages of the dialogs, titled with the host's `tituloaplicacion`.
 
 /// Shows the string of that number. `style` is a sum of MsgBoxStyle; the answer one of MsgBoxResult.
@@ -25,3 +27,5 @@ inline const QString ownComponent = QStringLiteral("KelConfiguracion");
 /// it, and the dialog or entity.
 void ReportError(const automation::Error& error, const QString& procedure, const QString& entity,
                  const QString& component = ownComponent, const HostServices& services = objApi());
+
+}  // namespace framework

@@ -9,6 +9,8 @@
 
 #include <utility>
 
+using namespace framework;
+
 namespace labels {
 
 namespace {

@@ -13,6 +13,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace labels {
+
 UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
@@ -49,7 +51,7 @@ void UpDown::Press(QToolButton* button, int direction) {
 }
 
 void UpDown::Step(int direction) {
-  const std::optional<automation::Currency> number = labels::BoundedNumber(m_box->text());
+  const std::optional<automation::Currency> number = BoundedNumber(m_box->text());
   if (!number) {
     return;
   }
@@ -93,3 +95,5 @@ void UpDown::Turn(QWheelEvent* event) {
   }
   event->accept();
 }
+
+}  // namespace labels

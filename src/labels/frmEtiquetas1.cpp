@@ -17,12 +17,10 @@
 #include <array>
 
 using adodb::Verbatim;
-using labels::IsCount;
-using labels::MeasureBoxes;
-using labels::NumberBox;
-using labels::StoredNumber;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace labels {
 namespace {
 
 // What the bounds let through: more are refused for a row and for a sheet.
@@ -158,7 +156,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 
   void OnPerRowChanged() {
     const QString perRow = ui.txtEtiquetasFila->text();
-    if (m_perRow->Bound() && labels::ExceedsTotal(perRow, ui.txtEtiquetasTotales->text())) {
+    if (m_perRow->Bound() && ExceedsTotal(perRow, ui.txtEtiquetasTotales->text())) {
       Ask(10028, vbExclamation);
       m_totals->Replace(perRow);
     }
@@ -183,7 +181,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
       return;
     }
     const bool bothHoldText = !ui.txtEtiquetasFila->text().isEmpty() && !ui.txtEtiquetasTotales->text().isEmpty();
-    if (bothHoldText && labels::IsAbove(box->text(), most)) {
+    if (bothHoldText && IsAbove(box->text(), most)) {
       box->selectAll();
       Ask(stringId, vbInformation);
     } else if (IsCount(ui.txtEtiquetasTotales->text()) && IsCount(ui.txtEtiquetasFila->text())) {
@@ -191,16 +189,14 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     }
   }
 
-  void ShowRows() {
-    ui.lblNumFilas->setText(labels::RowCount(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text()));
-  }
+  void ShowRows() { ui.lblNumFilas->setText(RowCount(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text())); }
 
   void ShowPicture() {
     std::array<QString, MeasureBoxes> measures;
     std::ranges::transform(m_boxes, measures.begin(), &QLineEdit::text);
-    const auto sheet = labels::ReadSheet(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text(), measures);
+    const auto sheet = ReadSheet(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text(), measures);
     ui.picHoja->Show(sheet);
-    ui.lblAjuste->setText(labels::FitText(sheet));
+    ui.lblAjuste->setText(FitText(sheet));
   }
 
   void SendHelpKey() {
@@ -212,7 +208,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 
   void SelectFields() {
     if (ValidarDatos()) {
-      labels::EditFields(m_fields, *this);
+      EditFields(m_fields, *this);
     }
   }
 
@@ -222,7 +218,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
   }
 
   bool ValidarDatos() {
-    const std::optional<labels::SheetRefusal> refusal = labels::RefusalOf(ShownTexts());
+    const std::optional<SheetRefusal> refusal = RefusalOf(ShownTexts());
     if (!refusal) {
       return true;
     }
@@ -235,14 +231,14 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     return false;
   }
 
-  labels::SheetTexts ShownTexts() const {
-    labels::SheetTexts texts{.boxes = {},
-                             .captions = {},
-                             .totals = ui.txtEtiquetasTotales->text(),
-                             .perRow = ui.txtEtiquetasFila->text(),
-                             .rows = ui.lblNumFilas->text(),
-                             .width = ui.txtMedidas_0->text(),
-                             .height = ui.txtMedidas_1->text()};
+  SheetTexts ShownTexts() const {
+    SheetTexts texts{.boxes = {},
+                     .captions = {},
+                     .totals = ui.txtEtiquetasTotales->text(),
+                     .perRow = ui.txtEtiquetasFila->text(),
+                     .rows = ui.lblNumFilas->text(),
+                     .width = ui.txtMedidas_0->text(),
+                     .height = ui.txtMedidas_1->text()};
     for (const QLineEdit* box : findChildren<QLineEdit*>()) {
       texts.boxes.append(box->text());
     }
@@ -252,17 +248,17 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     return texts;
   }
 
-  QLineEdit* BoxOf(labels::SheetBox box) const {
+  QLineEdit* BoxOf(SheetBox box) const {
     switch (box) {
-      case labels::SheetBox::Totals:
+      case SheetBox::Totals:
         return ui.txtEtiquetasTotales;
-      case labels::SheetBox::PerRow:
+      case SheetBox::PerRow:
         return ui.txtEtiquetasFila;
-      case labels::SheetBox::Width:
+      case SheetBox::Width:
         return ui.txtMedidas_0;
-      case labels::SheetBox::Height:
+      case SheetBox::Height:
         return ui.txtMedidas_1;
-      case labels::SheetBox::None:
+      case SheetBox::None:
         break;
     }
     return nullptr;
@@ -284,11 +280,11 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
         u"INSERT INTO ETIQUETAS (NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, ANCHOETIQUETA, "
         u"ALTOSEPARACION, ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA, NULTIMAETIQUETA, ULTIMOUTILIZADO, "
         u"DISCO, ENVIOPOSTAL) VALUES ( '{}', {} , {},'{}','{}', '{}','{}', '{}','{}', 0,0, {}, {} )",
-        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
-        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
-        Measure(labels::Left), Kind().disk, Kind().postal);
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(Height),
+        Measure(Width), Measure(VerticalGap), Measure(HorizontalGap), Measure(Top), Measure(Left), Kind().disk,
+        Kind().postal);
     const qint32 id = automation::CLng(LookUp(u"MAXID", u"SELECT MAX(IDETIQUETA) AS MaxID FROM ETIQUETAS"));
-    ExecuteAll(labels::WritingStatements(id, Kind(), m_fields));
+    ExecuteAll(WritingStatements(id, Kind(), m_fields));
   }
 
   void UpdateSheet() {
@@ -297,10 +293,10 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
         u"ANCHOETIQUETA = '{}',  ALTOSEPARACION= '{}',  ANCHOSEPARACION= '{}',  ALTO1ETIQUETA= '{}',  "
         u"ANCHO1ETIQUETA= '{}',  NULTIMAETIQUETA= 0,  ULTIMOUTILIZADO= 0,  DISCO= {},  ENVIOPOSTAL= {}  "
         u"WHERE IDetiqueta= {}",
-        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
-        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
-        Measure(labels::Left), Kind().disk, Kind().postal, Id());
-    ExecuteAll(labels::ReconcilingStatements(Id(), m_loaded, Kind(), m_fields));
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(Height),
+        Measure(Width), Measure(VerticalGap), Measure(HorizontalGap), Measure(Top), Measure(Left), Kind().disk,
+        Kind().postal, Id());
+    ExecuteAll(ReconcilingStatements(Id(), m_loaded, Kind(), m_fields));
   }
 
   void ExecuteAll(const QStringList& statements) {
@@ -310,13 +306,11 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
   }
 
   static Verbatim Stored(const QLineEdit* count) { return {StoredNumber(count->text())}; }
-  QString Measure(labels::MeasureBox box) const { return StoredNumber(m_boxes[box]->text()); }
-  labels::SheetKind Kind() const {
-    return {.disk = ui.optDisco->isChecked(), .postal = ui.optEnvioPostal->isChecked()};
-  }
+  QString Measure(MeasureBox box) const { return StoredNumber(m_boxes[box]->text()); }
+  SheetKind Kind() const { return {.disk = ui.optDisco->isChecked(), .postal = ui.optEnvioPostal->isChecked()}; }
 
-  labels::FieldCollection m_fields;
-  labels::SheetKind m_loaded;
+  FieldCollection m_fields;
+  SheetKind m_loaded;
   bool m_loading = false;
   std::array<QLineEdit*, MeasureBoxes> m_boxes = {};
   std::array<NumberBox*, MeasureBoxes> m_measures = {};
@@ -329,3 +323,5 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 std::unique_ptr<MaintenanceForm> CreateFrmEtiquetas1() {
   return std::make_unique<frmEtiquetas1>();
 }
+
+}  // namespace labels

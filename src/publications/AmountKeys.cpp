@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+using namespace framework;
+
+namespace publications {
 namespace {
 
 bool MayStandInAnAmount(QChar c) {
@@ -52,3 +55,5 @@ void AmountKeys::OnEdited(const QString& text) {
     Desktop::Current().Beep();
   }
 }
+
+}  // namespace publications

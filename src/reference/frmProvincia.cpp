@@ -3,8 +3,10 @@
 #include "reference/Dialogs.h"
 #include "ui_frmProvincia.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace reference {
 namespace {
 
 constexpr qsizetype longestName = 50;
@@ -107,3 +109,5 @@ class frmProvincia final : public FormOn<Ui::frmProvincia> {
 std::unique_ptr<MaintenanceForm> CreateFrmProvincia() {
   return std::make_unique<frmProvincia>();
 }
+
+}  // namespace reference

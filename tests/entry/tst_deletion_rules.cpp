@@ -171,8 +171,8 @@ class tst_deletion_rules : public QObject {
   }
 
   void OrderOfTheTests() {
-    const std::span<const deletion::Rule> rules = deletion::Rules();
-    QVERIFY(std::ranges::equal(rules, marked, {}, &deletion::Rule::node, &Marked::node));
+    const std::span<const entry::deletion::Rule> rules = entry::deletion::Rules();
+    QVERIFY(std::ranges::equal(rules, marked, {}, &entry::deletion::Rule::node, &Marked::node));
   }
 
   void ADioceseHoldsItsProvinceBackExceptInVelumarInstallations() {

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;
@@ -20,7 +21,7 @@ class tst_dispatch : public QObject {
  private Q_SLOTS:
   void TableInTestOrder() {
     QStringList rows;
-    for (const dispatch::Entry& entry : dispatch::Table()) {
+    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
       const QString released = entry.released == entry.dialog ? QString() : u'/' + entry.released;
       rows.append(u"%1 %2%3 %4"_s.arg(entry.node.toInt()).arg(entry.dialog, released).arg(int(entry.opening)));
     }
@@ -67,8 +68,8 @@ class tst_dispatch : public QObject {
 
   void NodesWithoutADialogSaySo() {
     TestHost host;
-    for (const dispatch::Entry& entry : dispatch::Table()) {
-      if (entry.create != nullptr || entry.opening == dispatch::Opening::WithPrinter) {
+    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
+      if (entry.create != nullptr || entry.opening == entry::dispatch::Opening::WithPrinter) {
         continue;
       }
       host.driver.Answer(QMessageBox::Ok);
@@ -108,7 +109,7 @@ class tst_dispatch : public QObject {
     QFETCH(bool, sameServices);
     TestHost host;
     host::cPrincipal others(host.session);
-    CPrincipal component;
+    entry::CPrincipal component;
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
       dialog.Type("txtPais", u"Atlántida"_s);
       host::cPrincipal& services = sameServices ? host.services() : others;
@@ -144,7 +145,7 @@ class tst_dispatch : public QObject {
   void ACallInTheMiddleOfALoad() {
     TestHost host;
     host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Banco')");
-    CPrincipal component;
+    entry::CPrincipal component;
     int refused = 0;
     host.Recording().SetHook([&](const QString& entry) {
       if (entry.startsWith(u"SELECT Bancos.Nombre")) {
@@ -167,7 +168,7 @@ class tst_dispatch : public QObject {
   void ADeletionInTheMiddleOfADialog() {
     TestHost host;
     host::cPrincipal others(host.session);
-    CPrincipal component;
+    entry::CPrincipal component;
     automation::Put(&others, "IDNodo", node.Cabeceras());
     automation::Put(&others, "IDSeleccionado", 1);
     QObject bare;
@@ -197,7 +198,7 @@ class tst_dispatch : public QObject {
 
   void AbrirConexionOpensOnlyAClosedOne() {
     TestHost host;
-    CPrincipal principal;
+    entry::CPrincipal principal;
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
     QCOMPARE(host.Recording().Log(), QStringList(u"OPEN('','','',-1)"_s));

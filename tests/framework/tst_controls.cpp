@@ -20,6 +20,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 class tst_controls : public QObject {

@@ -14,6 +14,7 @@
 
 #include <csignal>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using automation::Error;

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QTest>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using namespace labels;
@@ -66,7 +67,7 @@ class tst_label_drawing : public QObject {
   void PropertiesKeepTheirBounds() {
     QImage image(10, 10, QImage::Format_RGB32);
     QPainter painter(&image);
-    cDibujar drawing;
+    labels::cDibujar drawing;
     drawing.Init_Class(painter, area);
     QCOMPARE(drawing.Fila(), 1);
     QCOMPARE(drawing.PorcentajeAnchoLinea(), quint8(80));
@@ -95,7 +96,7 @@ class tst_label_drawing : public QObject {
     image.fill(Qt::white);
     {
       QPainter painter(&image);
-      cDibujar drawing;
+      labels::cDibujar drawing;
       drawing.Init_Class(painter, QRect(10, 20, 40, 40));
       drawing.Init_Class(painter, QRect(0, 0, 1000, 1000));
       drawing.TotalFilas(2);
@@ -120,7 +121,7 @@ class tst_label_drawing : public QObject {
     support::TestHost host;
     objApi() = HostServices(&host.services());
     host.driver.Answer(QMessageBox::Ok);
-    cDibujar().DibujarLinea();
+    labels::cDibujar().DibujarLinea();
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|aviso|La clase no ha sido inicializada"_s));
     QCOMPARE(host.driver.TakeProblems(), QStringList());
     QCOMPARE(host.desktop.beeps, 1);
@@ -130,7 +131,7 @@ class tst_label_drawing : public QObject {
   void PreviewInADarkTheme() {
     FieldCollection entries;
     for (const int id : {1, 2, 3}) {
-      auto entry = std::make_shared<cCampo>();
+      auto entry = std::make_shared<labels::cCampo>();
       entry->IDElemento = id;
       entry->Linea = quint8(id);
       entry->Orden = 1;

@@ -13,6 +13,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -44,7 +45,7 @@ class Window : public QWidget {
   }
 
   QLineEdit* box = new QLineEdit;
-  UpDown* spinner = new UpDown;
+  labels::UpDown* spinner = new labels::UpDown;
   QLineEdit* other = new QLineEdit;
 
  private:
@@ -152,7 +153,7 @@ class tst_number_boxes : public QObject {
     QFETCH(QString, up);
     QFETCH(QString, down);
     const Window window(0, 10);
-    QSignalSpy clicks(window.spinner, &UpDown::Clicked);
+    QSignalSpy clicks(window.spinner, &labels::UpDown::Clicked);
     using Way = std::function<void(bool)>;
     const QList<Way> ways{
         [&](bool isUp) { window.Click(isUp ? 0 : 1); },

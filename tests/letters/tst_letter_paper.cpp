@@ -120,13 +120,13 @@ class tst_letter_paper : public QObject {
   void TabStops() {
     QTextEdit edit;
     edit.setPlainText(u"a\tb\nc\td"_s);
-    cRichTextJustify().Settabs(edit, {720, 1440}, 0, 0, 1);
+    letters::cRichTextJustify().Settabs(edit, {720, 1440}, 0, 0, 1);
     const QTextBlockFormat format = edit.document()->begin().blockFormat();
     QCOMPARE(format.tabPositions().size(), 2);
     QCOMPARE(format.tabPositions()[1].position, 96);
     QVERIFY(edit.document()->lastBlock().blockFormat().tabPositions().isEmpty());
     const auto set = [&](const QList<qint32>& stops) {
-      return support::ErrorOf([&] { cRichTextJustify().Settabs(edit, stops, 0, 0, 1); });
+      return support::ErrorOf([&] { letters::cRichTextJustify().Settabs(edit, stops, 0, 0, 1); });
     };
     QCOMPARE(set({}), 9);
     QCOMPARE(set(QList<qint32>(32, 720)), 0);

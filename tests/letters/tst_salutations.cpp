@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;

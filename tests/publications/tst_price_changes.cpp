@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;

@@ -213,11 +213,11 @@ class tst_collectors : public QObject {
   }
 
   void CheckLettersOfPublishedNumbers() {
-    QCOMPARE(NationalIdentityLetter(u"54362315"_s), u'K');
-    QCOMPARE(NationalIdentityLetter(u"00000000"_s), u'T');
-    QCOMPARE(NationalIdentityLetter(u"99999999"_s), u'R');
-    QVERIFY(NationalIdentityLetter(u"1234567"_s).isNull());
-    QVERIFY(NationalIdentityLetter(u"X1234567"_s).isNull());
+    QCOMPARE(remittances::NationalIdentityLetter(u"54362315"_s), u'K');
+    QCOMPARE(remittances::NationalIdentityLetter(u"00000000"_s), u'T');
+    QCOMPARE(remittances::NationalIdentityLetter(u"99999999"_s), u'R');
+    QVERIFY(remittances::NationalIdentityLetter(u"1234567"_s).isNull());
+    QVERIFY(remittances::NationalIdentityLetter(u"X1234567"_s).isNull());
   }
 
   // Under the procedure's own name, through a services object of its own; the dialog stays open.

@@ -32,14 +32,14 @@ void TestHost::Start() {
   session.userKind = 1;
   session.settingsFile = Path(u"ajustes.ini"_s);
   host::RegisterClasses(session);
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::RegisterClass(published.progId, published.create);
   }
   m_services = std::make_unique<host::cPrincipal>(session);
 }
 
 TestHost::~TestHost() {
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::UnregisterClass(published.progId);
   }
   host::UnregisterClasses();

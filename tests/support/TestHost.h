@@ -14,7 +14,7 @@
 namespace support {
 
 /// The desktop of a test: real message boxes, counted beeps, as many printers as the test wants.
-class CountingDesktop : public Desktop {
+class CountingDesktop : public framework::Desktop {
  public:
   CountingDesktop() { Install(this); }
   CountingDesktop(const CountingDesktop&) = delete;
@@ -23,7 +23,7 @@ class CountingDesktop : public Desktop {
 
   void Beep() override { ++beeps; }
   int PrinterCount() override { return printers; }
-  void SetMousePointer(MousePointer pointer) override { pointers.append(pointer); }
+  void SetMousePointer(framework::MousePointer pointer) override { pointers.append(pointer); }
   void ShowHelp(const QString& file, const QString& title) override;
 
   int beeps = 0;

@@ -20,6 +20,7 @@
 #include <QToolBar>
 
 using resources::LoadResString;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {

@@ -5,6 +5,7 @@
 #include "resources/StringTable.h"
 
 using resources::LoadResString;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {

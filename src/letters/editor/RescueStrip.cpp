@@ -7,6 +7,7 @@
 
 #include <QPushButton>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {
