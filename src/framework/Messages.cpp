@@ -1,9 +1,7 @@
 #include "framework/Messages.h"
 
 #include "framework/Desktop.h"
-#include "resources/StringTable.h"
 
-using resources::LoadResString;
 using namespace Qt::StringLiterals;
 
 namespace framework {

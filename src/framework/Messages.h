@@ -2,12 +2,15 @@
 
 #include "framework/HostServices.h"
 #include "platform/automation/Error.h"
+#include "resources/StringTable.h"
 
 #include <QString>
 
 namespace framework {
 
 /// Messages of the dialogs, titled with the host's `tituloaplicacion`.
+
+using resources::LoadResString;
 
 /// Shows the string of that number. `style` is a sum of MsgBoxStyle; the answer one of MsgBoxResult.
 int ShowMessage(int stringId, int style);
