@@ -127,6 +127,7 @@ class tst_controls : public QObject {
     QTest::newRow("accents typed") << u"BÉL"_s << u"Bélgica"_s;
     QTest::newRow("not inside a word") << u"ndor"_s << u"Andorra"_s;
     QTest::newRow("several words") << u"isl c"_s << u"Islas Cook"_s;
+    QTest::newRow("stays while it fits") << u"be"_s << u"Bélgica"_s;
     QTest::newRow("one letter goes on") << u"ii"_s << u"Islas Cook"_s;
     QTest::newRow("what fits nothing is dropped") << u"frx"_s << u"Francia"_s;
     QTest::newRow("marks find nothing") << u"%"_s << u"Andorra"_s;

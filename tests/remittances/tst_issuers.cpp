@@ -146,6 +146,7 @@ class tst_issuers : public QObject {
     QTest::addColumn<QString>("kept");
     QTest::addColumn<QString>("province");
     QTest::newRow("complete") << u"08001"_s << u"08001"_s << u"Barcelona"_s;
+    QTest::newRow("its first two digits") << u"08"_s << u"08"_s << u"Barcelona"_s;
     QTest::newRow("one digit") << u"0"_s << u"0"_s << u"Madrid"_s;
     QTest::newRow("letters") << u"SW1A 08"_s << u"108"_s << u"Cáceres"_s;
     QTest::newRow("of no province") << u"99123"_s << u"99123"_s << u"Madrid"_s;
