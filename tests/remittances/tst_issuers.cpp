@@ -227,6 +227,7 @@ class tst_issuers : public QObject {
       });
       dialog.Press("cmdNPresentador");
       QCOMPARE(dialog.Text("cboPresentadores"), u"Ánimas - Banco del Norte"_s);
+      QCOMPARE(dialog.Items("cboPresentadores").size(), 2);
       requestIsBack();
       dialog.Press("cmdEmisor_0");
     });
@@ -235,6 +236,8 @@ class tst_issuers : public QObject {
                         u"Emisores.CodProvincia=Provincias.IDProvincia) INNER JOIN Presentadores ON "
                         u"Emisores.CodPresentador=Presentadores.IDPresentador"),
              QStringList(u"Isla|Ánimas"_s));
+    // A list of countries that is emptied chooses none.
+    QCOMPARE(host.Recording().Log().filter(u"CodPais=0 "_s), QStringList());
   }
 
   void TheFirstCountryCountsAsNone() {
