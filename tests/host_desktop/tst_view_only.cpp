@@ -1,6 +1,6 @@
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/ViewOnly.h"
-#include "host/services/Session.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/contract/cConstAccion.h"
