@@ -351,9 +351,12 @@ void tst_record_locks::LockOfAKilledProcessIsTakenOver() {
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   QVERIFY(!user.Lock(1));
+  const auto isHeld = [&] { return user.Session().Locks().HeldByAnother(u"IDBanco"_s, 1).has_value(); };
+  QVERIFY(isHeld());
   holder.Kill();
   // The machine was given another name meanwhile, as some networks do.
   m_database->Execute(u"UPDATE BloqueoRegistros SET Equipo='antes-se-llamaba-asi'");
+  QVERIFY(!isHeld());
   QVERIFY(user.Lock(1));
   QCOMPARE(m_database->Id(u"SELECT codUsuario FROM BloqueoRegistros WHERE ValorID=1"), 1);
 }

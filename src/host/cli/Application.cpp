@@ -130,7 +130,8 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
-  const std::unique_ptr<ViewOnly> viewOnly = started.session.readOnly ? std::make_unique<ViewOnly>(*services) : nullptr;
+  const std::unique_ptr<ViewOnly> viewOnly =
+      started.session.readOnly ? std::make_unique<ViewOnly>(*services, bridge) : nullptr;
   Housekeeping housekeeping(
       started.connectionString,
       {.check = started.leftOpen, .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies()});

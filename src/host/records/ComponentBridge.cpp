@@ -5,6 +5,7 @@
 #include "platform/automation/Invoke.h"
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <memory>
 #include <optional>
@@ -38,6 +39,7 @@ void ComponentBridge::CheckComponent() {
 }
 
 void ComponentBridge::ShowDialog(const ComponentRequest& request) {
+  const QScopedValueRollback open(m_open, &request);
   m_session.openAgain.reset();
   Call("PasarDatos", request);
   while (const std::optional<LockHolder> lock = std::exchange(m_session.openAgain, std::nullopt)) {

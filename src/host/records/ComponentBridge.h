@@ -45,6 +45,8 @@ class ComponentBridge : public QObject {
   /// Releases this session's lock of a record, if it holds it. Where that fails the lock goes with the program.
   void ReleaseLock(const QString& keyColumn, int key);
 
+  /// The request whose dialog is being shown, the innermost of several; nullptr for none.
+  const ComponentRequest* OpenRequest() const { return m_open; }
   /// True while the component is being called.
   bool IsBusy() const { return m_calls > 0; }
   /// The program is ending: no further call begins.
@@ -60,6 +62,7 @@ class ComponentBridge : public QObject {
 
   QObject& m_services;
   host::Session& m_session;
+  const ComponentRequest* m_open = nullptr;
   int m_calls = 0;
   bool m_ending = false;
 };
