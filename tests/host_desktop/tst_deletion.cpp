@@ -259,6 +259,8 @@ void tst_deletion::UndoBringsBackWhatWentTogether() {
   AddBranch(desktop, bank, false);
   AddBranch(desktop, bank, true);
   AddBranch(desktop, bank, false);
+  // A deleted record with the same number is nobody's rival.
+  desktop.database.Execute(u"INSERT INTO Bancos(Numero,Eliminado) VALUES('0001',-1)");
   desktop.ChooseNode(cConstNodo().Bancos());
   QVERIFY(!desktop.Action("actUndoDelete").isEnabled());
   desktop.driver.Answer(QMessageBox::Yes);
