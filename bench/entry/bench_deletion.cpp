@@ -9,7 +9,7 @@
 #include "entry/Deletion.h"
 #include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "support/Race.h"
 

@@ -1,6 +1,7 @@
 #include "support/Office.h"
 
 #include "database/sqlite/SqliteConnection.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/contract/cConstAccion.h"
 
 #include <sqlite3.h>

@@ -4,7 +4,7 @@
 #include "database/sqlite/SqliteHandle.h"
 #include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/adodb/Connection.h"
 

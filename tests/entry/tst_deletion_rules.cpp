@@ -1,5 +1,5 @@
 #include "entry/Deletion.h"
-#include "host/desktop/RecordReferences.h"
+#include "host/records/RecordReferences.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
 

@@ -1,3 +1,4 @@
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"

@@ -1,6 +1,7 @@
 #include "support/TestHost.h"
 
 #include "entry/PublishedClasses.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Invoke.h"

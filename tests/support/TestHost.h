@@ -5,7 +5,7 @@
 #include "support/TestDatabase.h"
 
 #include "framework/Desktop.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/automation/Error.h"
 
