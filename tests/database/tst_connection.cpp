@@ -125,17 +125,17 @@ void tst_connection::RecordsetsCloseWithTheirConnection() {
 }
 
 void tst_connection::TwoRecordsetsOfOneShape() {
-  const auto from = [this](int id) {
+  const auto from = [this](int id, const QString& mark) {
     return adodb::Execute(m_database->Connection(),
-                          u"SELECT Nombre FROM Provincias WHERE IDProvincia>={} ORDER BY IDProvincia", id);
+                          u"SELECT Nombre & '{}' FROM Provincias WHERE IDProvincia>={} ORDER BY IDProvincia", mark, id);
   };
-  const auto first = from(28);
-  const auto second = from(42);
-  QCOMPARE(first->Field(0).toString(), u"Madrid"_s);
-  QCOMPARE(second->Field(0).toString(), u"Soria"_s);
+  const auto first = from(28, u" primera"_s);
+  const auto second = from(42, u" segunda"_s);
+  QCOMPARE(first->Field(0).toString(), u"Madrid primera"_s);
+  QCOMPARE(second->Field(0).toString(), u"Soria segunda"_s);
   first->MoveNext();
-  QCOMPARE(first->Field(0).toString(), u"Málaga"_s);
-  QCOMPARE(second->Field(0).toString(), u"Soria"_s);
+  QCOMPARE(first->Field(0).toString(), u"Málaga primera"_s);
+  QCOMPARE(second->Field(0).toString(), u"Soria segunda"_s);
 }
 
 void tst_connection::ReadingGoesOnWhileWriting() {
