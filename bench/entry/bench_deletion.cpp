@@ -6,6 +6,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "entry/Deletion.h"
 #include "framework/Desktop.h"
 #include "framework/HostServices.h"
@@ -116,7 +117,8 @@ class Office {
     const QString text = rule.references->Text(7);
     database::Lexer lexer;
     lexer.Read(text);
-    const database::Plan plan = database::Translate(database::Schema::Current(), text, lexer.Tokens());
+    const database::Plan plan =
+        database::Translate(database::SqliteTarget::Instance(), database::Schema::Current(), text, lexer.Tokens());
     sqlite3_stmt* statement = nullptr;
     sqlite3_prepare_v2(handle.Engine(), ("EXPLAIN QUERY PLAN " + plan.sql).constData(), -1, &statement, nullptr);
     while (sqlite3_step(statement) == SQLITE_ROW) {

@@ -1,23 +1,26 @@
 #pragma once
 
-#include "database/sqlite/StatementCache.h"
+#include "database/dialect/Plan.h"
+#include "database/engine/Rows.h"
 #include "platform/adodb/Recordset.h"
 
+#include <memory>
 #include <vector>
 
 namespace database {
 
-class SqliteConnection;
+class EngineConnection;
 
 /// The rows of one SELECT, stepped through as they are read. Before its connection writes, what is left of them
 /// is read into memory, so that the recordset shows the rows as they were and keeps nobody's write waiting.
-class SqliteRecordset : public adodb::Recordset {
+class EngineRecordset : public adodb::Recordset {
  public:
   /// The closed recordset of a statement without rows.
-  SqliteRecordset() = default;
-  /// Takes the bound statement and steps to its first row. Raises the engine's refusal.
-  SqliteRecordset(SqliteConnection& connection, StatementLease lease);
-  ~SqliteRecordset() override;
+  EngineRecordset() = default;
+  /// Takes the rows and steps to the first one. Raises the engine's refusal.
+  EngineRecordset(EngineConnection& connection, const std::vector<ResultColumn>& columns,
+                  std::unique_ptr<Rows> engineRows);
+  ~EngineRecordset() override;
 
   int State() const override;
   bool AtEnd() const override;
@@ -28,7 +31,7 @@ class SqliteRecordset : public adodb::Recordset {
   QString FieldName(int position) const override;
   void Close() override;
 
-  /// Reads the remaining rows into memory and gives the statement back.
+  /// Reads the remaining rows into memory and gives the engine's back.
   void Buffer();
 
  private:
@@ -43,9 +46,9 @@ class SqliteRecordset : public adodb::Recordset {
   QVariant Value(int position) const;
   void Release();
 
-  SqliteConnection* m_connection = nullptr;
-  StatementLease m_lease;
+  EngineConnection* m_connection = nullptr;
   std::vector<ResultColumn> m_columns;
+  std::unique_ptr<Rows> m_engineRows;  ///< Null behind the last one.
   bool m_atEnd = true;
   /// The spellings that were asked for so far, in the order of the asking, with what they mean.
   struct Asked {

@@ -1,12 +1,13 @@
 #pragma once
 
-/// The numbers of the errors that a database raises, each with a Spanish text that says what to do.
+/// The numbers of the errors that a database raises, whatever its engine, each with a Spanish text that says what to
+/// do.
 ///
 /// From the platform also 6 (a number beyond its column) and 13 (a text that is no number).
-namespace database {
+namespace adodb {
 
 enum ErrorNumber : int {
-  // The platform's numbers, by name (see adodb::Connection and adodb::Recordset).
+  // What a Connection or a Recordset cannot do in its state.
   NoCurrentRow = 3021,
   NoSuchField = 3265,
   ObjectClosed = 3704,
@@ -25,7 +26,7 @@ enum ErrorNumber : int {
   StatementTooBig = -2147217833,      ///< A statement or a value beyond the engine's limits.
   TransactionLost = -2147168238,      ///< The engine undid the whole transaction after an error.
 
-  // The database.
+  // The database: a file, or one on a server.
   InvalidConnectionString = -2147467260,  ///< A connection string that cannot be read.
   CannotOpen = -2147467259,               ///< The file or its folder cannot be found, opened or created.
   DatabaseLocked = -2147217887,           ///< Another program holds the database for too long.
@@ -41,4 +42,4 @@ enum ErrorNumber : int {
   EngineFailure = -2147217843,            ///< Any other refusal of the engine, with the engine's own text.
 };
 
-}  // namespace database
+}  // namespace adodb
