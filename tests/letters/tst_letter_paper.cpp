@@ -1,12 +1,12 @@
 // Measures and printing: the page on the ground, the lines on the paper.
 
 #include "LetterOffice.h"
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/LetterPage.h"
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/PageGeometry.h"
 #include "letters/editor/cRichTextJustify.h"
-#include "letters/rtf/Rtf.h"
 #include "support/ErrorOf.h"
 
 #include <QAbstractTextDocumentLayout>

@@ -1,7 +1,7 @@
 #include "letters/editor/Formatting.h"
 
+#include "documents/rtf/ParagraphFormat.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/ParagraphFormat.h"
 
 #include <QTextEdit>
 #include <QTextList>

@@ -1,9 +1,9 @@
 #include "letters/editor/LetterEdit.h"
 
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/Clipboard.h"
 #include "letters/editor/Formatting.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "documents/rtf/Report.h"
 #include "letters/editor/HalfPoints.h"
 #include "letters/editor/PageGeometry.h"
-#include "letters/rtf/Report.h"
 
 #include <QBasicTimer>
 #include <QTextEdit>
