@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/Export.h"
 #include "documents/rtf/Report.h"
 
 #include <QByteArray>
@@ -42,24 +43,24 @@ namespace rtf {
 /// Reads `content` into `document`, whose text, formats, undo stack and default tab distance are replaced. What is no
 /// RTF becomes plain text (UTF-8, or else Windows-1252). A refusal leaves the document empty. The document keeps the
 /// content until the next reading, for Write.
-Report Read(const QByteArray& content, QTextDocument& document, const Limits& limits = {});
+KELDOCUMENTOS_EXPORT Report Read(const QByteArray& content, QTextDocument& document, const Limits& limits = {});
 
 /// The same for a text column. RTF is ASCII; characters up to U+00FF stand for the bytes of those numbers, whatever
 /// code page the column was filled with, and characters beyond were decoded on the way and are taken as themselves.
-Report Read(const QString& content, QTextDocument& document, const Limits& limits = {});
+KELDOCUMENTOS_EXPORT Report Read(const QString& content, QTextDocument& document, const Limits& limits = {});
 
 /// The document as RTF, in ASCII except for what is carried byte for byte. The very bytes that were read while the
 /// document is as it was read.
-QByteArray Write(const QTextDocument& document);
+KELDOCUMENTOS_EXPORT QByteArray Write(const QTextDocument& document);
 
 /// The same for a text column: the very text that was read, or ASCII and U+0080 to U+00FF.
-QString WriteText(const QTextDocument& document);
+KELDOCUMENTOS_EXPORT QString WriteText(const QTextDocument& document);
 
 /// The selection as RTF of its own, for the clipboard; empty without a selection.
-QByteArray WriteSelection(const QTextCursor& cursor);
+KELDOCUMENTOS_EXPORT QByteArray WriteSelection(const QTextCursor& cursor);
 
 /// Replaces the selection with RTF, as pasted, in one step for undo. Of the content's own document nothing comes along:
 /// its paper, headers and styles stay behind, and list tables become lists of the document.
-Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits = {});
+KELDOCUMENTOS_EXPORT Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits = {});
 
 }  // namespace rtf

@@ -11,7 +11,7 @@ namespace rtf {
 inline constexpr qsizetype mostTabs = 64;
 
 /// The character style after a control word; false for a word that is none of character formatting. A word without
-/// its parameter means what the specification gives as the default.
+/// its parameter means what RTF 1.9 gives as the default.
 /// Source: Rich Text Format Specification 1.9.1, "Font (Character) Formatting Properties".
 bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Token& token, const ColourTable& colours);
 
