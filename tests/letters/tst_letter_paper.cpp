@@ -222,7 +222,7 @@ class tst_letter_paper : public QObject {
     QTextDocument letter;
     rtf::Read(Prose(40), letter);
     const Margins margins{.left = 4, .right = 2.2, .top = 1.7, .bottom = 3.1};
-    PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    letters::PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
     const QImage page = FirstPage(host);
     QRect ink;
     for (int y = 0; y < page.height(); ++y) {

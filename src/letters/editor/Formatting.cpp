@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using documents::Twips;
+
 namespace letters {
 
 namespace {

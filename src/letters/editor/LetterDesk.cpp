@@ -148,19 +148,20 @@ void LetterDesk::ShowZoom() {
   m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
 }
 
-void LetterDesk::Print(const Margins& margins, const QString& title) {
+void LetterDesk::Print(const documents::Margins& margins, const QString& title) {
   try {
+    const documents::Paper& paper = m_window.picFondo->Paper();
     const QTextCursor selection = m_window.rtfCarta->textCursor();
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageSize(paper.PageSize());
     printer.setDocName(title);
     if (!m_window.dlgCarta->ShowPrinter(printer, selection.hasSelection())) {
       return;
     }
     if (printer.printRange() == QPrinter::Selection) {
-      PrintSelection(selection, margins, printer);
+      PrintSelection(selection, margins, printer, paper);
     } else {
-      PrintLetter(*m_window.rtfCarta->document(), margins, printer);
+      PrintLetter(*m_window.rtfCarta->document(), margins, printer, paper);
     }
   } catch (const std::exception&) {
     automation::Err().Clear();

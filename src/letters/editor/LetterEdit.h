@@ -1,7 +1,7 @@
 #pragma once
 
+#include "documents/letter/HalfPoints.h"
 #include "documents/rtf/Report.h"
-#include "letters/editor/HalfPoints.h"
 #include "letters/editor/PageGeometry.h"
 
 #include <QBasicTimer>
@@ -84,7 +84,7 @@ class LetterEdit : public QTextEdit {
   void LeaveByTab(bool forward);
   void PasteText(const QString& text);
 
-  HalfPointDevice m_device;
+  documents::HalfPointDevice m_device;
   Scale m_scale;
   Twips m_pageStep;
   int m_wheel = 0;

@@ -1,8 +1,8 @@
 #pragma once
 
-namespace letters {
+namespace documents {
 
-/// A length on paper, in twentieths of a point; the letter editor counts 567 of them in a centimetre.
+/// A length on paper, in twentieths of a point; letters count 567 of them in a centimetre.
 struct Twips {
   int count = 0;
 
@@ -21,4 +21,4 @@ constexpr Twips operator*(int times, Twips length) {
   return {times * length.count};
 }
 
-}  // namespace letters
+}  // namespace documents

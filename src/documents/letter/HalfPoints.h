@@ -1,12 +1,12 @@
 #pragma once
 
-#include "letters/editor/Twips.h"
+#include "documents/letter/Twips.h"
 
 #include <QPaintDevice>
 
 #include <cmath>
 
-namespace letters {
+namespace documents {
 
 /// Letters are laid out in half-points, on the screen and on paper, and scaled when they are painted. Sizes of fonts
 /// are whole numbers then, as RTF has them, where a screen's pixels would round them; so lines break at the same places
@@ -45,4 +45,4 @@ class HalfPointDevice : public QPaintDevice {
   }
 };
 
-}  // namespace letters
+}  // namespace documents
