@@ -1,5 +1,6 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/markers/Markers.h"
 #include "framework/Messages.h"
 #include "framework/Platform.h"
 #include "letters/editor/CommonDialog.h"
@@ -8,7 +9,6 @@
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/LetterSearch.h"
 #include "letters/editor/LetterWindow.h"
-#include "letters/editor/MergeFields.h"
 #include "platform/automation/Error.h"
 #include "resources/StringTable.h"
 
@@ -135,7 +135,7 @@ void LetterDesk::ShowFound(const QTextCursor& found) {
 }
 
 void LetterDesk::CheckMarkers() {
-  const QStringList unknown = UnknownMarkers(m_window.rtfCarta->toPlainText(), KnownMarkers());
+  const QStringList unknown = documents::UnknownMarkers(m_window.rtfCarta->toPlainText());
   if (unknown.isEmpty()) {
     ShowText(u"Todas las palabras entre corchetes de la carta son campos conocidos."_s, vbInformation);
   } else {
