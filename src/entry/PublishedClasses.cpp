@@ -21,7 +21,7 @@ std::span<const PublishedClass> PublishedClasses() {
   static const std::array classes{
       PublishedClass{u"KelConfiguracion.CPrincipal"_s, &Create<CPrincipal>},
       PublishedClass{u"KelConfiguracion.cSucursal"_s, &Create<cSucursal>},
-      PublishedClass{u"KelConfiguracion.cCampo"_s, &Create<cCampo>},
+      PublishedClass{u"KelConfiguracion.cCampo"_s, &Create<labels::cCampo>},
   };
   return classes;
 }

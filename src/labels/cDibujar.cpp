@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace labels {
+
 namespace {
 
 constexpr quint8 wholeCell = 100;
@@ -60,7 +62,9 @@ void cDibujar::DibujarLinea() const {
     ShowMessageWithBeep(101, vbExclamation);
     return;
   }
-  const labels::Bar bar = labels::BarIn(m_grid, m_cell);
+  const Bar bar = BarIn(m_grid, m_cell);
   const QRectF box(QPointF(double(bar.x1), double(bar.y1)), QPointF(double(bar.x2), double(bar.y2)));
   m_surface->fillRect(box.normalized(), ToColor(m_color));
 }
+
+}  // namespace labels

@@ -17,6 +17,7 @@
 #include <array>
 
 using adodb::Verbatim;
+using labels::cCampo;
 using labels::IsCount;
 using labels::MeasureBoxes;
 using labels::NumberBox;

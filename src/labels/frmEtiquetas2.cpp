@@ -15,6 +15,7 @@
 #include <algorithm>
 
 using adodb::StatementText;
+using labels::cCampo;
 using labels::FieldState;
 using namespace Qt::StringLiterals;
 

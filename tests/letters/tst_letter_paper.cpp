@@ -20,6 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
+using letters::cRichTextJustify;
 using letters::Margins;
 using letters::Page;
 using letters::Twips;

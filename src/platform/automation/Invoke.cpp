@@ -108,9 +108,9 @@ const Member* Find(const QObject* object, QByteArrayView name) {
 }
 
 [[noreturn]] void RaiseNoSuchMember(const QObject* object, QByteArrayView name) {
-  throw Error(NoSuchMember,
-              u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
-                                  QString::fromUtf8(name)));
+  // Where a class stands inside its library is nobody else's business.
+  const QString className = QString::fromUtf8(object->metaObject()->className()).section(u"::"_s, -1);
+  throw Error(NoSuchMember, u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), className, QString::fromUtf8(name)));
 }
 
 const Overload& Choose(const Overloads& overloads, std::size_t argumentCount) {
