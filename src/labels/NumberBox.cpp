@@ -1,6 +1,7 @@
 #include "labels/NumberBox.h"
 
 #include "framework/Platform.h"
+#include "labels/SheetRules.h"
 #include "labels/UpDown.h"
 
 #include <QKeyEvent>
