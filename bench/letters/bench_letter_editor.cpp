@@ -2,10 +2,10 @@
 // beside the bank dialog, empty and with a bank of 10,000 branches.
 
 #include "banking/Dialogs.h"
+#include "documents/rtf/Rtf.h"
 #include "letters/BigLetter.h"
 #include "letters/Dialogs.h"
 #include "letters/editor/LetterEdit.h"
-#include "letters/rtf/Rtf.h"
 #include "platform/adodb/Statement.h"
 #include "support/Office.h"
 #include "support/Race.h"

@@ -1,6 +1,7 @@
 #include "labels/NumberBox.h"
 
 #include "framework/Desktop.h"
+#include "labels/SheetRules.h"
 #include "labels/UpDown.h"
 
 #include <QKeyEvent>

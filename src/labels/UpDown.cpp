@@ -1,5 +1,7 @@
 #include "labels/UpDown.h"
 
+#include "labels/SheetRules.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -39,6 +41,11 @@ void UpDown::Bind(QLineEdit* box) {
   m_box = box;
   box->installEventFilter(this);
   setFixedSize(box->fontMetrics().height(), box->sizeHint().height());
+}
+
+void UpDown::SetBounds(documents::Limits bounds) {
+  m_min = bounds.min;
+  m_max = bounds.max;
 }
 
 void UpDown::Press(QToolButton* button, int direction) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "labels/SheetRules.h"
+#include "documents/labels/Sheet.h"
 
 #include <QWidget>
 
@@ -21,7 +21,8 @@ class UpDown : public QWidget {
 
   /// The box whose text it steps; borrowed.
   void Bind(QLineEdit* box);
-  Limits Bounds() const { return {.min = m_min, .max = m_max}; }
+  documents::Limits Bounds() const { return {.min = m_min, .max = m_max}; }
+  void SetBounds(documents::Limits bounds);
   /// To the next whole number above (1) or below (-1), but not beyond a bound.
   void Step(int direction);
 

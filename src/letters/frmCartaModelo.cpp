@@ -1,3 +1,4 @@
+#include "documents/rtf/Rtf.h"
 #include "letters/Dialogs.h"
 #include "letters/editor/Commands.h"
 #include "letters/editor/EditorArea.h"
@@ -7,7 +8,6 @@
 #include "letters/editor/LetterWindow.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/RescueStrip.h"
-#include "letters/rtf/Rtf.h"
 #include "platform/automation/Conversion.h"
 
 #include <QAction>

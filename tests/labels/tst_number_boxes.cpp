@@ -16,6 +16,8 @@
 using namespace framework;
 using namespace Qt::StringLiterals;
 
+using labels::UpDown;
+
 namespace {
 
 // A box of measures with its spinner, bounded at each change, as the sheet dialog has them.
@@ -38,11 +40,15 @@ class Window : public QWidget {
     box->setFocus();
   }
 
-  void Click(int button) const { QTest::mouseClick(spinner->findChildren<QToolButton*>()[button], Qt::LeftButton); }
-  void Turn(int angle) const {
+  void Click(int button) const { QTest::mouseClick(Button(button), Qt::LeftButton); }
+  void Turn(int angle) const { Turn(angle, box); }
+  // As the window system tells it: only then a control that has no use for the wheel passes it on.
+  void Turn(int angle, QWidget* under) const {
     QWheelEvent event({}, {}, {}, {0, angle}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(box, &event);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(under, &event);
   }
+  QToolButton* Button(int button) const { return spinner->findChildren<QToolButton*>()[button]; }
 
   QLineEdit* box = new QLineEdit;
   labels::UpDown* spinner = new labels::UpDown;
@@ -159,6 +165,7 @@ class tst_number_boxes : public QObject {
         [&](bool isUp) { window.Click(isUp ? 0 : 1); },
         [&](bool isUp) { QTest::keyClick(window.box, isUp ? Qt::Key_Up : Qt::Key_Down); },
         [&](bool isUp) { window.Turn(isUp ? 120 : -120); },
+        [&](bool isUp) { window.Turn(isUp ? 120 : -120, window.Button(0)); },
     };
     for (const Way& way : ways) {
       window.box->setText(text);
@@ -168,7 +175,7 @@ class tst_number_boxes : public QObject {
       way(false);
       QCOMPARE(window.box->text(), down);
     }
-    QCOMPARE(clicks.size(), 6);
+    QCOMPARE(clicks.size(), 8);
   }
 
   void FineWheelsAndWheelsThatPass() {
@@ -180,6 +187,7 @@ class tst_number_boxes : public QObject {
     QCOMPARE(window.box->text(), u"6"_s);
     window.other->setFocus();
     window.Turn(120);
+    window.Turn(120, window.Button(1));
     QCOMPARE(window.box->text(), u"6"_s);
     window.Click(0);
     QCOMPARE(window.box->text(), u"7"_s);

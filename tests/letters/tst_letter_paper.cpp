@@ -1,12 +1,12 @@
 // Measures and printing: the page on the ground, the lines on the paper.
 
 #include "LetterOffice.h"
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/LetterPage.h"
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/PageGeometry.h"
 #include "letters/editor/cRichTextJustify.h"
-#include "letters/rtf/Rtf.h"
 #include "support/ErrorOf.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -20,6 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
+using letters::cRichTextJustify;
 using letters::Margins;
 using letters::Page;
 using letters::Twips;
@@ -222,7 +223,7 @@ class tst_letter_paper : public QObject {
     QTextDocument letter;
     rtf::Read(Prose(40), letter);
     const Margins margins{.left = 4, .right = 2.2, .top = 1.7, .bottom = 3.1};
-    PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    letters::PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
     const QImage page = FirstPage(host);
     QRect ink;
     for (int y = 0; y < page.height(); ++y) {

@@ -1,5 +1,6 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/markers/Markers.h"
 #include "framework/Desktop.h"
 #include "framework/Messages.h"
 #include "letters/editor/CommonDialog.h"
@@ -8,7 +9,6 @@
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/LetterSearch.h"
 #include "letters/editor/LetterWindow.h"
-#include "letters/editor/MergeFields.h"
 #include "platform/automation/Error.h"
 #include "resources/StringTable.h"
 
@@ -136,7 +136,7 @@ void LetterDesk::ShowFound(const QTextCursor& found) {
 }
 
 void LetterDesk::CheckMarkers() {
-  const QStringList unknown = UnknownMarkers(m_window.rtfCarta->toPlainText(), KnownMarkers());
+  const QStringList unknown = documents::UnknownMarkers(m_window.rtfCarta->toPlainText());
   if (unknown.isEmpty()) {
     ShowText(u"Todas las palabras entre corchetes de la carta son campos conocidos."_s, vbInformation);
   } else {
@@ -149,19 +149,20 @@ void LetterDesk::ShowZoom() {
   m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
 }
 
-void LetterDesk::Print(const Margins& margins, const QString& title) {
+void LetterDesk::Print(const documents::Margins& margins, const QString& title) {
   try {
+    const documents::Paper& paper = m_window.picFondo->Paper();
     const QTextCursor selection = m_window.rtfCarta->textCursor();
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageSize(paper.PageSize());
     printer.setDocName(title);
     if (!m_window.dlgCarta->ShowPrinter(printer, selection.hasSelection())) {
       return;
     }
     if (printer.printRange() == QPrinter::Selection) {
-      PrintSelection(selection, margins, printer);
+      PrintSelection(selection, margins, printer, paper);
     } else {
-      PrintLetter(*m_window.rtfCarta->document(), margins, printer);
+      PrintLetter(*m_window.rtfCarta->document(), margins, printer, paper);
     }
   } catch (const std::exception&) {
     automation::Err().Clear();

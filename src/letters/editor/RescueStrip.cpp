@@ -1,9 +1,9 @@
 #include "letters/editor/RescueStrip.h"
 
+#include "documents/rtf/Rtf.h"
 #include "framework/Desktop.h"
 #include "framework/Messages.h"
 #include "letters/editor/LetterWindow.h"
-#include "letters/rtf/Rtf.h"
 
 #include <QPushButton>
 

@@ -1,7 +1,7 @@
 #include "letters/editor/cRichTextJustify.h"
 
+#include "documents/rtf/ParagraphFormat.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/ParagraphFormat.h"
 #include "platform/automation/Error.h"
 
 #include <QTextEdit>
@@ -9,6 +9,7 @@
 #include <algorithm>
 
 namespace letters {
+
 namespace {
 
 constexpr qsizetype mostTabs = 32;
