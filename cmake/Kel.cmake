@@ -2,6 +2,7 @@
 # and how a library is published.
 
 include(GNUInstallDirs)
+include(GenerateExportHeader)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -59,6 +60,23 @@ function(kel_finds_libraries target folder)
   if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${folder}")
   endif()
+endfunction()
+
+# kel_shared(<target> <folder> <sources...>): the shared library of a folder of src/, which exports what its headers mark and
+# nothing else: the mark of KelDatos is KELDATOS_EXPORT, from the generated header "<folder>/Export.h". Tests of its inside
+# link the same objects, <target>_inside, instead of the library.
+function(kel_shared target folder)
+  set(inside ${target}_inside)
+  set(exports ${CMAKE_BINARY_DIR}/exports)
+  add_library(${inside} OBJECT ${ARGN})
+  add_library(${target} SHARED $<TARGET_OBJECTS:${inside}>)
+  generate_export_header(${target} EXPORT_FILE_NAME ${exports}/${folder}/Export.h)
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${exports} FILES ${exports}/${folder}/Export.h)
+  set_target_properties(${inside} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  target_include_directories(${inside} PUBLIC ${CMAKE_SOURCE_DIR}/src ${exports})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/src>)
+  target_link_libraries(${inside} PUBLIC $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
+  kel_precompiled(${inside})
 endfunction()
 
 # kel_published(<target> <name> <headers...>): the shared library is versioned and installed, with these headers of src/

@@ -268,7 +268,7 @@ class tst_letter_editor : public QObject {
       dialog.Key(Qt::Key_Escape);
       QVERIFY(dialog.Dialog()->isVisible());
       dialog.Keys("rtfCarta", u"Trabajo"_s);
-      static_cast<Form*>(dialog.Dialog())->RequestUnload(Form::AppTaskManager);
+      static_cast<framework::Form*>(dialog.Dialog())->RequestUnload(framework::Form::AppTaskManager);
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Nuevo(), 0, 77));
     QCOMPARE(host.driver.TakeBoxes(), QStringList());

@@ -108,6 +108,8 @@ class tst_countries : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.Paises(), action.Modificar(), id));
     QCOMPARE(host.Recording().Writes().filter(u"Paises"_s), QStringList());
     QCOMPARE(host.Query(u"SELECT Usuario FROM BloqueoRegistros"), QStringList(u"Ana"_s));
+    // What was refused is not released.
+    QCOMPARE(host.Recording().Writes().filter(u"DELETE"_s), QStringList());
   }
 
   void FailedLoadTellsAndShowsNothing() {

@@ -102,7 +102,7 @@ class tst_collectors : public QObject {
       QCOMPARE(host.Recording().Writes(), QStringList());
       QCOMPARE(Requested(host, "IDAux"), 77);
     }
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
     QCOMPARE(host.driver.Boxes(),
              QStringList(2, u"Prueba|critico|No se han especificado alguno de los parámetros requeridos"_s));
   }
@@ -132,7 +132,7 @@ class tst_collectors : public QObject {
       for (const QChar key : typed) {
         key == u'\b' ? dialog.Key(Qt::Key_Backspace) : dialog.Keys(nif, key);
       }
-      QTEST(host.platform.beeps, "beeps");
+      QTEST(host.desktop.beeps, "beeps");
       QVERIFY(!dialog.IsVisible("cmdLetra"));
       dialog.Find("txtCobrador_4")->setFocus(Qt::TabFocusReason);
       QCOMPARE(dialog.Text(nif), left);
@@ -155,11 +155,11 @@ class tst_collectors : public QObject {
   }
 
   void CheckLettersOfPublishedNumbers() {
-    QCOMPARE(NationalIdentityLetter(u"54362315"_s), u'K');
-    QCOMPARE(NationalIdentityLetter(u"00000000"_s), u'T');
-    QCOMPARE(NationalIdentityLetter(u"99999999"_s), u'R');
-    QVERIFY(NationalIdentityLetter(u"1234567"_s).isNull());
-    QVERIFY(NationalIdentityLetter(u"X1234567"_s).isNull());
+    QCOMPARE(remittances::NationalIdentityLetter(u"54362315"_s), u'K');
+    QCOMPARE(remittances::NationalIdentityLetter(u"00000000"_s), u'T');
+    QCOMPARE(remittances::NationalIdentityLetter(u"99999999"_s), u'R');
+    QVERIFY(remittances::NationalIdentityLetter(u"1234567"_s).isNull());
+    QVERIFY(remittances::NationalIdentityLetter(u"X1234567"_s).isNull());
   }
 
   // Under the procedure's own name, through a services object of its own; the dialog stays open.

@@ -78,6 +78,7 @@ class tst_issuers : public QObject {
     QTest::addColumn<QString>("kept");
     QTest::addColumn<QString>("province");
     QTest::newRow("complete") << u"08001"_s << u"08001"_s << u"Barcelona"_s;
+    QTest::newRow("its first two digits") << u"08"_s << u"08"_s << u"Barcelona"_s;
     QTest::newRow("one digit") << u"0"_s << u"0"_s << u"Madrid"_s;
     QTest::newRow("letters") << u"SW1A 08"_s << u"108"_s << u"Cáceres"_s;
     QTest::newRow("of no province") << u"99123"_s << u"99123"_s << u"Madrid"_s;
@@ -94,7 +95,7 @@ class tst_issuers : public QObject {
       QTEST(dialog.Text("cboProvincias"), "province");
       dialog.Paste("txtCP", typed);
       QCOMPARE(dialog.Text("txtCP"), kept);
-      QCOMPARE(host.platform.beeps, 0);
+      QCOMPARE(host.desktop.beeps, 0);
       dialog.Type("txtCP", {});
       dialog.Choose("cboProvincias", u"Soria"_s);
       Leave(dialog);
@@ -158,6 +159,7 @@ class tst_issuers : public QObject {
       });
       dialog.Press("cmdNPresentador");
       QCOMPARE(dialog.Text("cboPresentadores"), u"Ánimas - Banco del Norte"_s);
+      QCOMPARE(dialog.Items("cboPresentadores").size(), 2);
       requestIsBack();
       dialog.Press("cmdEmisor_0");
     });
@@ -166,6 +168,8 @@ class tst_issuers : public QObject {
                         u"Emisores.CodProvincia=Provincias.IDProvincia) INNER JOIN Presentadores ON "
                         u"Emisores.CodPresentador=Presentadores.IDPresentador"),
              QStringList(u"Isla|Ánimas"_s));
+    // A list of countries that is emptied chooses none.
+    QCOMPARE(host.Recording().Log().filter(u"CodPais=0 "_s), QStringList());
   }
 
   void TheFirstCountryCountsAsNone() {

@@ -120,7 +120,7 @@ class tst_presenters : public QObject {
         key == u'\b' ? dialog.Key(Qt::Key_Backspace) : dialog.Keys(box, key);
       }
       QTEST(dialog.Text(box), "kept");
-      QTEST(host.platform.beeps, "beeps");
+      QTEST(host.desktop.beeps, "beeps");
       dialog.Find("txtNombre")->setFocus(Qt::TabFocusReason);
       QTEST(dialog.Text(box), "left");
       dialog.Paste(box, u"ab1c"_s);

@@ -2,6 +2,7 @@
 
 #include "entry/PublishedClasses.h"
 #include "framework/Form.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Invoke.h"
@@ -10,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace support {
 
-void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
+void CountingDesktop::ShowHelp(const QString& file, const QString& /*title*/) {
   helpShown.append(file);
 }
 
@@ -33,7 +34,7 @@ void TestHost::Start() {
   session.userKind = 1;
   session.settingsFile = Path(u"ajustes.ini"_s);
   host::RegisterClasses(session);
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::RegisterClass(published.progId, published.create);
   }
   m_services = std::make_unique<host::cPrincipal>(session);
@@ -51,7 +52,7 @@ void TestHost::End(QDialog& dialog) {
 }
 
 TestHost::~TestHost() {
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::UnregisterClass(published.progId);
   }
   host::UnregisterClasses();

@@ -70,7 +70,7 @@ class tst_deduction_types : public QObject {
     host.driver.On("frmTipoDeduccion", [&](const DialogUser& dialog) {
       dialog.Type("txtDeduccion", u"6,5%"_s);
       QCOMPARE(dialog.Text("txtDeduccion"), u"65"_s);
-      QCOMPARE(host.platform.beeps, 2);
+      QCOMPARE(host.desktop.beeps, 2);
       dialog.Key(Qt::Key_Backspace);
       QCOMPARE(dialog.Text("txtDeduccion"), u"6"_s);
       dialog.Paste("txtDeduccion", u"1 OR 1=1"_s);
