@@ -43,9 +43,9 @@ void TestHost::Start() {
 
 // Unloaded, without a question, or it would be in use for every later request.
 void TestHost::End(QDialog& dialog) {
-  auto* form = qobject_cast<Form*>(&dialog);
+  auto* form = qobject_cast<framework::Form*>(&dialog);
   if (form != nullptr) {
-    form->RequestUnload(Form::FormCode);
+    form->RequestUnload(framework::Form::FormCode);
   } else {
     dialog.done(QDialog::Rejected);
   }
