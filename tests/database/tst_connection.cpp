@@ -214,6 +214,10 @@ void tst_connection::ALostTransactionIsNotCommitted() {
   QCOMPARE(ErrorOf([&] { connection.Execute(insertBank); }), int(adodb::TransactionLost));
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::TransactionLost));
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::NoTransaction));
+  connection.BeginTrans();
+  connection.Handle().Run("ROLLBACK");
+  connection.RollbackTrans();
+  connection.Execute(insertBank);
 }
 
 void tst_connection::ALockedDatabaseIsRefused() {
