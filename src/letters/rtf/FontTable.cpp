@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view families[] = {"fnil", "froman", "fswiss", "fmodern", "fscript", "fdecor", "ftech", "fbidi"};
 
+constexpr int largestCharset = 255;
+
 }  // namespace
 
 QString FontName(QString name) {
@@ -101,7 +103,7 @@ class FontTable::Parser {
       m_entryDepth = m_depth;
       m_number = token.parameter;
     } else if (token.text == "fcharset") {
-      m_font.charset = token.parameter;
+      m_font.charset = token.parameter >= 0 && token.parameter <= largestCharset ? token.parameter : -1;
     } else if (token.text == "cpg") {
       m_cpg = token.parameter;
     } else if (token.text == "u" && token.hasParameter) {

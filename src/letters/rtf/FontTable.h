@@ -10,7 +10,7 @@ namespace rtf {
 /// A font as the font table describes it.
 struct Font {
   QString family = QStringLiteral("nil");  ///< `\fnil`, `\froman` and so on, without the f.
-  int charset = -1;                        ///< `\fcharset`, -1 where it is missing.
+  int charset = -1;                        ///< `\fcharset`, -1 where it is missing or none.
   int codePage = 0;                        ///< Of bytes in this font; 0 for the document's.
   QString name;
 

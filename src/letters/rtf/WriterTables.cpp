@@ -36,6 +36,24 @@ bool EndsInsideEntry(const QByteArray& groups) {
   return inside;
 }
 
+/// Whether the last font stands between braces of its own; readers take the form of a table's first fonts for all.
+bool EndsBraced(const QByteArray& groups) {
+  Tokenizer tokenizer(View(groups));
+  bool braced = true;
+  int depth = 0;
+  for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
+    if (token.kind == TokenKind::GroupStart) {
+      ++depth;
+      braced = true;
+    } else if (token.kind == TokenKind::GroupEnd) {
+      --depth;
+    } else if (token.kind == TokenKind::Text && depth == 1) {
+      braced = braced && token.text.find(';') == std::string_view::npos;
+    }
+  }
+  return braced;
+}
+
 QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
   return entries.isEmpty() ? groups : groups.chopped(1) + entries + '}';
 }
@@ -62,6 +80,7 @@ WriterTables::WriterTables(const PreambleData& preamble)
   while (m_numbers.contains(m_nextFont)) {
     ++m_nextFont;
   }
+  m_bracedFonts = EndsBraced(m_fontGroups);
   ColourTable colours;
   if (m_colourGroups.isEmpty()) {
     m_colourGroups = "{\\colortbl ;}";
@@ -99,7 +118,9 @@ int WriterTables::FontNumber(const Font& font) {
     ++m_nextFont;
   }
   RtfText entry;
-  entry.OpenGroup();
+  if (m_bracedFonts) {
+    entry.OpenGroup();
+  }
   entry.Word("\\f", number);
   entry.Word(QByteArray("\\f" + font.family.toLatin1()).constData());
   if (font.charset >= 0) {
@@ -109,7 +130,7 @@ int WriterTables::FontNumber(const Font& font) {
     entry.Word("\\cpg", font.codePage);
   }
   entry.Text(FontName(font.name), 0);
-  entry.Raw(";}");
+  entry.Raw(m_bracedFonts ? ";}" : ";");
   m_newFonts += entry.Bytes();
   return number;
 }

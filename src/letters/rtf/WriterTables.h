@@ -34,6 +34,7 @@ class WriterTables {
   QHash<QString, int> m_fonts;
   QSet<int> m_numbers;
   int m_nextFont = 0;
+  bool m_bracedFonts = true;
   QByteArray m_newFonts;
   QHash<int, int> m_colours;
   int m_automatic = 0;
