@@ -35,6 +35,16 @@ QRect Scaled(const QRectF& rect, double factor) {
   return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
 }
 
+// Where text is taken away in front of a paragraph that stays, Qt reports a change that ends before that paragraph, and
+// its lines are not made anew: they go on beyond its text, and justifying them reads memory that is none.
+void LayOutBehindChanges(QTextDocument& document) {
+  QObject::connect(&document, &QTextDocument::contentsChange, &document, [&document](int from, int, int added) {
+    if (const QTextBlock behind = document.findBlock(from + added); behind.isValid()) {
+      document.markContentsDirty(behind.position(), behind.length());
+    }
+  });
+}
+
 // Empty, with the settings that what is read into it must find. Letters keep their widths at any size on the screen.
 std::unique_ptr<QTextDocument> NewDocument(QFont font) {
   auto document = std::make_unique<QTextDocument>();
@@ -87,6 +97,7 @@ void LetterEdit::Start(const QFont& font) {
 
 void LetterEdit::Show(QTextDocument* letter) {
   letter->setParent(this);
+  LayOutBehindChanges(*letter);
   const double tabs = letter->defaultTextOption().tabStopDistance();
   const QPointer<QTextDocument> before = document();
   letter->documentLayout()->setPaintDevice(&m_device);
