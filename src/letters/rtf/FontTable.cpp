@@ -37,13 +37,17 @@ Font Font::FromDescription(QStringView description) {
   return font;
 }
 
+const Font& NoFont() {
+  static const Font font{.name = QStringLiteral("Times New Roman")};
+  return font;
+}
+
 const Font& FontTable::At(int number) const {
-  static const Font last{.charset = 0, .codePage = westernCodePage, .name = QStringLiteral("Times New Roman")};
   auto found = m_fonts.constFind(number);
   if (found == m_fonts.constEnd()) {
     found = m_fonts.constFind(m_default);
   }
-  return found == m_fonts.constEnd() ? last : *found;
+  return found == m_fonts.constEnd() ? NoFont() : *found;
 }
 
 /// One pass over a font table. A name ends at its semicolon; only text outside inner groups belongs to it.

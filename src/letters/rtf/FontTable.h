@@ -19,6 +19,9 @@ struct Font {
   static Font FromDescription(QStringView description);
 };
 
+/// What text is shown in that has a font of no table. It is written without one, too.
+const Font& NoFont();
+
 /// A name without what can't stand in the table.
 QString FontName(QString name);
 
@@ -35,7 +38,7 @@ class FontTable {
   int Default() const { return m_default; }
 
   bool Contains(int number) const { return m_fonts.contains(number); }
-  /// The font of a number, or the default one: Times New Roman where the table has none.
+  /// The font of a number, or the default one, or else NoFont.
   const Font& At(int number) const;
   const QHash<int, Font>& Fonts() const { return m_fonts; }
 

@@ -35,6 +35,9 @@ void StyleWriter::Characters(const CharacterStyle& style) {
     m_text.Word("\\ltrch");
     m_current.rightToLeft = false;
   }
+  if (style.font == defaultFont && m_current.font != defaultFont) {
+    Reset();
+  }
   CarriedCharacters(style);
   if (style.font != m_current.font) {
     m_text.Word("\\f", style.font);

@@ -61,7 +61,10 @@ QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
 }  // namespace
 
 WriterTables::WriterTables(const PreambleData& preamble)
-    : m_codePage(preamble.codePage), m_fontGroups(preamble.fontTables), m_colourGroups(preamble.colourTables) {
+    : m_codePage(preamble.codePage),
+      m_defaultFont(preamble.defaultFont),
+      m_fontGroups(preamble.fontTables),
+      m_colourGroups(preamble.colourTables) {
   FontTable fonts;
   fonts.Add(View(m_fontGroups), m_codePage);
   QList<int> numbers = fonts.Fonts().keys();
@@ -110,6 +113,14 @@ int WriterTables::FontNumber(const Font& font) {
   const auto known = m_fonts.constFind(description);
   if (known != m_fonts.constEnd()) {
     return *known;
+  }
+  if (description == NoFont().Description() && !m_numbers.contains(m_defaultFont)) {
+    m_numbers.insert(m_defaultFont);
+    while (m_numbers.contains(m_nextFont)) {
+      ++m_nextFont;
+    }
+    m_fonts.insert(description, defaultFont);
+    return defaultFont;
   }
   const int number = m_nextFont;
   m_fonts.insert(description, number);
@@ -161,7 +172,7 @@ QByteArray WriterTables::FontGroups() const {
   FontTable fonts;
   fonts.Add(View(extended), m_codePage);
   const bool complete = std::all_of(m_fonts.keyValueBegin(), m_fonts.keyValueEnd(), [&](const auto& font) {
-    return fonts.Contains(font.second) && fonts.At(font.second).Description() == font.first;
+    return fonts.At(font.second).Description() == font.first;
   });
   return complete ? extended : m_fontGroups + "{\\fonttbl" + m_newFonts + '}';
 }

@@ -15,6 +15,7 @@ class WriterTables {
  public:
   explicit WriterTables(const PreambleData& preamble);
 
+  /// defaultFont for text that has none.
   int FontNumber(const Font& font);
   /// A number that is not 0, which stands for none where it is a background's.
   int ColourNumber(int colour);
@@ -29,6 +30,7 @@ class WriterTables {
   int AddColour(int colour);
 
   int m_codePage;
+  int m_defaultFont;
   QByteArray m_fontGroups;
   QByteArray m_colourGroups;
   QHash<QString, int> m_fonts;
