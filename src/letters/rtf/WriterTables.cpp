@@ -116,6 +116,10 @@ int WriterTables::FontNumber(const Font& font) {
   }
   if (description == NoFont().Description() && !m_numbers.contains(m_defaultFont)) {
     m_numbers.insert(m_defaultFont);
+    if (!m_numbers.contains(0) || m_defaultFont == 0) {
+      m_numbers.insert(0);
+      m_namesDefault = false;
+    }
     while (m_numbers.contains(m_nextFont)) {
       ++m_nextFont;
     }

@@ -23,6 +23,8 @@ class WriterTables {
   /// The code page of text in that font.
   int CodePage(const Font& font) const { return font.codePage == 0 ? m_codePage : font.codePage; }
 
+  /// Whether there is a default font to name; readers show one of their own where there is none.
+  bool NamesDefaultFont() const { return m_namesDefault; }
   QByteArray FontGroups() const;
   QByteArray ColourGroups() const;
 
@@ -37,6 +39,7 @@ class WriterTables {
   QSet<int> m_numbers;
   int m_nextFont = 0;
   bool m_bracedFonts = true;
+  bool m_namesDefault = true;
   QByteArray m_newFonts;
   QHash<int, int> m_colours;
   int m_automatic = 0;
