@@ -28,6 +28,7 @@ class tst_rtf_kept : public QObject {
   void foreignTablesStayBehind();
   void addedFonts_data();
   void addedFonts();
+  void noFontStaysNone();
   void tableEdits_data();
   void tableEdits();
 };
@@ -286,6 +287,15 @@ void tst_rtf_kept::addedFonts() {
   rtf::Insert("{\\rtf1\\ansi{\\fonttbl" + font + "}\\f0 x}", cursor);
   const QByteArray result = rtf::Write(*document);
   QVERIFY2(result.contains(written + "\r\n"), result.constData());
+  QCOMPARE(support::Loss(*document), QString());
+}
+
+/// Readers show a font of their own where a letter has none; a number without an entry would be a font's name to some.
+void tst_rtf_kept::noFontStaysNone() {
+  const auto document = Document("{\\rtf1 a\\par}");
+  QTextCursor(document.get()).insertText(u"b"_s);
+  const QByteArray written = rtf::Write(*document);
+  QVERIFY2(!written.contains("\\f0") && !written.contains("\\deff"), written.constData());
   QCOMPARE(support::Loss(*document), QString());
 }
 
