@@ -63,7 +63,9 @@ QByteArray Writer::Header() {
     default:
       header.Word("\\ansi\\ansicpg", preamble.codePage);
   }
-  header.Word("\\deff", preamble.defaultFont);
+  if (m_tables.NamesDefaultFont()) {
+    header.Word("\\deff", preamble.defaultFont);
+  }
   const QList<CarriedWord>& words = preamble.words.Words();
   StyleWriter(header, m_tables).Words(words);
   if (preamble.defaultTab != 720) {
@@ -217,10 +219,11 @@ void Writer::Paragraph(const ParagraphStyle& style, ListState* list, bool withMa
   if (list != nullptr) {
     m_text.Raw(list->group);
   }
-  m_styles.Paragraph(style);
   if (list != nullptr && !list->words.isEmpty()) {
+    // In front of the indents: for some readers it brings the list's own.
     m_text.Word(list->words.constData());
   }
+  m_styles.Paragraph(style);
 }
 
 /// The mark as text, for readers that don't number themselves.

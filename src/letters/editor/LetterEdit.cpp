@@ -11,7 +11,10 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTextLayout>
 #include <QTextList>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,37 @@ void ClearPageBreak(const QTextCursor& cursor) {
 
 QRect Scaled(const QRectF& rect, double factor) {
   return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
+}
+
+bool HasOldLines(const QTextBlock& block) {
+  const QTextLayout& layout = *block.layout();
+  if (layout.lineCount() == 0) {
+    return false;
+  }
+  const QTextLine last = layout.lineAt(layout.lineCount() - 1);
+  return last.textStart() + last.textLength() != block.length() - 1;
+}
+
+// Where text is taken away in front of a paragraph that stays, and where one undo takes several changes back, Qt may
+// report a change that ends too early. The lines of paragraphs behind it are not made anew then: they go on beyond
+// their text, and justifying them reads memory that is none.
+void LayOutAllChanges(QTextDocument& document) {
+  QObject::connect(&document, &QTextDocument::contentsChange, &document,
+                   [&document, redoSteps = 0](int from, int, int added) mutable {
+                     const auto layOut = [&document](const QTextBlock& block) {
+                       document.markContentsDirty(block.position(), block.length());
+                     };
+                     if (const QTextBlock behind = document.findBlock(from + added); behind.isValid()) {
+                       layOut(behind);
+                     }
+                     const int before = std::exchange(redoSteps, document.availableRedoSteps());
+                     for (QTextBlock block = document.begin(); redoSteps != before && block.isValid();
+                          block = block.next()) {
+                       if (HasOldLines(block)) {
+                         layOut(block);
+                       }
+                     }
+                   });
 }
 
 // Empty, with the settings that what is read into it must find. Letters keep their widths at any size on the screen.
@@ -87,6 +121,7 @@ void LetterEdit::Start(const QFont& font) {
 
 void LetterEdit::Show(QTextDocument* letter) {
   letter->setParent(this);
+  LayOutAllChanges(*letter);
   const double tabs = letter->defaultTextOption().tabStopDistance();
   const QPointer<QTextDocument> before = document();
   letter->documentLayout()->setPaintDevice(&m_device);
