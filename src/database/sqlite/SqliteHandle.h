@@ -25,7 +25,8 @@ class SqliteHandle {
  public:
   enum class Missing { Refuse, Create };
 
-  /// Raises CannotOpen and the engine's refusals. A file that may not be written is opened for reading. A file that is
+  /// Raises CannotOpen, DatabaseReadOnly at once for a file that is to be written and may not be, or whose folder may
+  /// not, and the engine's refusals. A file that is
   /// created is the user's alone. A log that another program left is not moved into the file when this object goes,
   /// until SetCheckpointOnClose allows it; without one, nothing stays beside a file that turns out to be another's.
   SqliteHandle(const ConnectionString& target, Missing missing);
