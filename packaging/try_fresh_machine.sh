@@ -24,6 +24,7 @@ debootstrap --variant=minbase --include=sudo bookworm "$root" "$mirror" >"$2/deb
 rm -f "$root/etc/machine-id" "$root/var/lib/dbus/machine-id"
 chroot "$root" useradd --create-home --shell /bin/bash ana
 echo 'ana ALL=(ALL) NOPASSWD: ALL' >"$root/etc/sudoers.d/ana"
+printf '127.0.0.1 localhost %s\n' "$(uname -n)" >"$root/etc/hosts"
 git -c safe.directory="$project" clone --quiet --no-local "$project" "$root/home/ana/kel"
 chroot "$root" chown -R ana:ana /home/ana/kel
 mount -t proc proc "$root/proc"

@@ -78,6 +78,7 @@ class tst_shared_places : public QObject {
     QTest::newRow("nobody") << QList{0755, 0755, 0644} << file << QString();
     QTest::newRow("a group") << QList{0775, 0770, 0660} << file << QString();
     QTest::newRow("the folder") << QList{0755, 0777, 0644} << file << u"chmod o-w '%1/dentro'"_s;
+    QTest::newRow("the folder itself") << QList{0755, 0777, 0644} << u"dentro"_s << u"chmod o-w '%1/dentro'"_s;
     QTest::newRow("a folder above") << QList{0733, 0755, 0644} << file << u"chmod o-w '%1'"_s;
     QTest::newRow("the file") << QList{0755, 0755, 0666} << file << u"chmod o-w '%1/dentro/clases.ini'"_s;
     QTest::newRow("a sticky folder") << QList{01777, 0755, 0644} << file << QString();

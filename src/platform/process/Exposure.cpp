@@ -100,7 +100,7 @@ QString ExposureOf(const QString& path) {
     }
     place = entry;
   }
-  return {};
+  return ExposureOfEntry(place, place, nullptr);
 }
 
 QString ForShell(QString text) {
