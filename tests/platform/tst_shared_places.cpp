@@ -163,8 +163,7 @@ class tst_shared_places : public QObject {
     QCOMPARE(All(Path(u"dentro"_s)), QStringList({u"clases.ini"_s, u"copia.db"_s}));
     const UnfinishedFile second(target);
     QVERIFY(!second.Place(UnfinishedFile::Existing::Keep));
-    second.TakeRightsOf(Path(u"dentro/clases.ini"_s));
-    QVERIFY(second.Place(UnfinishedFile::Existing::Replace));
+    QVERIFY(second.TakeRightsOf(Path(u"dentro/clases.ini"_s)) && second.Place(UnfinishedFile::Existing::Replace));
     QCOMPARE(Content(target), QByteArray());
     QCOMPARE(ModeOf(target), ModeOf(Path(u"dentro/clases.ini"_s)));
     QVERIFY(!UnfinishedFile(Path(u"no/hay/copia.db"_s)).IsValid());
@@ -177,8 +176,7 @@ class tst_shared_places : public QObject {
     const UnfinishedFile file(target);
     QVERIFY(!file.Place(UnfinishedFile::Existing::Keep));
     SetMode(Path(u"dentro/clases.ini"_s), 0666);
-    file.TakeRightsOf(Path(u"dentro/clases.ini"_s));
-    QVERIFY(file.Place(UnfinishedFile::Existing::Replace));
+    QVERIFY(file.TakeRightsOf(Path(u"dentro/clases.ini"_s)) && file.Place(UnfinishedFile::Existing::Replace));
     QVERIFY(!QFile::exists(Path(u"planted"_s)) && !QFileInfo(target).isSymLink());
     QCOMPARE(ModeOf(target), 0600);
   }

@@ -187,7 +187,7 @@ QString RestoreSqlite(const ConnectionString& copy, const QString& file) {
   }
   const Engine alone = HoldAlone(file);
   const QString kept = KeptName(file);
-  unfinished.TakeRightsOf(file);
+  RequireMade(unfinished.TakeRightsOf(file), file);
   for (const QString& rest : {u"-wal"_s, u"-shm"_s, u"-journal"_s}) {
     // A sound file's are empty by now, and go with its engine.
     if (alone == nullptr && QFileInfo::exists(file + rest)) {

@@ -148,17 +148,20 @@ QString UnfinishedFile::Path() const {
   return QFile::decodeName(m_folderPath + '/' + m_name);
 }
 
-void UnfinishedFile::TakeRightsOf(const QString& file) const {
+bool UnfinishedFile::TakeRightsOf(const QString& file) const {
   struct stat model = {};
   struct stat own = {};
-  if (!ExposureOf(file).isEmpty() || stat(QFile::encodeName(file).constData(), &model) != 0) {
-    return;
+  if (!ExposureOf(file).isEmpty()) {
+    return true;
+  }
+  if (stat(QFile::encodeName(file).constData(), &model) != 0) {
+    return false;
   }
   // Where the group can't be kept, what it may do is not handed to another one.
   const bool isGroupKept = fchownat(m_folder, m_name.constData(), static_cast<uid_t>(-1), model.st_gid, 0) == 0 ||
                            (fstatat(m_folder, m_name.constData(), &own, 0) == 0 && own.st_gid == model.st_gid);
   const mode_t taken = S_IRWXU | S_IRWXO | (isGroupKept ? S_IRWXG : 0);
-  fchmodat(m_folder, m_name.constData(), model.st_mode & taken, 0);
+  return fchmodat(m_folder, m_name.constData(), model.st_mode & taken, 0) == 0;
 }
 
 // Who may write in the target's folder may exchange ours while its path is used.

@@ -21,9 +21,9 @@ class UnfinishedFile {
   /// The empty file, mode 0600. Whoever writes it may keep files of its name with a suffix ("-journal") beside it.
   QString Path() const;
 
-  /// Gives the file the mode of another one, and its group where the user may; not where others than the user may have
-  /// chosen them.
-  void TakeRightsOf(const QString& file) const;
+  /// Gives the file the mode of another one, and its group where the user may; leaves it private where others
+  /// than the user may have chosen them. False when that failed.
+  bool TakeRightsOf(const QString& file) const;
 
   enum class Existing { Keep, Replace };
   /// Puts the file under the target's name, in one step. False when that failed, so also for a file that is there and
