@@ -2,6 +2,7 @@
 # and how a library is published.
 
 include(GNUInstallDirs)
+include(GenerateExportHeader)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -34,14 +35,13 @@ if(KEL_FUZZ)
 endif()
 
 # kel_precompiled(<target>): the target's files start from the project's one precompiled header (cmake/precompiled).
-# It saves time and nothing else: a file includes what it uses, and a header that the target's libraries don't offer
-# is still not found.
+# It saves time and nothing else: a file includes what it uses.
 function(kel_precompiled target)
   target_precompile_headers(${target} REUSE_FROM kel_precompiled)
 endfunction()
 
 # kel_folder(<target> <sources...>): the static library of one folder of src/. Headers are included from src/
-# ("framework/Form.h"); what a folder may include is what its target links. Layouts (NAME.ui) become ui_NAME.h, by rules
+# ("framework/Form.h"); what a folder may include says the table in docs/architecture.md. Layouts (NAME.ui) become ui_NAME.h, by rules
 # that the build follows when a layout changes.
 function(kel_folder target)
   set(sources ${ARGN})
@@ -60,6 +60,23 @@ function(kel_finds_libraries target folder)
   if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${folder}")
   endif()
+endfunction()
+
+# kel_shared(<target> <folder> <sources...>): the shared library of a folder of src/, which exports what its headers mark and
+# nothing else: the mark of KelDatos is KELDATOS_EXPORT, from the generated header "<folder>/Export.h". Tests of its inside
+# link the same objects, <target>_inside, instead of the library.
+function(kel_shared target folder)
+  set(inside ${target}_inside)
+  set(exports ${CMAKE_BINARY_DIR}/exports)
+  add_library(${inside} OBJECT ${ARGN})
+  add_library(${target} SHARED $<TARGET_OBJECTS:${inside}>)
+  generate_export_header(${target} EXPORT_FILE_NAME ${exports}/${folder}/Export.h)
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${exports} FILES ${exports}/${folder}/Export.h)
+  set_target_properties(${inside} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  target_include_directories(${inside} PUBLIC ${CMAKE_SOURCE_DIR}/src ${exports})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/src>)
+  target_link_libraries(${inside} PUBLIC $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
+  kel_precompiled(${inside})
 endfunction()
 
 # kel_published(<target> <name> <headers...>): the shared library is versioned and installed, with these headers of src/
@@ -86,7 +103,8 @@ endfunction()
 function(kel_tests program)
   cmake_parse_arguments(ARG "" "" "TESTS;LIBS;SOURCES" ${ARGN})
   list(TRANSFORM ARG_TESTS APPEND .cpp OUTPUT_VARIABLE sources)
-  kel_program(${program} ${sources} ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/TestProgram.cpp)
+  kel_program(${program} ${sources} ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/TestProgram.cpp
+              ${CMAKE_SOURCE_DIR}/tests/support/TestGuard.cpp)
   target_include_directories(${program} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${program} PRIVATE Qt6::Test ${ARG_LIBS})
   foreach(test ${ARG_TESTS})

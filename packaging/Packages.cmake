@@ -49,6 +49,7 @@ set(control ${CMAKE_CURRENT_BINARY_DIR}/control)
 file(CONFIGURE OUTPUT ${control}/triggers CONTENT "activate-noawait ldconfig\n")
 file(CONFIGURE OUTPUT ${control}/shlibs CONTENT
 "libKelPlataforma ${PROJECT_VERSION_MAJOR} ${libraries} (>= ${PROJECT_VERSION})
+libKelDocumentos ${PROJECT_VERSION_MAJOR} ${libraries} (>= ${PROJECT_VERSION})
 libKelDatos ${PROJECT_VERSION_MAJOR} ${libraries} (>= ${PROJECT_VERSION})
 ")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/triggers ${control}/shlibs)

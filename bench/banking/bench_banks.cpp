@@ -12,6 +12,7 @@
 #include <QTableView>
 
 using adodb::Execute;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -39,7 +40,7 @@ class BigBank {
   }
 
   static void OpenByDialog() {
-    const auto dialog = CreateFrmBanco();
+    const auto dialog = banking::CreateFrmBanco();
     dialog->Load();
     dialog->show();
     if (dialog->grab().isNull()) {
@@ -61,9 +62,10 @@ class BigBank {
 
   // The dialog with 5,000 branches edited, as the branch dialog leaves them.
   static std::unique_ptr<MaintenanceForm> Edited() {
-    std::unique_ptr<MaintenanceForm> dialog = CreateFrmBanco();
+    std::unique_ptr<MaintenanceForm> dialog = banking::CreateFrmBanco();
     dialog->Load();
-    const auto* model = static_cast<const BranchModel*>(dialog->findChild<QTableView*>(u"msgSucursales"_s)->model());
+    const auto* model =
+        static_cast<const banking::BranchModel*>(dialog->findChild<QTableView*>(u"msgSucursales"_s)->model());
     for (int row = 0; row < changed; ++row) {
       model->At(row)->Estado = 2;
     }
@@ -73,12 +75,13 @@ class BigBank {
   static void SaveByDialog(MaintenanceForm& dialog) { dialog.findChild<QPushButton*>(u"cmdBanco_3"_s)->click(); }
 
   void SaveByCInterface(const MaintenanceForm& dialog) const {
-    const auto* model = static_cast<const BranchModel*>(dialog.findChild<QTableView*>(u"msgSucursales"_s)->model());
+    const auto* model =
+        static_cast<const banking::BranchModel*>(dialog.findChild<QTableView*>(u"msgSucursales"_s)->model());
     const database::SqliteHandle& native = m_office.Native();
     native.Run("BEGIN IMMEDIATE");
     native.Run("UPDATE Bancos SET Numero='9999',Nombre='Grande' WHERE IDBanco=" + QByteArray::number(m_bank));
     for (int row = 0; row < changed; ++row) {
-      const cSucursal& branch = *model->At(row);
+      const banking::cSucursal& branch = *model->At(row);
       native.Run(
           adodb::StatementText(
               u"UPDATE Sucursales SET Codigo='{}',Nombre='{}',Direccion='{}',Poblacion='{}',CP='{}',codProvincia={},"

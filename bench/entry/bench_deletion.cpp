@@ -6,10 +6,11 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteConnection.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "entry/Deletion.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "framework/Platform.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "support/Race.h"
 
@@ -20,6 +21,8 @@
 
 #include <cstdio>
 #include <map>
+
+using namespace framework;
 
 using adodb::Execute;
 
@@ -32,7 +35,7 @@ constexpr int rounds = 31;
 constexpr int batch = 20;
 
 // Refusals answer themselves.
-class Silent : public Platform {
+class Silent : public Desktop {
  public:
   Silent() { Install(this); }
   ~Silent() override { Install(nullptr); }
@@ -79,7 +82,7 @@ class Office {
   }
 
   // Records of the rule's table that nobody refers to, made beforehand.
-  QList<int> Spare(const deletion::Rule& rule, int count) const {
+  QList<int> Spare(const entry::deletion::Rule& rule, int count) const {
     QList<int> ids;
     m_connection->BeginTrans();
     for (int i = 0; i < count; ++i) {
@@ -94,7 +97,7 @@ class Office {
 
   void Delete(int node, int id) const {
     objApi() = HostServices(m_services.get());
-    deletion::Delete(node, id);
+    entry::deletion::Delete(node, id);
   }
 
   void DeleteBatch(int node, QList<int>& ids) const {
@@ -109,12 +112,13 @@ class Office {
     }
   }
 
-  void PrintPlan(const deletion::Rule& rule) const {
+  void PrintPlan(const entry::deletion::Rule& rule) const {
     const database::SqliteHandle handle(database::ConnectionString(m_text), database::SqliteHandle::Missing::Refuse);
     const QString text = rule.references->Text(7);
     database::Lexer lexer;
     lexer.Read(text);
-    const database::Plan plan = database::Translate(database::Schema::Current(), text, lexer.Tokens());
+    const database::Plan plan =
+        database::Translate(database::SqliteTarget::Instance(), database::Schema::Current(), text, lexer.Tokens());
     sqlite3_stmt* statement = nullptr;
     sqlite3_prepare_v2(handle.Engine(), ("EXPLAIN QUERY PLAN " + plan.sql).constData(), -1, &statement, nullptr);
     while (sqlite3_step(statement) == SQLITE_ROW) {
@@ -131,7 +135,7 @@ class Office {
   std::unique_ptr<host::cPrincipal> m_services;
 };
 
-void RaceOfDeletions(const Office& large, const Office& small, const deletion::Rule& rule) {
+void RaceOfDeletions(const Office& large, const Office& small, const entry::deletion::Rule& rule) {
   QList<int> inLarge = large.Spare(rule, rounds * batch);
   QList<int> inSmall = small.Spare(rule, rounds * batch);
   std::vector<bench::Contestant> contestants{
@@ -143,7 +147,7 @@ void RaceOfDeletions(const Office& large, const Office& small, const deletion::R
 }
 
 // A record that half of all rows refer to: the first reference found must be enough.
-void RaceOfRefusals(const Office& large, const Office& small, const deletion::Rule& rule, int id) {
+void RaceOfRefusals(const Office& large, const Office& small, const entry::deletion::Rule& rule, int id) {
   std::vector<bench::Contestant> contestants{
       {"with a million", [&] { large.RefuseBatch(rule.node, id); }},
       {"with a thousand", [&] { small.RefuseBatch(rule.node, id); }},
@@ -156,16 +160,16 @@ void RaceOfRefusals(const Office& large, const Office& small, const deletion::Ru
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  const Silent platform;
+  const Silent desktop;
   const Office small(few);
   const Office large(many);
-  for (const deletion::Rule& rule : deletion::Rules()) {
+  for (const entry::deletion::Rule& rule : entry::deletion::Rules()) {
     if (rule.references) {
       RaceOfDeletions(large, small, rule);
       large.PrintPlan(rule);
     }
   }
-  for (const deletion::Rule& rule : deletion::Rules()) {
+  for (const entry::deletion::Rule& rule : entry::deletion::Rules()) {
     // Records with live references among the million.
     const std::map<int, int> referred{{16, 1}, {17, 2}, {18, 1}, {20, 35}, {22, 27}};
     if (const auto found = referred.find(rule.node); found != referred.end()) {

@@ -2,10 +2,10 @@
 // dialog, beside reading it where the window waits. Blocks are the longest turn of the event loop.
 
 #include "database/Database.h"
-#include "host/desktop/ComponentBridge.h"
 #include "host/desktop/MainWindow.h"
-#include "host/desktop/RecordReader.h"
-#include "host/services/Session.h"
+#include "host/records/ComponentBridge.h"
+#include "host/records/RecordReader.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/contract/cConstNodo.h"

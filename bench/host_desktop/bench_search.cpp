@@ -3,7 +3,7 @@
 
 #include "database/Database.h"
 #include "database/sqlite/SqliteHandle.h"
-#include "host/desktop/RecordReader.h"
+#include "host/records/RecordReader.h"
 #include "platform/contract/cConstNodo.h"
 #include "platform/text/FoldForSearch.h"
 #include "support/Race.h"

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 
 using adodb::Execute;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,7 +38,7 @@ class SheetOffice : public bench::Office {
   }
 
   std::unique_ptr<MaintenanceForm> Opened() const {
-    std::unique_ptr<MaintenanceForm> dialog = CreateFrmEtiquetas1();
+    std::unique_ptr<MaintenanceForm> dialog = labels::CreateFrmEtiquetas1();
     dialog->Load();
     return dialog;
   }

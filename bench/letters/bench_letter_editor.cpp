@@ -2,10 +2,10 @@
 // beside the bank dialog, empty and with a bank of 10,000 branches.
 
 #include "banking/Dialogs.h"
+#include "documents/rtf/Rtf.h"
 #include "letters/BigLetter.h"
 #include "letters/Dialogs.h"
 #include "letters/editor/LetterEdit.h"
-#include "letters/rtf/Rtf.h"
 #include "platform/adodb/Statement.h"
 #include "support/Office.h"
 #include "support/Race.h"
@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -41,7 +42,7 @@ void Open(std::unique_ptr<MaintenanceForm> dialog) {
 }
 
 void TypeInTheMiddle() {
-  const auto dialog = CreateFrmCartaModelo();
+  const auto dialog = letters::CreateFrmCartaModelo();
   dialog->Load();
   Paint(*dialog);
   auto* letter = dialog->findChild<letters::LetterEdit*>(u"rtfCarta"_s);
@@ -89,7 +90,7 @@ int main(int argc, char** argv) {
       adodb::Execute(office.Connection(), u"SELECT MAX(IDCartaModelo) AS N FROM CartasModelo")->Field(0).toInt());
 
   std::vector<bench::Contestant> opening{
-      {"the editor: load, paint, unload", [] { Open(CreateFrmCartaModelo()); }},
+      {"the editor: load, paint, unload", [] { Open(letters::CreateFrmCartaModelo()); }},
       {"reading the letter",
        [&] {
          QTextDocument document;
@@ -105,17 +106,17 @@ int main(int argc, char** argv) {
       {"a new letter: load, paint, unload",
        [&] {
          office.Add();
-         Open(CreateFrmCartaModelo());
+         Open(letters::CreateFrmCartaModelo());
        }},
       {"a bank of 10,000 branches",
        [&] {
          office.Select(bank);
-         Open(CreateFrmBanco());
+         Open(banking::CreateFrmBanco());
        }},
       {"a new bank",
        [&] {
          office.Add();
-         Open(CreateFrmBanco());
+         Open(banking::CreateFrmBanco());
        }},
   };
   bench::Race(adding, 4 * rounds);

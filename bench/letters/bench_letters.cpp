@@ -2,9 +2,9 @@
 //
 // Argument `--huge`: the largest letters that are accepted, too.
 
+#include "documents/rtf/Rtf.h"
+#include "documents/rtf/Writer.h"
 #include "letters/BigLetter.h"
-#include "letters/rtf/Rtf.h"
-#include "letters/rtf/Writer.h"
 #include "support/Race.h"
 
 #include <QFile>

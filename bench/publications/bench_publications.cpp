@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,7 +31,7 @@ void Fill(const database::SqliteHandle& native) {
 }
 
 void OpenByDialog() {
-  const auto dialog = CreateFrmPublicacion();
+  const auto dialog = publications::CreateFrmPublicacion();
   dialog->Load();
   dialog->Unload();
 }
@@ -44,7 +45,7 @@ const QByteArray summary =
     "GROUP BY TipoSuscripciones.IDTipoSuscripcion, TipoSuscripciones.Nombre";
 
 std::unique_ptr<MaintenanceForm> WithNewPrices(int round) {
-  std::unique_ptr<MaintenanceForm> dialog = CreateFrmPublicacion();
+  std::unique_ptr<MaintenanceForm> dialog = publications::CreateFrmPublicacion();
   dialog->Load();
   dialog->findChild<QLineEdit*>(u"txtPrecioNac"_s)->setText(u"%1,50"_s.arg(10 + round));
   dialog->findChild<QLineEdit*>(u"txtPrecioExt"_s)->setText(u"%1,50"_s.arg(20 + round));

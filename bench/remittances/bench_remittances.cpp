@@ -12,6 +12,7 @@
 #include <QTimer>
 
 using adodb::Execute;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -147,7 +148,7 @@ void RaceOfOpening(const char* what, const PartyOffice& office, std::unique_ptr<
 }
 
 void RaceOfChoosing(const PartyOffice& office) {
-  const std::unique_ptr<MaintenanceForm> dialog = CreateFrmPresentador();
+  const std::unique_ptr<MaintenanceForm> dialog = remittances::CreateFrmPresentador();
   dialog->Load();
   auto* list = dialog->findChild<QComboBox*>(u"cboBancos"_s);
   int row = 0;
@@ -176,9 +177,10 @@ void RaceOfChoosing(const PartyOffice& office) {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   const PartyOffice office;
-  RaceOfOpening("Opening a presenter among 3,000 banks and 40,000 branches", office, CreateFrmPresentador,
+  RaceOfOpening("Opening a presenter among 3,000 banks and 40,000 branches", office, remittances::CreateFrmPresentador,
                 &PartyOffice::ReadPresenter);
-  RaceOfOpening("Opening an issuer among 5,000 presenters", office, CreateFrmEmisor, &PartyOffice::ReadIssuer);
+  RaceOfOpening("Opening an issuer among 5,000 presenters", office, remittances::CreateFrmEmisor,
+                &PartyOffice::ReadIssuer);
   RaceOfChoosing(office);
   return 0;
 }

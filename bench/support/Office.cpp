@@ -1,10 +1,12 @@
 #include "support/Office.h"
 
 #include "database/sqlite/SqliteConnection.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/contract/cConstAccion.h"
 
 #include <sqlite3.h>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace bench {

@@ -2,9 +2,9 @@
 
 #include "database/Database.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "framework/Platform.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/adodb/Connection.h"
 
@@ -13,7 +13,7 @@
 namespace bench {
 
 /// Questions answer themselves with yes.
-class Agreeing : public Platform {
+class Agreeing : public framework::Desktop {
  public:
   Agreeing() { Install(this); }
   Agreeing(const Agreeing&) = delete;
@@ -46,7 +46,7 @@ class Office {
   std::unique_ptr<database::SqliteHandle> m_native;
   host::Session m_session;
   std::unique_ptr<host::cPrincipal> m_services;
-  Agreeing m_platform;
+  Agreeing m_desktop;
 };
 
 }  // namespace bench

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,7 +24,7 @@ void Fill(const database::SqliteHandle& native) {
 }
 
 std::unique_ptr<MaintenanceForm> WithNewText(int round) {
-  std::unique_ptr<MaintenanceForm> dialog = CreateFrmTipoDonativo();
+  std::unique_ptr<MaintenanceForm> dialog = taxes::CreateFrmTipoDonativo();
   dialog->Load();
   dialog->findChild<QLineEdit*>(u"txtTipoDonativo_1"_s)->setText(u"Donativo para becas, %1"_s.arg(round));
   return dialog;

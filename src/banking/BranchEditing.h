@@ -2,6 +2,8 @@
 
 #include "banking/cSucursal.h"
 
+namespace banking {
+
 /// One branch for the branch dialog, as the bank dialog hands it over.
 struct BranchTask {
   cSucursal& branch;                 ///< Filled in or edited.
@@ -14,3 +16,5 @@ struct BranchTask {
 /// Shows the branch dialog for the bank dialog: nothing is written to the database. True when the user accepted; the
 /// branch then holds what was typed, with its `Estado`. Errors that the dialog lets out pass through.
 bool EditBranch(const BranchTask& task);
+
+}  // namespace banking

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+namespace banking {
 namespace {
 
 struct Column {
@@ -69,3 +70,5 @@ QVariant BranchModel::headerData(int section, Qt::Orientation orientation, int r
   }
   return resources::LoadResString(columns[static_cast<std::size_t>(section)].stringId);
 }
+
+}  // namespace banking

@@ -4,6 +4,8 @@
 
 #include <QAbstractTableModel>
 
+namespace banking {
+
 /// The grid's view over the bank dialog's own collection: one row per branch that is not marked for deletion, with the
 /// columns code, name, address, province. It holds no copy of a branch.
 class BranchModel : public QAbstractTableModel {
@@ -28,3 +30,5 @@ class BranchModel : public QAbstractTableModel {
   const BranchCollection& m_branches;
   std::vector<std::size_t> m_rows;
 };
+
+}  // namespace banking

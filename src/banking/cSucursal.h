@@ -5,6 +5,8 @@
 #include <memory>
 #include <vector>
 
+namespace banking {
+
 /// One bank branch held in memory (ProgID "KelConfiguracion.cSucursal").
 class cSucursal : public QObject {
   Q_OBJECT
@@ -42,3 +44,5 @@ class cSucursal : public QObject {
 
 /// A bank's branches, those marked for deletion included.
 using BranchCollection = std::vector<std::shared_ptr<cSucursal>>;
+
+}  // namespace banking

@@ -11,8 +11,10 @@
 
 #include <algorithm>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace banking {
 namespace {
 
 constexpr cConstAccion action;
@@ -261,3 +263,5 @@ class frmBanco final : public FormOn<Ui::frmBanco> {
 std::unique_ptr<MaintenanceForm> CreateFrmBanco() {
   return std::make_unique<frmBanco>();
 }
+
+}  // namespace banking

@@ -10,8 +10,10 @@
 
 #include <algorithm>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace banking {
 namespace {
 
 constexpr cConstAccion action;
@@ -43,7 +45,7 @@ class frmSucursal final : public FormOn<Ui::frmSucursal> {
     OnChosen(ui.cboPaises, [this] { FillProvinces(0); });
     CouplePostcode(ui.txtSucursales_4, ui.cboProvincias);
     On(ui.cmdNPais, &QToolButton::clicked, [this] {
-      OpenNested(CreateFrmPais(), {}, [this](qint32 id) {
+      OpenNested(reference::CreateFrmPais(), {}, [this](qint32 id) {
         FillCountries(id);
         FillProvinces(0);
       });
@@ -142,7 +144,7 @@ class frmSucursal final : public FormOn<Ui::frmSucursal> {
       Refuse(ui.cboPaises, 16104, vbInformation);
       return;
     }
-    OpenNested(CreateFrmProvincia(), {.idAux = country}, [this](qint32 id) { FillProvinces(id); });
+    OpenNested(reference::CreateFrmProvincia(), {.idAux = country}, [this](qint32 id) { FillProvinces(id); });
   }
 
   bool Validate() override {
@@ -225,3 +227,5 @@ bool EditBranch(const BranchTask& task) {
   dialog.ShowModal();
   return dialog.IsAccepted();
 }
+
+}  // namespace banking

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Export.h"
 #include "database/Schema.h"
 #include "platform/adodb/Connection.h"
 
@@ -28,7 +29,7 @@
 /// ForViewing of database/Maintenance.h). Its text indexes follow Spanish ordering rules that other tools lack: they
 /// can copy the file, but not change its texts.
 ///
-/// Errors are automation::Error; besides the numbers of adodb::Connection, those of database/ErrorNumbers.h.
+/// Errors are automation::Error; besides the numbers of adodb::Connection, those of platform/adodb/ErrorNumbers.h.
 namespace database {
 
 /// What PrepareDatabase fills a new database with.
@@ -40,16 +41,16 @@ enum class Content {
 /// A closed connection to the database that `connectionString` names. Opening it does not create or migrate
 /// anything: prepare the database first. A connection belongs to the thread that opened it.
 /// Raises InvalidConnectionString for a text it cannot read or an unknown engine.
-std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString);
+KELDATOS_EXPORT std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString);
 
 /// `Motor=sqlite;Archivo=...` for a path, quoted where the path needs it.
-QString ConnectionStringForFile(const QString& path);
+KELDATOS_EXPORT QString ConnectionStringForFile(const QString& path);
 
 /// Creates the database (and its folder) when it is missing, for the user alone (modes 0600 and 0700), migrates an
 /// older one, and leaves a current one as it is; `content` only matters for a database that is created or still empty.
 /// Everything happens in one transaction: after an error the database is what it was. Two programs may prepare the same
 /// one at once. Raises NewerDatabase, leaving the file untouched, for a database that a newer version of this program
 /// wrote, NotOurDatabase for one that holds foreign tables, and the engine's refusals.
-void PrepareDatabase(const QString& connectionString, Content content);
+KELDATOS_EXPORT void PrepareDatabase(const QString& connectionString, Content content);
 
 }  // namespace database

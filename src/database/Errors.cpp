@@ -21,20 +21,20 @@ QString Quotation(QStringView text) {
 
 QString PlatformText(int number) {
   switch (number) {
-    case NoCurrentRow:
+    case adodb::NoCurrentRow:
       return u"El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un "
              "registro actual."_s;
-    case NoSuchField:
+    case adodb::NoSuchField:
       return u"No se encontró el elemento en la colección que corresponde al nombre o el ordinal solicitado."_s;
-    case ObjectClosed:
+    case adodb::ObjectClosed:
       return u"La operación no está permitida si el objeto está cerrado."_s;
-    case ObjectOpen:
+    case adodb::ObjectOpen:
       return u"La operación no está permitida si el objeto está abierto."_s;
-    case TransactionActive:
+    case adodb::TransactionActive:
       return u"Ya hay una transacción en curso; termínela antes de empezar otra."_s;
-    case NoTransaction:
+    case adodb::NoTransaction:
       return u"No hay ninguna transacción en curso."_s;
-    case TransactionLost:
+    case adodb::TransactionLost:
       return u"La base de datos deshizo la transacción entera por un error anterior: no se ha guardado ninguno de sus "
              "cambios. Anule la operación y repítala."_s;
     default:
@@ -55,27 +55,27 @@ Error PlatformError(int number) {
 Error SyntaxErrorAt(const QString& problem, QStringView statement, qsizetype position) {
   const QStringView rest = statement.mid(position).trimmed();
   const QString where = rest.isEmpty() ? u"al final de la instrucción"_s : u"en %1"_s.arg(Quotation(rest));
-  return Error(SyntaxError, u"Error de sintaxis en la instrucción SQL: %1, %2."_s.arg(problem, where));
+  return Error(adodb::SyntaxError, u"Error de sintaxis en la instrucción SQL: %1, %2."_s.arg(problem, where));
 }
 
 Error RefusedStatement(const QString& reason) {
-  return Error(StatementRefused, reason);
+  return Error(adodb::StatementRefused, reason);
 }
 
 Error MissingTable(QStringView name) {
-  return Error(NoSuchTable,
+  return Error(adodb::NoSuchTable,
                u"La base de datos no tiene ninguna tabla que se llame %1. Compruebe el "
                "nombre."_s.arg(Quotation(name)));
 }
 
 Error MissingColumn(QStringView name) {
-  return Error(NoSuchColumn,
+  return Error(adodb::NoSuchColumn,
                u"Ninguna tabla de la instrucción tiene una columna que se llame %1. "
                "Compruebe el nombre."_s.arg(Quotation(name)));
 }
 
 Error AmbiguousColumn(QStringView name) {
-  return Error(NoSuchColumn,
+  return Error(adodb::NoSuchColumn,
                u"La columna %1 está en más de una tabla de la instrucción. Escriba "
                "delante el nombre de la tabla."_s.arg(Quotation(name)));
 }
@@ -91,13 +91,13 @@ Error NumberTooBig(QStringView text, const QString& column) {
 }
 
 Error BadConnectionString(const QString& problem) {
-  return Error(InvalidConnectionString,
+  return Error(adodb::InvalidConnectionString,
                u"La cadena de conexión no es válida: %1. Ejemplo: "
                "Motor=sqlite;Archivo=\"/home/ana/kel.db\"."_s.arg(problem));
 }
 
 Error BadSchema(int line, const QString& problem) {
-  return Error(InvalidSchema,
+  return Error(adodb::InvalidSchema,
                u"La descripción del esquema está mal en la línea %1: %2. Vuelva a "
                "instalar el programa."_s.arg(line)
                    .arg(problem));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 
 #include <QStringView>

@@ -1,26 +1,28 @@
 #pragma once
 
+#include "database/Export.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 
 /// What keeps a database file alive besides its use: copies, restoring one, checks. Errors are those of
-/// database/ErrorNumbers.h. Nothing here changes rows; every function may run in a thread of its own.
+/// platform/adodb/ErrorNumbers.h. Nothing here changes rows; every function may run in a thread of its own.
 namespace database {
 
 /// Asked now and then during long work, which ends with error 18 when the answer is true.
 using Stop = std::function<bool()>;
 
 /// The file behind a connection string, as an absolute path.
-QString FileOf(const QString& connectionString);
+KELDATOS_EXPORT QString FileOf(const QString& connectionString);
 
 /// False where only reading is possible: the connection string says so, or the process may not write an existing file
 /// or its folder.
-bool MayBeWritten(const QString& connectionString);
+KELDATOS_EXPORT bool MayBeWritten(const QString& connectionString);
 
 /// The same database for reading only.
-QString ForViewing(const QString& connectionString);
+KELDATOS_EXPORT QString ForViewing(const QString& connectionString);
 
 /// What a copy holds.
 struct CopySize {
@@ -32,12 +34,12 @@ struct CopySize {
 /// Copies the database as it is at one moment, while others go on writing, into the new file `file`, which is the
 /// user's alone; then opens and checks the copy. An existing `file` is refused with CannotOpen; a copy that does not
 /// pass is deleted, and DatabaseDamaged raised. The file appears under its name only when it is whole.
-CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop = {});
+KELDATOS_EXPORT CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop = {});
 
 /// Checks `copy` and puts it in the place of the database's file, or makes that file. Gives the name under which the
 /// replaced file stays in its folder, empty where there was none. Raises DatabaseLocked while any program has the
 /// database open, and leaves everything as it was after an error.
-QString RestoreDatabase(const QString& copy, const QString& connectionString);
+KELDATOS_EXPORT QString RestoreDatabase(const QString& copy, const QString& connectionString);
 
 /// What a check found, a sentence each, in Spanish.
 struct Findings {
@@ -50,13 +52,13 @@ struct Findings {
 };
 
 /// Looks at everything. Raises what opening the file raises.
-Findings CheckDatabase(const QString& connectionString);
+KELDATOS_EXPORT Findings CheckDatabase(const QString& connectionString);
 
 /// The engine's own quick check, for a start after an unclean end: what is wrong, nothing for a sound file.
-QStringList QuickCheck(const QString& connectionString);
+KELDATOS_EXPORT QStringList QuickCheck(const QString& connectionString);
 
 /// Whether the last program that had the file open ended without closing it, and none has it open now. Asked before the
 /// file is opened.
-bool WasLeftOpen(const QString& connectionString);
+KELDATOS_EXPORT bool WasLeftOpen(const QString& connectionString);
 
 }  // namespace database

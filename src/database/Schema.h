@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/Export.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -46,7 +48,7 @@ struct Index {
 };
 
 /// One table of the schema; columns in the order that `SELECT *` gives them.
-struct Table {
+struct KELDATOS_EXPORT Table {
   QString name;
   std::vector<Column> columns;
   std::vector<Index> indexes;
@@ -58,7 +60,7 @@ struct Table {
 
 /// The schema, as the compiled-in description gives it: the one source of the tables' DDL, of the migrations and
 /// of the column types that statements are converted by.
-class Schema {
+class KELDATOS_EXPORT Schema {
  public:
   /// The schema of this version of the program.
   static const Schema& Current();
@@ -80,6 +82,6 @@ class Schema {
 };
 
 /// The version of the schema that this program writes.
-int SchemaVersion();
+KELDATOS_EXPORT int SchemaVersion();
 
 }  // namespace database

@@ -9,6 +9,9 @@
 #include "platform/automation/Error.h"
 #include "platform/contract/ContractVersion.h"
 
+using namespace framework;
+
+namespace entry {
 namespace {
 
 void OpenIfClosed(adodb::Connection& connection) {
@@ -51,3 +54,5 @@ void CPrincipal::EliminarRegistro(QObject* obj) {
   }
   objApi().congestion().Close();
 }
+
+}  // namespace entry

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+namespace entry {
+
 /// The component's entry class (ProgID "KelConfiguracion.CPrincipal"). A host creates it by name and calls it late
 /// bound. It keeps no state; the services object of the last call stays the component's `objApi`.
 class CPrincipal : public QObject {
@@ -29,3 +31,5 @@ class CPrincipal : public QObject {
   /// Errors of the database leave it as automation::Error.
   Q_INVOKABLE void EliminarRegistro(QObject* obj);
 };
+
+}  // namespace entry

@@ -1,15 +1,18 @@
 #include "entry/Deletion.h"
 
+#include "framework/Database.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "platform/automation/Conversion.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <algorithm>
 #include <array>
 
-namespace deletion {
+using namespace framework;
+
+namespace entry::deletion {
 
 namespace {
 
@@ -118,16 +121,12 @@ constexpr std::array rules{
              u"SELECT IDDeduccion_Comunidad FROM Deduccion_Comunidad WHERE  Eliminado=0 AND CodComunidad={0}")},
 };
 
-adodb::Connection& Connection() {
-  return objApi().congestion();
-}
-
 adodb::Verbatim Name(const char16_t* name) {
   return {QString::fromUtf16(name)};
 }
 
 bool IsAdministrator(qint32 id) {
-  const auto rs = adodb::Execute(Connection(), u"SELECT Administrador FROM Usuarios WHERE IDUsuario={}", id);
+  const auto rs = Execute(u"SELECT Administrador FROM Usuarios WHERE IDUsuario={}", id);
   const bool administrator = automation::CBool(rs->Field(u"ADMINISTRADOR"));
   rs->Close();
   return administrator;
@@ -167,8 +166,8 @@ Outcome Delete(qint32 requested, qint32 id) {
   if (rule->cascade) {
     Connection().Execute(rule->cascade->Text(id));
   }
-  adodb::Execute(Connection(), u"UPDATE {} SET Eliminado=-1 WHERE {}={}", Name(rule->table), Name(rule->key), id);
+  Execute(u"UPDATE {} SET Eliminado=-1 WHERE {}={}", Name(rule->table), Name(rule->key), id);
   return Outcome::Done;
 }
 
-}  // namespace deletion
+}  // namespace entry::deletion

@@ -7,7 +7,7 @@
 
 /// Guarded deletion: per node, the record's table and key, the query that finds live rows which still refer to it, and
 /// the statement that marks its dependent rows. `{0}` is the record's identifier.
-namespace deletion {
+namespace entry::deletion {
 
 using RecordStatement = adodb::Statement<qint32>;
 
@@ -29,4 +29,4 @@ enum class Outcome { Done, Refused };
 /// database pass through.
 Outcome Delete(qint32 node, qint32 id);
 
-}  // namespace deletion
+}  // namespace entry::deletion

@@ -1,9 +1,9 @@
 #include "entry/Dispatch.h"
 
 #include "banking/Dialogs.h"
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "labels/Dialogs.h"
 #include "letters/Dialogs.h"
 #include "platform/automation/Error.h"
@@ -17,9 +17,10 @@
 #include <array>
 #include <map>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
-namespace dispatch {
+namespace entry::dispatch {
 
 namespace {
 
@@ -50,7 +51,7 @@ class Release {
   Release(const Release&) = delete;
   Release& operator=(const Release&) = delete;
   ~Release() {
-    Platform::Current().DoEvents();
+    Desktop::Current().DoEvents();
     // Messages that were pending may have opened it again.
     const auto found = DefaultInstances().find(m_entry.released);
     if (found != DefaultInstances().end() && !found->second->IsInUse()) {
@@ -73,7 +74,7 @@ void ShowInstance(const Entry& entry, bool guarded) {
 }
 
 Outcome Show(const Entry& entry) {
-  if (entry.opening == Opening::WithPrinter && Platform::Current().PrinterCount() == 0) {
+  if (entry.opening == Opening::WithPrinter && Desktop::Current().PrinterCount() == 0) {
     ShowMessageWithBeep(102, vbInformation);
     return Outcome::NoPrinter;
   }
@@ -95,27 +96,27 @@ std::span<const Entry> Table() {
   using enum Opening;
   static constexpr cConstNodo node;
   static const std::array table{
-      Row(node.Bancos(), u"frmBanco"_s, GuardedLoad, CreateFrmBanco),
-      Row(node.Sucursales(), u"frmSucursal"_s, Modal, CreateFrmSucursal),
-      Row(node.Cabeceras(), u"frmCabecera"_s, Modal, CreateFrmCabecera),
-      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, CreateFrmCartaModelo),
-      Row(node.Diocesis(), u"frmDiocesis"_s, Modal, CreateFrmDiocesis),
-      Row(node.Emisores(), u"frmEmisor"_s, Modal, CreateFrmEmisor),
-      Row(node.Paises(), u"frmPais"_s, Modal, CreateFrmPais),
-      Row(node.Presentadores(), u"frmPresentador"_s, Modal, CreateFrmPresentador),
-      Row(node.Cobradores(), u"frmCobrador"_s, Modal, CreateFrmCobrador),
-      Row(node.Provincias(), u"frmProvincia"_s, Modal, CreateFrmProvincia),
-      Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, CreateFrmPublicacion),
-      Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, CreateFrmTipoDonativo),
-      Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, CreateFrmTipoDeduccion),
-      Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, CreateFrmEtiquetas1),
+      Row(node.Bancos(), u"frmBanco"_s, GuardedLoad, banking::CreateFrmBanco),
+      Row(node.Sucursales(), u"frmSucursal"_s, Modal, banking::CreateFrmSucursal),
+      Row(node.Cabeceras(), u"frmCabecera"_s, Modal, letters::CreateFrmCabecera),
+      Row(node.CartasModelo(), u"frmCartaModelo"_s, WithPrinter, letters::CreateFrmCartaModelo),
+      Row(node.Diocesis(), u"frmDiocesis"_s, Modal, reference::CreateFrmDiocesis),
+      Row(node.Emisores(), u"frmEmisor"_s, Modal, remittances::CreateFrmEmisor),
+      Row(node.Paises(), u"frmPais"_s, Modal, reference::CreateFrmPais),
+      Row(node.Presentadores(), u"frmPresentador"_s, Modal, remittances::CreateFrmPresentador),
+      Row(node.Cobradores(), u"frmCobrador"_s, Modal, remittances::CreateFrmCobrador),
+      Row(node.Provincias(), u"frmProvincia"_s, Modal, reference::CreateFrmProvincia),
+      Row(node.Publicaciones(), u"frmPublicacion"_s, Modal, publications::CreateFrmPublicacion),
+      Row(node.TipoDonativos(), u"frmTipoDonativo"_s, Modal, taxes::CreateFrmTipoDonativo),
+      Row(node.TipoDeduccion(), u"frmTipoDeduccion"_s, Modal, taxes::CreateFrmTipoDeduccion),
+      Row(node.Etiquetas(), u"frmEtiquetas1"_s, Modal, labels::CreateFrmEtiquetas1),
       // Intended: never reached, for the same node stands above.
-      Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, CreateFrmCobrador),
+      Row(node.Cobradores(), u"frmCobrador"_s, GuardedLoad, remittances::CreateFrmCobrador),
       // Intended: the release clears the deduction type's dialog; this one's own default instance stays.
-      Row(node.DeduccionesComunidad(), u"frmDeduccionComunidad"_s, Modal, CreateFrmDeduccionComunidad,
+      Row(node.DeduccionesComunidad(), u"frmDeduccionComunidad"_s, Modal, taxes::CreateFrmDeduccionComunidad,
           u"frmTipoDeduccion"_s),
-      Row(node.ComunidadAutonoma(), u"frmComunidadAutonoma"_s, Modal, CreateFrmComunidadAutonoma),
-      Row(node.Encabezados(), u"frmEncabezado"_s, GuardedLoadOfARecord, CreateFrmEncabezado),
+      Row(node.ComunidadAutonoma(), u"frmComunidadAutonoma"_s, Modal, taxes::CreateFrmComunidadAutonoma),
+      Row(node.Encabezados(), u"frmEncabezado"_s, GuardedLoadOfARecord, letters::CreateFrmEncabezado),
   };
   return table;
 }
@@ -125,4 +126,4 @@ Outcome ShowDialog(qint32 node) {
   return found == Table().end() ? Outcome::Done : Show(*found);
 }
 
-}  // namespace dispatch
+}  // namespace entry::dispatch

@@ -8,7 +8,7 @@
 #include <span>
 
 /// Which dialog belongs to a node of the host, and how it is opened.
-namespace dispatch {
+namespace entry::dispatch {
 
 enum class Opening {
   Modal,
@@ -26,7 +26,7 @@ struct Entry {
   QString dialog;
   Opening opening;
   /// Makes the dialog.
-  std::unique_ptr<MaintenanceForm> (*create)();
+  std::unique_ptr<framework::MaintenanceForm> (*create)();
   /// The dialog whose default instance is released afterwards.
   QString released;
 };
@@ -40,4 +40,4 @@ enum class Outcome { Done, NoPrinter };
 /// the dialog lets out, and 400 when the node's dialog is open already: it stays as it is.
 Outcome ShowDialog(qint32 node);
 
-}  // namespace dispatch
+}  // namespace entry::dispatch

@@ -9,6 +9,7 @@
 #include <dlfcn.h>
 #include <atomic>
 
+namespace entry {
 namespace {
 
 std::atomic<int> liveObjects{0};
@@ -88,3 +89,5 @@ Q_DECL_EXPORT int DllGetContractVersion(int* major, int* minor) {
 }
 
 }  // extern "C"
+
+}  // namespace entry

@@ -8,6 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
+namespace entry {
 namespace {
 
 template <typename Object>
@@ -20,8 +21,10 @@ std::unique_ptr<QObject> Create() {
 std::span<const PublishedClass> PublishedClasses() {
   static const std::array classes{
       PublishedClass{u"KelConfiguracion.CPrincipal"_s, &Create<CPrincipal>},
-      PublishedClass{u"KelConfiguracion.cSucursal"_s, &Create<cSucursal>},
-      PublishedClass{u"KelConfiguracion.cCampo"_s, &Create<cCampo>},
+      PublishedClass{u"KelConfiguracion.cSucursal"_s, &Create<banking::cSucursal>},
+      PublishedClass{u"KelConfiguracion.cCampo"_s, &Create<labels::cCampo>},
   };
   return classes;
 }
+
+}  // namespace entry

@@ -5,6 +5,8 @@
 #include <memory>
 #include <span>
 
+namespace entry {
+
 /// A class that the component publishes.
 struct PublishedClass {
   QString progId;
@@ -12,3 +14,5 @@ struct PublishedClass {
 };
 
 std::span<const PublishedClass> PublishedClasses();
+
+}  // namespace entry

@@ -1,5 +1,8 @@
 #include "entry/Request.h"
 
+using namespace framework;
+
+namespace entry {
 namespace {
 
 int requestsUnderWay = 0;
@@ -30,3 +33,5 @@ void OpenStored(adodb::Connection& connection) {
     connection.Open({}, {}, {}, -1);
   }
 }
+
+}  // namespace entry

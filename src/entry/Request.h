@@ -2,6 +2,8 @@
 
 #include "framework/HostServices.h"
 
+namespace entry {
+
 /// One call of the host while it lasts: makes the services object that it brought the component's `objApi`.
 ///
 /// A call that comes while another one is under way (from a timer or a socket of the host, or from a dialog that asks
@@ -16,8 +18,10 @@ class Request {
 
  private:
   bool m_isNested;
-  HostServices m_outerServices;
+  framework::HostServices m_outerServices;
 };
 
 /// Opens a closed connection with its own stored connection string; leaves an open one as it is.
 void OpenStored(adodb::Connection& connection);
+
+}  // namespace entry

@@ -14,6 +14,7 @@
 
 using resources::LoadResString;
 
+namespace framework {
 namespace {
 
 QString Tag(const QObject* control) {
@@ -113,3 +114,5 @@ void CargarTextosFormulario(QWidget* form) {
     ReplaceControl(control);
   }
 }
+
+}  // namespace framework

@@ -1,6 +1,6 @@
 #include "framework/ComboSearch.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QAbstractItemView>
@@ -13,6 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
+namespace framework {
 namespace {
 
 constexpr std::chrono::milliseconds pauseThatEndsASearch{1500};
@@ -85,7 +86,7 @@ bool ComboSearch::OnKey(const QString& typed) {
   const QString text = again ? typed : m_typed + typed;
   const int found = Find(text, Highlighted() + (text.size() == 1 ? 1 : 0));
   if (found < 0) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
   } else {
     m_typed = text;
     Select(found);
@@ -133,3 +134,5 @@ void ComboSearch::ShowTyped() const {
   const QPoint above(0, -2 * m_combo->height());
   QToolTip::showText(m_combo->mapToGlobal(above), m_typed.isEmpty() ? QString() : u"Buscar: "_s + m_typed, m_combo);
 }
+
+}  // namespace framework

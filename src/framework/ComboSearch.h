@@ -5,6 +5,8 @@
 
 class QComboBox;
 
+namespace framework {
+
 /// Finds the items of a list by typing: what is typed in one go is the beginning of any word of the item, several words
 /// each the beginning of one, without regard to case and accents ("mad" finds "Comunidad de Madrid"). Typing on narrows
 /// the search from the item found; one letter again and again goes through its items; backspace takes a letter back.
@@ -31,3 +33,5 @@ class ComboSearch : public QObject {
   QString m_typed;
   QDeadlineTimer m_inOneGo;
 };
+
+}  // namespace framework

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 
+namespace framework {
 namespace {
 
 constexpr int commonCharacters = 34;
@@ -148,3 +149,5 @@ void SetColumnCharacters(QTableView& grid, std::initializer_list<int> characters
 qint32 ItemData(const QComboBox* combo) {
   return combo->currentData(Qt::UserRole).toInt();
 }
+
+}  // namespace framework

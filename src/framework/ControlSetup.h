@@ -8,6 +8,8 @@ class QComboBox;
 class QTableView;
 class QWidget;
 
+namespace framework {
+
 /// What all controls of a form get, whatever the dialog. Sizes follow the font, so that they hold at any scale.
 
 /// Lists are found by typing (ComboSearch) and don't turn under a wheel that only passes over them; Enter presses the
@@ -26,3 +28,5 @@ void SetColumnCharacters(QTableView& grid, std::initializer_list<int> characters
 
 /// The item data (an identifier) of the selected item of a list, 0 when nothing is selected.
 qint32 ItemData(const QComboBox* combo);
+
+}  // namespace framework

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace framework {
+
 FocusWatch::FocusWatch(QWidget* control) : QObject(control) {
   control->installEventFilter(this);
 }
@@ -27,3 +29,5 @@ bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
   }
   return true;
 }
+
+}  // namespace framework

@@ -4,6 +4,8 @@
 
 class QWidget;
 
+namespace framework {
+
 /// Tells when a control receives the focus, after the control's own handling, and when it loses it to another control
 /// of the window (a menu or another window that comes up doesn't count). Belongs to the control.
 class FocusWatch : public QObject {
@@ -21,3 +23,5 @@ class FocusWatch : public QObject {
  private:
   bool m_inside = false;
 };
+
+}  // namespace framework

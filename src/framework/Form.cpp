@@ -1,6 +1,7 @@
 #include "framework/Form.h"
 
 #include "framework/ControlSetup.h"
+#include "framework/FocusWatch.h"
 #include "framework/Help.h"
 #include "framework/ReturnToWindow.h"
 #include "framework/Termination.h"
@@ -8,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QScopedValueRollback>
@@ -17,6 +19,17 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace framework {
+namespace {
+
+// One for a control, however many handlers want to know.
+FocusWatch* WatchOf(QWidget* control) {
+  auto* watch = control->findChild<FocusWatch*>(QString(), Qt::FindDirectChildrenOnly);
+  return watch != nullptr ? watch : new FocusWatch(control);
+}
+
+}  // namespace
 
 Form::Form(const QString& name) {
   setObjectName(name);
@@ -114,6 +127,22 @@ void Form::RethrowKeptError() {
   }
 }
 
+void Form::OnEnter(QWidget* control, const std::function<void()>& handler) {
+  On(WatchOf(control), &FocusWatch::Entered, handler);
+}
+
+void Form::OnLeave(QWidget* control, const std::function<void()>& handler) {
+  On(WatchOf(control), &FocusWatch::Left, handler);
+}
+
+void Form::OnChosen(QComboBox* combo, const std::function<void()>& handler) {
+  On(combo, &QComboBox::currentIndexChanged, [handler](int index) {
+    if (index >= 0) {
+      handler();
+    }
+  });
+}
+
 void Form::OnQueryUnload(bool& /*cancel*/, UnloadMode /*mode*/) {}
 
 void Form::DestroyControls() {
@@ -169,3 +198,5 @@ void Form::showEvent(QShowEvent* event) {
     Guard([this] { OnActivate(); });
   }
 }
+
+}  // namespace framework

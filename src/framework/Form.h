@@ -8,6 +8,10 @@
 #include <type_traits>
 #include <utility>
 
+class QComboBox;
+
+namespace framework {
+
 /// A dialog with the life of a form: created (its constructor is the initialise event), loaded, shown modally, asked
 /// whether it may close, unloaded, destroyed (the terminate event). It can be loaded again after an unload; its
 /// controls are then new.
@@ -69,6 +73,13 @@ class Form : public QDialog {
             [this, handler](auto... values) { Guard([&] { CallWithWhatItTakes(handler, values...); }); });
   }
 
+  /// The control received the focus, from another control of the form or with the form.
+  void OnEnter(QWidget* control, const std::function<void()>& handler);
+  /// The control lost the focus to another one of the form.
+  void OnLeave(QWidget* control, const std::function<void()>& handler);
+  /// Another item of the list was selected, by the user or by the program; an emptied list selects none.
+  void OnChosen(QComboBox* combo, const std::function<void()>& handler);
+
   /// The window's title, to the letter.
   void SetCaption(QString text);
 
@@ -102,3 +113,5 @@ class Form : public QDialog {
   bool m_activated = false;
   std::exception_ptr m_error;
 };
+
+}  // namespace framework

@@ -3,6 +3,8 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 
+namespace framework {
+
 GridKeys::GridKeys(QAbstractItemView* grid) : QObject(grid) {
   grid->installEventFilter(this);
   connect(grid, &QAbstractItemView::doubleClicked, this, &GridKeys::Modify);
@@ -32,3 +34,5 @@ bool GridKeys::eventFilter(QObject* watched, QEvent* event) {
   }
   return QObject::eventFilter(watched, event);
 }
+
+}  // namespace framework

@@ -4,6 +4,8 @@
 
 class QAbstractItemView;
 
+namespace framework {
+
 /// The keys of a grid beside its add, modify and delete buttons: Ins, Enter or F2 (and a double click),
 /// Del.
 class GridKeys : public QObject {
@@ -20,3 +22,5 @@ class GridKeys : public QObject {
   void Modify();
   void Delete();
 };
+
+}  // namespace framework

@@ -1,9 +1,9 @@
 #include "framework/Help.h"
 
+#include "framework/Desktop.h"
 #include "framework/HostServices.h"
-#include "framework/Platform.h"
 
-namespace Help {
+namespace framework::Help {
 
 namespace {
 
@@ -19,7 +19,7 @@ void SetFile(const QString& path) {
 }
 
 void Show() {
-  Platform::Current().ShowHelp(File(), objApi().tituloaplicacion());
+  Desktop::Current().ShowHelp(File(), objApi().tituloaplicacion());
 }
 
-}  // namespace Help
+}  // namespace framework::Help

@@ -3,9 +3,9 @@
 #include <QString>
 
 /// The application's help file, which F1 opens in every dialog.
-namespace Help {
+namespace framework::Help {
 
 void SetFile(const QString& path);
 void Show();
 
-}  // namespace Help
+}  // namespace framework::Help

@@ -10,6 +10,8 @@ using automation::Get;
 using automation::Put;
 using namespace Qt::StringLiterals;
 
+namespace framework {
+
 HostServices HostServices::Fresh() {
   HostServices services;
   services.m_owned = automation::CreateObject(u"KelAPI.cPrincipal"_s);
@@ -158,3 +160,5 @@ HostServices& objApi() {
   static HostServices current;
   return current;
 }
+
+}  // namespace framework

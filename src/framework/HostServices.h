@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace framework {
+
 /// The host's services object (ProgID "KelAPI.cPrincipal") behind typed functions, so that no dialog holds the
 /// name of a member as a string. Every function is a late-bound call: it raises 438 when the host's object lacks
 /// the member, 91 when there is no object, and whatever the member raises.
@@ -69,3 +71,5 @@ class HostServices {
 
 /// The services object of the current request, one for the whole component. It stays set between requests.
 HostServices& objApi();
+
+}  // namespace framework

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QWidget>
 
+namespace framework {
+
 /// The form takes no input while the object lives; afterwards the focus is where it was.
 class InputDisabled {
  public:
@@ -22,3 +24,5 @@ class InputDisabled {
   QPointer<QWidget> m_form;
   QPointer<QWidget> m_focus;
 };
+
+}  // namespace framework

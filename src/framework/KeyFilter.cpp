@@ -1,12 +1,14 @@
 #include "framework/KeyFilter.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 
 #include <algorithm>
+
+namespace framework {
 
 bool IsDigit(QChar c) {
   return c >= u'0' && c <= u'9';
@@ -76,6 +78,8 @@ void KeyFilter::OnEdited(const QString& text) {
 
 void KeyFilter::Refuse() {
   if (m_options & BeepOnRefusal) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
   }
 }
+
+}  // namespace framework

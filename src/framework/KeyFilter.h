@@ -4,6 +4,8 @@
 
 class QLineEdit;
 
+namespace framework {
+
 /// Governs what the user may put into a line edit: keys one by one, pasted and dropped text as a whole. Text that the
 /// program sets is left alone, whatever it is. The filter belongs to its box.
 class KeyFilter : public QObject {
@@ -44,3 +46,5 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(KeyFilter::Options)
 bool IsDigit(QChar c);
 /// The characters of the boxes that take letters without accents, and digits.
 bool IsLetterOrDigit(QChar c);
+
+}  // namespace framework

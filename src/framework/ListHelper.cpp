@@ -8,6 +8,8 @@
 using automation::Call;
 using namespace Qt::StringLiterals;
 
+namespace framework {
+
 ListHelper::ListHelper() : m_object(automation::CreateObject(u"KelApi.cListas"_s)) {}
 
 void ListHelper::RellenarComboPais(QObject* combo, const QVariant& id) const {
@@ -42,3 +44,5 @@ QString ListHelper::CargarBancoSucursalCaja(const QString& keyColumn, qint32 id)
 void ListHelper::CargarBancoSucursalLista(QObject* combo, const QString& keyColumn, const QString& code) const {
   Call(m_object.get(), "CargarBancoSucursalLista", combo, keyColumn, code, 0);
 }
+
+}  // namespace framework

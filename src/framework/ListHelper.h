@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace framework {
+
 /// The host's list helper (ProgID "KelApi.cListas"), created with this object and kept as long as it. Item data is the
 /// record's identifier (Qt::UserRole); an empty `id` selects nothing. Errors as those of HostServices.
 class ListHelper {
@@ -28,3 +30,5 @@ class ListHelper {
  private:
   std::shared_ptr<QObject> m_object;
 };
+
+}  // namespace framework

@@ -1,25 +1,20 @@
 #include "framework/MaintenanceForm.h"
 
 #include "framework/CargarTextosFormulario.h"
-#include "framework/FocusWatch.h"
-#include "framework/Messages.h"
 #include "framework/NestedRequest.h"
-#include "platform/automation/Conversion.h"
-#include "resources/StringTable.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
-#include <QStandardItemModel>
 #include <QTableView>
 
 #include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
+namespace framework {
 namespace {
 
 constexpr cConstAccion action;
@@ -46,12 +41,13 @@ void Press(QObject* control) {
 
 }  // namespace
 
-MaintenanceForm::MaintenanceForm(FormCard card) : Form(card.name), m_card(std::move(card)) {}
+MaintenanceForm::MaintenanceForm(FormCard card)
+    : Form(card.name), m_card(std::move(card)), m_lock(m_card.name, m_card.lock) {}
 
 MaintenanceForm::~MaintenanceForm() = default;
 
 void MaintenanceForm::OnLoad() {
-  m_lockedKey.reset();
+  m_lock = RecordLock(m_card.name, m_card.lock);
   m_created.reset();
   m_written = false;
   m_loadFailed = true;
@@ -80,32 +76,21 @@ void MaintenanceForm::LoadAsTheRequestSays() {
   } catch (...) {
     // The unload of a form whose load failed asks the host for nothing, so the lock goes here.
     std::optional<automation::Error> ignored;
-    Try(ignored, [this] { ReleaseRecord(); });
+    Try(ignored, [this] { m_lock.Release(); });
     throw;
   }
 }
 
 void MaintenanceForm::LockRecord(const QObjectList& more) {
   const HostServices services = HostServices::Fresh();
-  const qint32 key = Id();
-  bool held = false;
-  const bool heldElsewhere = services.BloqueoRegistro(m_card.name, m_card.lock, key, held);
-  if (held) {
-    m_lockedKey = key;
+  if (m_lock.Take(services, Id())) {
+    return;
   }
-  if (heldElsewhere) {
-    if (m_accept) {
-      services.BloquearControles(m_accept);
-    }
-    for (QObject* control : more) {
-      services.BloquearControles(control);
-    }
+  if (m_accept) {
+    services.BloquearControles(m_accept);
   }
-}
-
-void MaintenanceForm::ReleaseRecord() {
-  if (const std::optional<qint32> key = std::exchange(m_lockedKey, std::nullopt)) {
-    HostServices::Fresh().DesbloqueoRegistro(m_card.name, m_card.lock, *key);
+  for (QObject* control : more) {
+    services.BloquearControles(control);
   }
 }
 
@@ -146,9 +131,9 @@ void MaintenanceForm::OnUnload() {
   if (m_grid) {
     Try(error, [this] { HostServices::Fresh().SalvarAnchos(m_grid, WidthsKey(), m_card.name); });
   }
-  Try(error, [this] { ReleaseRecord(); });
+  Try(error, [this] { m_lock.Release(); });
   if (error) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
     Tell(*error, u"Form_Unload"_s);
   }
 }
@@ -199,7 +184,7 @@ bool MaintenanceForm::LeaveFields() {
   if (auto* button = qobject_cast<QAbstractButton*>(m_accept)) {
     button->setFocus();
   }
-  Platform::Current().DoEvents();
+  Desktop::Current().DoEvents();
   return IsLoaded();
 }
 
@@ -210,29 +195,8 @@ void MaintenanceForm::CancelAndClose() {
   Unload();
 }
 
-FocusWatch* MaintenanceForm::Watch(QWidget* control) {
-  auto* watch = control->findChild<FocusWatch*>(QString(), Qt::FindDirectChildrenOnly);
-  return watch != nullptr ? watch : new FocusWatch(control);
-}
-
 void MaintenanceForm::SelectTextOnFocusOf(QWidget* box) {
   OnEnter(box, [box] { HostServices::Fresh().SeleccionarTexto(box); });
-}
-
-void MaintenanceForm::OnEnter(QWidget* control, const std::function<void()>& handler) {
-  On(Watch(control), &FocusWatch::Entered, handler);
-}
-
-void MaintenanceForm::OnLeave(QWidget* control, const std::function<void()>& handler) {
-  On(Watch(control), &FocusWatch::Left, handler);
-}
-
-void MaintenanceForm::OnChosen(QComboBox* combo, const std::function<void()>& handler) {
-  On(combo, &QComboBox::currentIndexChanged, [handler](int index) {
-    if (index >= 0) {
-      handler();
-    }
-  });
 }
 
 void MaintenanceForm::CouplePostcode(QLineEdit* postcode, QComboBox* province) {
@@ -250,70 +214,13 @@ void MaintenanceForm::CouplePostcode(QLineEdit* postcode, QComboBox* province) {
           }));
 }
 
-bool MaintenanceForm::IsAdd() const {
-  const int requested = objApi().Accion();
-  return requested == action.Agregar() || requested == action.Nuevo();
-}
-
-bool MaintenanceForm::IsModify() const {
-  return objApi().Accion() == action.Modificar();
-}
-
-bool MaintenanceForm::IsNuevo() const {
-  return objApi().Accion() == action.Nuevo();
-}
-
-QVariant MaintenanceForm::FirstField(const QString& statement, QStringView field) const {
-  const auto rs = Connection().Execute(statement);
-  return rs->AtEnd() ? automation::Null() : rs->Field(field);
-}
-
 void MaintenanceForm::HandBack(qint32 id) {
   objApi().IDAux(id);
   m_created = id;
 }
 
 void MaintenanceForm::HandBack(QStringView field, adodb::Statement<> statement) {
-  HandBack(IdOrZero(FirstField(statement.Text(), field)));
-}
-
-void MaintenanceForm::FillComboFrom(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
-                                    const QString& statement) const {
-  const auto rs = Connection().Execute(statement);
-  std::vector<std::unique_ptr<QStandardItem>> items;
-  int selected = -1;
-  for (; !rs->AtEnd(); rs->MoveNext()) {
-    const qint32 itemId = automation::CLng(rs->Field(idField));
-    if (itemId == id && selected < 0) {
-      selected = static_cast<int>(items.size());
-    }
-    items.push_back(std::make_unique<QStandardItem>(text(*rs)));
-    items.back()->setData(itemId, Qt::UserRole);
-  }
-  combo->clear();
-  // All at once: item by item, thousands take more than twice as long.
-  QList<QStandardItem*> rows;
-  for (std::unique_ptr<QStandardItem>& item : items) {
-    rows.append(item.release());
-  }
-  static_cast<QStandardItemModel*>(combo->model())->invisibleRootItem()->appendRows(rows);
-  combo->setCurrentIndex(selected);
-}
-
-QString MaintenanceForm::Text(const QVariant& value) {
-  return automation::Text(value);
-}
-
-qint32 MaintenanceForm::IdOrZero(const QVariant& value) {
-  return automation::IsNull(value) ? 0 : automation::CLng(value);
-}
-
-bool MaintenanceForm::IsTrue(const QVariant& value) {
-  return !automation::IsNull(value) && automation::CBool(value);
-}
-
-QString MaintenanceForm::LoadResString(int id) {
-  return resources::LoadResString(id);
+  HandBack(IdOrZero(LookUp(field, statement)));
 }
 
 bool MaintenanceForm::Refuse(QWidget* control, int stringId, int style) {
@@ -334,7 +241,7 @@ int MaintenanceForm::Ask(int stringId, int style) {
 
 int MaintenanceForm::Ask(const QString& text, int style) {
   m_writing.reset();
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   return ShowText(text, style);
 }
 
@@ -373,15 +280,7 @@ bool MaintenanceForm::TrapInTransaction(const QString& procedure, const std::fun
 
 void MaintenanceForm::Tell(const automation::Error& error, const QString& procedure) {
   m_writing.reset();
-  if (const auto* box = std::get_if<ErrorBox>(&m_card.errors)) {
-    ShowError(box->stringId, error);
-    return;
-  }
-  const auto* report = std::get_if<ErrorReport>(&m_card.errors);
-  const bool hasEntity = report != nullptr && !report->entity.isEmpty();
-  const bool fresh = report != nullptr && report->freshServices;
-  ReportError(error, procedure, hasEntity ? report->entity : m_card.name, ownComponent,
-              fresh ? HostServices::Fresh() : objApi());
+  TellError(m_card, error, procedure);
 }
 
 void MaintenanceForm::OpenNested(std::unique_ptr<MaintenanceForm> dialog, const Nested& request,
@@ -408,3 +307,5 @@ void MaintenanceForm::OpenThroughDispatcher(qint32 node, const std::function<voi
 QString MaintenanceForm::WidthsKey() const {
   return objApi().tituloaplicacion() + u'\\' + objApi().PathNodo();
 }
+
+}  // namespace framework

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "framework/CurrentRequest.h"
+#include "framework/Database.h"
+#include "framework/Desktop.h"
 #include "framework/Form.h"
-#include "framework/HostServices.h"
+#include "framework/FormCard.h"
 #include "framework/InputDisabled.h"
-#include "framework/Platform.h"
-#include "platform/adodb/Statement.h"
-#include "platform/automation/Error.h"
+#include "framework/Messages.h"
+#include "framework/RecordLock.h"
+#include "framework/Values.h"
 #include "platform/contract/cConstAccion.h"
 
 #include <QTableView>
@@ -13,42 +16,12 @@
 #include <concepts>
 #include <memory>
 #include <optional>
-#include <variant>
 
-class FocusWatch;
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
 
-/// How a dialog tells of an error of its load or unload.
-struct ErrorBox {
-  int stringId;  ///< A message of the dialog's own: this string, the error's number, ": ", its description.
-};
-struct ErrorReport {  ///< The host's VerError.
-  QString procedure = QStringLiteral("Form Load");
-  QString entity = {};         ///< The dialog's name where it is empty.
-  bool freshServices = false;  ///< Through a services object made for the report, not through the request's.
-};
-struct ErrorLetOut {};  ///< The error leaves the call that showed the dialog.
-
-/// What Cancel leaves in `IDAux`.
-enum class CancelAnswer {
-  Zero,            ///< 0 always
-  ZeroUnderNuevo,  ///< 0 under the action `Nuevo`
-  Nothing,         ///< what was there
-};
-
-/// What distinguishes one maintenance dialog from another in their common life.
-struct FormCard {
-  QString name;       ///< Class name, also the name under which the dialog locks and reports.
-  QString lock = {};  ///< Key column of the record lock; empty for a dialog that takes none.
-  int prompt = 0;     ///< String number of the close prompt; 0 for a dialog that tracks no changes and never asks.
-  std::variant<ErrorReport, ErrorBox, ErrorLetOut> errors = {};
-  CancelAnswer cancel = CancelAnswer::Zero;
-  /// Procedure under whose name errors of Validate and Write are trapped; empty where they are let out, or trapped by
-  /// the dialog itself.
-  QString accept = {};
-};
+namespace framework {
 
 /// The common life of the dialogs that edit one record. A dialog is its layout and the steps below; the frame does the
 /// rest, in this order: captions, icon, grid widths, LoadRecord, memory of the controls' values; on Accept the focus
@@ -93,72 +66,22 @@ class MaintenanceForm : public Form {
   void KeepColumnWidths(QTableView* grid) { m_grid = grid; }
   /// Each box selects its whole text, through the host, when it receives the focus.
   void SelectTextOnFocus(std::convertible_to<QWidget*> auto... boxes) { (SelectTextOnFocusOf(boxes), ...); }
-  /// The control received the focus, from another control of the form or with the form.
-  void OnEnter(QWidget* control, const std::function<void()>& handler);
-  /// The control lost the focus to another one of the form.
-  void OnLeave(QWidget* control, const std::function<void()>& handler);
-  /// Another item of the list was selected, by the user or by the program; an emptied list selects none.
-  void OnChosen(QComboBox* combo, const std::function<void()>& handler);
   /// A postcode box and a list of provinces that suggest each other through the host when they are left. Errors are
   /// told as the card says, under the name "SeleccionarProvinciaCP".
   void CouplePostcode(QLineEdit* postcode, QComboBox* province);
 
-  // The request.
+  // The record.
 
-  bool IsAdd() const;  ///< `Agregar` or `Nuevo`
-  bool IsModify() const;
-  bool IsNuevo() const;  ///< an addition on behalf of another dialog
-  qint32 Id() const { return objApi().IDSeleccionado(); }
   const QString& Name() const { return m_card.name; }
 
   /// Asks the host for the lock of the record `Id()`. When another user holds it, Accept, where `Buttons` was told of
   /// one, and `more` are handed to the host to be disabled. What was locked is released at the unload, whatever
   /// `IDSeleccionado` says by then.
   void LockRecord(const QObjectList& more = {});
-
-  // The database: the shared connection. Errors pass through.
-
-  adodb::Connection& Connection() const { return objApi().congestion(); }
-  template <typename... Values>
-  std::unique_ptr<adodb::Recordset> Execute(std::type_identity_t<adodb::Statement<Values...>> statement,
-                                            const Values&... values) const {
-    return Connection().Execute(statement.Text(values...));
-  }
-  /// The field of the first row; Null when there is none.
-  template <typename... Values>
-  QVariant LookUp(QStringView field, std::type_identity_t<adodb::Statement<Values...>> statement,
-                  const Values&... values) const {
-    return FirstField(statement.Text(values...), field);
-  }
   /// Hands the identifier of the record that was created back to the caller, in `IDAux`: as it is given, or the field
   /// of the first row, 0 when there is none.
   void HandBack(qint32 id);
   void HandBack(QStringView field, adodb::Statement<> statement);
-  /// Empties the list and fills it, one item per row; selects the item with the identifier `id`, or none.
-  template <typename... Values>
-  void FillCombo(QComboBox* combo, QStringView textField, QStringView idField, qint32 id,
-                 std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    FillComboFrom(
-        combo, [textField](adodb::Recordset& row) { return Text(row.Field(textField)); }, idField, id,
-        statement.Text(values...));
-  }
-  /// The same with texts that are put together from a row.
-  using ItemText = std::function<QString(adodb::Recordset& row)>;
-  template <typename... Values>
-  void FillCombo(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
-                 std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    FillComboFrom(combo, text, idField, id, statement.Text(values...));
-  }
-
-  // Values.
-
-  /// The text of a value, Null as the empty one.
-  static QString Text(const QVariant& value);
-  /// The identifier in a column that may be empty; Null as 0.
-  static qint32 IdOrZero(const QVariant& value);
-  /// A yes or no in a column that may be empty; Null as no.
-  static bool IsTrue(const QVariant& value);
-  static QString LoadResString(int id);
 
   // Messages. Input that was disabled for writing is enabled before the user is asked anything.
 
@@ -202,15 +125,10 @@ class MaintenanceForm : public Form {
 
  private:
   void SelectTextOnFocusOf(QWidget* box);
-  FocusWatch* Watch(QWidget* control);
-  QVariant FirstField(const QString& statement, QStringView field) const;
-  void FillComboFrom(QComboBox* combo, const ItemText& text, QStringView idField, qint32 id,
-                     const QString& statement) const;
   void LoadAsTheRequestSays();
   void ValidateAndWrite();
   bool LeaveFields();
   void CancelAndClose();
-  void ReleaseRecord();
   void Tell(const automation::Error& error, const QString& procedure);
   QString WidthsKey() const;
 
@@ -219,7 +137,7 @@ class MaintenanceForm : public Form {
   QPointer<QObject> m_yes;
   QPointer<QTableView> m_grid;
   std::optional<InputDisabled> m_writing;
-  std::optional<qint32> m_lockedKey;
+  RecordLock m_lock;
   std::optional<qint32> m_created;
   bool m_written = false;
   bool m_loadFailed = false;
@@ -239,3 +157,5 @@ class FormOn : public Base {
     this->Connect();
   }
 };
+
+}  // namespace framework

@@ -1,22 +1,22 @@
 #include "framework/Messages.h"
 
-#include "framework/Platform.h"
-#include "resources/StringTable.h"
+#include "framework/Desktop.h"
 
-using resources::LoadResString;
 using namespace Qt::StringLiterals;
+
+namespace framework {
 
 int ShowMessage(int stringId, int style) {
   return ShowText(LoadResString(stringId), style);
 }
 
 int ShowMessageWithBeep(int stringId, int style) {
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   return ShowMessage(stringId, style);
 }
 
 int ShowText(const QString& text, int style) {
-  return Platform::Current().MsgBox(text, style, objApi().tituloaplicacion());
+  return Desktop::Current().MsgBox(text, style, objApi().tituloaplicacion());
 }
 
 void ShowError(int stringId, const automation::Error& error) {
@@ -29,3 +29,5 @@ void ReportError(const automation::Error& error, const QString& procedure, const
   services.VerError(procedure, entity, component);
   automation::Err().Clear();
 }
+
+}  // namespace framework

@@ -2,10 +2,15 @@
 
 #include "framework/HostServices.h"
 #include "platform/automation/Error.h"
+#include "resources/StringTable.h"
 
 #include <QString>
 
+namespace framework {
+
 /// Messages of the dialogs, titled with the host's `tituloaplicacion`.
+
+using resources::LoadResString;
 
 /// Shows the string of that number. `style` is a sum of MsgBoxStyle; the answer one of MsgBoxResult.
 int ShowMessage(int stringId, int style);
@@ -25,3 +30,5 @@ inline const QString ownComponent = QStringLiteral("KelConfiguracion");
 /// it, and the dialog or entity.
 void ReportError(const automation::Error& error, const QString& procedure, const QString& entity,
                  const QString& component = ownComponent, const HostServices& services = objApi());
+
+}  // namespace framework

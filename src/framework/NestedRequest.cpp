@@ -3,6 +3,8 @@
 #include "framework/HostServices.h"
 #include "platform/automation/Error.h"
 
+namespace framework {
+
 Dispatcher& OwnDispatcher() {
   static Dispatcher dispatcher = [](QObject*) { throw automation::Error(automation::ObjectNotSet); };
   return dispatcher;
@@ -31,3 +33,5 @@ NestedRequest::~NestedRequest() {
     return;
   }
 }
+
+}  // namespace framework

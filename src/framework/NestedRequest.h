@@ -4,6 +4,8 @@
 
 class QObject;
 
+namespace framework {
+
 /// Serves the request that a services object carries, as a call of the host is served. The entry class puts its own
 /// here, so that a dialog reaches the dispatcher of the library that it belongs to, whatever is registered by name;
 /// before its first call there is none (error 91).
@@ -26,3 +28,5 @@ class NestedRequest {
   qint32 m_selected;
   QVariant m_idAux;
 };
+
+}  // namespace framework

@@ -4,6 +4,8 @@
 #include <QPointer>
 #include <QWidget>
 
+namespace framework {
+
 /// Makes the window that is active now active again at its end, for work that shows a window over it. Window managers
 /// do that by themselves; without one (a bare display server, a kiosk, the offscreen platform) no window would be
 /// active, and no control would learn that it is entered or left.
@@ -21,3 +23,5 @@ class ReturnToWindow {
  private:
   QPointer<QWidget> m_window;
 };
+
+}  // namespace framework

@@ -12,7 +12,7 @@
 #include <limits>
 #include <memory>
 
-namespace Termination {
+namespace framework::Termination {
 
 namespace {
 
@@ -112,4 +112,4 @@ bool CloseForms(Form::UnloadMode mode) {
   return closed && QApplication::activeModalWidget() == nullptr;
 }
 
-}  // namespace Termination
+}  // namespace framework::Termination

@@ -4,7 +4,7 @@
 
 /// The end of the session (the session manager's request) and a termination signal (SIGTERM, SIGINT, SIGHUP), as the
 /// open forms learn of them.
-namespace Termination {
+namespace framework::Termination {
 
 /// While one lives, both are heard and close the open forms from the topmost down, with unload modes 2 and 3; a form
 /// that the user keeps open stops that. Message boxes over a form are dismissed first. After a signal the next form is
@@ -23,4 +23,4 @@ class Watch {
 /// Closes the topmost form or box. True when none is open any more.
 bool CloseForms(Form::UnloadMode mode);
 
-}  // namespace Termination
+}  // namespace framework::Termination

@@ -1,6 +1,7 @@
 #include "labels/NumberBox.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
+#include "labels/SheetRules.h"
 #include "labels/UpDown.h"
 
 #include <QKeyEvent>
@@ -8,6 +9,8 @@
 #include <QSignalBlocker>
 
 #include <utility>
+
+using namespace framework;
 
 namespace labels {
 
@@ -35,7 +38,7 @@ NumberBox::NumberBox(QLineEdit* box, const UpDown* spinner) : QObject(box), m_bo
 bool NumberBox::Bound() {
   const QString text = m_box->text();
   if (!BoundedNumber(text)) {
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
     m_box->setText(m_lastNumber);
     return false;
   }

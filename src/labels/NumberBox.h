@@ -5,9 +5,10 @@
 #include <optional>
 
 class QLineEdit;
-class UpDown;
 
 namespace labels {
+
+class UpDown;
 
 /// Holds a box of a number within the bounds of its spinner, whenever its change handler asks for it, in a way that a
 /// number can still be typed whose beginning is out of bounds: when something takes the place of what is being typed

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+using documents::Sheet;
+
 namespace labels {
 
 namespace {
@@ -23,12 +25,12 @@ QPen Line(QRgb colour) {
   return pen;
 }
 
-QSizeF ShownSize(const std::optional<SheetMeasures>& sheet) {
-  const double factor = sheet && !FitsPage(*sheet) ? 1 + surroundings : 1;
-  return QSizeF(pageWidth, pageHeight) * factor;
+QSizeF ShownSize(const std::optional<Sheet>& sheet, const documents::Paper& onPaper) {
+  const double factor = sheet && !Fits(*sheet, onPaper) ? 1 + surroundings : 1;
+  return QSizeF(onPaper.width, onPaper.height) * factor;
 }
 
-void DrawLabels(QPainter& painter, const SheetMeasures& sheet, const QRectF& page) {
+void DrawLabels(QPainter& painter, const Sheet& sheet, const QRectF& page) {
   for (const QRectF& label : LabelRectangles(sheet)) {
     const bool fits = page.contains(label);
     painter.setPen(Line(fits ? labelEdge : excessEdge));
@@ -43,25 +45,25 @@ SheetPicture::SheetPicture(QWidget* parent) : QWidget(parent) {
   setMinimumSize(sizeHint() / 2);
 }
 
-void SheetPicture::Show(const std::optional<SheetMeasures>& sheet) {
+void SheetPicture::Show(const std::optional<Sheet>& sheet) {
   m_sheet = sheet;
   update();
 }
 
 QSize SheetPicture::sizeHint() const {
   const int width = 16 * fontMetrics().height();
-  return {width, static_cast<int>(width * pageHeight / pageWidth)};
+  return {width, static_cast<int>(width * m_paper.height / m_paper.width)};
 }
 
 void SheetPicture::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const QSizeF shown = ShownSize(m_sheet);
+  const QSizeF shown = ShownSize(m_sheet, m_paper);
   const QSizeF size = shown.scaled(QSizeF(this->size()) - QSizeF(2, 2), Qt::KeepAspectRatio);
   painter.translate((width() - size.width()) / 2, 1);
   painter.setClipRect(QRectF(QPointF(-1, -1), size + QSizeF(2, 2)));
   painter.scale(size.width() / shown.width(), size.height() / shown.height());
-  const QRectF page(0, 0, pageWidth, pageHeight);
+  const QRectF page(0, 0, m_paper.width, m_paper.height);
   painter.fillRect(page, QColor(paper));
   if (m_sheet) {
     DrawLabels(painter, *m_sheet, page);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "labels/SheetLayout.h"
+#include "documents/labels/Sheet.h"
 
 #include <QWidget>
 
 namespace labels {
 
-/// A sheet of labels to scale on its paper, an A4. Labels that reach beyond the paper stand out.
+/// A sheet of labels to scale on its paper. Labels that reach beyond the paper stand out.
 class SheetPicture : public QWidget {
   Q_OBJECT
 
@@ -14,7 +14,9 @@ class SheetPicture : public QWidget {
   explicit SheetPicture(QWidget* parent = nullptr);
 
   /// Nothing draws the bare paper.
-  void Show(const std::optional<SheetMeasures>& sheet);
+  void Show(const std::optional<documents::Sheet>& sheet);
+
+  const documents::Paper& Paper() const { return m_paper; }
 
   QSize sizeHint() const override;
 
@@ -22,7 +24,8 @@ class SheetPicture : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  std::optional<SheetMeasures> m_sheet;
+  documents::Paper m_paper = documents::UsualPaper();
+  std::optional<documents::Sheet> m_sheet;
 };
 
 }  // namespace labels

@@ -8,6 +8,7 @@
 using automation::CCur;
 using automation::CInt;
 using automation::Currency;
+using documents::SheetNumber;
 using namespace Qt::StringLiterals;
 
 namespace labels {
@@ -16,12 +17,9 @@ namespace {
 
 // A whole number in an amount's ten-thousandths.
 constexpr qint64 one = 10000;
-constexpr int mostRows = 10;
-constexpr int leastWidth = 6;
-constexpr int leastHeight = 2;
 
-double WholeCentimetres(const QString& text) {
-  return automation::RoundHalfEven(automation::CDbl(text));
+bool IsTooShort(const QString& length, SheetNumber number) {
+  return automation::RoundHalfEven(automation::CDbl(length)) < documents::BoundsOf(number).min;
 }
 
 }  // namespace
@@ -47,7 +45,7 @@ bool IsCount(const QString& text) {
   return text.isEmpty() || (automation::IsNumeric(text) && !IsAbove(text, std::numeric_limits<qint16>::max()));
 }
 
-std::optional<QString> BoundFor(const QString& text, Limits limits) {
+std::optional<QString> BoundFor(const QString& text, documents::Limits limits) {
   const std::optional<Currency> number = BoundedNumber(text);
   if (number && number->Scaled() > limits.max * one) {
     return QString::number(limits.max);
@@ -92,13 +90,13 @@ std::optional<SheetRefusal> RefusalOf(const SheetTexts& texts) {
   if (CInt(texts.perRow) == 0) {
     return SheetRefusal{10019, 10021, SheetBox::PerRow};
   }
-  if (CInt(texts.rows) > mostRows) {
+  if (CInt(texts.rows) > documents::mostRows) {
     return SheetRefusal{10019, 10022, SheetBox::Totals};
   }
-  if (WholeCentimetres(texts.width) < leastWidth) {
+  if (IsTooShort(texts.width, SheetNumber::Width)) {
     return SheetRefusal{10023, 10024, SheetBox::Width};
   }
-  if (WholeCentimetres(texts.height) < leastHeight) {
+  if (IsTooShort(texts.height, SheetNumber::Height)) {
     // Intended: the texts of the height's message don't belong together.
     return SheetRefusal{10026, 10027, SheetBox::Height};
   }

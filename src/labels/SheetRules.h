@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/automation/Conversion.h"
+#include "documents/labels/Sheet.h"
 
 #include <QString>
 #include <QStringList>
@@ -11,18 +11,12 @@
 /// 13 leaves a function, and 6 where one is too large, unless it says otherwise.
 namespace labels {
 
-/// What the number in a box may be.
-struct Limits {
-  int min = 0;
-  int max = 0;
-};
-
 /// The number that counts for the bounds of a box: "0" followed by the text, in fixed point, so that an empty box is 0.
 /// Nothing for a text that is no number; the largest amount for one that is too large. No error.
 std::optional<automation::Currency> BoundedNumber(const QString& text);
 
 /// The bound that takes the place of the text; nothing where the text may stay, or is no number. No error.
-std::optional<QString> BoundFor(const QString& text, Limits limits);
+std::optional<QString> BoundFor(const QString& text, documents::Limits limits);
 
 /// True for a number above the bound. No error.
 bool IsAbove(const QString& text, int bound);

@@ -1,5 +1,7 @@
 #include "labels/UpDown.h"
 
+#include "labels/SheetRules.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -12,6 +14,8 @@
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
+
+namespace labels {
 
 UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
@@ -39,6 +43,11 @@ void UpDown::Bind(QLineEdit* box) {
   setFixedSize(box->fontMetrics().height(), box->sizeHint().height());
 }
 
+void UpDown::SetBounds(documents::Limits bounds) {
+  m_min = bounds.min;
+  m_max = bounds.max;
+}
+
 void UpDown::Press(QToolButton* button, int direction) {
   m_box->setFocus(Qt::OtherFocusReason);
   Step(direction);
@@ -49,7 +58,7 @@ void UpDown::Press(QToolButton* button, int direction) {
 }
 
 void UpDown::Step(int direction) {
-  const std::optional<automation::Currency> number = labels::BoundedNumber(m_box->text());
+  const std::optional<automation::Currency> number = BoundedNumber(m_box->text());
   if (!number) {
     return;
   }
@@ -93,3 +102,5 @@ void UpDown::Turn(QWheelEvent* event) {
   }
   event->accept();
 }
+
+}  // namespace labels

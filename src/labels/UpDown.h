@@ -1,11 +1,13 @@
 #pragma once
 
-#include "labels/SheetRules.h"
+#include "documents/labels/Sheet.h"
 
 #include <QWidget>
 
 class QLineEdit;
 class QToolButton;
+
+namespace labels {
 
 /// The two small buttons beside a box of a number. They step through the whole numbers from `Min` to `Max`, as do the
 /// arrow keys and the wheel over the box while it has the focus; decimals that were typed stay until then.
@@ -19,7 +21,8 @@ class UpDown : public QWidget {
 
   /// The box whose text it steps; borrowed.
   void Bind(QLineEdit* box);
-  labels::Limits Bounds() const { return {.min = m_min, .max = m_max}; }
+  documents::Limits Bounds() const { return {.min = m_min, .max = m_max}; }
+  void SetBounds(documents::Limits bounds);
   /// To the next whole number above (1) or below (-1), but not beyond a bound.
   void Step(int direction);
 
@@ -42,3 +45,5 @@ class UpDown : public QWidget {
   int m_max = 0;
   int m_turned = 0;
 };
+
+}  // namespace labels

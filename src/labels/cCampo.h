@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+namespace labels {
+
 /// One field or free text placed on a label (ProgID "KelConfiguracion.cCampo").
 class cCampo : public QObject {
   Q_OBJECT
@@ -33,3 +35,5 @@ class cCampo : public QObject {
   /// What the writer has to do with a stored row, a value of cConstAccion: 2 update, 3 delete, else nothing.
   quint8 Estado = 0;
 };
+
+}  // namespace labels

@@ -1,7 +1,7 @@
 #include "labels/cDibujar.h"
 
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 
 #include <QColor>
 #include <QPainter>
@@ -9,6 +9,9 @@
 
 #include <algorithm>
 
+using namespace framework;
+
+namespace labels {
 namespace {
 
 constexpr quint8 wholeCell = 100;
@@ -60,7 +63,9 @@ void cDibujar::DibujarLinea() const {
     ShowMessageWithBeep(101, vbExclamation);
     return;
   }
-  const labels::Bar bar = labels::BarIn(m_grid, m_cell);
+  const Bar bar = BarIn(m_grid, m_cell);
   const QRectF box(QPointF(double(bar.x1), double(bar.y1)), QPointF(double(bar.x2), double(bar.y2)));
   m_surface->fillRect(box.normalized(), ToColor(m_color));
 }
+
+}  // namespace labels

@@ -5,6 +5,8 @@
 class QPainter;
 class QRect;
 
+namespace labels {
+
 /// Draws the schematic picture of one label: a grid of lines and positions, and a bar for each placed field. Nothing is
 /// erased; bars accumulate on the surface.
 class cDibujar {
@@ -37,7 +39,9 @@ class cDibujar {
 
  private:
   QPainter* m_surface = nullptr;
-  labels::BarGrid m_grid;
-  labels::BarCell m_cell;
+  BarGrid m_grid;
+  BarCell m_cell;
   qint32 m_color = 0;
 };
+
+}  // namespace labels

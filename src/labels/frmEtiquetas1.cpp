@@ -5,8 +5,9 @@
 #include "labels/FieldEditing.h"
 #include "labels/FieldRows.h"
 #include "labels/NumberBox.h"
-#include "labels/SheetLayout.h"
 #include "labels/SheetRules.h"
+#include "labels/ShownSheet.h"
+#include "labels/UpDown.h"
 #include "platform/automation/Conversion.h"
 #include "ui_frmEtiquetas1.h"
 
@@ -15,19 +16,16 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using adodb::Verbatim;
-using labels::IsCount;
-using labels::MeasureBoxes;
-using labels::NumberBox;
-using labels::StoredNumber;
+using documents::BoundsOf;
+using documents::SheetNumber;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace labels {
 namespace {
-
-// What the bounds let through: more are refused for a row and for a sheet.
-constexpr int mostPerRow = 4;
-constexpr int mostTotals = 40;
 
 // No number within the bounds of a box is longer.
 constexpr int longestNumber = 10;
@@ -49,13 +47,15 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
   void Connect() override {
     m_fields.Clear();
     m_loaded = {};
-    m_boxes = {ui.txtMedidas_0, ui.txtMedidas_1, ui.txtMedidas_2, ui.txtMedidas_3, ui.txtMedidas_4, ui.txtMedidas_5};
-    const std::array spinners{ui.UpDown_0, ui.UpDown_1, ui.UpDown_2, ui.UpDown_3, ui.UpDown_4, ui.UpDown_5};
-    for (std::size_t i = 0; i < m_boxes.size(); ++i) {
-      m_measures[i] = ConnectNumber(m_boxes[i], spinners[i], IsDigitOrComma, [this, i] { OnMeasureChanged(i); });
-    }
-    m_totals = ConnectNumber(ui.txtEtiquetasTotales, ui.UpDown1, IsDigit, [this] { OnTotalsChanged(); });
-    m_perRow = ConnectNumber(ui.txtEtiquetasFila, ui.UpDown2, IsDigit, [this] { OnPerRowChanged(); });
+    m_read.reset();
+    ConnectNumber(SheetNumber::Totals, ui.txtEtiquetasTotales, ui.UpDown1, [this] { OnTotalsChanged(); });
+    ConnectNumber(SheetNumber::PerRow, ui.txtEtiquetasFila, ui.UpDown2, [this] { OnPerRowChanged(); });
+    ConnectMeasure(SheetNumber::Width, ui.txtMedidas_0, ui.UpDown_0);
+    ConnectMeasure(SheetNumber::Height, ui.txtMedidas_1, ui.UpDown_1);
+    ConnectMeasure(SheetNumber::HorizontalGap, ui.txtMedidas_2, ui.UpDown_2);
+    ConnectMeasure(SheetNumber::VerticalGap, ui.txtMedidas_3, ui.UpDown_3);
+    ConnectMeasure(SheetNumber::Left, ui.txtMedidas_4, ui.UpDown_4);
+    ConnectMeasure(SheetNumber::Top, ui.txtMedidas_5, ui.UpDown_5);
     for (QLineEdit* box : findChildren<QLineEdit*>()) {
       OnEnter(box, [this, box] { SeleccionarTexto(box); });
     }
@@ -65,15 +65,24 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     Buttons(ui.cmdSeleccionar_2, ui.cmdSeleccionar_3);
   }
 
-  NumberBox* ConnectNumber(QLineEdit* box, UpDown* spinner, bool (*allowed)(QChar),
-                           const std::function<void()>& onChange) {
-    auto* number = new NumberBox(box, spinner);
-    new KeyFilter(box, allowed, longestNumber, KeyFilter::BeepOnRefusal | KeyFilter::PointIsComma);
+  void ConnectMeasure(SheetNumber number, QLineEdit* box, UpDown* spinner) {
+    ConnectNumber(number, box, spinner, [this, number] { OnMeasureChanged(number); });
+  }
+
+  void ConnectNumber(SheetNumber number, QLineEdit* box, UpDown* spinner, const std::function<void()>& onChange) {
+    const bool isCount = number == SheetNumber::Totals || number == SheetNumber::PerRow;
+    spinner->SetBounds(BoundsOf(number));
+    m_boxes[Index(number)] = box;
+    m_numbers[Index(number)] = new NumberBox(box, spinner);
+    new KeyFilter(box, isCount ? IsDigit : IsDigitOrComma, longestNumber,
+                  KeyFilter::BeepOnRefusal | KeyFilter::PointIsComma);
     spinner->Bind(box);
     On(box, &QLineEdit::textChanged, onChange);
     On(spinner, &UpDown::Clicked, onChange);
-    return number;
   }
+
+  static std::size_t Index(SheetNumber number) { return static_cast<std::size_t>(number); }
+  NumberBox& Number(SheetNumber number) { return *m_numbers[Index(number)]; }
 
   void SeleccionarTexto(QLineEdit* box) {
     Trap(u"SeleccionarTexto"_s, [box] { HostServices::Fresh().SeleccionarTexto(box); });
@@ -95,8 +104,8 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
       box->clear();
     }
     OnTotalsChanged();
-    for (std::size_t i = 0; i < m_boxes.size(); ++i) {
-      OnMeasureChanged(i);
+    for (std::size_t i = Index(SheetNumber::Width); i < m_boxes.size(); ++i) {
+      OnMeasureChanged(SheetNumber(i));
     }
   }
 
@@ -158,32 +167,33 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 
   void OnPerRowChanged() {
     const QString perRow = ui.txtEtiquetasFila->text();
-    if (m_perRow->Bound() && labels::ExceedsTotal(perRow, ui.txtEtiquetasTotales->text())) {
+    if (Number(SheetNumber::PerRow).Bound() && ExceedsTotal(perRow, ui.txtEtiquetasTotales->text())) {
       Ask(10028, vbExclamation);
-      m_totals->Replace(perRow);
+      Number(SheetNumber::Totals).Replace(perRow);
     }
-    RecomputeRows(ui.txtEtiquetasFila, mostPerRow, 10027);
+    RecomputeRows(SheetNumber::PerRow, 10027);
   }
 
   void OnTotalsChanged() {
     OnPerRowChanged();
-    m_totals->Bound();
-    RecomputeRows(ui.txtEtiquetasTotales, mostTotals, 10029);
+    Number(SheetNumber::Totals).Bound();
+    RecomputeRows(SheetNumber::Totals, 10029);
   }
 
-  void OnMeasureChanged(std::size_t i) {
-    m_measures[i]->Bound();
+  void OnMeasureChanged(SheetNumber number) {
+    Number(number).Bound();
     ShowPicture();
   }
 
   // A count that got past the bounds is told instead, and stays.
-  void RecomputeRows(QLineEdit* box, int most, int stringId) {
+  void RecomputeRows(SheetNumber count, int stringId) {
     ShowPicture();
     if (m_loading) {
       return;
     }
     const bool bothHoldText = !ui.txtEtiquetasFila->text().isEmpty() && !ui.txtEtiquetasTotales->text().isEmpty();
-    if (bothHoldText && labels::IsAbove(box->text(), most)) {
+    QLineEdit* box = m_boxes[Index(count)];
+    if (bothHoldText && IsAbove(box->text(), BoundsOf(count).max)) {
       box->selectAll();
       Ask(stringId, vbInformation);
     } else if (IsCount(ui.txtEtiquetasTotales->text()) && IsCount(ui.txtEtiquetasFila->text())) {
@@ -191,16 +201,18 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     }
   }
 
-  void ShowRows() {
-    ui.lblNumFilas->setText(labels::RowCount(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text()));
-  }
+  void ShowRows() { ui.lblNumFilas->setText(RowCount(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text())); }
 
+  // The handlers run one another; what they left as it was is not read again.
   void ShowPicture() {
-    std::array<QString, MeasureBoxes> measures;
-    std::ranges::transform(m_boxes, measures.begin(), &QLineEdit::text);
-    const auto sheet = labels::ReadSheet(ui.txtEtiquetasTotales->text(), ui.txtEtiquetasFila->text(), measures);
+    SheetBoxTexts texts;
+    std::ranges::transform(m_boxes, texts.begin(), &QLineEdit::text);
+    if (texts == std::exchange(m_read, texts)) {
+      return;
+    }
+    const auto sheet = ReadSheet(texts);
     ui.picHoja->Show(sheet);
-    ui.lblAjuste->setText(labels::FitText(sheet));
+    ui.lblAjuste->setText(FitText(sheet, ui.picHoja->Paper()));
   }
 
   void SendHelpKey() {
@@ -212,7 +224,7 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 
   void SelectFields() {
     if (ValidarDatos()) {
-      labels::EditFields(m_fields, *this);
+      EditFields(m_fields, *this);
     }
   }
 
@@ -222,12 +234,12 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
   }
 
   bool ValidarDatos() {
-    const std::optional<labels::SheetRefusal> refusal = labels::RefusalOf(ShownTexts());
+    const std::optional<SheetRefusal> refusal = RefusalOf(ShownTexts());
     if (!refusal) {
       return true;
     }
     const QString second = refusal->secondString != 0 ? u"\r\n"_s + LoadResString(refusal->secondString) : QString();
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
     ShowText(LoadResString(refusal->firstString) + second, vbExclamation);
     if (QLineEdit* box = BoxOf(refusal->box)) {
       box->setFocus();
@@ -235,14 +247,14 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     return false;
   }
 
-  labels::SheetTexts ShownTexts() const {
-    labels::SheetTexts texts{.boxes = {},
-                             .captions = {},
-                             .totals = ui.txtEtiquetasTotales->text(),
-                             .perRow = ui.txtEtiquetasFila->text(),
-                             .rows = ui.lblNumFilas->text(),
-                             .width = ui.txtMedidas_0->text(),
-                             .height = ui.txtMedidas_1->text()};
+  SheetTexts ShownTexts() const {
+    SheetTexts texts{.boxes = {},
+                     .captions = {},
+                     .totals = ui.txtEtiquetasTotales->text(),
+                     .perRow = ui.txtEtiquetasFila->text(),
+                     .rows = ui.lblNumFilas->text(),
+                     .width = ui.txtMedidas_0->text(),
+                     .height = ui.txtMedidas_1->text()};
     for (const QLineEdit* box : findChildren<QLineEdit*>()) {
       texts.boxes.append(box->text());
     }
@@ -252,17 +264,17 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
     return texts;
   }
 
-  QLineEdit* BoxOf(labels::SheetBox box) const {
+  QLineEdit* BoxOf(SheetBox box) const {
     switch (box) {
-      case labels::SheetBox::Totals:
+      case SheetBox::Totals:
         return ui.txtEtiquetasTotales;
-      case labels::SheetBox::PerRow:
+      case SheetBox::PerRow:
         return ui.txtEtiquetasFila;
-      case labels::SheetBox::Width:
+      case SheetBox::Width:
         return ui.txtMedidas_0;
-      case labels::SheetBox::Height:
+      case SheetBox::Height:
         return ui.txtMedidas_1;
-      case labels::SheetBox::None:
+      case SheetBox::None:
         break;
     }
     return nullptr;
@@ -284,11 +296,12 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
         u"INSERT INTO ETIQUETAS (NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, ANCHOETIQUETA, "
         u"ALTOSEPARACION, ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA, NULTIMAETIQUETA, ULTIMOUTILIZADO, "
         u"DISCO, ENVIOPOSTAL) VALUES ( '{}', {} , {},'{}','{}', '{}','{}', '{}','{}', 0,0, {}, {} )",
-        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
-        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
-        Measure(labels::Left), Kind().disk, Kind().postal);
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila),
+        Measure(SheetNumber::Height), Measure(SheetNumber::Width), Measure(SheetNumber::VerticalGap),
+        Measure(SheetNumber::HorizontalGap), Measure(SheetNumber::Top), Measure(SheetNumber::Left), Kind().disk,
+        Kind().postal);
     const qint32 id = automation::CLng(LookUp(u"MAXID", u"SELECT MAX(IDETIQUETA) AS MaxID FROM ETIQUETAS"));
-    ExecuteAll(labels::WritingStatements(id, Kind(), m_fields));
+    ExecuteAll(WritingStatements(id, Kind(), m_fields));
   }
 
   void UpdateSheet() {
@@ -297,10 +310,11 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
         u"ANCHOETIQUETA = '{}',  ALTOSEPARACION= '{}',  ANCHOSEPARACION= '{}',  ALTO1ETIQUETA= '{}',  "
         u"ANCHO1ETIQUETA= '{}',  NULTIMAETIQUETA= 0,  ULTIMOUTILIZADO= 0,  DISCO= {},  ENVIOPOSTAL= {}  "
         u"WHERE IDetiqueta= {}",
-        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila), Measure(labels::Height),
-        Measure(labels::Width), Measure(labels::VerticalGap), Measure(labels::HorizontalGap), Measure(labels::Top),
-        Measure(labels::Left), Kind().disk, Kind().postal, Id());
-    ExecuteAll(labels::ReconcilingStatements(Id(), m_loaded, Kind(), m_fields));
+        ui.txtReferencia->text(), Stored(ui.txtEtiquetasTotales), Stored(ui.txtEtiquetasFila),
+        Measure(SheetNumber::Height), Measure(SheetNumber::Width), Measure(SheetNumber::VerticalGap),
+        Measure(SheetNumber::HorizontalGap), Measure(SheetNumber::Top), Measure(SheetNumber::Left), Kind().disk,
+        Kind().postal, Id());
+    ExecuteAll(ReconcilingStatements(Id(), m_loaded, Kind(), m_fields));
   }
 
   void ExecuteAll(const QStringList& statements) {
@@ -310,18 +324,15 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
   }
 
   static Verbatim Stored(const QLineEdit* count) { return {StoredNumber(count->text())}; }
-  QString Measure(labels::MeasureBox box) const { return StoredNumber(m_boxes[box]->text()); }
-  labels::SheetKind Kind() const {
-    return {.disk = ui.optDisco->isChecked(), .postal = ui.optEnvioPostal->isChecked()};
-  }
+  QString Measure(SheetNumber number) const { return StoredNumber(m_boxes[Index(number)]->text()); }
+  SheetKind Kind() const { return {.disk = ui.optDisco->isChecked(), .postal = ui.optEnvioPostal->isChecked()}; }
 
-  labels::FieldCollection m_fields;
-  labels::SheetKind m_loaded;
+  FieldCollection m_fields;
+  SheetKind m_loaded;
   bool m_loading = false;
-  std::array<QLineEdit*, MeasureBoxes> m_boxes = {};
-  std::array<NumberBox*, MeasureBoxes> m_measures = {};
-  NumberBox* m_totals = nullptr;
-  NumberBox* m_perRow = nullptr;
+  std::array<QLineEdit*, documents::sheetNumberCount> m_boxes = {};
+  std::array<NumberBox*, documents::sheetNumberCount> m_numbers = {};
+  std::optional<SheetBoxTexts> m_read;
 };
 
 }  // namespace
@@ -329,3 +340,5 @@ class frmEtiquetas1 final : public FormOn<Ui::frmEtiquetas1> {
 std::unique_ptr<MaintenanceForm> CreateFrmEtiquetas1() {
   return std::make_unique<frmEtiquetas1>();
 }
+
+}  // namespace labels

@@ -15,9 +15,10 @@
 #include <algorithm>
 
 using adodb::StatementText;
-using labels::FieldState;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace labels {
 namespace {
 
 // What fits the column together with the mark of a free text.
@@ -37,16 +38,16 @@ bool IsNoBracket(QChar c) {
 
 /// Chooses the fields and free texts of a label. It works on a list of its own; the caller's is replaced only when the
 /// whole list is accepted.
-class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::FieldSteps {
+class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private FieldSteps {
  public:
-  explicit frmEtiquetas2(labels::FieldCollection& fields) : FormOn(card), m_fields(fields) {}
+  explicit frmEtiquetas2(FieldCollection& fields) : FormOn(card), m_fields(fields) {}
 
   quint8 Accion() const { return m_states.Accion(); }
 
  private:
   void Connect() override {
     m_list.Clear();
-    m_model = new labels::FieldModel(m_list, ui.msgCampos);
+    m_model = new FieldModel(m_list, ui.msgCampos);
     ui.msgCampos->setModel(m_model);
     SetColumnCharacters(*ui.msgCampos, {60, 8, 8});
     ui.shpCampos->Show(&m_list);
@@ -55,8 +56,8 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
     On(ui.optCampos_0, &QRadioButton::toggled, [this] { EnableKind(); });
     OnChosen(ui.cboCampos_0, [this] { RellenarComboCampos(); });
     constexpr KeyFilter::Options oneDigit = KeyFilter::BeepOnRefusal | KeyFilter::ClearWhenFull;
-    new KeyFilter(ui.txtCampos_0, IsDigitUpTo<labels::mostLines>, 1, oneDigit);
-    new KeyFilter(ui.txtCampos_1, IsDigitUpTo<labels::mostPositions>, 1, oneDigit);
+    new KeyFilter(ui.txtCampos_0, IsDigitUpTo<mostLines>, 1, oneDigit);
+    new KeyFilter(ui.txtCampos_1, IsDigitUpTo<mostPositions>, 1, oneDigit);
     new KeyFilter(ui.txtCampos_2, IsNoBracket, longestText, KeyFilter::BeepOnRefusal);
     for (QLineEdit* box : {ui.txtCampos_0, ui.txtCampos_1, ui.txtCampos_2}) {
       OnEnter(box, [this, box] { SeleccionarTexto(box); });
@@ -103,7 +104,7 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
     AnchosColumnasGrid(&HostServices::CargarAnchos);
     RellenarComboTablas();
     RellenarComboCampos();
-    labels::CopyFields(m_fields, m_list);
+    CopyFields(m_fields, m_list);
   }
 
   void ShowList() override {
@@ -143,7 +144,7 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
       return false;
     }
     const int row = m_model->RowOf(m_current);
-    labels::DeleteEntry(m_list, m_current);
+    DeleteEntry(m_list, m_current);
     m_model->Refresh();
     m_current = m_model->At(std::min(row, m_model->rowCount() - 1));
     return true;
@@ -153,7 +154,7 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
     if (!IsComplete() || !IsPlaceFree(0)) {
       return false;
     }
-    m_current = labels::AddEntry(m_list, Input());
+    m_current = AddEntry(m_list, Input());
     return true;
   }
 
@@ -161,11 +162,11 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
     if (!IsComplete() || !IsPlaceFree(m_current->IDElemento)) {
       return false;
     }
-    labels::ModifyEntry(*m_current, Input());
+    ModifyEntry(*m_current, Input());
     return true;
   }
 
-  void HandOver() override { labels::CopyFields(m_list, m_fields); }
+  void HandOver() override { CopyFields(m_list, m_fields); }
 
   void Leave() override { Unload(); }
 
@@ -249,12 +250,11 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
   }
 
   bool IsPlaceFree(qint32 except) {
-    const labels::EntryInput input = Input();
-    return !labels::IsPlaceTaken(m_list, input.line, input.position, except) ||
-           Refuse(ui.txtCampos_0, 11107, vbExclamation);
+    const EntryInput input = Input();
+    return !IsPlaceTaken(m_list, input.line, input.position, except) || Refuse(ui.txtCampos_0, 11107, vbExclamation);
   }
 
-  labels::EntryInput Input() const {
+  EntryInput Input() const {
     const bool isField = ui.optCampos_0->isChecked();
     return {.isField = isField,
             .table = ItemData(ui.cboCampos_0),
@@ -302,18 +302,16 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private labels::Fi
     });
   }
 
-  labels::FieldCollection& m_fields;
-  labels::FieldCollection m_list;
-  labels::FieldDialogStates m_states{*this};
+  FieldCollection& m_fields;
+  FieldCollection m_list;
+  FieldDialogStates m_states{*this};
   std::optional<ListHelper> m_lists;
-  labels::FieldModel* m_model = nullptr;
+  FieldModel* m_model = nullptr;
   // The entry that was chosen last, or is being modified.
   std::shared_ptr<cCampo> m_current;
 };
 
 }  // namespace
-
-namespace labels {
 
 void EditFields(FieldCollection& fields, QWidget& caller) {
   frmEtiquetas2 dialog(fields);

@@ -2,8 +2,12 @@
 
 #include "framework/MaintenanceForm.h"
 
+namespace letters {
+
 /// The dialogs of what is printed on letters. Each is opened by a request of the host.
 
-std::unique_ptr<MaintenanceForm> CreateFrmCabecera();
-std::unique_ptr<MaintenanceForm> CreateFrmCartaModelo();
-std::unique_ptr<MaintenanceForm> CreateFrmEncabezado();
+std::unique_ptr<framework::MaintenanceForm> CreateFrmCabecera();
+std::unique_ptr<framework::MaintenanceForm> CreateFrmCartaModelo();
+std::unique_ptr<framework::MaintenanceForm> CreateFrmEncabezado();
+
+}  // namespace letters

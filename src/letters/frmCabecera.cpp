@@ -3,8 +3,10 @@
 
 #include <array>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace letters {
 namespace {
 
 const FormCard card{.name = u"frmCabecera"_s, .lock = u"IDCabecera"_s, .prompt = 2103};
@@ -73,3 +75,5 @@ class frmCabecera final : public FormOn<Ui::frmCabecera> {
 std::unique_ptr<MaintenanceForm> CreateFrmCabecera() {
   return std::make_unique<frmCabecera>();
 }
+
+}  // namespace letters

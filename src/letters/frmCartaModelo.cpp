@@ -1,3 +1,4 @@
+#include "documents/rtf/Rtf.h"
 #include "letters/Dialogs.h"
 #include "letters/editor/Commands.h"
 #include "letters/editor/EditorArea.h"
@@ -7,7 +8,6 @@
 #include "letters/editor/LetterWindow.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/RescueStrip.h"
-#include "letters/rtf/Rtf.h"
 #include "platform/automation/Conversion.h"
 
 #include <QAction>
@@ -19,11 +19,10 @@
 
 #include <optional>
 
-using letters::Command;
-using letters::LetterWindow;
-using letters::Margins;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace letters {
 namespace {
 
 const FormCard card{
@@ -45,15 +44,15 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     m_unreadable.clear();
     m_desk.emplace(ui);
     m_rescue.emplace(ui);
-    On(ui.commands, &letters::Commands::Triggered, [this](Command command) { Run(command); });
-    On(ui.mnuCampos, &letters::FieldMenu::MarkerChosen, [this](int marker, int velumarMarker) {
+    On(ui.commands, &Commands::Triggered, [this](Command command) { Run(command); });
+    On(ui.mnuCampos, &FieldMenu::MarkerChosen, [this](int marker, int velumarMarker) {
       const bool isOther = velumarMarker != 0 && objApi().velumar();
       ui.rtfCarta->TypeText(LoadResString(isOther ? velumarMarker : marker));
     });
     On(ui.cmdComprobar, &QPushButton::clicked, [this] { Run(Command::CheckMarkers); });
     On(ui.cmdRecuperar, &QPushButton::clicked, [this] { m_rescue->Take(); });
     On(ui.cmdDescartar, &QPushButton::clicked, [this] { m_rescue->Drop(); });
-    On(ui.rtfCarta, &letters::LetterEdit::PasteRefused,
+    On(ui.rtfCarta, &LetterEdit::PasteRefused,
        [this](const QString& reason) { Ask(u"No se ha pegado el texto. %1"_s.arg(reason), vbExclamation); });
     On(ui.txtMargenIzdo, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenIzdo, &Margins::left); });
     On(ui.txtMargenDcho, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenDcho, &Margins::right); });
@@ -78,8 +77,8 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     }
     const QSignalBlocker right(ui.txtMargenDcho);
     const QSignalBlocker left(ui.txtMargenIzdo);
-    ui.txtMargenDcho->setText(letters::MarginText(m_margins.right));
-    ui.txtMargenIzdo->setText(letters::MarginText(m_margins.left));
+    ui.txtMargenDcho->setText(MarginText(m_margins.right));
+    ui.txtMargenIzdo->setText(MarginText(m_margins.left));
     m_desk->Format().FillFontBoxes();
     ui.picFondo->Place(m_margins);
     setWindowState(windowState() | Qt::WindowMaximized);
@@ -136,7 +135,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
   }
 
   void OnMargin(const QLineEdit& box, double Margins::*side) {
-    const std::optional<double> margin = letters::ReadMargin(box.text());
+    const std::optional<double> margin = ReadMargin(box.text());
     if (!margin) {
       Ask(3141, vbInformation);
       return;
@@ -158,7 +157,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     if (IsModify()) {
       return true;
     }
-    const std::optional<QString> name = letters::AskName(3108);
+    const std::optional<QString> name = AskName(3108);
     if (!name) {
       if (IsNuevo()) {
         objApi().IDAux(0);
@@ -170,9 +169,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     return true;
   }
 
-  bool HasMargin(QLineEdit* box) {
-    return letters::StoredMargin(box->text()).has_value() || Refuse(box, 3141, vbInformation);
-  }
+  bool HasMargin(QLineEdit* box) { return StoredMargin(box->text()).has_value() || Refuse(box, 3141, vbInformation); }
 
   bool MayReplaceUnreadable() {
     return m_unreadable.isEmpty() ||
@@ -182,8 +179,8 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
 
   bool Write() override {
     const QString content = ui.rtfCarta->Content();
-    const QString left = letters::StoredMargin(ui.txtMargenIzdo->text()).value_or(QString());
-    const QString right = letters::StoredMargin(ui.txtMargenDcho->text()).value_or(QString());
+    const QString left = StoredMargin(ui.txtMargenIzdo->text()).value_or(QString());
+    const QString right = StoredMargin(ui.txtMargenDcho->text()).value_or(QString());
     if (IsModify()) {
       m_rescue->Guard(Id(), m_name, [&] {
         Execute(
@@ -207,7 +204,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
 
   // Intended: the margins as they were typed, and the other order of columns.
   void SaveAs() {
-    const std::optional<QString> name = letters::AskName(3112);
+    const std::optional<QString> name = AskName(3112);
     if (!name) {
       return;
     }
@@ -259,8 +256,8 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     }
   }
 
-  std::optional<letters::LetterDesk> m_desk;
-  std::optional<letters::RescueStrip> m_rescue;
+  std::optional<LetterDesk> m_desk;
+  std::optional<RescueStrip> m_rescue;
   Margins m_margins;
   QString m_name;
   /// Why the stored letter could not be shown; empty where it is.
@@ -274,3 +271,5 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
 std::unique_ptr<MaintenanceForm> CreateFrmCartaModelo() {
   return std::make_unique<frmCartaModelo>();
 }
+
+}  // namespace letters

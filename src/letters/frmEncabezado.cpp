@@ -1,8 +1,10 @@
 #include "letters/Dialogs.h"
 #include "ui_frmEncabezado.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace letters {
 namespace {
 
 const FormCard card{.name = u"frmEncabezado"_s, .prompt = 9101, .errors = ErrorReport{.procedure = u"CargarDatosBD"_s}};
@@ -46,3 +48,5 @@ class frmEncabezado final : public FormOn<Ui::frmEncabezado> {
 std::unique_ptr<MaintenanceForm> CreateFrmEncabezado() {
   return std::make_unique<frmEncabezado>();
 }
+
+}  // namespace letters

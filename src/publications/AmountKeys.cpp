@@ -1,6 +1,6 @@
 #include "publications/AmountKeys.h"
 
-#include "framework/Platform.h"
+#include "framework/Desktop.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+using namespace framework;
+
+namespace publications {
 namespace {
 
 bool MayStandInAnAmount(QChar c) {
@@ -49,6 +52,8 @@ void AmountKeys::OnEdited(const QString& text) {
   std::ranges::copy_if(text, std::back_inserter(kept), MayStandInAnAmount);
   if (!m_isTyping && kept != text) {
     m_box->setText(kept);
-    Platform::Current().Beep();
+    Desktop::Current().Beep();
   }
 }
+
+}  // namespace publications

@@ -4,6 +4,8 @@
 
 class QLineEdit;
 
+namespace publications {
+
 /// Puts every character that is typed into an amount box, backspace too, to whoever listens, before the box takes it.
 /// What comes in otherwise (pasted, dropped, by an input method) keeps what an amount may hold: digits, comma, point,
 /// minus, blank, euro sign. Text that the program sets is left alone. Belongs to its box.
@@ -25,3 +27,5 @@ class AmountKeys : public QObject {
   QLineEdit* m_box;
   bool m_isTyping = false;
 };
+
+}  // namespace publications

@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+namespace publications {
 namespace {
 
 struct Column {
@@ -56,3 +57,5 @@ QVariant SubscriptionModel::headerData(int section, Qt::Orientation orientation,
   }
   return role == Qt::DisplayRole ? resources::LoadResString(column.stringId) : QVariant();
 }
+
+}  // namespace publications

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace publications {
+
 /// The live subscriptions of a publication that are of one type.
 struct SubscriptionSummary {
   QString type;
@@ -28,3 +30,5 @@ class SubscriptionModel : public QAbstractTableModel {
  private:
   std::vector<SubscriptionSummary> m_rows;
 };
+
+}  // namespace publications

@@ -10,8 +10,10 @@
 #include <utility>
 
 using adodb::Verbatim;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace publications {
 namespace {
 
 // The home country's identifier in every database.
@@ -180,3 +182,5 @@ class frmPublicacion final : public FormOn<Ui::frmPublicacion> {
 std::unique_ptr<MaintenanceForm> CreateFrmPublicacion() {
   return std::make_unique<frmPublicacion>();
 }
+
+}  // namespace publications

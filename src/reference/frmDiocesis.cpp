@@ -2,8 +2,10 @@
 #include "reference/Dialogs.h"
 #include "ui_frmDiocesis.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace reference {
 namespace {
 
 const FormCard card{.name = u"frmDiocesis"_s, .lock = u"IDDiocesis"_s, .prompt = 7104};
@@ -93,3 +95,5 @@ class frmDiocesis final : public FormOn<Ui::frmDiocesis> {
 std::unique_ptr<MaintenanceForm> CreateFrmDiocesis() {
   return std::make_unique<frmDiocesis>();
 }
+
+}  // namespace reference

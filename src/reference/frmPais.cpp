@@ -1,8 +1,10 @@
 #include "reference/Dialogs.h"
 #include "ui_frmPais.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace reference {
 namespace {
 
 const FormCard card{.name = u"frmPais"_s, .lock = u"IDPais"_s, .prompt = 12104, .errors = ErrorBox{12103}};
@@ -53,3 +55,5 @@ class frmPais final : public FormOn<Ui::frmPais> {
 std::unique_ptr<MaintenanceForm> CreateFrmPais() {
   return std::make_unique<frmPais>();
 }
+
+}  // namespace reference

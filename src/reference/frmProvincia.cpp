@@ -3,8 +3,10 @@
 #include "reference/Dialogs.h"
 #include "ui_frmProvincia.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace reference {
 namespace {
 
 constexpr qsizetype longestName = 50;
@@ -78,7 +80,7 @@ class frmProvincia final : public FormOn<Ui::frmProvincia> {
       const qint32 country = FixedCountry() != 0 ? FixedCountry() : ItemData(ui.cboPais);
       Execute(u"INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES({},'{}',0)", country, name);
       if (IsNuevo()) {
-        Platform::Current().DoEvents();
+        Desktop::Current().DoEvents();
         HandBack(u"maxid", u"SELECT MAX(IDProvincia) AS maxid FROM Provincias");
       }
     }
@@ -107,3 +109,5 @@ class frmProvincia final : public FormOn<Ui::frmProvincia> {
 std::unique_ptr<MaintenanceForm> CreateFrmProvincia() {
   return std::make_unique<frmProvincia>();
 }
+
+}  // namespace reference

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+using namespace framework;
+
+namespace remittances {
 namespace {
 
 constexpr qsizetype numberLength = 8;
@@ -22,3 +25,5 @@ QChar NationalIdentityLetter(const QString& text) {
   constexpr QStringView letters = u"TRWAGMYFPDXBNJZSQVHLCKE";
   return IsNumber(text) && text.size() == numberLength ? letters[text.toInt() % letters.size()] : QChar();
 }
+
+}  // namespace remittances

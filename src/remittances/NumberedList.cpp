@@ -6,6 +6,10 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+using namespace framework;
+
+namespace remittances {
+
 NumberedList::NumberedList(const ListHelper& lists, QComboBox* list, QLineEdit* box, const QString& keyColumn)
     : m_lists(lists), m_list(list), m_box(box), m_keyColumn(keyColumn), m_shown(box->text()) {}
 
@@ -32,3 +36,5 @@ bool NumberedList::SelectTyped() {
   }
   return selected != before;
 }
+
+}  // namespace remittances

@@ -7,12 +7,14 @@
 class QComboBox;
 class QLineEdit;
 
+namespace remittances {
+
 /// A list of banks or branches and the box for the number of the selected one, in step with each other through the
 /// host's list helper. It selects in silence: what depends on the selection is its user's affair.
 class NumberedList {
  public:
   /// `keyColumn` is "IDBanco" or "IDSucursal". The controls are the dialog's.
-  NumberedList(const ListHelper& lists, QComboBox* list, QLineEdit* box, const QString& keyColumn);
+  NumberedList(const framework::ListHelper& lists, QComboBox* list, QLineEdit* box, const QString& keyColumn);
 
   /// Writes the number of the selected record into the box, nothing for none.
   void ShowNumber();
@@ -24,9 +26,11 @@ class NumberedList {
   bool SelectTyped();
 
  private:
-  ListHelper m_lists;
+  framework::ListHelper m_lists;
   QComboBox* m_list;
   QLineEdit* m_box;
   QString m_keyColumn;
   QString m_shown;
 };
+
+}  // namespace remittances

@@ -4,8 +4,10 @@
 
 #include <QLineEdit>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace remittances {
 namespace {
 
 constexpr int suffixLength = 3;
@@ -61,3 +63,5 @@ bool PartyForm::Confirm(QLineEdit* box, const QString& question, int icon) {
   box->setFocus();
   return false;
 }
+
+}  // namespace remittances

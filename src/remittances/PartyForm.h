@@ -2,6 +2,8 @@
 
 #include "framework/MaintenanceForm.h"
 
+namespace remittances {
+
 /// What a party's suffix is checked with: who has a suffix, what the record itself has, and what the user is asked when
 /// another one has it (string numbers, for an addition and for a change).
 struct SuffixCheck {
@@ -13,7 +15,7 @@ struct SuffixCheck {
 
 /// What the dialogs of presenters and issuers share: a tax identifier, and the three-digit suffix that tells several
 /// parties of one tax identifier apart.
-class PartyForm : public MaintenanceForm {
+class PartyForm : public framework::MaintenanceForm {
   Q_OBJECT
 
  protected:
@@ -34,3 +36,5 @@ class PartyForm : public MaintenanceForm {
   // Yes to the question; otherwise the focus is in the box.
   bool Confirm(QLineEdit* box, const QString& question, int icon);
 };
+
+}  // namespace remittances

@@ -5,8 +5,10 @@
 
 #include <array>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace remittances {
 namespace {
 
 constexpr int validIdentifier = 1;
@@ -134,3 +136,5 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
 std::unique_ptr<MaintenanceForm> CreateFrmCobrador() {
   return std::make_unique<frmCobrador>();
 }
+
+}  // namespace remittances

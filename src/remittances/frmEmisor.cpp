@@ -6,8 +6,10 @@
 #include "remittances/PartyForm.h"
 #include "ui_frmEmisor.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace remittances {
 namespace {
 
 const FormCard card{.name = u"frmEmisor"_s,
@@ -105,7 +107,7 @@ class frmEmisor final : public FormOn<Ui::frmEmisor, PartyForm> {
   }
 
   void CreateCountry() {
-    OpenNested(CreateFrmPais(), {}, [this](qint32 id) { m_lists->RellenarComboPais(ui.cboPaises, id); });
+    OpenNested(reference::CreateFrmPais(), {}, [this](qint32 id) { m_lists->RellenarComboPais(ui.cboPaises, id); });
   }
 
   void CreateProvince() {
@@ -115,7 +117,7 @@ class frmEmisor final : public FormOn<Ui::frmEmisor, PartyForm> {
       return;
     }
     const qint32 country = ItemData(ui.cboPaises);
-    OpenNested(CreateFrmProvincia(), {.idAux = country}, [this, country](qint32 id) {
+    OpenNested(reference::CreateFrmProvincia(), {.idAux = country}, [this, country](qint32 id) {
       FillProvinces(country, id);
       ui.cboProvincias->setFocus();
     });
@@ -171,3 +173,5 @@ class frmEmisor final : public FormOn<Ui::frmEmisor, PartyForm> {
 std::unique_ptr<MaintenanceForm> CreateFrmEmisor() {
   return std::make_unique<frmEmisor>();
 }
+
+}  // namespace remittances

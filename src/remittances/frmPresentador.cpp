@@ -9,8 +9,10 @@
 
 #include <QSignalBlocker>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace remittances {
 namespace {
 
 constexpr cConstAccion action;
@@ -109,7 +111,7 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
   void CreateBank() {
     const qint32 before = ItemData(ui.cboBancos);
     QVariant selected = ui.cboBancos->currentData();
-    OpenNested(CreateFrmBanco(), {.action = action.Agregar()}, [&](qint32 id) { selected = id; });
+    OpenNested(banking::CreateFrmBanco(), {.action = action.Agregar()}, [&](qint32 id) { selected = id; });
     FillBanks(selected);
     if (ItemData(ui.cboBancos) != before) {
       FollowBank();
@@ -125,7 +127,8 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
       return;
     }
     QVariant selected = ui.cboSucursales->currentData();
-    OpenNested(CreateFrmSucursal(), {.idAux = bank, .action = action.Agregar()}, [&](qint32 id) { selected = id; });
+    OpenNested(banking::CreateFrmSucursal(), {.idAux = bank, .action = action.Agregar()},
+               [&](qint32 id) { selected = id; });
     FillBranches(bank, selected);
     m_branch->ShowNumber();
   }
@@ -188,3 +191,5 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
 std::unique_ptr<MaintenanceForm> CreateFrmPresentador() {
   return std::make_unique<frmPresentador>();
 }
+
+}  // namespace remittances

@@ -4,6 +4,7 @@
 #include <QStylePainter>
 #include <QTextLayout>
 
+namespace taxes {
 namespace {
 
 constexpr int charactersInALine = 60;
@@ -56,3 +57,5 @@ QString WrappedCheckBox::Wrapped(int width) const {
   layout.endLayout();
   return lines.join(u'\n');
 }
+
+}  // namespace taxes

@@ -2,6 +2,8 @@
 
 #include <QCheckBox>
 
+namespace taxes {
+
 /// A check box whose text takes as many lines as its width asks for. The text itself holds no line breaks.
 class WrappedCheckBox : public QCheckBox {
   Q_OBJECT
@@ -19,3 +21,5 @@ class WrappedCheckBox : public QCheckBox {
  private:
   QString Wrapped(int width) const;
 };
+
+}  // namespace taxes

@@ -2,8 +2,10 @@
 #include "taxes/Dialogs.h"
 #include "ui_frmComunidadAutonoma.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace taxes {
 namespace {
 
 const FormCard card{.name = u"frmComunidadAutonoma"_s, .lock = u"IDComunidad"_s, .prompt = 5104};
@@ -64,3 +66,5 @@ class frmComunidadAutonoma final : public FormOn<Ui::frmComunidadAutonoma> {
 std::unique_ptr<MaintenanceForm> CreateFrmComunidadAutonoma() {
   return std::make_unique<frmComunidadAutonoma>();
 }
+
+}  // namespace taxes

@@ -2,8 +2,10 @@
 #include "taxes/Dialogs.h"
 #include "ui_frmDeduccionComunidad.h"
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace taxes {
 namespace {
 
 const FormCard card{.name = u"frmDeduccionComunidad"_s, .lock = u"IDDeduccion_Comunidad"_s, .prompt = 6104};
@@ -83,3 +85,5 @@ class frmDeduccionComunidad final : public FormOn<Ui::frmDeduccionComunidad> {
 std::unique_ptr<MaintenanceForm> CreateFrmDeduccionComunidad() {
   return std::make_unique<frmDeduccionComunidad>();
 }
+
+}  // namespace taxes

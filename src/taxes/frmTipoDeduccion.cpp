@@ -4,8 +4,10 @@
 #include "ui_frmTipoDeduccion.h"
 
 using adodb::Verbatim;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace taxes {
 namespace {
 
 constexpr double tooMuch = 101;
@@ -91,3 +93,5 @@ class frmTipoDeduccion final : public FormOn<Ui::frmTipoDeduccion> {
 std::unique_ptr<MaintenanceForm> CreateFrmTipoDeduccion() {
   return std::make_unique<frmTipoDeduccion>();
 }
+
+}  // namespace taxes

@@ -7,8 +7,10 @@
 #include <array>
 
 using adodb::Verbatim;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
+namespace taxes {
 namespace {
 
 constexpr int administrator = 1;
@@ -164,3 +166,5 @@ class frmTipoDonativo final : public FormOn<Ui::frmTipoDonativo> {
 std::unique_ptr<MaintenanceForm> CreateFrmTipoDonativo() {
   return std::make_unique<frmTipoDonativo>();
 }
+
+}  // namespace taxes

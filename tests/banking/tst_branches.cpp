@@ -153,7 +153,7 @@ class tst_branches : public QObject {
       dialog.Press("cmdSucursales_1");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Sucursales(), action.Agregar(), 0, bank));
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
   }
 
   void MandatoryFieldsAndUniqueCode() {

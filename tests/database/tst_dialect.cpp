@@ -1,4 +1,4 @@
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -65,6 +65,9 @@ void tst_dialect::Statements_data() {
       "Oso/ñu/n");
   Row("union without duplicates",
       "SELECT IDPais FROM Paises WHERE IDPais=35 UNION SELECT CodPais FROM Provincias WHERE CodPais=35", "35");
+  Row("union all keeps equal rows",
+      "SELECT CodPais FROM Provincias WHERE IDProvincia<3 UNION ALL SELECT IDPais FROM Paises WHERE IDPais=35",
+      "35/35/35");
   Row("union in order",
       "SELECT 'b' AS t FROM Paises WHERE IDPais=35 UNION SELECT 'a' FROM Paises WHERE IDPais=35 ORDER BY t", "a/b");
   Row("a collaborator without a country is neither at home nor abroad",
@@ -285,7 +288,7 @@ void tst_dialect::Refusals_data() {
   const auto row = [](const char* statement, int number) {
     QTest::newRow(QByteArray(statement).left(60).constData()) << QString::fromUtf8(statement) << number;
   };
-  using namespace database;
+  using namespace adodb;
   row("", StatementRefused);
   row("   ; ", StatementRefused);
   row("SELECT 1; DELETE FROM Paises", StatementRefused);

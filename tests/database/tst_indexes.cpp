@@ -1,6 +1,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/StatementWriter.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -58,7 +59,8 @@ void FillEveryTable(const QString& path) {
 QStringList PlanOf(const QString& path, const QString& statement) {
   database::Lexer lexer;
   lexer.Read(statement);
-  const database::Plan plan = database::Translate(database::Schema::Current(), statement, lexer.Tokens());
+  const database::Plan plan =
+      database::Translate(database::SqliteTarget::Instance(), database::Schema::Current(), statement, lexer.Tokens());
   const database::SqliteHandle handle(database::ConnectionString(database::ConnectionStringForFile(path)),
                                       database::SqliteHandle::Missing::Refuse);
   const database::SqliteStatement explain = handle.Prepare("EXPLAIN QUERY PLAN " + plan.sql);

@@ -1,7 +1,8 @@
-#include "database/ErrorNumbers.h"
 #include "database/Maintenance.h"
+#include "database/engine/Check.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqlitePreparation.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/process/PrivateFiles.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
@@ -166,20 +167,20 @@ void tst_maintenance::ACopyIsWholeWhileOthersWrite() {
 
 void tst_maintenance::WhereNoCopyCanBeMade() {
   const auto copy = [this](const QString& file) { return ErrorOf([&] { database::CopyDatabase(Text(), file); }); };
-  QCOMPARE(copy(Path({})), int(database::CannotOpen));
-  QCOMPARE(copy(Path(u"no/hay/copia.db"_s)), int(database::CannotOpen));
+  QCOMPARE(copy(Path({})), int(adodb::CannotOpen));
+  QCOMPARE(copy(Path(u"no/hay/copia.db"_s)), int(adodb::CannotOpen));
   QVERIFY(!QFile::exists(Path(u"no"_s)));
   Spoil(Path({}), "Bancos");
-  QCOMPARE(copy(Path(u"copia.db"_s)), int(database::DatabaseDamaged));
+  QCOMPARE(copy(Path(u"copia.db"_s)), int(adodb::DatabaseDamaged));
   QCOMPARE(Files().filter(u"copia"_s), QStringList());
 }
 
 void tst_maintenance::ACopyCanBeStopped() {
   const auto stop = [] { return true; };
-  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), stop); }), int(database::Stopped));
+  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), stop); }), int(adodb::Stopped));
   int asked = 0;
   const auto later = [&] { return ++asked > 2; };
-  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), later); }), int(database::Stopped));
+  QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), later); }), int(adodb::Stopped));
   QCOMPARE(Files().filter(u"copia"_s), QStringList());
 }
 
@@ -250,9 +251,9 @@ void tst_maintenance::RestoringWhereNothingWas() {
 void tst_maintenance::OnlyASoundCopyIsRestored_data() {
   QTest::addColumn<QByteArray>("bytes");
   QTest::addColumn<int>("number");
-  QTest::newRow("text") << QByteArray(5000, 'x') << int(database::NotADatabase);
-  QTest::newRow("empty") << QByteArray() << int(database::NotOurDatabase);
-  QTest::newRow("damaged") << QByteArray("damage") << int(database::DatabaseDamaged);
+  QTest::newRow("text") << QByteArray(5000, 'x') << int(adodb::NotADatabase);
+  QTest::newRow("empty") << QByteArray() << int(adodb::NotOurDatabase);
+  QTest::newRow("damaged") << QByteArray("damage") << int(adodb::DatabaseDamaged);
 }
 
 void tst_maintenance::OnlyASoundCopyIsRestored() {
@@ -289,7 +290,7 @@ void tst_maintenance::ADamagedFileIsReplaced() {
 void tst_maintenance::NothingIsRestoredUnderAnotherProgram() {
   database::CopyDatabase(Text(), Path(u"copia.db"_s));
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
-  QCOMPARE(ErrorOf([&] { database::RestoreDatabase(Path(u"copia.db"_s), Text()); }), int(database::DatabaseLocked));
+  QCOMPARE(ErrorOf([&] { database::RestoreDatabase(Path(u"copia.db"_s), Text()); }), int(adodb::DatabaseLocked));
   QCOMPARE(BankCount(Path({})), u"1"_s);
   QCOMPARE(Files().filter(u"antes"_s), QStringList());
 }

@@ -1,7 +1,7 @@
-#include "database/ErrorNumbers.h"
 #include "database/Maintenance.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -159,7 +159,7 @@ void tst_preparation::AnOlderOneIsMigrated() {
         "INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID) VALUES (1, 'IDPais', 5);"
         "INSERT INTO configuracion (Tipo) VALUES (1)");
   }
-  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::OlderDatabase));
+  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(adodb::OlderDatabase));
   QCOMPARE(Prepare(), 0);
   QCOMPARE(RowsOf(Text(), u"SELECT Tipo, NombreEntidad FROM configuracion"_s), u"1|NULL"_s);
   // Nobody could tell whose lock it was.
@@ -180,8 +180,8 @@ void tst_preparation::ANewerOneIsLeftUntouched() {
   QCOMPARE(Prepare(), 0);
   OpenRaw(Path()).Run("PRAGMA user_version=" + QByteArray::number(database::SchemaVersion() + 1));
   const QByteArray before = Contents(Path());
-  QCOMPARE(Prepare(), int(database::NewerDatabase));
-  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(database::NewerDatabase));
+  QCOMPARE(Prepare(), int(adodb::NewerDatabase));
+  QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(adodb::NewerDatabase));
   QVERIFY(Contents(Path()) == before);
   QCOMPARE(Files(), QStringList(u"kel.db"_s));
 }
@@ -189,10 +189,10 @@ void tst_preparation::ANewerOneIsLeftUntouched() {
 void tst_preparation::ForeignFiles_data() {
   QTest::addColumn<QString>("kind");
   QTest::addColumn<int>("number");
-  QTest::newRow("text") << u"text"_s << int(database::NotADatabase);
-  QTest::newRow("another program's") << u"foreign"_s << int(database::NotOurDatabase);
-  QTest::newRow("cut in half") << u"truncated"_s << int(database::DatabaseDamaged);
-  QTest::newRow("a folder") << u"folder"_s << int(database::CannotOpen);
+  QTest::newRow("text") << u"text"_s << int(adodb::NotADatabase);
+  QTest::newRow("another program's") << u"foreign"_s << int(adodb::NotOurDatabase);
+  QTest::newRow("cut in half") << u"truncated"_s << int(adodb::DatabaseDamaged);
+  QTest::newRow("a folder") << u"folder"_s << int(adodb::CannotOpen);
   QTest::newRow("empty") << u"empty"_s << 0;
 }
 
@@ -226,7 +226,7 @@ void tst_preparation::ADamagedPageIsReported() {
   QByteArray bytes = Contents(Path());
   bytes.replace((root - 1) * 4096, 4096, QByteArray(4096, '\x55'));
   Write(Path(), bytes);
-  const QString error = u"error %1"_s.arg(int(database::DatabaseDamaged));
+  const QString error = u"error %1"_s.arg(int(adodb::DatabaseDamaged));
   QCOMPARE(RowsOf(Text(), u"SELECT CodigoISO FROM Paises"_s), error);
   QCOMPARE(RowsOf(Text(), u"INSERT INTO Paises(Nombre) VALUES('x')"_s), error);
 }
@@ -246,7 +246,7 @@ void tst_preparation::TriggersOfAHostileFileDoNotRun() {
 void tst_preparation::AnImpossibleFolder() {
   Write(Path(u"archivo"_s), "x");
   const QString text = database::ConnectionStringForFile(Path(u"archivo/dentro/kel.db"_s));
-  QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(database::CannotOpen));
+  QCOMPARE(ErrorOf([&] { database::PrepareDatabase(text, database::Content::Reference); }), int(adodb::CannotOpen));
   const QString nested = database::ConnectionStringForFile(Path(u"a/b/c/kel.db"_s));
   database::PrepareDatabase(nested, database::Content::Reference);
   QVERIFY(QFile::exists(Path(u"a/b/c/kel.db"_s)));
@@ -290,14 +290,14 @@ void tst_preparation::WithoutPermission() {
   const bool unchanged = Contents(Path()) == before;
   const QString later = RowsOf(Text(), u"INSERT INTO Bancos(Nombre) VALUES('x')"_s);
   QVERIFY(!isSuperuser || seteuid(0) == 0);
-  QCOMPARE(opened, int(database::DatabaseReadOnly));
-  QCOMPARE(written, u"error %1"_s.arg(int(database::DatabaseReadOnly)));
-  QVERIFY(restored == database::DatabaseReadOnly || restored == database::CannotOpen);
-  QCOMPARE(denied, int(database::CannotOpen));
+  QCOMPARE(opened, int(adodb::DatabaseReadOnly));
+  QCOMPARE(written, u"error %1"_s.arg(int(adodb::DatabaseReadOnly)));
+  QVERIFY(restored == adodb::DatabaseReadOnly || restored == adodb::CannotOpen);
+  QCOMPARE(denied, int(adodb::CannotOpen));
   QVERIFY(!mayWrite);
   QCOMPARE(prepared, 0);
   QCOMPARE(viewed, u"1"_s);
-  QCOMPARE(changed, u"error %1"_s.arg(int(database::DatabaseReadOnly)));
+  QCOMPARE(changed, u"error %1"_s.arg(int(adodb::DatabaseReadOnly)));
   QCOMPARE(left, QStringList(u"kel.db"_s));
   QVERIFY(mended && unchanged);
   QCOMPARE(later, QString());
@@ -367,7 +367,7 @@ void tst_preparation::ReadOnlyAccess() {
   const QString text = Text() + u";Acceso=lectura"_s;
   database::PrepareDatabase(text, database::Content::Reference);
   QCOMPARE(RowsOf(text, u"SELECT IDPais FROM Paises WHERE Nombre='España'"_s), u"35"_s);
-  QCOMPARE(RowsOf(text, u"DELETE FROM Paises"_s), u"error %1"_s.arg(int(database::DatabaseReadOnly)));
+  QCOMPARE(RowsOf(text, u"DELETE FROM Paises"_s), u"error %1"_s.arg(int(adodb::DatabaseReadOnly)));
 }
 
 void tst_preparation::AwkwardPaths_data() {

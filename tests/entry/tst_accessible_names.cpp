@@ -42,11 +42,11 @@ class tst_accessible_names : public QObject {
     QTest::addColumn<int>("node");
     QTest::addColumn<int>("id");
     QSet<QString> known;
-    for (const dispatch::Entry& entry : dispatch::Table()) {
+    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
       if (entry.create != nullptr && !known.contains(entry.dialog)) {
         known.insert(entry.dialog);
         QTest::newRow(qPrintable(entry.dialog))
-            << entry.node.toInt() << (entry.opening == dispatch::Opening::GuardedLoadOfARecord ? 1 : 0);
+            << entry.node.toInt() << (entry.opening == entry::dispatch::Opening::GuardedLoadOfARecord ? 1 : 0);
       }
     }
   }
@@ -56,7 +56,7 @@ class tst_accessible_names : public QObject {
     QFETCH(int, id);
     TestHost host;
     host.Execute(u"INSERT INTO Bancos(IDBanco,Numero,Nombre) VALUES(1,'0001','Uno')");
-    host.platform.printers = 1;
+    host.desktop.printers = 1;
     if (node == support::node.CartasModelo()) {
       // The editor always asks before it closes.
       host.driver.Answer(QMessageBox::No);

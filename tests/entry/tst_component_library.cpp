@@ -92,6 +92,13 @@ class tst_component_library : public QObject {
         QCOMPARE(error.Number(), 438);
       }
     }
+    // An error names the class as it is published.
+    try {
+      Get(principal.get(), "NoHay");
+      QFAIL("no error");
+    } catch (const Error& error) {
+      QVERIFY2(error.Description().endsWith(u"(CPrincipal.NoHay)"_s), qPrintable(error.Description()));
+    }
     QVERIFY_THROWS_EXCEPTION(Error, Call(principal.get(), "PasarDatos", QVariant()));
     QVERIFY_THROWS_EXCEPTION(Error, Call(principal.get(), "AbrirConexion", QVariant()));
   }

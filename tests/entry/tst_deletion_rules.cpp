@@ -1,5 +1,5 @@
 #include "entry/Deletion.h"
-#include "host/desktop/RecordReferences.h"
+#include "host/records/RecordReferences.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
 
@@ -136,7 +136,7 @@ class tst_deletion_rules : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.EliminarRegistro(reference->node, kept));
     QCOMPARE(host.driver.TakeBoxes(), QStringList(refusal));
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
     QVERIFY(!IsMarked(host, reference->node, kept));
     QCOMPARE(host.Recording().Writes(), QStringList());
     QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
@@ -171,8 +171,8 @@ class tst_deletion_rules : public QObject {
   }
 
   void OrderOfTheTests() {
-    const std::span<const deletion::Rule> rules = deletion::Rules();
-    QVERIFY(std::ranges::equal(rules, marked, {}, &deletion::Rule::node, &Marked::node));
+    const std::span<const entry::deletion::Rule> rules = entry::deletion::Rules();
+    QVERIFY(std::ranges::equal(rules, marked, {}, &entry::deletion::Rule::node, &Marked::node));
   }
 
   void ADioceseHoldsItsProvinceBackExceptInVelumarInstallations() {

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;
@@ -20,7 +21,7 @@ class tst_dispatch : public QObject {
  private Q_SLOTS:
   void TableInTestOrder() {
     QStringList rows;
-    for (const dispatch::Entry& entry : dispatch::Table()) {
+    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
       const QString released = entry.released == entry.dialog ? QString() : u'/' + entry.released;
       rows.append(u"%1 %2%3 %4"_s.arg(entry.node.toInt()).arg(entry.dialog, released).arg(int(entry.opening)));
     }
@@ -61,14 +62,14 @@ class tst_dispatch : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(26, 1));
     QCOMPARE(host.driver.Boxes(),
              QStringList(u"Prueba|informacion|¡No dispone de impresoras instaladas en el equipo!"_s));
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
     QCOMPARE(host.Recording().State(), int(adodb::StateOpen));
   }
 
   void NodesWithoutADialogSaySo() {
     TestHost host;
-    for (const dispatch::Entry& entry : dispatch::Table()) {
-      if (entry.create != nullptr || entry.opening == dispatch::Opening::WithPrinter) {
+    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
+      if (entry.create != nullptr || entry.opening == entry::dispatch::Opening::WithPrinter) {
         continue;
       }
       host.driver.Answer(QMessageBox::Ok);
@@ -82,15 +83,15 @@ class tst_dispatch : public QObject {
   void GuardedLoadWaitsBehindTheHourglass() {
     TestHost host;
     host.driver.On("frmBanco", [&](const DialogUser& dialog) {
-      QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
+      QCOMPARE(host.desktop.pointers, (QList<int>{11, 0}));
       dialog.Close();
     });
     EXPECT_CLEAN(host, host.PasarDatos(19, 1));
     // A bank that is not there is told, and never shown.
-    host.platform.pointers.clear();
+    host.desktop.pointers.clear();
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(19, 2, 987654));
-    QCOMPARE(host.platform.pointers, (QList<int>{11, 0}));
+    QCOMPARE(host.desktop.pointers, (QList<int>{11, 0}));
     QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 
@@ -108,7 +109,7 @@ class tst_dispatch : public QObject {
     QFETCH(bool, sameServices);
     TestHost host;
     host::cPrincipal others(host.session);
-    CPrincipal component;
+    entry::CPrincipal component;
     host.driver.On("frmPais", [&](const DialogUser& dialog) {
       dialog.Type("txtPais", u"Atlántida"_s);
       host::cPrincipal& services = sameServices ? host.services() : others;
@@ -144,7 +145,7 @@ class tst_dispatch : public QObject {
   void ACallInTheMiddleOfALoad() {
     TestHost host;
     host.Query(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Banco')");
-    CPrincipal component;
+    entry::CPrincipal component;
     int refused = 0;
     host.Recording().SetHook([&](const QString& entry) {
       if (entry.startsWith(u"SELECT Bancos.Nombre")) {
@@ -167,7 +168,7 @@ class tst_dispatch : public QObject {
   void ADeletionInTheMiddleOfADialog() {
     TestHost host;
     host::cPrincipal others(host.session);
-    CPrincipal component;
+    entry::CPrincipal component;
     automation::Put(&others, "IDNodo", node.Cabeceras());
     automation::Put(&others, "IDSeleccionado", 1);
     QObject bare;
@@ -197,7 +198,7 @@ class tst_dispatch : public QObject {
 
   void AbrirConexionOpensOnlyAClosedOne() {
     TestHost host;
-    CPrincipal principal;
+    entry::CPrincipal principal;
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
     automation::Call(&principal, "abrirconexion", static_cast<adodb::Connection*>(&host.Recording()));
     QCOMPARE(host.Recording().Log(), QStringList(u"OPEN('','','',-1)"_s));

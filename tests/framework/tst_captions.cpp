@@ -13,6 +13,7 @@
 #include <QToolBar>
 #include <QTreeWidget>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace {

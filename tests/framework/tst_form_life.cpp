@@ -1,5 +1,5 @@
+#include "framework/Desktop.h"
 #include "framework/MaintenanceForm.h"
-#include "framework/Platform.h"
 #include "framework/Termination.h"
 #include "platform/automation/ClassRegistry.h"
 #include "support/Expect.h"
@@ -14,6 +14,7 @@
 
 #include <csignal>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using automation::Error;
@@ -607,7 +608,7 @@ class tst_form_life : public QObject {
       dialog.Press("cmd_0");
     });
     form.ShowModal();
-    QCOMPARE(m_host->platform.helpShown.size(), 1);
+    QCOMPARE(m_host->desktop.helpShown.size(), 1);
   }
 
  private:

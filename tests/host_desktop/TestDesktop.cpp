@@ -1,5 +1,6 @@
 #include "TestDesktop.h"
 
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 
 #include <QCoreApplication>

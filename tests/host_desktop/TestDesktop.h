@@ -1,9 +1,9 @@
 #pragma once
 
-#include "host/desktop/ComponentBridge.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/RecordList.h"
-#include "host/services/Session.h"
+#include "host/records/ComponentBridge.h"
+#include "host/records/Session.h"
 #include "support/Driver.h"
 #include "support/TestDatabase.h"
 

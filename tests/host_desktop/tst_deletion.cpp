@@ -2,15 +2,13 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
-#include "host/desktop/Deletion.h"
-#include "host/desktop/DeletionLog.h"
-#include "host/desktop/RecordReader.h"
-#include "host/desktop/RecordReferences.h"
+#include "host/records/Deletion.h"
+#include "host/records/DeletionLog.h"
+#include "host/records/RecordReader.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <QMessageBox>
-#include <QRegularExpression>
 #include <QStatusBar>
 #include <QtTest>
 
@@ -72,7 +70,6 @@ class tst_deletion : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
   void NothingHappensWithoutYes();
   void QuestionNamesRecordAndDependents();
   void SeveralRecordsEndInOneSummary();
@@ -81,21 +78,13 @@ class tst_deletion : public QObject {
   void WhatStaysIsNamedWithItsReason();
   void NothingToDelete_data();
   void NothingToDelete();
-  void UsesOfAProvince_data();
-  void UsesOfAProvince();
   void DeletedUnderItsLock();
   void UndoBringsBackWhatWentTogether();
   void RefusedRecoveries_data();
   void RefusedRecoveries();
   void DeletedRecordsAreListedAndRecovered();
   void AFailureHalfWayIsUndone();
-  void CountsAreJoined();
 };
-
-void tst_deletion::init() {
-  // The offscreen screen has its own, which say nothing of the program.
-  QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
-}
 
 void tst_deletion::NothingHappensWithoutYes() {
   TestDesktop desktop;
@@ -230,23 +219,6 @@ void tst_deletion::NothingToDelete() {
   QVERIFY(FakeComponent::Requests().isEmpty());
 }
 
-void tst_deletion::UsesOfAProvince_data() {
-  QTest::addColumn<bool>("velumar");
-  QTest::addColumn<QString>("uses");
-  QTest::newRow("dioceses keep it") << false << u"1 sucursal y 1 diócesis"_s;
-  QTest::newRow("the other kind of installation") << true << u"1 sucursal"_s;
-}
-
-void tst_deletion::UsesOfAProvince() {
-  QFETCH(bool, velumar);
-  TestDesktop desktop;
-  desktop.database.Execute(u"INSERT INTO Provincias(IDProvincia,Nombre,CodPais) VALUES(900,'Nueva',35)");
-  desktop.database.Execute(u"INSERT INTO Diocesis(Nombre,CodProvincia) VALUES('x',900)");
-  desktop.database.Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,codProvincia) VALUES(1,'1','x',900)");
-  QTEST(host::JoinCounts(host::CountUses(desktop.database.Connection(), cConstNodo().Provincias(), 900, velumar)),
-        "uses");
-}
-
 // The lock is taken for the deletion itself: who comes between the question and it is not overrun, and nobody comes
 // between the look at the lock and the mark.
 void tst_deletion::DeletedUnderItsLock() {
@@ -280,6 +252,8 @@ void tst_deletion::UndoBringsBackWhatWentTogether() {
   AddBranch(desktop, bank, false);
   AddBranch(desktop, bank, true);
   AddBranch(desktop, bank, false);
+  // A deleted record with the same number is nobody's rival.
+  desktop.database.Execute(u"INSERT INTO Bancos(Numero,Eliminado) VALUES('0001',-1)");
   desktop.ChooseNode(cConstNodo().Bancos());
   QVERIFY(!desktop.Action("actUndoDelete").isEnabled());
   desktop.driver.Answer(QMessageBox::Yes);
@@ -390,14 +364,6 @@ void tst_deletion::AFailureHalfWayIsUndone() {
            (QStringList{u"Falso"_s, u"Verdadero"_s}));
   QCOMPARE(desktop.database.Id(u"SELECT COUNT(*) FROM Eliminaciones"), 0);
   QCOMPARE(desktop.database.Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 0);
-}
-
-void tst_deletion::CountsAreJoined() {
-  const host::RowCount one{u"disco"_s, u"discos"_s, 1};
-  const host::RowCount two{u"emisor"_s, u"emisores"_s, 2};
-  QCOMPARE(host::JoinCounts({}), QString());
-  QCOMPARE(host::JoinCounts({one}), u"1 disco"_s);
-  QCOMPARE(host::JoinCounts({two, one, two}), u"2 emisores, 1 disco y 2 emisores"_s);
 }
 
 KEL_TEST(tst_deletion);

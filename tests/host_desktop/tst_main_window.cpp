@@ -2,15 +2,12 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
-#include "host/desktop/RecordReader.h"
-#include "host/desktop/RecordReferences.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTreeWidget>
@@ -30,9 +27,6 @@ class tst_main_window : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
-  void EveryListIsRead_data();
-  void EveryListIsRead();
   void RequestsOfTheWindow();
   void ModifiedRecordIsShownAnew();
   void AddedRecordIsSelected();
@@ -54,43 +48,6 @@ class tst_main_window : public QObject {
   void UsersAreForAdministrators();
   void LocksAreShownAndReleased();
 };
-
-void tst_main_window::init() {
-  // The offscreen screen has its own, which say nothing of the program.
-  QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
-}
-
-void tst_main_window::EveryListIsRead_data() {
-  QTest::addColumn<int>("id");
-  for (const host::Node& node : host::NodeCatalog()) {
-    QTest::newRow(qPrintable(node.title)) << node.id;
-  }
-}
-
-void tst_main_window::EveryListIsRead() {
-  QFETCH(int, id);
-  static const support::TestDatabase database(database::Content::Demonstration);
-  const host::Node& node = *host::FindNode(id);
-  const host::RecordData records = host::ReadRecords(database.Connection(), node);
-  // What is gone can't be entered again; users are an administrator's own risk.
-  QVERIFY(node.canAdd || !node.canDelete || node.administratorsOnly);
-  if (node.canRecover) {
-    QCOMPARE(records.Size(), 0);
-    return;
-  }
-  QVERIFY(records.Size() > 0);
-  QVERIFY(!records.Display(0, 0).isEmpty());
-  QVERIFY(host::HighestKey(database.Connection(), node) >= records.Id(0));
-  QVERIFY(host::RecordName(database.Connection(), node, records.Id(0)).startsWith(records.Display(0, 0).simplified()));
-  // More keys than one statement takes.
-  QList<int> ids(500, -1);
-  ids.append(records.Id(0));
-  QCOMPARE(host::ReadRecords(database.Connection(), node, ids).Size(), 1);
-  // Statements of their own, which no other test reaches for every node.
-  host::CountDependents(database.Connection(), id, {records.Id(0)});
-  host::CountUses(database.Connection(), id, records.Id(0), false);
-  host::DeletedParent(database.Connection(), node, records.Id(0));
-}
 
 void tst_main_window::RequestsOfTheWindow() {
   TestDesktop desktop;

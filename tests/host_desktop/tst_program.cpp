@@ -1,5 +1,5 @@
 #include "database/Database.h"
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "database/sqlite/SqliteHandle.h"
 #include "host/cli/Startup.h"
 #include "platform/automation/Error.h"
@@ -135,12 +135,12 @@ void tst_program::AMistypedPathMakesNothing() {
       if (!base.isEmpty()) {
         line.connectionString = base + std::exchange(line.file, {});
       }
-      QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(database::CannotOpen));
+      QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(adodb::CannotOpen));
     }
   }
   host::CommandLine line = OnFile(folder.filePath(u"kel.db"_s));
   line.create = false;
-  QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(database::CannotOpen));
+  QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(adodb::CannotOpen));
   QVERIFY(folder.isValid() && QDir(folder.path()).isEmpty());
 }
 
@@ -206,7 +206,7 @@ void tst_program::WhatCannotBeWrittenIsOpenedForViewing() {
   QVERIFY(started->session.readOnly);
   QVERIFY(!started->session.userName.isEmpty());
   QCOMPARE(support::ErrorOf([&] { started->connection->Execute(u"DELETE FROM Paises"_s); }),
-           int(database::DatabaseReadOnly));
+           int(adodb::DatabaseReadOnly));
 }
 
 void tst_program::AnUncleanEndIsNoticed() {

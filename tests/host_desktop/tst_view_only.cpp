@@ -1,6 +1,6 @@
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/ViewOnly.h"
-#include "host/services/Session.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/contract/cConstAccion.h"
@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
@@ -80,9 +81,10 @@ void tst_view_only::DialogsShowButDoNotAccept() {
   QFETCH(const int, number);
   QFETCH(const int, asked);
   QFETCH(const int, id);
-  const host::ViewOnly viewOnly(*m_services);
+  const host::ViewOnly viewOnly(*m_services, *m_bridge);
   int accepting = 0;
   bool couldAccept = true;
+  bool boxServes = false;
   m_driver.On(dialog.toLatin1().constData(), [&](const DialogUser& user) {
     for (const QPushButton* button : user.Dialog()->findChildren<QPushButton*>()) {
       if (button->isDefault()) {
@@ -90,6 +92,12 @@ void tst_view_only::DialogsShowButDoNotAccept() {
         couldAccept = button->isEnabled();
       }
     }
+    // A box of Qt's own is no dialog of the component: what it asks is answered as ever.
+    QMessageBox box(QMessageBox::Question, u"Kel"_s, u"?"_s, QMessageBox::Yes, user.Dialog());
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setModal(false);
+    box.show();
+    boxServes = box.button(QMessageBox::Yes)->isEnabled();
     user.Close();
   });
   host::ComponentRequest request;
@@ -99,6 +107,13 @@ void tst_view_only::DialogsShowButDoNotAccept() {
   QCOMPARE(support::ErrorOf([&] { m_bridge->ShowDialog(request); }), 0);
   QCOMPARE(accepting, 1);
   QVERIFY(!couldAccept);
+  QVERIFY(boxServes);
+  // A dialog of nobody's request is left alone.
+  QDialog other;
+  QPushButton close(&other);
+  close.setDefault(true);
+  other.show();
+  QVERIFY(close.isEnabled());
   QCOMPARE(m_database->Id(u"SELECT COUNT(*) FROM BloqueoRegistros"), 0);
 }
 

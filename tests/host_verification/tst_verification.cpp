@@ -1,4 +1,4 @@
-#include "host/services/Session.h"
+#include "host/services/ServiceClasses.h"
 #include "host/verification/CheckBench.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/ComponentLibrary.h"

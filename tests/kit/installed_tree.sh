@@ -36,14 +36,15 @@ searched=$(readelf -d $programs | sed -nE 's/.*r(un)?path: \[(.*)\]/\2/p' | tr :
 export PKG_CONFIG_PATH=$kel/lib/pkgconfig
 options=$(pkg-config --cflags kel)
 headers=$(cd "$kel/include/Kel" && find . -name '*.h' | sed 's|^\./||')
-[ "$(wc -w <<<"$headers")" -ge 17 ] || fail "headers are missing: $headers"
+[ "$(wc -w <<<"$headers")" -ge 27 ] || fail "headers are missing: $headers"
 # shellcheck disable=SC2016,SC2086
 xargs -P 2 -I{} sh -c 'printf "#include <%s>\n#include <%s>\n" {} {} |
   "$0" -std=c++20 -fPIC -fsyntax-only -Wall -Wextra -Werror $1 -x c++ - || { echo "{} does not compile alone"; exit 255; }' \
   "$compiler" "$options" <<<"$headers"
 
 # By pkg-config, and by CMake.
-printf '#include <database/Database.h>\nint main() { return database::CreateConnection({}) ? 0 : 1; }\n' >"$place/one.cpp"
+printf '%s\n' '#include <database/Database.h>' '#include <documents/letter/Paper.h>' \
+  'int main() { return database::CreateConnection({}) && documents::UsualPaper().width > 0 ? 0 : 1; }' >"$place/one.cpp"
 # shellcheck disable=SC2046,SC2086
 quietly "$compiler" -std=c++20 -fPIC $flags "$place/one.cpp" -o "$place/one" $(pkg-config --cflags --libs kel)
 cp -r "$kel/share/doc/libkel-dev/examples" "$place/examples"

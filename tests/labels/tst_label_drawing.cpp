@@ -1,8 +1,8 @@
 #include "framework/HostServices.h"
 #include "labels/BarGeometry.h"
 #include "labels/LabelPreview.h"
-#include "labels/SheetLayout.h"
 #include "labels/SheetPicture.h"
+#include "labels/ShownSheet.h"
 #include "labels/cDibujar.h"
 #include "support/TestHost.h"
 #include "support/TestProgram.h"
@@ -11,9 +11,13 @@
 #include <QPainter>
 #include <QTest>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using namespace labels;
+
+using documents::Micrometres;
+using documents::Sheet;
 
 namespace {
 
@@ -29,10 +33,6 @@ bool Shows(const QImage& image, const QColor& colour) {
     }
   }
   return false;
-}
-
-SheetMeasures Sheet(int totals, int perRow, std::array<Micrometres, MeasureBoxes> measures) {
-  return {.totals = totals, .perRow = perRow, .measures = measures};
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ class tst_label_drawing : public QObject {
   void PropertiesKeepTheirBounds() {
     QImage image(10, 10, QImage::Format_RGB32);
     QPainter painter(&image);
-    cDibujar drawing;
+    labels::cDibujar drawing;
     drawing.Init_Class(painter, area);
     QCOMPARE(drawing.Fila(), 1);
     QCOMPARE(drawing.PorcentajeAnchoLinea(), quint8(80));
@@ -95,7 +95,7 @@ class tst_label_drawing : public QObject {
     image.fill(Qt::white);
     {
       QPainter painter(&image);
-      cDibujar drawing;
+      labels::cDibujar drawing;
       drawing.Init_Class(painter, QRect(10, 20, 40, 40));
       drawing.Init_Class(painter, QRect(0, 0, 1000, 1000));
       drawing.TotalFilas(2);
@@ -120,17 +120,17 @@ class tst_label_drawing : public QObject {
     support::TestHost host;
     objApi() = HostServices(&host.services());
     host.driver.Answer(QMessageBox::Ok);
-    cDibujar().DibujarLinea();
+    labels::cDibujar().DibujarLinea();
     QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|aviso|La clase no ha sido inicializada"_s));
     QCOMPARE(host.driver.TakeProblems(), QStringList());
-    QCOMPARE(host.platform.beeps, 1);
+    QCOMPARE(host.desktop.beeps, 1);
   }
 
   // The preview is a paper in any theme: the selected entry red, the others black, the deleted ones not at all.
   void PreviewInADarkTheme() {
     FieldCollection entries;
     for (const int id : {1, 2, 3}) {
-      auto entry = std::make_shared<cCampo>();
+      auto entry = std::make_shared<labels::cCampo>();
       entry->IDElemento = id;
       entry->Linea = quint8(id);
       entry->Orden = 1;
@@ -175,14 +175,13 @@ class tst_label_drawing : public QObject {
   }
   void SheetsThatFit() {
     QFETCH(QString, sheet);
-    const QStringList texts = sheet.split(u' ');
-    std::array<QString, MeasureBoxes> measures;
-    std::copy(texts.begin() + 2, texts.end(), measures.begin());
-    QTEST(FitText(ReadSheet(texts[0], texts[1], measures)), "words");
+    SheetBoxTexts texts;
+    std::ranges::copy(sheet.split(u' '), texts.begin());
+    QTEST(FitText(ReadSheet(texts), documents::UsualPaper()), "words");
   }
 
   void LabelsOnTheirSheet() {
-    const SheetMeasures sheet = Sheet(5, 2, {70000, 30000, 5000, 4000, 10000, 13000});
+    const Sheet sheet{5, 2, 70000, 30000, 5000, 4000, 10000, 13000};
     const std::vector<QRectF> labels = LabelRectangles(sheet);
     QCOMPARE(labels.size(), std::size_t(5));
     QCOMPARE(labels[0], QRectF(10000, 13000, 70000, 30000));
@@ -196,12 +195,12 @@ class tst_label_drawing : public QObject {
   void PictureOfASheet() {
     SheetPicture picture;
     picture.resize(212, 299);
-    picture.Show(Sheet(4, 2, {70000, 50000, 0, 0, 0, 0}));
+    picture.Show(Sheet{4, 2, 70000, 50000});
     QImage image = picture.grab().toImage();
     const QColor inside = image.pixelColor(35, 25);
     QCOMPARE(image.pixelColor(180, 25), QColor(Qt::white));
     QCOMPARE(image.pixelColor(35, 150), QColor(Qt::white));
-    picture.Show(Sheet(4, 4, {70000, 50000, 0, 0, 0, 0}));
+    picture.Show(Sheet{4, 4, 70000, 50000});
     image = picture.grab().toImage();
     QCOMPARE(image.pixelColor(35, 15), inside);
     QVERIFY(image.pixelColor(175, 15) != inside);

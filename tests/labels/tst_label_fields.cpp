@@ -1,3 +1,4 @@
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Invoke.h"
 #include "support/Expect.h"
@@ -130,7 +131,7 @@ class tst_label_fields : public QObject {
       for (const char* control : {"optCampos_0", "txtCampos_0", "cmdCampos_5"}) {
         QVERIFY(!dialog.IsEnabled(control));
       }
-      QCOMPARE(sheet.host.platform.pointers, (QList<int>{11, 0}));
+      QCOMPARE(sheet.host.desktop.pointers, (QList<int>{11, 0}));
       // Nothing was changed, so nothing is asked.
       dialog.Close();
     }));
@@ -160,7 +161,7 @@ class tst_label_fields : public QObject {
       dialog.Press("cmdCampos_0");
     }));
     QCOMPARE(sheet.Rows(), (QStringList{u"[COLABORADORES].[CP]|3|1|8"_s, u"*D'en x|3|2|0"_s, u"*fin|5|5|0"_s}));
-    QCOMPARE(sheet.host.platform.beeps, 2);
+    QCOMPARE(sheet.host.desktop.beeps, 2);
   }
 
   // The database's keys of entries that were stored, and what each change does to them.
@@ -228,10 +229,10 @@ class tst_label_fields : public QObject {
       refused("cmdCampos_5", u"txtCampos_0"_s);
       QCOMPARE(dialog.Text("txtCampos_2"), u"Dos"_s);
       // Only 1 to 5, one character, each in the place of the one before.
-      sheet.host.platform.beeps = 0;
+      sheet.host.desktop.beeps = 0;
       dialog.Keys("txtCampos_0", u"3062x5"_s);
       QCOMPARE(dialog.Text("txtCampos_0"), u"5"_s);
-      QCOMPARE(sheet.host.platform.beeps, 3);
+      QCOMPARE(sheet.host.desktop.beeps, 3);
       dialog.Press("cmdCampos_6");
       QCOMPARE(dialog.Text("txtCampos_2"), QString());
       dialog.Press("cmdCampos_1");

@@ -1,3 +1,4 @@
+#include "documents/labels/Sheet.h"
 #include "support/Expect.h"
 
 #include <QAbstractButton>
@@ -83,7 +84,7 @@ class tst_label_sheets : public QObject {
       dialog.Press("optEnvioPostal");
       QVERIFY(dialog.IsEnabled("cmdSeleccionar_1"));
       dialog.Press("cmdSeleccionar_0");
-      QCOMPARE(host.platform.helpShown, QStringList(u"/ayuda/kel.html"_s));
+      QCOMPARE(host.desktop.helpShown, QStringList(u"/ayuda/kel.html"_s));
       dialog.Press("cmdSeleccionar_3");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Etiquetas(), action.Agregar(), 0, u"nada"_s));
@@ -153,6 +154,26 @@ class tst_label_sheets : public QObject {
                  "ENVIOPOSTAL= -1  WHERE IDetiqueta= %1"_s.arg(sheet),
                  u"CLOSE"_s}));
     QCOMPARE(Fields(host, sheet), QStringList(u"*Texto|1|1|0"_s));
+  }
+
+  // What a host that prints labels makes of the stored row.
+  void ASheetIsReadFromItsRow() {
+    const TestHost host;
+    const int sheet = MakeSheet(host, false, true);
+    const auto connection = host.Connect();
+    const auto read = [&] {
+      return documents::ReadSheet(*connection->Execute(u"SELECT * FROM ETIQUETAS WHERE IDETIQUETA=%1"_s.arg(sheet)));
+    };
+    QCOMPARE(read(), (documents::Sheet{13, 4, 75000, 29700, 1000, 2000, 5000, 13000}));
+    for (const QString& column :
+         {u"NETIQUETASTOTAL=0"_s, u"ANCHO1ETIQUETA=-1"_s, u"ANCHOSEPARACION=1001"_s, u"ANCHOETIQUETA=1E300"_s}) {
+      connection->Execute(u"UPDATE ETIQUETAS SET %1 WHERE IDETIQUETA=%2"_s.arg(column).arg(sheet));
+      QVERIFY2(!read(), qPrintable(column));
+      connection->Execute(
+          u"UPDATE ETIQUETAS SET NETIQUETASTOTAL=1,ANCHO1ETIQUETA=0,ANCHOSEPARACION=0,ANCHOETIQUETA=6 "
+          "WHERE IDETIQUETA=%1"_s.arg(sheet));
+      QVERIFY(read());
+    }
   }
 
   void PostalToDiskAndBack() {

@@ -13,7 +13,10 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
+
+using labels::UpDown;
 
 namespace {
 
@@ -37,18 +40,22 @@ class Window : public QWidget {
     box->setFocus();
   }
 
-  void Click(int button) const { QTest::mouseClick(spinner->findChildren<QToolButton*>()[button], Qt::LeftButton); }
-  void Turn(int angle) const {
+  void Click(int button) const { QTest::mouseClick(Button(button), Qt::LeftButton); }
+  void Turn(int angle) const { Turn(angle, box); }
+  // As the window system tells it: only then a control that has no use for the wheel passes it on.
+  void Turn(int angle, QWidget* under) const {
     QWheelEvent event({}, {}, {}, {0, angle}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(box, &event);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(under, &event);
   }
+  QToolButton* Button(int button) const { return spinner->findChildren<QToolButton*>()[button]; }
 
   QLineEdit* box = new QLineEdit;
-  UpDown* spinner = new UpDown;
+  labels::UpDown* spinner = new labels::UpDown;
   QLineEdit* other = new QLineEdit;
 
  private:
-  support::TestPlatform m_platform;
+  support::CountingDesktop m_desktop;
 };
 
 }  // namespace
@@ -152,12 +159,13 @@ class tst_number_boxes : public QObject {
     QFETCH(QString, up);
     QFETCH(QString, down);
     const Window window(0, 10);
-    QSignalSpy clicks(window.spinner, &UpDown::Clicked);
+    QSignalSpy clicks(window.spinner, &labels::UpDown::Clicked);
     using Way = std::function<void(bool)>;
     const QList<Way> ways{
         [&](bool isUp) { window.Click(isUp ? 0 : 1); },
         [&](bool isUp) { QTest::keyClick(window.box, isUp ? Qt::Key_Up : Qt::Key_Down); },
         [&](bool isUp) { window.Turn(isUp ? 120 : -120); },
+        [&](bool isUp) { window.Turn(isUp ? 120 : -120, window.Button(0)); },
     };
     for (const Way& way : ways) {
       window.box->setText(text);
@@ -167,7 +175,7 @@ class tst_number_boxes : public QObject {
       way(false);
       QCOMPARE(window.box->text(), down);
     }
-    QCOMPARE(clicks.size(), 6);
+    QCOMPARE(clicks.size(), 8);
   }
 
   void FineWheelsAndWheelsThatPass() {
@@ -179,6 +187,7 @@ class tst_number_boxes : public QObject {
     QCOMPARE(window.box->text(), u"6"_s);
     window.other->setFocus();
     window.Turn(120);
+    window.Turn(120, window.Button(1));
     QCOMPARE(window.box->text(), u"6"_s);
     window.Click(0);
     QCOMPARE(window.box->text(), u"7"_s);

@@ -13,7 +13,7 @@
 class LetterOffice : public support::TestHost {
  public:
   LetterOffice() {
-    platform.printers = 1;
+    desktop.printers = 1;
     qputenv("XDG_DATA_HOME", Path(QStringLiteral("datos")).toUtf8());
   }
 

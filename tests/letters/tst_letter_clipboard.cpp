@@ -1,7 +1,7 @@
 // Text on its way into the letter and out of it.
 
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/LetterEdit.h"
-#include "letters/rtf/Rtf.h"
 #include "support/TestProgram.h"
 
 #include <QApplication>

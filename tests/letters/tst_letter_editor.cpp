@@ -227,6 +227,9 @@ class tst_letter_editor : public QObject {
 
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {
       QCOMPARE(Letter(dialog)->toPlainText(), u"¿Dónde? [Nombre]\nl'any"_s);
+      // What is typed meanwhile takes nothing of the offer away.
+      dialog.Keys("rtfCarta", u"Otra cosa "_s);
+      QVERIFY(dialog.IsVisible("cmdRecuperar") && dialog.IsVisible("cmdDescartar"));
       dialog.Press("cmdRecuperar");
       QCOMPARE(Letter(dialog)->toPlainText(), u"Trabajo ¿Dónde? [Nombre]\nl'any"_s);
       Do(dialog, "mnuArchivoGuardar");
@@ -276,7 +279,7 @@ class tst_letter_editor : public QObject {
       dialog.Key(Qt::Key_Escape);
       QVERIFY(dialog.Dialog()->isVisible());
       dialog.Keys("rtfCarta", u"Trabajo"_s);
-      static_cast<Form*>(dialog.Dialog())->RequestUnload(Form::AppTaskManager);
+      static_cast<framework::Form*>(dialog.Dialog())->RequestUnload(framework::Form::AppTaskManager);
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Nuevo(), 0, 77));
     QCOMPARE(host.driver.TakeBoxes(), QStringList());

@@ -1,12 +1,12 @@
 // Measures and printing: the page on the ground, the lines on the paper.
 
 #include "LetterOffice.h"
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/LetterPage.h"
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/PageGeometry.h"
 #include "letters/editor/cRichTextJustify.h"
-#include "letters/rtf/Rtf.h"
 #include "support/ErrorOf.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -20,6 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
+using letters::cRichTextJustify;
 using letters::Margins;
 using letters::Page;
 using letters::Twips;
@@ -120,13 +121,13 @@ class tst_letter_paper : public QObject {
   void TabStops() {
     QTextEdit edit;
     edit.setPlainText(u"a\tb\nc\td"_s);
-    cRichTextJustify().Settabs(edit, {720, 1440}, 0, 0, 1);
+    letters::cRichTextJustify().Settabs(edit, {720, 1440}, 0, 0, 1);
     const QTextBlockFormat format = edit.document()->begin().blockFormat();
     QCOMPARE(format.tabPositions().size(), 2);
     QCOMPARE(format.tabPositions()[1].position, 96);
     QVERIFY(edit.document()->lastBlock().blockFormat().tabPositions().isEmpty());
     const auto set = [&](const QList<qint32>& stops) {
-      return support::ErrorOf([&] { cRichTextJustify().Settabs(edit, stops, 0, 0, 1); });
+      return support::ErrorOf([&] { letters::cRichTextJustify().Settabs(edit, stops, 0, 0, 1); });
     };
     QCOMPARE(set({}), 9);
     QCOMPARE(set(QList<qint32>(32, 720)), 0);
@@ -222,7 +223,7 @@ class tst_letter_paper : public QObject {
     QTextDocument letter;
     rtf::Read(Prose(40), letter);
     const Margins margins{.left = 4, .right = 2.2, .top = 1.7, .bottom = 3.1};
-    PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    letters::PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
     const QImage page = FirstPage(host);
     QRect ink;
     for (int y = 0; y < page.height(); ++y) {

@@ -1,7 +1,10 @@
 // The editor's window: menus, tool bars, boxes, scroll bars, the menu of markers.
 
 #include "LetterOffice.h"
+#include "documents/markers/Markers.h"
 #include "letters/editor/FieldMenu.h"
+#include "letters/editor/MergeFields.h"
+#include "resources/StringTable.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -349,7 +352,7 @@ class tst_letter_window : public QObject {
     host.driver.Answer(QMessageBox::No);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
     QCOMPARE(host.driver.TakeBoxes()[2], u"Prueba|informacion|No se ha encontrado el texto."_s);
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
   }
 
   void HelpIsTheHosts() {
@@ -357,7 +360,25 @@ class tst_letter_window : public QObject {
     WithALetter(host, [](const DialogUser& dialog) { Do(dialog, "mnuAyudaContenido"); });
     host.driver.Answer(QMessageBox::No);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
-    QCOMPARE(host.platform.helpShown, QStringList(u"/ayuda/kel.html"_s));
+    QCOMPARE(host.desktop.helpShown, QStringList(u"/ayuda/kel.html"_s));
+  }
+
+  // What the menu types, from the string table, is what letters are searched for.
+  void MarkersOfTheMenu() {
+    QStringList typed;
+    for (const letters::FieldItem& item : letters::FieldItems()) {
+      for (const int id : {item.marker, item.velumarMarker}) {
+        typed.append(id == 0 ? QStringList() : QStringList(resources::LoadResString(id)));
+      }
+    }
+    typed.removeDuplicates();
+    QStringList known;
+    for (int marker = 0; marker < documents::markerCount; ++marker) {
+      known.append(documents::TextOf(documents::Marker(marker)));
+    }
+    typed.sort();
+    known.sort();
+    QCOMPARE(known, typed);
   }
 
   void MarkersOfAnInstallation_data() {

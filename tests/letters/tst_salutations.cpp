@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;
@@ -27,7 +28,7 @@ class tst_salutations : public QObject {
       QCOMPARE(dialog.Text(""), u"Propiedades de encabezado"_s);
       QCOMPARE(dialog.Text("lblDescripcion"), u"Sacerdote"_s);
       QCOMPARE(dialog.Text("txtEncabezado"), u"Reverendo padre:"_s);
-      QCOMPARE(host.platform.pointers, (QList<int>{vbHourglass, vbDefault}));
+      QCOMPARE(host.desktop.pointers, (QList<int>{vbHourglass, vbDefault}));
       dialog.Type("txtEncabezado", u"Mossèn d'aquí:"_s);
       dialog.Press("cmdEncabezado_0");
     });
@@ -65,7 +66,7 @@ class tst_salutations : public QObject {
     const QString box = host.driver.Boxes().value(0);
     QVERIFY2(box.startsWith(u"Prueba|critico|Error 3021: "_s), qPrintable(box));
     QVERIFY2(box.endsWith(u"frmEncabezado / CargarDatosBD"_s), qPrintable(box));
-    QCOMPARE(host.platform.pointers.last(), int(vbDefault));
+    QCOMPARE(host.desktop.pointers.last(), int(vbDefault));
     QCOMPARE(host.Recording().Log().last(), u"CLOSE"_s);
   }
 };

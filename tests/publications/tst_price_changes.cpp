@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMessageBox>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 using support::action;
@@ -66,12 +67,12 @@ class tst_price_changes : public QObject {
       QStringList shown;
       host.Recording().SetHook([&, work](const QString& entry) {
         if (entry.startsWith(u"UPDATE Suscripciones")) {
-          shown.append(work->text() + u' ' + QString::number(host.platform.pointers.value(0)));
+          shown.append(work->text() + u' ' + QString::number(host.desktop.pointers.value(0)));
         }
       });
       ChangePrices(dialog);
       QCOMPARE(shown, QStringList(2, u"Actualizando los importes de las suscripciones… 11"_s));
-      QCOMPARE(host.platform.pointers, (QList<int>{vbHourglass, vbDefault}));
+      QCOMPARE(host.desktop.pointers, (QList<int>{vbHourglass, vbDefault}));
     });
     host.driver.Answer(QMessageBox::Yes);
     EXPECT_CLEAN(host, host.PasarDatos(node.Publicaciones(), action.Modificar(), publication));

@@ -14,54 +14,6 @@ class tst_dioceses : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void Adds_data() {
-    QTest::addColumn<QString>("province");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("with a province") << u"Madrid"_s << u"28"_s;
-    QTest::newRow("without one: 0, and the list says so") << QString() << u"0"_s;
-  }
-  void Adds() {
-    QFETCH(QString, province);
-    QFETCH(QString, stored);
-    TestHost host;
-    host.driver.On("frmDiocesis", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Agregar Diócesis"_s);
-      QCOMPARE(dialog.Focused(), u"cboProvincia"_s);
-      QCOMPARE(dialog.Find<QComboBox>("cboProvincia")->currentIndex(), -1);
-      QCOMPARE(dialog.Find<QComboBox>("cboProvincia")->placeholderText(), u" Sin provincia asociada"_s);
-      if (!province.isEmpty()) {
-        dialog.Choose("cboProvincia", province);
-      }
-      dialog.Type("txtDiocesis", u" L'Alcarria "_s);
-      dialog.Press("cmdDiocesis_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Agregar(), 0, 77));
-    QCOMPARE(
-        host.Recording().Log(),
-        (QStringList{u"OPEN"_s, u"SELECT * FROM Provincias WHERE Eliminado=0 ORDER BY Nombre"_s,
-                     u"INSERT INTO Diocesis(Nombre,CodProvincia,Eliminado) VALUES('L''Alcarria',%1,0)"_s.arg(stored),
-                     u"CLOSE"_s}));
-    QCOMPARE(host.Query(u"SELECT CodProvincia, Eliminado FROM Diocesis WHERE Nombre='L''Alcarria'"),
-             QStringList(stored + u"|Falso"_s));
-    QCOMPARE(host.services().property("IDAux"), QVariant(77));
-  }
-
-  void Modifies() {
-    TestHost host;
-    const int id = host.Id(u"SELECT IDDiocesis FROM Diocesis WHERE Nombre='Teruel y Albarracín'");
-    host.driver.On("frmDiocesis", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Propiedades de Teruel y Albarracín"_s);
-      QCOMPARE(dialog.Text("cboProvincia"), u"Teruel"_s);
-      QCOMPARE(host.Query(u"SELECT campoID, ValorID FROM BloqueoRegistros"), QStringList(u"IDDiocesis|%1"_s.arg(id)));
-      dialog.Choose("cboProvincia", u"Cuenca"_s);
-      dialog.Press("cmdDiocesis_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Modificar(), id));
-    QVERIFY(host.Recording().Log().contains(
-        u"UPDATE Diocesis SET Nombre='Teruel y Albarracín', CodProvincia=16 WHERE IDDiocesis=%1"_s.arg(id)));
-    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
-  }
-
   void ADeletedDioceseIsNotShown() {
     TestHost host;
     host.Query(u"UPDATE Diocesis SET Eliminado=-1 WHERE IDDiocesis=1");
@@ -70,21 +22,6 @@ class tst_dioceses : public QObject {
     const QString box = host.driver.Boxes().value(0);
     QVERIFY2(box.startsWith(u"Prueba|critico|Error 3021: "_s), qPrintable(box));
     QVERIFY2(box.endsWith(u"frmDiocesis / Form Load"_s), qPrintable(box));
-  }
-
-  void ABlankNameIsRefused() {
-    TestHost host;
-    host.driver.On("frmDiocesis", [](const DialogUser& dialog) {
-      dialog.Type("txtDiocesis", u"  "_s);
-      dialog.Press("cmdDiocesis_0");
-      QCOMPARE(dialog.Focused(), u"txtDiocesis"_s);
-      dialog.Press("cmdDiocesis_1");
-    });
-    host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Agregar(), 0, 77));
-    QCOMPARE(host.driver.Boxes(), QStringList(u"Prueba|informacion|Faltan datos por rellenar"_s));
-    QCOMPARE(host.services().property("IDAux"), QVariant(0));
-    QCOMPARE(host.Recording().Writes(), QStringList());
   }
 
   // On behalf of another dialog the province is the caller's.
@@ -105,6 +42,8 @@ class tst_dioceses : public QObject {
       QCOMPARE(dialog.IsVisible("cmdNProvincia"), fixed == 0);
       QCOMPARE(dialog.Text("lblProvinciaFija"), shown);
       if (fixed == 0) {
+        QCOMPARE(dialog.Focused(), u"cboProvincia"_s);
+        QCOMPARE(dialog.Find<QComboBox>("cboProvincia")->placeholderText(), u" Sin provincia asociada"_s);
         dialog.Choose("cboProvincia", u"Madrid"_s);
       }
       dialog.Type("txtDiocesis", u"Nueva"_s);
@@ -139,15 +78,6 @@ class tst_dioceses : public QObject {
     QCOMPARE(host.Query(u"SELECT Provincias.Nombre FROM Diocesis INNER JOIN Provincias ON "
                         u"Diocesis.CodProvincia=Provincias.IDProvincia WHERE IDDiocesis=1"),
              QStringList(u"Trasmiera"_s));
-  }
-
-  void AFailedWriteReachesTheHost() {
-    TestHost host;
-    host.Recording().FailAt(u"UPDATE Diocesis"_s);
-    host.driver.On("frmDiocesis", [](const DialogUser& dialog) { dialog.Press("cmdDiocesis_0"); });
-    EXPECT_ERROR(host, host.PasarDatos(node.Diocesis(), action.Modificar(), 1), -2147467259);
-    QCOMPARE(host.driver.Boxes(), QStringList());
-    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
   }
 };
 

@@ -3,7 +3,6 @@
 
 #include "platform/automation/ClassRegistry.h"
 
-#include <QLineEdit>
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -73,40 +72,6 @@ class tst_collectors : public QObject {
     Witness::failing.clear();
   }
 
-  void Adds() {
-    TestHost host;
-    host.driver.On("frmCobrador", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Agregar colectora"_s);
-      dialog.Type("txtCobrador_0", u" Ana "_s);
-      dialog.Type("txtCobrador_1", u"O'Donnell"_s);
-      dialog.Type("txtCobrador_2", u"Ruiz"_s);
-      dialog.Type(nif, u"12345678z"_s);
-      dialog.Type("txtCobrador_4", u"Mayor, 1"_s);
-      dialog.Type("txtCobrador_5", u"Olot"_s);
-      dialog.Press("cmdCobrador_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Agregar(), 0, 77));
-    QCOMPARE(host.Recording().Writes(),
-             QStringList(u"INSERT INTO Cobradores (Nombre, Apellido1, Apellido2, NIF, Direccion, Poblacion) "
-                         "VALUES('Ana','O''Donnell','Ruiz','12345678Z','Mayor, 1','Olot')"_s));
-    QCOMPARE(Requested(host, "IDAux"), 77);
-  }
-
-  void ModifiesWithoutALock() {
-    TestHost host;
-    const int id = MakeCollector(host);
-    host.driver.On("frmCobrador", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Propiedades de la colectora"_s);
-      QCOMPARE(Boxes(dialog), u"Ana|Ruiz||12345678z|Calle Mayor, 1|"_s);
-      dialog.Type("txtCobrador_5", u"L'Escala"_s);
-      dialog.Press("cmdCobrador_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Modificar(), id));
-    QCOMPARE(host.Recording().Writes(),
-             QStringList(u"UPDATE Cobradores SET Nombre='Ana',Apellido1='Ruiz',Apellido2='',NIF='12345678Z',"
-                         "Direccion='Calle Mayor, 1',Poblacion='L''Escala' WHERE Cobradores.IDCobrador=%1"_s.arg(id)));
-  }
-
   void ClosingNeverAsks() {
     TestHost host;
     const int id = MakeCollector(host);
@@ -120,29 +85,6 @@ class tst_collectors : public QObject {
       QCOMPARE(host.Query(u"SELECT Nombre FROM Cobradores"), QStringList(u"Ana"_s));
       QCOMPARE(Requested(host, "IDAux"), 77);
     }
-  }
-
-  void OnlyTheNameIsNeeded() {
-    TestHost host;
-    automation::RegisterClass(u"KelAPI.cPrincipal"_s, [&] { return std::make_unique<Witness>(host.session); });
-    host.driver.On("frmCobrador", [&](const DialogUser& dialog) {
-      dialog.Type("txtCobrador_0", u"  "_s);
-      dialog.Type(nif, u"1"_s);
-      host.driver.Answer(QMessageBox::Ok);
-      dialog.Press("cmdCobrador_0");
-      QCOMPARE(dialog.Focused(), u"txtCobrador_0"_s);
-      dialog.Type("txtCobrador_0", u"Ana"_s);
-      host.driver.Answer(QMessageBox::Ok);
-      dialog.Press("cmdCobrador_0");
-      QCOMPARE(dialog.Focused(), QString::fromLatin1(nif));
-      dialog.Type(nif, {});
-      dialog.Press("cmdCobrador_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Cobradores(), action.Agregar()));
-    QCOMPARE(host.driver.Boxes(), (QStringList{u"Prueba|aviso|¡Debe introducir datos en el campo nombre!"_s,
-                                               u"Prueba|aviso|El NIF introducido es incorrecto"_s}));
-    QCOMPARE(Witness::checked, QStringList(u"00000001"_s));
-    QCOMPARE(host.Query(u"SELECT Nombre FROM Cobradores"), QStringList(u"Ana"_s));
   }
 
   void AnotherActionShowsAnEmptyDialog() {
@@ -160,7 +102,7 @@ class tst_collectors : public QObject {
       QCOMPARE(host.Recording().Writes(), QStringList());
       QCOMPARE(Requested(host, "IDAux"), 77);
     }
-    QCOMPARE(host.platform.beeps, 2);
+    QCOMPARE(host.desktop.beeps, 2);
     QCOMPARE(host.driver.Boxes(),
              QStringList(2, u"Prueba|critico|No se han especificado alguno de los parámetros requeridos"_s));
   }
@@ -190,7 +132,7 @@ class tst_collectors : public QObject {
       for (const QChar key : typed) {
         key == u'\b' ? dialog.Key(Qt::Key_Backspace) : dialog.Keys(nif, key);
       }
-      QTEST(host.platform.beeps, "beeps");
+      QTEST(host.desktop.beeps, "beeps");
       QVERIFY(!dialog.IsVisible("cmdLetra"));
       dialog.Find("txtCobrador_4")->setFocus(Qt::TabFocusReason);
       QCOMPARE(dialog.Text(nif), left);
@@ -213,11 +155,11 @@ class tst_collectors : public QObject {
   }
 
   void CheckLettersOfPublishedNumbers() {
-    QCOMPARE(NationalIdentityLetter(u"54362315"_s), u'K');
-    QCOMPARE(NationalIdentityLetter(u"00000000"_s), u'T');
-    QCOMPARE(NationalIdentityLetter(u"99999999"_s), u'R');
-    QVERIFY(NationalIdentityLetter(u"1234567"_s).isNull());
-    QVERIFY(NationalIdentityLetter(u"X1234567"_s).isNull());
+    QCOMPARE(remittances::NationalIdentityLetter(u"54362315"_s), u'K');
+    QCOMPARE(remittances::NationalIdentityLetter(u"00000000"_s), u'T');
+    QCOMPARE(remittances::NationalIdentityLetter(u"99999999"_s), u'R');
+    QVERIFY(remittances::NationalIdentityLetter(u"1234567"_s).isNull());
+    QVERIFY(remittances::NationalIdentityLetter(u"X1234567"_s).isNull());
   }
 
   // Under the procedure's own name, through a services object of its own; the dialog stays open.

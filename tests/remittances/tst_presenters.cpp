@@ -40,65 +40,12 @@ void TypeNumber(const DialogUser& dialog, const char* box, const QString& number
   dialog.Find("txtNombre")->setFocus(Qt::TabFocusReason);
 }
 
-void FillParty(const DialogUser& dialog, const QString& suffix) {
-  dialog.Type("txtNombre", u"Cáritas"_s);
-  dialog.Type("txtNIF", u"A11111119"_s);
-  dialog.Type("txtSufijo", suffix);
-}
-
 }  // namespace
 
 class tst_presenters : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void AddsWhatWasTyped() {
-    TestHost host;
-    const Banks banks(host);
-    host.driver.On("frmPresentador", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Agregar presentador"_s);
-      QCOMPARE(Place(dialog), u"|||"_s);
-      dialog.Type("txtNombre", u" L'Orde "_s);
-      dialog.Type("txtNIF", u"a-11111119"_s);
-      dialog.Type("txtSufijo", u"7"_s);
-      dialog.Type("txtNEntidad", u"100"_s);
-      dialog.Type("txtNSucursal", u"5"_s);
-      QCOMPARE(Place(dialog), u"Banco del Sur|0100||5"_s);
-      dialog.Press("cmdAceptar");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar(), 0, 77));
-    QCOMPARE(host.Recording().Writes(),
-             QStringList(u"INSERT INTO Presentadores(Nombre,Nif,Sufijo,CodBanco,CodSucursal) "
-                         "VALUES ('L''Orde','a-11111119','007',%1,%2)"_s.arg(banks.south)
-                             .arg(banks.southMarket)));
-    QCOMPARE(Requested(host, "IDAux"), 77);
-  }
-
-  // The record's own suffix may be another one's, too: only a change is asked about.
-  void ModifiesWithoutAskingAboutTheSameSuffix() {
-    TestHost host;
-    const Banks banks(host);
-    const int id = banks.Presenter(u"Uno"_s, u"001"_s, banks.north, banks.northPort);
-    banks.Presenter(u"Otro"_s, u"001"_s, banks.north, banks.northPort);
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Propiedades del presentador"_s);
-      QCOMPARE(dialog.Text("txtNIF"), u"A11111119"_s);
-      QCOMPARE(dialog.Text("txtSufijo"), u"001"_s);
-      QCOMPARE(Place(dialog), u"Banco del Norte|0049|Puerto|0002"_s);
-      QCOMPARE(host.Query(u"SELECT campoID, ValorID FROM BloqueoRegistros"),
-               QStringList(u"IDPresentador|%1"_s.arg(id)));
-      dialog.Type("txtNombre", u"D'Or"_s);
-      dialog.Press("cmdAceptar");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Modificar(), id));
-    QVERIFY(host.Recording().Log().contains(
-        u"UPDATE Presentadores SET Nombre='D''Or',Nif='A11111119',Sufijo='001', CodBanco=%1, CodSucursal=%2 "
-        "WHERE idPresentador=%3"_s.arg(banks.north)
-            .arg(banks.northPort)
-            .arg(id)));
-    QCOMPARE(host.Query(u"SELECT * FROM BloqueoRegistros"), QStringList());
-  }
-
   void BothWaysOfChoosingStayInStep() {
     TestHost host;
     const Banks banks(host);
@@ -173,7 +120,7 @@ class tst_presenters : public QObject {
         key == u'\b' ? dialog.Key(Qt::Key_Backspace) : dialog.Keys(box, key);
       }
       QTEST(dialog.Text(box), "kept");
-      QTEST(host.platform.beeps, "beeps");
+      QTEST(host.desktop.beeps, "beeps");
       dialog.Find("txtNombre")->setFocus(Qt::TabFocusReason);
       QTEST(dialog.Text(box), "left");
       dialog.Paste(box, u"ab1c"_s);
@@ -181,53 +128,6 @@ class tst_presenters : public QObject {
       dialog.Press("cmdCancelar");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
-  }
-
-  void MissingDataInOrder() {
-    TestHost host;
-    const Banks banks(host);
-    QStringList focused;
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      const auto press = [&] {
-        host.driver.Answer(QMessageBox::Ok);
-        dialog.Press("cmdAceptar");
-        focused.append(dialog.Focused());
-      };
-      dialog.Type("txtNombre", u"  "_s);
-      press();
-      dialog.Type("txtNombre", u"Uno"_s);
-      press();
-      dialog.Type("txtNIF", u"A11111119"_s);
-      press();
-      dialog.Type("txtSufijo", u"1"_s);
-      press();
-      dialog.Type("txtNEntidad", u"9999"_s);
-      press();
-      dialog.Type("txtNEntidad", u"49"_s);
-      press();
-      dialog.Press("cmdCancelar");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
-    QCOMPARE(focused.join(u' '), u"txtNombre txtNIF txtSufijo cboBancos cboBancos cboSucursales"_s);
-    QCOMPARE(host.driver.Boxes(), QStringList(6, missingData));
-    QCOMPARE(host.Recording().Writes(), QStringList());
-  }
-
-  void OnBehalfOfAnotherDialog() {
-    TestHost host;
-    const Banks banks(host);
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Presentador"_s);
-      QCOMPARE(Place(dialog), u"|||"_s);
-      QCOMPARE(dialog.Items("cboBancos").size(), 2);
-      FillParty(dialog, u"1"_s);
-      dialog.Choose("cboBancos", u"Banco del Sur"_s);
-      dialog.Choose("cboSucursales", u"Mercado"_s);
-      dialog.Press("cmdAceptar");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Nuevo(), 5));
-    QCOMPARE(Requested(host, "IDAux"), host.Id(u"SELECT MAX(IDPresentador) FROM Presentadores"));
-    QCOMPARE(host.Recording().Log().filter(u"BloqueoRegistros"_s), QStringList());
   }
 
   void ANewBankIsChosenAndTheRequestPutBack() {
@@ -315,22 +215,6 @@ class tst_presenters : public QObject {
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Modificar(), id));
     QCOMPARE(host.driver.Boxes(), QStringList(missingData));
-  }
-
-  void ALongNameWithQuotes() {
-    TestHost host;
-    const Banks banks(host);
-    const QString name = QString(u"\"'"_s).repeated(5000);
-    host.driver.On("frmPresentador", [&](const DialogUser& dialog) {
-      dialog.Paste("txtNombre", name);
-      dialog.Type("txtNIF", u"A11111119"_s);
-      dialog.Type("txtSufijo", u"1"_s);
-      dialog.Choose("cboBancos", u"Banco del Sur"_s);
-      dialog.Choose("cboSucursales", u"Mercado"_s);
-      dialog.Press("cmdAceptar");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.Presentadores(), action.Agregar()));
-    QCOMPARE(host.Query(u"SELECT Nombre FROM Presentadores"), QStringList(name));
   }
 };
 

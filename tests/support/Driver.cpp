@@ -295,7 +295,7 @@ void Driver::OnDialog(QDialog* dialog) {
     }
   }
   if (open && open->isVisible()) {
-    open->done(QDialog::Rejected);
+    m_end(*open);
   }
 }
 

@@ -78,6 +78,9 @@ class Driver : public QObject {
   /// The next message box is closed by its close box or Escape.
   void AnswerByClosing();
 
+  /// How a dialog ends that its script left open, unless by QDialog::done.
+  void EndBy(std::function<void(QDialog&)> end) { m_end = std::move(end); }
+
   /// Boxes shown so far, a line each: "title|icon|text", with icon one of ninguno, informacion, aviso, critico,
   /// pregunta, and "|further text" where a box has one. A box whose text is not plain is a problem.
   QStringList Boxes() const { return m_boxes; }
@@ -104,6 +107,7 @@ class Driver : public QObject {
   };
   QList<PlannedAnswer> m_answers;
   QList<PlannedScript> m_scripts;
+  std::function<void(QDialog&)> m_end = [](QDialog& dialog) { dialog.done(QDialog::Rejected); };
   QStringList m_boxes;
   QStringList m_problems;
 };

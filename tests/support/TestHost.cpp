@@ -1,6 +1,8 @@
 #include "support/TestHost.h"
 
 #include "entry/PublishedClasses.h"
+#include "framework/Form.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Invoke.h"
@@ -9,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace support {
 
-void TestPlatform::ShowHelp(const QString& file, const QString& /*title*/) {
+void CountingDesktop::ShowHelp(const QString& file, const QString& /*title*/) {
   helpShown.append(file);
 }
 
@@ -32,14 +34,25 @@ void TestHost::Start() {
   session.userKind = 1;
   session.settingsFile = Path(u"ajustes.ini"_s);
   host::RegisterClasses(session);
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::RegisterClass(published.progId, published.create);
   }
   m_services = std::make_unique<host::cPrincipal>(session);
+  driver.EndBy(End);
+}
+
+// Unloaded, without a question, or it would be in use for every later request.
+void TestHost::End(QDialog& dialog) {
+  auto* form = qobject_cast<framework::Form*>(&dialog);
+  if (form != nullptr) {
+    form->RequestUnload(framework::Form::FormCode);
+  } else {
+    dialog.done(QDialog::Rejected);
+  }
 }
 
 TestHost::~TestHost() {
-  for (const PublishedClass& published : PublishedClasses()) {
+  for (const entry::PublishedClass& published : entry::PublishedClasses()) {
     automation::UnregisterClass(published.progId);
   }
   host::UnregisterClasses();

@@ -4,8 +4,8 @@
 #include "support/RecordingConnection.h"
 #include "support/TestDatabase.h"
 
-#include "framework/Platform.h"
-#include "host/services/Session.h"
+#include "framework/Desktop.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/automation/Error.h"
 
@@ -13,17 +13,17 @@
 
 namespace support {
 
-/// The platform of a test: real message boxes, counted beeps, as many printers as the test wants.
-class TestPlatform : public Platform {
+/// The desktop of a test: real message boxes, counted beeps, as many printers as the test wants.
+class CountingDesktop : public framework::Desktop {
  public:
-  TestPlatform() { Install(this); }
-  TestPlatform(const TestPlatform&) = delete;
-  TestPlatform& operator=(const TestPlatform&) = delete;
-  ~TestPlatform() override { Install(nullptr); }
+  CountingDesktop() { Install(this); }
+  CountingDesktop(const CountingDesktop&) = delete;
+  CountingDesktop& operator=(const CountingDesktop&) = delete;
+  ~CountingDesktop() override { Install(nullptr); }
 
   void Beep() override { ++beeps; }
   int PrinterCount() override { return printers; }
-  void SetMousePointer(MousePointer pointer) override { pointers.append(pointer); }
+  void SetMousePointer(framework::MousePointer pointer) override { pointers.append(pointer); }
   void ShowHelp(const QString& file, const QString& title) override;
 
   int beeps = 0;
@@ -51,11 +51,12 @@ class TestHost : public TestDatabase {
   RecordingConnection& Recording() { return *m_recording; }
   host::cPrincipal& services() { return *m_services; }
   Driver driver;
-  TestPlatform platform;
+  CountingDesktop desktop;
 
  private:
   std::optional<automation::Error> Call(const char* method);
   void Start();
+  static void End(QDialog& dialog);
 
   std::unique_ptr<adodb::Connection> m_real;
   std::unique_ptr<RecordingConnection> m_recording;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/TestGuard.h"
+
 #include <QObject>
 
 #include <functional>
@@ -21,6 +23,6 @@ bool AddHelper(const char* name, Helper helper);
 }  // namespace support
 
 #define KEL_TEST(Class) \
-  static const bool added##Class = support::AddTest(#Class, [] { return std::make_unique<Class>(); })
+  static const bool added##Class = support::AddTest(#Class, [] { return std::make_unique<support::Guarded<Class>>(); })
 
 #define KEL_TEST_HELPER(name, function) static const bool added##name = support::AddHelper("--" #name, function)

@@ -22,54 +22,6 @@ class tst_community_deductions : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void AddsTheSamePairTwice_data() {
-    QTest::addColumn<int>("requested");
-    QTest::newRow("add") << int(action.Agregar());
-    QTest::newRow("on behalf of another: nothing is handed back") << int(action.Nuevo());
-  }
-  void AddsTheSamePairTwice() {
-    QFETCH(int, requested);
-    TestHost host;
-    for (int i = 0; i < 2; ++i) {
-      host.driver.On("frmDeduccionComunidad", [](const DialogUser& dialog) {
-        QCOMPARE(dialog.Text(""), u"Nueva comunidad"_s);
-        // Every opening starts clean.
-        QCOMPARE(dialog.Find<QComboBox>("cboComunidad")->currentIndex(), -1);
-        QCOMPARE(dialog.Find<QComboBox>("cboDeduccion")->currentIndex(), -1);
-        QCOMPARE(dialog.Items("cboDeduccion").mid(0, 3), (QStringList{u"10"_s, u"15"_s, u"20"_s}));
-        dialog.Choose("cboComunidad", u"La Rioja"_s);
-        dialog.Choose("cboDeduccion", u"40"_s);
-        dialog.Press("cmdAceptar");
-      });
-      EXPECT_CLEAN(host, host.PasarDatos(node.DeduccionesComunidad(), requested, 0, 77));
-      QCOMPARE(host.services().property("IDAux"), QVariant(77));
-    }
-    const int rioja = host.Id(u"SELECT IDComunidad FROM ComunidadAutonoma WHERE Nombre='La Rioja'");
-    QCOMPARE(host.Recording().Log(),
-             (QStringList{
-                 u"OPEN"_s, u"SELECT IDComunidad,Nombre FROM ComunidadAutonoma WHERE Eliminado=0"_s,
-                 u"SELECT TipoDeducciones.IDTipoDeduccion,TipoDeducciones.Porcentaje FROM TipoDeducciones "
-                 "WHERE Eliminado=0  ORDER BY Porcentaje"_s,
-                 u"INSERT INTO Deduccion_Comunidad(CodComunidad,CodDeduccion) VALUES(%1,%2)"_s.arg(rioja).arg(forty),
-                 u"CLOSE"_s}));
-    QCOMPARE(host.Query(u"SELECT CodDeduccion FROM Deduccion_Comunidad WHERE CodComunidad={}", rioja).size(), 2);
-  }
-
-  void MissingChoicesAreRefusedInOrder() {
-    TestHost host;
-    host.driver.On("frmDeduccionComunidad", [](const DialogUser& dialog) {
-      dialog.Press("cmdAceptar");
-      dialog.Choose("cboComunidad", u"La Rioja"_s);
-      dialog.Press("cmdAceptar");
-      dialog.Press("cmdCancelar");
-    });
-    host.driver.Answer(QMessageBox::Ok);
-    host.driver.Answer(QMessageBox::Ok);
-    EXPECT_CLEAN(host, host.PasarDatos(node.DeduccionesComunidad(), action.Agregar()));
-    QCOMPARE(host.driver.Boxes(), (QStringList{u"Prueba|informacion|Debe introducir alguna comunidad autónoma."_s,
-                                               u"Prueba|informacion|Debe seleccionar alguna deducción."_s}));
-  }
-
   void ModifiesWithANewCommunityAndANewPercentage() {
     TestHost host;
     host.Query(u"INSERT INTO Deduccion_Comunidad(CodComunidad,CodDeduccion) VALUES(3,{})", eighty);
@@ -119,6 +71,26 @@ class tst_community_deductions : public QObject {
       dialog.Close();
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.DeduccionesComunidad(), action.Agregar()));
+  }
+
+  void AFailedWriteOfACommunityKeepsWhatWasTyped() {
+    TestHost host;
+    host.Recording().FailAt(u"INSERT INTO ComunidadAutonoma"_s);
+    host.driver.On("frmComunidadAutonoma", [&](const DialogUser& dialog) {
+      dialog.Type("txtComunidad", u"Enlloc"_s);
+      dialog.Type("txtCodigo", u"9a9"_s);
+      // A letter is not taken, without a sound.
+      QCOMPARE(host.platform.beeps, 0);
+      dialog.Press("cmdAceptar");
+      QCOMPARE(dialog.Text("txtComunidad"), u"Enlloc"_s);
+      host.Recording().FailAt({});
+      dialog.Press("cmdAceptar");
+    });
+    host.driver.Answer(QMessageBox::Ok);
+    EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Agregar(), 0, 77));
+    QCOMPARE(host.services().property("IDAux"), QVariant(77));
+    QVERIFY(host.driver.Boxes().value(0).startsWith(u"Prueba|critico|Error -2147467259: sin conexión"_s));
+    QCOMPARE(host.Query(u"SELECT Codigo FROM ComunidadAutonoma WHERE Nombre='Enlloc'"), QStringList(u"99"_s));
   }
 };
 

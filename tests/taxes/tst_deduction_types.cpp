@@ -20,41 +20,6 @@ class tst_deduction_types : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void AddsAndReadsTheKeyAfterTheCommit() {
-    TestHost host;
-    host.driver.On("frmTipoDeduccion", [](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Agregar tipo de deducción"_s);
-      dialog.Type("txtDeduccion", u"66"_s);
-      dialog.Press("cmdDeduccion_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), action.Nuevo()));
-    QCOMPARE(
-        host.Recording().Log(),
-        (QStringList{u"OPEN"_s, u"SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=66 AND Eliminado=0"_s,
-                     u"BEGIN"_s, u"INSERT INTO TipoDeducciones (Porcentaje) VALUES ('66')"_s, u"COMMIT"_s,
-                     u"SELECT MAX(IDTipoDeduccion) AS IDTipoDeduccion FROM TipoDeducciones"_s, u"CLOSE"_s}));
-    QCOMPARE(host.services().property("IDAux").toInt(),
-             host.Id(u"SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=66"));
-  }
-
-  void Modifies() {
-    TestHost host;
-    host.driver.On("frmTipoDeduccion", [&](const DialogUser& dialog) {
-      QCOMPARE(dialog.Text(""), u"Propiedades del tipo de deducción"_s);
-      QCOMPARE(dialog.Text("txtDeduccion"), u"40"_s);
-      QCOMPARE(host.Query(u"SELECT campoID, ValorID FROM BloqueoRegistros"), QStringList(u"IDTipoDeduccion|2"_s));
-      dialog.Type("txtDeduccion", u"100"_s);
-      dialog.Press("cmdDeduccion_0");
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node.TipoDeduccion(), action.Modificar(), forty, 77));
-    QVERIFY(host.Recording().Log().contains(
-        u"SELECT IDTipoDeduccion FROM TipoDeducciones WHERE Porcentaje=100 AND IDTipoDeduccion <> 2"_s));
-    QVERIFY(
-        host.Recording().Log().contains(u"UPDATE TipoDeducciones SET Porcentaje = 100 WHERE IDTipoDeduccion = 2"_s));
-    QVERIFY(!host.Recording().Log().contains(u"BEGIN"_s));
-    QCOMPARE(host.services().property("IDAux"), QVariant(77));
-  }
-
   void Accept_data() {
     QTest::addColumn<int>("requested");
     QTest::addColumn<QString>("typed");
@@ -105,7 +70,7 @@ class tst_deduction_types : public QObject {
     host.driver.On("frmTipoDeduccion", [&](const DialogUser& dialog) {
       dialog.Type("txtDeduccion", u"6,5%"_s);
       QCOMPARE(dialog.Text("txtDeduccion"), u"65"_s);
-      QCOMPARE(host.platform.beeps, 2);
+      QCOMPARE(host.desktop.beeps, 2);
       dialog.Key(Qt::Key_Backspace);
       QCOMPARE(dialog.Text("txtDeduccion"), u"6"_s);
       dialog.Paste("txtDeduccion", u"1 OR 1=1"_s);

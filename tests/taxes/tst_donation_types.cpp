@@ -129,7 +129,7 @@ class tst_donation_types : public QObject {
     const QString choose = u"Prueba|aviso|¡Debe seleccionar un porcentaje de la lista!"_s;
     QCOMPARE(host.driver.Boxes(),
              (QStringList{choose, choose, u"Prueba|aviso|¡Debe introducir datos en el campo finalidad!"_s}));
-    QCOMPARE(host.platform.beeps, 3);
+    QCOMPARE(host.desktop.beeps, 3);
   }
 
   void ThePriorityBoxWritesPercentages() {

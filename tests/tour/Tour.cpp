@@ -1,5 +1,6 @@
 #include "tour/Tour.h"
 
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"

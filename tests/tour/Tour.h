@@ -4,7 +4,7 @@
 #include "support/RecordingConnection.h"
 
 #include "database/Database.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "host/services/cPrincipal.h"
 #include "platform/adodb/Statement.h"
 

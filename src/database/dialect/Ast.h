@@ -42,6 +42,13 @@ struct Expression {
   int depth = 1;  ///< Levels of the tree from here down, subqueries not counted.
   std::vector<std::unique_ptr<Expression>> operands;
   std::unique_ptr<Select> select;
+
+  /// A literal, perhaps with signs in front; no token for anything else.
+  struct SignedLiteral {
+    const Token* token = nullptr;
+    bool negated = false;
+  };
+  SignedLiteral AsLiteral() const;
 };
 
 using ExpressionPtr = std::unique_ptr<Expression>;

@@ -2,9 +2,8 @@
 
 #include "database/Errors.h"
 
-#include <array>
-#include <charconv>
 #include <span>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -12,15 +11,7 @@ namespace database {
 
 namespace {
 
-QString Call(QStringView function, const QString& argument) {
-  return u"%1(%2)"_s.arg(function, argument);
-}
-
-QString Collated(const QString& sql) {
-  return u"(%1 COLLATE %2)"_s.arg(sql, engine::collation);
-}
-
-Fragment Predicate(QString sql) {
+Fragment Predicate(SqlText sql) {
   Fragment fragment;
   fragment.sql = std::move(sql);
   fragment.type = ValueType::Boolean;
@@ -28,35 +19,24 @@ Fragment Predicate(QString sql) {
   return fragment;
 }
 
-Fragment TextExpression(const QString& sql) {
-  Fragment fragment;
-  fragment.sql = Collated(sql);
-  fragment.type = ValueType::Text;
-  fragment.isCollated = true;
-  return fragment;
-}
-
-Fragment NumberExpression(QString sql, ValueType type = ValueType::Number) {
+Fragment NumberExpression(SqlText sql, ValueType type = ValueType::Number) {
   Fragment fragment;
   fragment.sql = std::move(sql);
   fragment.type = type;
   return fragment;
 }
 
-// A literal, perhaps with signs in front.
-const Token* LiteralOf(const Expression& expression, bool& negated) {
-  const Expression* inner = &expression;
-  negated = false;
-  while (inner->kind == ExpressionKind::Negation) {
-    negated = !negated;
-    inner = inner->operands.front().get();
-  }
-  return inner->kind == ExpressionKind::Literal ? &inner->token : nullptr;
+// A literal as a parameter; `column` is for error texts.
+SqlText Bind(Expression::SignedLiteral literal, Conversion conversion, const Column* column = nullptr,
+             ParameterKind textKind = ParameterKind::Text) {
+  const bool isText =
+      conversion == Conversion::Text || (conversion == Conversion::Verbatim && literal.token->kind == TokenKind::Text);
+  return SqlText::Parameter(
+      {literal.token->literal, literal.negated, conversion, isText ? textKind : ParameterKind::Number, column});
 }
 
 bool IsLiteral(const Expression& expression) {
-  bool negated = false;
-  return LiteralOf(expression, negated) != nullptr;
+  return expression.AsLiteral().token != nullptr;
 }
 
 bool IsTextLiteral(const Expression& expression) {
@@ -88,76 +68,47 @@ Conversion ConversionBeside(ValueType type) {
   }
 }
 
-QStringView StoringFunction(ColumnType type) {
-  switch (ConversionFor(type)) {
-    case Conversion::Text:
-      return engine::toText;
-    case Conversion::Boolean:
-      return engine::toBoolean;
-    case Conversion::Decimal:
-      return engine::toDecimal;
-    case Conversion::Money:
-      return engine::toMoney;
-    default:
-      return engine::toInteger;
-  }
-}
-
-// Fills a function's form; what an argument holds is not looked at again.
-QString Filled(QStringView form, const QStringList& arguments) {
-  QString sql;
-  for (qsizetype i = 0; i < form.size(); ++i) {
-    if (form[i] != u'%') {
-      sql += form[i];
-      continue;
-    }
-    const QChar which = form[++i];
-    sql += which == u'*' ? arguments.join(u", "_s) : arguments[which.digitValue() - 1];
-  }
-  return sql;
-}
-
-// The terms of a long chain as a balanced tree, whose depth the engine takes.
-QString Balanced(std::span<const QString> terms, QStringView word) {
+// The terms of a long chain as a balanced tree, whose depth an engine takes.
+SqlText Balanced(std::span<const SqlText> terms, QStringView word) {
   if (terms.size() == 1) {
     return terms.front();
   }
   const std::size_t half = terms.size() / 2;
-  return u"(%1 %2 %3)"_s.arg(Balanced(terms.first(half), word), word, Balanced(terms.subspan(half), word));
+  return SqlText::Filled(u"(%1 %2 %3)",
+                         {Balanced(terms.first(half), word), word.toString(), Balanced(terms.subspan(half), word)});
+}
+
+SqlText PerhapsNot(bool negated, const QString& word) {
+  return negated ? u"NOT "_s + word : word;
 }
 
 }  // namespace
 
-QString QuotedName(QStringView name) {
-  QString quoted = name.toString();
-  quoted.replace(u'"', u"\"\""_s);
-  return u'"' + quoted + u'"';
+Fragment ExpressionWriter::TextExpression(const SqlText& sql) const {
+  Fragment fragment;
+  fragment.sql = m_target.Collated(sql);
+  fragment.type = ValueType::Text;
+  fragment.isCollated = true;
+  return fragment;
 }
 
-QString ExpressionWriter::Bind(const Token& literal, bool negated, Conversion conversion, const Column* column) {
-  m_plan.bindings.push_back({literal.literal, negated, conversion, column == nullptr ? QString() : column->name});
-  std::array<char, 24> text = {'?'};
-  const char* end = std::to_chars(text.begin() + 1, text.end(), m_plan.bindings.size()).ptr;
-  return QString::fromLatin1(text.data(), end - text.data());
-}
-
-QString ExpressionWriter::WriteCondition(const Expression& expression, const Scope& scope) {
-  return Write(expression, scope).sql;
+SqlText ExpressionWriter::WriteCondition(const Expression& expression, const Scope& scope) {
+  Fragment fragment = Write(expression, scope);
+  return fragment.isPredicate ? std::move(fragment.sql) : m_target.ConditionOf(fragment);
 }
 
 Fragment ExpressionWriter::WriteValue(const Expression& expression, const Scope& scope) {
   Fragment fragment = Write(expression, scope);
   if (fragment.isPredicate) {
-    fragment.sql = u"(-%1)"_s.arg(fragment.sql);
+    fragment.sql = m_target.ValueOf(fragment.sql);
     fragment.isPredicate = false;
   }
   return fragment;
 }
 
-QString ExpressionWriter::WriteStored(const Expression& expression, const Column& column, const Scope& scope) {
-  bool negated = false;
-  if (const Token* literal = LiteralOf(expression, negated)) {
-    return Bind(*literal, negated, ConversionFor(column.type), &column);
+SqlText ExpressionWriter::WriteStored(const Expression& expression, const Column& column, const Scope& scope) {
+  if (const auto literal = expression.AsLiteral(); literal.token != nullptr) {
+    return Bind(literal, ConversionFor(column.type), &column);
   }
   if (expression.kind == ExpressionKind::Constant) {
     return WriteConstant(expression).sql;
@@ -165,23 +116,22 @@ QString ExpressionWriter::WriteStored(const Expression& expression, const Column
   return WriteStored(WriteValue(expression, scope), column);
 }
 
-QString ExpressionWriter::WriteStored(const Fragment& value, const Column& column) const {
+SqlText ExpressionWriter::WriteStored(const Fragment& value, const Column& column) const {
   const bool sameKind = value.column != nullptr && ConversionFor(value.column->type) == ConversionFor(column.type);
   const bool bothText = value.type == ValueType::Text && !IsNumericType(column.type);
-  return sameKind || bothText ? value.sql : Call(StoringFunction(column.type), value.sql);
+  return sameKind || bothText ? value.sql : m_target.Converted(value, ConversionFor(column.type));
 }
 
 Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scope) {
   switch (expression.kind) {
-    case ExpressionKind::Literal: {
-      Fragment fragment = NumberExpression(Bind(expression.token, false, Conversion::Verbatim));
-      fragment.type = IsTextLiteral(expression) ? ValueType::Text : ValueType::Number;
-      return fragment;
-    }
+    case ExpressionKind::Literal:
+      return WriteLiteral(expression);
     case ExpressionKind::Constant:
       return WriteConstant(expression);
-    case ExpressionKind::ColumnName:
-      return WriteColumn(expression, scope);
+    case ExpressionKind::ColumnName: {
+      const Scope::Found found = scope.Resolve(expression.qualifier, expression.name);
+      return WriteColumn(*found.source, *found.column);
+    }
     case ExpressionKind::Negation:
       return WriteNegation(expression, scope);
     case ExpressionKind::Arithmetic:
@@ -197,20 +147,20 @@ Fragment ExpressionWriter::Write(const Expression& expression, const Scope& scop
     case ExpressionKind::Between:
       return WriteBetween(expression, scope);
     case ExpressionKind::IsNull:
-      return Predicate(u"(%1 IS %2NULL)"_s.arg(WriteValue(*expression.operands.front(), scope).sql,
-                                               expression.negated ? u"NOT "_s : QString()));
+      return Predicate(SqlText::Filled(u"(%1 IS %2)", {WriteValue(*expression.operands.front(), scope).sql,
+                                                       PerhapsNot(expression.negated, u"NULL"_s)}));
     case ExpressionKind::And:
       return WriteChain(expression, u"AND", scope);
     case ExpressionKind::Or:
       return WriteChain(expression, u"OR", scope);
     case ExpressionKind::Not:
-      return Predicate(u"(NOT %1)"_s.arg(WriteCondition(*expression.operands.front(), scope)));
+      return Predicate(SqlText::Filled(u"(NOT %1)", {WriteCondition(*expression.operands.front(), scope)}));
     case ExpressionKind::Call:
       return WriteCall(expression, scope);
     case ExpressionKind::Query:
       return WriteSubquery(*expression.select, scope);
     case ExpressionKind::Exists:
-      return Predicate(u"EXISTS %1"_s.arg(WriteSubquery(*expression.select, scope).sql));
+      return Predicate(SqlText::Filled(u"EXISTS %1", {WriteSubquery(*expression.select, scope).sql}));
   }
   Q_UNREACHABLE();
 }
@@ -226,35 +176,38 @@ Fragment ExpressionWriter::WriteConstant(const Expression& expression) const {
   return fragment;
 }
 
-Fragment ExpressionWriter::WriteColumn(const Expression& expression, const Scope& scope) {
-  const Scope::Found found = scope.Resolve(expression.qualifier, expression.name);
+Fragment ExpressionWriter::WriteLiteral(const Expression& expression) const {
+  return NumberExpression(Bind(expression.AsLiteral(), Conversion::Verbatim),
+                          IsTextLiteral(expression) ? ValueType::Text : ValueType::Number);
+}
+
+Fragment ExpressionWriter::WriteColumn(const Scope::Source& source, const Column& column) const {
   Fragment fragment;
-  fragment.sql = QuotedName(found.source->name) + u'.' + QuotedName(found.column->name);
-  fragment.column = found.column;
-  fragment.type = ValueTypeOf(found.column->type);
+  fragment.sql = m_target.Name(source.name) + u'.' + m_target.Name(column.name);
+  fragment.column = &column;
+  fragment.type = ValueTypeOf(column.type);
   fragment.isCollated = fragment.type == ValueType::Text;
   return fragment;
 }
 
 Fragment ExpressionWriter::WriteNegation(const Expression& expression, const Scope& scope) {
-  bool negated = false;
-  if (const Token* literal = LiteralOf(expression, negated)) {
-    return NumberExpression(Bind(*literal, negated, Conversion::Number));
+  if (const auto literal = expression.AsLiteral(); literal.token != nullptr) {
+    return NumberExpression(Bind(literal, Conversion::Number));
   }
   const Fragment operand = WriteNumber(*expression.operands.front(), scope);
-  return NumberExpression(u"(- %1)"_s.arg(operand.sql),
+  return NumberExpression(SqlText::Filled(u"(- %1)", {operand.sql}),
                           operand.type == ValueType::Money ? ValueType::Money : ValueType::Number);
 }
 
 // An operand of arithmetic: a text in it is the number that it means.
 Fragment ExpressionWriter::WriteNumber(const Expression& expression, const Scope& scope) {
-  bool negated = false;
-  if (const Token* literal = LiteralOf(expression, negated)) {
-    return NumberExpression(Bind(*literal, negated, Conversion::Number));
+  if (const auto literal = expression.AsLiteral(); literal.token != nullptr) {
+    return NumberExpression(Bind(literal, Conversion::Number));
   }
   Fragment fragment = WriteValue(expression, scope);
-  if (fragment.type == ValueType::Text || (fragment.type == ValueType::Unknown && fragment.sql != u"NULL")) {
-    return NumberExpression(Call(engine::toNumber, fragment.sql));
+  const bool mayBeText = fragment.type == ValueType::Text || fragment.type == ValueType::Unknown;
+  if (mayBeText && expression.kind != ExpressionKind::Constant) {
+    return NumberExpression(m_target.Converted(fragment, Conversion::Number));
   }
   return fragment;
 }
@@ -299,103 +252,94 @@ Fragment ExpressionWriter::WriteArithmetic(const Expression& expression, const S
   const Expression& first = *expression.operands[0];
   const Expression& second = *expression.operands[1];
   if (TypeOf(expression, scope) == ValueType::Text) {
-    return TextExpression(u"(%1 || %2)"_s.arg(WriteValue(first, scope).sql, WriteValue(second, scope).sql));
+    return TextExpression(m_target.Joined(WriteValue(first, scope).sql, WriteValue(second, scope).sql));
   }
   const Fragment left = WriteNumber(first, scope);
   const Fragment right = WriteNumber(second, scope);
   if (symbol == u"/") {
-    return NumberExpression(u"(%1 * 1.0 / %2)"_s.arg(left.sql, right.sql));
+    return NumberExpression(m_target.Quotient(left.sql, right.sql));
   }
   if (symbol == u"\\" || symbol == u"MOD") {
-    return NumberExpression(u"(%1 %2 %3)"_s.arg(Call(engine::toInteger, left.sql), symbol == u"MOD" ? u"%"_s : u"/"_s,
-                                                Call(engine::toInteger, right.sql)));
+    return NumberExpression(SqlText::Filled(
+        u"(%1 %2 %3)", {m_target.Converted(left, Conversion::Integer), symbol == u"MOD" ? u"%"_s : u"/"_s,
+                        m_target.Converted(right, Conversion::Integer)}));
   }
   const bool isMoney = left.type == ValueType::Money || right.type == ValueType::Money;
-  return NumberExpression(u"(%1 %2 %3)"_s.arg(left.sql, symbol, right.sql),
+  return NumberExpression(SqlText::Filled(u"(%1 %2 %3)", {left.sql, symbol.toString(), right.sql}),
                           isMoney ? ValueType::Money : ValueType::Number);
 }
 
-// Null counts as an empty text in a concatenation.
-QString ExpressionWriter::WriteText(const Expression& expression, const Scope& scope) {
-  bool negated = false;
-  if (const Token* literal = LiteralOf(expression, negated)) {
-    return Bind(*literal, negated, Conversion::Text);
+SqlText ExpressionWriter::WriteText(const Expression& expression, const Scope& scope, ParameterKind kind) {
+  if (const auto literal = expression.AsLiteral(); literal.token != nullptr) {
+    return Bind(literal, Conversion::Text, nullptr, kind);
   }
   const Fragment fragment = WriteValue(expression, scope);
-  return fragment.type == ValueType::Text ? fragment.sql : Call(engine::toText, fragment.sql);
+  return fragment.type == ValueType::Text ? fragment.sql : m_target.Converted(fragment, Conversion::Text);
 }
 
 Fragment ExpressionWriter::WriteConcatenation(const Expression& expression, const Scope& scope) {
-  return TextExpression(u"(coalesce(%1, '') || coalesce(%2, ''))"_s.arg(WriteText(*expression.operands[0], scope),
-                                                                        WriteText(*expression.operands[1], scope)));
+  return TextExpression(
+      m_target.Concatenated(WriteText(*expression.operands[0], scope), WriteText(*expression.operands[1], scope)));
+}
+
+// The side of a comparison that decides how the others are written.
+Fragment ExpressionWriter::WriteComparable(const Expression& expression, const Scope& scope) {
+  Fragment fragment = WriteValue(expression, scope);
+  return fragment.type == ValueType::Text && !fragment.isCollated ? TextExpression(fragment.sql) : fragment;
 }
 
 // One side of a comparison whose other side is written already.
-QString ExpressionWriter::WriteCompared(const Expression& expression, const Fragment& other, const Scope& scope) {
-  bool negated = false;
-  if (const Token* literal = LiteralOf(expression, negated)) {
-    return Bind(*literal, negated, ConversionBeside(other.type), other.column);
+SqlText ExpressionWriter::WriteCompared(const Expression& expression, const Fragment& other, const Scope& scope) {
+  if (const auto literal = expression.AsLiteral(); literal.token != nullptr) {
+    return Bind(literal, ConversionBeside(other.type), other.column);
   }
   const Fragment fragment = WriteValue(expression, scope);
   const bool needsCollation = fragment.type == ValueType::Text && !fragment.isCollated && !other.isCollated;
-  return needsCollation ? Collated(fragment.sql) : fragment.sql;
+  return needsCollation ? m_target.Collated(fragment.sql) : fragment.sql;
 }
 
 Fragment ExpressionWriter::WriteComparison(const Expression& expression, const Scope& scope) {
   const Expression& first = WithoutCaseFolding(*expression.operands[0]);
   const Expression& second = WithoutCaseFolding(*expression.operands[1]);
   const bool firstIsLiteral = IsLiteral(first) && !IsLiteral(second);
-  const Expression& written = firstIsLiteral ? second : first;
-  const Expression& compared = firstIsLiteral ? first : second;
-  Fragment left = WriteValue(written, scope);
-  QString right = WriteCompared(compared, left, scope);
-  if (left.type == ValueType::Text && !left.isCollated) {
-    left.sql = Collated(left.sql);
-  }
-  if (firstIsLiteral) {
-    std::swap(left.sql, right);
-  }
-  return Predicate(u"(%1 %2 %3)"_s.arg(left.sql, expression.name, right));
+  const Fragment written = WriteComparable(firstIsLiteral ? second : first, scope);
+  const SqlText compared = WriteCompared(firstIsLiteral ? first : second, written, scope);
+  const SqlText symbol = expression.name.toString();
+  return Predicate(firstIsLiteral ? SqlText::Filled(u"(%1 %2 %3)", {compared, symbol, written.sql})
+                                  : SqlText::Filled(u"(%1 %2 %3)", {written.sql, symbol, compared}));
 }
 
 Fragment ExpressionWriter::WriteLike(const Expression& expression, const Scope& scope) {
-  const QString left = WriteText(WithoutCaseFolding(*expression.operands[0]), scope);
-  const QString right = WriteText(WithoutCaseFolding(*expression.operands[1]), scope);
-  return Predicate(u"(%1 %2LIKE %3)"_s.arg(left, expression.negated ? u"NOT "_s : QString(), right));
+  const SqlText text = WriteText(WithoutCaseFolding(*expression.operands[0]), scope);
+  const SqlText pattern = WriteText(WithoutCaseFolding(*expression.operands[1]), scope, ParameterKind::Pattern);
+  return Predicate(m_target.Like(text, pattern, expression.negated));
 }
 
 Fragment ExpressionWriter::WriteIn(const Expression& expression, const Scope& scope) {
-  Fragment left = WriteValue(WithoutCaseFolding(*expression.operands.front()), scope);
-  if (left.type == ValueType::Text && !left.isCollated) {
-    left.sql = Collated(left.sql);
-  }
-  QString set;
+  const Fragment left = WriteComparable(WithoutCaseFolding(*expression.operands.front()), scope);
+  SqlText sql = SqlText::Filled(u"(%1 %2 ", {left.sql, PerhapsNot(expression.negated, u"IN"_s)});
   if (expression.select != nullptr) {
-    set = WriteSubquery(*expression.select, scope).sql;
+    sql += WriteSubquery(*expression.select, scope).sql;
   } else {
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-      set += i == 1 ? u'(' : u',';
-      set += WriteCompared(*expression.operands[i], left, scope);
+      sql += i == 1 ? u"(" : u",";
+      sql += WriteCompared(*expression.operands[i], left, scope);
     }
-    set += u')';
+    sql += u")";
   }
-  const QString word = expression.negated ? u"NOT IN"_s : u"IN"_s;
-  return Predicate(u"(%1 %2 "_s.arg(left.sql, word) + set + u')');
+  sql += u")";
+  return Predicate(std::move(sql));
 }
 
 Fragment ExpressionWriter::WriteBetween(const Expression& expression, const Scope& scope) {
-  Fragment value = WriteValue(WithoutCaseFolding(*expression.operands[0]), scope);
-  if (value.type == ValueType::Text && !value.isCollated) {
-    value.sql = Collated(value.sql);
-  }
-  const QString low = WriteCompared(*expression.operands[1], value, scope);
-  const QString high = WriteCompared(*expression.operands[2], value, scope);
-  const QString word = expression.negated ? u"NOT BETWEEN"_s : u"BETWEEN"_s;
-  return Predicate(u"(%1 %2 %3 AND %4)"_s.arg(value.sql, word, low, high));
+  const Fragment value = WriteComparable(WithoutCaseFolding(*expression.operands[0]), scope);
+  return Predicate(SqlText::Filled(u"(%1 %2 %3 AND %4)", {value.sql, PerhapsNot(expression.negated, u"BETWEEN"_s),
+                                                          WriteCompared(*expression.operands[1], value, scope),
+                                                          WriteCompared(*expression.operands[2], value, scope)}));
 }
 
 Fragment ExpressionWriter::WriteChain(const Expression& expression, QStringView word, const Scope& scope) {
-  std::vector<QString> terms;
+  std::vector<SqlText> terms;
   for (const ExpressionPtr& operand : expression.operands) {
     terms.push_back(WriteCondition(*operand, scope));
   }
@@ -420,11 +364,20 @@ Fragment ExpressionWriter::WriteCall(const Expression& expression, const Scope& 
   if (function == nullptr || (expression.distinct && !function->isAggregate)) {
     FailCall(expression);
   }
+  return FinishCall(*function, expression, WriteArguments(*function, expression, scope));
+}
+
+std::vector<Fragment> ExpressionWriter::WriteArguments(const Function& function, const Expression& call,
+                                                       const Scope& scope) {
   std::vector<Fragment> arguments;
-  for (const ExpressionPtr& operand : expression.operands) {
-    arguments.push_back(function->takesNumbers ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
+  for (const ExpressionPtr& operand : call.operands) {
+    if (std::ssize(arguments) < function.firstAlike) {
+      arguments.push_back(Predicate(WriteCondition(*operand, scope)));
+    } else {
+      arguments.push_back(function.takesNumbers ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
+    }
   }
-  return FinishCall(*function, expression, std::move(arguments));
+  return arguments;
 }
 
 Fragment ExpressionWriter::FinishCall(const Function& function, const Expression& call,
@@ -438,27 +391,22 @@ Fragment ExpressionWriter::FinishCall(const Function& function, const Expression
     }
     for (Fragment& argument : alike) {
       if (type == ValueType::Text && argument.type != ValueType::Text) {
-        argument.sql = Call(engine::toText, argument.sql);
+        argument.sql = m_target.Converted(argument, Conversion::Text);
       }
     }
   }
   if ((function.isAggregate || function.takesNumbers) && type == ValueType::Boolean) {
     type = ValueType::Number;
   }
-  QStringList all;
-  for (const Fragment& argument : arguments) {
-    all += argument.sql;
+  std::vector<SqlText> all;
+  for (Fragment& argument : arguments) {
+    all.push_back(std::move(argument.sql));
   }
   if (call.distinct) {
-    all.first().prepend(u"DISTINCT "_s);
+    all.front() = SqlText::Filled(u"DISTINCT %1", {all.front()});
   }
-  QString sql;
-  if (function.name == u"SUM" && type == ValueType::Money) {
-    sql = Call(engine::sumMoney, all.first());
-  } else {
-    sql = Filled(function.sql, all);
-  }
-  return type == ValueType::Text ? TextExpression(sql) : NumberExpression(sql, type);
+  SqlText sql = SqlText::Filled(m_target.Form(function, type), all);
+  return type == ValueType::Text ? TextExpression(sql) : NumberExpression(std::move(sql), type);
 }
 
 }  // namespace database

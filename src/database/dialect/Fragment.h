@@ -1,8 +1,7 @@
 #pragma once
 
 #include "database/Schema.h"
-
-#include <QString>
+#include "database/dialect/SqlText.h"
 
 namespace database {
 
@@ -40,11 +39,11 @@ constexpr ValueType CommonType(ValueType first, ValueType second) {
 
 /// An expression written for the engine.
 struct Fragment {
-  QString sql;
+  SqlText sql;
   ValueType type = ValueType::Unknown;
   const Column* column = nullptr;  ///< Set for a plain column.
   bool isCollated = false;         ///< A text that brings the Spanish collation along.
-  bool isPredicate = false;        ///< The engine's own truth value (1 or 0), not yet the dialect's (-1 or 0).
+  bool isPredicate = false;        ///< A condition, not yet a value of the dialect (-1 or 0).
 };
 
 }  // namespace database

@@ -23,7 +23,7 @@ void Scope::Add(const Table& table) {
 void Scope::AddSource(QString name, const Table& table) {
   for (const Source& source : m_sources) {
     if (source.name.compare(name, Qt::CaseInsensitive) == 0) {
-      throw automation::Error(SyntaxError,
+      throw automation::Error(adodb::SyntaxError,
                               u"Error de sintaxis en la instrucción SQL: la tabla «%1» está dos veces. "
                               "Póngale otro nombre con AS."_s.arg(name));
     }

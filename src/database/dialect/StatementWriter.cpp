@@ -3,7 +3,6 @@
 #include "database/Errors.h"
 #include "database/dialect/StatementParser.h"
 
-#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -12,13 +11,13 @@ namespace database {
 
 namespace {
 
-const QString comma = u", "_s;
+constexpr QStringView comma = u", ";
 
 // The number that a column without a name gets in its label: Expr1000 for the first of a select list.
 constexpr std::size_t firstUnnamed = 1000;
 
 automation::Error WrongCount() {
-  return automation::Error(SyntaxError,
+  return automation::Error(adodb::SyntaxError,
                            u"Error de sintaxis en la instrucción SQL: el número de valores no es el "
                            "número de columnas."_s);
 }
@@ -39,98 +38,103 @@ bool IsStreamableUnion(const Select& select) {
 }  // namespace
 
 Plan StatementWriter::Write(const Statement& statement) {
-  m_plan.fitsShape = !statement.hasPositions;
+  Plan plan;
+  plan.fitsShape = !statement.hasPositions;
+  plan.effect = EffectOf(m_schema, statement);
+  plan.returnsRows = statement.kind == StatementKind::Select;
   switch (statement.kind) {
     case StatementKind::Select: {
       Output output;
-      m_plan.sql = WriteSelect(*statement.select, nullptr, output).toUtf8();
-      m_plan.columns = std::move(output.columns);
-      m_plan.returnsRows = true;
+      Finish(plan, WriteSelect(*statement.select, nullptr, output));
+      plan.columns = std::move(output.columns);
       break;
     }
     case StatementKind::Insert:
-      WriteInsert(statement);
+      Finish(plan, WriteInsert(statement));
       break;
     case StatementKind::Update:
-      WriteUpdate(statement);
+      Finish(plan, WriteUpdate(statement));
       break;
     case StatementKind::Delete:
-      WriteDelete(statement);
+      Finish(plan, WriteDelete(statement));
       break;
   }
-  PutBindingsInOrder();
-  return std::move(m_plan);
+  return plan;
 }
 
-void StatementWriter::PutBindingsInOrder() {
-  const QByteArray numbered = std::exchange(m_plan.sql, {});
-  const std::vector<Binding> made = std::exchange(m_plan.bindings, {});
-  m_plan.sql.resize(numbered.size());
-  m_plan.bindings.reserve(made.size());
-  char* written = m_plan.sql.data();
-  bool insideName = false;
-  for (auto at = numbered.cbegin(); at != numbered.cend(); ++at) {
-    *written++ = *at;
-    insideName = insideName != (*at == '"');
-    if (*at != '?' || insideName) {
-      continue;
-    }
-    std::size_t number = 0;
-    for (; at + 1 != numbered.cend() && at[1] >= '0' && at[1] <= '9'; ++at) {
-      number = number * 10 + static_cast<std::size_t>(at[1] - '0');
-    }
-    m_plan.bindings.push_back(made[number - 1]);
+void StatementWriter::Finish(Plan& plan, const SqlText& sql) const {
+  constexpr qsizetype parameterLength = 2;
+  QString text;
+  text.reserve(sql.Text().size() + std::ssize(sql.Places()) * parameterLength);
+  plan.bindings.reserve(sql.Places().size());
+  qsizetype written = 0;
+  for (const SqlText::Place& place : sql.Places()) {
+    text += QStringView(sql.Text()).sliced(written, place.position - written);
+    written = place.position;
+    plan.bindings.push_back(place.binding);
+    m_target.AppendParameter(text, plan.bindings.size(), place.binding.kind);
   }
-  m_plan.sql.truncate(written - m_plan.sql.constData());
+  text += QStringView(sql.Text()).sliced(written);
+  plan.sql = text.toUtf8();
 }
 
 Fragment StatementWriter::WriteSubquery(const Select& select, const Scope& scope) {
   Output output;
   Fragment fragment;
-  fragment.sql = u'(' + WriteSelect(select, &scope, output) + u')';
+  fragment.sql = SqlText::Filled(u"(%1)", {WriteSelect(select, &scope, output)});
   fragment.type = output.types.front();
   return fragment;
 }
 
-QString StatementWriter::WriteSelect(const Select& select, const Scope* outer, Output& output) {
+SqlText StatementWriter::WriteSelect(const Select& select, const Scope* outer, Output& output) {
   Scope scope(m_schema, outer);
   for (const auto& reference : select.from) {
     scope.Add(*reference);
   }
-  QString sql = WriteSimple(select, scope, output);
-  for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
-    Scope inner(m_schema, outer);
-    for (const auto& reference : part->next->from) {
-      inner.Add(*reference);
-    }
-    Output more;
-    more.targets = output.targets;
-    sql += part->unionAll || IsStreamableUnion(select) ? u" UNION ALL "_s : u" UNION "_s;
-    sql += WriteSimple(*part->next, inner, more);
-    if (more.columns.size() != output.columns.size()) {
-      throw WrongCount();
-    }
-    for (std::size_t i = 0; i < more.types.size(); ++i) {
-      output.types[i] = CommonType(output.types[i], more.types[i]);
-      output.columns[i].isBoolean = output.types[i] == ValueType::Boolean;
-    }
-  }
-  if (IsStreamableUnion(select)) {
-    // The same rows, but the first one comes at once: a plain union would gather all of them before.
-    sql = u"SELECT DISTINCT * FROM (%1)"_s.arg(sql);
-  }
+  SqlText sql = select.next == nullptr ? WriteSimple(select, scope, output) : WriteUnion(select, scope, outer, output);
   sql += WriteOrder(select, scope, output);
   if (select.top) {
     if (select.next != nullptr) {
       throw SyntaxErrorAt(u"TOP no se admite con UNION"_s, m_statement, select.top->position);
     }
-    sql += u" LIMIT "_s + Bind(*select.top, false, Conversion::Integer);
+    sql += u" LIMIT ";
+    sql += SqlText::Parameter({.literal = select.top->literal, .conversion = Conversion::Integer});
   }
   return sql;
 }
 
-QString StatementWriter::WriteSimple(const Select& select, const Scope& scope, Output& output) {
-  QString sql = select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
+SqlText StatementWriter::WriteUnion(const Select& select, const Scope& scope, const Scope* outer, Output& output) {
+  std::vector<SqlText> selects{WriteSimple(select, scope, output)};
+  SqlText sql = selects.front();
+  for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
+    selects.push_back(WriteJoined(*part->next, outer, output));
+    sql += part->unionAll ? u" UNION ALL " : u" UNION ";
+    sql += selects.back();
+  }
+  return IsStreamableUnion(select) ? m_target.Union(selects) : sql;
+}
+
+// A select behind UNION, whose columns must fit those before.
+SqlText StatementWriter::WriteJoined(const Select& select, const Scope* outer, Output& output) {
+  Scope scope(m_schema, outer);
+  for (const auto& reference : select.from) {
+    scope.Add(*reference);
+  }
+  Output more;
+  more.targets = output.targets;
+  SqlText sql = WriteSimple(select, scope, more);
+  if (more.columns.size() != output.columns.size()) {
+    throw WrongCount();
+  }
+  for (std::size_t i = 0; i < more.types.size(); ++i) {
+    output.types[i] = CommonType(output.types[i], more.types[i]);
+    output.columns[i].isBoolean = output.types[i] == ValueType::Boolean;
+  }
+  return sql;
+}
+
+SqlText StatementWriter::WriteSimple(const Select& select, const Scope& scope, Output& output) {
+  SqlText sql = select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
   sql += WriteItems(select, scope, output);
   sql += WriteTables(select, scope);
   AppendWhere(sql, select.where, scope);
@@ -138,40 +142,34 @@ QString StatementWriter::WriteSimple(const Select& select, const Scope& scope, O
   return sql;
 }
 
-QString StatementWriter::WriteItems(const Select& select, const Scope& scope, Output& output) {
-  QStringList parts;
+SqlText StatementWriter::WriteItems(const Select& select, const Scope& scope, Output& output) {
+  std::vector<SqlText> parts;
   for (const SelectItem& item : select.items) {
     if (item.expression != nullptr) {
-      parts += AddColumn(WriteValue(*item.expression, scope), LabelOf(item, output.columns.size()), output);
+      parts.push_back(AddColumn(WriteValue(*item.expression, scope), LabelOf(item, output.columns.size()), output));
     } else if (!item.starOf.isEmpty()) {
-      parts += WriteStar(scope.FindSource(item.starOf), output);
+      WriteStar(scope.FindSource(item.starOf), output, parts);
     } else if (scope.Sources().empty()) {
       throw SyntaxErrorAt(u"falta FROM"_s, m_statement, m_statement.size());
     } else {
       for (const Scope::Source& source : scope.Sources()) {
-        parts += WriteStar(source, output);
+        WriteStar(source, output, parts);
       }
     }
   }
   if (!output.targets.empty() && output.columns.size() != output.targets.size()) {
     throw WrongCount();
   }
-  return parts.join(comma);
+  return SqlText::Joined(parts, comma);
 }
 
-QString StatementWriter::WriteStar(const Scope::Source& source, Output& output) {
-  QStringList parts;
+void StatementWriter::WriteStar(const Scope::Source& source, Output& output, std::vector<SqlText>& parts) {
   for (const Column& column : source.table->columns) {
-    Fragment fragment;
-    fragment.sql = QuotedName(source.name) + u'.' + QuotedName(column.name);
-    fragment.column = &column;
-    fragment.type = ValueTypeOf(column.type);
-    parts += AddColumn(fragment, column.name, output);
+    parts.push_back(AddColumn(WriteColumn(source, column), column.name, output));
   }
-  return parts.join(comma);
 }
 
-QString StatementWriter::AddColumn(const Fragment& fragment, QString label, Output& output) {
+SqlText StatementWriter::AddColumn(const Fragment& fragment, QString label, Output& output) {
   const std::size_t position = output.columns.size();
   output.columns.push_back({std::move(label), fragment.type == ValueType::Boolean});
   output.types.push_back(fragment.type);
@@ -188,39 +186,40 @@ QString StatementWriter::LabelOf(const SelectItem& item, std::size_t position) c
   return u"Expr%1"_s.arg(firstUnnamed + position);
 }
 
-QString StatementWriter::WriteTables(const Select& select, const Scope& scope) {
-  QStringList parts;
+SqlText StatementWriter::WriteTables(const Select& select, const Scope& scope) {
+  std::vector<SqlText> parts;
   for (const auto& reference : select.from) {
-    parts += WriteTable(*reference, scope);
+    parts.push_back(WriteTable(*reference, scope));
   }
-  return parts.isEmpty() ? QString() : u" FROM "_s + parts.join(comma);
+  return parts.empty() ? SqlText() : SqlText::Filled(u" FROM %*", parts);
 }
 
-QString StatementWriter::WriteTable(const TableReference& reference, const Scope& scope) {
+SqlText StatementWriter::WriteTable(const TableReference& reference, const Scope& scope) {
   if (reference.left == nullptr) {
-    const QString name = QuotedName(RequireTable(m_schema, reference.name).name);
-    return reference.alias.isEmpty() ? name : name + u" AS "_s + QuotedName(reference.alias);
+    const QString name = m_target.Name(RequireTable(m_schema, reference.name).name);
+    return reference.alias.isEmpty() ? name : name + u" AS "_s + m_target.Name(reference.alias);
   }
-  const QString left = WriteTable(*reference.left, scope);
-  QString right = WriteTable(*reference.right, scope);
+  const SqlText left = WriteTable(*reference.left, scope);
+  SqlText right = WriteTable(*reference.right, scope);
   if (reference.right->left != nullptr) {
-    right = u'(' + right + u')';
+    right = SqlText::Filled(u"(%1)", {right});
   }
-  return u"%1 %2 JOIN %3 ON %4"_s.arg(left, reference.join, right, WriteCondition(*reference.condition, scope));
+  return SqlText::Filled(u"%1 %2 JOIN %3 ON %4",
+                         {left, reference.join.toString(), right, WriteCondition(*reference.condition, scope)});
 }
 
-QString StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
-  QString sql;
+SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
+  SqlText sql;
   if (!select.groupBy.empty()) {
-    QStringList parts;
+    std::vector<SqlText> parts;
     for (const ExpressionPtr& expression : select.groupBy) {
-      parts += expression->kind == ExpressionKind::Literal ? WritePosition(expression->token)
-                                                           : WriteValue(*expression, scope).sql;
+      parts.push_back(expression->kind == ExpressionKind::Literal ? WritePosition(expression->token)
+                                                                  : WriteValue(*expression, scope).sql);
     }
-    sql += u" GROUP BY "_s + parts.join(comma);
+    sql += SqlText::Filled(u" GROUP BY %*", parts);
   }
   if (select.having != nullptr) {
-    sql += u" HAVING "_s + WriteCondition(*select.having, scope);
+    sql += SqlText::Filled(u" HAVING %1", {WriteCondition(*select.having, scope)});
   }
   return sql;
 }
@@ -234,17 +233,17 @@ QString StatementWriter::WritePosition(const Token& literal) const {
   return QString::number(position);
 }
 
-QString StatementWriter::WriteOrder(const Select& select, const Scope& scope, const Output& output) {
-  QStringList parts;
+SqlText StatementWriter::WriteOrder(const Select& select, const Scope& scope, const Output& output) {
+  std::vector<SqlText> parts;
   for (const OrderItem& item : select.orderBy) {
-    parts += WriteOrderItem(*item.expression, scope, output, select.next != nullptr) +
-             (item.descending ? u" DESC"_s : QString());
+    const SqlText value = WriteOrderItem(*item.expression, scope, output, select.next != nullptr);
+    parts.push_back(m_target.OrderItem(value, item.descending));
   }
-  return parts.isEmpty() ? QString() : u" ORDER BY "_s + parts.join(comma);
+  return parts.empty() ? SqlText() : SqlText::Filled(u" ORDER BY %*", parts);
 }
 
 // A name that is an alias means the result's column; in a union every name does.
-QString StatementWriter::WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output,
+SqlText StatementWriter::WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output,
                                         bool isUnion) {
   if (expression.kind == ExpressionKind::Literal) {
     return WritePosition(expression.token);
@@ -262,13 +261,14 @@ QString StatementWriter::WriteOrderItem(const Expression& expression, const Scop
   return WriteValue(expression, scope).sql;
 }
 
-void StatementWriter::AppendWhere(QString& sql, const ExpressionPtr& where, const Scope& scope) {
+void StatementWriter::AppendWhere(SqlText& sql, const ExpressionPtr& where, const Scope& scope) {
   if (where != nullptr) {
-    sql += u" WHERE "_s + WriteCondition(*where, scope);
+    sql += u" WHERE ";
+    sql += WriteCondition(*where, scope);
   }
 }
 
-void StatementWriter::WriteInsert(const Statement& statement) {
+SqlText StatementWriter::WriteInsert(const Statement& statement) {
   const Table& table = RequireTable(m_schema, statement.table);
   std::vector<const Column*> columns;
   for (const QStringView name : statement.columns) {
@@ -279,65 +279,66 @@ void StatementWriter::WriteInsert(const Statement& statement) {
       columns.push_back(&column);
     }
   }
-  QStringList names;
+  std::vector<SqlText> names;
   for (const Column* column : columns) {
-    names += QuotedName(column->name);
+    names.emplace_back(m_target.Name(column->name));
   }
-  QString sql = u"INSERT INTO "_s + QuotedName(table.name) + u" ("_s + names.join(comma) + u") "_s;
+  SqlText sql = SqlText::Filled(u"INSERT INTO %1 (%2) ", {m_target.Name(table.name), SqlText::Joined(names, comma)});
   if (statement.select != nullptr) {
     Output output;
     output.targets = columns;
     sql += WriteSelect(*statement.select, nullptr, output);
-  } else {
-    const Scope scope(m_schema);
-    QStringList rows;
-    for (const auto& row : statement.rows) {
-      rows += WriteRow(row, columns, scope);
-    }
-    sql += u"VALUES "_s + rows.join(comma);
+    return sql;
   }
-  m_plan.sql = sql.toUtf8();
+  const Scope scope(m_schema);
+  std::vector<SqlText> rows;
+  for (const auto& row : statement.rows) {
+    rows.push_back(WriteRow(row, columns, scope));
+  }
+  sql += SqlText::Filled(u"VALUES %*", rows);
+  return sql;
 }
 
-QString StatementWriter::WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
+SqlText StatementWriter::WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
                                   const Scope& scope) {
   if (row.size() != columns.size()) {
     throw WrongCount();
   }
-  QStringList values;
+  std::vector<SqlText> values;
   for (std::size_t i = 0; i < row.size(); ++i) {
-    values += WriteStored(*row[i], *columns[i], scope);
+    values.push_back(WriteStored(*row[i], *columns[i], scope));
   }
-  return u'(' + values.join(comma) + u')';
+  return SqlText::Filled(u"(%*)", values);
 }
 
-void StatementWriter::WriteUpdate(const Statement& statement) {
+SqlText StatementWriter::WriteUpdate(const Statement& statement) {
   const Table& table = RequireTable(m_schema, statement.table);
   Scope scope(m_schema);
   scope.Add(table);
-  QStringList parts;
+  std::vector<SqlText> parts;
   for (const Assignment& assignment : statement.assignments) {
     const Column& column = RequireColumn(table, assignment.column);
-    parts += QuotedName(column.name) + u" = "_s + WriteStored(*assignment.value, column, scope);
+    parts.push_back(
+        SqlText::Filled(u"%1 = %2", {m_target.Name(column.name), WriteStored(*assignment.value, column, scope)}));
   }
-  QString sql = u"UPDATE "_s + QuotedName(table.name) + u" SET "_s + parts.join(comma);
+  SqlText sql = SqlText::Filled(u"UPDATE %1 SET %2", {m_target.Name(table.name), SqlText::Joined(parts, comma)});
   AppendWhere(sql, statement.where, scope);
-  m_plan.sql = sql.toUtf8();
+  return sql;
 }
 
-void StatementWriter::WriteDelete(const Statement& statement) {
+SqlText StatementWriter::WriteDelete(const Statement& statement) {
   const Table& table = RequireTable(m_schema, statement.table);
   Scope scope(m_schema);
   scope.Add(table);
-  QString sql = u"DELETE FROM "_s + QuotedName(table.name);
+  SqlText sql = SqlText::Filled(u"DELETE FROM %1", {m_target.Name(table.name)});
   AppendWhere(sql, statement.where, scope);
-  m_plan.sql = sql.toUtf8();
+  return sql;
 }
 
-Plan Translate(const Schema& schema, QStringView statement, const std::vector<Token>& tokens) {
+Plan Translate(const Target& target, const Schema& schema, QStringView statement, const std::vector<Token>& tokens) {
   TokenReader reader(tokens, statement);
   const Statement tree = StatementParser(reader).Parse();
-  return StatementWriter(schema, statement).Write(tree);
+  return StatementWriter(target, schema, statement).Write(tree);
 }
 
 }  // namespace database

@@ -4,12 +4,11 @@
 
 namespace database {
 
-/// Writes a statement of the dialect for an engine and makes its plan.
+/// Writes a statement of the dialect for a target and makes its plan.
 class StatementWriter : private ExpressionWriter {
  public:
-  StatementWriter(const Schema& schema, QStringView statement) : ExpressionWriter(schema, statement) {}
+  using ExpressionWriter::ExpressionWriter;
 
-  /// Once per object.
   Plan Write(const Statement& statement);
 
  private:
@@ -20,32 +19,34 @@ class StatementWriter : private ExpressionWriter {
     std::vector<const Column*> targets;
   };
 
+  /// The pieces put together: the plan's text, and its bindings in the order of that text.
+  void Finish(Plan& plan, const SqlText& sql) const;
+
   Fragment WriteSubquery(const Select& select, const Scope& scope) override;
-  QString WriteSelect(const Select& select, const Scope* outer, Output& output);
-  QString WriteSimple(const Select& select, const Scope& scope, Output& output);
-  QString WriteItems(const Select& select, const Scope& scope, Output& output);
-  QString WriteStar(const Scope::Source& source, Output& output);
-  QString AddColumn(const Fragment& fragment, QString label, Output& output);
+  SqlText WriteSelect(const Select& select, const Scope* outer, Output& output);
+  SqlText WriteUnion(const Select& select, const Scope& scope, const Scope* outer, Output& output);
+  SqlText WriteJoined(const Select& select, const Scope* outer, Output& output);
+  SqlText WriteSimple(const Select& select, const Scope& scope, Output& output);
+  SqlText WriteItems(const Select& select, const Scope& scope, Output& output);
+  void WriteStar(const Scope::Source& source, Output& output, std::vector<SqlText>& parts);
+  SqlText AddColumn(const Fragment& fragment, QString label, Output& output);
   QString LabelOf(const SelectItem& item, std::size_t position) const;
-  QString WriteTables(const Select& select, const Scope& scope);
-  QString WriteTable(const TableReference& reference, const Scope& scope);
-  QString WriteOrder(const Select& select, const Scope& scope, const Output& output);
-  QString WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output, bool isUnion);
-  QString WriteGroup(const Select& select, const Scope& scope);
+  SqlText WriteTables(const Select& select, const Scope& scope);
+  SqlText WriteTable(const TableReference& reference, const Scope& scope);
+  SqlText WriteOrder(const Select& select, const Scope& scope, const Output& output);
+  SqlText WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output, bool isUnion);
+  SqlText WriteGroup(const Select& select, const Scope& scope);
   QString WritePosition(const Token& literal) const;
 
-  /// Takes the numbers from the parameters: an engine looks every number up among those before.
-  void PutBindingsInOrder();
-
-  void WriteInsert(const Statement& statement);
-  QString WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
+  SqlText WriteInsert(const Statement& statement);
+  SqlText WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,
                    const Scope& scope);
-  void WriteUpdate(const Statement& statement);
-  void WriteDelete(const Statement& statement);
-  void AppendWhere(QString& sql, const ExpressionPtr& where, const Scope& scope);
+  SqlText WriteUpdate(const Statement& statement);
+  SqlText WriteDelete(const Statement& statement);
+  void AppendWhere(SqlText& sql, const ExpressionPtr& where, const Scope& scope);
 };
 
 /// The plan of a statement whose tokens were read already.
-Plan Translate(const Schema& schema, QStringView statement, const std::vector<Token>& tokens);
+Plan Translate(const Target& target, const Schema& schema, QStringView statement, const std::vector<Token>& tokens);
 
 }  // namespace database

@@ -1,7 +1,7 @@
 #include "database/sqlite/SpanishCollation.h"
 
 #include "database/Errors.h"
-#include "database/dialect/Functions.h"
+#include "database/sqlite/SqliteTarget.h"
 
 #include <sqlite3.h>
 #include <unicode/ucol.h>
@@ -44,7 +44,7 @@ SpanishCollation::SpanishCollation() {
   UErrorCode status = U_ZERO_ERROR;
   UCollator* collator = ucol_open("es", &status);
   if (U_FAILURE(status)) {
-    throw automation::Error(EngineFailure,
+    throw automation::Error(adodb::EngineFailure,
                             u"Faltan las reglas de ordenación del español (ICU). Vuelva a "
                             "instalar el programa."_s);
   }
@@ -108,7 +108,7 @@ int SpanishCollation::Compare(std::string_view first, std::string_view second) c
 }
 
 int SpanishCollation::Register(sqlite3* engine) const {
-  return sqlite3_create_collation_v2(engine, engine::collation.toLatin1().constData(), SQLITE_UTF8,
+  return sqlite3_create_collation_v2(engine, sqlite::collation.toLatin1().constData(), SQLITE_UTF8,
                                      const_cast<SpanishCollation*>(this), CompareForEngine, nullptr);
 }
 

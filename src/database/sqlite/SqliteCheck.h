@@ -1,7 +1,6 @@
 #pragma once
 
 #include "database/Maintenance.h"
-#include "database/Schema.h"
 #include "database/sqlite/SqliteHandle.h"
 
 namespace database {
@@ -11,10 +10,6 @@ void EndWhen(const SqliteHandle& handle, const Stop& stop);
 
 /// Raises NotOurDatabase and NewerDatabase, DatabaseDamaged with the first faults for a file that is not sound.
 void RequireSound(const SqliteHandle& handle);
-
-/// The table whose rows a column of identifiers names: CodPais those of the key IDPais, CodTipoDeduccionFisica those of
-/// IDTipoDeduccion, CodDeduccion, too. nullptr for a column that names none.
-const Table* ReferredTable(const Schema& schema, const Column& column);
 
 /// CheckDatabase and QuickCheck for this engine.
 Findings CheckSqlite(const ConnectionString& target);

@@ -3,10 +3,10 @@
 #include "database/Database.h"
 #include "database/Errors.h"
 #include "database/Schema.h"
-#include "database/dialect/ExpressionWriter.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteErrors.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "platform/process/PrivateFiles.h"
 #include "platform/process/UnfinishedFile.h"
 
@@ -35,7 +35,7 @@ ConnectionString At(const QString& file) {
 
 Error CannotCreate(const QString& file) {
   return Error(
-      CannotOpen,
+      adodb::CannotOpen,
       u"No se puede crear el archivo «%1». Compruebe que la carpeta existe, que tiene permiso para escribir en "
       "ella y que no hay ya un archivo con ese nombre."_s.arg(file));
 }
@@ -123,7 +123,7 @@ Engine HoldAlone(const QString& file) {
       return engine;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      throw Error(DatabaseLocked,
+      throw Error(adodb::DatabaseLocked,
                   u"Algún programa tiene abierta la base de datos «%1». Ciérrelo en todos los equipos y vuelva a "
                   "intentarlo. No se ha cambiado nada."_s.arg(file));
     case SQLITE_READONLY:
@@ -158,7 +158,7 @@ QString KeptName(const QString& file) {
 
 CopySize CopySqlite(const ConnectionString& source, const QString& file, const Stop& stop) {
   if (QFileInfo::exists(file)) {
-    throw Error(CannotOpen, u"Ya existe «%1». Elija otro nombre para la copia."_s.arg(file));
+    throw Error(adodb::CannotOpen, u"Ya existe «%1». Elija otro nombre para la copia."_s.arg(file));
   }
   const SqliteHandle handle(source, SqliteHandle::Missing::Refuse);
   const process::UnfinishedFile unfinished(file);

@@ -1,12 +1,16 @@
 #pragma once
 
-#include "database/Schema.h"
-
-#include <QByteArrayList>
+#include "database/engine/Ddl.h"
 
 namespace database {
 
-/// The statements that bring a database from `fromVersion` (0 for an empty one) to `toVersion`, in order.
-QByteArrayList SchemaStatements(const Schema& schema, int fromVersion, int toVersion);
+/// Tables and indexes of SQLite: types are enforced, texts compare by Spanish rules, a key is never used twice.
+class SqliteDdl : public DdlForms {
+ public:
+  const Target& ItsTarget() const override;
+  QString Type(const Column& column) const override;
+  QString TableOptions() const override;
+  QString Covered(const Index& index) const override;
+};
 
 }  // namespace database

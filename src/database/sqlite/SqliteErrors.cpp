@@ -1,6 +1,6 @@
 #include "database/sqlite/SqliteErrors.h"
 
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 
 #include <sqlite3.h>
 
@@ -37,15 +37,16 @@ Error PlainError(const QString& text, const ConnectionString& target) {
       u"A la base de datos «%1» le falta una parte (%2): otro programa la ha cambiado. Recupere una "
       "copia de seguridad."_s.arg(target.File(), text);
   if (text.startsWith(u"no such table"_s)) {
-    return Error(NoSuchTable, damaged);
+    return Error(adodb::NoSuchTable, damaged);
   }
   if (text.startsWith(u"no such column"_s) || text.contains(u"has no column named"_s)) {
-    return Error(NoSuchColumn, damaged);
+    return Error(adodb::NoSuchColumn, damaged);
   }
   if (text.contains(u"too many"_s) || text.contains(u"too large"_s) || text.startsWith(u"variable number"_s)) {
-    return Error(StatementTooBig, u"La instrucción SQL es demasiado grande (%1). Divídala en varias."_s.arg(text));
+    return Error(adodb::StatementTooBig,
+                 u"La instrucción SQL es demasiado grande (%1). Divídala en varias."_s.arg(text));
   }
-  return Error(EngineFailure, u"La base de datos «%1» rechazó la operación: %2"_s.arg(target.File(), text));
+  return Error(adodb::EngineFailure, u"La base de datos «%1» rechazó la operación: %2"_s.arg(target.File(), text));
 }
 
 }  // namespace
@@ -56,34 +57,34 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
   switch (code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return Error(DatabaseLocked, Locked(target));
+      return Error(adodb::DatabaseLocked, Locked(target));
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-      return Error(DatabaseReadOnly,
+      return Error(adodb::DatabaseReadOnly,
                    u"No se puede escribir en la base de datos «%1»: el archivo o su carpeta son de solo "
                    "lectura. Pida permiso de escritura o guárdela en otra carpeta."_s.arg(file));
     case SQLITE_FULL:
-      return Error(DiskFull,
+      return Error(adodb::DiskFull,
                    u"No queda sitio en el disco para la base de datos «%1». No se ha guardado "
                    "el último cambio. Libere espacio y vuelva a intentarlo."_s.arg(file));
     case SQLITE_IOERR:
-      return Error(DiskFailure,
+      return Error(adodb::DiskFailure,
                    u"El disco falló al leer o escribir la base de datos «%1» (%2). "
                    "Compruebe el disco y haga una copia de seguridad."_s.arg(file, QString::number(code)));
     case SQLITE_CORRUPT:
-      return Error(DatabaseDamaged,
+      return Error(adodb::DatabaseDamaged,
                    u"La base de datos «%1» está dañada (%2). Recupere una copia de seguridad."_s.arg(file, text));
     case SQLITE_NOTADB:
-      return Error(NotADatabase, u"El archivo «%1» no es una base de datos. Elija otro archivo."_s.arg(file));
+      return Error(adodb::NotADatabase, u"El archivo «%1» no es una base de datos. Elija otro archivo."_s.arg(file));
     case SQLITE_CANTOPEN:
-      return Error(CannotOpen,
+      return Error(adodb::CannotOpen,
                    u"No se puede abrir la base de datos «%1». Compruebe que el archivo existe "
                    "y que tiene permiso sobre él y sobre su carpeta."_s.arg(file));
     case SQLITE_CONSTRAINT:
-      return Error(ConstraintViolation, ConstraintText(code, text));
+      return Error(adodb::ConstraintViolation, ConstraintText(code, text));
     case SQLITE_TOOBIG:
-      return Error(StatementTooBig, u"La instrucción SQL o uno de sus valores es demasiado grande."_s);
+      return Error(adodb::StatementTooBig, u"La instrucción SQL o uno de sus valores es demasiado grande."_s);
     case SQLITE_MISMATCH:
       return Error(automation::TypeMismatch, text.startsWith(automation::ErrorText(automation::TypeMismatch))
                                                  ? text
@@ -91,7 +92,7 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
     case SQLITE_RANGE:
       return Error(automation::Overflow, text);
     case SQLITE_INTERRUPT:
-      return Error(Stopped, u"El trabajo se ha interrumpido."_s);
+      return Error(adodb::Stopped, u"El trabajo se ha interrumpido."_s);
     case SQLITE_NOMEM:
       return Error(7);
     default:

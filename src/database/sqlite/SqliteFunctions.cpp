@@ -1,8 +1,8 @@
 #include "database/sqlite/SqliteFunctions.h"
 
 #include "database/Errors.h"
-#include "database/dialect/Functions.h"
 #include "database/dialect/Literal.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "database/sqlite/SqliteText.h"
 #include "platform/automation/Conversion.h"
 
@@ -184,14 +184,14 @@ int RegisterFunctions(sqlite3* engine) {
     ScalarFunction function;
   };
   const Entry entries[] = {
-      {engine::upper, 1, ChangeCase<true>},
-      {engine::lower, 1, ChangeCase<false>},
-      {engine::toText, 1, ToText},
-      {engine::toNumber, 1, ToNumber<Conversion::Number>},
-      {engine::toInteger, 1, ToNumber<Conversion::Integer>},
-      {engine::toDecimal, 1, ToNumber<Conversion::Decimal>},
-      {engine::toMoney, 1, ToMoney},
-      {engine::toBoolean, 1, ToNumber<Conversion::Boolean>},
+      {sqlite::upper, 1, ChangeCase<true>},
+      {sqlite::lower, 1, ChangeCase<false>},
+      {sqlite::toText, 1, ToText},
+      {sqlite::toNumber, 1, ToNumber<Conversion::Number>},
+      {sqlite::toInteger, 1, ToNumber<Conversion::Integer>},
+      {sqlite::toDecimal, 1, ToNumber<Conversion::Decimal>},
+      {sqlite::toMoney, 1, ToMoney},
+      {sqlite::toBoolean, 1, ToNumber<Conversion::Boolean>},
       {u"like", 2, Like},
   };
   for (const Entry& entry : entries) {
@@ -200,7 +200,7 @@ int RegisterFunctions(sqlite3* engine) {
       return code;
     }
   }
-  return sqlite3_create_function_v2(engine, engine::sumMoney.toLatin1().constData(), 1, safeFlags, nullptr, nullptr,
+  return sqlite3_create_function_v2(engine, sqlite::sumMoney.toLatin1().constData(), 1, safeFlags, nullptr, nullptr,
                                     SumStep, SumFinal, nullptr);
 }
 

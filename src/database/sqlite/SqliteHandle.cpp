@@ -23,10 +23,11 @@ constexpr int longestValue = 200'000'000;
 void RefuseMissingFile(const QString& path) {
   const QFileInfo info(path);
   if (info.isDir()) {
-    throw automation::Error(CannotOpen, u"«%1» es una carpeta, no una base de datos. Elija un archivo."_s.arg(path));
+    throw automation::Error(adodb::CannotOpen,
+                            u"«%1» es una carpeta, no una base de datos. Elija un archivo."_s.arg(path));
   }
   if (!info.exists()) {
-    throw automation::Error(CannotOpen,
+    throw automation::Error(adodb::CannotOpen,
                             u"No existe la base de datos «%1». Compruebe el nombre del "
                             "archivo y que su disco está conectado."_s.arg(path));
   }

@@ -1,11 +1,11 @@
 #include "database/sqlite/SqlitePreparation.h"
 
 #include "database/Errors.h"
-#include "database/dialect/Functions.h"
-#include "database/seed/Seed.h"
+#include "database/engine/Preparation.h"
 #include "database/sqlite/SpanishCollation.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqliteDdl.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "platform/process/PrivateFiles.h"
 
 #include <QDeadlineTimer>
@@ -25,40 +25,12 @@ namespace {
 // The header's mark of this program's files.
 constexpr int applicationId = 0x4B454C31;
 
-struct FileState {
-  int version = 0;
-  bool isEmpty = true;
-  bool isOurs = false;
-};
-
-FileState ReadState(const SqliteHandle& handle) {
-  FileState state;
+DatabaseState ReadState(const SqliteHandle& handle) {
+  DatabaseState state;
   state.version = handle.Value("PRAGMA user_version").toInt();
   state.isOurs = handle.Value("PRAGMA application_id").toInt() == applicationId;
   state.isEmpty = handle.Value("SELECT count(*) FROM sqlite_schema").toInt() == 0;
   return state;
-}
-
-// Refuses what this program must not touch. `state` is of the file as it stands.
-void RefuseForeign(const FileState& state, const QString& file) {
-  if (state.isOurs && state.version > SchemaVersion()) {
-    throw Error(NewerDatabase,
-                u"La base de datos «%1» es de una versión más nueva del programa (%2; esta "
-                "llega hasta la %3). No se ha tocado. Actualice el programa."_s.arg(
-                    file, QString::number(state.version), QString::number(SchemaVersion())));
-  }
-  const bool isNew = state.isEmpty && state.version == 0;
-  if (!state.isOurs && !isNew) {
-    throw Error(NotOurDatabase,
-                u"«%1» es una base de datos de otro programa. No se ha tocado. Elija otro "
-                "archivo."_s.arg(file));
-  }
-}
-
-Error OlderFile(const QString& file) {
-  return Error(OlderDatabase,
-               u"La base de datos «%1» está vacía o es de una versión anterior del "
-               "programa. Ábrala con permiso de escritura para actualizarla."_s.arg(file));
 }
 
 QByteArray CollationVersion() {
@@ -78,7 +50,7 @@ void RebuildIndexes(const SqliteHandle& handle) {
   handle.Run("BEGIN IMMEDIATE");
   try {
     if (!HasCurrentCollation(handle)) {
-      handle.Run("REINDEX " + engine::collation.toLatin1());
+      handle.Run("REINDEX " + sqlite::collation.toLatin1());
       WriteCollationVersion(handle);
     }
     handle.Run("COMMIT");
@@ -91,7 +63,7 @@ void RebuildIndexes(const SqliteHandle& handle) {
 void CreateFolder(const QString& file) {
   const QString folder = QFileInfo(file).absolutePath();
   if (!process::CreatePrivateFolder(folder)) {
-    throw Error(CannotOpen,
+    throw Error(adodb::CannotOpen,
                 u"No se puede crear la carpeta «%1». Compruebe el nombre y los permisos, o "
                 "elija otra carpeta."_s.arg(folder));
   }
@@ -117,29 +89,23 @@ void SetVersion(const SqliteHandle& handle, int version) {
              "; PRAGMA application_id=" + QByteArray::number(applicationId));
 }
 
-void BringUpToDate(SqliteConnection& connection, Content content) {
-  adodb::Transaction transaction(connection);
-  const SqliteHandle& handle = connection.Handle();
-  // Another program may have done it while this one waited for the lock.
-  const FileState state = ReadState(handle);
-  RefuseForeign(state, handle.Target().File());
-  const Schema& schema = Schema::Current();
-  if (state.isEmpty) {
-    CreateTables(handle, schema, schema.Version());
-    SeedReference(connection);
-    if (content == Content::Demonstration) {
-      SeedDemonstration(connection);
-    }
-  } else if (state.version < schema.Version()) {
-    MigrateTables(handle, schema, state.version);
-  }
-  transaction.Commit();
-}
+class PreparedFile : public PreparedDatabase {
+ public:
+  explicit PreparedFile(const SqliteHandle& handle) : m_handle(handle) {}
+
+  QString ShownName() const override { return m_handle.Target().File(); }
+  DatabaseState State() const override { return ReadState(m_handle); }
+  void Create(const Schema& schema) const override { CreateTables(m_handle, schema, schema.Version()); }
+  void Migrate(const Schema& schema, int fromVersion) const override { MigrateTables(m_handle, schema, fromVersion); }
+
+ private:
+  const SqliteHandle& m_handle;
+};
 
 }  // namespace
 
 void CreateTables(const SqliteHandle& handle, const Schema& schema, int version) {
-  for (const QByteArray& statement : SchemaStatements(schema, 0, version)) {
+  for (const QByteArray& statement : SchemaStatements(SqliteDdl(), schema, 0, version)) {
     handle.Run(statement);
   }
   handle.Run("CREATE TABLE KelMotor (Nombre TEXT PRIMARY KEY, Valor TEXT) STRICT, WITHOUT ROWID");
@@ -148,7 +114,7 @@ void CreateTables(const SqliteHandle& handle, const Schema& schema, int version)
 }
 
 void MigrateTables(const SqliteHandle& handle, const Schema& schema, int fromVersion) {
-  for (const QByteArray& statement : SchemaStatements(schema, fromVersion, schema.Version())) {
+  for (const QByteArray& statement : SchemaStatements(SqliteDdl(), schema, fromVersion, schema.Version())) {
     handle.Run(statement);
   }
   // A lock of version 1 does not say whose process it was, so that nothing could tell when to take it over.
@@ -160,19 +126,19 @@ void MigrateTables(const SqliteHandle& handle, const Schema& schema, int fromVer
 }
 
 void RequireKnownDatabase(const SqliteHandle& handle) {
-  const FileState state = ReadState(handle);
+  const DatabaseState state = ReadState(handle);
   RefuseForeign(state, handle.Target().File());
   if (!state.isOurs) {
-    throw Error(NotOurDatabase,
+    throw Error(adodb::NotOurDatabase,
                 u"«%1» está vacío: no es una base de datos del programa."_s.arg(handle.Target().File()));
   }
 }
 
 void RequireCurrentDatabase(const SqliteHandle& handle) {
-  const FileState state = ReadState(handle);
+  const DatabaseState state = ReadState(handle);
   RefuseForeign(state, handle.Target().File());
   if (state.version < SchemaVersion()) {
-    throw OlderFile(handle.Target().File());
+    throw OlderDatabaseError(handle.Target().File());
   }
   handle.SetCheckpointOnClose(true);
   if (!HasCurrentCollation(handle)) {
@@ -185,7 +151,7 @@ void PrepareSqlite(const ConnectionString& target, Content content) {
     CreateFolder(target.File());
   }
   SqliteHandle handle(target, target.ReadOnly() ? SqliteHandle::Missing::Refuse : SqliteHandle::Missing::Create);
-  const FileState state = ReadState(handle);
+  const DatabaseState state = ReadState(handle);
   RefuseForeign(state, target.File());
   handle.SetCheckpointOnClose(true);
   if (state.version == SchemaVersion()) {
@@ -193,10 +159,10 @@ void PrepareSqlite(const ConnectionString& target, Content content) {
     return;
   }
   if (target.ReadOnly()) {
-    throw OlderFile(target.File());
+    throw OlderDatabaseError(target.File());
   }
   SqliteConnection connection(std::move(handle));
-  BringUpToDate(connection, content);
+  BringUpToDate(connection, PreparedFile(connection.Handle()), content);
   UseWriteAheadLog(connection.Handle());
   connection.Handle().Run("ANALYZE");
 }

@@ -6,15 +6,16 @@
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
-#include "host/desktop/ComponentBridge.h"
 #include "host/desktop/DarkPalette.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
-#include "host/desktop/NodeCatalog.h"
 #include "host/desktop/ProgramEnd.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/records/ComponentBridge.h"
+#include "host/records/NodeCatalog.h"
 #include "host/services/MessageBox.h"
+#include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
@@ -137,7 +138,8 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
-  const std::unique_ptr<ViewOnly> viewOnly = started.session.readOnly ? std::make_unique<ViewOnly>(*services) : nullptr;
+  const std::unique_ptr<ViewOnly> viewOnly =
+      started.session.readOnly ? std::make_unique<ViewOnly>(*services, bridge) : nullptr;
   Housekeeping housekeeping(
       started.connectionString,
       {.check = started.leftOpen, .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies()});

@@ -1,6 +1,6 @@
 #include "host/cli/CommandLine.h"
 
-#include "host/desktop/NodeCatalog.h"
+#include "host/records/NodeCatalog.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"

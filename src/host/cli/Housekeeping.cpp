@@ -1,6 +1,6 @@
 #include "host/cli/Housekeeping.h"
 
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
 #include "host/cli/DailyCopies.h"
 #include "platform/automation/Error.h"
@@ -48,7 +48,7 @@ void Housekeeping::Copy() {
     MakeDailyCopy(m_connectionString, QDate::currentDate(),
                   [] { return QThread::currentThread()->isInterruptionRequested(); });
   } catch (const automation::Error& error) {
-    if (error.Number() != database::Stopped) {
+    if (error.Number() != adodb::Stopped) {
       Q_EMIT Noticed(u"No se ha podido hacer la copia diaria de la base de datos. "_s + error.Description());
     }
   }

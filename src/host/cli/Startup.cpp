@@ -1,7 +1,7 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
-#include "database/ErrorNumbers.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
@@ -52,7 +52,7 @@ void RequireUnexposedFolder(const QString& connectionString) {
   for (const QString& folder : {file.path(), file.exists() ? file.canonicalPath() : file.path()}) {
     const QString exposure = process::ExposureOf(folder);
     if (!exposure.isEmpty()) {
-      throw automation::Error(database::CannotOpen, u"La base de datos no está a salvo. "_s + exposure);
+      throw automation::Error(adodb::CannotOpen, u"La base de datos no está a salvo. "_s + exposure);
     }
   }
 }
@@ -88,12 +88,12 @@ void RequireWanted(const Target& target, const CommandLine& line) {
     return;
   }
   if (!line.create) {
-    throw automation::Error(database::CannotOpen,
+    throw automation::Error(adodb::CannotOpen,
                             u"No existe la base de datos «%1». Compruebe el nombre; para crearla use además la opción "
                             "«--crear»."_s.arg(file.filePath()));
   }
   if (!file.dir().exists()) {
-    throw automation::Error(database::CannotOpen,
+    throw automation::Error(adodb::CannotOpen,
                             u"No existe la carpeta «%1». Compruebe el nombre, o créela antes."_s.arg(file.path()));
   }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/cli/CommandLine.h"
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 #include "platform/adodb/Connection.h"
 
 #include <QString>

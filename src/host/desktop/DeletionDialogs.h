@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/desktop/Deletion.h"
-#include "host/desktop/DeletionLog.h"
+#include "host/records/Deletion.h"
+#include "host/records/DeletionLog.h"
 
 class QWidget;
 

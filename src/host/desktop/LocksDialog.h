@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/desktop/HeldRecords.h"
+#include "host/records/HeldRecords.h"
 
 #include <QDialog>
 #include <QList>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/desktop/ComponentBridge.h"
-#include "host/desktop/Deletion.h"
-#include "host/desktop/DeletionLog.h"
-#include "host/desktop/NodeCatalog.h"
-#include "host/desktop/RecordLoader.h"
+#include "host/records/ComponentBridge.h"
+#include "host/records/Deletion.h"
+#include "host/records/DeletionLog.h"
+#include "host/records/NodeCatalog.h"
+#include "host/records/RecordLoader.h"
 
 #include <QMainWindow>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/desktop/NodeCatalog.h"
+#include "host/records/NodeCatalog.h"
 
 #include <QTreeWidget>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/desktop/ComponentBridge.h"
+#include "host/records/ComponentBridge.h"
 #include "platform/process/TerminationSignals.h"
 
 #include <QObject>

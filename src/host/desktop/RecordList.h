@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/desktop/RecordModel.h"
+#include "host/records/RecordModel.h"
 
 #include <QElapsedTimer>
 #include <QList>

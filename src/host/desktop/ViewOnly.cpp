@@ -7,17 +7,28 @@
 #include <QEvent>
 #include <QPushButton>
 
-using namespace Qt::StringLiterals;
+#include <algorithm>
 
 namespace host {
 
-ViewOnly::ViewOnly(QObject& services) : m_services(services) {
+namespace {
+
+bool IsBoxOfTheToolkit(const QObject& dialog) {
+  constexpr const char* boxes[] = {"QMessageBox",   "QInputDialog",   "QFileDialog",      "QAbstractPrintDialog",
+                                   "QColorDialog",  "QFontDialog",    "QPageSetupDialog", "QPrintPreviewDialog",
+                                   "QErrorMessage", "QProgressDialog"};
+  return std::ranges::any_of(boxes, [&](const char* box) { return dialog.inherits(box); });
+}
+
+}  // namespace
+
+ViewOnly::ViewOnly(QObject& services, const ComponentBridge& bridge) : m_services(services), m_bridge(bridge) {
   qApp->installEventFilter(this);
 }
 
 bool ViewOnly::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Show && qobject_cast<QDialog*>(watched) != nullptr &&
-      watched->objectName().startsWith(u"frm"_s)) {
+  if (event->type() == QEvent::Show && m_bridge.OpenRequest() != nullptr &&
+      qobject_cast<QDialog*>(watched) != nullptr && !IsBoxOfTheToolkit(*watched)) {
     const QList<QPushButton*> buttons = watched->findChildren<QPushButton*>();
     for (QPushButton* button : buttons) {
       if (button->isDefault()) {

@@ -1,7 +1,7 @@
 #include "host/services/cListas.h"
 
+#include "host/records/OpenConnection.h"
 #include "host/services/ComboFilling.h"
-#include "host/services/OpenConnection.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"

@@ -1,11 +1,11 @@
 #include "host/services/cPrincipal.h"
 
+#include "host/records/OpenConnection.h"
 #include "host/services/ChangeTracking.h"
 #include "host/services/ColumnWidths.h"
 #include "host/services/ComboFilling.h"
 #include "host/services/Euros.h"
 #include "host/services/MessageBox.h"
-#include "host/services/OpenConnection.h"
 #include "host/services/PostcodeCoupling.h"
 #include "host/services/ReadOnlyDialog.h"
 #include "host/services/TaxIdentifier.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/services/Session.h"
+#include "host/records/Session.h"
 
 #include <QObject>
 #include <QObjectList>

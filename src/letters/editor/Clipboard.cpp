@@ -1,6 +1,6 @@
 #include "letters/editor/Clipboard.h"
 
-#include "letters/rtf/Rtf.h"
+#include "documents/rtf/Rtf.h"
 
 #include <QMimeData>
 #include <QTextBlock>

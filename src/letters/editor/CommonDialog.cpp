@@ -8,6 +8,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {

@@ -20,7 +20,7 @@ namespace letters {
 
 namespace {
 
-constexpr Twips indentStep{737};
+constexpr documents::Twips indentStep{737};
 constexpr qint16 mostIndents = 13;
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1638;

@@ -1,12 +1,14 @@
 #include "letters/editor/Formatting.h"
 
+#include "documents/rtf/ParagraphFormat.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/ParagraphFormat.h"
 
 #include <QTextEdit>
 #include <QTextList>
 
 #include <algorithm>
+
+using documents::Twips;
 
 namespace letters {
 

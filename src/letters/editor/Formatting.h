@@ -1,6 +1,6 @@
 #pragma once
 
-#include "letters/editor/Twips.h"
+#include "documents/letter/Twips.h"
 
 #include <QTextCharFormat>
 
@@ -30,7 +30,7 @@ void ToggleBullets(QTextEdit& letter);
 void LeaveList(QTextEdit& letter);
 
 /// Moves the left indent of the selected paragraphs, never below the margin.
-void MoveIndent(QTextEdit& letter, Twips distance);
+void MoveIndent(QTextEdit& letter, documents::Twips distance);
 
 void SetFontName(QTextEdit& letter, const QString& name);
 /// In points; halves are kept.

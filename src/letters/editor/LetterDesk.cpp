@@ -1,14 +1,14 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/markers/Markers.h"
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "letters/editor/CommonDialog.h"
 #include "letters/editor/EditorArea.h"
 #include "letters/editor/FieldMenu.h"
 #include "letters/editor/LetterPrinter.h"
 #include "letters/editor/LetterSearch.h"
 #include "letters/editor/LetterWindow.h"
-#include "letters/editor/MergeFields.h"
 #include "platform/automation/Error.h"
 #include "resources/StringTable.h"
 
@@ -20,6 +20,7 @@
 #include <QToolBar>
 
 using resources::LoadResString;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {
@@ -108,7 +109,7 @@ void LetterDesk::SetTabStops(bool letterHasFocus) {
 
 void LetterDesk::BuscarTexto() {
   const std::optional<QString> text =
-      Platform::Current().InputBox(LoadResString(3139), objApi().tituloaplicacion(), m_lastSearch);
+      Desktop::Current().InputBox(LoadResString(3139), objApi().tituloaplicacion(), m_lastSearch);
   if (!text) {
     return;
   }
@@ -135,7 +136,7 @@ void LetterDesk::ShowFound(const QTextCursor& found) {
 }
 
 void LetterDesk::CheckMarkers() {
-  const QStringList unknown = UnknownMarkers(m_window.rtfCarta->toPlainText(), KnownMarkers());
+  const QStringList unknown = documents::UnknownMarkers(m_window.rtfCarta->toPlainText());
   if (unknown.isEmpty()) {
     ShowText(u"Todas las palabras entre corchetes de la carta son campos conocidos."_s, vbInformation);
   } else {
@@ -148,19 +149,20 @@ void LetterDesk::ShowZoom() {
   m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
 }
 
-void LetterDesk::Print(const Margins& margins, const QString& title) {
+void LetterDesk::Print(const documents::Margins& margins, const QString& title) {
   try {
+    const documents::Paper& paper = m_window.picFondo->Paper();
     const QTextCursor selection = m_window.rtfCarta->textCursor();
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageSize(paper.PageSize());
     printer.setDocName(title);
     if (!m_window.dlgCarta->ShowPrinter(printer, selection.hasSelection())) {
       return;
     }
     if (printer.printRange() == QPrinter::Selection) {
-      PrintSelection(selection, margins, printer);
+      PrintSelection(selection, margins, printer, paper);
     } else {
-      PrintLetter(*m_window.rtfCarta->document(), margins, printer);
+      PrintLetter(*m_window.rtfCarta->document(), margins, printer, paper);
     }
   } catch (const std::exception&) {
     automation::Err().Clear();

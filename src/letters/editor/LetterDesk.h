@@ -6,10 +6,13 @@
 
 class QPoint;
 
+namespace documents {
+struct Margins;
+}
+
 namespace letters {
 
 struct LetterWindow;
-struct Margins;
 
 /// The work on a letter that needs neither its record nor the host's request: clipboard, formats, search, markers,
 /// printing, the view. One for each window.
@@ -21,7 +24,7 @@ class LetterDesk : public QObject {
   void Run(Command command);
   FormatTools& Format() { return m_format; }
   /// Asks for the printer and prints. Errors of printing are not told; that is intended.
-  void Print(const Margins& margins, const QString& title);
+  void Print(const documents::Margins& margins, const QString& title);
 
  private:
   void ConnectLetter();

@@ -1,9 +1,9 @@
 #include "letters/editor/LetterEdit.h"
 
+#include "documents/rtf/Rtf.h"
 #include "letters/editor/Clipboard.h"
 #include "letters/editor/Formatting.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -95,7 +95,7 @@ void LetterEdit::Show(QTextDocument* letter) {
   letter->setModified(false);
   const QAbstractTextDocumentLayout* layout = letter->documentLayout();
   connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
-          [this](const QSizeF& size) { Q_EMIT HeightChanged(FromHalfPoints(size.height())); });
+          [this](const QSizeF& size) { Q_EMIT HeightChanged(documents::FromHalfPoints(size.height())); });
   connect(layout, &QAbstractTextDocumentLayout::update, this, &LetterEdit::Repaint);
   if (before && before->parent() == this) {
     delete before;
@@ -119,7 +119,7 @@ void LetterEdit::SetScale(Scale scale) {
 }
 
 double LetterEdit::PixelsPerHalfPoint() const {
-  return m_scale.pixelsPerTwip * FromHalfPoints(1).count;
+  return m_scale.pixelsPerTwip * documents::FromHalfPoints(1).count;
 }
 
 QRect LetterEdit::CaretRect() const {

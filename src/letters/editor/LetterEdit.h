@@ -1,8 +1,8 @@
 #pragma once
 
-#include "letters/editor/HalfPoints.h"
+#include "documents/letter/HalfPoints.h"
+#include "documents/rtf/Report.h"
 #include "letters/editor/PageGeometry.h"
-#include "letters/rtf/Report.h"
 
 #include <QBasicTimer>
 #include <QTextEdit>
@@ -84,7 +84,7 @@ class LetterEdit : public QTextEdit {
   void LeaveByTab(bool forward);
   void PasteText(const QString& text);
 
-  HalfPointDevice m_device;
+  documents::HalfPointDevice m_device;
   Scale m_scale;
   Twips m_pageStep;
   int m_wheel = 0;

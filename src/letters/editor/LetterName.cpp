@@ -1,10 +1,11 @@
 #include "letters/editor/LetterName.h"
 
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "resources/StringTable.h"
 
 using resources::LoadResString;
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {
@@ -14,7 +15,7 @@ namespace {
 constexpr qsizetype longestName = 50;
 
 bool WantsToType(const QString& problem) {
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   return ShowText(problem + LoadResString(3110), vbYesNo + vbExclamation) != vbNo;
 }
 
@@ -23,7 +24,7 @@ bool WantsToType(const QString& problem) {
 std::optional<QString> AskName(int prompt) {
   for (;;) {
     const QString name =
-        Platform::Current().InputBox(LoadResString(prompt), objApi().tituloaplicacion(), {}).value_or(QString());
+        Desktop::Current().InputBox(LoadResString(prompt), objApi().tituloaplicacion(), {}).value_or(QString());
     const qsizetype length = name.trimmed().size();
     if (length == 0 && !WantsToType(LoadResString(3109) + u"\n\n"_s)) {
       return std::nullopt;

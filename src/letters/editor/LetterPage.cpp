@@ -72,19 +72,19 @@ LetterPage::LetterPage(QWidget* parent)
 
 void LetterPage::Place(const Margins& margins) {
   m_margins = margins;
-  m_origin = PlacePage(margins);
+  m_origin = PlacePage(margins, m_paper);
   m_page = m_origin;
   m_horizontal->setValue(firstScroll.count);
   MovePage();
 }
 
 void LetterPage::SetLeftMargin(const Margins& margins) {
-  m_page = WithLeftEdgeMoved(m_page, TextWidth(margins));
+  m_page = WithLeftEdgeMoved(m_page, TextWidth(margins, m_paper));
   SetWidth(m_page.width, margins);
 }
 
 void LetterPage::SetRightMargin(const Margins& margins) {
-  SetWidth(TextWidth(margins), margins);
+  SetWidth(TextWidth(margins, m_paper), margins);
 }
 
 void LetterPage::SetWidth(Twips width, const Margins& margins) {
@@ -163,7 +163,7 @@ void LetterPage::ZoomBy(int steps) {
   Q_EMIT ZoomChanged();
 }
 
-QRect LetterPage::Paper() const {
+QRect LetterPage::PaperRect() const {
   const Scale scale = ZoomedScale();
   const int left = scale.Pixels(FromCentimetres(m_margins.left));
   const int right = scale.Pixels(FromCentimetres(m_margins.right));
@@ -178,7 +178,7 @@ void LetterPage::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::Shadow));
   painter.setBrush(Qt::white);
-  painter.drawRect(Paper().adjusted(-1, -1, 0, 0));
+  painter.drawRect(PaperRect().adjusted(-1, -1, 0, 0));
 }
 
 void LetterPage::resizeEvent(QResizeEvent* event) {

@@ -21,6 +21,7 @@ class LetterPage : public QFrame {
   explicit LetterPage(QWidget* parent);
 
   LetterEdit* Letter() const { return m_letter; }
+  const documents::Paper& Paper() const { return m_paper; }
 
   /// Places the page of a letter that was loaded; it becomes the place that the scroll bars count from.
   void Place(const Margins& margins);
@@ -50,11 +51,12 @@ class LetterPage : public QFrame {
   void OnHeightChanged(Twips height);
   void PutLetter();
   void MovePage();
-  QRect Paper() const;
+  QRect PaperRect() const;
 
   LetterEdit* m_letter;
   QScrollBar* m_horizontal;
   QScrollBar* m_vertical;
+  documents::Paper m_paper = documents::UsualPaper();
   Margins m_margins;
   Page m_page;
   Page m_origin;

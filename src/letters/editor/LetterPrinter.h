@@ -1,6 +1,6 @@
 #pragma once
 
-#include "letters/editor/PageGeometry.h"
+#include "documents/letter/Margins.h"
 
 class QPrinter;
 class QTextCursor;
@@ -10,8 +10,10 @@ namespace letters {
 
 /// Prints a letter with the margins of its paper. Lines break where they do on the screen. Prints nothing where the
 /// margins leave no room.
-void PrintLetter(const QTextDocument& letter, const Margins& margins, QPrinter& printer);
+void PrintLetter(const QTextDocument& letter, const documents::Margins& margins, QPrinter& printer,
+                 const documents::Paper& paper = documents::UsualPaper());
 /// The same for what is selected.
-void PrintSelection(const QTextCursor& selection, const Margins& margins, QPrinter& printer);
+void PrintSelection(const QTextCursor& selection, const documents::Margins& margins, QPrinter& printer,
+                    const documents::Paper& paper = documents::UsualPaper());
 
 }  // namespace letters

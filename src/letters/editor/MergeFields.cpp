@@ -1,13 +1,6 @@
 #include "letters/editor/MergeFields.h"
 
-#include "resources/StringTable.h"
-
-#include <QRegularExpression>
-
 #include <array>
-
-using resources::LoadResString;
-using namespace Qt::StringLiterals;
 
 namespace letters {
 
@@ -83,31 +76,6 @@ constexpr std::array items{
 
 std::span<const FieldItem> FieldItems() {
   return items;
-}
-
-QStringList KnownMarkers() {
-  QStringList markers;
-  for (const FieldItem& item : items) {
-    for (const int id : {item.marker, item.velumarMarker}) {
-      if (id != 0) {
-        markers.append(LoadResString(id));
-      }
-    }
-  }
-  markers.removeDuplicates();
-  return markers;
-}
-
-QStringList UnknownMarkers(const QString& text, const QStringList& known) {
-  static const QRegularExpression bracketed(uR"(\[[^\[\]\n\x{2028}\x{2029}]*\])"_s);
-  QStringList unknown;
-  for (auto at = bracketed.globalMatch(text); at.hasNext();) {
-    const QString word = at.next().captured();
-    if (!known.contains(word) && !unknown.contains(word)) {
-      unknown.append(word);
-    }
-  }
-  return unknown;
 }
 
 }  // namespace letters

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
-
 #include <span>
 
-/// The bracketed words of a letter that the host replaces with a person's data when it prints the letter.
+/// The menu that types markers, the bracketed words of a letter that are replaced with a person's data.
 namespace letters {
 
 /// One item of the menu that types markers.
@@ -22,12 +19,5 @@ struct FieldItem {
 
 /// The items in their order.
 std::span<const FieldItem> FieldItems();
-
-/// Every marker that some installation has, each once.
-QStringList KnownMarkers();
-
-/// The bracketed words of a text that are none of `known`, each once, in their order. A bracket that is not closed in
-/// its paragraph begins no word.
-QStringList UnknownMarkers(const QString& text, const QStringList& known);
 
 }  // namespace letters

@@ -1,7 +1,5 @@
 #include "letters/editor/PageGeometry.h"
 
-#include "platform/automation/Conversion.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -9,28 +7,15 @@ namespace letters {
 
 namespace {
 
-constexpr double twipsPerCentimetre = 567;
 constexpr double twipsPerInch = 1440;
-// A margin of any size may be typed; a window's coordinates end earlier than a number.
-constexpr double furthest = 1'000'000;
-
 constexpr Twips besideGround{115};
 constexpr Twips aboveGround{10};
 
 }  // namespace
 
-Twips FromCentimetres(double length) {
-  const double twips = std::clamp(length * twipsPerCentimetre, -furthest, furthest);
-  return {static_cast<int>(automation::RoundHalfEven(twips))};
-}
-
-Page PlacePage(const Margins& margins) {
-  return {FromCentimetres(margins.left), FromCentimetres(margins.top), TextWidth(margins),
-          std::max(Twips(), FromCentimetres(paperHeight - margins.bottom))};
-}
-
-Twips TextWidth(const Margins& margins) {
-  return std::max(Twips(), FromCentimetres(paperWidth - (margins.right + margins.left)));
+Page PlacePage(const Margins& margins, const Paper& paper) {
+  return {FromCentimetres(margins.left), FromCentimetres(margins.top), TextWidth(margins, paper),
+          std::max(Twips(), FromCentimetres(documents::InCentimetres(paper.height) - margins.bottom))};
 }
 
 Page WithLeftEdgeMoved(Page page, Twips width) {

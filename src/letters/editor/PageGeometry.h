@@ -1,24 +1,15 @@
 #pragma once
 
-#include "letters/editor/Twips.h"
+#include "documents/letter/Margins.h"
 
 /// Where the letter stands on its grey ground, and what the scroll bars have to do, without a window.
 namespace letters {
 
-/// Margins of the paper, in centimetres.
-struct Margins {
-  double left = 3.0;
-  double right = 3.0;
-  double top = 2.5;
-  double bottom = 2.5;
-};
-
-/// The paper, A4, in centimetres.
-inline constexpr double paperWidth = 21.0;
-inline constexpr double paperHeight = 29.7;
-
-/// A length in centimetres in twips, halves to the even neighbour; cut to what a screen can have.
-Twips FromCentimetres(double length);
+using documents::FromCentimetres;
+using documents::Margins;
+using documents::Paper;
+using documents::TextWidth;
+using documents::Twips;
 
 /// The box of the text on the ground; its corner is counted from the ground's corner.
 struct Page {
@@ -31,10 +22,7 @@ struct Page {
 };
 
 /// The page of a letter that was just loaded. The top margin is not taken from its height; that is intended.
-Page PlacePage(const Margins& margins);
-
-/// What the left and right margins leave of the paper's width, 0 where they leave nothing.
-Twips TextWidth(const Margins& margins);
+Page PlacePage(const Margins& margins, const Paper& paper = documents::UsualPaper());
 
 /// The page with another width and its right edge where it was: its left margin has changed.
 Page WithLeftEdgeMoved(Page page, Twips width);

@@ -1,12 +1,13 @@
 #include "letters/editor/RescueStrip.h"
 
+#include "documents/rtf/Rtf.h"
+#include "framework/Desktop.h"
 #include "framework/Messages.h"
-#include "framework/Platform.h"
 #include "letters/editor/LetterWindow.h"
-#include "letters/rtf/Rtf.h"
 
 #include <QPushButton>
 
+using namespace framework;
 using namespace Qt::StringLiterals;
 
 namespace letters {

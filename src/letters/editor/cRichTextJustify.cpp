@@ -1,12 +1,14 @@
 #include "letters/editor/cRichTextJustify.h"
 
+#include "documents/rtf/ParagraphFormat.h"
 #include "letters/editor/ParagraphRange.h"
-#include "letters/rtf/ParagraphFormat.h"
 #include "platform/automation/Error.h"
 
 #include <QTextEdit>
 
 #include <algorithm>
+
+namespace letters {
 
 namespace {
 
@@ -33,7 +35,7 @@ bool IsLeftAligned(const QTextBlockFormat& format) {
 }  // namespace
 
 void cRichTextJustify::Justify(QTextEdit& hwndr, qint16 intStart, qint16 intEnd) const {
-  letters::ChangeParagraphs(Selected(hwndr, intStart, intEnd), [](QTextBlockFormat& format) {
+  ChangeParagraphs(Selected(hwndr, intStart, intEnd), [](QTextBlockFormat& format) {
     if (IsLeftAligned(format)) {
       format.setAlignment(Qt::AlignJustify);
     }
@@ -50,7 +52,9 @@ void cRichTextJustify::Settabs(QTextEdit& hwndr, const QList<qint32>& lngArrTabs
   for (const qint32 position : lngArrTabs) {
     tabs.append({position / rtf::twipsPerPixel, QTextOption::LeftTab});
   }
-  letters::ChangeParagraphs(Selected(hwndr, lngstart, lngEnd),
-                            [&tabs](QTextBlockFormat& format) { format.setTabPositions(tabs); });
+  ChangeParagraphs(Selected(hwndr, lngstart, lngEnd),
+                   [&tabs](QTextBlockFormat& format) { format.setTabPositions(tabs); });
   DropSelection(hwndr);
 }
+
+}  // namespace letters

@@ -4,6 +4,8 @@
 
 class QTextEdit;
 
+namespace letters {
+
 /// Full justification and tab stops of a rich-text control. Positions count characters, a paragraph's end as one.
 /// Without state.
 class cRichTextJustify {
@@ -17,3 +19,5 @@ class cRichTextJustify {
   /// range) for an array without entries or with more.
   void Settabs(QTextEdit& hwndr, const QList<qint32>& lngArrTabs, qint32 rwidth, qint32 lngstart, qint32 lngEnd) const;
 };
+
+}  // namespace letters

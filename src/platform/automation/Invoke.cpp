@@ -107,10 +107,13 @@ const Member* Find(const QObject* object, QByteArrayView name) {
   return found == members.end() ? nullptr : &found->second;
 }
 
+// A class's own name: which namespace it stands in is no affair of who calls it.
+QString ClassName(const QObject* object) {
+  return QString::fromUtf8(object->metaObject()->className()).section(u"::"_s, -1);
+}
+
 [[noreturn]] void RaiseNoSuchMember(const QObject* object, QByteArrayView name) {
-  throw Error(NoSuchMember,
-              u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), QString::fromUtf8(object->metaObject()->className()),
-                                  QString::fromUtf8(name)));
+  throw Error(NoSuchMember, u"%1 (%2.%3)"_s.arg(ErrorText(NoSuchMember), ClassName(object), QString::fromUtf8(name)));
 }
 
 const Overload& Choose(const Overloads& overloads, std::size_t argumentCount) {

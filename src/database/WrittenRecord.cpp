@@ -1,0 +1,54 @@
+#include "database/WrittenRecord.h"
+
+#include "database/dialect/Effect.h"
+#include "database/dialect/Lexer.h"
+#include "database/dialect/Literal.h"
+#include "database/dialect/StatementParser.h"
+
+#include <cmath>
+
+namespace database {
+
+namespace {
+
+WrittenRecord::Kind KindOf(Effect::Kind kind) {
+  switch (kind) {
+    case Effect::Kind::Inserts:
+      return WrittenRecord::Kind::Inserted;
+    case Effect::Kind::Deletes:
+      return WrittenRecord::Kind::Deleted;
+    default:
+      return WrittenRecord::Kind::Updated;
+  }
+}
+
+// A number that is no whole one is no row's key.
+std::optional<qint64> KeyOf(const Token& literal, bool negated) {
+  const EngineValue value = ConvertLiteral(literal, negated, Conversion::Number, {});
+  constexpr double exact = 9007199254740992.0;
+  if (value.kind == EngineValue::Kind::Integer) {
+    return value.integer;
+  }
+  const bool isWhole = std::fabs(value.real) < exact && value.real == std::nearbyint(value.real);
+  return isWhole ? std::optional(static_cast<qint64>(value.real)) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<WrittenRecord> WrittenBy(const QString& statement) {
+  Lexer lexer;
+  lexer.Read(statement);
+  TokenReader reader(lexer.Tokens(), statement);
+  const Effect effect = EffectOf(Schema::Current(), StatementParser(reader).Parse());
+  if (effect.kind == Effect::Kind::None) {
+    return std::nullopt;
+  }
+  WrittenRecord written{KindOf(effect.kind), effect.writtenTable->name, std::nullopt};
+  if (effect.givenKey) {
+    const Token& literal = lexer.Literals()[static_cast<std::size_t>(effect.givenKey->literal)];
+    written.key = KeyOf(literal, effect.givenKey->negated);
+  }
+  return written;
+}
+
+}  // namespace database

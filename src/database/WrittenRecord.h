@@ -1,0 +1,27 @@
+#pragma once
+
+#include "database/Export.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace database {
+
+/// What a statement writes, as far as its text says it; for a host that tells other windows what has changed.
+struct WrittenRecord {
+  enum class Kind { Inserted, Updated, Deleted };
+
+  Kind kind = Kind::Updated;
+  QString table;  ///< As the schema spells it.
+  /// The key of the only row that can be concerned: of `WHERE key = n`, perhaps AND more, or the one that an INSERT of
+  /// one row brings along. None for a row that gets its key from the engine, and for a statement that may write
+  /// several.
+  std::optional<qint64> key;
+};
+
+/// Nothing for a SELECT. Raises what an execution of the statement would raise for its text (see
+/// adodb::Connection::Execute); nothing is executed.
+KELDATOS_EXPORT std::optional<WrittenRecord> WrittenBy(const QString& statement);
+
+}  // namespace database

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "database/dialect/Lexer.h"
+#include "database/engine/Session.h"
+#include "platform/adodb/Connection.h"
+
+#include <memory>
+#include <vector>
+
+namespace database {
+
+class EngineRecordset;
+
+/// The contract's connection over any engine: states, transactions, statements from their text to their values. A
+/// statement that fails inside a transaction changes nothing and leaves the transaction open; where the engine had to
+/// undo the transaction itself (a full disk, for example), every further statement raises TransactionLost until the
+/// roll-back.
+class EngineConnection : public adodb::Connection {
+ public:
+  EngineConnection(std::unique_ptr<Session> session, const ConnectionString& target);
+  ~EngineConnection() override;
+
+  int State() const override;
+  void Open() override;
+  void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
+  void Close() override;
+  std::unique_ptr<adodb::Recordset> Execute(const QString& statement) override;
+  qint64 RecordsAffected() const override { return m_affected; }
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+
+  /// Recordsets enter and leave the list of those that close with the connection.
+  void Attach(EngineRecordset* recordset) { m_recordsets.push_back(recordset); }
+  void Detach(EngineRecordset* recordset);
+
+ protected:
+  const Session& ItsSession() const { return *m_session; }
+
+ private:
+  void CheckOpen() const;
+  void CheckClosed() const;
+  void CheckInTransaction() const;
+  void BufferRecordsets();
+
+  std::unique_ptr<Session> m_session;
+  ConnectionString m_target;
+  PlanCache m_plans;
+  Lexer m_lexer;
+  ParameterValues m_values;
+  std::vector<EngineRecordset*> m_recordsets;
+  qint64 m_affected = 0;
+  bool m_inTransaction = false;
+};
+
+}  // namespace database

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "database/ConnectionString.h"
+#include "database/engine/ParameterValues.h"
+#include "database/engine/PlanCache.h"
+#include "database/engine/Rows.h"
+
+#include <memory>
+
+namespace database {
+
+/// What an engine does for an EngineConnection, which keeps the contract: it asks for nothing while the session is not
+/// connected, begins no transaction inside another, and ends none that it did not begin. Errors are automation::Error
+/// with the numbers of platform/adodb/ErrorNumbers.h and texts that say what to do.
+class Session {
+ public:
+  Session() = default;
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  virtual ~Session() = default;
+
+  /// How this engine's statements are written; lives as long as the program.
+  virtual const Target& ItsTarget() const = 0;
+
+  virtual bool IsConnected() const = 0;
+  /// Raises CannotOpen, OlderDatabase, NewerDatabase, NotOurDatabase and the engine's refusals.
+  virtual void Connect(const ConnectionString& target) = 0;
+  /// Undoes a transaction that is still open. Raises nothing.
+  virtual void Leave() = 0;
+
+  /// Starts a statement that returns rows. The rows keep the plan; the values may change once this returns.
+  virtual std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) = 0;
+  /// Runs a statement that writes, and gives the number of rows that it wrote. One that fails has written nothing.
+  virtual qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) = 0;
+
+  virtual void Begin() = 0;
+  virtual void Commit() = 0;
+  virtual void RollBack() = 0;
+  /// Inside a transaction: whether the engine has undone the whole of it by itself.
+  virtual bool HasLostTransaction() const = 0;
+};
+
+}  // namespace database

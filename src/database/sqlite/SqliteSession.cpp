@@ -1,0 +1,64 @@
+#include "database/sqlite/SqliteSession.h"
+
+#include "database/sqlite/SqlitePreparation.h"
+#include "database/sqlite/SqliteRows.h"
+#include "database/sqlite/SqliteTarget.h"
+
+#include <sqlite3.h>
+
+namespace database {
+
+const Target& SqliteSession::ItsTarget() const {
+  return SqliteTarget::Instance();
+}
+
+void SqliteSession::Connect(const ConnectionString& target) {
+  SqliteHandle handle(target, SqliteHandle::Missing::Refuse);
+  RequireCurrentDatabase(handle);
+  m_handle.emplace(std::move(handle));
+  m_tidiesUp = !m_handle->IsReadOnly();
+}
+
+// What the planner knows of the tables is refreshed on the way out, but nobody waits for it.
+void SqliteSession::Leave() {
+  sqlite3* engine = m_handle->Engine();
+  if (!m_handle->IsAutocommit()) {
+    sqlite3_exec(engine, "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+  if (m_tidiesUp) {
+    m_handle->SetWait(0);
+    sqlite3_exec(engine, "PRAGMA optimize", nullptr, nullptr, nullptr);
+  }
+  m_handle.reset();
+}
+
+std::unique_ptr<Rows> SqliteSession::Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) {
+  return std::make_unique<SqliteRows>(*m_handle, std::move(plan), values);
+}
+
+qint64 SqliteSession::Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) {
+  const SqliteLease lease(*m_handle, plan, values, SqliteLease::Texts::Borrowed);
+  const int code = sqlite3_step(lease.Statement());
+  if (code != SQLITE_DONE) {
+    m_handle->Check(code);
+  }
+  return sqlite3_changes64(m_handle->Engine());
+}
+
+void SqliteSession::Begin() {
+  m_handle->Run("BEGIN IMMEDIATE");
+}
+
+void SqliteSession::Commit() {
+  m_handle->Run("COMMIT");
+}
+
+void SqliteSession::RollBack() {
+  m_handle->Run("ROLLBACK");
+}
+
+bool SqliteSession::HasLostTransaction() const {
+  return m_handle->IsAutocommit();
+}
+
+}  // namespace database

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "documents/letter/Twips.h"
+
+#include <QPaintDevice>
+
+#include <cmath>
+
+namespace documents {
+
+/// Letters are laid out in half-points, on the screen and on paper, and scaled when they are painted. Sizes of fonts
+/// are whole numbers then, as RTF has them, where a screen's pixels would round them; so lines break at the same places
+/// everywhere.
+inline constexpr int halfPointsPerInch = 144;
+
+inline int ToHalfPoints(Twips length) {
+  constexpr double twipsPerHalfPoint = 10;
+  return static_cast<int>(std::lround(length.count / twipsPerHalfPoint));
+}
+
+inline Twips FromHalfPoints(double halfPoints) {
+  return {static_cast<int>(std::ceil(halfPoints * 10))};
+}
+
+/// The device that documents are laid out for. Nothing is painted on it.
+class HalfPointDevice : public QPaintDevice {
+ public:
+  QPaintEngine* paintEngine() const override { return nullptr; }
+
+ protected:
+  int metric(PaintDeviceMetric metric) const override {
+    switch (metric) {
+      case PdmDpiX:
+      case PdmDpiY:
+      case PdmPhysicalDpiX:
+      case PdmPhysicalDpiY:
+        return halfPointsPerInch;
+      case PdmDevicePixelRatio:
+        return 1;
+      case PdmDevicePixelRatioScaled:
+        return qRound(devicePixelRatioFScale());
+      default:
+        return QPaintDevice::metric(metric);
+    }
+  }
+};
+
+}  // namespace documents

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "documents/Export.h"
+#include "documents/letter/HalfPoints.h"
+#include "documents/letter/Margins.h"
+
+#include <memory>
+
+class QPainter;
+class QTextCursor;
+class QTextDocument;
+
+namespace documents {
+
+/// A letter laid out for its paper, to be painted page by page on whatever there is: a printer, a picture, a window.
+/// It has a copy of its own. Lines break where they do in the editor.
+class KELDOCUMENTOS_EXPORT LetterPainter {
+ public:
+  LetterPainter(const QTextDocument& letter, const Margins& margins, const Paper& paper = UsualPaper());
+  /// The same for what is selected of a letter.
+  LetterPainter(const QTextCursor& selection, const Margins& margins, const Paper& paper = UsualPaper());
+  ~LetterPainter();
+
+  /// 0 where the margins leave no room for a text.
+  int PageCount() const;
+  /// Paints a page, from 0, on a painter whose unit is the half-point and whose origin is the paper's upper left
+  /// corner. The paper's own colour is the caller's.
+  void Paint(QPainter& painter, int page) const;
+
+ private:
+  void LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper);
+
+  HalfPointDevice m_device;
+  std::unique_ptr<QTextDocument> m_pages;
+  QPointF m_corner;
+};
+
+}  // namespace documents

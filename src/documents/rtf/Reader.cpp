@@ -1,0 +1,370 @@
+#include "documents/rtf/Reader.h"
+
+#include <QTextDocument>
+#include <QTextOption>
+
+#include <algorithm>
+
+namespace rtf {
+
+namespace {
+
+QString NameOf(std::string_view name) {
+  constexpr qsizetype longest = 32;
+  return QString::fromLatin1(name.data(), std::min(static_cast<qsizetype>(name.size()), longest));
+}
+
+bool IsBorder(std::string_view name) {
+  return name.find("brdr") != std::string_view::npos || name == "box";
+}
+
+/// What holds for more than the text at its place, and is out of place in the result of a field: that may be written
+/// back as it is and would say it again.
+bool IsOfDocument(Action action) {
+  return action == Action::DefaultTab || action == Action::CarryDocument || action == Action::SectionDefaults ||
+         action == Action::CarrySection;
+}
+
+constexpr qsizetype mostNames = 200;
+
+void Count(QMap<QString, int>& names, std::string_view name) {
+  const QString key = NameOf(name);
+  if (names.size() < mostNames || names.contains(key)) {
+    ++names[key];
+  }
+}
+
+}  // namespace
+
+Reader::Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits)
+    : m_input(input),
+      m_tokenizer(input),
+      m_document(document),
+      m_source(source),
+      m_limits(limits),
+      m_builder(document) {
+  m_groups.emplace_back();
+}
+
+Report Reader::Read() {
+  while (!m_done) {
+    const Token token = m_tokenizer.Next();
+    if (token.kind == TokenKind::End) {
+      break;
+    }
+    Handle(token);
+  }
+  if (m_report.outcome != Outcome::Refused) {
+    Finish();
+  }
+  return m_report;
+}
+
+void Reader::Handle(const Token& token) {
+  switch (token.kind) {
+    case TokenKind::GroupStart:
+      OpenGroup();
+      return;
+    case TokenKind::GroupEnd:
+      CloseGroup();
+      return;
+    default:
+      break;
+  }
+  if (Top().openLink != 0) {
+    return;
+  }
+  if (m_skip > 0 && token.kind != TokenKind::Text) {
+    --m_skip;
+    return;
+  }
+  switch (token.kind) {
+    case TokenKind::Word:
+      HandleWord(token);
+      break;
+    case TokenKind::Symbol:
+      if (token.byte == '*') {
+        m_starred = true;
+        m_destination = token.begin;
+        return;
+      }
+      switch (token.byte) {
+        case '\n':
+          EndParagraph();
+          break;
+        case '~':
+          AppendCharacter(0x00A0);
+          break;
+        case '-':
+          AppendCharacter(0x00AD);
+          break;
+        case '_':
+          AppendCharacter(0x2011);
+          break;
+        case '\t':
+        case '\\':
+        case '{':
+        case '}':
+          AppendBytes({reinterpret_cast<const char*>(&token.byte), 1});
+          break;
+        default:
+          break;
+      }
+      break;
+    case TokenKind::Hex:
+      AppendBytes({reinterpret_cast<const char*>(&token.byte), 1});
+      break;
+    case TokenKind::Text:
+      AppendBytes(SkipFallback(token.text));
+      break;
+    default:
+      break;
+  }
+  m_starred = false;
+}
+
+void Reader::HandleWord(const Token& token) {
+  FlushBytes();
+  if (!m_starred) {
+    m_destination = token.begin;
+  }
+  const Keyword* keyword = FindKeyword(token.text);
+  if (keyword == nullptr) {
+    if (m_starred) {
+      EnterUnknownDestination(token);
+    } else {
+      Count(m_report.dropped, token.text);
+    }
+  } else if (IsDestination(keyword->action)) {
+    EnterDestination(*keyword, token);
+  } else {
+    ApplyWord(*keyword, token);
+  }
+}
+
+void Reader::ApplyWord(const Keyword& keyword, const Token& token) {
+  if (ApplyCharacterWord(Top().character, keyword, token, m_colours)) {
+    m_runIsCurrent = false;
+    m_codePage = -1;
+    m_bodyStarted = m_bodyStarted || keyword.action == Action::Plain;
+  } else if (ApplyParagraphWord(Top().paragraph, m_pendingTab, keyword, token, m_colours)) {
+    m_bodyStarted = m_bodyStarted || keyword.action == Action::Pard;
+  } else if (!ApplyDocumentWord(keyword, token) && !ApplyTextWord(keyword, token)) {
+    Count(m_report.dropped, token.text);
+  }
+  CarryWord(keyword, token);
+}
+
+void Reader::CarryWord(const Keyword& keyword, const Token& token) {
+  switch (keyword.action) {
+    case Action::CarryCharacter:
+      m_borderOwner = BorderOwner::Character;
+      break;
+    case Action::CarryParagraph:
+      m_borderOwner = BorderOwner::Paragraph;
+      break;
+    case Action::CarrySection:
+      m_borderOwner = BorderOwner::Section;
+      break;
+    case Action::CarryRow:
+      m_borderOwner = BorderOwner::Row;
+      break;
+    case Action::Plain:
+    case Action::Pard:
+    case Action::SectionDefaults:
+    case Action::RowDefaults:
+      m_borderOwner = BorderOwner::None;
+      return;
+    case Action::CarryDocument:
+      Count(m_report.carried, token.text);
+      return;
+    default:
+      return;
+  }
+  Count(m_report.carried, token.text);
+  m_border = keyword.id;
+  if (!IsBorder(keyword.name)) {
+    m_borderOwner = BorderOwner::None;
+  }
+}
+
+void Reader::AttachBorder(const Keyword& keyword, const Token& token) {
+  const CarriedWord word = Carried(keyword, token, m_colours);
+  switch (m_borderOwner) {
+    case BorderOwner::Character:
+      Top().character.carried.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      m_runIsCurrent = false;
+      break;
+    case BorderOwner::Paragraph:
+      Top().paragraph.carried.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      break;
+    case BorderOwner::Section:
+      m_section.words.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      break;
+    case BorderOwner::Row:
+      m_rows.AddWord(Top().nestedRowProperties, word);
+      break;
+    case BorderOwner::None:
+      Count(m_report.dropped, token.text);
+      break;
+  }
+}
+
+bool Reader::ApplyDocumentWord(const Keyword& keyword, const Token& token) {
+  // The tables are read with these, so that what comes behind the first table is too late.
+  const bool inTime = !m_bodyStarted && m_preamble.fontTables.isEmpty();
+  if (Top().character.link != 0 && IsOfDocument(keyword.action)) {
+    return false;
+  }
+  switch (keyword.action) {
+    case Action::CharacterSet:
+      m_preamble.codePage = inTime ? keyword.value : m_preamble.codePage;
+      break;
+    case Action::CodePage:
+      m_preamble.codePage = inTime && token.parameter > 0 ? token.parameter : m_preamble.codePage;
+      break;
+    case Action::DefaultFont:
+      if (inTime) {
+        m_preamble.defaultFont = std::max(token.parameter, 0);
+        m_fonts.SetDefault(m_preamble.defaultFont);
+      }
+      break;
+    case Action::DefaultTab:
+      m_preamble.defaultTab = std::clamp(token.parameter, 0, largestTwips);
+      break;
+    case Action::CarryDocument: {
+      const CarriedWord word = Carried(keyword, token, m_colours);
+      m_preamble.words.Put(keyword, word.hasParameter, word.parameter);
+      break;
+    }
+    case Action::SectionDefaults:
+      m_section.words.Clear();
+      m_section.defaults = true;
+      break;
+    case Action::CarrySection:
+      m_section.words.Put(keyword, token.hasParameter, token.parameter);
+      break;
+    case Action::RowDefaults:
+      m_rows.BeginDefinition(Top().nestedRowProperties, keyword);
+      break;
+    case Action::CarryRow:
+      m_rows.AddWord(Top().nestedRowProperties, Carried(keyword, token, m_colours));
+      break;
+    case Action::BorderAttribute:
+      AttachBorder(keyword, token);
+      break;
+    case Action::UnicodeSkip:
+      Top().unicodeSkip = std::clamp(token.parameter, 0, 16);
+      break;
+    default:
+      return false;
+  }
+  return true;
+}
+
+bool Reader::ApplyTextWord(const Keyword& keyword, const Token& token) {
+  switch (keyword.action) {
+    case Action::Character:
+      AppendCharacter(static_cast<char16_t>(keyword.value));
+      break;
+    case Action::Unicode:
+      if (!token.hasParameter) {
+        return false;
+      }
+      AppendCharacter(static_cast<char16_t>(token.parameter));
+      m_skip = Top().unicodeSkip;
+      break;
+    case Action::Paragraph:
+      EndParagraph();
+      break;
+    case Action::Line:
+      AppendCharacter(QChar::LineSeparator);
+      break;
+    case Action::Page:
+      BreakPage();
+      break;
+    case Action::Section:
+      EndSection();
+      break;
+    case Action::Cell:
+      EndCell(1);
+      break;
+    case Action::Row:
+      EndRow(1);
+      break;
+    case Action::NestedCell:
+      EndCell(std::max(Top().paragraph.tableLevel, 2));
+      break;
+    case Action::NestedRow:
+      EndRow(std::max(Top().paragraph.tableLevel, 2));
+      break;
+    case Action::CarryInline:
+      Count(m_report.carried, token.text);
+      AddPiece('\\' + QByteArray(keyword.name.data(), static_cast<qsizetype>(keyword.name.size())) + ' ');
+      break;
+    default:
+      return false;
+  }
+  return true;
+}
+
+void Reader::OpenGroup() {
+  FlushBytes();
+  m_skip = 0;
+  m_starred = false;
+  if (Top().alternatives || Top().openLink != 0) {
+    if (!EnterResult()) {
+      m_tokenizer.SkipGroup();
+    }
+    return;
+  }
+  if (m_groups.size() > deepestGroup) {
+    ++m_uncounted;
+  } else {
+    m_groups.push_back(Group(Top()));
+  }
+}
+
+void Reader::CloseGroup() {
+  FlushBytes();
+  m_skip = 0;
+  m_starred = false;
+  if (m_uncounted > 0) {
+    --m_uncounted;
+    return;
+  }
+  const Group group = Top();
+  m_groups.pop_back();
+  m_borderOwner = BorderOwner::None;
+  m_runIsCurrent = false;
+  m_codePage = -1;
+  if (group.openLink != 0) {
+    CloseLink(group);
+  }
+  // The group that the document is; what stands behind it is none of its text.
+  m_done = m_groups.size() <= 1;
+}
+
+void Reader::Finish() {
+  FlushBytes();
+  while (m_groups.size() > 1) {
+    CloseGroup();
+  }
+  const bool endsOpen = m_builder.HasText() || !m_hidden.isEmpty() || m_break != 0 || m_builder.Paragraphs() == 0;
+  if (endsOpen) {
+    EndParagraph();
+  }
+  FinishSection();
+  SetPreamble(m_document, m_preamble);
+  QTextOption option = m_document.defaultTextOption();
+  option.setTabStopDistance(m_preamble.defaultTab / 15.0);
+  m_document.setDefaultTextOption(option);
+}
+
+void Reader::Refuse(const QString& reason) {
+  m_report.outcome = Outcome::Refused;
+  m_report.reason = reason;
+  m_done = true;
+}
+
+}  // namespace rtf

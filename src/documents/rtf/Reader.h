@@ -1,0 +1,157 @@
+#pragma once
+
+#include "documents/rtf/ColourTable.h"
+#include "documents/rtf/DocumentBuilder.h"
+#include "documents/rtf/FontTable.h"
+#include "documents/rtf/Numbering.h"
+#include "documents/rtf/Preamble.h"
+#include "documents/rtf/Report.h"
+#include "documents/rtf/RowTracker.h"
+#include "documents/rtf/Source.h"
+#include "documents/rtf/StyleWords.h"
+#include "documents/rtf/Styles.h"
+#include "documents/rtf/Tokenizer.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rtf {
+
+/// Reads one RTF text into a document: tokens in, formatting state in the middle, paragraphs out to a DocumentBuilder.
+/// Nested groups cost no stack: their state is kept for `deepestGroup` levels, deeper ones are only counted.
+class Reader {
+ public:
+  static constexpr std::size_t deepestGroup = 512;
+  /// Fields and objects within the results of others, beyond which they are pieces as a whole.
+  static constexpr int deepestLink = 8;
+
+  /// `input` must outlive the reader. The document's pictures go to `source`.
+  Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits);
+
+  Report Read();
+
+ private:
+  /// What the groups that are open save and restore.
+  struct Group {
+    CharacterStyle character;
+    ParagraphStyle paragraph;
+    int unicodeSkip = 1;
+    bool alternatives = false;         ///< `\upr`: of its groups only `\ud` counts.
+    bool nestedRowProperties = false;  ///< `\nesttableprops`
+    int openLink = 0;                  ///< A field or object of which only the result counts; its index.
+    std::size_t contents = 0;          ///< Where the contents of such a group begin.
+  };
+  struct LinkNode {
+    int parent = 0;
+    int depth = 1;
+    int serial = 0;  ///< Given when the first text is found in the result.
+    bool isObject = false;
+    Piece head = {};
+    QString name = {};    ///< Of the heads from the outermost link to this one.
+    QString target = {};  ///< A hyperlink's address.
+  };
+  struct NumberingNode {
+    Numbering numbering;
+    QString source;
+  };
+  struct SectionState {
+    bool first = true;
+    bool defaults = false;
+    WordList words = {};
+    QByteArray groups = {};
+    int paragraph = -1;  ///< Its first paragraph, once it is in the document.
+  };
+  enum class BorderOwner { None, Character, Paragraph, Section, Row };
+
+  // Reader.cpp: groups, words, the document's own state.
+  void Handle(const Token& token);
+  void HandleWord(const Token& token);
+  void ApplyWord(const Keyword& keyword, const Token& token);
+  bool ApplyDocumentWord(const Keyword& keyword, const Token& token);
+  bool ApplyTextWord(const Keyword& keyword, const Token& token);
+  void CarryWord(const Keyword& keyword, const Token& token);
+  void AttachBorder(const Keyword& keyword, const Token& token);
+  void OpenGroup();
+  void CloseGroup();
+  void Finish();
+  Group& Top() { return m_groups.back(); }
+
+  // ReaderGroups.cpp: destinations, links, pieces.
+  void EnterDestination(const Keyword& keyword, const Token& token);
+  void EnterUnknownDestination(const Token& token);
+  QByteArray Capture();
+  void PlaceGroup(const Keyword& keyword, const QByteArray& group);
+  void OpenLink(bool isObject);
+  bool EnterResult();
+  void CloseLink(const Group& group);
+  Links LinksOf(int link);
+  void AddPiece(const QByteArray& group);
+  void AddPicture(const QByteArray& group);
+  void ExtendPicture(const QByteArray& group);
+
+  // ReaderText.cpp: text, paragraphs, formats.
+  void AppendBytes(std::string_view bytes);
+  void AppendCharacter(char16_t character);
+  void FlushBytes();
+  QString& HiddenText();
+  void FlushHidden();
+  void PrepareRun();
+  int CodePage();
+  const QTextCharFormat& FormatOf(CharacterStyle style);
+  QTextBlockFormat BlockFormatOf(const ParagraphStyle& style, bool listItem);
+  void EndParagraph();
+  void EndCell(int level);
+  void EndRow(int level);
+  void EndSection();
+  void FinishSection();
+  void BreakPage();
+  bool FindListItem(ListItem& item) const;
+  std::string_view SkipFallback(std::string_view bytes);
+  void Refuse(const QString& reason);
+
+  std::string_view m_input;
+  Tokenizer m_tokenizer;
+  QTextDocument& m_document;
+  Source& m_source;
+  Limits m_limits;
+  Report m_report;
+  DocumentBuilder m_builder;
+  RowTracker m_rows;
+  TablePath m_lastPath;
+  PreambleData m_preamble;
+  FontTable m_fonts;
+  ColourTable m_colours;
+  ListTable m_lists;
+  std::vector<Group> m_groups;
+  std::size_t m_uncounted = 0;  ///< Open groups beyond the deepest.
+  bool m_done = false;
+  bool m_bodyStarted = false;
+  bool m_starred = false;
+  std::size_t m_destination = 0;  ///< Where a destination's word, or the star in front of it, begins.
+  int m_skip = 0;                 ///< Characters of a Unicode escape's fallback that are still to come.
+  std::vector<LinkNode> m_links{LinkNode{}};
+  int m_linkSerials = 0;
+  std::vector<NumberingNode> m_numberings{NumberingNode{}};
+  TabStop m_pendingTab;
+  SectionState m_section;
+  int m_break = 0;  ///< The BreakKind of the paragraph to come, 0 for none.
+  BorderOwner m_borderOwner = BorderOwner::None;
+  std::uint16_t m_border = 0;
+  std::string m_bytes;  ///< Of a multi-byte code page, until they can be decoded together.
+  int m_bytesPage = 0;
+  QString m_hidden;
+  CharacterStyle m_hiddenStyle;
+  QHash<CharacterStyle, QTextCharFormat> m_formats;
+  QHash<ParagraphStyle, QTextBlockFormat> m_blockFormats;
+  qsizetype m_pieceFormats = 0;
+  QSet<size_t> m_tableFormats;
+  bool m_runIsCurrent = false;  ///< The builder's last run has the style in force.
+  CharacterStyle m_runStyle;
+  int m_codePage = -1;  ///< Of the style in force, -1 if that changed.
+};
+
+}  // namespace rtf

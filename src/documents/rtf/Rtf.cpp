@@ -1,0 +1,232 @@
+#include "documents/rtf/Rtf.h"
+
+#include "documents/rtf/CodePages.h"
+#include "documents/rtf/Reader.h"
+#include "documents/rtf/Source.h"
+#include "documents/rtf/Writer.h"
+
+#include <QStringDecoder>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QTextList>
+
+#include <algorithm>
+#include <string_view>
+
+namespace rtf {
+
+namespace {
+
+/// Behind blanks and the mark of a UTF-8 file.
+std::string_view RtfIn(const QByteArray& content) {
+  std::string_view view(content.constData(), static_cast<std::size_t>(content.size()));
+  if (view.substr(0, 3) == "\xEF\xBB\xBF") {
+    view.remove_prefix(3);
+  }
+  view.remove_prefix(std::min(view.find_first_not_of(" \t\r\n"), view.size()));
+  return view.substr(0, 5) == "{\\rtf" ? view : std::string_view();
+}
+
+QString PlainText(const QByteArray& content) {
+  QStringDecoder utf8(QStringDecoder::Utf8);
+  QString text = utf8.decode(content);
+  if (!utf8.hasError()) {
+    return text;
+  }
+  text.clear();
+  for (const QByteArray& line : content.split('\n')) {
+    if (!text.isEmpty()) {
+      text += u'\n';
+    }
+    Decode(text, {line.constData(), static_cast<std::size_t>(line.size())}, westernCodePage);
+  }
+  return text;
+}
+
+Report Refused(const QString& reason) {
+  return {.outcome = Outcome::Refused, .reason = reason, .carried = {}, .dropped = {}};
+}
+
+/// Plain text as RTF in the document's font, so that it is read like any other letter.
+QByteArray RtfOf(QString text, const QFont& font) {
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  text.replace(u'\r', u'\n');
+  for (QChar& c : text) {
+    const char16_t code = c.unicode();
+    if (code < 0x20 && code != u'\t' && code != u'\n') {
+      c = u' ';
+    } else if (code == QChar::ObjectReplacementCharacter || code == 0xFDD0 || code == 0xFDD1) {
+      c = QChar::ReplacementCharacter;
+    }
+  }
+  QTextDocument plain;
+  plain.setUndoRedoEnabled(false);
+  plain.setDefaultFont(font);
+  QTextCursor(&plain).insertText(text);
+  return Writer(plain).Write();
+}
+
+/// Reads `bytes`; `characters` is the text that they stand for, if that was characters and no RTF.
+Report ReadInto(const QByteArray& bytes, const QString& characters, QTextDocument& document, const Limits& limits) {
+  Source& source = Source::Of(document);
+  source.Forget();
+  document.clear();
+  if (bytes.size() > limits.bytes || characters.size() > limits.bytes) {
+    return Refused(QStringLiteral("La carta ocupa más de %1 MB.").arg(limits.bytes / (1024 * 1024)));
+  }
+  Report report;
+  if (const std::string_view input = RtfIn(bytes); !input.empty()) {
+    report = Reader(input, document, source, limits).Read();
+  } else {
+    const QByteArray rich = RtfOf(characters.isNull() ? PlainText(bytes) : characters, document.defaultFont());
+    report = Reader(RtfIn(rich), document, source, limits).Read();
+    if (report.outcome == Outcome::RichText) {
+      report.outcome = Outcome::PlainText;
+    }
+  }
+  if (report.outcome == Outcome::Refused) {
+    document.clear();
+    source.Forget();
+  }
+  return report;
+}
+
+/// The bytes that a column's characters stand for. A character that is no byte becomes a group of its own with a
+/// Unicode escape, so that it counts as one character wherever it stands.
+QByteArray BytesOf(const QString& characters) {
+  QByteArray bytes;
+  bytes.reserve(characters.size());
+  for (const QChar c : characters) {
+    if (c.unicode() <= 0xFF) {
+      bytes += static_cast<char>(c.unicode());
+    } else if (c.unicode() != 0xFEFF) {
+      bytes += "{\\uc1\\u" + QByteArray::number(static_cast<qint16>(c.unicode())) + "?}";
+    }
+  }
+  return bytes;
+}
+
+/// What is carried byte for byte may hold bytes that no text column takes: binary data is written as digits, which
+/// mean the same.
+QByteArray WithoutBinary(const QByteArray& bytes) {
+  if (!bytes.contains('\0')) {
+    return bytes;
+  }
+  QByteArray result;
+  Tokenizer tokenizer({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+  for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
+    const QByteArrayView raw(
+        token.kind == TokenKind::Binary ? token.text.data() : bytes.constData() + token.begin,
+        static_cast<qsizetype>(token.kind == TokenKind::Binary ? token.text.size() : token.end - token.begin));
+    result += token.kind == TokenKind::Binary ? ' ' + raw.toByteArray().toHex() : raw.toByteArray();
+  }
+  return result;
+}
+
+/// What the numbers in a selection refer to.
+PreambleData TablesOf(const PreambleData& whole) {
+  PreambleData tables;
+  tables.codePage = whole.codePage;
+  tables.defaultFont = whole.defaultFont;
+  tables.fontTables = whole.fontTables;
+  tables.colourTables = whole.colourTables;
+  tables.listTables = whole.listTables;
+  return tables;
+}
+
+/// Takes from a pasted document what refers to tables and sections that the target does not have.
+void Detach(QTextDocument& pasted, QTextDocument& target) {
+  const bool sameLists = PreambleOf(pasted).data->listTables == PreambleOf(target).data->listTables;
+  for (QTextBlock block = pasted.begin(); block.isValid(); block = block.next()) {
+    QTextBlockFormat format = block.blockFormat();
+    if (format.hasProperty(SectionWordsProperty)) {
+      format.clearProperty(SectionWordsProperty);
+      format.clearProperty(SectionNameProperty);
+      format.clearProperty(SectionProperty);
+      QTextCursor(block).setBlockFormat(format);
+    }
+    QTextList* list = sameLists ? nullptr : block.textList();
+    if (list != nullptr && list->format().stringProperty(ListSourceProperty).startsWith(u"\\ls")) {
+      QTextListFormat own = list->format();
+      own.clearProperty(ListSourceProperty);
+      list->setFormat(own);
+    }
+  }
+}
+
+bool IsLatin1(const QString& text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
+}
+
+}  // namespace
+
+Report Read(const QByteArray& content, QTextDocument& document, const Limits& limits) {
+  const Report report = ReadInto(content, {}, document, limits);
+  if (report.outcome != Outcome::Refused) {
+    Source::Of(document).Remember(document, content, {});
+  }
+  return report;
+}
+
+Report Read(const QString& content, QTextDocument& document, const Limits& limits) {
+  if (content.size() > limits.bytes) {
+    return ReadInto({}, content, document, limits);
+  }
+  const QByteArray bytes = BytesOf(content);
+  const Report report = ReadInto(bytes, content.isNull() ? QStringLiteral("") : content, document, limits);
+  if (report.outcome != Outcome::Refused) {
+    const bool plainBytes = IsLatin1(content);
+    Source::Of(document).Remember(document, plainBytes ? bytes : QByteArray(), plainBytes ? QString() : content);
+  }
+  return report;
+}
+
+QByteArray Write(const QTextDocument& document) {
+  if (const Source* source = Source::Find(document)) {
+    if (const auto unchanged = source->UnchangedBytes(document)) {
+      return *unchanged;
+    }
+  }
+  return Writer(document).Write();
+}
+
+QString WriteText(const QTextDocument& document) {
+  if (const Source* source = Source::Find(document)) {
+    if (const auto unchanged = source->UnchangedCharacters(document)) {
+      return *unchanged;
+    }
+  }
+  return QString::fromLatin1(WithoutBinary(Writer(document).Write()));
+}
+
+QByteArray WriteSelection(const QTextCursor& cursor) {
+  if (!cursor.hasSelection()) {
+    return {};
+  }
+  QTextDocument selection;
+  selection.setUndoRedoEnabled(false);
+  selection.setDefaultFont(cursor.document()->defaultFont());
+  QTextCursor(&selection).insertFragment(cursor.selection());
+  SetPreamble(selection, TablesOf(*PreambleOf(*cursor.document()).data));
+  return Writer(selection).Write();
+}
+
+Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits) {
+  QTextDocument pasted;
+  Report report = Read(content, pasted, limits);
+  if (report.outcome == Outcome::Refused) {
+    return report;
+  }
+  QTextDocument& target = *cursor.document();
+  Detach(pasted, target);
+  Source::Of(target).AddPictures(Source::Of(pasted));
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  cursor.insertFragment(QTextDocumentFragment(&pasted));
+  cursor.endEditBlock();
+  return report;
+}
+
+}  // namespace rtf

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "documents/rtf/Properties.h"
+
+#include <QCache>
+#include <QHash>
+#include <QImage>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+class QTextDocument;
+
+namespace rtf {
+
+/// What belongs to one document and not to its contents: the text that it was read from, to be given back while nothing
+/// has changed, and the pictures, decoded when they are first shown. A child of the document, so that a clone has none.
+class Source : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The document's source, made where it has none.
+  static Source& Of(QTextDocument& document);
+  static const Source* Find(const QTextDocument& document);
+
+  /// Takes `original` as what the document holds now. Characters or bytes; one of them is empty.
+  void Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters);
+  void Forget();
+  /// The original, if the document is what was read: by its text and formats, not by its count of revisions, so that
+  /// undoing everything counts as no change.
+  std::optional<QByteArray> UnchangedBytes(const QTextDocument& document) const;
+  std::optional<QString> UnchangedCharacters(const QTextDocument& document) const;
+
+  /// Keeps a picture's group under the name that an image format has for it, and returns the name.
+  QString AddPicture(const Piece& group);
+  /// Adds the pictures of another document.
+  void AddPictures(const Source& other) { m_pictures.insert(other.m_pictures); }
+
+ private:
+  explicit Source(QTextDocument& document);
+
+  bool IsUnchanged(const QTextDocument& document) const;
+  QImage Picture(const QString& name);
+
+  QByteArray m_bytes;
+  QString m_characters;
+  QByteArray m_fingerprint;
+  QHash<QString, Piece> m_pictures;
+  QCache<QString, QImage> m_decoded;
+};
+
+}  // namespace rtf

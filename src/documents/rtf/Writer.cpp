@@ -1,0 +1,366 @@
+#include "documents/rtf/Writer.h"
+
+#include "documents/rtf/CharacterFormat.h"
+#include "documents/rtf/ParagraphFormat.h"
+
+#include <QTextFragment>
+#include <QTextFrame>
+#include <QTextList>
+
+#include <algorithm>
+
+namespace rtf {
+
+namespace {
+
+/// A hyperlink that has no field of its own yet.
+Link HyperlinkTo(const QString& target) {
+  QString escaped = target;
+  escaped.replace(u'\\', QStringLiteral("\\\\"));
+  escaped.remove(u'"');
+  RtfText head;
+  head.Raw("\\field{\\*\\fldinst{HYPERLINK \"");
+  head.Text(escaped, 0);
+  head.Raw("\"}}");
+  return {.serial = 0, .isObject = false, .head = Piece(head.Bytes()), .target = target};
+}
+
+Font SymbolFont() {
+  return {.family = QStringLiteral("nil"), .charset = 2, .codePage = symbolCodePage, .name = QStringLiteral("Symbol")};
+}
+
+}  // namespace
+
+Writer::Writer(const QTextDocument& document)
+    : m_document(document), m_preamble(PreambleOf(document)), m_tables(*m_preamble.data), m_styles(m_text, m_tables) {}
+
+QByteArray Writer::Write() {
+  m_text.Bytes().reserve(m_document.characterCount() * 2);
+  m_text.Word("\\pard");
+  m_styles.Reset();
+  for (QTextBlock block = m_document.begin(); block.isValid(); block = block.next()) {
+    WriteBlock(block);
+  }
+  CloseLinks(0);
+  m_text.Raw("}\r\n");
+  return Header() + m_text.Bytes();
+}
+
+QByteArray Writer::Header() {
+  const PreambleData& preamble = *m_preamble.data;
+  RtfText header;
+  header.Raw("{\\rtf1");
+  switch (preamble.codePage) {
+    case 10000:
+      header.Word("\\mac");
+      break;
+    case 437:
+      header.Word("\\pc");
+      break;
+    case 850:
+      header.Word("\\pca");
+      break;
+    default:
+      header.Word("\\ansi\\ansicpg", preamble.codePage);
+  }
+  header.Word("\\deff", preamble.defaultFont);
+  const QList<CarriedWord>& words = preamble.words.Words();
+  StyleWriter(header, m_tables).Words(words);
+  if (preamble.defaultTab != 720) {
+    header.Word("\\deftab", preamble.defaultTab);
+  }
+  RtfText section;
+  if (preamble.sectionDefaults) {
+    section.Word("\\sectd");
+  }
+  StyleWriter(section, m_tables).Words(preamble.sectionWords.Words());
+  header.Raw(m_tables.FontGroups());
+  header.Raw("\r\n");
+  header.Raw(m_tables.ColourGroups());
+  header.Raw("\r\n");
+  header.Raw(preamble.listTables);
+  header.Raw(preamble.groups);
+  header.Raw("\\uc1");
+  header.Raw(section.Bytes());
+  header.Raw(preamble.sectionGroups);
+  header.Raw("\r\n");
+  return header.Bytes();
+}
+
+void Writer::WriteBlock(const QTextBlock& block) {
+  const BlockFormat& format = FormatOf(block);
+  ListState* list = ListOf(block);
+  const bool beginsSection = format.hasSection && block.blockNumber() > 0;
+  const bool goesOn = block.blockNumber() > 0 && !beginsSection && format.path == m_path;
+  if (beginsSection) {
+    BeginSection(block);
+  }
+  BeginRows(format.path);
+  Paragraph(format.style, list, true);
+  bool pageBegun = false;
+  if (format.pageBreak && format.pageBreak != BreakKind::Property) {
+    const bool isWritten =
+        (format.pageBreak == BreakKind::Within && goesOn) || (format.pageBreak == BreakKind::Section && beginsSection);
+    pageBegun = format.pageBreak != BreakKind::Section || !beginsSection;
+    if (!isWritten) {
+      m_text.Word("\\page");
+    }
+  }
+  for (auto at = block.begin(); !at.atEnd(); ++at) {
+    const QTextFragment fragment = at.fragment();
+    Run(FormatOf(fragment.charFormatIndex(), fragment.charFormat()), fragment.text());
+  }
+  const RunFormat& mark = FormatOf(block.charFormatIndex(), block.charFormat());
+  EnterLinks(mark.links);
+  m_styles.Characters(mark.style);
+  Paragraph(format.style, list, false);
+  EndBlock(block, pageBegun);
+}
+
+void Writer::BeginSection(const QTextBlock& block) {
+  const QTextBlockFormat format = block.blockFormat();
+  m_styles.Words(WordsFromText(format.stringProperty(SectionWordsProperty)));
+  m_text.Raw(format.property(SectionProperty).value<Piece>().Bytes());
+}
+
+/// The definitions of the rows that the paragraph is the first of, and cells in front of it that are gone. Nested
+/// rows are defined at their end.
+void Writer::BeginRows(const TablePath& path) {
+  for (qsizetype i = 0; i < path.size(); ++i) {
+    const bool same = i < m_path.size() && m_path[i].row == path[i].row && m_path[i].definition == path[i].definition &&
+                      m_path[i].cell <= path[i].cell && m_path.first(i) == path.first(i);
+    if (same) {
+      continue;
+    }
+    if (i == 0) {
+      m_styles.Words(WordsFromText(path[i].definition));
+    }
+    for (int cell = 0; cell < path[i].cell; ++cell) {
+      ParagraphStyle empty;
+      empty.tableLevel = static_cast<int>(i) + 1;
+      Paragraph(empty, nullptr, false);
+      m_text.Word(i == 0 ? "\\cell" : "\\nestcell");
+    }
+  }
+  m_path = path;
+}
+
+void Writer::EndBlock(const QTextBlock& block, bool pageBegun) {
+  static const BlockFormat none;
+  const QTextBlock next = block.next();
+  const TablePath& path = m_path;
+  const BlockFormat& following = next.isValid() ? FormatOf(next) : none;
+  const bool staysInCell = following.path.size() >= path.size() && following.path.first(path.size()) == path;
+  if (!path.isEmpty() && !(next.isValid() && staysInCell)) {
+    EndCells(path, following.path);
+    if (following.hasSection) {
+      m_text.Word("\\sect");
+    }
+  } else if (following.hasSection) {
+    // The end of a section ends a paragraph that has something; an empty one needs its own.
+    if (block.length() == 1 && !pageBegun && block.blockNumber() > 0) {
+      m_text.Word("\\par");
+    }
+    m_text.Word("\\sect");
+  } else {
+    const bool goesOn = following.pageBreak == BreakKind::Within && following.path == path;
+    m_text.Word(goesOn ? "\\page" : "\\par");
+  }
+  m_text.Raw("\r\n");
+}
+
+void Writer::EndCells(const TablePath& path, const TablePath& next) {
+  for (qsizetype i = path.size() - 1; i >= 0; --i) {
+    if (i < next.size() && path.first(i + 1) == next.first(i + 1)) {
+      return;
+    }
+    const char* cell = i == 0 ? "\\cell" : "\\nestcell";
+    if (i == path.size() - 1) {
+      m_text.Word(cell);
+    }
+    const bool sameRow = i < next.size() && path.first(i) == next.first(i) && next[i].row == path[i].row &&
+                         next[i].definition == path[i].definition && next[i].cell > path[i].cell;
+    if (sameRow) {
+      for (int gone = path[i].cell + 1; gone < next[i].cell; ++gone) {
+        m_text.Word(cell);
+      }
+      return;
+    }
+    EndRow(path[i], i > 0);
+  }
+}
+
+void Writer::EndRow(const TableLevel& row, bool nested) {
+  if (!nested) {
+    m_text.Word("\\row");
+    return;
+  }
+  m_text.Raw("{\\*\\nesttableprops");
+  m_styles.Words(WordsFromText(row.definition));
+  m_text.Word("\\nestrow");
+  m_text.Raw("}{\\nonesttables\\par}");
+}
+
+void Writer::Paragraph(const ParagraphStyle& style, ListState* list, bool withMark) {
+  const QByteArray source = list == nullptr ? QByteArray() : list->group + list->words;
+  const bool same = m_inForce.style == style && m_inForce.list == source;
+  if (!same) {
+    m_text.Word("\\pard");
+  }
+  if (withMark && list != nullptr) {
+    ItemMark(*list);
+  }
+  if (same) {
+    return;
+  }
+  m_inForce = {style, source};
+  if (list != nullptr) {
+    m_text.Raw(list->group);
+  }
+  m_styles.Paragraph(style);
+  if (list != nullptr && !list->words.isEmpty()) {
+    m_text.Word(list->words.constData());
+  }
+}
+
+/// The mark as text, for readers that don't number themselves.
+void Writer::ItemMark(ListState& list) {
+  m_text.OpenGroup();
+  m_text.Word(list.words.isEmpty() ? "\\pntext" : "\\listtext");
+  if (list.bullet.isEmpty()) {
+    const Numbering& numbering = list.numbering;
+    m_text.Text(numbering.before + NumberText(numbering.kind, list.next++) + numbering.after, 0);
+  } else {
+    m_text.Raw(list.bullet);
+  }
+  m_text.Word("\\tab");
+  m_text.CloseGroup();
+}
+
+void Writer::Run(const RunFormat& format, const QString& text) {
+  EnterLinks(format.links);
+  m_styles.Characters(format.style);
+  if (format.object.isEmpty() && !text.contains(QChar::ObjectReplacementCharacter)) {
+    m_text.Text(text, format.codePage);
+    return;
+  }
+  const QStringList parts = text.split(QChar::ObjectReplacementCharacter);
+  for (qsizetype i = 0; i < parts.size(); ++i) {
+    if (i > 0) {
+      m_text.Raw(format.object);
+    }
+    m_text.Text(parts[i], format.codePage);
+  }
+}
+
+void Writer::EnterLinks(const Links& links) {
+  qsizetype kept = 0;
+  while (kept < m_links.size() && kept < links.size() && m_links[kept].link == links[kept]) {
+    ++kept;
+  }
+  CloseLinks(kept);
+  for (qsizetype i = kept; i < links.size(); ++i) {
+    m_links.append({links[i], m_styles.Current(), m_inForce});
+    m_text.OpenGroup();
+    m_text.Raw(links[i].head.Bytes());
+    m_text.OpenGroup();
+    m_text.Word(links[i].isObject ? "\\result" : "\\fldrslt");
+  }
+}
+
+void Writer::CloseLinks(qsizetype kept) {
+  while (m_links.size() > kept) {
+    m_text.Raw("}}");
+    const OpenLink closed = m_links.takeLast();
+    m_styles.Restore(closed.characters);
+    m_inForce = closed.paragraph;
+  }
+}
+
+const Writer::RunFormat& Writer::FormatOf(int index, const QTextCharFormat& format) {
+  const auto [place, isNew] = m_formats.try_emplace(index);
+  RunFormat& run = place->second;
+  if (!isNew) {
+    return run;
+  }
+  Font font;
+  run.style = FromCharacterFormat(format, m_document.defaultFont(), font);
+  run.style.font = m_tables.FontNumber(font);
+  run.codePage = m_tables.CodePage(font);
+  run.links = format.property(LinkProperty).value<Links>();
+  const QString target = format.isAnchor() ? format.anchorHref() : QString();
+  const QString known = run.links.isEmpty() ? QString() : run.links.last().target;
+  if (target != known) {
+    if (!known.isEmpty()) {
+      run.links.removeLast();
+    }
+    if (!target.isEmpty()) {
+      run.links.append(HyperlinkTo(target));
+    }
+  }
+  if (format.hasProperty(PieceProperty)) {
+    run.object = format.property(PieceProperty).value<Piece>().Bytes();
+  } else if (format.isImageFormat()) {
+    run.object = PictureOf(format);
+  }
+  return run;
+}
+
+const Writer::BlockFormat& Writer::FormatOf(const QTextBlock& block) {
+  const auto [place, isNew] = m_blockFormats.try_emplace(block.blockFormatIndex());
+  BlockFormat& result = place->second;
+  if (!isNew) {
+    return result;
+  }
+  const QTextBlockFormat format = block.blockFormat();
+  const QTextList* list = block.textList();
+  const QTextListFormat listFormat = list == nullptr ? QTextListFormat() : list->format();
+  result.style = FromBlockFormat(format, list == nullptr ? nullptr : &listFormat, m_document.indentWidth());
+  result.path = PathOf(format);
+  result.style.tableLevel = static_cast<int>(result.path.size());
+  result.hasSection = format.hasProperty(SectionWordsProperty);
+  if ((format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) != 0) {
+    // A break that was set in the editor is one at the paragraph's start.
+    const int kind = format.intProperty(BreakProperty);
+    result.pageBreak = kind == 0 ? BreakKind::AtStart : BreakKind(kind);
+  }
+  return result;
+}
+
+Writer::ListState* Writer::ListOf(const QTextBlock& block) {
+  const QTextList* list = block.textList();
+  if (list == nullptr) {
+    return nullptr;
+  }
+  const auto known = m_lists.find(list);
+  if (known != m_lists.end()) {
+    return &*known;
+  }
+  const QTextListFormat format = list->format();
+  ListState state;
+  state.numbering = {KindOf(format.style()), 1, format.numberPrefix(),
+                     format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".")};
+  const bool bullet = state.numbering.kind == Numbering::Kind::Bullet;
+  if (format.hasProperty(ListStartProperty)) {
+    state.numbering.start = format.intProperty(ListStartProperty);
+  }
+  state.next = state.numbering.start;
+  const int symbols = bullet ? m_tables.FontNumber(SymbolFont()) : -1;
+  if (bullet) {
+    state.bullet = "\\f" + QByteArray::number(symbols) + "\\'b7";
+    state.numbering.before = QChar(0xB7);
+    state.numbering.after.clear();
+  }
+  const QByteArray source = format.stringProperty(ListSourceProperty).toLatin1();
+  const bool isAsRead = !source.isEmpty() && format.intProperty(ListStyleProperty) == int(format.style());
+  if (!isAsRead) {
+    state.group = NumberingGroup(state.numbering, symbols);
+  } else if (source.startsWith("\\ls")) {
+    state.words = source;
+  } else {
+    state.group = source;
+  }
+  return &*m_lists.insert(list, state);
+}
+
+}  // namespace rtf

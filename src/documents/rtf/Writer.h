@@ -1,0 +1,92 @@
+#pragma once
+
+#include "documents/rtf/Numbering.h"
+#include "documents/rtf/Preamble.h"
+#include "documents/rtf/Properties.h"
+#include "documents/rtf/StyleWriter.h"
+#include "documents/rtf/TablePath.h"
+#include "documents/rtf/WriterTables.h"
+
+#include <QHash>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <optional>
+#include <unordered_map>
+
+class QTextList;
+
+namespace rtf {
+
+/// Writes one document: its text with the words between the styles of neighbours, then the tables in front of it. The
+/// form is the classic rich edit control's: one group, formatting toggled in place, a line of the file a paragraph.
+class Writer {
+ public:
+  explicit Writer(const QTextDocument& document);
+
+  QByteArray Write();
+
+ private:
+  /// A character format, taken apart once.
+  struct RunFormat {
+    CharacterStyle style;
+    int codePage = 0;
+    Links links;
+    QByteArray object;  ///< What an object character of this format is written as.
+  };
+  /// A paragraph format, taken apart once.
+  struct BlockFormat {
+    ParagraphStyle style;
+    TablePath path;
+    std::optional<BreakKind> pageBreak;
+    bool hasSection = false;
+  };
+  struct ListState {
+    Numbering numbering;
+    QByteArray group;   ///< `\pn`, empty for a list of the list table.
+    QByteArray words;   ///< `\lsN\ilvlN`
+    QByteArray bullet;  ///< The mark of every item, empty for numbers.
+    int next = 1;
+  };
+  /// What is in force for paragraphs.
+  struct InForce {
+    ParagraphStyle style;
+    QByteArray list;
+  };
+  struct OpenLink {
+    Link link;
+    CharacterStyle characters;
+    InForce paragraph;
+  };
+
+  void WriteBlock(const QTextBlock& block);
+  void BeginSection(const QTextBlock& block);
+  void BeginRows(const TablePath& path);
+  void EndBlock(const QTextBlock& block, bool pageBegun);
+  void EndCells(const TablePath& path, const TablePath& next);
+  void EndRow(const TableLevel& row, bool nested);
+  void Paragraph(const ParagraphStyle& style, ListState* list, bool withMark);
+  void ItemMark(ListState& list);
+  void Run(const RunFormat& format, const QString& text);
+  void EnterLinks(const Links& links);
+  void CloseLinks(qsizetype kept);
+  const RunFormat& FormatOf(int index, const QTextCharFormat& format);
+  const BlockFormat& FormatOf(const QTextBlock& block);
+  ListState* ListOf(const QTextBlock& block);
+  QByteArray PictureOf(const QTextCharFormat& format) const;
+  QByteArray Header();
+
+  const QTextDocument& m_document;
+  Preamble m_preamble;
+  WriterTables m_tables;
+  RtfText m_text;
+  StyleWriter m_styles;
+  InForce m_inForce;
+  std::unordered_map<int, RunFormat> m_formats;
+  std::unordered_map<int, BlockFormat> m_blockFormats;
+  QHash<const QTextList*, ListState> m_lists;
+  QList<OpenLink> m_links;
+  TablePath m_path;
+};
+
+}  // namespace rtf

@@ -1,0 +1,152 @@
+#include "documents/rtf/WriterTables.h"
+
+#include "documents/rtf/CodePages.h"
+#include "documents/rtf/Styles.h"
+#include "documents/rtf/TextEncoder.h"
+#include "documents/rtf/Tokenizer.h"
+
+#include <algorithm>
+
+namespace rtf {
+
+namespace {
+
+std::string_view View(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+/// Whether the last colour lacks its semicolon, so that another would become part of it.
+bool EndsInsideEntry(const QByteArray& groups) {
+  const QByteArray open = groups.chopped(1);
+  Tokenizer tokenizer(View(open));
+  bool inside = false;
+  int depth = 0;
+  for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
+    if (token.kind == TokenKind::GroupStart) {
+      ++depth;
+    } else if (token.kind == TokenKind::GroupEnd) {
+      --depth;
+      inside = inside && depth != 0;
+    } else if (token.kind == TokenKind::Word) {
+      inside = inside || token.text == "red" || token.text == "green" || token.text == "blue";
+    } else if (token.kind == TokenKind::Text && token.text.find(';') != std::string_view::npos) {
+      inside = false;
+    }
+  }
+  return inside;
+}
+
+QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
+  return entries.isEmpty() ? groups : groups.chopped(1) + entries + '}';
+}
+
+}  // namespace
+
+WriterTables::WriterTables(const PreambleData& preamble)
+    : m_codePage(preamble.codePage), m_fontGroups(preamble.fontTables), m_colourGroups(preamble.colourTables) {
+  FontTable fonts;
+  fonts.Add(View(m_fontGroups), m_codePage);
+  QList<int> numbers = fonts.Fonts().keys();
+  std::sort(numbers.begin(), numbers.end());
+  for (const int number : numbers) {
+    const QString description = fonts.At(number).Description();
+    if (!m_fonts.contains(description)) {
+      m_fonts.insert(description, number);
+    }
+    m_numbers.insert(number);
+  }
+  if (numbers.isEmpty()) {
+    m_nextFont = preamble.defaultFont;
+    m_fontGroups = "{\\fonttbl}";
+  }
+  while (m_numbers.contains(m_nextFont)) {
+    ++m_nextFont;
+  }
+  ColourTable colours;
+  if (m_colourGroups.isEmpty()) {
+    m_colourGroups = "{\\colortbl ;}";
+  }
+  colours.Add(View(m_colourGroups));
+  m_nextColour = static_cast<int>(colours.Colours().size());
+  m_automatic = m_nextColour == 0 || colours.At(0) == automaticColour ? 0 : -1;
+  for (int number = 1; number < m_nextColour; ++number) {
+    const int colour = colours.At(number);
+    if (colour == automaticColour && m_automatic < 0) {
+      m_automatic = number;
+    } else if (!m_colours.contains(colour)) {
+      m_colours.insert(colour, number);
+    }
+  }
+  if (EndsInsideEntry(m_colourGroups)) {
+    m_newColours = ";";
+    ++m_nextColour;
+  } else if (m_nextColour == 0) {
+    m_newColours = ";";
+    m_nextColour = 1;
+  }
+}
+
+int WriterTables::FontNumber(const Font& font) {
+  const QString description = font.Description();
+  const auto known = m_fonts.constFind(description);
+  if (known != m_fonts.constEnd()) {
+    return *known;
+  }
+  const int number = m_nextFont;
+  m_fonts.insert(description, number);
+  m_numbers.insert(number);
+  for (m_nextFont = 0; m_numbers.contains(m_nextFont);) {
+    ++m_nextFont;
+  }
+  RtfText entry;
+  entry.OpenGroup();
+  entry.Word("\\f", number);
+  entry.Word(QByteArray("\\f" + font.family.toLatin1()).constData());
+  if (font.charset >= 0) {
+    entry.Word("\\fcharset", font.charset);
+  }
+  if (const int page = CodePageOfCharset(font.charset); font.codePage != page) {
+    entry.Word("\\cpg", font.codePage);
+  }
+  entry.Text(FontName(font.name), 0);
+  entry.Raw(";}");
+  m_newFonts += entry.Bytes();
+  return number;
+}
+
+int WriterTables::ColourNumber(int colour) {
+  const auto known = m_colours.constFind(colour);
+  return known != m_colours.constEnd() ? *known : AddColour(colour);
+}
+
+int WriterTables::AutomaticColourNumber() {
+  if (m_automatic < 0) {
+    m_newColours += ';';
+    m_automatic = m_nextColour++;
+  }
+  return m_automatic;
+}
+
+int WriterTables::AddColour(int colour) {
+  m_newColours += "\\red" + QByteArray::number((colour >> 16) & 0xFF) + "\\green" +
+                  QByteArray::number((colour >> 8) & 0xFF) + "\\blue" + QByteArray::number(colour & 0xFF) + ';';
+  m_colours.insert(colour, m_nextColour);
+  return m_nextColour++;
+}
+
+/// A damaged table may hide what is added to it; then the new fonts are a table of their own.
+QByteArray WriterTables::FontGroups() const {
+  const QByteArray extended = Extended(m_fontGroups, m_newFonts);
+  FontTable fonts;
+  fonts.Add(View(extended), m_codePage);
+  const bool complete = std::all_of(m_fonts.keyValueBegin(), m_fonts.keyValueEnd(), [&](const auto& font) {
+    return fonts.Contains(font.second) && fonts.At(font.second).Description() == font.first;
+  });
+  return complete ? extended : m_fontGroups + "{\\fonttbl" + m_newFonts + '}';
+}
+
+QByteArray WriterTables::ColourGroups() const {
+  return Extended(m_colourGroups, m_newColours);
+}
+
+}  // namespace rtf

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "documents/rtf/ColourTable.h"
+#include "documents/rtf/FontTable.h"
+#include "documents/rtf/Preamble.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace rtf {
+
+/// The fonts and colours of a document that is written: those that were read keep their numbers, because what is
+/// carried byte for byte refers to them; new ones come behind.
+class WriterTables {
+ public:
+  explicit WriterTables(const PreambleData& preamble);
+
+  int FontNumber(const Font& font);
+  /// A number that is not 0, which stands for none where it is a background's.
+  int ColourNumber(int colour);
+  int AutomaticColourNumber();
+  /// The code page of text in that font.
+  int CodePage(const Font& font) const { return font.codePage == 0 ? m_codePage : font.codePage; }
+
+  QByteArray FontGroups() const;
+  QByteArray ColourGroups() const;
+
+ private:
+  int AddColour(int colour);
+
+  int m_codePage;
+  QByteArray m_fontGroups;
+  QByteArray m_colourGroups;
+  QHash<QString, int> m_fonts;
+  QSet<int> m_numbers;
+  int m_nextFont = 0;
+  QByteArray m_newFonts;
+  QHash<int, int> m_colours;
+  int m_automatic = 0;
+  int m_nextColour = 0;
+  QByteArray m_newColours;
+};
+
+}  // namespace rtf

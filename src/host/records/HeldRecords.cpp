@@ -1,0 +1,57 @@
+#include "host/records/HeldRecords.h"
+
+#include "host/records/NodeCatalog.h"
+#include "host/records/OpenConnection.h"
+#include "host/records/RecordReader.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
+  HeldRecord record{.holder = holder, .kind = holder.keyColumn, .name = QString::number(holder.key)};
+  record.hasEnded = HasEnded(holder.process, CurrentProcess());
+  const std::vector<Node>& nodes = NodeCatalog();
+  const auto node = std::ranges::find_if(
+      nodes, [&](const Node& candidate) { return candidate.key.compare(holder.keyColumn, Qt::CaseInsensitive) == 0; });
+  if (node == nodes.end()) {
+    return record;
+  }
+  record.kind = node->title;
+  const QString name = RecordName(connection, *node, holder.key);
+  if (!name.isEmpty()) {
+    record.name = name;
+  }
+  return record;
+}
+
+}  // namespace
+
+QStringList HeldRecord::Columns() const {
+  const QString since = holder.since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s);
+  return {kind,
+          name,
+          holder.userName,
+          holder.process.machine,
+          since,
+          hasEnded ? u"su programa ha terminado"_s : u"en uso"_s};
+}
+
+QStringList HeldRecord::Titles() {
+  return {u"Clase"_s, u"Registro"_s, u"Usuario"_s, u"Equipo"_s, u"Desde"_s, u"Estado"_s};
+}
+
+QList<HeldRecord> HeldRecords(Session& session) {
+  adodb::Connection& connection = Opened(session.connection);
+  QList<HeldRecord> records;
+  for (const LockHolder& holder : session.Locks().All()) {
+    records.append(Describe(connection, holder));
+  }
+  return records;
+}
+
+}  // namespace host

@@ -1,0 +1,179 @@
+#include "host/records/RecordLocks.h"
+
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+
+#include <QLocale>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+namespace {
+
+// What data providers raise for a row whose unique values are there already.
+constexpr int integrityViolation = -2147217873;
+
+// Each is lost only when others take and release the record between two statements.
+constexpr int mostRounds = 50;
+// A database that many write to at once may refuse one of them; one that refuses every time has another reason.
+constexpr int mostFailures = 3;
+
+const QString columns =
+    u"IDBloqueoRegistro, campoID, ValorID, codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde"_s;
+
+int Number(const QVariant& value) {
+  return automation::IsNumeric(value) ? automation::CLng(value) : 0;
+}
+
+QString Now() {
+  return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+}
+
+LockHolder HolderFrom(adodb::Recordset& row) {
+  LockHolder holder;
+  holder.number = Number(row.Field(u"IDBloqueoRegistro"));
+  holder.keyColumn = automation::Text(row.Field(u"campoID"));
+  holder.key = Number(row.Field(u"ValorID"));
+  holder.userId = Number(row.Field(u"codUsuario"));
+  holder.userName = automation::Text(row.Field(u"Usuario"));
+  holder.process.machine = automation::Text(row.Field(u"Equipo"));
+  holder.process.processId = Number(row.Field(u"Proceso"));
+  holder.process.start = automation::Text(row.Field(u"InicioProceso"));
+  holder.since = QDateTime::fromString(automation::Text(row.Field(u"Desde")), Qt::ISODate);
+  return holder;
+}
+
+// "las 13:03", or on another day "el 20/11/2026 a las 13:03".
+QString Moment(const QDateTime& moment) {
+  const QString time = moment.toString(u"HH:mm"_s);
+  return moment.date() == QDate::currentDate() ? u"las "_s + time
+                                               : u"el %1 a las %2"_s.arg(moment.toString(u"dd/MM/yyyy"_s), time);
+}
+
+}  // namespace
+
+QString LockHolder::Description() const {
+  QString text = u"Lo está modificando "_s + (userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName));
+  if (!process.machine.isEmpty()) {
+    text += u" en «%1»"_s.arg(process.machine);
+  }
+  if (since.isValid()) {
+    text += u" desde "_s + Moment(since.toLocalTime());
+  }
+  return text;
+}
+
+RecordLocks::RecordLocks(adodb::Connection& connection, int userId, QString userName)
+    : m_connection(connection), m_userId(userId), m_userName(std::move(userName)) {}
+
+std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
+  const LockHolder self = Self();
+  int failures = 0;
+  for (int round = 0; round < mostRounds; ++round) {
+    const std::optional<LockHolder> holder = HolderOf(keyColumn, key);
+    if (!holder) {
+      try {
+        Insert(keyColumn, key);
+        return std::nullopt;
+      } catch (const automation::Error& error) {
+        // Somebody was faster, and may have let go again by now.
+        if (error.Number() != integrityViolation && ++failures == mostFailures) {
+          throw;
+        }
+        continue;
+      }
+    }
+    if (IsSelf(*holder)) {
+      return std::nullopt;
+    }
+    if (!HasEnded(holder->process, self.process)) {
+      return holder;
+    }
+    if (TakeOver(*holder)) {
+      return std::nullopt;
+    }
+  }
+  return LockHolder{.keyColumn = keyColumn, .key = key};
+}
+
+std::optional<LockHolder> RecordLocks::HeldByAnother(const QString& keyColumn, int key) const {
+  const std::optional<LockHolder> holder = HolderOf(keyColumn, key);
+  return holder && !IsSelf(*holder) && !HasEnded(holder->process, CurrentProcess()) ? holder : std::nullopt;
+}
+
+void RecordLocks::Release(const QString& keyColumn, int key) {
+  const LockHolder self = Self();
+  for (int failures = 0;;) {
+    try {
+      adodb::Execute(
+          m_connection,
+          u"DELETE FROM BloqueoRegistros WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Equipo='{}' AND "
+          u"Proceso={} AND InicioProceso='{}'",
+          keyColumn, key, self.userId, self.process.machine, self.process.processId, self.process.start);
+      return;
+    } catch (const automation::Error&) {
+      if (++failures == mostFailures) {
+        throw;
+      }
+    }
+  }
+}
+
+QList<LockHolder> RecordLocks::All() const {
+  QList<LockHolder> holders;
+  const auto rows = adodb::Execute(m_connection, u"SELECT {} FROM BloqueoRegistros ORDER BY Desde, IDBloqueoRegistro",
+                                   adodb::Verbatim{columns});
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    holders.append(HolderFrom(*rows));
+  }
+  return holders;
+}
+
+bool RecordLocks::ReleaseOf(const LockHolder& holder) {
+  // A lock that was taken over keeps its number, and has another user or process.
+  adodb::Execute(m_connection,
+                 u"DELETE FROM BloqueoRegistros WHERE IDBloqueoRegistro={} AND codUsuario={} AND Proceso={}",
+                 holder.number, holder.userId, holder.process.processId);
+  return m_connection.RecordsAffected() == 1;
+}
+
+std::optional<LockHolder> RecordLocks::HolderOf(const QString& keyColumn, int key) const {
+  const auto rows = adodb::Execute(m_connection, u"SELECT {} FROM BloqueoRegistros WHERE campoID='{}' AND ValorID={}",
+                                   adodb::Verbatim{columns}, keyColumn, key);
+  return rows->AtEnd() ? std::nullopt : std::optional(HolderFrom(*rows));
+}
+
+void RecordLocks::Insert(const QString& keyColumn, int key) const {
+  const LockHolder self = Self();
+  adodb::Execute(m_connection,
+                 u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo, Proceso, "
+                 u"InicioProceso, Desde) VALUES ({}, '{}', {}, '{}', '{}', {}, '{}', '{}')",
+                 self.userId, keyColumn, key, self.userName, self.process.machine, self.process.processId,
+                 self.process.start, Now());
+}
+
+// The old holder is named by all that identifies it, so that only one of several who try at once takes its place.
+bool RecordLocks::TakeOver(const LockHolder& ended) const {
+  const LockHolder self = Self();
+  adodb::Execute(
+      m_connection,
+      u"UPDATE BloqueoRegistros SET codUsuario={}, Usuario='{}', Equipo='{}', Proceso={}, InicioProceso='{}', "
+      u"Desde='{}' WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Equipo='{}' AND Proceso={} AND "
+      u"InicioProceso='{}'",
+      self.userId, self.userName, self.process.machine, self.process.processId, self.process.start, Now(),
+      ended.keyColumn, ended.key, ended.userId, ended.process.machine, ended.process.processId, ended.process.start);
+  return m_connection.RecordsAffected() == 1;
+}
+
+bool RecordLocks::IsSelf(const LockHolder& holder) const {
+  return holder.userId == m_userId && holder.process == CurrentProcess();
+}
+
+LockHolder RecordLocks::Self() const {
+  return {.userId = m_userId, .userName = m_userName, .process = CurrentProcess()};
+}
+
+}  // namespace host

@@ -1,0 +1,97 @@
+#include "host/records/RecordReader.h"
+
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+// Keys in one statement.
+constexpr qsizetype mostKeys = 500;
+
+QString ListStatement(const Node& node, const QString& condition = {}) {
+  QStringList conditions;
+  if (node.marksDeleted) {
+    conditions.append(node.table + u".Eliminado=0"_s);
+  }
+  if (!node.condition.isEmpty()) {
+    conditions.append(node.condition);
+  }
+  if (!condition.isEmpty()) {
+    conditions.append(node.table + u'.' + node.key + condition);
+  }
+  const QString where = conditions.isEmpty() ? QString() : u" WHERE "_s + conditions.join(u" AND "_s);
+  return node.select + where + u" ORDER BY "_s + node.order;
+}
+
+void Append(
+    RecordData& records, adodb::Connection& connection, const QString& statement,
+    const std::function<bool()>& goOn = [] { return true; }) {
+  const auto columns = static_cast<int>(records.Columns().size());
+  QList<QVariant> values(columns);
+  for (const auto rows = connection.Execute(statement); !rows->AtEnd() && goOn(); rows->MoveNext()) {
+    for (int column = 0; column < columns; ++column) {
+      values[column] = rows->Field(column + 1);
+    }
+    records.Append(automation::CLng(rows->Field(0)), values);
+  }
+}
+
+}  // namespace
+
+RecordData ReadRecords(adodb::Connection& connection, const Node& node, const std::function<bool()>& goOn) {
+  RecordData records(node.columns);
+  Append(records, connection, ListStatement(node), goOn);
+  return records;
+}
+
+RecordData ReadRecords(adodb::Connection& connection, const Node& node) {
+  return ReadRecords(connection, node, [] { return true; });
+}
+
+RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QList<int>& ids) {
+  RecordData records(node.columns);
+  for (qsizetype from = 0; from < ids.size(); from += mostKeys) {
+    QStringList keys;
+    for (const int id : ids.mid(from, mostKeys)) {
+      keys.append(QString::number(id));
+    }
+    Append(records, connection, ListStatement(node, u" IN ("_s + keys.join(u',') + u')'));
+  }
+  return records;
+}
+
+RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int key) {
+  RecordData records(node.columns);
+  Append(records, connection, ListStatement(node, u'>' + QString::number(key)));
+  return records;
+}
+
+QString RecordName(adodb::Connection& connection, const Node& node, int id) {
+  const RecordData records = ReadRecords(connection, node, QList<int>{id});
+  QStringList name;
+  for (int column = 0; records.Size() > 0 && column < node.nameColumns; ++column) {
+    name.append(records.Display(0, column));
+  }
+  return name.join(u' ').simplified();
+}
+
+int HighestKey(adodb::Connection& connection, const Node& node) {
+  const auto rows = adodb::Execute(connection, u"SELECT MAX({}) AS Maximo FROM {}", adodb::Verbatim{node.key},
+                                   adodb::Verbatim{node.table});
+  const QVariant highest = rows->AtEnd() ? QVariant() : rows->Field(0);
+  return automation::IsNull(highest) ? 0 : automation::CLng(highest);
+}
+
+bool IsDeleted(adodb::Connection& connection, const Node& node, int id) {
+  const auto rows = adodb::Execute(connection, u"SELECT Eliminado FROM {} WHERE {}={}", adodb::Verbatim{node.table},
+                                   adodb::Verbatim{node.key}, id);
+  return rows->AtEnd() || automation::CBool(rows->Field(0));
+}
+
+}  // namespace host

@@ -1,0 +1,206 @@
+#include "host/records/RecordReferences.h"
+
+#include "host/records/RecordReader.h"
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+#include "platform/contract/cConstNodo.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace host {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr cConstNodo numbers;
+const QString dioceses = u"Diocesis"_s;
+
+// Rows of another table that belong to a record of a node.
+struct Dependents {
+  int nodeId;
+  QString one;
+  QString many;
+  QString table;
+  QString key;
+  QString column;  // that holds the record's identifier
+};
+
+const std::vector<Dependents>& AllDependents() {
+  static const std::vector<Dependents> all = {
+      {numbers.Bancos(), u"sucursal"_s, u"sucursales"_s, u"Sucursales"_s, u"IDSucursal"_s, u"CodBanco"_s},
+      {numbers.Emisores(), u"enlace con cuentas"_s, u"enlaces con cuentas"_s, u"Emisores_Cuentas"_s,
+       u"IDEmisor_Cuenta"_s, u"CodEmisor"_s},
+      {numbers.Etiquetas(), u"campo"_s, u"campos"_s, u"EtiquetasCampos"_s, u"IDEtiquetaCampo"_s, u"CodEtiqueta"_s},
+  };
+  return all;
+}
+
+// Rows that refer to a record of a node: those of `table` whose `column` holds the record's identifier, or where
+// `from` is given what it says behind FROM, the identifier at its end.
+struct Use {
+  int nodeId;
+  QString one;
+  QString many;
+  QString table;
+  QString column;
+  QString from = {};
+};
+
+Use ByAccount(const QString& one, const QString& many, const QString& table) {
+  return {numbers.Emisores(),
+          one,
+          many,
+          table,
+          {},
+          u"Emisores_Cuentas,%1 WHERE Emisores_Cuentas.IDEmisor_Cuenta=%1.CodEmisor_Cuenta AND %1.Eliminado=0 AND "
+          "Emisores_Cuentas.Eliminado=0 AND Emisores_Cuentas.CodEmisor="_s.arg(table)};
+}
+
+std::vector<Use> BuildUses() {
+  const QString donor = u"colaborador"_s, donors = u"colaboradores"_s, people = u"Colaboradores"_s;
+  const QString gift = u"donativo"_s, gifts = u"donativos"_s, donations = u"Donativos"_s;
+  const QString subscription = u"suscripción"_s, subscriptions = u"suscripciones"_s;
+  return {
+      {numbers.Bancos(),
+       u"cuenta"_s,
+       u"cuentas"_s,
+       u"Cuentas"_s,
+       {},
+       u"Cuentas,Sucursales WHERE Cuentas.CodSucursal=Sucursales.IDSucursal AND Cuentas.Eliminado=0 AND "
+       "Sucursales.Eliminado=0 AND Sucursales.CodBanco="_s},
+      {numbers.Bancos(), u"presentador"_s, u"presentadores"_s, u"Presentadores"_s, u"CodBanco"_s},
+      {numbers.Diocesis(), donor, donors, people, u"CodDiocesis"_s},
+      {numbers.Publicaciones(), subscription, subscriptions, u"Suscripciones"_s, u"CodTipoPublicacion"_s},
+      {numbers.Provincias(), donor, donors, people, u"CodProvincia"_s},
+      {numbers.Provincias(), u"emisor"_s, u"emisores"_s, u"Emisores"_s, u"CodProvincia"_s},
+      {numbers.Provincias(), u"sucursal"_s, u"sucursales"_s, u"Sucursales"_s, u"CodProvincia"_s},
+      {numbers.Provincias(), u"diócesis"_s, u"diócesis"_s, dioceses, u"CodProvincia"_s},
+      {numbers.Paises(), u"provincia"_s, u"provincias"_s, u"Provincias"_s, u"CodPais"_s},
+      {numbers.Paises(), donor, donors, people, u"codpais"_s},
+      {numbers.TipoDeduccion(), u"tipo de donativo (deducción física)"_s, u"tipos de donativo (deducción física)"_s,
+       u"TipoDonativos"_s, u"CodTipoDeduccionFisica"_s},
+      {numbers.TipoDeduccion(), u"tipo de donativo (deducción jurídica)"_s, u"tipos de donativo (deducción jurídica)"_s,
+       u"TipoDonativos"_s, u"CodTipoDeduccionJuridica"_s},
+      {numbers.TipoDonativos(), gift, gifts, donations, u"CodTipoDonativo"_s},
+      ByAccount(u"recibo"_s, u"recibos"_s, u"Recibos"_s),
+      ByAccount(u"recibo pendiente"_s, u"recibos pendientes"_s, u"RecibosPendientes"_s),
+      ByAccount(gift, gifts, donations),
+      ByAccount(subscription, subscriptions, u"Suscripciones"_s),
+      {numbers.Presentadores(), u"emisor"_s, u"emisores"_s, u"Emisores"_s, u"CodPresentador"_s},
+      {numbers.Presentadores(), u"disco"_s, u"discos"_s, u"Discos"_s, u"CodPresentador"_s},
+      {numbers.Presentadores(), u"remesa"_s, u"remesas"_s, u"Remesas_Presentadores_Discos"_s, u"CodPresentador"_s},
+      {numbers.Cobradores(), donor, donors, people, u"CodCobrador"_s},
+      {numbers.DeduccionesComunidad(), gift, gifts, donations, u"CodDeduccion_Comunidad"_s},
+      {numbers.ComunidadAutonoma(), u"deducción"_s, u"deducciones"_s, u"Deduccion_Comunidad"_s, u"CodComunidad"_s},
+  };
+}
+
+const std::vector<Use>& AllUses() {
+  static const std::vector<Use> all = BuildUses();
+  return all;
+}
+
+QString LiveRows(const QString& table, const QString& column) {
+  return table + u" WHERE Eliminado=0 AND "_s + column + u'=';
+}
+
+int Count(adodb::Connection& connection, const QString& from, int id) {
+  const auto rows = adodb::Execute(connection, u"SELECT COUNT(*) AS Total FROM {}{}", adodb::Verbatim{from}, id);
+  return automation::CLng(rows->Field(0));
+}
+
+void AppendIfAny(QList<RowCount>& counts, const RowCount& rows) {
+  if (rows.count > 0) {
+    counts.append(rows);
+  }
+}
+
+}  // namespace
+
+QString RowCount::Text() const {
+  return u"%1 %2"_s.arg(count).arg(count == 1 ? one : many);
+}
+
+QList<RowCount> CountDependents(adodb::Connection& connection, int nodeId, const QList<int>& ids) {
+  QList<RowCount> counts;
+  for (const Dependents& dependents : AllDependents()) {
+    if (dependents.nodeId != nodeId) {
+      continue;
+    }
+    RowCount rows{dependents.one, dependents.many, 0};
+    for (const int id : ids) {
+      rows.count += Count(connection, LiveRows(dependents.table, dependents.column), id);
+    }
+    AppendIfAny(counts, rows);
+  }
+  return counts;
+}
+
+QList<RowKey> DependentRows(adodb::Connection& connection, int nodeId, int id) {
+  QList<RowKey> keys;
+  for (const Dependents& dependents : AllDependents()) {
+    if (dependents.nodeId != nodeId) {
+      continue;
+    }
+    const auto rows = adodb::Execute(connection, u"SELECT {} FROM {}{}", adodb::Verbatim{dependents.key},
+                                     adodb::Verbatim{LiveRows(dependents.table, dependents.column)}, id);
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      keys.append({dependents.table, dependents.key, automation::CLng(rows->Field(0))});
+    }
+  }
+  return keys;
+}
+
+QList<RowKey> DependentTables(int nodeId) {
+  QList<RowKey> tables;
+  for (const Dependents& dependents : AllDependents()) {
+    if (dependents.nodeId == nodeId) {
+      tables.append({dependents.table, dependents.key});
+    }
+  }
+  return tables;
+}
+
+QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, bool velumar) {
+  QList<RowCount> counts;
+  for (const Use& use : AllUses()) {
+    if (use.nodeId == nodeId && !(velumar && use.table == dioceses)) {
+      AppendIfAny(counts, {use.one, use.many,
+                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id)});
+    }
+  }
+  return counts;
+}
+
+const Node* DeletedParent(adodb::Connection& connection, const Node& node, int id) {
+  for (const Use& use : AllUses()) {
+    if (use.table.compare(node.table, Qt::CaseInsensitive) != 0 || use.column.isEmpty()) {
+      continue;
+    }
+    const auto row = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{use.column},
+                                    adodb::Verbatim{node.table}, adodb::Verbatim{node.key}, id);
+    const int parentId = row->AtEnd() ? 0 : automation::CLng(row->Field(0));
+    const Node* parent = FindNode(use.nodeId);
+    if (parentId != 0 && IsDeleted(connection, *parent, parentId)) {
+      return parent;
+    }
+  }
+  return nullptr;
+}
+
+QString JoinCounts(const QList<RowCount>& counts) {
+  QStringList texts;
+  for (const RowCount& count : counts) {
+    texts.append(count.Text());
+  }
+  if (texts.size() < 2) {
+    return texts.join(QString());
+  }
+  const QString last = texts.takeLast();
+  return texts.join(u", "_s) + u" y "_s + last;
+}
+
+}  // namespace host

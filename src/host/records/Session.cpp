@@ -1,0 +1,19 @@
+#include "host/records/Session.h"
+
+#include "host/records/OpenConnection.h"
+
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+QString Session::DefaultSettingsFile() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
+}
+
+RecordLocks Session::Locks() const {
+  return {Opened(connection), userId, userName};
+}
+
+}  // namespace host

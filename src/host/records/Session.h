@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/records/RecordLocks.h"
+#include "platform/adodb/Connection.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace host {
+
+/// What every services object of the process shares. The program fills it before the first of them is made.
+struct Session {
+  adodb::Connection* connection = nullptr;  ///< Borrowed; outlives the session's use.
+  QString title;                            ///< `tituloaplicacion`: the title of every message box.
+  QString icon;                             ///< Path of the icon of every dialog.
+  QString helpFile;                         ///< Path of the help file.
+  int userId = 0;
+  QString userName;  ///< As other users see it when this one holds a record.
+  int userKind = 0;  ///< 1 is an administrator.
+  bool IsAdministrator() const { return userKind == 1; }
+  bool velumar = false;
+  /// Nothing can be written: no record is locked, every one opens as if another user held it.
+  bool readOnly = false;
+  /// The file of column widths; DefaultSettingsFile() unless set.
+  QString settingsFile = DefaultSettingsFile();
+  /// Whether BloqueoRegistro tells the user who holds a record.
+  bool showRefusedLocks = true;
+  /// Who held the record that BloqueoRegistro was refused last; nothing after a lock was taken.
+  std::optional<LockHolder> lastRefusal;
+  /// Set when a dialog that was only looked at closed because its record is free: this session holds its lock now, and
+  /// whoever showed the dialog shows it again and then releases the lock.
+  std::optional<LockHolder> openAgain;
+  /// The locks of this user. Raises 91 without a connection; opens a closed one.
+  RecordLocks Locks() const;
+
+  /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
+  static QString DefaultSettingsFile();
+};
+
+}  // namespace host

@@ -1,0 +1,110 @@
+#include "documents/rtf/interop/OpenDocument.h"
+
+#include <QFile>
+#include <QHash>
+#include <QXmlStreamReader>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace interop {
+
+namespace {
+
+using Attributes = QMap<QString, QString>;
+
+class Parser {
+ public:
+  explicit Parser(QIODevice& file) : m_xml(&file) {}
+
+  QList<Run> Read() {
+    while (!m_xml.atEnd()) {
+      m_xml.readNext();
+      if (m_xml.isStartElement()) {
+        Start(m_xml.qualifiedName().toString());
+      } else if (m_xml.isEndElement()) {
+        End(m_xml.qualifiedName().toString());
+      } else if (m_xml.isCharacters() && !m_spans.isEmpty()) {
+        Add(m_xml.text().toString());
+      }
+    }
+    return m_runs;
+  }
+
+ private:
+  QString Attribute(const QString& name) const { return m_xml.attributes().value(name).toString(); }
+
+  void Start(const QString& name) {
+    if (name == u"style:style") {
+      m_style = Attribute(u"style:name"_s);
+      m_styles[m_style] = m_styles.value(Attribute(u"style:parent-style-name"_s));
+      if (const QString list = Attribute(u"style:list-style-name"_s); !list.isEmpty()) {
+        m_styles[m_style].insert(u"list"_s, m_lists.value(list));
+      }
+    } else if (name == u"style:text-properties" || name == u"style:paragraph-properties") {
+      for (const QXmlStreamAttribute& attribute : m_xml.attributes()) {
+        m_styles[m_style].insert(attribute.qualifiedName().toString(), attribute.value().toString());
+      }
+    } else if (name == u"style:tab-stop") {
+      m_styles[m_style][u"tabs"_s] += Attribute(u"style:position"_s) + u'/' + Attribute(u"style:type"_s) + u'/' +
+                                      Attribute(u"style:leader-text"_s) + u' ';
+    } else if (name == u"text:list-style") {
+      m_list = Attribute(u"style:name"_s);
+    } else if (name.startsWith(u"text:list-level-style-") && Attribute(u"text:level"_s) == u"1") {
+      m_lists[m_list] = name.endsWith(u"bullet") ? u"bullet"_s : Attribute(u"style:num-format"_s);
+    } else if (name == u"text:list") {
+      m_openLists.append(m_lists.value(Attribute(u"text:style-name"_s), m_openLists.value(m_openLists.size() - 1)));
+    } else if (name == u"text:p" || name == u"text:h" || name == u"text:span" || name == u"text:a") {
+      Attributes attributes = m_spans.isEmpty() ? Attributes() : m_spans.last();
+      attributes.insert(m_styles.value(Attribute(u"text:style-name"_s)));
+      if (name == u"text:a") {
+        attributes.insert(u"link"_s, Attribute(u"xlink:href"_s));
+      }
+      if (name == u"text:p" && !m_openLists.isEmpty()) {
+        attributes.insert(u"list"_s, m_openLists.last());
+      }
+      m_spans.append(attributes);
+    } else if (!m_spans.isEmpty()) {
+      Special(name);
+    }
+  }
+
+  void Special(const QString& name) {
+    if (name == u"text:s") {
+      Add(QString(qMax(1, Attribute(u"text:c"_s).toInt()), u' '));
+    } else if (name == u"text:tab") {
+      Add(u"\t"_s);
+    } else if (name == u"text:line-break") {
+      Add(u"\n"_s);
+    } else if (name == u"draw:image") {
+      Add(u"@"_s);
+    }
+  }
+
+  void End(const QString& name) {
+    if (name == u"text:list") {
+      m_openLists.removeLast();
+    } else if (name == u"text:p" || name == u"text:h" || name == u"text:span" || name == u"text:a") {
+      m_spans.removeLast();
+    }
+  }
+
+  void Add(const QString& text) { m_runs.append({text, m_spans.last()}); }
+
+  QXmlStreamReader m_xml;
+  QHash<QString, Attributes> m_styles;
+  QHash<QString, QString> m_lists;
+  QString m_style;
+  QString m_list;
+  QList<QString> m_openLists;
+  QList<Attributes> m_spans;
+  QList<Run> m_runs;
+};
+
+}  // namespace
+
+QList<Run> ReadRuns(const QString& path) {
+  QFile file(path);
+  return file.open(QFile::ReadOnly) ? Parser(file).Read() : QList<Run>();
+}
+
+}  // namespace interop

@@ -1,0 +1,219 @@
+// Letters converted by LibreOffice: what is written here opens there with the same text and formats, what is written
+// there opens here with them, and the text of every letter in KEL_RTF_DIR is compared. Exit code 1 for a difference.
+
+#include "documents/rtf/Documents.h"
+#include "documents/rtf/interop/OpenDocument.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTextList>
+
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+int differences = 0;
+
+void Check(bool same, const QString& what) {
+  if (!same) {
+    ++differences;
+  }
+  std::printf("%s %s\n", same ? "  =" : " !=", qPrintable(what));
+}
+
+bool Convert(const QString& folder, const QString& format, const QStringList& files) {
+  QProcess office;
+  office.setProcessChannelMode(QProcess::MergedChannels);
+  office.start(u"soffice"_s, QStringList{u"-env:UserInstallation=file://%1/profile"_s.arg(folder), u"--headless"_s,
+                                         u"--convert-to"_s, format, u"--outdir"_s, folder} +
+                                 files);
+  return office.waitForFinished(600'000) && office.exitStatus() == QProcess::NormalExit;
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
+    qFatal("%s", qPrintable(file.errorString()));
+  }
+}
+
+struct Expected {
+  const char* words;      ///< RTF in front of the text
+  const char* attribute;  ///< of OpenDocument
+  const char* value;      ///< the beginning of its value
+};
+
+constexpr Expected expected[] = {
+    {"\\f3", "style:font-name", "MS Gothic"},
+    {"\\fs17", "fo:font-size", "8.5pt"},
+    {"\\b", "fo:font-weight", "bold"},
+    {"\\i", "fo:font-style", "italic"},
+    {"\\ul", "style:text-underline-style", "solid"},
+    {"\\strike", "style:text-line-through-style", "solid"},
+    {"\\super", "style:text-position", "super"},
+    {"\\sub", "style:text-position", "sub"},
+    {"\\cf1", "fo:color", "#ff0000"},
+    {"\\highlight2", "fo:background-color", "#0000ff"},
+    {"\\qc", "fo:text-align", "center"},
+    {"\\qr", "fo:text-align", "end"},
+    {"\\qj", "fo:text-align", "justify"},
+    {"\\li720", "fo:margin-left", "0.5in"},
+    {"\\ri720", "fo:margin-right", "0.5in"},
+    {"\\fi360", "fo:text-indent", "0.25in"},
+    {"\\sb120", "fo:margin-top", "0.0835in"},
+    {"\\sa240", "fo:margin-bottom", "0.1665in"},
+    {"\\sl360\\slmult1", "fo:line-height", "150%"},
+    {"\\tqr\\tldot\\tx7200", "tabs", "5in/right/."},
+    {"\\tqdec\\tx1440", "tabs", "1in/char/"},
+    {"\\page", "fo:break-before", "page"},
+    {"{\\*\\pn\\pnlvlblt\\pnf1{\\pntxtb\\'b7}}\\fi-360\\li720", "list", "bullet"},
+    // LibreOffice takes the numbers of this notation as decimal ones, whatever their kind.
+    {"{\\*\\pn\\pnlvlbody\\pnlcrm{\\pntxta)}}\\fi-360\\li720", "list", "1"},
+};
+
+/// Every format in a paragraph of its own, through this reader and writer, then converted.
+void WrittenHere(const QString& folder) {
+  QByteArray body;
+  int number = 0;
+  for (const Expected& row : expected) {
+    body += QByteArray("\\pard\\plain\\f0\\fs20 ") + row.words + " formato" + QByteArray::number(number++) +
+            "\\u241?\\u8364?\\par\r\n";
+  }
+  body +=
+      "\\pard{\\pict\\pngblip\\picwgoal300\\pichgoal300 "
+      "89504e470d0a1a0a0000000d4948445200000001000000010806000000"
+      "1f15c4890000000d49444154789c6360606060000000050001a5f645400000000049454e44ae426082} "
+      "{\\field{\\*\\fldinst{HYPERLINK \"https://ejemplo.es/\"}}{\\fldrslt enlace}}\\par";
+  auto document = support::Document(support::Letter(body));
+  QTextCursor cursor(document.get());
+  cursor.movePosition(QTextCursor::End);
+  cursor.insertText(u" fin"_s);
+  WriteFile(folder + u"/here.rtf"_s, rtf::Write(*document));
+  Check(Convert(folder, u"fodt"_s, {folder + u"/here.rtf"_s}), u"converted"_s);
+  const QList<interop::Run> runs = interop::ReadRuns(folder + u"/here.fodt"_s);
+  number = 0;
+  for (const Expected& row : expected) {
+    const QString text = u"formato%1ñ€"_s.arg(number++);
+    bool found = false;
+    QString value;
+    for (const interop::Run& run : runs) {
+      if (run.text == text) {
+        found = true;
+        value = run.attributes.value(QString::fromLatin1(row.attribute));
+      }
+    }
+    Check(
+        found && value.startsWith(QString::fromLatin1(row.value)),
+        u"written here: %1 -> %2 %3"_s.arg(QString::fromLatin1(row.words), QString::fromLatin1(row.attribute), value));
+  }
+  const auto has = [&](const QString& text, const QString& attribute, const QString& value) {
+    return std::any_of(runs.begin(), runs.end(), [&](const interop::Run& run) {
+      return run.text.contains(text) && (attribute.isEmpty() || run.attributes.value(attribute) == value);
+    });
+  };
+  Check(has(u"@"_s, {}, {}), u"written here: picture"_s);
+  Check(has(u"enlace"_s, u"link"_s, u"https://ejemplo.es/"_s), u"written here: link"_s);
+}
+
+/// The converted file comes back as RTF of LibreOffice's making, and shows the same here.
+void WrittenThere(const QString& folder) {
+  const auto mine = support::Document([&] {
+    QFile file(folder + u"/here.rtf"_s);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+  }());
+  QDir(folder).mkdir(u"back"_s);
+  QFile::copy(folder + u"/here.fodt"_s, folder + u"/there.fodt"_s);
+  Check(Convert(folder, u"rtf"_s, {folder + u"/there.fodt"_s}), u"converted back"_s);
+  QFile file(folder + u"/there.rtf"_s);
+  const auto theirs = support::Document(file.open(QFile::ReadOnly) ? file.readAll() : QByteArray());
+  Check(support::Text(*mine).simplified() == support::Text(*theirs).simplified(), u"written there: text"_s);
+  for (QTextBlock block = mine->begin(); block.isValid(); block = block.next()) {
+    QTextBlock other = theirs->begin();
+    while (other.isValid() && other.text() != block.text()) {
+      other = other.next();
+    }
+    if (!other.isValid() || !block.text().startsWith(u"formato")) {
+      continue;
+    }
+    const QTextCharFormat a = block.begin().fragment().charFormat();
+    const QTextCharFormat b = other.begin().fragment().charFormat();
+    const auto near = [](double x, double y) { return qAbs(x - y) < 1.5; };
+    const QTextBlockFormat p = block.blockFormat();
+    const QTextBlockFormat q = other.blockFormat();
+    const bool characters = a.fontPointSize() == b.fontPointSize() && a.fontWeight() == b.fontWeight() &&
+                            a.fontItalic() == b.fontItalic() && a.fontStrikeOut() == b.fontStrikeOut() &&
+                            a.underlineStyle() == b.underlineStyle() &&
+                            a.verticalAlignment() == b.verticalAlignment() && a.fontFamilies() == b.fontFamilies() &&
+                            a.background() == b.background();
+    const bool paragraph = p.alignment() == q.alignment() && near(p.leftMargin(), q.leftMargin()) &&
+                           near(p.rightMargin(), q.rightMargin()) && near(p.textIndent(), q.textIndent()) &&
+                           near(p.topMargin(), q.topMargin()) && near(p.bottomMargin(), q.bottomMargin()) &&
+                           near(p.lineHeight(), q.lineHeight()) && p.pageBreakPolicy() == q.pageBreakPolicy() &&
+                           (block.textList() == nullptr) == (other.textList() == nullptr);
+    Check(characters && paragraph,
+          u"written there: %1%2%3"_s.arg(block.text(), characters ? QString() : u" characters"_s,
+                                         paragraph ? QString() : u" paragraph"_s));
+  }
+}
+
+/// Words without the marks of lists, spaces and hyphens of any kind the same.
+QStringList WordsOf(QString text) {
+  text.remove(QChar::ObjectReplacementCharacter).remove(QChar::SoftHyphen).remove(QChar(0xFEFF));
+  text.replace(QChar(0x2011), u'-');
+  QStringList words = text.simplified().split(u' ', Qt::SkipEmptyParts);
+  static const QRegularExpression mark(u"^([•◦▪·o\uF0B7§]|[0-9a-z]{1,4}[.)])$"_s);
+  words.removeIf([](const QString& word) { return mark.match(word).hasMatch(); });
+  return words;
+}
+
+void RealFiles(const QString& folder) {
+  const QDir letters(qEnvironmentVariable("KEL_RTF_DIR"));
+  if (!qEnvironmentVariableIsSet("KEL_RTF_DIR")) {
+    std::printf("KEL_RTF_DIR names no folder of letters: real files are NOT compared\n");
+    return;
+  }
+  QStringList files;
+  for (const QFileInfo& info : letters.entryInfoList({u"*.rtf"_s})) {
+    files.append(info.filePath());
+  }
+  Check(Convert(folder, u"txt:Text (encoded):UTF8"_s, files), u"real files converted"_s);
+  int same = 0;
+  for (const QString& path : files) {
+    QFile text(folder + u'/' + QFileInfo(path).completeBaseName() + u".txt"_s);
+    QFile letter(path);
+    if (!text.open(QFile::ReadOnly) || !letter.open(QFile::ReadOnly)) {
+      std::printf("  ? %s: not converted\n", qPrintable(path));
+      continue;
+    }
+    const QStringList theirs = WordsOf(QString::fromUtf8(text.readAll()));
+    const QStringList ours = WordsOf(support::Document(letter.readAll())->toPlainText());
+    if (theirs == ours) {
+      ++same;
+      continue;
+    }
+    qsizetype at = 0;
+    while (ours.value(at) == theirs.value(at)) {
+      ++at;
+    }
+    std::printf("  ~ %s: here '%s', there '%s'\n", qPrintable(QFileInfo(path).fileName()),
+                qPrintable(ours.mid(at, 6).join(u' ')), qPrintable(theirs.mid(at, 6).join(u' ')));
+  }
+  std::printf("real files: %d of %lld with the same text\n", same, static_cast<long long>(files.size()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QGuiApplication application(argc, argv);
+  const QTemporaryDir folder;
+  WrittenHere(folder.path());
+  WrittenThere(folder.path());
+  RealFiles(folder.path());
+  std::printf("%d differences\n", differences);
+  return differences == 0 ? 0 : 1;
+}

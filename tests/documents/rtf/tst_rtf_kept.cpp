@@ -1,0 +1,283 @@
+#include "documents/rtf/Documents.h"
+#include "documents/rtf/Properties.h"
+#include "support/TestProgram.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QTest>
+#include <QTextDocumentFragment>
+
+using namespace Qt::Literals::StringLiterals;
+using support::Document;
+using support::Letter;
+using support::Text;
+
+/// What is not understood stays: unchanged to the byte, and after edits beside it.
+class tst_rtf_kept : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void afterAnEdit_data();
+  void afterAnEdit();
+  void undoneIsUnchanged();
+  void oddPlaces_data();
+  void oddPlaces();
+  void pictures_data();
+  void pictures();
+  void piecesSurviveCutAndPaste();
+  void foreignTablesStayBehind();
+  void tableEdits_data();
+  void tableEdits();
+};
+
+namespace {
+
+QByteArray Png() {
+  QImage image(3, 2, QImage::Format_RGB32);
+  image.fill(Qt::green);
+  QBuffer buffer;
+  buffer.open(QBuffer::WriteOnly);
+  image.save(&buffer, "PNG");
+  return buffer.data();
+}
+
+QByteArray Little(quint32 number, int bytes) {
+  QByteArray result;
+  for (; bytes > 0; --bytes, number >>= 8) {
+    result += static_cast<char>(number & 0xFF);
+  }
+  return result;
+}
+
+/// A bitmap of 2 by 1 pixels with 24 bits each.
+QByteArray Dib() {
+  return Little(40, 4) + Little(2, 4) + Little(1, 4) + Little(1, 2) + Little(24, 2) + Little(0, 4) + Little(8, 4) +
+         Little(0, 16) + QByteArray(8, '\x40');
+}
+
+/// The metafile that a pasted bitmap becomes.
+QByteArray Metafile() {
+  const QByteArray record = Little(0x0F43, 2) + QByteArray(22, '\0') + Dib();
+  return Little(1, 2) + Little(9, 2) + QByteArray(14, '\0') + Little(quint32(record.size() + 4) / 2, 4) + record;
+}
+
+}  // namespace
+
+void tst_rtf_kept::afterAnEdit_data() {
+  QTest::addColumn<QByteArray>("body");
+  QTest::addColumn<QByteArray>("kept");
+  const auto row = [](const char* name, const QByteArray& body, const QByteArray& kept) {
+    QTest::newRow(name) << body << kept;
+  };
+  const auto same = [&row](const char* name, const QByteArray& group) { row(name, "a" + group + "b\\par", group); };
+  same("unknown group", "{\\*\\unheardof{\\b x}\\'e1\xFF}");
+  same("footnote", "{\\footnote{\\super 1} nota}");
+  same("bookmark", "{\\*\\bkmkstart sitio}");
+  same("metafile", "{\\pict\\wmetafile8\\picw10\\pich10 0100\r\n0900}");
+  same("binary picture", QByteArray("{\\pict\\pngblip\\bin5 }{\\\0}", 25) + "}");
+  same("both pictures", "{\\*\\shppict{\\pict\\pngblip 00}}{\\nonshppict{\\pict\\wmetafile8 01}}");
+  same("object", "{\\object\\objemb{\\*\\objclass X}{\\*\\objdata 0105}}");
+  same("drawing", "{\\shp{\\*\\shpinst{\\sp{\\sn a}{\\sv b}}}}");
+  row("object with a result", "a{\\object\\objemb{\\*\\objdata 0105}{\\result r}}b\\par",
+      "{\\object\\objemb{\\*\\objdata 0105}{\\result r}}");
+  row("field", "a{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}b\\par",
+      "{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}");
+  row("field over paragraphs", "{\\field{\\*\\fldinst X}{\\fldrslt a\\par\\pard\\qc b}}c\\par\\pard d\\par",
+      "{\\field{\\*\\fldinst X}");
+  row("nested table",
+      "\\trowd\\cellx9\\pard\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}\\pard\\intbl "
+      "b\\cell\\row\\pard\\par",
+      "{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}");
+  row("row defined behind its cells", "\\pard\\intbl a\\cell\\trowd\\cellx77\\row\\pard\\par", "\\trowd\\cellx77");
+  row("field without a result", "a{\\field{\\*\\fldinst PAGE}}b\\par", "{\\field{\\*\\fldinst PAGE}}");
+  row("page number", "a\\chpgn b\\par", "a\\chpgn b");
+  row("header and footer", "{\\header h}{\\footerf f}a\\par", "{\\header h}{\\footerf f}");
+  row("paper", "\\paperw11906\\margl567 a\\par", "\\paperw11906\\margl567");
+  row("section", "a\\sect\\sectd\\cols2{\\header h}b\\par", "\\sect\r\n\\sectd\\cols2{\\header h}");
+  row("styles", "{\\stylesheet{\\s1 Uno;}}\\pard\\s1 a\\par", "{\\stylesheet{\\s1 Uno;}}");
+  row("words of paragraphs", "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2 a\\par",
+      "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2");
+  row("words of characters", "\\lang1034\\expndtw20\\uldb a\\par", "\\expndtw20\\lang1034\\f0\\fs20\\uldb");
+  row("exact rise", "\\up7 a\\par", "\\up7 a");
+  row("leader", "\\tldot\\tqr\\tx9000 a\\par", "\\tqr\\tldot\\tx9000");
+  row("table", "\\trowd\\trgaph70\\clcbpat1\\cellx4500\\pard\\intbl a\\cell\\row\\pard b\\par",
+      "\\trowd\\trgaph70\\clcbpat1\\cellx4500\\pard\\intbl");
+}
+
+void tst_rtf_kept::afterAnEdit() {
+  QFETCH(QByteArray, body);
+  QFETCH(QByteArray, kept);
+  const QByteArray content = Letter(body);
+  const auto document = Document(content);
+  QCOMPARE(rtf::Write(*document), content);
+  QTextCursor cursor(document.get());
+  cursor.movePosition(QTextCursor::End);
+  cursor.insertText(u" fin"_s);
+  const QByteArray written = rtf::Write(*document);
+  QVERIFY2(written.contains(kept), written.constData());
+  QCOMPARE(support::Loss(*document), QString());
+}
+
+void tst_rtf_kept::undoneIsUnchanged() {
+  const QByteArray content = Letter("a{\\b b}{\\*\\x 1}\\par c\\par");
+  const auto document = Document(content);
+  QTextCursor cursor(document.get());
+  cursor.insertText(u"x"_s);
+  cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+  QVERIFY(rtf::Write(*document) != content);
+  document->setModified(false);
+  QVERIFY(rtf::Write(*document) != content);
+  document->undo();
+  document->undo();
+  QCOMPARE(rtf::Write(*document), content);
+  // What a clone holds is not what was read into it.
+  const std::unique_ptr<QTextDocument> clone(document->clone());
+  QCOMPARE(support::Difference(support::Portrait(*document), support::Portrait(*clone)), QString());
+  QVERIFY(rtf::Write(*clone).contains("{\\*\\x 1}"));
+  document->clear();
+  QVERIFY(rtf::Write(*document) != content);
+}
+
+/// Words where they don't belong, as generated letters had them.
+void tst_rtf_kept::oddPlaces_data() {
+  QTest::addColumn<QByteArray>("body");
+  QTest::addColumn<QString>("text");
+  const auto row = [](const char* name, const QByteArray& body, const QString& text) {
+    QTest::newRow(name) << body << text;
+  };
+  row("colours behind the text", "a{\\colortbl;\\red1\\green2\\blue3;}\\cf3 b\\cf1 c\\par", u"abc"_s);
+  row("fonts behind the text", "a{\\fonttbl{\\f7\\fcharset161 Otra;}}\\f7 \\'e1\\par", u"aα"_s);
+  row("code page behind the text", "\\'e1\\ansicpg1253\\'e1\\par", u"áá"_s);
+  row("two bytes of a character in two fonts", "\\f3\\'82\\f0\\'e1\\f3\\'82\\'a0\\par", u"\uFFFDáあ"_s);
+  row("a letter in a letter", "a{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0 Otra;}}\\paperw9 b\\par}c\\par", u"ab|c"_s);
+  row("paper and section in a field", "{\\field{\\*\\fldinst X}{\\fldrslt\\sectd\\cols2\\paperw9\\deftab9 a}}b\\par",
+      u"ab"_s);
+  row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
+  row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
+  row("an object's result among fallbacks", "\\u945?{\\object\\objemb{\\*\\objdata 00}{\\result\\u946?}}\\u947?\\par",
+      u"αβγ"_s);
+  row("border colour without a border", "\\trowd\\brdrcf1\\cellx9\\pard\\intbl a\\cell\\row\\pard b\\par", u"a|b"_s);
+  row("a nested row's definition alone", "{\\*\\nesttableprops\\trowd\\cellx7}a\\nestcell b\\cell\\row\\par",
+      u"a|b|"_s);
+  row("a fallback picture alone", "{\\nonshppict{\\pict\\pngblip 00}}{\\*\\shppict{\\pict\\pngblip 00}}a\\par",
+      u"@@a"_s);
+  row("a page break in front of a cell", "a\\page\\trowd\\cellx9\\pard\\intbl b\\cell\\row\\pard\\par", u"a|b|"_s);
+}
+
+void tst_rtf_kept::oddPlaces() {
+  QFETCH(QByteArray, body);
+  QFETCH(QString, text);
+  const QByteArray content = Letter(body);
+  const auto document = Document(content);
+  QCOMPARE(Text(*document), text);
+  QCOMPARE(rtf::Write(*document), content);
+  QCOMPARE(support::Loss(*document), QString());
+}
+
+void tst_rtf_kept::pictures_data() {
+  QTest::addColumn<QByteArray>("group");
+  QTest::addColumn<QSize>("pixels");
+  QTest::addColumn<QSizeF>("shown");
+  const QByteArray png = Png();
+  QTest::newRow("PNG") << QByteArray("{\\pict\\picwgoal300\\pichgoal150\\pngblip " + png.toHex() + "}") << QSize(3, 2)
+                       << QSizeF(20, 10);
+  QTest::newRow("scaled, binary") << QByteArray(
+                                         "{\\pict\\picscalex50\\picscaley200\\picwgoal300\\pichgoal150\\pngblip\\bin" +
+                                         QByteArray::number(png.size()) + ' ' + png + "}")
+                                  << QSize(3, 2) << QSizeF(10, 20);
+  QTest::newRow("in a shape") << QByteArray("{\\*\\shppict{\\pict{\\*\\picprop x}\\pngblip " + png.toHex() + "}}")
+                              << QSize(3, 2) << QSizeF(0, 0);
+  QTest::newRow("bitmap") << QByteArray("{\\pict\\dibitmap0 " + Dib().toHex() + "}") << QSize(2, 1) << QSizeF(0, 0);
+  QTest::newRow("metafile of a bitmap") << QByteArray("{\\pict\\wmetafile8 " + Metafile().toHex() + "}") << QSize(2, 1)
+                                        << QSizeF(0, 0);
+  QTest::newRow("damaged") << QByteArray("{\\pict\\pngblip 89504e47}") << QSize() << QSizeF(0, 0);
+}
+
+void tst_rtf_kept::pictures() {
+  QFETCH(QByteArray, group);
+  QFETCH(QSize, pixels);
+  QFETCH(QSizeF, shown);
+  const auto document = Document(Letter(group));
+  const QTextImageFormat format =
+      support::FormatAt(*document, QString(QChar::ObjectReplacementCharacter)).toImageFormat();
+  QVERIFY(format.isValid());
+  QCOMPARE(QSizeF(format.width(), format.height()), shown);
+  const QVariant image = document->resource(QTextDocument::ImageResource, QUrl(format.name()));
+  QCOMPARE(image.value<QImage>().isNull() ? QSize() : image.value<QImage>().size(), pixels);
+}
+
+void tst_rtf_kept::piecesSurviveCutAndPaste() {
+  const auto document = Document(Letter("uno\\par{\\*\\x 1}dos{\\field{\\*\\fldinst X}{\\fldrslt r}}\\par"));
+  QTextCursor cursor(document.get());
+  cursor.setPosition(4);
+  cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+  const QByteArray selection = rtf::WriteSelection(cursor);
+  cursor.removeSelectedText();
+  QVERIFY(!rtf::Write(*document).contains("{\\*\\x 1}"));
+  cursor.setPosition(0);
+  rtf::Insert(selection, cursor);
+  QCOMPARE(Text(*document), u"@dosruno|"_s);
+  const QByteArray written = rtf::Write(*document);
+  QVERIFY2(written.contains("{\\*\\x 1}dos{\\field{\\*\\fldinst X}{\\fldrslt r}}uno"), written.constData());
+  document->undo();
+  QCOMPARE(Text(*document), u"uno|"_s);
+  QTextCursor none(document.get());
+  QCOMPARE(rtf::WriteSelection(none), QByteArray());
+}
+
+void tst_rtf_kept::foreignTablesStayBehind() {
+  const auto document = Document(Letter("a\\par"));
+  QTextCursor cursor(document.get());
+  cursor.movePosition(QTextCursor::End);
+  const QByteArray foreign =
+      "{\\rtf1{\\fonttbl{\\f0\\fnil\\fcharset0 "
+      "Verdana;}}{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01*;}}"
+      "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}{\\header h}\\paperw1 x\\par\\pard\\ls1 y\\par "
+      "z\\par}";
+  rtf::Insert(foreign, cursor);
+  const QByteArray written = rtf::Write(*document);
+  QVERIFY(!written.contains("header") && !written.contains("paperw") && !written.contains("\\ls1"));
+  QVERIFY2(written.contains("Verdana") && written.contains("\\pnlvlblt"), written.constData());
+  QCOMPARE(support::Loss(*Document(written)), QString());
+}
+
+void tst_rtf_kept::tableEdits_data() {
+  QTest::addColumn<int>("from");
+  QTest::addColumn<int>("to");
+  QTest::addColumn<QString>("typed");
+  QTest::addColumn<QByteArray>("cells");
+  // The letter's text is "a b c d" with a paragraph for each cell of two rows.
+  QTest::newRow("a new paragraph in a cell")
+      << 1 << 1 << u"\nx"_s << QByteArray("a|par|x|cell|b|cell|row|c|cell|d|cell|row|");
+  QTest::newRow("an emptied cell") << 2 << 3 << QString() << QByteArray("a|cell|cell|row|c|cell|d|cell|row|");
+  QTest::newRow("a cell that is gone") << 0 << 2 << QString() << QByteArray("|cell|b|cell|row|c|cell|d|cell|row|");
+}
+
+void tst_rtf_kept::tableEdits() {
+  QFETCH(int, from);
+  QFETCH(int, to);
+  QFETCH(QString, typed);
+  QFETCH(QByteArray, cells);
+  const QByteArray row = "\\trowd\\cellx1000\\cellx2000\\pard\\intbl ";
+  const auto document = Document(Letter(row + "a\\cell b\\cell\\row" + row + "c\\cell d\\cell\\row\\pard e\\par"));
+  QTextCursor cursor(document.get());
+  cursor.setPosition(from);
+  cursor.setPosition(to, QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+  cursor.insertText(typed);
+  QByteArray written = rtf::Write(*document);
+  written = written.mid(written.indexOf("\\trowd"));
+  for (const char* word :
+       {"\\trowd", "\\cellx1000", "\\cellx2000", "\\pard", "\\intbl", "\\f0", "\\fs20", "\r\n", " "}) {
+    written.replace(word, "");
+  }
+  for (const char* word : {"cell", "row", "par"}) {
+    written.replace(QByteArray("\\") + word, QByteArray("|") + word + "|");
+  }
+  written.replace("||", "|");
+  QCOMPARE(written.left(written.indexOf("e|par")), cells);
+}
+
+KEL_TEST(tst_rtf_kept);
+#include "tst_rtf_kept.moc"
