@@ -1,8 +1,8 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
