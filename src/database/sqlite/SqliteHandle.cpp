@@ -37,11 +37,22 @@ bool HasLog(const QString& path) {
   return QFileInfo(path + u"-wal"_s).size() > 0;
 }
 
+bool IsWritable(const QString& path) {
+  return process::MayWrite(path) && process::MayWrite(QFileInfo(path).path());
+}
+
 // A file that this process can't write and that nobody has open is taken as it stands: the engine could not keep its
 // log beside it. Somebody with more rights who opens it meanwhile may make a look-up fail; the next opening sees it
 // right.
 bool IsToBeTakenAsItStands(const ConnectionString& target, const QString& path) {
-  return target.ReadOnly() && !HasLog(path) && !(process::MayWrite(path) && process::MayWrite(QFileInfo(path).path()));
+  return target.ReadOnly() && !HasLog(path) && !IsWritable(path);
+}
+
+// The engine would open it for reading, and leave a log beside it that can't be written either.
+void RefuseUnwritable(const ConnectionString& target, const QString& path) {
+  if (!target.ReadOnly() && QFileInfo::exists(path) && !IsWritable(path)) {
+    throw EngineError(nullptr, SQLITE_READONLY, target);
+  }
 }
 
 QByteArray AsUri(const QString& path) {
@@ -64,6 +75,7 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
   if (missing == Missing::Refuse || QFileInfo(path).isDir()) {
     RefuseMissingFile(path);
   }
+  RefuseUnwritable(target, path);
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
   flags |= target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (missing == Missing::Create && !target.ReadOnly()) {

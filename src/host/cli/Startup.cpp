@@ -1,11 +1,12 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
+#include "platform/process/Exposure.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -43,6 +44,17 @@ void SignIn(adodb::Connection& connection, const std::optional<int>& user, Sessi
 void ReadInstallation(adodb::Connection& connection, Session& session) {
   const auto rows = adodb::Execute(connection, u"SELECT velumar FROM configuracion");
   session.velumar = !rows->AtEnd() && automation::CBool(rows->Field(0));
+}
+
+// The mode of the file itself is the user's choice, about which PermissionNotice has a word.
+void RequireUnexposedFolder(const QString& connectionString) {
+  const QFileInfo file(database::FileOf(connectionString));
+  for (const QString& folder : {file.path(), file.exists() ? file.canonicalPath() : file.path()}) {
+    const QString exposure = process::ExposureOf(folder);
+    if (!exposure.isEmpty()) {
+      throw automation::Error(adodb::CannotOpen, u"La base de datos no está a salvo. "_s + exposure);
+    }
+  }
 }
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
@@ -90,6 +102,7 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
   const Target target = TargetOf(line);
   RequireWanted(target, line);
+  RequireUnexposedFolder(target.connectionString);
   Session& session = started->session;
   session.readOnly = !database::MayBeWritten(target.connectionString);
   started->database = target.shown;

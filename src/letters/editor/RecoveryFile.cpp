@@ -44,8 +44,7 @@ std::optional<Rescued> Parse(const QString& fileName) {
 
 bool Rescue(const QByteArray& content, qint32 record, const QString& name) {
   const QString folder = Folder();
-  if (!process::CreatePrivateFolder(folder) ||
-      !QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
+  if (!process::TakePrivateFolder(folder)) {
     return false;
   }
   QSaveFile file(folder + u'/' + FileName(record, name));
@@ -54,6 +53,9 @@ bool Rescue(const QByteArray& content, qint32 record, const QString& name) {
 }
 
 std::optional<Rescued> FindRescued(qint32 record) {
+  if (!process::IsOwnFolder(Folder())) {
+    return std::nullopt;
+  }
   const QStringList newestFirst =
       QDir(Folder()).entryList({u"* carta *.rtf"_s}, QDir::Files, QDir::Name | QDir::Reversed);
   for (const QString& fileName : newestFirst) {
