@@ -1,5 +1,6 @@
 #include "host/services/RecordLocks.h"
 
+#include "database/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -18,8 +19,13 @@ constexpr int integrityViolation = -2147217873;
 
 // Each is lost only when others take and release the record between two statements.
 constexpr int mostRounds = 50;
-// A database that many write to at once may refuse one of them; one that refuses every time has another reason.
+// A database that many write to at once may refuse one of them; one that refuses every time has another reason, and one
+// that was waited for in vain is not waited for again.
 constexpr int mostFailures = 3;
+
+bool IsWorthAnotherTry(const automation::Error& error, int& failures) {
+  return error.Number() != database::DatabaseLocked && ++failures < mostFailures;
+}
 
 const QString columns =
     u"IDBloqueoRegistro, campoID, ValorID, codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde"_s;
@@ -56,6 +62,9 @@ QString Moment(const QDateTime& moment) {
 }  // namespace
 
 QString LockHolder::Description() const {
+  if (!obstacle.isEmpty()) {
+    return obstacle.endsWith(u'.') ? obstacle.chopped(1) : obstacle;
+  }
   QString text = u"Lo está modificando "_s + (userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName));
   if (!process.machine.isEmpty()) {
     text += u" en «%1»"_s.arg(process.machine);
@@ -80,7 +89,7 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
         return std::nullopt;
       } catch (const automation::Error& error) {
         // Somebody was faster, and may have let go again by now.
-        if (error.Number() != integrityViolation && ++failures == mostFailures) {
+        if (error.Number() != integrityViolation && !IsWorthAnotherTry(error, failures)) {
           throw;
         }
         continue;
@@ -114,8 +123,8 @@ void RecordLocks::Release(const QString& keyColumn, int key) {
           u"Proceso={} AND InicioProceso='{}'",
           keyColumn, key, self.userId, self.process.machine, self.process.processId, self.process.start);
       return;
-    } catch (const automation::Error&) {
-      if (++failures == mostFailures) {
+    } catch (const automation::Error& error) {
+      if (!IsWorthAnotherTry(error, failures)) {
         throw;
       }
     }

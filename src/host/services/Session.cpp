@@ -4,6 +4,7 @@
 #include "host/services/cListas.h"
 #include "host/services/cPrincipal.h"
 #include "platform/automation/ClassRegistry.h"
+#include "platform/automation/Error.h"
 
 #include <QStandardPaths>
 
@@ -17,6 +18,17 @@ QString Session::DefaultSettingsFile() {
 
 RecordLocks Session::Locks() const {
   return {Opened(connection), userId, userName};
+}
+
+void Session::ReleaseWhatWaits() {
+  const QList<std::pair<QString, int>> waiting = std::exchange(unreleased, {});
+  for (const auto& [keyColumn, key] : waiting) {
+    try {
+      Locks().Release(keyColumn, key);
+    } catch (const automation::Error&) {
+      unreleased.append({keyColumn, key});
+    }
+  }
 }
 
 void RegisterClasses(Session& session) {

@@ -1,5 +1,6 @@
 #include "host/services/cPrincipal.h"
 
+#include "database/ErrorNumbers.h"
 #include "host/services/ChangeTracking.h"
 #include "host/services/ColumnWidths.h"
 #include "host/services/ComboFilling.h"
@@ -61,7 +62,16 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
   if (m_session.readOnly) {
     return true;
   }
-  m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
+  m_session.ReleaseWhatWaits();
+  try {
+    m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
+  } catch (const automation::Error& error) {
+    if (error.Number() != database::DiskFull && error.Number() != database::DatabaseReadOnly) {
+      throw;
+    }
+    // What can't be locked can still be looked at.
+    m_session.lastRefusal = LockHolder{.keyColumn = campoID, .key = valorID, .obstacle = error.Description()};
+  }
   bloqueado = !m_session.lastRefusal;
   if (!bloqueado && m_session.showRefusedLocks) {
     TellOfRefusal();
@@ -71,7 +81,14 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
 
 void cPrincipal::DesbloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID,
                                     int valorID) {
-  Locks(objeto).Release(campoID, valorID);
+  try {
+    Locks(objeto).Release(campoID, valorID);
+  } catch (const automation::Error& error) {
+    if (error.Number() != database::DatabaseLocked) {
+      throw;
+    }
+    m_session.unreleased.append({campoID, valorID});
+  }
 }
 
 void cPrincipal::BloquearControles(QObject* control) {
