@@ -1,6 +1,5 @@
 #include "host/services/RecordLocks.h"
 
-#include "database/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -19,13 +18,8 @@ constexpr int integrityViolation = -2147217873;
 
 // Each is lost only when others take and release the record between two statements.
 constexpr int mostRounds = 50;
-// A database that many write to at once may refuse one of them; one that refuses every time has another reason, and one
-// that was waited for in vain is not waited for again.
+// A database that many write to at once may refuse one of them; one that refuses every time has another reason.
 constexpr int mostFailures = 3;
-
-bool IsWorthAnotherTry(const automation::Error& error, int& failures) {
-  return error.Number() != database::DatabaseLocked && ++failures < mostFailures;
-}
 
 const QString columns =
     u"IDBloqueoRegistro, campoID, ValorID, codUsuario, Usuario, Equipo, Proceso, InicioProceso, Desde"_s;
@@ -63,7 +57,7 @@ QString Moment(const QDateTime& moment) {
 
 QString LockHolder::Description() const {
   if (!obstacle.isEmpty()) {
-    return obstacle.endsWith(u'.') ? obstacle.chopped(1) : obstacle;
+    return obstacle;
   }
   QString text = u"Lo está modificando "_s + (userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName));
   if (!process.machine.isEmpty()) {
@@ -89,7 +83,7 @@ std::optional<LockHolder> RecordLocks::Take(const QString& keyColumn, int key) {
         return std::nullopt;
       } catch (const automation::Error& error) {
         // Somebody was faster, and may have let go again by now.
-        if (error.Number() != integrityViolation && !IsWorthAnotherTry(error, failures)) {
+        if (error.Number() != integrityViolation && ++failures == mostFailures) {
           throw;
         }
         continue;
@@ -123,8 +117,8 @@ void RecordLocks::Release(const QString& keyColumn, int key) {
           u"Proceso={} AND InicioProceso='{}'",
           keyColumn, key, self.userId, self.process.machine, self.process.processId, self.process.start);
       return;
-    } catch (const automation::Error& error) {
-      if (!IsWorthAnotherTry(error, failures)) {
+    } catch (const automation::Error&) {
+      if (++failures == mostFailures) {
         throw;
       }
     }

@@ -20,7 +20,7 @@ struct LockHolder {
   QString userName = {};
   ProcessIdentity process = {};
   QDateTime since = {};  ///< Invalid when the database does not say.
-  /// Why nobody can hold it now, for the user; empty where somebody does.
+  /// Why nobody can hold it now, a sentence without its point; empty where somebody does.
   QString obstacle = {};
 
   /// The obstacle, or who, where, since when (local time), as a sentence without its point: "Lo está modificando «ana»

@@ -70,7 +70,9 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
       throw;
     }
     // What can't be locked can still be looked at.
-    m_session.lastRefusal = LockHolder{.keyColumn = campoID, .key = valorID, .obstacle = error.Description()};
+    const QString obstacle = error.Number() == database::DiskFull ? u"No queda sitio en el disco de la base de datos"_s
+                                                                  : u"La base de datos no se puede escribir"_s;
+    m_session.lastRefusal = LockHolder{.keyColumn = campoID, .key = valorID, .obstacle = obstacle};
   }
   bloqueado = !m_session.lastRefusal;
   if (!bloqueado && m_session.showRefusedLocks) {

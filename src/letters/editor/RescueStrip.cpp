@@ -33,7 +33,8 @@ RescueStrip::RescueStrip(LetterWindow& window) : m_window(window), m_copy(new Ru
   window.cmdDescartar->hide();
   window.lblAviso->hide();
   QObject::connect(m_copy, &RunningCopy::Tried, window.lblAviso, [label = window.lblAviso](bool kept) {
-    label->setText(u"No se pueden conservar los cambios en «%1»: guarde la carta."_s.arg(RescueFolder()));
+    label->setText(u"Los cambios no se conservan: guarde la carta."_s);
+    label->setToolTip(texts::AsItStands(u"No se puede escribir en la carpeta «%1»."_s.arg(RescueFolder())));
     label->setVisible(!kept);
   });
 }
