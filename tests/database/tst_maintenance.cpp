@@ -5,6 +5,7 @@
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/process/PrivateFiles.h"
 #include "support/ErrorOf.h"
+#include "support/SmallDisk.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
@@ -48,6 +49,9 @@ class tst_maintenance : public QObject {
   void AnIndexThatLiesIsFound();
   void AColumnNamesTheTableOfItsKey();
   void AnUncleanEndIsNoticed();
+  void AFullDiskCanBeReadFrom();
+  void ALogThatCannotBeTakenOver();
+  void AFileThatWasReplaced();
 
  private:
   QString Path(const QString& name) const { return m_database->Path(name); }
@@ -390,6 +394,61 @@ void tst_maintenance::AnUncleanEndIsNoticed() {
   QCOMPARE(database::QuickCheck(Text()), QStringList());
   Spoil(Path({}), "Paises");
   QVERIFY(!database::QuickCheck(Text()).isEmpty());
+}
+
+void tst_maintenance::AFullDiskCanBeReadFrom() {
+  const support::SmallDisk disk;
+  if (!disk.IsThere()) {
+    QSKIP("a full disk takes root's rights");
+  }
+  m_database->Connection().Close();
+  QVERIFY(QFile::copy(Path({}), disk.Path(u"kel.db"_s)));
+  disk.Fill();
+  const TestDatabase full(disk.Path(u"kel.db"_s));
+  QVERIFY(Outcome(full.Connection(), u"SELECT COUNT(*) FROM Provincias"_s).toInt() > 50);
+  QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }),
+           database::DiskFull);
+  disk.Free();
+  QCOMPARE(Outcome(*full.Connect(), u"INSERT INTO Bancos(Nombre) VALUES('a')"_s), QString());
+}
+
+void tst_maintenance::ALogThatCannotBeTakenOver() {
+  const support::SmallDisk disk;
+  if (!disk.IsThere()) {
+    QSKIP("a disk that is closed to writing takes root's rights");
+  }
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
+  for (const QString& part : {u""_s, u"-wal"_s}) {
+    QVERIFY(QFile::copy(Path({}) + part, disk.Path(u"kel.db"_s) + part));
+  }
+  disk.CloseToWriting();
+  const QString text = database::ConnectionStringForFile(disk.Path(u"kel.db"_s));
+  QVERIFY(!database::MayBeWritten(text));
+  try {
+    database::CreateConnection(database::ForViewing(text))->Open();
+    QFAIL("opened");
+  } catch (const automation::Error& error) {
+    QCOMPARE(error.Number(), int(database::CannotOpen));
+    QVERIFY2(error.Description().contains(u"kel.db-wal"_s), qPrintable(error.Description()));
+  }
+}
+
+// Who waited for somebody that restores a copy has the file that was replaced.
+void tst_maintenance::AFileThatWasReplaced() {
+  m_database->Connection().Close();
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path({})).constData(), &engine), SQLITE_OK);
+  QCOMPARE(sqlite3_exec(engine, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(engine);
+  const auto connection = m_database->Connect();
+  QVERIFY(QFile::rename(Path({}), Path(u"antes"_s)));
+  QVERIFY(QFile::copy(Path(u"antes"_s), Path({})));
+  try {
+    connection->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
+    QFAIL("written");
+  } catch (const automation::Error& error) {
+    QVERIFY2(error.Description().contains(u"copia recuperada"_s), qPrintable(error.Description()));
+  }
 }
 
 KEL_TEST(tst_maintenance);

@@ -76,8 +76,7 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
     RefuseMissingFile(path);
   }
   RefuseUnwritable(target, path);
-  int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-  flags |= target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  int flags = target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (missing == Missing::Create && !target.ReadOnly()) {
     // The engine gives its log the mode of the file.
     process::CreatePrivateFile(path);
@@ -86,13 +85,34 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
   const bool takenAsItStands = IsToBeTakenAsItStands(target, path);
   // A log is left alone until it is known whose it is.
   const bool hadLog = HasLog(path);
-  sqlite3* engine = nullptr;
-  const int code = takenAsItStands ? sqlite3_open_v2(AsUri(path), &engine, flags | SQLITE_OPEN_URI, nullptr)
-                                   : sqlite3_open_v2(QFile::encodeName(path), &engine, flags, nullptr);
-  m_engine.reset(engine);
-  Check(code);
+  if (takenAsItStands) {
+    OpenAsItStands(path);
+  } else {
+    OpenEngine(QFile::encodeName(path), flags);
+    if (LacksRoom() && !HasLog(path)) {
+      OpenAsItStands(path);
+    }
+  }
   Configure();
   SetCheckpointOnClose(!hadLog);
+}
+
+void SqliteHandle::OpenEngine(const QByteArray& name, int flags) {
+  sqlite3* engine = nullptr;
+  const int code = sqlite3_open_v2(name, &engine, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  m_engine.reset(engine);
+  Check(code);
+}
+
+void SqliteHandle::OpenAsItStands(const QString& path) {
+  OpenEngine(AsUri(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+}
+
+// On a full disk the engine can't make the files that its log needs, not even for reading.
+bool SqliteHandle::LacksRoom() const {
+  // Who finds the file busy now waits at the first use.
+  const int code = sqlite3_exec(Engine(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
+  return code == SQLITE_IOERR_SHMSIZE || code == SQLITE_IOERR_SHMOPEN || code == SQLITE_FULL;
 }
 
 void SqliteHandle::Configure() const {

@@ -42,8 +42,24 @@ QByteArray Writer::Write() {
     WriteBlock(block);
   }
   CloseLinks(0);
-  m_text.Raw("}\r\n");
-  return Header() + m_text.Bytes();
+  return Enclosed(m_text.Bytes());
+}
+
+QByteArray Writer::WriteParagraph(const QTextBlock& block) {
+  m_text = {};
+  m_text.Word("\\pard");
+  m_styles.Reset();
+  m_inForce = {};
+  // They may have changed since, and be gone.
+  m_lists.clear();
+  m_path = block.previous().isValid() ? FormatOf(block.previous()).path : TablePath();
+  WriteBlock(block);
+  CloseLinks(0);
+  return m_text.Bytes();
+}
+
+QByteArray Writer::Enclosed(const QByteArray& text) {
+  return Header() + text + "}\r\n";
 }
 
 QByteArray Writer::Header() {

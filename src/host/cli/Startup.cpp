@@ -2,6 +2,7 @@
 
 #include "database/Database.h"
 #include "database/Maintenance.h"
+#include "host/desktop/PatientConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
@@ -111,7 +112,8 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
-  started->connection = database::CreateConnection(connectionString);
+  started->connection = std::make_unique<PatientConnection>(
+      database::CreateConnection(connectionString, PatientConnection::tryTime), database::WaitOf(connectionString));
   started->connection->Open();
   session.connection = started->connection.get();
   session.title = u"Kel"_s;

@@ -5,9 +5,11 @@
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/RecordReader.h"
+#include "host/services/MessageBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/AsItStands.h"
 #include "ui_MainWindow.h"
 
 #include <QCoreApplication>
@@ -102,7 +104,7 @@ void MainWindow::SetUpStatusBar() {
       u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
   label->setObjectName(u"lblSession"_s);
   label->setTextFormat(Qt::PlainText);
-  label->setToolTip(m_texts.database.toHtmlEscaped());
+  label->setToolTip(texts::AsItStands(m_texts.database));
   m_ui->statusBar->addPermanentWidget(label);
 }
 
@@ -408,8 +410,8 @@ void MainWindow::StoreLayout() const {
 
 void MainWindow::ShowHelp() {
   if (!QDesktopServices::openUrl(QUrl::fromLocalFile(m_texts.helpFile))) {
-    QMessageBox::warning(this, m_texts.title,
-                         u"No hay ningún programa que abra la ayuda «%1»."_s.arg(m_texts.helpFile));
+    ShowMessage(QMessageBox::Warning, u"No hay ningún programa que abra la ayuda «%1»."_s.arg(m_texts.helpFile),
+                m_texts.title);
   }
 }
 
