@@ -1,9 +1,10 @@
 #include "database/sqlite/SqliteErrors.h"
 
-#include <QFileInfo>
-#include <QStorageInfo>
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/process/PrivateFiles.h"
+
+#include <QFileInfo>
+#include <QStorageInfo>
 
 #include <sqlite3.h>
 
@@ -73,13 +74,13 @@ Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
   const QString& file = target.File();
   if (code == SQLITE_READONLY_DBMOVED) {
     return Error(
-        DatabaseLocked,
+        adodb::DatabaseLocked,
         u"La base de datos «%1» se ha sustituido por una copia recuperada mientras se usaba. No se ha guardado "
         "nada. Vuelva a intentarlo."_s.arg(file));
   }
   if (IsLogOutOfReach(code, target)) {
     return Error(
-        CannotOpen,
+        adodb::CannotOpen,
         u"La base de datos «%1» no se cerró bien la última vez: parte de lo guardado está solo en «%1-wal», y "
         "para recuperarlo hay que poder escribir en su carpeta. Copie los dos archivos juntos a otra carpeta y "
         "abra la base de datos allí."_s.arg(file));

@@ -13,8 +13,8 @@ GradualWriter::GradualWriter(const QTextDocument& document)
     : m_document(document), m_writer(std::make_unique<Writer>(document)), m_paragraphs(document.blockCount()) {
   // A document without a layout tells nobody of its changes.
   document.documentLayout();
-  connect(&document, &QTextDocument::contentsChange, this,
-          [this](int position, int /*removed*/, int added) { OnChange(position, added); });
+  QObject::connect(&document, &QTextDocument::contentsChange, &m_listener,
+                   [this](int position, int /*removed*/, int added) { OnChange(position, added); });
 }
 
 GradualWriter::~GradualWriter() = default;

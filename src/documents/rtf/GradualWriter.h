@@ -19,13 +19,13 @@ class Writer;
 /// paragraph counts until that paragraph or a neighbour changes, so that each writing after the first costs what was
 /// typed since, and somebody who never pauses can't keep it from its end. The result says what Write's says; since
 /// each of its paragraphs begins from nothing, a field over several becomes one in each.
-class KELDOCUMENTOS_EXPORT GradualWriter : public QObject {
-  Q_OBJECT
-
+class KELDOCUMENTOS_EXPORT GradualWriter {
  public:
   /// The document outlives this object and is not replaced by another reading.
   explicit GradualWriter(const QTextDocument& document);
-  ~GradualWriter() override;
+  GradualWriter(const GradualWriter&) = delete;
+  GradualWriter& operator=(const GradualWriter&) = delete;
+  ~GradualWriter();
 
   /// Goes on for about that long, a paragraph at least. True when everything is written.
   bool Continue(std::chrono::milliseconds time);
@@ -43,6 +43,8 @@ class KELDOCUMENTOS_EXPORT GradualWriter : public QObject {
   QList<QByteArray> m_paragraphs;
   /// No paragraph before this one is to be written.
   qsizetype m_next = 0;
+  /// Whose connections to the document end with this object.
+  QObject m_listener;
 };
 
 }  // namespace rtf
