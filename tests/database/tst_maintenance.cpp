@@ -407,7 +407,7 @@ void tst_maintenance::AFullDiskCanBeReadFrom() {
   const TestDatabase full(disk.Path(u"kel.db"_s));
   QVERIFY(Outcome(full.Connection(), u"SELECT COUNT(*) FROM Provincias"_s).toInt() > 50);
   QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }),
-           database::DiskFull);
+           adodb::DiskFull);
   disk.Free();
   QCOMPARE(Outcome(*full.Connect(), u"INSERT INTO Bancos(Nombre) VALUES('a')"_s), QString());
 }
@@ -428,7 +428,7 @@ void tst_maintenance::ALogThatCannotBeTakenOver() {
     database::CreateConnection(database::ForViewing(text))->Open();
     QFAIL("opened");
   } catch (const automation::Error& error) {
-    QCOMPARE(error.Number(), int(database::CannotOpen));
+    QCOMPARE(error.Number(), int(adodb::CannotOpen));
     QVERIFY2(error.Description().contains(u"kel.db-wal"_s), qPrintable(error.Description()));
   }
 }

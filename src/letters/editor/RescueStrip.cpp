@@ -19,7 +19,7 @@ namespace letters {
 namespace {
 
 void TellNotKept(const QString& what) {
-  Platform::Current().Beep();
+  Desktop::Current().Beep();
   ShowText(
       what +
           u"\n\nTampoco se puede conservar en la carpeta «%1», así que el editor sigue abierto. Libere espacio en el "
