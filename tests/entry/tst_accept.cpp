@@ -36,7 +36,7 @@ class tst_accept : public QObject {
  private Q_SLOTS:
   // An error of the checks is told under the procedure of Accept, and the dialog stays with what was typed.
   void AnErrorOfAChecksRefusal_data() {
-    QTest::addColumn<int>("node");
+    QTest::addColumn<int>("number");
     QTest::addColumn<QString>("dialog");
     QTest::addColumn<QByteArray>("box");
     QTest::addColumn<QByteArray>("accept");
@@ -53,7 +53,7 @@ class tst_accept : public QObject {
     row(node.Cabeceras(), "frmCabecera", "txtLinea_0", "cmdBotonera_0", "cmdBotonera_Click");
   }
   void AnErrorOfAChecksRefusal() {
-    QFETCH(int, node);
+    QFETCH(int, number);
     QFETCH(QString, dialog);
     QFETCH(QByteArray, box);
     QFETCH(QByteArray, accept);
@@ -76,7 +76,7 @@ class tst_accept : public QObject {
               QString::fromUtf8(accept).replace(u"_0"_s, u"_1"_s).replace(u"cmdAceptar"_s, u"cmdCancelar"_s))
           ->click();
     });
-    EXPECT_CLEAN(host, host.PasarDatos(node, action.Agregar()));
+    EXPECT_CLEAN(host, host.PasarDatos(number, action.Agregar()));
   }
 
   // A call from another thread could never return; it fails before the host is asked for anything.

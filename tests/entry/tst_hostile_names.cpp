@@ -83,7 +83,7 @@ class tst_hostile_names : public QObject {
     QFETCH(int, node);
     support::TrapFile trap;
     TestHost host(database::Content::Demonstration);
-    host.platform.printers = 1;
+    host.desktop.printers = 1;
     FillWith(host, trap.Name());
     host.session.title = trap.Name();
     for (const int how : {action.Modificar(), action.Agregar()}) {

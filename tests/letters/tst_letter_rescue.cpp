@@ -129,7 +129,7 @@ class tst_letter_rescue : public QObject {
     disk.Fill();
     support::TestHost host(disk.Path(u"kel.db"_s));
     host.session.showRefusedLocks = false;
-    host.platform.printers = 1;
+    host.desktop.printers = 1;
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {
       QCOMPARE(Letter(dialog)->toPlainText(), u"texto"_s);
       QVERIFY(!dialog.IsEnabled("tlbEstandar_guardar"));
