@@ -64,6 +64,9 @@ std::optional<QString> KeyFilter::Read(QString inserted) const {
   if (m_options & PointIsComma) {
     inserted.replace(u'.', u',');
   }
+  if (m_options & MarksDropOut) {
+    inserted.removeIf([](QChar c) { return QStringView(u" .-").contains(c); });
+  }
   return std::ranges::all_of(inserted, m_allowed) ? std::optional(inserted) : std::nullopt;
 }
 

@@ -23,6 +23,8 @@ class KeyFilter : public QObject {
     ClearWhenFull = 2,
     /// A point that is typed or pasted is taken as a comma.
     PointIsComma = 4,
+    /// The marks that people write into numbers (blanks, points, hyphens) are left out of a pasted text.
+    MarksDropOut = 8,
   };
   Q_DECLARE_FLAGS(Options, Option)
 

@@ -35,7 +35,7 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
       OnEnter(box, Trapped(u"SeleccionarTexto"_s, [box] { HostServices::Fresh().SeleccionarTexto(box); }));
     }
     QLineEdit* nif = m_boxes[nifBox];
-    new KeyFilter(nif, IsLetterOrDigit, 0, KeyFilter::BeepOnRefusal);
+    new KeyFilter(nif, IsLetterOrDigit, 0, KeyFilter::BeepOnRefusal | KeyFilter::MarksDropOut);
     OnLeave(nif, [this, nif] {
       // What was stored stays as it is until the user changes it.
       if (nif->isModified()) {

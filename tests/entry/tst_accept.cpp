@@ -82,7 +82,6 @@ class tst_accept : public QObject {
   // A call from another thread could never return; it fails before the host is asked for anything.
   void OnlyTheInterfaceThreadMayCall() {
     TestHost host;
-    host.Recording().Close();
     std::optional<Error> outcome;
     const std::unique_ptr<QThread> thread(
         QThread::create([&] { outcome = host.PasarDatos(node.Paises(), action.Agregar()); }));

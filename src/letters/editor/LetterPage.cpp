@@ -185,9 +185,8 @@ void LetterPage::paintEvent(QPaintEvent* event) {
 
 void LetterPage::resizeEvent(QResizeEvent* event) {
   QFrame::resizeEvent(event);
-  // Growing into the maximised window is still part of the load.
-  const bool isLoading = window()->isMaximized() && event->size().width() >= event->oldSize().width();
-  if (isVisible() && !isLoading) {
+  // Becoming the maximised window is still part of the load.
+  if (isVisible() && !window()->isMaximized()) {
     m_leastRange = {};
   }
   Fit();
