@@ -112,10 +112,12 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
-  started->connection = std::make_unique<PatientConnection>(
+  auto patient = std::make_unique<PatientConnection>(
       database::CreateConnection(connectionString, PatientConnection::tryTime), database::WaitOf(connectionString));
+  started->connection = std::make_unique<OfficeConnection>(std::move(patient), session);
   started->connection->Open();
   session.connection = started->connection.get();
+  session.office = started->connection.get();
   session.title = u"Kel"_s;
   session.icon = u":/kel/kel.png"_s;
   session.helpFile = HelpFile();
