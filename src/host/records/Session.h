@@ -9,9 +9,12 @@
 
 namespace host {
 
+class OfficeConnection;
+
 /// What every services object of the process shares. The program fills it before the first of them is made.
 struct Session {
   adodb::Connection* connection = nullptr;  ///< Borrowed; outlives the session's use.
+  OfficeConnection* office = nullptr;       ///< The same one, for who asks what was written or makes batches.
   QString title;                            ///< `tituloaplicacion`: the title of every message box.
   QString icon;                             ///< Path of the icon of every dialog.
   QString helpFile;                         ///< Path of the help file.
