@@ -19,6 +19,8 @@ class ConnectionString {
   int WaitMilliseconds() const { return m_wait; }
   bool ReadOnly() const { return m_readOnly; }
 
+  bool operator==(const ConnectionString&) const = default;
+
   /// `value` as it must stand in a connection string.
   static QString Quoted(const QString& value);
 

@@ -1,6 +1,6 @@
 #include "database/Database.h"
 
-#include "database/ConnectionString.h"
+#include "database/Engines.h"
 #include "database/Errors.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
@@ -9,20 +9,20 @@ using namespace Qt::StringLiterals;
 
 namespace database {
 
-namespace {
-
-ConnectionString Parsed(const QString& text) {
-  ConnectionString target(text);
+ConnectionString TargetOf(const QString& connectionString) {
+  ConnectionString target(connectionString);
   if (target.Engine() != u"sqlite") {
     throw BadConnectionString(u"no se conoce el motor «%1»; use «sqlite»"_s.arg(target.Engine()));
   }
   return target;
 }
 
-}  // namespace
+std::unique_ptr<Session> CreateSession(const ConnectionString& /*target*/) {
+  return std::make_unique<SqliteSession>();
+}
 
 std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString) {
-  return std::make_unique<SqliteConnection>(Parsed(connectionString));
+  return std::make_unique<SqliteConnection>(TargetOf(connectionString));
 }
 
 QString ConnectionStringForFile(const QString& path) {
@@ -30,7 +30,7 @@ QString ConnectionStringForFile(const QString& path) {
 }
 
 void PrepareDatabase(const QString& connectionString, Content content) {
-  PrepareSqlite(Parsed(connectionString), content);
+  PrepareSqlite(TargetOf(connectionString), content);
 }
 
 }  // namespace database

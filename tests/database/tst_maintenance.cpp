@@ -270,7 +270,7 @@ void tst_maintenance::AColumnNamesTheTableOfItsKey() {
       }
     }
   }
-  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s}));
+  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s, u"ValorID"_s}));
   const database::Table* deductions = schema.FindTable(u"Deduccion_Comunidad");
   QCOMPARE(database::ReferredTable(schema, *deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
   QCOMPARE(database::ReferredTable(schema, *schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,
@@ -282,7 +282,7 @@ void tst_maintenance::AnUncleanEndIsNoticed() {
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
   // Somebody has it open.
   QVERIFY(!database::WasLeftOpen(Text()));
-  m_database->Connection().Close();
+  m_database->Disconnect();
   QVERIFY(!database::WasLeftOpen(Text()));
   QProcess writer;
   writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, Text()});

@@ -27,6 +27,8 @@ class TestDatabase {
   QString Path(const QString& name = {}) const;
   QString ConnectionString() const;
   adodb::Connection& Connection() const { return *m_connection; }
+  /// Lets the file go; Connection() is not used afterwards.
+  void Disconnect() { m_connection.reset(); }
   /// Another connection, open.
   std::unique_ptr<adodb::Connection> Connect() const;
 

@@ -132,9 +132,10 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const ProgramEnd end(bridge);
   const std::unique_ptr<ViewOnly> viewOnly =
       started.session.readOnly ? std::make_unique<ViewOnly>(*services, bridge) : nullptr;
-  Housekeeping housekeeping(
-      started.connectionString,
-      {.check = started.leftOpen, .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies()});
+  Housekeeping housekeeping(started.connectionString,
+                            {.check = started.leftOpen,
+                             .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies(),
+                             .forget = !started.session.readOnly});
   QObject::connect(&housekeeping, &Housekeeping::Noticed, qApp, Notify);
   // When the window is there.
   QTimer::singleShot(0, &housekeeping, [&] {

@@ -1,8 +1,8 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -98,9 +98,11 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
-  started->connection = database::CreateConnection(connectionString);
+  started->connection =
+      std::make_unique<OfficeConnection>(database::CreateConnection(connectionString), started->session);
   started->connection->Open();
   session.connection = started->connection.get();
+  session.office = started->connection.get();
   session.title = u"Kel"_s;
   session.icon = u":/kel/kel.png"_s;
   session.helpFile = HelpFile();

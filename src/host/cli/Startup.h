@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/cli/CommandLine.h"
+#include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
-#include "platform/adodb/Connection.h"
 
 #include <QString>
 
@@ -12,9 +12,9 @@ namespace host {
 
 /// The database of a session, prepared and open, and the session on it.
 struct StartedSession {
-  std::unique_ptr<adodb::Connection> connection;
   QString connectionString;
   Session session;
+  std::unique_ptr<OfficeConnection> connection;  ///< The session's.
   QString database;       ///< The database as the user knows it: a path, or the connection string.
   bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
 };

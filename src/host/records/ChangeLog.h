@@ -19,8 +19,8 @@ enum class ChangeKind {
   Several = 5,    ///< One statement wrote several rows of the table, it is not known which.
 };
 
-/// A column before and after, as texts: a number or a Boolean as a statement writes it, a missing value empty, of a
-/// text the first 200 characters, of one without a usual length only how many characters it had.
+/// A column before and after, as texts (automation::Text): of a long one the first 200 characters, of one without a
+/// usual length, such as a letter's, only how many characters it had.
 struct ColumnChange {
   QString column;
   QString before;
@@ -39,7 +39,7 @@ struct Change {
   qint64 key = 0;   ///< 0 for several rows.
   QString name;     ///< The record's, as lists name it; for several rows the condition that they met.
   ChangeKind kind = ChangeKind::Changed;
-  QList<ColumnChange> columns;  ///< Those that differ; empty for several rows.
+  QList<ColumnChange> columns;  ///< Those that differ, of a new record those that are not empty; none for several rows.
   int rows = 1;                 ///< How many were written.
 };
 

@@ -259,11 +259,26 @@ std::vector<Node> Administration() {
   };
 }
 
+// The notes whose record is marked as deleted: nothing else can be recovered.
+QString StillMarked(const std::vector<Node>& nodes) {
+  QStringList marked;
+  for (const Node& node : nodes) {
+    if (node.canDelete) {
+      marked.append(
+          u"(Nodo=%1 AND EXISTS (SELECT %3 FROM EliminacionesRegistros INNER JOIN %2 ON ValorID=%3 WHERE "
+          "codEliminacion=IDEliminacion AND Tabla='%2' AND %2.Eliminado<>0))"_s.arg(QString::number(node.id),
+                                                                                    node.table, node.key));
+    }
+  }
+  return u'(' + marked.join(u" OR "_s) + u')';
+}
+
 std::vector<Node> BuildCatalog() {
   std::vector<Node> catalog;
   for (const auto& nodes : {Banking(), Places(), Deductions(), Offerings(), Printing(), Administration()}) {
     catalog.insert(catalog.end(), nodes.begin(), nodes.end());
   }
+  catalog.back().condition = StillMarked(catalog);
   return catalog;
 }
 
@@ -292,7 +307,7 @@ std::vector<Node> NodesFor(bool administrator) {
   std::erase_if(nodes, [](const Node& node) { return node.administratorsOnly; });
   for (Node& node : nodes) {
     if (node.canRecover) {
-      node.condition = u"Nodo NOT IN (%1)"_s.arg(hidden.join(u','));
+      node.condition += u" AND Nodo NOT IN (%1)"_s.arg(hidden.join(u','));
     }
   }
   return nodes;

@@ -8,10 +8,13 @@
 #include <memory>
 #include <vector>
 
+namespace database {
+struct WrittenRecord;
+}
+
 namespace host {
 
 struct Session;
-struct WrittenChange;
 
 /// The connection that the host lends to the component. It hands everything on, to the letter and in order, and the
 /// answers back; what the component sees is what the engine's own connection would show it. Besides:
@@ -58,8 +61,13 @@ class OfficeConnection : public adodb::Connection {
 
   enum class Batch { None, Running, RolledBack };
 
+  void CheckLooksOpen() const;
+  /// Also that the batch is not lost.
   void CheckBatch() const;
+  void CheckInTransaction() const;
+  std::unique_ptr<adodb::Recordset> ExecuteNoted(const QString& statement, const database::WrittenRecord& written);
   void Committed();
+  /// What was written in a transaction that is gone.
   void Forget();
 
   std::unique_ptr<adodb::Connection> m_engine;
