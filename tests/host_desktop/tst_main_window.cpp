@@ -233,7 +233,7 @@ void tst_main_window::WhatANodeAllows_data() {
   QTest::newRow("Bancos") << cConstNodo().Bancos() << u"actAdd actModify actDelete actNewBranch"_s;
   QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
   QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
-  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
+  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << QString();
   QTest::newRow("Registros eliminados") << host::deletedRecordsNode << QString();
 }
 
