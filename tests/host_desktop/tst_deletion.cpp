@@ -189,6 +189,8 @@ void tst_deletion::WhatStaysIsNamedWithItsReason() {
   QCOMPARE(FakeComponent::Requests(),
            QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(free)}));
   QCOMPARE(desktop.Window().statusBar()->currentMessage(), u"Registros eliminados: 1. Conservados: 2."_s);
+  desktop.ChooseNode(cConstNodo().Paises());
+  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
 }
 
 void tst_deletion::UsersThatStay() {

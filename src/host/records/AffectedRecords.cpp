@@ -21,12 +21,13 @@ std::optional<QList<int>> AffectedRecords(adodb::Connection& connection, const N
   QSet<int> affected;
   for (const Change& change : changes) {
     const bool isOwn = change.table.compare(node.table, Qt::CaseInsensitive) == 0;
-    if ((isOwn && change.key == 0) || (node.canRecover && ConcernsDeletions(change))) {
+    const bool isShown = isOwn || RefersTo(node, change.table);
+    if ((isShown && change.key == 0) || (node.canRecover && ConcernsDeletions(change))) {
       return std::nullopt;
     }
     if (isOwn) {
       affected.insert(static_cast<int>(change.key));
-    } else {
+    } else if (isShown) {
       const QList<int> referring = ReferringIds(connection, node, change.table, change.key);
       affected.unite(QSet<int>(referring.cbegin(), referring.cend()));
     }

@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <vector>
 
 namespace host {
@@ -134,6 +135,10 @@ bool IsTable(const QString& name, const QString& table) {
   return name.compare(table, Qt::CaseInsensitive) == 0;
 }
 
+bool Joins(const Link& link, const Node& node, const QString& table) {
+  return IsTable(link.table, node.table) && IsTable(FindNode(link.nodeId)->table, table);
+}
+
 QString LiveRows(const QString& table, const QString& column) {
   return table + u" WHERE Eliminado=0 AND "_s + column + u'=';
 }
@@ -222,10 +227,14 @@ std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const R
   return std::nullopt;
 }
 
+bool RefersTo(const Node& node, const QString& table) {
+  return std::ranges::any_of(AllLinks(), [&](const Link& link) { return Joins(link, node, table); });
+}
+
 QList<int> ReferringIds(adodb::Connection& connection, const Node& node, const QString& table, qint64 key) {
   QList<int> ids;
   for (const Link& link : AllLinks()) {
-    if (!IsTable(link.table, node.table) || !IsTable(FindNode(link.nodeId)->table, table)) {
+    if (!Joins(link, node, table)) {
       continue;
     }
     const auto rows = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{node.key},

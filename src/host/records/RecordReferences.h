@@ -48,6 +48,8 @@ struct ParentRecord {
 /// A deleted record that the row refers to; nothing where all that it refers to is live, or the row is not there.
 std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row);
 
+/// Whether records of the node refer to records of the table.
+bool RefersTo(const Node& node, const QString& table);
 /// The records of `node` that refer to the row of that table and key: what shows the other's name in a list.
 QList<int> ReferringIds(adodb::Connection& connection, const Node& node, const QString& table, qint64 key);
 
