@@ -33,7 +33,9 @@ class tst_preparation : public QObject {
   void ReferenceData_data();
   void ReferenceData();
   void DemonstrationIsConsistent();
+  void AnOlderOneIsMigrated_data();
   void AnOlderOneIsMigrated();
+  void EachHasItsIdentity();
   void ANewerOneIsLeftUntouched();
   void ForeignFiles_data();
   void ForeignFiles();
@@ -148,12 +150,19 @@ void tst_preparation::DemonstrationIsConsistent() {
   }
 }
 
+void tst_preparation::AnOlderOneIsMigrated_data() {
+  QTest::addColumn<int>("version");
+  for (int version = 1; version < database::SchemaVersion(); ++version) {
+    QTest::addRow("version %d", version) << version;
+  }
+}
+
 void tst_preparation::AnOlderOneIsMigrated() {
+  QFETCH(const int, version);
   const database::Schema& schema = database::Schema::Current();
-  QVERIFY(database::SchemaVersion() >= 2);
   {
     const database::SqliteHandle old = OpenRaw(Path());
-    database::CreateTables(old, schema, 1);
+    database::CreateTables(old, schema, version);
     old.Run(
         "INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID) VALUES (1, 'IDPais', 5);"
         "INSERT INTO configuracion (Tipo) VALUES (1)");
@@ -161,8 +170,9 @@ void tst_preparation::AnOlderOneIsMigrated() {
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(adodb::OlderDatabase));
   QCOMPARE(Prepare(), 0);
   QCOMPARE(RowsOf(Text(), u"SELECT Tipo, NombreEntidad FROM configuracion"_s), u"1|NULL"_s);
-  // Nobody could tell whose lock it was.
-  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), u"0"_s);
+  // Of a lock of version 1 nobody could tell whose it was.
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), version == 1 ? u"0"_s : u"1"_s);
+  QCOMPARE(RowsOf(Text(), u"SELECT LEN(Identidad) FROM configuracion"_s), u"36"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
@@ -173,6 +183,20 @@ void tst_preparation::AnOlderOneIsMigrated() {
   for (const QByteArray& query : {columns, indexes}) {
     QCOMPARE(OpenRaw(Path()).Value(query), OpenRaw(fresh.Path()).Value(query));
   }
+}
+
+void tst_preparation::EachHasItsIdentity() {
+  QCOMPARE(Prepare(), 0);
+  const QString ask = u"SELECT Identidad FROM configuracion"_s;
+  const QString identity = RowsOf(Text(), ask);
+  QCOMPARE(identity.size(), 36);
+  const QString other = database::ConnectionStringForFile(Path(u"otra.db"_s));
+  database::PrepareDatabase(other, database::Content::Reference);
+  QVERIFY(RowsOf(other, ask) != identity);
+  // Until it ends, wherever it goes.
+  QCOMPARE(Prepare(), 0);
+  database::CopyDatabase(Text(), Path(u"copia.db"_s));
+  QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(u"copia.db"_s)), ask), identity);
 }
 
 void tst_preparation::ANewerOneIsLeftUntouched() {

@@ -27,10 +27,9 @@ bool IsOwn(const QString& table) {
 }
 
 // A statement that can't be read is refused by the engine, in its words.
-std::optional<database::WrittenRecord> OfficeWrite(const QString& statement) {
+std::optional<database::WrittenRecord> Written(const QString& statement) {
   try {
-    std::optional<database::WrittenRecord> written = database::WrittenBy(statement);
-    return written && !IsOwn(written->table) ? written : std::nullopt;
+    return database::WrittenBy(statement);
   } catch (const Error&) {
     return std::nullopt;
   }
@@ -90,9 +89,12 @@ void OfficeConnection::CheckBatch() const {
 }
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& statement) {
-  CheckBatch();
-  const std::optional<database::WrittenRecord> written = OfficeWrite(statement);
-  if (!written) {
+  CheckLooksOpen();
+  const std::optional<database::WrittenRecord> written = Written(statement);
+  if (written) {
+    CheckBatch();
+  }
+  if (!written || IsOwn(written->table)) {
     std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);
     m_affected = m_engine->RecordsAffected();
     return rows;

@@ -50,7 +50,7 @@ class OfficeConnection : public adodb::Connection {
   void BeginBatch();
   /// Raises TransactionLost for a batch that was rolled back before its end. The connection is open afterwards.
   void CommitBatch();
-  /// Undoes what the batch did. Before the end of its work the rest of the batch is lost, too: its statements raise
+  /// Undoes what the batch did. Before the end of its work the rest of the batch is lost, too: what would write raises
   /// TransactionLost until EndBatch. Raises nothing.
   void RollBackBatch();
   /// The end of a batch's work, committed or not; undoes what was not committed. Raises nothing.
