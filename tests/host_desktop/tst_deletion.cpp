@@ -274,7 +274,9 @@ void tst_deletion::ABoxHoldsNobodyUp() {
       other->Open();
       errorMeanwhile = support::ErrorOf([&] { other->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s); });
     });
-    QMessageBox(QMessageBox::Warning, u"Kel"_s, u"no se puede"_s).exec();
+    QMessageBox box(QMessageBox::Warning, u"Kel"_s, u"no se puede"_s);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
   });
   AddHeadings(desktop, {u"A"_s, u"B"_s, u"Caja"_s, u"D"_s});
   desktop.ChooseNode(cConstNodo().Cabeceras());
