@@ -78,8 +78,7 @@ class tst_deletion : public QObject {
   void SingleDeletionKeepsThePlace();
   void CancelLeavesTheRest();
   void WhatStaysIsNamedWithItsReason();
-  void NothingToDelete_data();
-  void NothingToDelete();
+  void UsersThatStay();
   void DeletedUnderItsLock();
   void WhatCameMeanwhileStays();
   void ABoxHoldsNobodyUp();
@@ -194,33 +193,21 @@ void tst_deletion::WhatStaysIsNamedWithItsReason() {
   QCOMPARE(FakeComponent::Requests(),
            QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(free)}));
   QCOMPARE(desktop.Window().statusBar()->currentMessage(), u"Registros eliminados: 1. Conservados: 2."_s);
+  desktop.ChooseNode(cConstNodo().Paises());
+  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
 }
 
-void tst_deletion::NothingToDelete_data() {
-  QTest::addColumn<int>("id");
-  QTest::addColumn<QString>("box");
-  QTest::newRow("the signed-in user") << 8
-                                      << u"No se puede eliminar el usuario «berta».|Es el usuario que ha iniciado "
-                                         "la sesión."_s;
-  QTest::newRow("an administrator") << 9
-                                    << u"No se puede eliminar el usuario «carlos».|Es un administrador de la "
-                                       "aplicación."_s;
-}
-
-void tst_deletion::NothingToDelete() {
-  QFETCH(int, id);
-  QFETCH(QString, box);
+void tst_deletion::UsersThatStay() {
   TestDesktop desktop;
   FakeComponent::Register({});
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(8,'berta',0,1)");
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(9,'carlos',-1,1)");
   desktop.Session().userId = 8;
-  desktop.ChooseNode(cConstNodo().Usuarios());
-  desktop.List().SelectRecord(id);
-  desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("actDelete").trigger();
-  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|informacion|"_s + box));
-  QVERIFY(FakeComponent::Requests().isEmpty());
+  const auto plan = host::PlanDeletion(desktop.Bridge(), *host::FindNode(cConstNodo().Usuarios()),
+                                       {{8, u"berta"_s}, {9, u"carlos"_s}}, [](int) { return true; });
+  QVERIFY(plan && plan->going.isEmpty() && plan->staying.size() == 2);
+  QCOMPARE(plan->staying[0].reason, u"es el usuario que ha iniciado la sesión"_s);
+  QCOMPARE(plan->staying[1].reason, u"es un administrador de la aplicación"_s);
 }
 
 // The lock is taken for the deletion itself: who comes between the question and it is not overrun, and nobody comes

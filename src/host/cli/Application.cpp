@@ -108,7 +108,7 @@ void Notify(const QString& text) {
 }
 
 int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
-  MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
+  MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.database, started.session.helpFile,
                      started.session.readOnly, demonstration});
   window.show();
@@ -138,8 +138,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
-  const std::unique_ptr<ViewOnly> viewOnly =
-      started.session.readOnly ? std::make_unique<ViewOnly>(*services, bridge) : nullptr;
+  const ViewOnly viewOnly(*services, bridge);
   Housekeeping housekeeping(started.connectionString,
                             {.check = started.leftOpen,
                              .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies(),

@@ -6,6 +6,8 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTreeWidget>
@@ -16,7 +18,10 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 LocksDialog::LocksDialog(Session& session, QWidget* parent)
-    : QDialog(parent), m_session(session), m_list(new QTreeWidget(this)) {
+    : QDialog(parent),
+      m_session(session),
+      m_none(new QLabel(u"Ningún registro está en uso."_s, this)),
+      m_list(new QTreeWidget(this)) {
   setObjectName(u"locksDialog"_s);
   setWindowTitle(u"Registros en uso"_s);
   m_list->setObjectName(u"lockList"_s);
@@ -32,7 +37,9 @@ LocksDialog::LocksDialog(Session& session, QWidget* parent)
   m_release->setAutoDefault(false);
   auto* again = buttons->addButton(u"&Actualizar"_s, QDialogButtonBox::ActionRole);
   again->setAutoDefault(false);
+  m_none->setObjectName(u"noLocks"_s);
   auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_none);
   layout->addWidget(m_list);
   layout->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -63,6 +70,7 @@ void LocksDialog::Read() {
     m_list->resizeColumnToContents(column);
     m_list->setColumnWidth(column, m_list->columnWidth(column) + fontMetrics().averageCharWidth() * 2);
   }
+  m_none->setVisible(m_records.isEmpty());
   m_list->setCurrentItem(m_list->topLevelItem(0));
   m_release->setEnabled(!m_list->selectedItems().isEmpty());
 }

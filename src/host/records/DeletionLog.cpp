@@ -61,8 +61,8 @@ QString Obstacle(adodb::Connection& connection, const Node& node, int id) {
   if (const QString rival = Rival(connection, node, id); !rival.isEmpty()) {
     return u"ya hay otro registro con el mismo %1: «%2»"_s.arg(node.columns.constFirst().title.toLower(), rival);
   }
-  const Node* parent = DeletedParent(connection, node, id);
-  return parent == nullptr ? QString() : u"depende de otro registro eliminado: recupere antes %1"_s.arg(parent->record);
+  const std::optional<ParentRecord> parent = DeletedParent(connection, {node.table, node.key, id});
+  return parent ? u"depende de otro registro eliminado: recupere antes %1"_s.arg(parent->node->record) : QString();
 }
 
 }  // namespace
