@@ -406,8 +406,7 @@ void tst_maintenance::AFullDiskCanBeReadFrom() {
   disk.Fill();
   const TestDatabase full(disk.Path(u"kel.db"_s));
   QVERIFY(Outcome(full.Connection(), u"SELECT COUNT(*) FROM Provincias"_s).toInt() > 50);
-  QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }),
-           adodb::DiskFull);
+  QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }), adodb::DiskFull);
   disk.Free();
   QCOMPARE(Outcome(*full.Connect(), u"INSERT INTO Bancos(Nombre) VALUES('a')"_s), QString());
 }

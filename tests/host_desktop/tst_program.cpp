@@ -1,7 +1,7 @@
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/sqlite/SqliteHandle.h"
 #include "host/cli/Startup.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 #include "support/ErrorOf.h"
 #include "support/TestProgram.h"

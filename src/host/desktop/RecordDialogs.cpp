@@ -1,9 +1,9 @@
 #include "host/desktop/RecordDialogs.h"
 
-#include "host/services/PlainBox.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/records/MomentText.h"
 #include "host/records/RecordHold.h"
+#include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
