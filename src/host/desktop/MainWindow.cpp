@@ -69,7 +69,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   connect(&m_dialogs, &RecordDialogs::Told, m_ui->strips, &Strips::Tell);
   connect(&m_dialogs, &RecordDialogs::RecoveryWanted, this, [this](int note) { RecoverAndShow({note}); });
   connect(&m_dialogs, &RecordDialogs::RecordWanted, this,
-          [this](const Node& node, int id) { Open(node, id, node.record); });
+          [this](const Node& node, int id) { Open(node, id, {}); });
   UpdateState();
 }
 
