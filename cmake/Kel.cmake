@@ -109,7 +109,7 @@ function(kel_tests program)
   target_link_libraries(${program} PRIVATE Qt6::Test ${ARG_LIBS})
   foreach(test ${ARG_TESTS})
     add_test(NAME ${test} COMMAND ${program} ${test})
-    set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT
+    set_tests_properties(${test} PROPERTIES LABELS ${program} TIMEOUT 300 ENVIRONMENT
       "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KEL_DATOS=${CMAKE_SOURCE_DIR}/tests/data")
   endforeach()
 endfunction()

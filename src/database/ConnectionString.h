@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace database {
@@ -18,6 +19,8 @@ class ConnectionString {
   const QString& File() const { return m_file; }
   int WaitMilliseconds() const { return m_wait; }
   bool ReadOnly() const { return m_readOnly; }
+
+  ConnectionString WithWait(std::chrono::milliseconds wait) const;
 
   bool operator==(const ConnectionString&) const = default;
 

@@ -25,6 +25,14 @@ std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionStr
   return std::make_unique<SqliteConnection>(TargetOf(connectionString));
 }
 
+std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString, std::chrono::milliseconds wait) {
+  return std::make_unique<SqliteConnection>(Parsed(connectionString).WithWait(wait));
+}
+
+std::chrono::milliseconds WaitOf(const QString& connectionString) {
+  return std::chrono::milliseconds(Parsed(connectionString).WaitMilliseconds());
+}
+
 QString ConnectionStringForFile(const QString& path) {
   return u"Motor=sqlite;Archivo="_s + ConnectionString::Quoted(path);
 }

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 /// The database of a host: a connection that runs the dialect of the component's statements, and the preparation
@@ -51,6 +52,11 @@ enum class Content {
 /// at a roll-back, at Close, and with the next change of the table.
 /// Raises InvalidConnectionString for a text it cannot read or an unknown engine.
 KELDATOS_EXPORT std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString);
+/// The same with another wait than the string's, for whoever waits by itself.
+KELDATOS_EXPORT std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString,
+                                                                    std::chrono::milliseconds wait);
+/// How long a connection of that string waits for another program's lock.
+KELDATOS_EXPORT std::chrono::milliseconds WaitOf(const QString& connectionString);
 
 /// `Motor=sqlite;Archivo=...` for a path, quoted where the path needs it.
 KELDATOS_EXPORT QString ConnectionStringForFile(const QString& path);

@@ -20,6 +20,7 @@
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/process/PrivateFiles.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -27,6 +28,7 @@
 #include <QLocale>
 #include <QPalette>
 #include <QScopeGuard>
+#include <QSettings>
 #include <QTimer>
 #include <QTranslator>
 
@@ -78,6 +80,12 @@ void SetUpIcons() {
   if (QIcon::themeName().isEmpty()) {
     QIcon::setThemeName(theme);
   }
+}
+
+// The toolkit makes them with the mode that the mask leaves.
+void KeepSettingsPrivate() {
+  process::TakePrivateFile(QSettings().fileName());
+  process::TakePrivateFile(Session::DefaultSettingsFile());
 }
 
 // A box on a screen that nobody sees would wait for ever.
@@ -153,6 +161,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
 
 int RunApplication(const CommandLine& line, int& argc, char** argv) {
   const std::unique_ptr<QApplication> application = CreateApplication(argc, argv);
+  KeepSettingsPrivate();
   SetUpSpanish(*application);
   QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
   if (line.dark) {

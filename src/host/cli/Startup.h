@@ -33,7 +33,8 @@ Target TargetOf(const CommandLine& line);
 void RequireWanted(const Target& target, const CommandLine& line);
 
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
-/// RequireWanted, and 5 for a user that does not exist. A database that can't be written is opened for viewing.
+/// RequireWanted, CannotOpen where everybody may write in a folder on the way, and 5 for a user that does not exist. A
+/// database that can't be written is opened for viewing.
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line);
 
 /// The file of the database when the arguments name none, in the user's data folder.

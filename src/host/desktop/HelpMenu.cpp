@@ -1,5 +1,7 @@
 #include "host/desktop/HelpMenu.h"
 
+#include "host/services/MessageBox.h"
+
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
@@ -9,9 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-void OpenHelp(QWidget* parent, const QString& title, const QString& file) {
+void OpenHelp(const QString& title, const QString& file) {
   if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file))) {
-    QMessageBox::warning(parent, title, u"No hay ningún programa que abra la ayuda «%1»."_s.arg(file));
+    ShowMessage(QMessageBox::Warning, u"No hay ningún programa que abra la ayuda «%1»."_s.arg(file), title);
   }
 }
 

@@ -7,7 +7,7 @@ class QWidget;
 namespace host {
 
 /// Opens the help file with the desktop's program for it; says so where there is none.
-void OpenHelp(QWidget* parent, const QString& title, const QString& file);
+void OpenHelp(const QString& title, const QString& file);
 
 /// What the program is, and its version.
 void ShowAbout(QWidget* parent, const QString& title);

@@ -1,12 +1,12 @@
 #include "host/desktop/LocksDialog.h"
 
 #include "host/desktop/ErrorBox.h"
+#include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTreeWidget>
@@ -80,13 +80,11 @@ void LocksDialog::Release() {
     return;
   }
   const HeldRecord& record = m_records[row];
-  QMessageBox box(QMessageBox::Question, m_session.title,
-                  u"¿Desea soltar «%1» de «%2»?"_s.arg(record.name, record.kind), QMessageBox::Yes | QMessageBox::No,
-                  this);
-  box.setTextFormat(Qt::PlainText);
+  PlainBox box(QMessageBox::Question, m_session.title, u"¿Desea soltar «%1» de «%2»?"_s.arg(record.name, record.kind),
+               QMessageBox::Yes | QMessageBox::No, this);
   box.setDefaultButton(QMessageBox::No);
   if (!record.hasEnded) {
-    box.setInformativeText(
+    box.SetFurtherText(
         u"%1. Si sigue con el cuadro abierto podrá guardar, y sus cambios y los de otra persona se pisarán."_s.arg(
             record.holder.Description()));
   }

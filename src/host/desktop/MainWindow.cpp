@@ -9,6 +9,7 @@
 #include "host/records/RecordReader.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/AsItStands.h"
 #include "ui_MainWindow.h"
 
 #include <QLabel>
@@ -68,8 +69,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
           [this] { m_ui->statusBar->showMessage(u"Puede haber cambios (F5)"_s); });
   connect(&m_dialogs, &RecordDialogs::Told, m_ui->strips, &Strips::Tell);
   connect(&m_dialogs, &RecordDialogs::RecoveryWanted, this, [this](int note) { RecoverAndShow({note}); });
-  connect(&m_dialogs, &RecordDialogs::RecordWanted, this,
-          [this](const Node& node, int id) { Open(node, id, {}); });
+  connect(&m_dialogs, &RecordDialogs::RecordWanted, this, [this](const Node& node, int id) { Open(node, id, {}); });
   UpdateState();
 }
 
@@ -98,7 +98,7 @@ void MainWindow::SetUpActions() {
     box->selectAll();
   });
   connect(m_ui->actQuit, &QAction::triggered, this, &QWidget::close);
-  connect(m_ui->actHelp, &QAction::triggered, this, [this] { OpenHelp(this, m_texts.title, m_texts.helpFile); });
+  connect(m_ui->actHelp, &QAction::triggered, this, [this] { OpenHelp(m_texts.title, m_texts.helpFile); });
   connect(m_ui->actAbout, &QAction::triggered, this, [this] { ShowAbout(this, m_texts.title); });
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
   m_ui->recordList->addActions(
@@ -110,7 +110,7 @@ void MainWindow::SetUpStatusBar() {
       u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
   label->setObjectName(u"lblSession"_s);
   label->setTextFormat(Qt::PlainText);
-  label->setToolTip(m_texts.database.toHtmlEscaped());
+  label->setToolTip(texts::AsItStands(m_texts.database));
   m_ui->statusBar->addPermanentWidget(label);
 }
 

@@ -3,11 +3,11 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/records/MomentText.h"
 #include "host/records/RecordHold.h"
+#include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
 
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <optional>
@@ -150,9 +150,8 @@ void RecordDialogs::TellOfLoss(const LostSave& lost) {
 }
 
 bool RecordDialogs::WantsToLook(const Node& node, const LockHolder& holder, const QString& name) {
-  QMessageBox box(QMessageBox::Information, m_bridge.Session().title, HolderSentence(node, holder, name),
-                  QMessageBox::Open | QMessageBox::Cancel, m_window);
-  box.setTextFormat(Qt::PlainText);
+  PlainBox box(QMessageBox::Information, m_bridge.Session().title, HolderSentence(node, holder, name),
+               QMessageBox::Open | QMessageBox::Cancel, m_window);
   box.button(QMessageBox::Open)->setText(u"Abrir &solo para consulta"_s);
   box.button(QMessageBox::Cancel)->setText(u"&Cancelar"_s);
   box.setDefaultButton(QMessageBox::Open);

@@ -48,6 +48,9 @@ LockHolder HolderFrom(adodb::Recordset& row) {
 }  // namespace
 
 QString LockHolder::Description() const {
+  if (!obstacle.isEmpty()) {
+    return obstacle;
+  }
   QString text = u"Lo está modificando "_s + (userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName));
   if (!process.machine.isEmpty()) {
     text += u" en «%1»"_s.arg(process.machine);
