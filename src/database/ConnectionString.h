@@ -21,6 +21,7 @@ class ConnectionString {
   bool ReadOnly() const { return m_readOnly; }
 
   ConnectionString WithWait(std::chrono::milliseconds wait) const;
+
   bool operator==(const ConnectionString&) const = default;
 
   /// `value` as it must stand in a connection string.

@@ -70,7 +70,7 @@ class Person {
     const int id = firstId + Below(atCountry ? countries : provinces);
     if (act < 5) {
       Modify(node, id);
-    } else if (act < 9) {
+    } else if (act < 8) {
       host::DeleteRecords(*m_bridge, node, {{id, u"%1 %2"_s.arg(node.record).arg(id)}}, [](int) { return true; });
     } else {
       Recover();

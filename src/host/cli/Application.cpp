@@ -10,6 +10,7 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/ProgramEnd.h"
+#include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/ComponentBridge.h"
@@ -117,15 +118,16 @@ int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demon
 }
 
 int RunDialog(ComponentBridge& bridge, const CommandLine& line) {
-  const Node* node = FindNode(line.node);
-  ComponentRequest request;
-  request.node = line.node;
-  request.action = line.action;
-  request.selectedId = line.id;
-  request.aux = line.aux;
-  request.path = node == nullptr ? QString() : node->Path();
+  const ComponentRequest request{.node = line.node, .action = line.action, .selectedId = line.id, .aux = line.aux};
+  const Node* node = FindNode(line.node == cConstNodo().Sucursales() ? cConstNodo().Bancos() : line.node);
+  RecordDialogs dialogs(bridge, nullptr);
+  QObject::connect(&dialogs, &RecordDialogs::Told, qApp, [](const StripText& told) { Notify(told.text); });
   try {
-    bridge.ShowDialog(request);
+    if (node == nullptr) {
+      bridge.ShowDialog(request);
+    } else {
+      dialogs.Open(*node, request, {});
+    }
   } catch (const automation::Error& error) {
     return CannotGoOn(u"El cuadro no se ha podido mostrar."_s, error);
   }

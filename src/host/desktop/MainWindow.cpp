@@ -7,7 +7,6 @@
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/RecordReader.h"
-#include "host/services/MessageBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 #include "platform/text/AsItStands.h"
@@ -70,8 +69,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
           [this] { m_ui->statusBar->showMessage(u"Puede haber cambios (F5)"_s); });
   connect(&m_dialogs, &RecordDialogs::Told, m_ui->strips, &Strips::Tell);
   connect(&m_dialogs, &RecordDialogs::RecoveryWanted, this, [this](int note) { RecoverAndShow({note}); });
-  connect(&m_dialogs, &RecordDialogs::RecordWanted, this,
-          [this](const Node& node, int id) { Open(node, id, node.record); });
+  connect(&m_dialogs, &RecordDialogs::RecordWanted, this, [this](const Node& node, int id) { Open(node, id, {}); });
   UpdateState();
 }
 

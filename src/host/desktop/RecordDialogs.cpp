@@ -8,7 +8,6 @@
 #include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
 
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <optional>
@@ -20,10 +19,6 @@ namespace host {
 
 namespace {
 
-const Node& Banks() {
-  return *FindNode(cConstNodo().Bancos());
-}
-
 // The name of a strip that is about that record.
 QString Subject(const Node& node, int id) {
   return u"strip%1_%2"_s.arg(node.table).arg(id);
@@ -31,8 +26,9 @@ QString Subject(const Node& node, int id) {
 
 // "Lorenzo tiene abierta «Colectora Sur» en OFICINA-2 desde las 10:31."
 QString HolderSentence(const Node& node, const LockHolder& holder, const QString& name) {
-  QString text = u"%1 tiene %2 «%3»"_s.arg(holder.userName.isEmpty() ? u"Otro usuario"_s : holder.userName,
-                                           node.record.startsWith(u"la "_s) ? u"abierta"_s : u"abierto"_s, name);
+  QString text = u"%1 tiene %2 %3"_s.arg(holder.userName.isEmpty() ? u"Otro usuario"_s : holder.userName,
+                                         node.record.startsWith(u"la "_s) ? u"abierta"_s : u"abierto"_s,
+                                         name.isEmpty() ? node.record : u"«%1»"_s.arg(name));
   if (!holder.process.machine.isEmpty()) {
     text += u" en "_s + holder.process.machine;
   }
@@ -48,46 +44,57 @@ RecordDialogs::RecordDialogs(ComponentBridge& bridge, QWidget* window)
     : QObject(window), m_bridge(bridge), m_window(window) {}
 
 void RecordDialogs::Add(const Node& node) {
-  Guarded(node, [&] { Show(node, {.node = node.id, .action = cConstAccion().Agregar()}); });
+  Guarded(node, {.node = node.id, .action = cConstAccion().Agregar()}, {});
 }
 
 void RecordDialogs::Modify(const Node& node, int id, const QString& name) {
-  Guarded(node, [&] {
-    ComponentRequest request{.node = node.id, .action = cConstAccion().Modificar(), .selectedId = id};
-    const RecordHold hold(m_bridge, node, id);
-    if (hold.Deleted()) {
-      TellOfDeletion(node, id, *hold.Deleted(), name);
-      return;
-    }
-    // The other dialogs ask for the lock themselves, and say who has it.
-    if (hold.Holder() && !node.dialogLocks) {
-      if (!WantsToLook(node, *hold.Holder(), name)) {
-        return;
-      }
-      request.viewOnly = true;
-      m_bridge.Session().lastRefusal = hold.Holder();
-    }
-    Show(node, request);
-  });
+  Guarded(node, {.node = node.id, .action = cConstAccion().Modificar(), .selectedId = id}, name);
 }
 
 void RecordDialogs::AddBranch(int bankId, const QString& name) {
-  Guarded(Banks(), [&] {
-    if (const std::optional<DeletedRecord> deleted = FindDeleted(m_bridge.OpenConnection(), Banks(), bankId)) {
-      TellOfDeletion(Banks(), bankId, *deleted, name);
-      return;
-    }
-    Show(Banks(), {.node = cConstNodo().Sucursales(), .action = cConstAccion().Agregar(), .aux = bankId});
-  });
+  Guarded(*FindNode(cConstNodo().Bancos()),
+          {.node = cConstNodo().Sucursales(), .action = cConstAccion().Agregar(), .aux = bankId}, name);
 }
 
-template <typename Step>
-void RecordDialogs::Guarded(const Node& node, Step step) {
+void RecordDialogs::Guarded(const Node& node, const ComponentRequest& request, const QString& name) {
   try {
-    step();
+    Open(node, request, name);
   } catch (const automation::Error& error) {
     ShowError(m_window, m_bridge.Session().title, u"El cuadro de «%1» ha fallado."_s.arg(node.title), error);
   }
+}
+
+void RecordDialogs::Open(const Node& node, const ComponentRequest& request, const QString& name) {
+  const bool isBranch = request.node == cConstNodo().Sucursales();
+  if (!isBranch && request.action == cConstAccion().Modificar()) {
+    Modify(node, request, name);
+    return;
+  }
+  const int bankId = isBranch ? request.aux.toInt() : 0;
+  const std::optional<DeletedRecord> deleted =
+      bankId != 0 ? FindDeleted(m_bridge.OpenConnection(), node, bankId) : std::nullopt;
+  if (deleted) {
+    TellOfDeletion(node, bankId, *deleted, name);
+  } else {
+    Show(node, request);
+  }
+}
+
+void RecordDialogs::Modify(const Node& node, ComponentRequest request, const QString& name) {
+  const RecordHold hold(m_bridge, node, request.selectedId);
+  if (hold.Deleted()) {
+    TellOfDeletion(node, request.selectedId, *hold.Deleted(), name);
+    return;
+  }
+  // The other dialogs ask for the lock themselves, and say who has it.
+  if (hold.Holder() && !node.dialogLocks) {
+    if (!WantsToLook(node, *hold.Holder(), name)) {
+      return;
+    }
+    request.viewOnly = true;
+    m_bridge.Session().lastRefusal = hold.Holder();
+  }
+  Show(node, request);
 }
 
 void RecordDialogs::Show(const Node& node, ComponentRequest request) {

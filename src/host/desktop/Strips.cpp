@@ -15,6 +15,7 @@ constexpr int mostThatMayGo = 3;
 Strips::Strips(QWidget* parent) : QWidget(parent), m_column(new QVBoxLayout(this)) {
   m_column->setContentsMargins({});
   m_column->setSpacing(1);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
   hide();
 }
 

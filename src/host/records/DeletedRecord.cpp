@@ -41,9 +41,10 @@ DeletedRecord FromChangeLog(adodb::Connection& connection, const Node& node, int
 QString DeletedRecord::Sentence(const QString& known) const {
   const QString& shown = name.isEmpty() ? known : name;
   if (user.isEmpty() || !moment.isValid()) {
-    return u"«%1» está eliminado."_s.arg(shown);
+    return shown.isEmpty() ? u"El registro está eliminado."_s : u"«%1» está eliminado."_s.arg(shown);
   }
-  return u"%1 ha eliminado «%2» %3."_s.arg(user, shown, DayAndTime(moment));
+  return u"%1 ha eliminado %2 %3."_s.arg(user, shown.isEmpty() ? u"el registro"_s : u"«%1»"_s.arg(shown),
+                                         DayAndTime(moment));
 }
 
 std::optional<DeletedRecord> FindDeleted(adodb::Connection& connection, const Node& node, int id) {

@@ -17,7 +17,8 @@ struct DeletedRecord {
   QDateTime moment;  ///< UTC; invalid where nobody knows.
   int note = 0;      ///< For DeletionLog::Recover; 0 where it can't be recovered.
 
-  /// "Lorenzo ha eliminado «Banco del Almendro» hoy a las 13:03." `known` is a name in case there is none here.
+  /// "Lorenzo ha eliminado «Banco del Almendro» hoy a las 13:03." `known` is a name in case there is none here; it
+  /// may be empty.
   QString Sentence(const QString& known) const;
 };
 
