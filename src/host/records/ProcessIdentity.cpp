@@ -53,9 +53,7 @@ QString PidNamespaceId() {
   return target.section(u'[', 1).section(u']', 0, 0);
 }
 
-}  // namespace
-
-ProcessIdentity CurrentProcess() {
+ProcessIdentity ReadCurrentProcess() {
   ProcessIdentity current;
   current.machine = QSysInfo::machineHostName();
   current.processId = static_cast<int>(QCoreApplication::applicationPid());
@@ -63,6 +61,16 @@ ProcessIdentity CurrentProcess() {
                           Beginning(ContentOf(u"/proc/sys/kernel/random/boot_id"_s)), PidNamespaceId(),
                           StartTimeOf(current.processId).value_or(QString())};
   current.start = parts.join(u' ');
+  return current;
+}
+
+}  // namespace
+
+ProcessIdentity CurrentProcess() {
+  thread_local ProcessIdentity current;
+  if (current.processId != static_cast<int>(QCoreApplication::applicationPid())) {
+    current = ReadCurrentProcess();
+  }
   return current;
 }
 

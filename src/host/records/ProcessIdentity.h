@@ -16,7 +16,7 @@ struct ProcessIdentity {
   bool operator==(const ProcessIdentity&) const = default;
 };
 
-/// The running process. Asked for anew each time, for a process may fork.
+/// The running process. Read once for each process number, for a process may fork.
 ProcessIdentity CurrentProcess();
 
 /// True when `process` certainly runs no more: it ran on the machine of `here`, told by the machine's identifier, and
