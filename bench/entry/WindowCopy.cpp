@@ -357,7 +357,8 @@ WindowCopy::~WindowCopy() = default;
 
 std::unique_ptr<QDialog> WindowCopy::Make() const {
   std::unique_ptr<QDialog> window(static_cast<QDialog*>(m_window->Make(nullptr)));
-  window->resize(m_size);
+  // Every window asks its layout for its size.
+  window->resize(m_state == Qt::WindowNoState ? window->sizeHint().expandedTo(m_size) : m_size);
   window->setWindowState(m_state);
   return window;
 }
