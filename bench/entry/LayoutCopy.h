@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+class QBoxLayout;
+class QGridLayout;
 class QLayout;
 class QWidget;
 
@@ -35,8 +37,8 @@ class LayoutCopy {
   };
 
   Item Read(QLayoutItem& original, const QList<QWidget*>& children) const;
-  void Fill(class QBoxLayout& box, const QList<QWidget*>& made) const;
-  void Fill(class QGridLayout& grid, const QList<QWidget*>& made) const;
+  void Fill(QBoxLayout& box, const QList<QWidget*>& made) const;
+  void Fill(QGridLayout& grid, const QList<QWidget*>& made) const;
 
   bool m_isGrid = false;
   int m_direction = 0;
