@@ -26,11 +26,11 @@ std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionStr
 }
 
 std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString, std::chrono::milliseconds wait) {
-  return std::make_unique<SqliteConnection>(Parsed(connectionString).WithWait(wait));
+  return std::make_unique<SqliteConnection>(TargetOf(connectionString).WithWait(wait));
 }
 
 std::chrono::milliseconds WaitOf(const QString& connectionString) {
-  return std::chrono::milliseconds(Parsed(connectionString).WaitMilliseconds());
+  return std::chrono::milliseconds(TargetOf(connectionString).WaitMilliseconds());
 }
 
 QString ConnectionStringForFile(const QString& path) {
