@@ -39,6 +39,9 @@ std::optional<qint64> KeyOf(const Token& literal, bool negated) {
 std::optional<WrittenRecord> WrittenBy(const QString& statement) {
   Lexer lexer;
   lexer.Read(statement);
+  if (lexer.Tokens().front().IsWord(u"SELECT")) {
+    return std::nullopt;
+  }
   TokenReader reader(lexer.Tokens(), statement);
   const Effect effect = EffectOf(Schema::Current(), StatementParser(reader).Parse());
   if (effect.kind == Effect::Kind::None) {

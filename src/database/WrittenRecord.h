@@ -23,8 +23,8 @@ struct WrittenRecord {
   QString condition;      ///< What stands behind WHERE, as it is written; empty without one.
 };
 
-/// Nothing for a SELECT. Raises what an execution of the statement would raise for its text (see
-/// adodb::Connection::Execute); nothing is executed.
+/// Nothing for a SELECT, of which nothing more is read. Of any other raises what an execution of the statement would
+/// raise for its text (see adodb::Connection::Execute); nothing is executed.
 KELDATOS_EXPORT std::optional<WrittenRecord> WrittenBy(const QString& statement);
 
 /// The key that the engine gave to the row of the connection's last INSERT into the table; nothing for a connection

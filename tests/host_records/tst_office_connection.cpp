@@ -188,9 +188,10 @@ void tst_office_connection::WatchesSeeWhatIsCommitted() {
     m_office->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=35"_s);
     m_office->RollbackTrans();
     m_office->Execute(u"DELETE FROM BloqueoRegistros"_s);
-    QCOMPARE(inner.Rows(), (QList<host::WrittenRow>{{u"Bancos"_s, 1}}));
+    m_office->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s);
+    QCOMPARE(inner.Rows(), (QList<host::WrittenRow>{{u"Bancos"_s, 1}, {u"Paises"_s, 1}}));
   }
-  QCOMPARE(outer.Rows(), (QList<host::WrittenRow>{{u"Provincias"_s, 0}, {u"Bancos"_s, 1}}));
+  QCOMPARE(outer.Rows(), (QList<host::WrittenRow>{{u"Provincias"_s, 0}, {u"Bancos"_s, 1}, {u"Paises"_s, 1}}));
 }
 
 void tst_office_connection::ABatchIsOneTransaction() {
