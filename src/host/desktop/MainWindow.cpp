@@ -212,7 +212,7 @@ void MainWindow::Modify() {
 void MainWindow::Open(const Node& node, int id, const QString& name) {
   m_ui->statusBar->clearMessage();
   m_dialogs.Modify(node, id, name);
-  if (m_node == &node) {
+  if (m_node->id == node.id) {
     ShowChanged({id});
   }
 }

@@ -28,7 +28,7 @@ QString BranchName(adodb::Connection& connection, qint64 id) {
   return row->AtEnd() ? QString() : automation::Text(row->Field(0)).simplified();
 }
 
-// "el país": its noun, and whether that is feminine.
+// Of "el país".
 QString Noun(const Node& node) {
   return node.record.section(u' ', 1);
 }
