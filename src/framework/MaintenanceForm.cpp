@@ -123,7 +123,7 @@ void MaintenanceForm::OnUnload() {
   std::optional<automation::Error> error;
   if (!m_created && !m_written && m_card.cancel != CancelAnswer::Nothing) {
     // A dialog that was opened for another one and wrote nothing says so, however it was closed.
-    Try(error, [this] {
+    Try(error, [] {
       if (IsNuevo()) {
         objApi().IDAux(0);
       }

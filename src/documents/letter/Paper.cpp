@@ -1,5 +1,7 @@
 #include "documents/letter/Paper.h"
 
+#include <QSizeF>
+
 namespace documents {
 
 namespace {
