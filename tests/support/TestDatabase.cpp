@@ -49,7 +49,9 @@ QString Outcome(adodb::Connection& connection, const QString& statement) {
 }
 
 TestDatabase::TestDatabase(database::Content content) : m_file(m_folder.filePath(u"kel.db"_s)) {
-  if (!QFile::copy(PreparedFile(content), m_file)) {
+  if (IsOnServer()) {
+    m_server.emplace(content);
+  } else if (!QFile::copy(PreparedFile(content), m_file)) {
     throw std::runtime_error("no test database");
   }
   m_connection = Connect();
@@ -62,7 +64,7 @@ QString TestDatabase::Path(const QString& name) const {
 }
 
 QString TestDatabase::ConnectionString() const {
-  return database::ConnectionStringForFile(Path());
+  return m_server ? m_server->ConnectionString() : database::ConnectionStringForFile(Path());
 }
 
 std::unique_ptr<adodb::Connection> TestDatabase::Connect() const {

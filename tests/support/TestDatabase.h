@@ -2,11 +2,13 @@
 
 #include "database/Database.h"
 #include "platform/adodb/Statement.h"
+#include "support/TestServer.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace support {
 
@@ -16,7 +18,8 @@ QStringList Rows(adodb::Connection& connection, const QString& statement);
 /// The same in one line, the rows with "/" between them; "error N" where the statement fails with that number.
 QString Outcome(adodb::Connection& connection, const QString& statement);
 
-/// A prepared database file in a folder of its own, gone with this object, and an open connection to it.
+/// A prepared database, gone with this object, and an open connection to it: a file in a folder of its own, or one on a
+/// server (see TestServer).
 class TestDatabase {
  public:
   explicit TestDatabase(database::Content content = database::Content::Reference);
@@ -26,6 +29,8 @@ class TestDatabase {
   /// A path in the object's folder, without a name the database's.
   QString Path(const QString& name = {}) const;
   QString ConnectionString() const;
+  /// Null for a file.
+  const ServerDatabase* Server() const { return m_server ? &*m_server : nullptr; }
   adodb::Connection& Connection() const { return *m_connection; }
   /// Another connection, open.
   std::unique_ptr<adodb::Connection> Connect() const;
@@ -51,6 +56,7 @@ class TestDatabase {
 
   QTemporaryDir m_folder;
   QString m_file;
+  std::optional<ServerDatabase> m_server;
   std::unique_ptr<adodb::Connection> m_connection;
 };
 
