@@ -147,8 +147,9 @@ bool UndoesTransaction(const QByteArray& sqlState) {
   return sqlState.isEmpty() || sqlState.startsWith("40") || sqlState == "25P02";
 }
 
-Error ServerError(const pg_result* result, const ConnectionString& target) {
-  return ErrorFor(SqlState(result), result == nullptr ? QString() : Concerned(result), target);
+Error ServerError(const pg_result* result, const ConnectionString& target, const QString& concerned) {
+  const QString named = result == nullptr ? QString() : Concerned(result);
+  return ErrorFor(SqlState(result), named.isEmpty() ? concerned : named, target);
 }
 
 Error ConnectingError(const pg_conn* connection, const ConnectionString& target) {

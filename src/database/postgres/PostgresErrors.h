@@ -18,8 +18,9 @@ QByteArray SqlState(const pg_result* result);
 bool UndoesTransaction(const QByteArray& sqlState);
 
 /// The error for a refusal of the server: a number of platform/adodb/ErrorNumbers.h (or 6, 13, 18) and a Spanish text.
-/// The server's own text, whose language and content are its own, is never part of it. `result` may be null.
-automation::Error ServerError(const pg_result* result, const ConnectionString& target);
+/// The server's own text, whose language and content are its own, is never part of it; `concerned` is named where the
+/// server names no table, column or constraint. `result` may be null.
+automation::Error ServerError(const pg_result* result, const ConnectionString& target, const QString& concerned = {});
 
 /// The error for a connection that did not come to be.
 automation::Error ConnectingError(const pg_conn* connection, const ConnectionString& target);

@@ -12,10 +12,11 @@ namespace database {
 
 namespace {
 
+// Another program may make everything between two of these questions; asked in this order, the answers fit then, too.
 DatabaseState ReadState(const PostgresHandle& handle) {
   DatabaseState state;
-  state.isOurs = !handle.Value("SELECT to_regclass('kel.kelmotor')").isNull();
   state.isEmpty = handle.Value("SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace('kel')") == "0";
+  state.isOurs = !handle.Value("SELECT to_regclass('kel.kelmotor')").isNull();
   if (state.isOurs) {
     state.version = handle.Value("SELECT valor FROM kel.kelmotor WHERE nombre = 'version'").toInt();
   }

@@ -48,6 +48,21 @@ class ServerStatements : public PreparedForms {
   std::map<QByteArray, QByteArray> m_names;
 };
 
+// The column that the longest text goes into: of one too long for an index the server names nothing.
+QString LongestText(const Plan& plan, const ParameterValues& values) {
+  constexpr std::size_t longestIndexed = 2000;
+  std::size_t longest = longestIndexed;
+  QString name;
+  for (std::size_t i = 0; i < plan.bindings.size(); ++i) {
+    const Column* column = plan.bindings[i].column;
+    if (values.Values()[i].size > longest && column != nullptr && plan.effect.writtenTable != nullptr) {
+      longest = values.Values()[i].size;
+      name = plan.effect.writtenTable->name + u'.' + column->name;
+    }
+  }
+  return name;
+}
+
 automation::Error OutcomeUnknown(const ConnectionString& target) {
   return automation::Error(
       adodb::TransactionLost,
@@ -148,10 +163,10 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   return pipeline;
 }
 
-void PostgresSession::Conclude(PostgresPipeline& pipeline) {
+void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concerned) {
   pipeline.Finish();
   if (pipeline.HasFailed()) {
-    const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target());
+    const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
     Undo(pipeline.Failure());
     throw error;
   }
@@ -199,7 +214,8 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
       const PostgresResult result = pipeline->Next();
       affected = QByteArray(PQcmdTuples(result.get())).toLongLong();
     }
-    Conclude(*pipeline);
+    pipeline->Finish();
+    Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
   }
   if (inserts && !effect.makesKey) {
     CountOnFrom(*effect.writtenTable);

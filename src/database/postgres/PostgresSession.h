@@ -39,8 +39,9 @@ class PostgresSession : public Session {
   // What the rows of a running statement tell and ask.
 
   void EndRead(const PostgresRows& rows);
-  /// Ends the statement: a failed one is undone, and its error raised.
-  void Conclude(PostgresPipeline& pipeline);
+  /// Ends the statement: a failed one is undone, and its error raised. `concerned` is what the error names if the
+  /// server names nothing.
+  void Conclude(PostgresPipeline& pipeline, const QString& concerned = {});
   void Cancel() const { m_handle->Cancel(); }
 
  private:
