@@ -124,6 +124,12 @@ void tst_dialect::Statements_data() {
       "SELECT IDProvincia FROM Provincias WHERE Nombre IN ('MADRID','soria') AND IDProvincia "
       "BETWEEN 1 AND '50' ORDER BY IDProvincia",
       "28/42");
+  Row("a backslash in LIKE is a backslash",
+      "INSERT INTO Cabeceras(Nombre) VALUES('a\\b') ;; SELECT COUNT(*) FROM Cabeceras WHERE Nombre LIKE '%a\\b' AND "
+      "Nombre LIKE 'a\\_'",
+      "1");
+  Row("divided by zero is Null", "SELECT 1/(IDPais-35), 7\\(IDPais-35), 7 MOD (IDPais-35) FROM Paises WHERE IDPais=35",
+      "NULL|NULL|NULL");
   Row("like folds every case", "SELECT IDPais FROM Paises WHERE Nombre LIKE '%PAÑ%'", "35");
   Row("like one character", "SELECT IDPais FROM Paises WHERE Nombre LIKE 'ESPAÑ_' OR Nombre LIKE 'españa_'", "35");
   Row("a value before its column", "SELECT IDProvincia FROM Provincias WHERE 51<IDProvincia", "52");
@@ -180,6 +186,10 @@ void tst_dialect::Statements_data() {
       "Paises "
       "WHERE IDPais=35",
       "35|35|35|0|Falso|Verdadero|35|1|6,5");
+  Row("a condition is -1 or 0 among numbers", "SELECT NZ(1=1, 5), NZ(1=2, 5), ABS(1=1) FROM Paises WHERE IDPais=35",
+      "-1|0|1");
+  Row("texts without a column compare by the same rules",
+      "SELECT COUNT(*) FROM Paises WHERE IDPais=35 AND NZ(NULL,'ÁRBOL ')='árbol' AND 'A' & 'b'='aB'", "1");
   Row("alternatives of texts join",
       "SELECT IIF(IDPais=35, 'a', Nombre) + NZ(NULL, 'b') FROM Paises WHERE IDPais=35 AND IIF(IDPais=1, 'x', 35)='35'",
       "ab");

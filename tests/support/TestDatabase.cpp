@@ -54,17 +54,15 @@ TestDatabase::TestDatabase(database::Content content) : m_file(m_folder.filePath
   } else if (!QFile::copy(PreparedFile(content), m_file)) {
     throw std::runtime_error("no test database");
   }
+  m_connectionString = m_server ? m_server->ConnectionString() : database::ConnectionStringForFile(m_file);
   m_connection = Connect();
 }
 
-TestDatabase::TestDatabase(const QString& file) : m_file(file), m_connection(Connect()) {}
+TestDatabase::TestDatabase(const QString& connectionString)
+    : m_connectionString(connectionString), m_connection(Connect()) {}
 
 QString TestDatabase::Path(const QString& name) const {
   return name.isEmpty() ? m_file : m_folder.filePath(name);
-}
-
-QString TestDatabase::ConnectionString() const {
-  return m_server ? m_server->ConnectionString() : database::ConnectionStringForFile(Path());
 }
 
 std::unique_ptr<adodb::Connection> TestDatabase::Connect() const {

@@ -23,12 +23,12 @@ QString Outcome(adodb::Connection& connection, const QString& statement);
 class TestDatabase {
  public:
   explicit TestDatabase(database::Content content = database::Content::Reference);
-  /// A file that another one made, which keeps it.
-  explicit TestDatabase(const QString& file);
+  /// A database that something else made and keeps.
+  explicit TestDatabase(const QString& connectionString);
 
-  /// A path in the object's folder, without a name the database's.
+  /// A path in the object's folder, without a name that of the database, where it is a file of this object's.
   QString Path(const QString& name = {}) const;
-  QString ConnectionString() const;
+  QString ConnectionString() const { return m_connectionString; }
   /// Null for a file.
   const ServerDatabase* Server() const { return m_server ? &*m_server : nullptr; }
   adodb::Connection& Connection() const { return *m_connection; }
@@ -56,6 +56,7 @@ class TestDatabase {
 
   QTemporaryDir m_folder;
   QString m_file;
+  QString m_connectionString;
   std::optional<ServerDatabase> m_server;
   std::unique_ptr<adodb::Connection> m_connection;
 };

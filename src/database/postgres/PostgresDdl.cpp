@@ -8,22 +8,10 @@ namespace database {
 
 namespace {
 
-// The table that an index is of stands in its name alone; its columns are looked for in every table that has them all.
-bool IsText(const Index& index, const QString& name) {
-  for (const Table& table : Schema::Current().Tables()) {
-    for (const Index& candidate : table.indexes) {
-      if (candidate.name == index.name) {
-        const Column* column = table.FindColumn(name);
-        return column != nullptr && !IsNumericType(column->type);
-      }
-    }
-  }
-  return false;
-}
-
-bool OnlyFindsEqual(const Index& index) {
-  const bool isOneText = index.columns.size() == 1 || (index.columns.size() == 2 && index.columns[1] == u"Eliminado");
-  return !index.unique && isOneText && IsText(index, index.columns.front());
+bool OnlyFindsEqual(const Table& table, const Index& index) {
+  const bool isOne = index.columns.size() == 1 || (index.columns.size() == 2 && index.columns[1] == u"Eliminado");
+  const Column* first = table.FindColumn(index.columns.front());
+  return !index.unique && isOne && first != nullptr && !IsNumericType(first->type);
 }
 
 }  // namespace
@@ -50,8 +38,8 @@ QString PostgresDdl::Type(const Column& column) const {
   }
 }
 
-QString PostgresDdl::Covered(const Index& index) const {
-  if (OnlyFindsEqual(index)) {
+QString PostgresDdl::Covered(const Table& table, const Index& index) const {
+  if (OnlyFindsEqual(table, index)) {
     return u"USING hash (%1)"_s.arg(ItsTarget().Name(index.columns.front()));
   }
   QStringList items;

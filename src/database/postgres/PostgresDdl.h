@@ -12,7 +12,7 @@ class PostgresDdl : public DdlForms {
   QString TableOptions() const override { return {}; }
   /// An index of one text, alone or with the mark of deleted rows, only finds equal ones: an ordered one would take
   /// no text of more than 2,700 bytes.
-  QString Covered(const Index& index) const override;
+  QString Covered(const Table& table, const Index& index) const override;
 };
 
 /// The statements that make the schema of the server's that everything stands in, the Spanish collation and the

@@ -33,7 +33,9 @@ void PostgresPipeline::AddStatement(const QByteArray& name, const PostgresParame
 }
 
 void PostgresPipeline::Send() {
-  Require(PQpipelineSync(m_handle.Engine()));
+  const int accepted = PQpipelineSync(m_handle.Engine());
+  Require(accepted);
+  m_isFinished = accepted == 0;
 }
 
 void PostgresPipeline::Pass(int commands) {

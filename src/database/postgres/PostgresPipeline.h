@@ -42,7 +42,7 @@ class PostgresPipeline {
   const PostgresHandle& m_handle;
   PostgresResult m_failure;
   bool m_hasFailed = false;
-  bool m_isFinished = false;
+  bool m_isFinished = true;  ///< Nothing is on its way.
 };
 
 }  // namespace database
