@@ -19,7 +19,7 @@ as_server() {
 stop() {
   [ -f "$place" ] || return 0
   folder=$(cat "$place")
-  as_server "$bin/pg_ctl" stop -s -m immediate -w -D "$folder/data" || true
+  as_server "$bin/pg_ctl" stop -s -m immediate -w -t 5 -D "$folder/data" || true
   rm -rf "$folder"
   rm -f "$place"
 }
