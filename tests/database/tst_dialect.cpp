@@ -258,6 +258,8 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.Importe", "'9007199254,7409'", "9007199254,7409");
   row("Suscripciones.Importe", "'-922.337.203.685.478'", "error 6");
   row("Suscripciones.Importe", "NumeroEjemplares * 922337203685478", "error 6");
+  row("Suscripciones.Importe", "NumeroEjemplares * 0.00005", "0");
+  row("Suscripciones.Importe", "NumeroEjemplares * 0.00015", "0,0002");
   row("Suscripciones.Importe", "1E999", "error 6");
   row("Suscripciones.Importe", "NULL", "error -2147217873");
   row("Suscripciones.NumeroEjemplares", "'2,5'", "2");
