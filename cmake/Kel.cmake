@@ -113,11 +113,11 @@ function(kel_tests program)
   set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KEL_DATOS=${CMAKE_SOURCE_DIR}/tests/data")
   foreach(test ${ARG_TESTS})
     add_test(NAME ${test} COMMAND ${program} ${test})
-    set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
+    set_tests_properties(${test} PROPERTIES LABELS ${program} TIMEOUT 300 ENVIRONMENT "${environment}")
   endforeach()
   foreach(test ${ARG_ON_SERVER})
     add_test(NAME ${test}_postgres COMMAND ${program} ${test})
-    set_tests_properties(${test}_postgres PROPERTIES TIMEOUT 300 FIXTURES_REQUIRED postgres
+    set_tests_properties(${test}_postgres PROPERTIES LABELS ${program} TIMEOUT 300 FIXTURES_REQUIRED postgres
       ENVIRONMENT "${environment};KEL_MOTOR=postgres;KEL_POSTGRES=${CMAKE_BINARY_DIR}/postgres")
   endforeach()
 endfunction()

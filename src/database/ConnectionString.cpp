@@ -182,6 +182,12 @@ void ConnectionString::Take(const QString& key, const QString& value) {
   }
 }
 
+ConnectionString ConnectionString::WithWait(std::chrono::milliseconds wait) const {
+  ConnectionString other = *this;
+  other.m_wait = static_cast<int>(wait.count());
+  return other;
+}
+
 QString ConnectionString::Quoted(const QString& value) {
   const bool plain = !value.isEmpty() && value == value.trimmed() && !IsQuote(value.front()) && !value.contains(u';') &&
                      !value.contains(u'=');

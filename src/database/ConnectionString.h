@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace database {
@@ -18,6 +19,8 @@ class ConnectionString {
     QString base;
     QString user;
     QString service;  ///< An entry of the service file, which has all the rest.
+
+    bool operator==(const ServerPlace&) const = default;
   };
 
   /// Raises InvalidConnectionString for a text that is neither `postgresql://...` nor made of `key=value` pairs, a
@@ -33,6 +36,10 @@ class ConnectionString {
   QString ShownName() const;
   int WaitMilliseconds() const { return m_wait; }
   bool ReadOnly() const { return m_readOnly; }
+
+  ConnectionString WithWait(std::chrono::milliseconds wait) const;
+
+  bool operator==(const ConnectionString&) const = default;
 
   /// `value` as it must stand in a connection string.
   static QString Quoted(const QString& value);

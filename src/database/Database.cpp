@@ -1,6 +1,6 @@
 #include "database/Database.h"
 
-#include "database/ConnectionString.h"
+#include "database/Engines.h"
 #include "database/Errors.h"
 #include "database/postgres/PostgresPreparation.h"
 #include "database/postgres/PostgresSession.h"
@@ -13,26 +13,44 @@ namespace database {
 
 namespace {
 
-ConnectionString Parsed(const QString& text) {
-  ConnectionString target(text);
-  if (target.Engine() != u"sqlite" && target.Engine() != u"postgres") {
+bool IsOnServer(const ConnectionString& target) {
+  return target.Engine() == u"postgres";
+}
+
+std::unique_ptr<adodb::Connection> ConnectionTo(const ConnectionString& target) {
+  if (IsOnServer(target)) {
+    return std::make_unique<EngineConnection>(CreateSession(target), target);
+  }
+  return std::make_unique<SqliteConnection>(target);
+}
+
+}  // namespace
+
+ConnectionString TargetOf(const QString& connectionString) {
+  ConnectionString target(connectionString);
+  if (target.Engine() != u"sqlite" && !IsOnServer(target)) {
     throw BadConnectionString(u"no se conoce el motor «%1»; use «sqlite» o «postgres»"_s.arg(target.Engine()));
   }
   return target;
 }
 
-bool IsOnServer(const ConnectionString& target) {
-  return target.Engine() == u"postgres";
+std::unique_ptr<Session> CreateSession(const ConnectionString& target) {
+  if (IsOnServer(target)) {
+    return std::make_unique<PostgresSession>();
+  }
+  return std::make_unique<SqliteSession>();
 }
 
-}  // namespace
-
 std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString) {
-  const ConnectionString target = Parsed(connectionString);
-  if (IsOnServer(target)) {
-    return std::make_unique<EngineConnection>(std::make_unique<PostgresSession>(), target);
-  }
-  return std::make_unique<SqliteConnection>(target);
+  return ConnectionTo(TargetOf(connectionString));
+}
+
+std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString, std::chrono::milliseconds wait) {
+  return ConnectionTo(TargetOf(connectionString).WithWait(wait));
+}
+
+std::chrono::milliseconds WaitOf(const QString& connectionString) {
+  return std::chrono::milliseconds(TargetOf(connectionString).WaitMilliseconds());
 }
 
 QString ConnectionStringForFile(const QString& path) {
@@ -40,7 +58,7 @@ QString ConnectionStringForFile(const QString& path) {
 }
 
 void PrepareDatabase(const QString& connectionString, Content content) {
-  const ConnectionString target = Parsed(connectionString);
+  const ConnectionString target = TargetOf(connectionString);
   IsOnServer(target) ? PreparePostgres(target, content) : PrepareSqlite(target, content);
 }
 

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 /// The database of a host: a connection that runs the dialect of the component's statements, and the preparation
@@ -50,8 +51,22 @@ enum class Content {
 
 /// A closed connection to the database that `connectionString` names. Opening it does not create or migrate
 /// anything: prepare the database first. A connection belongs to the thread that opened it.
+///
+/// Closing undoes and ends everything, but the object keeps the engine's session, and so the file, for the next opening
+/// with the same string; deleting the object lets it go, and restoring the database lets all of them go. A session on a
+/// file that was replaced or brought to another version meanwhile is let go, too, and one that only reads is never
+/// kept.
+///
+/// The key that the engine gives to a new row is remembered: `SELECT MAX(key) FROM table` gives that one, once,
+/// whatever other programs add meanwhile; with a WHERE, where the new row meets it, and otherwise Null. It is forgotten
+/// at a roll-back, at Close, and with the next change of the table.
 /// Raises InvalidConnectionString for a text it cannot read or an unknown engine.
 KELDATOS_EXPORT std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString);
+/// The same with another wait than the string's, for whoever waits by itself.
+KELDATOS_EXPORT std::unique_ptr<adodb::Connection> CreateConnection(const QString& connectionString,
+                                                                    std::chrono::milliseconds wait);
+/// How long a connection of that string waits for another program's lock.
+KELDATOS_EXPORT std::chrono::milliseconds WaitOf(const QString& connectionString);
 
 /// `Motor=sqlite;Archivo=...` for a path, quoted where the path needs it.
 KELDATOS_EXPORT QString ConnectionStringForFile(const QString& path);

@@ -3,6 +3,7 @@
 #include "database/ConnectionString.h"
 #include "database/Database.h"
 #include "database/Errors.h"
+#include "database/engine/KeptSessions.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteCopy.h"
 #include "platform/process/PrivateFiles.h"
@@ -67,6 +68,7 @@ CopySize CopyDatabase(const QString& connectionString, const QString& file, cons
 }
 
 QString RestoreDatabase(const QString& copy, const QString& connectionString) {
+  KeptSessions::Instance().LetGo();
   return RestoreSqlite(Readable(ConnectionStringForFile(copy)), FileOf(connectionString));
 }
 

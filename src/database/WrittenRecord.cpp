@@ -4,6 +4,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/Literal.h"
 #include "database/dialect/StatementParser.h"
+#include "database/engine/EngineConnection.h"
 
 #include <cmath>
 
@@ -38,17 +39,27 @@ std::optional<qint64> KeyOf(const Token& literal, bool negated) {
 std::optional<WrittenRecord> WrittenBy(const QString& statement) {
   Lexer lexer;
   lexer.Read(statement);
+  if (lexer.Tokens().front().IsWord(u"SELECT")) {
+    return std::nullopt;
+  }
   TokenReader reader(lexer.Tokens(), statement);
   const Effect effect = EffectOf(Schema::Current(), StatementParser(reader).Parse());
   if (effect.kind == Effect::Kind::None) {
     return std::nullopt;
   }
-  WrittenRecord written{KindOf(effect.kind), effect.writtenTable->name, std::nullopt};
+  WrittenRecord written{KindOf(effect.kind), effect.writtenTable->name, std::nullopt, effect.makesKey,
+                        TextOf(effect.condition, statement, lexer.Tokens()).toString()};
   if (effect.givenKey) {
     const Token& literal = lexer.Literals()[static_cast<std::size_t>(effect.givenKey->literal)];
     written.key = KeyOf(literal, effect.givenKey->negated);
   }
   return written;
+}
+
+std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table) {
+  const auto* engine = dynamic_cast<const EngineConnection*>(&connection);
+  const Table* written = Schema::Current().FindTable(table);
+  return engine == nullptr || written == nullptr ? std::nullopt : engine->NewKeyOf(*written);
 }
 
 }  // namespace database

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/Export.h"
+#include "platform/adodb/Connection.h"
 
 #include <QString>
 
@@ -18,10 +19,16 @@ struct WrittenRecord {
   /// one row brings along. None for a row that gets its key from the engine, and for a statement that may write
   /// several.
   std::optional<qint64> key;
+  bool makesKey = false;  ///< An INSERT of one row that leaves its key to the engine; see NewKeyOf.
+  QString condition;      ///< What stands behind WHERE, as it is written; empty without one.
 };
 
-/// Nothing for a SELECT. Raises what an execution of the statement would raise for its text (see
-/// adodb::Connection::Execute); nothing is executed.
+/// Nothing for a SELECT, of which nothing more is read. Of any other raises what an execution of the statement would
+/// raise for its text (see adodb::Connection::Execute); nothing is executed.
 KELDATOS_EXPORT std::optional<WrittenRecord> WrittenBy(const QString& statement);
+
+/// The key that the engine gave to the row of the connection's last INSERT into the table; nothing for a connection
+/// that is not of this library, and when the connection remembers none (see CreateConnection).
+KELDATOS_EXPORT std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table);
 
 }  // namespace database

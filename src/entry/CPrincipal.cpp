@@ -27,6 +27,7 @@ QString CPrincipal::VersionContrato() const {
 }
 
 void CPrincipal::PasarDatos(QObject* obj) {
+  DemandInterfaceThread();
   const Request request(obj);
   OwnDispatcher() = [](QObject* services) { CPrincipal().PasarDatos(services); };
   Help::SetFile(objApi().strFichAyuda());
@@ -46,6 +47,7 @@ void CPrincipal::AbrirConexion(adodb::Connection* Conexion) {
 }
 
 void CPrincipal::EliminarRegistro(QObject* obj) {
+  DemandInterfaceThread();
   const Request request(obj);
   OpenIfClosed(objApi().congestion());
   if (deletion::Delete(objApi().IDNodo(), objApi().IDSeleccionado()) == deletion::Outcome::Refused) {

@@ -21,6 +21,10 @@ class Request {
   framework::HostServices m_outerServices;
 };
 
+/// Raises 440, with a text that says what to do, when a call that may show a window comes before there is a
+/// QApplication or from another thread than its own: such a call could neither return nor fail by itself.
+void DemandInterfaceThread();
+
 /// Opens a closed connection with its own stored connection string; leaves an open one as it is.
 void OpenStored(adodb::Connection& connection);
 

@@ -1,6 +1,7 @@
 #include "framework/ComboSearch.h"
 
 #include "framework/Desktop.h"
+#include "platform/text/AsItStands.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QAbstractItemView>
@@ -132,7 +133,8 @@ void ComboSearch::Select(int index) {
 
 void ComboSearch::ShowTyped() const {
   const QPoint above(0, -2 * m_combo->height());
-  QToolTip::showText(m_combo->mapToGlobal(above), m_typed.isEmpty() ? QString() : u"Buscar: "_s + m_typed, m_combo);
+  QToolTip::showText(m_combo->mapToGlobal(above),
+                     m_typed.isEmpty() ? QString() : texts::AsItStands(u"Buscar: "_s + m_typed), m_combo);
 }
 
 }  // namespace framework

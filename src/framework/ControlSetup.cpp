@@ -40,8 +40,9 @@ class WheelGuard : public QObject {
   }
 };
 
-// Enter presses the button that has the focus, a "…" one too, not the form's default one.
-class EnterPresses : public QObject {
+// Enter presses the button that has the focus, a "…" one too, not the form's default one. A button that is pressed by
+// its mnemonic takes the focus first, as one that is clicked: the box that was being edited has been left then.
+class ButtonKeys : public QObject {
  public:
   using QObject::QObject;
 
@@ -51,6 +52,11 @@ class EnterPresses : public QObject {
       if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         static_cast<QAbstractButton*>(watched)->click();
         return true;
+      }
+    } else if (event->type() == QEvent::Shortcut) {
+      auto* button = static_cast<QAbstractButton*>(watched);
+      if (button->focusPolicy() != Qt::NoFocus) {
+        button->setFocus(Qt::ShortcutFocusReason);
       }
     }
     return QObject::eventFilter(watched, event);
@@ -116,7 +122,7 @@ void PrepareControls(QWidget& form) {
   const QList<QAbstractButton*> buttons = form.findChildren<QAbstractButton*>();
   for (QAbstractButton* button : buttons) {
     if (qobject_cast<QPushButton*>(button) != nullptr || qobject_cast<QToolButton*>(button) != nullptr) {
-      button->installEventFilter(new EnterPresses(button));
+      button->installEventFilter(new ButtonKeys(button));
     }
   }
 }

@@ -13,7 +13,7 @@ namespace framework {
 /// What all controls of a form get, whatever the dialog. Sizes follow the font, so that they hold at any scale.
 
 /// Lists are found by typing (ComboSearch) and don't turn under a wheel that only passes over them; Enter presses the
-/// button that has the focus.
+/// button that has the focus, and a mnemonic gives its button the focus.
 void PrepareControls(QWidget& form);
 
 /// Gives boxes, lists and grids the size of their content. The width of a box or a list is the number of characters in

@@ -1,5 +1,6 @@
 #include "framework/FocusWatch.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QWidget>
 
@@ -9,6 +10,12 @@ namespace framework {
 
 FocusWatch::FocusWatch(QWidget* control) : QObject(control) {
   control->installEventFilter(this);
+  connect(qApp, &QApplication::focusChanged, this, [this, control](QWidget* /*old*/, QWidget* now) {
+    const bool elsewhere = now != nullptr && now->window() == control->window() && !control->isAncestorOf(now);
+    if (elsewhere && now != control) {
+      Leave();
+    }
+  });
 }
 
 bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
@@ -19,15 +26,35 @@ bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
   watched->event(event);
   const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
   if (event->type() == QEvent::FocusIn) {
-    // Coming back from a menu or from another window is no entering: what was selected stays so.
-    if (!std::exchange(m_inside, true)) {
-      Q_EMIT Entered();
-    }
+    Enter();
   } else if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-    m_inside = false;
-    Q_EMIT Left();
+    Leave();
   }
   return true;
+}
+
+void FocusWatch::LeaveAll(const QWidget& form, const QObject* except) {
+  const QList<FocusWatch*> watches = form.findChildren<FocusWatch*>();
+  for (FocusWatch* watch : watches) {
+    if (watch->parent() != except) {
+      watch->Leave();
+    }
+  }
+}
+
+// Coming back from a menu or from another window is no entering: what was selected stays so.
+void FocusWatch::Enter() {
+  if (!m_inside) {
+    LeaveAll(*static_cast<QWidget*>(parent())->window(), parent());
+    m_inside = true;
+    Q_EMIT Entered();
+  }
+}
+
+void FocusWatch::Leave() {
+  if (std::exchange(m_inside, false)) {
+    Q_EMIT Left();
+  }
 }
 
 }  // namespace framework

@@ -1,6 +1,7 @@
 #include "framework/KeyFilter.h"
 
 #include "framework/Desktop.h"
+#include "framework/PasteGuard.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -21,7 +22,8 @@ bool IsLetterOrDigit(QChar c) {
 KeyFilter::KeyFilter(QLineEdit* box, bool (*allowed)(QChar), int maxLength, Options options)
     : QObject(box), m_box(box), m_allowed(allowed), m_maxLength(maxLength), m_options(options) {
   box->installEventFilter(this);
-  connect(box, &QLineEdit::textEdited, this, &KeyFilter::OnEdited);
+  new PasteGuard(
+      box, [this](const QString& inserted) { return Read(inserted); }, maxLength);
 }
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
@@ -57,23 +59,15 @@ bool KeyFilter::OnKey(const QString& typed) {
   return false;
 }
 
-// What came in by the clipboard, by dropping or by an input method.
-void KeyFilter::OnEdited(const QString& text) {
-  QString read = text;
+// What is pasted or dropped; nothing where it is not made of what may be typed.
+std::optional<QString> KeyFilter::Read(QString inserted) const {
   if (m_options & PointIsComma) {
-    read.replace(u'.', u',');
+    inserted.replace(u'.', u',');
   }
-  QString kept;
-  std::ranges::copy_if(read, std::back_inserter(kept), m_allowed);
-  if (m_maxLength > 0) {
-    kept.truncate(m_maxLength);
+  if (m_options & MarksDropOut) {
+    inserted.removeIf([](QChar c) { return QStringView(u" .-").contains(c); });
   }
-  if (kept != text) {
-    m_box->setText(kept);
-  }
-  if (kept != read) {
-    Refuse();
-  }
+  return std::ranges::all_of(inserted, m_allowed) ? std::optional(inserted) : std::nullopt;
 }
 
 void KeyFilter::Refuse() {

@@ -1,6 +1,7 @@
 #include "framework/MaintenanceForm.h"
 
 #include "framework/CargarTextosFormulario.h"
+#include "framework/FocusWatch.h"
 #include "framework/NestedRequest.h"
 
 #include <QAbstractButton>
@@ -185,6 +186,10 @@ bool MaintenanceForm::LeaveFields() {
     button->setFocus();
   }
   Desktop::Current().DoEvents();
+  if (IsLoaded()) {
+    // A form that is not active yet, as after its own prompt, got no event of it.
+    FocusWatch::LeaveAll(*this, m_accept);
+  }
   return IsLoaded();
 }
 

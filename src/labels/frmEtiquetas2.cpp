@@ -211,6 +211,9 @@ class frmEtiquetas2 final : public FormOn<Ui::frmEtiquetas2>, private FieldSteps
       ui.cmdCampos_2->setFocus();
     }
     ui.fraDatos->setEnabled(editing);
+    // The buttons of the list would drop the entry, and share their mnemonics with those of the entry.
+    ui.cmdCampos_0->setDisabled(editing);
+    ui.cmdCampos_1->setDisabled(editing);
     (editing ? ui.cmdCampos_5 : ui.cmdCampos_0)->setDefault(true);
     EnableKind();
   }

@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 namespace letters {
 namespace {
 
-const FormCard card{.name = u"frmCabecera"_s, .lock = u"IDCabecera"_s, .prompt = 2103};
+const FormCard card{
+    .name = u"frmCabecera"_s, .lock = u"IDCabecera"_s, .prompt = 2103, .accept = u"cmdBotonera_Click"_s};
 
 /// Adds or edits one header: a name and five lines.
 class frmCabecera final : public FormOn<Ui::frmCabecera> {
@@ -44,10 +45,6 @@ class frmCabecera final : public FormOn<Ui::frmCabecera> {
   }
 
   bool Write() override {
-    return Trap(u"cmdBotonera_Click"_s, [this] { WriteRecord(); });
-  }
-
-  void WriteRecord() {
     const QString name = ui.txtNombre->text().trimmed();
     if (IsAdd()) {
       Execute(
@@ -63,6 +60,7 @@ class frmCabecera final : public FormOn<Ui::frmCabecera> {
           u"WHERE IDCabecera={}",
           Line(0), Line(1), Line(2), Line(3), Line(4), name, Id());
     }
+    return true;
   }
 
   QString Line(std::size_t i) const { return m_lines[i]->text().trimmed(); }

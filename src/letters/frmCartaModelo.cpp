@@ -41,6 +41,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
  private:
   void Connect() override {
     m_margins = {};
+    m_name.clear();
     m_unreadable.clear();
     m_desk.emplace(ui);
     m_rescue.emplace(ui);
@@ -82,7 +83,12 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     m_desk->Format().FillFontBoxes();
     ui.picFondo->Place(m_margins);
     setWindowState(windowState() | Qt::WindowMaximized);
+    if (ui.rtfCarta->IsForReading()) {
+      ui.ServeReading();
+      return true;
+    }
     m_rescue->Offer(IsModify() ? Id() : 0);
+    m_rescue->Watch(IsModify() ? Id() : 0, m_name);
     return true;
   }
 
@@ -102,6 +108,11 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     rs->Close();
     if (!m_unreadable.isEmpty()) {
       Ask(u"La carta guardada no se puede mostrar. %1"_s.arg(m_unreadable), vbExclamation);
+    } else if (ui.rtfCarta->IsForReading()) {
+      Ask(u"La carta tiene un párrafo demasiado largo, o con demasiados cambios de formato, para editarlo. Se muestra "
+          u"su "
+          "texto sin formato, solo para leerlo; lo que está guardado no cambia."_s,
+          vbExclamation);
     }
   }
 
@@ -162,6 +173,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
       if (IsNuevo()) {
         objApi().IDAux(0);
       }
+      m_rescue->GiveUp();
       Unload();
       return false;
     }
@@ -182,20 +194,26 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     const QString left = StoredMargin(ui.txtMargenIzdo->text()).value_or(QString());
     const QString right = StoredMargin(ui.txtMargenDcho->text()).value_or(QString());
     if (IsModify()) {
-      m_rescue->Guard(Id(), m_name, [&] {
+      m_refused = !m_rescue->Guard(Id(), m_name, [&] {
         Execute(
             u"UPDATE CartasModelo SET Contenido='{}', MargenIzquierdo='{}', MargenDerecho='{}' WHERE IDCartaModelo={}",
             content, left, right, Id());
       });
+      if (m_refused) {
+        return false;
+      }
       Execute(u"DELETE FROM BloqueoRegistros WHERE codUsuario={} AND campoID='IDCartaModelo' AND ValorID={}",
               objApi().IDUsuario(), Id());
       return true;
     }
-    m_rescue->Guard(0, m_name, [&] {
+    m_refused = !m_rescue->Guard(0, m_name, [&] {
       Execute(
           u"INSERT INTO CartasModelo (Nombre, Contenido, MargenIzquierdo, MargenDerecho) VALUES ('{}','{}','{}','{}')",
           m_name, content, left, right);
     });
+    if (m_refused) {
+      return false;
+    }
     if (IsNuevo()) {
       HandBackNewest();
     }
@@ -208,11 +226,14 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     if (!name) {
       return;
     }
-    m_rescue->Guard(0, *name, [&] {
+    m_refused = !m_rescue->Guard(0, *name, [&] {
       Execute(
           u"INSERT INTO CartasModelo (Nombre, Contenido, MargenDerecho, MargenIzquierdo) VALUES ('{}','{}','{}','{}')",
           *name, ui.rtfCarta->Content(), ui.txtMargenDcho->text(), ui.txtMargenIzdo->text());
     });
+    if (m_refused) {
+      return;
+    }
     HandBackNewest();
     Unload();
   }
@@ -228,14 +249,17 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     }
     if (mode != FormControlMenu) {
       // The session ends, or the program: nobody is there to be asked.
-      m_rescue->KeepChanged(IsModify() ? Id() : 0, m_name);
+      cancel = !m_rescue->KeepChanged(IsModify() ? Id() : 0, m_name);
       return;
     }
     if (Ask(LoadResString(3113) + u"\r\n"_s + LoadResString(3114), vbYesNo + vbInformation) == vbYes) {
       m_refused = false;
       SaveOnExit();
       cancel = m_refused;
-    } else if (IsNuevo()) {
+      return;
+    }
+    m_rescue->GiveUp();
+    if (IsNuevo()) {
       objApi().IDAux(0);
     }
   }
@@ -262,7 +286,7 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
   QString m_name;
   /// Why the stored letter could not be shown; empty where it is.
   QString m_unreadable;
-  /// Save was asked for and refused, with the user told why.
+  /// Saving was asked for and did not come about, with the user told why.
   bool m_refused = false;
 };
 

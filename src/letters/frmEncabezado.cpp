@@ -7,7 +7,10 @@ using namespace Qt::StringLiterals;
 namespace letters {
 namespace {
 
-const FormCard card{.name = u"frmEncabezado"_s, .prompt = 9101, .errors = ErrorReport{.procedure = u"CargarDatosBD"_s}};
+const FormCard card{.name = u"frmEncabezado"_s,
+                    .prompt = 9101,
+                    .errors = ErrorReport{.procedure = u"CargarDatosBD"_s},
+                    .accept = u"cmdEncabezado_Click"_s};
 
 /// Rewords the salutation of one type of collaborator. The types are fixed, so it only edits, whatever the action, and
 /// takes no lock.
@@ -36,10 +39,9 @@ class frmEncabezado final : public FormOn<Ui::frmEncabezado> {
   }
 
   bool Write() override {
-    return Trap(u"cmdEncabezado_Click"_s, [this] {
-      Execute(u"UPDATE Encabezados SET Nombre='{}' WHERE Encabezados.IDEncabezado={}",
-              ui.txtEncabezado->text().trimmed(), Id());
-    });
+    Execute(u"UPDATE Encabezados SET Nombre='{}' WHERE Encabezados.IDEncabezado={}", ui.txtEncabezado->text().trimmed(),
+            Id());
+    return true;
   }
 };
 

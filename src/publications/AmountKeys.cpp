@@ -1,10 +1,9 @@
 #include "publications/AmountKeys.h"
 
-#include "framework/Desktop.h"
+#include "framework/PasteGuard.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -17,11 +16,14 @@ bool MayStandInAnAmount(QChar c) {
   return (c >= u'0' && c <= u'9') || QStringView(u",.-€ ").contains(c);
 }
 
+std::optional<QString> ReadAmount(const QString& pasted) {
+  return std::ranges::all_of(pasted, MayStandInAnAmount) ? std::optional(pasted) : std::nullopt;
+}
+
 }  // namespace
 
-AmountKeys::AmountKeys(QLineEdit* box) : QObject(box), m_box(box) {
+AmountKeys::AmountKeys(QLineEdit* box) : QObject(box), m_box(box), m_guard(new PasteGuard(box, ReadAmount)) {
   box->installEventFilter(this);
-  connect(box, &QLineEdit::textEdited, this, &AmountKeys::OnEdited);
 }
 
 bool AmountKeys::eventFilter(QObject* watched, QEvent* event) {
@@ -41,19 +43,11 @@ bool AmountKeys::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   if (key != 0) {
-    const QScopedValueRollback typing(m_isTyping, true);
+    m_guard->SetKeyUnderWay(true);
     m_box->insert(QChar(static_cast<char16_t>(key)));
+    m_guard->SetKeyUnderWay(false);
   }
   return true;
-}
-
-void AmountKeys::OnEdited(const QString& text) {
-  QString kept;
-  std::ranges::copy_if(text, std::back_inserter(kept), MayStandInAnAmount);
-  if (!m_isTyping && kept != text) {
-    m_box->setText(kept);
-    Desktop::Current().Beep();
-  }
 }
 
 }  // namespace publications

@@ -4,11 +4,15 @@
 
 class QLineEdit;
 
+namespace framework {
+class PasteGuard;
+}
+
 namespace publications {
 
 /// Puts every character that is typed into an amount box, backspace too, to whoever listens, before the box takes it.
-/// What comes in otherwise (pasted, dropped, by an input method) keeps what an amount may hold: digits, comma, point,
-/// minus, blank, euro sign. Text that the program sets is left alone. Belongs to its box.
+/// What comes in otherwise (pasted, dropped, by an input method) stays where it holds nothing but digits, comma, point,
+/// minus, blank and euro sign (PasteGuard). Belongs to its box.
 class AmountKeys : public QObject {
   Q_OBJECT
 
@@ -22,10 +26,8 @@ class AmountKeys : public QObject {
   void Typed(int* key);
 
  private:
-  void OnEdited(const QString& text);
-
   QLineEdit* m_box;
-  bool m_isTyping = false;
+  framework::PasteGuard* m_guard;
 };
 
 }  // namespace publications

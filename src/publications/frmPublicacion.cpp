@@ -22,7 +22,8 @@ constexpr qint32 homeCountry = 35;
 const FormCard card{.name = u"frmPublicacion"_s,
                     .lock = u"IDTipoPublicacion"_s,
                     .prompt = 15109,
-                    .errors = ErrorReport{.procedure = u"Form_Load()"_s}};
+                    .errors = ErrorReport{.procedure = u"Form_Load()"_s},
+                    .accept = u"cmdPublicacion_Click (0)"_s};
 
 /// Adds or edits one publication with its two prices, and changes what its subscribers pay.
 class frmPublicacion final : public FormOn<Ui::frmPublicacion> {
@@ -111,7 +112,7 @@ class frmPublicacion final : public FormOn<Ui::frmPublicacion> {
   }
 
   bool Write() override {
-    QString procedure = u"cmdPublicacion_Click (0)"_s;
+    QString procedure = card.accept;
     bool written = true;
     const bool done = TrapInTransaction(procedure, [&] {
       const bool changesPrices = IsModify() && ui.chkPublicacion->isChecked();

@@ -1,7 +1,5 @@
 #include "remittances/PartyForm.h"
 
-#include "framework/KeyFilter.h"
-
 #include <QLineEdit>
 
 using namespace framework;
@@ -10,15 +8,12 @@ using namespace Qt::StringLiterals;
 namespace remittances {
 namespace {
 
-constexpr int suffixLength = 3;
-
 // What the host answers about a tax identifier; with any other answer the dialogs go on, as with a valid one.
 enum Verdict : int { UnknownFormat = 2, WrongCheckCharacter = 3, WrongFirstLetter = 4 };
 
 }  // namespace
 
-void PartyForm::SuffixBox(QLineEdit* suffix) {
-  new KeyFilter(suffix, IsDigit, suffixLength, KeyFilter::BeepOnRefusal);
+void PartyForm::PadSuffixOnLeave(QLineEdit* suffix) {
   OnLeave(suffix, [suffix] {
     const QString typed = suffix->text().trimmed();
     if (!typed.isEmpty()) {

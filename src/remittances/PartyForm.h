@@ -13,16 +13,18 @@ struct SuffixCheck {
   int questionOnModify;
 };
 
-/// What the dialogs of presenters and issuers share: a tax identifier, and the three-digit suffix that tells several
+/// What the dialogs of presenters and issuers share: a tax identifier, and the suffix that tells several
 /// parties of one tax identifier apart.
 class PartyForm : public framework::MaintenanceForm {
   Q_OBJECT
 
  protected:
+  static constexpr int suffixLength = 3;
+
   using MaintenanceForm::MaintenanceForm;
 
-  /// Takes three digits; zeros fill it up on the left when it is left, unless it is empty.
-  void SuffixBox(QLineEdit* suffix);
+  /// Zeros fill the box up to three characters on the left when it is left, unless it is empty.
+  void PadSuffixOnLeave(QLineEdit* suffix);
 
   /// Asks the host about the tax identifier. False, with the focus in the box, when it must be corrected, or when the
   /// user wants to correct one that no Spanish identifier looks like.

@@ -35,9 +35,12 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
       OnEnter(box, Trapped(u"SeleccionarTexto"_s, [box] { HostServices::Fresh().SeleccionarTexto(box); }));
     }
     QLineEdit* nif = m_boxes[nifBox];
-    new KeyFilter(nif, IsLetterOrDigit, 0, KeyFilter::BeepOnRefusal);
+    new KeyFilter(nif, IsLetterOrDigit, 0, KeyFilter::BeepOnRefusal | KeyFilter::MarksDropOut);
     OnLeave(nif, [this, nif] {
-      nif->setText(WithEightDigits(Stored(nifBox)));
+      // What was stored stays as it is until the user changes it.
+      if (nif->isModified()) {
+        nif->setText(WithEightDigits(Trimmed(nifBox).toUpper()));
+      }
       OfferLetter(NationalIdentityLetter(nif->text()));
     });
     On(nif, &QLineEdit::textEdited, [this] { OfferLetter({}); });
@@ -72,11 +75,7 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
   // A collector is never created for another dialog.
   bool IsAgregar() const { return IsAdd() && !IsNuevo(); }
 
-  // What a box holds, as it is stored.
-  QString Stored(std::size_t box) const {
-    const QString text = m_boxes[box]->text().trimmed();
-    return box == nifBox ? text.toUpper() : text;
-  }
+  QString Trimmed(std::size_t box) const { return m_boxes[box]->text().trimmed(); }
 
   // A number without its letter is not completed by itself: the user may take the one that fits. A null one withdraws
   // the offer.
@@ -96,10 +95,10 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
   }
 
   bool Validate() override {
-    if (Stored(nameBox).isEmpty()) {
+    if (Trimmed(nameBox).isEmpty()) {
       return Refuse(m_boxes[nameBox], 4103, vbExclamation);
     }
-    const QString nif = Stored(nifBox);
+    const QString nif = Trimmed(nifBox);
     return nif.isEmpty() || VerdictOn(nif) == validIdentifier || Refuse(m_boxes[nifBox], 4104, vbExclamation);
   }
 
@@ -119,12 +118,12 @@ class frmCobrador final : public FormOn<Ui::frmCobrador> {
       Execute(
           u"INSERT INTO Cobradores (Nombre, Apellido1, Apellido2, NIF, Direccion, Poblacion) "
           u"VALUES('{}','{}','{}','{}','{}','{}')",
-          Stored(0), Stored(1), Stored(2), Stored(3), Stored(4), Stored(5));
+          Trimmed(0), Trimmed(1), Trimmed(2), Trimmed(3), Trimmed(4), Trimmed(5));
     } else if (IsModify()) {
       Execute(
           u"UPDATE Cobradores SET Nombre='{}',Apellido1='{}',Apellido2='{}',NIF='{}',Direccion='{}',Poblacion='{}' "
           u"WHERE Cobradores.IDCobrador={}",
-          Stored(0), Stored(1), Stored(2), Stored(3), Stored(4), Stored(5), Id());
+          Trimmed(0), Trimmed(1), Trimmed(2), Trimmed(3), Trimmed(4), Trimmed(5), Id());
     }
   }
 

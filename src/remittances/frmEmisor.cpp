@@ -26,7 +26,8 @@ class frmEmisor final : public FormOn<Ui::frmEmisor, PartyForm> {
  private:
   void Connect() override {
     SelectTextOnFocus(ui.txtNombre, ui.txtNIF, ui.txtSufijo, ui.txtDireccion, ui.txtPoblacion, ui.txtCP);
-    SuffixBox(ui.txtSufijo);
+    new KeyFilter(ui.txtSufijo, IsDigit, suffixLength, KeyFilter::BeepOnRefusal);
+    PadSuffixOnLeave(ui.txtSufijo);
     new KeyFilter(ui.txtCP, IsDigit, 0, KeyFilter::NoOptions);
     OnChosen(ui.cboPaises, Trapped(u"cboPaises_Click"_s, [this] { FillProvinces(ItemData(ui.cboPaises), {}); }));
     CouplePostcode(ui.txtCP, ui.cboProvincias);

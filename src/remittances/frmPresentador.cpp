@@ -29,7 +29,7 @@ class frmPresentador final : public FormOn<Ui::frmPresentador, PartyForm> {
  private:
   void Connect() override {
     SelectTextOnFocus(ui.txtNombre, ui.txtNIF, ui.txtSufijo, ui.txtNEntidad, ui.txtNSucursal);
-    SuffixBox(ui.txtSufijo);
+    PadSuffixOnLeave(ui.txtSufijo);
     new KeyFilter(ui.txtNEntidad, IsDigit, 0, KeyFilter::BeepOnRefusal);
     new KeyFilter(ui.txtNSucursal, IsDigit, 0, KeyFilter::BeepOnRefusal);
     OnChosen(ui.cboBancos, Trapped(u"cboBancos_Click"_s, [this] { FollowBank(); }));

@@ -8,7 +8,8 @@ using namespace Qt::StringLiterals;
 namespace taxes {
 namespace {
 
-const FormCard card{.name = u"frmComunidadAutonoma"_s, .lock = u"IDComunidad"_s, .prompt = 5104};
+const FormCard card{
+    .name = u"frmComunidadAutonoma"_s, .lock = u"IDComunidad"_s, .prompt = 5104, .accept = u"cmdAceptar_Click"_s};
 
 /// Adds or edits one autonomous community.
 class frmComunidadAutonoma final : public FormOn<Ui::frmComunidadAutonoma> {
@@ -44,20 +45,17 @@ class frmComunidadAutonoma final : public FormOn<Ui::frmComunidadAutonoma> {
   }
 
   bool Write() override {
-    return Trap(u"cmdAceptar_Click"_s, [this] { WriteRecord(); });
-  }
-
-  void WriteRecord() {
     const QString name = ui.txtComunidad->text().trimmed();
     const QString code = ui.txtCodigo->text().trimmed();
     if (IsModify()) {
       Execute(u"UPDATE ComunidadAutonoma SET Codigo='{}',Nombre='{}' WHERE IDComunidad={}", code, name, Id());
-      return;
+      return true;
     }
     Execute(u"INSERT INTO ComunidadAutonoma(Nombre,Codigo) VALUES('{}','{}')", name, code);
     if (IsNuevo()) {
       HandBack(u"Maximo", u"SELECT MAX(IDComunidad) AS Maximo FROM ComunidadAutonoma");
     }
+    return true;
   }
 };
 

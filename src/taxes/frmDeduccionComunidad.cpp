@@ -8,7 +8,10 @@ using namespace Qt::StringLiterals;
 namespace taxes {
 namespace {
 
-const FormCard card{.name = u"frmDeduccionComunidad"_s, .lock = u"IDDeduccion_Comunidad"_s, .prompt = 6104};
+const FormCard card{.name = u"frmDeduccionComunidad"_s,
+                    .lock = u"IDDeduccion_Comunidad"_s,
+                    .prompt = 6104,
+                    .accept = u"cmdAceptar_Click"_s};
 
 /// Adds or edits one percentage that a community lets donors deduct. The same pair may be there twice.
 class frmDeduccionComunidad final : public FormOn<Ui::frmDeduccionComunidad> {
@@ -67,16 +70,15 @@ class frmDeduccionComunidad final : public FormOn<Ui::frmDeduccionComunidad> {
   }
 
   bool Write() override {
-    return Trap(u"cmdAceptar_Click"_s, [this] {
-      const qint32 community = ItemData(ui.cboComunidad);
-      const qint32 deduction = ItemData(ui.cboDeduccion);
-      if (IsModify()) {
-        Execute(u"UPDATE Deduccion_Comunidad SET CodComunidad={},CodDeduccion={} WHERE IDDeduccion_Comunidad={}",
-                community, deduction, Id());
-      } else {
-        Execute(u"INSERT INTO Deduccion_Comunidad(CodComunidad,CodDeduccion) VALUES({},{})", community, deduction);
-      }
-    });
+    const qint32 community = ItemData(ui.cboComunidad);
+    const qint32 deduction = ItemData(ui.cboDeduccion);
+    if (IsModify()) {
+      Execute(u"UPDATE Deduccion_Comunidad SET CodComunidad={},CodDeduccion={} WHERE IDDeduccion_Comunidad={}",
+              community, deduction, Id());
+    } else {
+      Execute(u"INSERT INTO Deduccion_Comunidad(CodComunidad,CodDeduccion) VALUES({},{})", community, deduction);
+    }
+    return true;
   }
 };
 

@@ -16,7 +16,8 @@ const FormCard card{.name = u"frmTipoDeduccion"_s,
                     .lock = u"IDTipoDeduccion"_s,
                     .prompt = 17008,
                     .errors = ErrorReport{.procedure = u"Form_Load"_s},
-                    .cancel = CancelAnswer::ZeroUnderNuevo};
+                    .cancel = CancelAnswer::ZeroUnderNuevo,
+                    .accept = u"cmdDeduccion_Click("_s};
 
 /// Adds or edits one percentage that donors may deduct, a whole number.
 class frmTipoDeduccion final : public FormOn<Ui::frmTipoDeduccion> {
@@ -46,11 +47,7 @@ class frmTipoDeduccion final : public FormOn<Ui::frmTipoDeduccion> {
     if (ui.txtDeduccion->text().isEmpty()) {
       return Refuse(ui.txtDeduccion, 17003, vbExclamation);
     }
-    bool taken = false;
-    if (!Trap(u"cmdDeduccion_Click("_s, [&] { taken = IsTaken(); })) {
-      return false;
-    }
-    if (taken) {
+    if (IsTaken()) {
       return Refuse(ui.txtDeduccion, 17004, vbExclamation);
     }
     return automation::Val(ui.txtDeduccion->text()) < tooMuch || Refuse(ui.txtDeduccion, 17005, vbExclamation);

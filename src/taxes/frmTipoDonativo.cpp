@@ -19,7 +19,8 @@ const FormCard card{.name = u"frmTipoDonativo"_s,
                     .lock = u"IDTipoDonativo"_s,
                     .prompt = 18104,
                     .errors = ErrorReport{.procedure = u"Form_Load()"_s},
-                    .cancel = CancelAnswer::ZeroUnderNuevo};
+                    .cancel = CancelAnswer::ZeroUnderNuevo,
+                    .accept = u"cmdTipoDonativo_click("_s};
 
 /// Adds or edits one purpose of donations: the percentages that donors may deduct, the receipt's text, the tax return.
 class frmTipoDonativo final : public FormOn<Ui::frmTipoDonativo> {
@@ -115,12 +116,7 @@ class frmTipoDonativo final : public FormOn<Ui::frmTipoDonativo> {
     return !Purpose().isEmpty() || Refuse(ui.txtTipoDonativo_0, 18101, vbExclamation);
   }
 
-  bool Write() override {
-    bool written = false;
-    return Trap(u"cmdTipoDonativo_click("_s,
-                [&] { written = IsModify() ? ModificarTipoDonativoBD() : !IsAdd() || AgregarTipoDonativo(); }) &&
-           written;
-  }
+  bool Write() override { return IsModify() ? ModificarTipoDonativoBD() : !IsAdd() || AgregarTipoDonativo(); }
 
   bool AgregarTipoDonativo() {
     return TrapInTransaction(u"AgregarTipoDonativo"_s, [this] {

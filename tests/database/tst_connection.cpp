@@ -1,9 +1,12 @@
+#include "database/ChangeClock.h"
+#include "database/Maintenance.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
@@ -32,6 +35,11 @@ class tst_connection : public QObject {
   void Transactions();
   void AFailureLeavesTheTransactionOpen();
   void ClosingRollsBack();
+  void AClosedOneGoesOnWithTheSameFile_data();
+  void AClosedOneGoesOnWithTheSameFile();
+  void NewKeys_data();
+  void NewKeys();
+  void TheClockMoves();
   void ALostTransactionIsNotCommitted();
   void ALockedDatabaseIsRefused();
   void AShortLockIsWaitedFor();
@@ -233,6 +241,116 @@ void tst_connection::ALostTransactionIsNotCommitted() {
   connection.Handle().Run("ROLLBACK");
   connection.RollbackTrans();
   connection.Execute(insertBank);
+}
+
+void tst_connection::AClosedOneGoesOnWithTheSameFile_data() {
+  QTest::addColumn<QString>("meanwhile");
+  QTest::addColumn<QString>("seen");
+  QTest::newRow("nothing") << QString() << u"1"_s;
+  QTest::newRow("moved away") << u"moved"_s << u"error %1"_s.arg(int(adodb::CannotOpen));
+  QTest::newRow("replaced") << u"replaced"_s << u"0"_s;
+  QTest::newRow("restored") << u"restored"_s << u"0"_s;
+  QTest::newRow("of a newer program") << u"newer"_s << u"error %1"_s.arg(int(adodb::NewerDatabase));
+}
+
+void tst_connection::AClosedOneGoesOnWithTheSameFile() {
+  if (m_database->Server() != nullptr) {
+    QSKIP("what becomes of a file; a server's session goes on in tst_postgres");
+  }
+  QFETCH(const QString, meanwhile);
+  const QString file = m_database->Path();
+  const QString copy = m_database->Path(u"copia.db"_s);
+  database::CopyDatabase(m_database->ConnectionString(), copy);
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('Uno')");
+  adodb::Connection& connection = m_database->Connection();
+  connection.Close();
+  if (meanwhile == u"moved" || meanwhile == u"replaced") {
+    for (const QString& part : {QString(), u"-wal"_s, u"-shm"_s}) {
+      QVERIFY(QFile::rename(file + part, file + u".x"_s + part));
+    }
+    QVERIFY(meanwhile == u"moved" || QFile::rename(copy, file));
+  } else if (meanwhile == u"restored") {
+    database::RestoreDatabase(copy, m_database->ConnectionString());
+  } else if (meanwhile == u"newer") {
+    const database::SqliteHandle handle(database::ConnectionString(m_database->ConnectionString()),
+                                        database::SqliteHandle::Missing::Refuse);
+    handle.Run("PRAGMA user_version=" + QByteArray::number(database::SchemaVersion() + 1));
+  }
+  const int error = ErrorOf([&] { connection.Open(); });
+  QTEST(error != 0 ? u"error %1"_s.arg(error) : Outcome(connection, countBanks), "seen");
+}
+
+void tst_connection::NewKeys_data() {
+  QTest::addColumn<QStringList>("steps");
+  QTest::addColumn<QString>("key");
+  const QString ask = u"SELECT MAX(IDBanco) AS N FROM Bancos"_s;
+  const QString insert = u"INSERT INTO Bancos(Numero) VALUES('1')"_s;
+  const auto row = [](const char* name, const QStringList& steps, const char* key) {
+    QTest::newRow(name) << steps << QString::fromLatin1(key);
+  };
+  // "other": another program adds a bank, which gets the next key.
+  row("its own", {insert, u"other"_s, ask}, "1");
+  row("once", {insert, u"other"_s, ask, ask}, "2");
+  row("where it meets the condition",
+      {insert, u"other"_s, u"SELECT MAX(IDBanco) FROM Bancos WHERE Eliminado=-1 OR Numero='1';"_s}, "1");
+  row("where it does not", {insert, u"other"_s, ask + u" WHERE Numero='2'"_s}, "NULL");
+  row("another table asked and written",
+      {insert, u"other"_s, u"SELECT MAX(IDPais) FROM Paises"_s, u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s, ask},
+      "1");
+  row("forgotten by an update", {insert, u"other"_s, u"UPDATE Bancos SET Nombre='x'"_s, ask}, "2");
+  row("forgotten by a deletion", {insert, u"other"_s, u"DELETE FROM Bancos WHERE IDBanco=9"_s, ask}, "2");
+  row("forgotten by a given key", {insert, u"INSERT INTO Bancos(IDBanco) VALUES(70)"_s, ask}, "70");
+  row("forgotten by a roll-back", {u"BEGIN"_s, insert, u"ROLLBACK"_s, ask}, "NULL");
+  row("kept by a commit", {u"BEGIN"_s, insert, u"COMMIT"_s, u"other"_s, ask}, "1");
+  row("forgotten by closing", {insert, u"other"_s, u"CLOSE"_s, ask}, "2");
+}
+
+void tst_connection::NewKeys() {
+  QFETCH(const QStringList, steps);
+  adodb::Connection& connection = m_database->Connection();
+  QString answer;
+  for (const QString& step : steps) {
+    if (step == u"other") {
+      m_database->Execute(u"INSERT INTO Bancos(Numero) VALUES('2')");
+    } else if (step == u"BEGIN") {
+      connection.BeginTrans();
+    } else if (step == u"COMMIT") {
+      connection.CommitTrans();
+    } else if (step == u"ROLLBACK") {
+      connection.RollbackTrans();
+    } else if (step == u"CLOSE") {
+      connection.Close();
+      connection.Open();
+    } else {
+      answer = Outcome(connection, step);
+    }
+  }
+  QTEST(answer, "key");
+}
+
+void tst_connection::TheClockMoves() {
+  database::ChangeClock clock(m_database->ConnectionString());
+  // Other tests at work on the same server move it, too.
+  const auto staysStill = [&] {
+    const auto isStill = [&clock] { return !clock.HasMoved(); };
+    return m_database->Server() == nullptr ? isStill() : QTest::qWaitFor(isStill);
+  };
+  QVERIFY(clock.HasMoved());
+  QVERIFY(staysStill());
+  m_database->Connection().BeginTrans();
+  m_database->Connection().Execute(insertBank);
+  QVERIFY(staysStill());
+  m_database->Connection().CommitTrans();
+  QVERIFY(clock.HasMoved());
+  QVERIFY(staysStill());
+  if (m_database->Server() != nullptr) {
+    return;
+  }
+  const QString file = m_database->Path();
+  QVERIFY(QFile::rename(file, file + u".x"_s));
+  QCOMPARE(ErrorOf([&] { clock.HasMoved(); }), int(adodb::CannotOpen));
+  QVERIFY(QFile::rename(file + u".x"_s, file));
+  QVERIFY(clock.HasMoved());
 }
 
 void tst_connection::ALockedDatabaseIsRefused() {

@@ -5,6 +5,7 @@
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/process/PrivateFiles.h"
 #include "support/ErrorOf.h"
+#include "support/SmallDisk.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
@@ -14,7 +15,12 @@
 #include <QProcess>
 #include <QTest>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <map>
 
 using support::ErrorOf;
 using support::Outcome;
@@ -30,6 +36,8 @@ class tst_maintenance : public QObject {
   void ACopyIsWholeWhileOthersWrite();
   void WhereNoCopyCanBeMade();
   void ACopyCanBeStopped();
+  void AFolderOfEverybody_data();
+  void AFolderOfEverybody();
   void RestoringKeepsWhatWasThere();
   void RestoringWhereNothingWas();
   void OnlyASoundCopyIsRestored_data();
@@ -41,6 +49,9 @@ class tst_maintenance : public QObject {
   void AnIndexThatLiesIsFound();
   void AColumnNamesTheTableOfItsKey();
   void AnUncleanEndIsNoticed();
+  void AFullDiskCanBeReadFrom();
+  void ALogThatCannotBeTakenOver();
+  void AFileThatWasReplaced();
 
  private:
   QString Path(const QString& name) const { return m_database->Path(name); }
@@ -69,6 +80,54 @@ void Spoil(const QString& file, const char* table) {
   if (!bytes.open(QIODevice::ReadWrite) || !bytes.seek((root - 1) * 4096) ||
       bytes.write(QByteArray(4096, 'U')) != 4096) {
     qFatal("cannot spoil a test file");
+  }
+}
+
+constexpr uid_t attackingUser = 20002;
+constexpr uid_t attackedUser = 65534;
+constexpr int targets = 6;
+
+// Plants a file that all may write under a name that another program may use, and keeps it open.
+int Plant(const QByteArray& path) {
+  umask(0);
+  return open(path.constData(), O_RDWR | O_CREAT | O_EXCL, 0666);
+}
+
+// Whether something of a database has come into the file.
+bool HasLeaked(int file) {
+  char first = '\0';
+  return pread(file, &first, 1, 0) == 1;
+}
+
+// What somebody who may write in the folder can do there, until the process is ended; says so when a file that it holds
+// or can read has got a database's bytes.
+int AttackAsHelper(const QString& folder, const QString& victim) {
+  std::map<QByteArray, int> planted;
+  const auto plant = [&](const QByteArray& path) { planted.emplace(path, Plant(path)); };
+  for (int i = 0; i < targets; ++i) {
+    plant(QFile::encodeName(u"%1/copia%2.db.parte-%3"_s.arg(folder, QString::number(i), victim)));
+  }
+  std::puts("planted");
+  std::fflush(stdout);
+  for (;;) {
+    const QFileInfoList found = QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : found) {
+      const QByteArray path = QFile::encodeName(entry.filePath());
+      if (entry.ownerId() != attackingUser && std::rename(path.constData(), (path + "-x").constData()) == 0) {
+        entry.isDir() ? void(mkdir(path.constData(), 0777)) : plant(path);
+      }
+      const int readable = entry.ownerId() == attackingUser ? -1 : open(path.constData(), O_RDONLY);
+      if (readable >= 0 && entry.isFile() && HasLeaked(readable)) {
+        std::printf("read %s\n", path.constData());
+      }
+      close(readable);
+    }
+    for (const auto& [path, file] : planted) {
+      if (file >= 0 && HasLeaked(file)) {
+        std::printf("written %s\n", path.constData());
+      }
+    }
+    std::fflush(stdout);
   }
 }
 
@@ -127,6 +186,47 @@ void tst_maintenance::ACopyCanBeStopped() {
   const auto later = [&] { return ++asked > 2; };
   QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"copia.db"_s), later); }), int(adodb::Stopped));
   QCOMPARE(Files().filter(u"copia"_s), QStringList());
+}
+
+void tst_maintenance::AFolderOfEverybody_data() {
+  QTest::addColumn<int>("mode");
+  QTest::newRow("each may change his own") << 01777;
+  QTest::newRow("each may change everything") << 0777;
+}
+
+void tst_maintenance::AFolderOfEverybody() {
+  QFETCH(const int, mode);
+  if (geteuid() != 0) {
+    QSKIP("only the superuser can be two other users");
+  }
+  const QTemporaryDir shared;
+  QVERIFY(chmod(qPrintable(shared.path()), mode_t(mode)) == 0);
+  m_database->Disconnect();
+  QVERIFY(chown(qPrintable(Path(u"."_s)), attackedUser, attackedUser) == 0 &&
+          chown(qPrintable(Path({})), attackedUser, attackedUser) == 0);
+  QProcess attacker;
+  attacker.start(u"setpriv"_s, {u"--reuid=%1"_s.arg(attackingUser), u"--regid=%1"_s.arg(attackingUser),
+                                u"--clear-groups"_s, QCoreApplication::applicationFilePath(), u"--attack"_s,
+                                shared.path(), QString::number(QCoreApplication::applicationPid())});
+  QVERIFY(attacker.waitForReadyRead(30000));
+  QCOMPARE(attacker.readLine(), QByteArray("planted\n"));
+  QCOMPARE(seteuid(attackedUser), 0);
+  int made = 0;
+  for (int i = 0; i < targets; ++i) {
+    const QString file = shared.filePath(u"copia%1.db"_s.arg(i));
+    made += ErrorOf([&] { database::CopyDatabase(Text(), file); }) == 0;
+    made += ErrorOf([&] { database::RestoreDatabase(Path({}), database::ConnectionStringForFile(file)); }) == 0;
+  }
+  QCOMPARE(seteuid(0), 0);
+  attacker.kill();
+  QVERIFY(attacker.waitForFinished());
+  QCOMPARE(attacker.readAll(), QByteArray());
+  const QFileInfoList left = QDir(shared.path()).entryInfoList({u"copia*"_s}, QDir::Files);
+  for (const QFileInfo& file : left) {
+    QVERIFY2(file.ownerId() == attackingUser || !process::IsOpenToOthers(file.filePath()), qPrintable(file.filePath()));
+  }
+  // Who may change everything may also spoil everything.
+  QVERIFY2(made == 2 * targets || (mode & S_ISVTX) == 0, qPrintable(QString::number(made)));
 }
 
 void tst_maintenance::RestoringKeepsWhatWasThere() {
@@ -270,7 +370,7 @@ void tst_maintenance::AColumnNamesTheTableOfItsKey() {
       }
     }
   }
-  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s}));
+  QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s, u"ValorID"_s}));
   const database::Table* deductions = schema.FindTable(u"Deduccion_Comunidad");
   QCOMPARE(database::ReferredTable(schema, *deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
   QCOMPARE(database::ReferredTable(schema, *schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,
@@ -282,7 +382,7 @@ void tst_maintenance::AnUncleanEndIsNoticed() {
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
   // Somebody has it open.
   QVERIFY(!database::WasLeftOpen(Text()));
-  m_database->Connection().Close();
+  m_database->Disconnect();
   QVERIFY(!database::WasLeftOpen(Text()));
   QProcess writer;
   writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, Text()});
@@ -296,7 +396,63 @@ void tst_maintenance::AnUncleanEndIsNoticed() {
   QVERIFY(!database::QuickCheck(Text()).isEmpty());
 }
 
+void tst_maintenance::AFullDiskCanBeReadFrom() {
+  const support::SmallDisk disk;
+  if (!disk.IsThere()) {
+    QSKIP("a full disk takes root's rights");
+  }
+  m_database->Connection().Close();
+  QVERIFY(QFile::copy(Path({}), disk.Path(u"kel.db"_s)));
+  disk.Fill();
+  const TestDatabase full(database::ConnectionStringForFile(disk.Path(u"kel.db"_s)));
+  QVERIFY(Outcome(full.Connection(), u"SELECT COUNT(*) FROM Provincias"_s).toInt() > 50);
+  QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }), adodb::DiskFull);
+  disk.Free();
+  QCOMPARE(Outcome(*full.Connect(), u"INSERT INTO Bancos(Nombre) VALUES('a')"_s), QString());
+}
+
+void tst_maintenance::ALogThatCannotBeTakenOver() {
+  const support::SmallDisk disk;
+  if (!disk.IsThere()) {
+    QSKIP("a disk that is closed to writing takes root's rights");
+  }
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
+  for (const QString& part : {u""_s, u"-wal"_s}) {
+    QVERIFY(QFile::copy(Path({}) + part, disk.Path(u"kel.db"_s) + part));
+  }
+  disk.CloseToWriting();
+  const QString text = database::ConnectionStringForFile(disk.Path(u"kel.db"_s));
+  QVERIFY(!database::MayBeWritten(text));
+  try {
+    database::CreateConnection(database::ForViewing(text))->Open();
+    QFAIL("opened");
+  } catch (const automation::Error& error) {
+    QCOMPARE(error.Number(), int(adodb::CannotOpen));
+    QVERIFY2(error.Description().contains(u"kel.db-wal"_s), qPrintable(error.Description()));
+  }
+}
+
+// Who waited for somebody that restores a copy has the file that was replaced.
+void tst_maintenance::AFileThatWasReplaced() {
+  m_database->Disconnect();
+  sqlite3* engine = nullptr;
+  QCOMPARE(sqlite3_open(QFile::encodeName(Path({})).constData(), &engine), SQLITE_OK);
+  QCOMPARE(sqlite3_exec(engine, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(engine);
+  const auto connection = m_database->Connect();
+  QVERIFY(QFile::rename(Path({}), Path(u"antes"_s)));
+  QVERIFY(QFile::copy(Path(u"antes"_s), Path({})));
+  try {
+    connection->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
+    QFAIL("written");
+  } catch (const automation::Error& error) {
+    QVERIFY2(error.Description().contains(u"copia recuperada"_s), qPrintable(error.Description()));
+  }
+}
+
 KEL_TEST(tst_maintenance);
+KEL_TEST_HELPER(attack,
+                [](const QStringList& arguments) { return AttackAsHelper(arguments.value(0), arguments.value(1)); });
 KEL_TEST_HELPER(write, [](const QStringList& arguments) { return WriteAsHelper(arguments.value(0)); });
 
 #include "tst_maintenance.moc"

@@ -1,3 +1,4 @@
+#include "database/ChangeClock.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
@@ -31,6 +32,8 @@ class tst_postgres : public QObject {
   void AnOpenRowIsWaitedFor();
   void ADeadlockLosesTheTransaction();
   void ACutLineLosesTheTransaction();
+  void AClosedOneKeepsItsLine();
+  void TheClockMissesNoLateCommit();
   void KeysGoOnBehindGivenOnes();
   void RowsComeInTheOrderOfTheirKeys();
   void LongTextsFit();
@@ -43,6 +46,11 @@ class tst_postgres : public QObject {
 
  private:
   const support::ServerDatabase& Server() const { return *m_database->Server(); }
+  void CutLines() const {
+    Server().Run(
+        u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name LIKE 'kel %' AND "
+        "datname=current_database()"_s);
+  }
 
   std::unique_ptr<TestDatabase> m_database;
 };
@@ -198,23 +206,53 @@ void tst_postgres::ADeadlockLosesTheTransaction() {
 
 void tst_postgres::ACutLineLosesTheTransaction() {
   adodb::Connection& connection = m_database->Connection();
-  const auto cut = [&] {
-    Server().Run(
-        u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name LIKE 'kel %' AND "
-        "datname=current_database()"_s);
-  };
   connection.BeginTrans();
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
-  cut();
+  CutLines();
   QCOMPARE(ErrorOf([&] { connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s); }), int(adodb::CannotOpen));
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::TransactionLost));
   connection.Close();
   connection.Open();
   connection.BeginTrans();
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('c')"_s);
-  cut();
+  CutLines();
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::TransactionLost));
   QCOMPARE(m_database->Query(u"SELECT COUNT(*) FROM Bancos"), QStringList(u"0"_s));
+}
+
+void tst_postgres::AClosedOneKeepsItsLine() {
+  adodb::Connection& connection = m_database->Connection();
+  const QString countBanks = u"SELECT COUNT(*) FROM Bancos"_s;
+  connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
+  connection.BeginTrans();
+  connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s);
+  connection.Close();
+  // It is there, and holds nothing open.
+  Server().Run(
+      u"DO $$BEGIN ASSERT 'idle' = (SELECT state FROM pg_stat_activity WHERE application_name LIKE 'kel %' AND "
+      "datname=current_database()); END$$"_s);
+  connection.Open();
+  QCOMPARE(Outcome(connection, countBanks), u"1"_s);
+  connection.Close();
+  CutLines();
+  connection.Open();
+  QCOMPARE(Outcome(connection, countBanks), u"1"_s);
+  connection.Close();
+  Server().Run(u"UPDATE kel.kelmotor SET valor='99' WHERE nombre='version'"_s);
+  QCOMPARE(ErrorOf([&] { connection.Open(); }), int(adodb::NewerDatabase));
+}
+
+// The transaction that began first, and has the lower number on the server, ends last.
+void tst_postgres::TheClockMissesNoLateCommit() {
+  const auto early = m_database->Connect();
+  early->BeginTrans();
+  early->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
+  m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')");
+  database::ChangeClock clock(m_database->ConnectionString());
+  QVERIFY(clock.HasMoved());
+  QVERIFY(QTest::qWaitFor([&] { return !clock.HasMoved(); }));
+  early->CommitTrans();
+  QVERIFY(clock.HasMoved());
 }
 
 void tst_postgres::KeysGoOnBehindGivenOnes() {

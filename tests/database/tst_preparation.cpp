@@ -33,13 +33,16 @@ class tst_preparation : public QObject {
   void ReferenceData_data();
   void ReferenceData();
   void DemonstrationIsConsistent();
+  void AnOlderOneIsMigrated_data();
   void AnOlderOneIsMigrated();
+  void EachHasItsIdentity();
   void ANewerOneIsLeftUntouched();
   void ForeignFiles_data();
   void ForeignFiles();
   void ADamagedPageIsReported();
   void TriggersOfAHostileFileDoNotRun();
   void AnImpossibleFolder();
+  void WithoutPermission_data();
   void WithoutPermission();
   void PrivateWhateverTheMask();
   void TwoProcessesPrepareTheSame();
@@ -148,12 +151,19 @@ void tst_preparation::DemonstrationIsConsistent() {
   }
 }
 
+void tst_preparation::AnOlderOneIsMigrated_data() {
+  QTest::addColumn<int>("version");
+  for (int version = 1; version < database::SchemaVersion(); ++version) {
+    QTest::addRow("version %d", version) << version;
+  }
+}
+
 void tst_preparation::AnOlderOneIsMigrated() {
+  QFETCH(const int, version);
   const database::Schema& schema = database::Schema::Current();
-  QVERIFY(database::SchemaVersion() >= 2);
   {
     const database::SqliteHandle old = OpenRaw(Path());
-    database::CreateTables(old, schema, 1);
+    database::CreateTables(old, schema, version);
     old.Run(
         "INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID) VALUES (1, 'IDPais', 5);"
         "INSERT INTO configuracion (Tipo) VALUES (1)");
@@ -161,8 +171,9 @@ void tst_preparation::AnOlderOneIsMigrated() {
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(adodb::OlderDatabase));
   QCOMPARE(Prepare(), 0);
   QCOMPARE(RowsOf(Text(), u"SELECT Tipo, NombreEntidad FROM configuracion"_s), u"1|NULL"_s);
-  // Nobody could tell whose lock it was.
-  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), u"0"_s);
+  // Of a lock of version 1 nobody could tell whose it was.
+  QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), version == 1 ? u"0"_s : u"1"_s);
+  QCOMPARE(RowsOf(Text(), u"SELECT LEN(Identidad) FROM configuracion"_s), u"36"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
@@ -173,6 +184,20 @@ void tst_preparation::AnOlderOneIsMigrated() {
   for (const QByteArray& query : {columns, indexes}) {
     QCOMPARE(OpenRaw(Path()).Value(query), OpenRaw(fresh.Path()).Value(query));
   }
+}
+
+void tst_preparation::EachHasItsIdentity() {
+  QCOMPARE(Prepare(), 0);
+  const QString ask = u"SELECT Identidad FROM configuracion"_s;
+  const QString identity = RowsOf(Text(), ask);
+  QCOMPARE(identity.size(), 36);
+  const QString other = database::ConnectionStringForFile(Path(u"otra.db"_s));
+  database::PrepareDatabase(other, database::Content::Reference);
+  QVERIFY(RowsOf(other, ask) != identity);
+  // Until it ends, wherever it goes.
+  QCOMPARE(Prepare(), 0);
+  database::CopyDatabase(Text(), Path(u"copia.db"_s));
+  QCOMPARE(RowsOf(database::ConnectionStringForFile(Path(u"copia.db"_s)), ask), identity);
 }
 
 void tst_preparation::ANewerOneIsLeftUntouched() {
@@ -251,19 +276,31 @@ void tst_preparation::AnImpossibleFolder() {
   QVERIFY(QFile::exists(Path(u"a/b/c/kel.db"_s)));
 }
 
-// The superuser may write everywhere, so the test gives up its rights while it tries.
+void tst_preparation::WithoutPermission_data() {
+  QTest::addColumn<int>("file");
+  QTest::addColumn<int>("folder");
+  QTest::newRow("the file") << 0444 << 0777;
+  QTest::newRow("the folder") << 0666 << 0555;
+}
+
+// The superuser may write everywhere, so the test gives its rights up, and the file to an ordinary user, while it
+// tries.
 void tst_preparation::WithoutPermission() {
+  QFETCH(const int, file);
+  QFETCH(const int, folder);
   QCOMPARE(Prepare(), 0);
   const QByteArray before = Contents(Path());
-  const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
-  const QFile::Permissions enterable = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
-  QVERIFY(QFile::setPermissions(Path(), readable));
-  QVERIFY(QFile::setPermissions(m_folder->path(), readable | enterable | QFile::WriteOwner | QFile::WriteOther));
+  const QByteArray path = QFile::encodeName(Path());
+  const QByteArray folderPath = QFile::encodeName(m_folder->path());
   constexpr uid_t nobody = 65534;
   const bool isSuperuser = geteuid() == 0;
+  QVERIFY(!isSuperuser ||
+          (chown(path.constData(), nobody, nobody) == 0 && chown(folderPath.constData(), nobody, nobody) == 0));
+  QVERIFY(chmod(path.constData(), mode_t(file)) == 0 && chmod(folderPath.constData(), mode_t(folder)) == 0);
   QVERIFY(!isSuperuser || seteuid(nobody) == 0);
-  const int fileOnly = Prepare();
+  const int opened = Prepare();
   const QString written = RowsOf(Text(), u"UPDATE Paises SET Nombre='x'"_s);
+  const int restored = ErrorOf([&] { database::RestoreDatabase(Path(), Text()); });
   const bool mayWrite = database::MayBeWritten(Text());
   const QString viewing = database::ForViewing(Text());
   const int prepared = ErrorOf([&] { database::PrepareDatabase(viewing, database::Content::Reference); });
@@ -271,15 +308,23 @@ void tst_preparation::WithoutPermission() {
   const QString changed = RowsOf(viewing, u"UPDATE Paises SET Nombre='x'"_s);
   const QString hidden = database::ConnectionStringForFile(u"/nadie/puede/kel.db"_s);
   const int denied = ErrorOf([&] { database::PrepareDatabase(hidden, database::Content::Reference); });
+  const QStringList left = Files();
+  // What may be written again is.
+  const bool mended = chmod(folderPath.constData(), 0700) == 0 && chmod(path.constData(), 0600) == 0;
+  const bool unchanged = Contents(Path()) == before;
+  const QString later = RowsOf(Text(), u"INSERT INTO Bancos(Nombre) VALUES('x')"_s);
   QVERIFY(!isSuperuser || seteuid(0) == 0);
-  QCOMPARE(fileOnly, int(adodb::DatabaseReadOnly));
+  QCOMPARE(opened, int(adodb::DatabaseReadOnly));
   QCOMPARE(written, u"error %1"_s.arg(int(adodb::DatabaseReadOnly)));
+  QVERIFY(restored == adodb::DatabaseReadOnly || restored == adodb::CannotOpen);
   QCOMPARE(denied, int(adodb::CannotOpen));
   QVERIFY(!mayWrite);
   QCOMPARE(prepared, 0);
   QCOMPARE(viewed, u"1"_s);
   QCOMPARE(changed, u"error %1"_s.arg(int(adodb::DatabaseReadOnly)));
-  QVERIFY(Contents(Path()) == before);
+  QCOMPARE(left, QStringList(u"kel.db"_s));
+  QVERIFY(mended && unchanged);
+  QCOMPARE(later, QString());
 }
 
 void tst_preparation::PrivateWhateverTheMask() {

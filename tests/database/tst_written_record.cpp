@@ -92,6 +92,7 @@ void tst_written_record::NewKeys_data() {
   row("SELECT MAX(Numero) FROM Bancos", false, "");
   row("SELECT MIN(IDBanco) FROM Bancos", false, "");
   row("SELECT MAX(IDBanco), 1 FROM Bancos", false, "");
+  row("SELECT MAX(IDBanco) FROM Bancos ORDER BY 1", false, "");
   row("SELECT MAX(IDBanco) FROM Bancos GROUP BY Nombre", false, "");
   row("SELECT MAX(IDBanco) FROM Bancos UNION SELECT 1", false, "");
   row("SELECT MAX(IDBanco) FROM Bancos, Paises", false, "");

@@ -111,6 +111,23 @@ class BareHost : public QObject {
   QString m_title = u"Prueba"_s;
 };
 
+// A desktop whose boxes are answered with Yes while another window has come to the front.
+class BehindWindow : public Desktop {
+ public:
+  explicit BehindWindow(QWidget& front) : m_front(front) {}
+
+  int MsgBox(const QString& /*text*/, int /*style*/, const QString& /*title*/) override {
+    m_front.setWindowModality(Qt::ApplicationModal);
+    m_front.show();
+    m_front.activateWindow();
+    return QTest::qWaitForWindowActive(&m_front) ? vbYes : vbCancel;
+  }
+  void Beep() override {}
+
+ private:
+  QWidget& m_front;
+};
+
 volatile std::sig_atomic_t signalsSeen = 0;
 void CountSignal(int /*number*/) {
   signalsSeen = signalsSeen + 1;
@@ -335,6 +352,48 @@ class tst_form_life : public QObject {
     const QStringList boxes = m_host->driver.TakeBoxes();
     QCOMPARE(boxes.filter(u"KelConfiguracion / frmDiario / cmd_Click"_s), boxes);
     QCOMPARE(boxes.size(), 2);
+  }
+
+  // However Accept is reached, the box that is being edited has been left first, once, also when the form is not active
+  // yet, as after its own prompt under a window manager.
+  void TheBoxIsLeftOnce_data() {
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"button", "Return", "mnemonic", "Yes", "Yes to an inactive form"}) {
+      QTest::newRow(way) << QString::fromUtf8(way);
+    }
+  }
+  void TheBoxIsLeftOnce() {
+    QFETCH(QString, way);
+    Diary form(m_entries);
+    QWidget otherWindow;
+    BehindWindow behind(otherWindow);
+    m_host->driver.On("frmDiario", [&](const DialogUser& dialog) {
+      auto* accept = dialog.Find<QPushButton>("cmd_0");
+      accept->setText(u"&Zeta"_s);
+      accept->setDefault(true);
+      dialog.Type("texto", u"algo"_s);
+      m_entries.clear();
+      if (way == u"button"_s) {
+        dialog.Press("cmd_0");
+      } else if (way == u"Return"_s) {
+        dialog.Key(Qt::Key_Return);
+      } else if (way == u"mnemonic"_s) {
+        QTest::keyClick(dialog.Dialog(), Qt::Key_Z, Qt::AltModifier);
+        QTRY_VERIFY(!form.IsLoaded());
+      } else if (way == u"Yes"_s) {
+        m_host->driver.Answer(QMessageBox::Yes);
+        dialog.Close();
+      } else {
+        Desktop::Install(&behind);
+        dialog.Close();
+        Desktop::Install(&m_host->desktop);
+      }
+    });
+    form.ShowModal();
+    QStringList entries = m_entries;
+    entries.removeAll(u"query 0"_s);
+    entries.removeAll(u"query 1"_s);
+    QCOMPARE(entries, QStringList({u"left"_s, u"validate"_s, u"write"_s, u"unload"_s}));
   }
 
   // Offscreen, too, where no window manager does it.

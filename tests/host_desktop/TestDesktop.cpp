@@ -9,14 +9,15 @@
 
 using namespace Qt::StringLiterals;
 
-TestDesktop::TestDesktop(database::Content content) : database(content) {
+TestDesktop::TestDesktop(database::Content content) : database(content), m_office(database.Connect(), m_session) {
   // Neither the user's settings nor the user's class registry are touched.
   QCoreApplication::setOrganizationName(u"Kel"_s);
   QCoreApplication::setApplicationName(u"kel-host"_s);
   QSettings::setDefaultFormat(QSettings::IniFormat);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, database.Path(u"."_s));
   qputenv("KEL_CLASES", database.Path(u"clases.ini"_s).toLocal8Bit());
-  m_session.connection = &database.Connection();
+  m_session.connection = &m_office;
+  m_session.office = &m_office;
   m_session.title = u"Kel"_s;
   m_session.userId = 1;
   m_session.userName = u"ana"_s;
@@ -37,9 +38,8 @@ TestDesktop::~TestDesktop() {
 
 host::MainWindow& TestDesktop::Window() {
   if (!m_window) {
-    m_window = std::make_unique<host::MainWindow>(
-        *m_bridge, [this] { return database::CreateConnection(database.ConnectionString()); },
-        host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
+    m_window = std::make_unique<host::MainWindow>(*m_bridge, database.ConnectionString(),
+                                                  host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
     m_window->show();
   }
   return *m_window;

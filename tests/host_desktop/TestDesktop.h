@@ -3,6 +3,7 @@
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/RecordList.h"
 #include "host/records/ComponentBridge.h"
+#include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
 #include "support/Driver.h"
 #include "support/TestDatabase.h"
@@ -22,6 +23,8 @@ class TestDesktop {
   host::ComponentBridge& Bridge() { return *m_bridge; }
   /// Of the administrator "ana", until a test says otherwise.
   host::Session& Session() { return m_session; }
+  /// The session's connection, beside which `database` looks at the file.
+  host::OfficeConnection& Office() { return m_office; }
   host::MainWindow& Window();
   /// Ends the window and opens it anew, as a new start of the program.
   host::MainWindow& Restart();
@@ -43,6 +46,7 @@ class TestDesktop {
 
  private:
   host::Session m_session;
+  host::OfficeConnection m_office;
   std::unique_ptr<QObject> m_services;
   std::unique_ptr<host::ComponentBridge> m_bridge;
   std::unique_ptr<host::MainWindow> m_window;

@@ -1,5 +1,6 @@
 #include "FakeComponent.h"
 #include "TestDesktop.h"
+#include "support/ErrorOf.h"
 #include "support/TestProgram.h"
 
 #include "host/records/Deletion.h"
@@ -10,6 +11,7 @@
 
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -76,9 +78,10 @@ class tst_deletion : public QObject {
   void SingleDeletionKeepsThePlace();
   void CancelLeavesTheRest();
   void WhatStaysIsNamedWithItsReason();
-  void NothingToDelete_data();
-  void NothingToDelete();
+  void UsersThatStay();
   void DeletedUnderItsLock();
+  void WhatCameMeanwhileStays();
+  void ABoxHoldsNobodyUp();
   void UndoBringsBackWhatWentTogether();
   void RefusedRecoveries_data();
   void RefusedRecoveries();
@@ -190,33 +193,21 @@ void tst_deletion::WhatStaysIsNamedWithItsReason() {
   QCOMPARE(FakeComponent::Requests(),
            QStringList({u"EliminarRegistro nodo=19 accion=3 id=%1 aux=0 Entidades bancarias\\Bancos"_s.arg(free)}));
   QCOMPARE(desktop.Window().statusBar()->currentMessage(), u"Registros eliminados: 1. Conservados: 2."_s);
+  desktop.ChooseNode(cConstNodo().Paises());
+  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
 }
 
-void tst_deletion::NothingToDelete_data() {
-  QTest::addColumn<int>("id");
-  QTest::addColumn<QString>("box");
-  QTest::newRow("the signed-in user") << 8
-                                      << u"No se puede eliminar el usuario «berta».|Es el usuario que ha iniciado "
-                                         "la sesión."_s;
-  QTest::newRow("an administrator") << 9
-                                    << u"No se puede eliminar el usuario «carlos».|Es un administrador de la "
-                                       "aplicación."_s;
-}
-
-void tst_deletion::NothingToDelete() {
-  QFETCH(int, id);
-  QFETCH(QString, box);
+void tst_deletion::UsersThatStay() {
   TestDesktop desktop;
   FakeComponent::Register({});
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(8,'berta',0,1)");
   desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Administrador,TipoUsuario) VALUES(9,'carlos',-1,1)");
   desktop.Session().userId = 8;
-  desktop.ChooseNode(cConstNodo().Usuarios());
-  desktop.List().SelectRecord(id);
-  desktop.driver.Answer(QMessageBox::Ok);
-  desktop.Action("actDelete").trigger();
-  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|informacion|"_s + box));
-  QVERIFY(FakeComponent::Requests().isEmpty());
+  const auto plan = host::PlanDeletion(desktop.Bridge(), *host::FindNode(cConstNodo().Usuarios()),
+                                       {{8, u"berta"_s}, {9, u"carlos"_s}}, [](int) { return true; });
+  QVERIFY(plan && plan->going.isEmpty() && plan->staying.size() == 2);
+  QCOMPARE(plan->staying[0].reason, u"es el usuario que ha iniciado la sesión"_s);
+  QCOMPARE(plan->staying[1].reason, u"es un administrador de la aplicación"_s);
 }
 
 // The lock is taken for the deletion itself: who comes between the question and it is not overrun, and nobody comes
@@ -243,6 +234,64 @@ void tst_deletion::DeletedUnderItsLock() {
   QCOMPARE(result.kept.constFirst().reason, u"lo está modificando «blas» en «pc3»"_s);
   QCOMPARE(lockedMeanwhile, QStringList(u"IDCabecera|%1|ana"_s.arg(first)));
   QCOMPARE(desktop.database.Query(u"SELECT ValorID FROM BloqueoRegistros"), QStringList(QString::number(second)));
+}
+
+// What is used or deleted since the user was asked is left out, without asking the component.
+void tst_deletion::WhatCameMeanwhileStays() {
+  TestDesktop desktop;
+  FakeComponent::Register(DeleteBank);
+  const QList<host::DeletionTarget> targets{{AddBank(desktop, u"0001"_s), u"1"_s},
+                                            {AddBank(desktop, u"0002"_s), u"2"_s},
+                                            {AddBank(desktop, u"0003"_s), u"3"_s}};
+  const host::DeletionResult result =
+      host::DeleteRecords(desktop.Bridge(), *host::FindNode(cConstNodo().Bancos()), targets, [&](int done) {
+        if (done == 1) {
+          desktop.database.Execute(u"INSERT INTO Presentadores(Nombre,CodBanco) VALUES('x',{})", targets[1].id);
+          desktop.database.Execute(u"UPDATE Bancos SET Eliminado=-1 WHERE IDBanco={}", targets[2].id);
+        }
+        return true;
+      });
+  QCOMPARE(result.deleted, QStringList(u"1"_s));
+  QCOMPARE(result.kept.size(), 2);
+  QCOMPARE(result.kept[0].reason, u"lo utiliza 1 presentador"_s);
+  QCOMPARE(result.kept[1].reason, u"ya estaba eliminado"_s);
+  QCOMPARE(FakeComponent::Requests().size(), 1);
+  QCOMPARE(desktop.database.Id(u"SELECT COUNT(*) FROM Eliminaciones"), 1);
+}
+
+// Others write while a person reads it, the record is asked for once, and the rest goes all the same.
+void tst_deletion::ABoxHoldsNobodyUp() {
+  TestDesktop desktop;
+  int errorMeanwhile = -1;
+  FakeComponent::Register([&](adodb::Connection& connection, int id) {
+    const auto name = adodb::Execute(connection, u"SELECT Nombre FROM Cabeceras WHERE IDCabecera={}", id)->Field(0);
+    if (name != u"Caja"_s) {
+      DeleteHeading(connection, id);
+      return;
+    }
+    QTimer::singleShot(0, [&] {
+      const auto other = database::CreateConnection(desktop.database.ConnectionString() + u";Espera=20"_s);
+      other->Open();
+      errorMeanwhile = support::ErrorOf([&] { other->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s); });
+    });
+    QMessageBox box(QMessageBox::Warning, u"Kel"_s, u"no se puede"_s);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  });
+  AddHeadings(desktop, {u"A"_s, u"B"_s, u"Caja"_s, u"D"_s});
+  desktop.ChooseNode(cConstNodo().Cabeceras());
+  desktop.List().selectAll();
+  desktop.driver.Answer(QMessageBox::Yes);
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.driver.Answer(QMessageBox::Ok);
+  desktop.Action("actDelete").trigger();
+  const QStringList boxes = desktop.TakeBoxes();
+  QCOMPARE(boxes.size(), 3);
+  QCOMPARE(boxes[1], u"Kel|aviso|no se puede"_s);
+  QVERIFY(boxes[2].startsWith(u"Kel|aviso|Registros eliminados: 3. Conservados: 1."_s));
+  QCOMPARE(errorMeanwhile, 0);
+  QCOMPARE(desktop.database.Query(u"SELECT Nombre FROM Cabeceras WHERE Eliminado=0"), QStringList(u"Caja"_s));
+  QCOMPARE(desktop.database.Id(u"SELECT COUNT(*) FROM Eliminaciones"), 3);
 }
 
 void tst_deletion::UndoBringsBackWhatWentTogether() {
@@ -324,8 +373,11 @@ void tst_deletion::DeletedRecordsAreListedAndRecovered() {
   log.Note(banks, bank, u"0001 Banco"_s);
   log.Note(banks, rival, u"0002 Banco"_s);
   log.Note(*host::FindNode(cConstNodo().Usuarios()), 77, u"zoe"_s);
+  desktop.database.Execute(u"INSERT INTO Usuarios(IDUsuario,Nombre,Eliminado) VALUES(77,'zoe',-1)");
   desktop.database.Execute(u"UPDATE Bancos SET Eliminado=-1");
-  AddBank(desktop, u"0002"_s);
+  // A note that was left over when its program died, whose record is live.
+  const int stale = log.Note(banks, AddBank(desktop, u"0002"_s), u"0002 Banco"_s);
+  QCOMPARE(log.Recover(stale).refusal, u"el registro no está eliminado"_s);
   desktop.ChooseNode(host::deletedRecordsNode);
   QCOMPARE(desktop.List().Records().TotalCount(), 3);
   // Not even the name of a user.
@@ -347,7 +399,7 @@ void tst_deletion::DeletedRecordsAreListedAndRecovered() {
   QVERIFY(!host::IsDeleted(desktop.database.Connection(), banks, bank));
 }
 
-// The component marks the branches before the bank, each at once.
+// The component marks the branches before the bank.
 void tst_deletion::AFailureHalfWayIsUndone() {
   TestDesktop desktop;
   FakeComponent::Register([](adodb::Connection& connection, int id) {

@@ -30,6 +30,7 @@ class tst_main_window : public QObject {
   void RequestsOfTheWindow();
   void ModifiedRecordIsShownAnew();
   void AddedRecordIsSelected();
+  void TheFirstRecordShowsWhole();
   void CancelledAdditionKeepsTheSelection();
   void OnlyTheChangedRecordIsReadAgain();
   void TheLastChosenListIsShown();
@@ -94,6 +95,18 @@ void tst_main_window::AddedRecordIsSelected() {
   QCOMPARE(desktop.List().SelectedIds(), QList<int>({desktop.database.Id(u"SELECT MAX(IDPais) FROM Paises")}));
   QVERIFY(desktop.List().currentIndex().isValid());
   QCOMPARE(desktop.SearchBox().text(), QString());
+}
+
+void tst_main_window::TheFirstRecordShowsWhole() {
+  TestDesktop desktop;
+  FakeComponent::Register([](adodb::Connection& connection, int) {
+    adodb::Execute(connection, u"INSERT INTO Presentadores(Nombre) VALUES('Hermandad de la Espiga y del Olivar')");
+  });
+  desktop.ChooseNode(cConstNodo().Presentadores());
+  desktop.Action("actAdd").trigger();
+  QCOMPARE(desktop.List().Records().rowCount(), 1);
+  QVERIFY(desktop.List().columnWidth(0) >=
+          desktop.List().fontMetrics().horizontalAdvance(u"Hermandad de la Espiga y del Olivar"_s));
 }
 
 void tst_main_window::CancelledAdditionKeepsTheSelection() {
@@ -233,7 +246,7 @@ void tst_main_window::WhatANodeAllows_data() {
   QTest::newRow("Bancos") << cConstNodo().Bancos() << u"actAdd actModify actDelete actNewBranch"_s;
   QTest::newRow("Paises") << cConstNodo().Paises() << u"actAdd actModify actDelete"_s;
   QTest::newRow("Encabezados") << cConstNodo().Encabezados().toInt() << u"actModify"_s;
-  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << u"actDelete"_s;
+  QTest::newRow("Usuarios") << cConstNodo().Usuarios() << QString();
   QTest::newRow("Registros eliminados") << host::deletedRecordsNode << QString();
 }
 
@@ -344,6 +357,7 @@ void tst_main_window::LocksAreShownAndReleased() {
   lock(u"IDPais"_s, 35, u"2020-01-03T03:04:05Z"_s);
   lock(u"IDRaro"_s, 9, QString());
   desktop.driver.On("locksDialog", [&](const support::DialogUser& dialog) {
+    QVERIFY(!dialog.IsVisible("noLocks"));
     const auto* list = dialog.Find<QTreeWidget>("lockList");
     QStringList rows;
     for (int row = 0; row < list->topLevelItemCount(); ++row) {
@@ -365,6 +379,12 @@ void tst_main_window::LocksAreShownAndReleased() {
   QCOMPARE(desktop.TakeBoxes().size(), 2);
   QCOMPARE(desktop.database.Query(u"SELECT campoID FROM BloqueoRegistros ORDER BY campoID"),
            (QStringList{u"IDPais"_s, u"IDRaro"_s}));
+  desktop.database.Execute(u"DELETE FROM BloqueoRegistros");
+  desktop.driver.On("locksDialog", [&](const support::DialogUser& dialog) {
+    QVERIFY(dialog.IsVisible("noLocks"));
+    dialog.Key(Qt::Key_Escape);
+  });
+  desktop.Action("actLocks").trigger();
 }
 
 KEL_TEST(tst_main_window);

@@ -1,7 +1,7 @@
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/sqlite/SqliteHandle.h"
 #include "host/cli/Startup.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 #include "support/ErrorOf.h"
 #include "support/TestProgram.h"
@@ -31,6 +31,9 @@ void SetUp(QProcess& program, const QTemporaryDir& folder) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
   environment.insert(u"HOME"_s, folder.path());
+  for (const QString& variable : {u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s}) {
+    environment.remove(variable);
+  }
   environment.insert(u"KEL_CLASES"_s, folder.filePath(u"clases.ini"_s));
   program.setProcessEnvironment(environment);
   program.setProcessChannelMode(QProcess::MergedChannels);
@@ -53,7 +56,7 @@ Ended Run(const QTemporaryDir& folder, QStringList arguments) {
 
 QString OutputOf(const QStringList& arguments) {
   QProcess program;
-  program.setProcessChannelMode(QProcess::MergedChannels);
+  SetUp(program, QTemporaryDir());
   program.start(QStringLiteral(KEL_HOST), arguments);
   program.waitForFinished();
   return QString::fromUtf8(program.readAll());
@@ -69,6 +72,7 @@ class tst_program : public QObject {
   void ExitCodes_data();
   void ExitCodes();
   void AMistypedPathMakesNothing();
+  void WhatOthersMayChangeIsRefused();
   void CopyCheckAndRestore();
   void WhatCannotBeWrittenIsOpenedForViewing();
   void AnUncleanEndIsNoticed();
@@ -138,6 +142,31 @@ void tst_program::AMistypedPathMakesNothing() {
   line.create = false;
   QCOMPARE(support::ErrorOf([&] { host::StartSession(line); }), int(adodb::CannotOpen));
   QVERIFY(folder.isValid() && QDir(folder.path()).isEmpty());
+}
+
+void tst_program::WhatOthersMayChangeIsRefused() {
+  const QTemporaryDir folder;
+  QVERIFY(QDir(folder.path()).mkpath(u"abierta"_s) && QDir(folder.path()).mkpath(u".config/Kel"_s));
+  const auto allowAll = [&folder](const QString& name) {
+    return QFile::setPermissions(folder.filePath(name), QFile::Permissions(0x7777));
+  };
+  QFile settings(folder.filePath(u".config/Kel/kel-host.conf"_s));
+  QVERIFY(settings.open(QIODevice::WriteOnly) && allowAll(u"abierta"_s) && allowAll(u".config/Kel/kel-host.conf"_s));
+  const Ended database = Run(folder, {u"--archivo"_s, u"%1/abierta/kel.db"_s, u"--crear"_s});
+  QVERIFY2(database.code == 1 && database.output.contains(u"chmod o-w '%1/abierta'"_s.arg(folder.path())),
+           qPrintable(database.output));
+  QVERIFY(QDir(folder.filePath(u"abierta"_s)).isEmpty());
+  const QFile::Permissions others =
+      QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+  QVERIFY(!(settings.permissions() & others));
+  QFile registry(folder.filePath(u"clases.ini"_s));
+  QVERIFY(registry.open(QIODevice::WriteOnly) && allowAll(u"clases.ini"_s));
+  for (const QString& arguments : {u"registrar "_s + QStringLiteral(KEL_COMPONENT),
+                                   u"abrir --archivo %1/kel.db --crear --nodo 20 --accion agregar"_s}) {
+    const Ended ended = Run(folder, arguments.split(u' '));
+    QVERIFY2(ended.code == 1 && ended.output.contains(u"chmod o-w '%1/clases.ini'"_s.arg(folder.path())),
+             qPrintable(ended.output));
+  }
 }
 
 void tst_program::CopyCheckAndRestore() {

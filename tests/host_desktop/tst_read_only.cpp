@@ -176,8 +176,12 @@ class tst_read_only : public QObject {
     m_desktop->driver.On("frmBanco", [&](const support::DialogUser& dialog) {
       dialog.Press("readOnlyRetry");
       QCOMPARE(dialog.Text("readOnlyReason"), u"Sigue sin estar libre. Lo está modificando «blas» en «pc3»."_s);
-      QVERIFY(dialog.Dialog()->isVisible());
       m_desktop->database.Execute(u"DELETE FROM BloqueoRegistros");
+      m_desktop->database.Execute(u"UPDATE Bancos SET Eliminado=-1");
+      dialog.Press("readOnlyRetry");
+      QCOMPARE(dialog.Text("readOnlyReason"), u"El registro está eliminado."_s);
+      QVERIFY(dialog.Dialog()->isVisible());
+      m_desktop->database.Execute(u"UPDATE Bancos SET Eliminado=0");
       dialog.Press("readOnlyRetry");
     });
     m_desktop->driver.On("frmBanco", [&](const support::DialogUser& dialog) {
@@ -207,6 +211,7 @@ class tst_read_only : public QObject {
 
  private:
   void LockElsewhere() const {
+    m_desktop->database.Execute(u"INSERT INTO Bancos(IDBanco,Nombre) VALUES(5,'Banco Uno')");
     m_desktop->database.Execute(
         u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario, Equipo) VALUES (7, 'IDBanco', 5, "
         u"'blas', 'pc3')");

@@ -1,4 +1,5 @@
 #include "host/desktop/MainWindow.h"
+#include "host/desktop/Strip.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
@@ -118,7 +119,7 @@ void tst_view_only::DialogsShowButDoNotAccept() {
 }
 
 void tst_view_only::TheWindowSaysSo() {
-  host::MainWindow window(*m_bridge, [this] { return database::CreateConnection(m_database->ConnectionString()); },
+  host::MainWindow window(*m_bridge, m_database->ConnectionString(),
                           {.title = u"Kel"_s,
                            .user = u"ana"_s,
                            .database = u"kel.db"_s,
@@ -130,8 +131,8 @@ void tst_view_only::TheWindowSaysSo() {
   window.ChooseNode(cConstNodo().Paises());
   QTRY_VERIFY(window.IsListRead());
   QVERIFY(window.windowTitle().endsWith(u"(Demostración) (solo lectura)"_s));
-  QVERIFY(window.findChild<QLabel*>(u"lblDemonstration"_s)->isVisible());
-  QVERIFY(window.findChild<QLabel*>(u"lblReadOnly"_s)->isVisible());
+  QVERIFY(window.findChild<host::Strip*>(u"stripDemonstration"_s)->isVisible());
+  QVERIFY(window.findChild<host::Strip*>(u"stripReadOnly"_s)->isVisible());
   for (const char* name : {"actAdd", "actDelete", "actNewBranch"}) {
     QVERIFY2(!window.findChild<QAction*>(QLatin1StringView(name))->isEnabled(), name);
   }

@@ -380,28 +380,38 @@ void tst_record_locks::LocksThatCannotBeJudgedStay() {
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }
 
-// The parts of the start that are others than this process's.
+// The parts of the start that are others than this process's, on a machine that has an identity or none.
 void tst_record_locks::EveryPartOfTheStartCounts_data() {
+  QTest::addColumn<QString>("machine");
   QTest::addColumn<QList<int>>("parts");
-  QTest::addColumn<bool>("taken");
-  QTest::newRow("another machine of the same name") << QList{0, 3} << false;
-  QTest::newRow("before the last boot") << QList{1} << true;
-  QTest::newRow("another namespace of process numbers") << QList{2, 3} << false;
-  QTest::newRow("an earlier process of the same number") << QList{3} << true;
+  QTest::addColumn<bool>("ended");
+  for (const QString& machine : {u"11111111"_s, QString()}) {
+    const auto row = [&](const char* name, const QList<int>& parts, bool ended) {
+      QTest::addRow("%s%s", machine.isEmpty() ? "no identity, " : "", name) << machine << parts << ended;
+    };
+    row("another machine of the same name", {0, 3}, false);
+    row("before the last boot", {1}, !machine.isEmpty());
+    row("another namespace of process numbers", {2, 3}, false);
+    row("an earlier process of the same number", {3}, true);
+    row("this process", {}, false);
+  }
 }
 
 void tst_record_locks::EveryPartOfTheStartCounts() {
-  QFETCH(QList<int>, parts);
-  User user(m_database->ConnectionString(), 1, u"Ana"_s);
-  QVERIFY(user.Lock(1));
-  QStringList start = host::CurrentProcess().start.split(u' ');
+  QFETCH(const QString, machine);
+  QFETCH(const QList<int>, parts);
+  host::ProcessIdentity here = host::CurrentProcess();
+  QVERIFY(here.start.size() <= 40);
+  QStringList start = here.start.split(u' ');
   QCOMPARE(start.size(), 4);
-  QVERIFY(host::CurrentProcess().start.size() <= 40);
+  start[0] = machine;
+  here.start = start.join(u' ');
   for (const int part : parts) {
     start[part] = u"0000"_s;
   }
-  m_database->Execute(u"UPDATE BloqueoRegistros SET codUsuario=9, InicioProceso='{}'", start.join(u' '));
-  QTEST(user.Lock(1), "taken");
+  host::ProcessIdentity holder = here;
+  holder.start = start.join(u' ');
+  QTEST(host::HasEnded(holder, here), "ended");
 }
 
 // A system may hide the processes of other users: one that cannot be looked at has not ended.

@@ -317,7 +317,11 @@ class tst_label_fields : public QObject {
       dialog.Press("cmdCampos_3");
       QCOMPARE(dialog.Text("cboCampos_1"), u"[VIEJA].[CAMPO]"_s);
       dialog.Type("txtCampos_0", u"4"_s);
+      // Not in reach while an entry is edited: they would drop it.
+      QVERIFY(!dialog.IsEnabled("cmdCampos_0"));
+      QVERIFY(!dialog.IsEnabled("cmdCampos_1"));
       dialog.Press("cmdCampos_5");
+      QVERIFY(dialog.IsEnabled("cmdCampos_1"));
       dialog.Press("cmdCampos_0");
     }));
     QCOMPARE(sheet.Rows(), (QStringList{u"[VIEJA].[OTRO]|1|2|9998"_s, u"[VIEJA].[CAMPO]|4|1|9999"_s}));

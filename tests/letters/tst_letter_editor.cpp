@@ -239,6 +239,17 @@ class tst_letter_editor : public QObject {
     QVERIFY(!letters::FindRescued(0));
   }
 
+  void KeptLettersFollowNoLink() {
+    const LetterOffice host;
+    const QString outside = host.Path(u"fuera"_s);
+    QVERIFY(letters::Rescue("uno", 1, u"Carta"_s));
+    const QString kept = QFileInfo(letters::FindRescued(1)->file).path();
+    QVERIFY(QDir().rename(kept, outside) && QFile::link(outside, kept));
+    QVERIFY(!letters::FindRescued(1));
+    QVERIFY(!letters::Rescue("dos", 2, u"Carta"_s));
+    QCOMPARE(QDir(outside).entryList(QDir::Files).size(), 1);
+  }
+
   void AMarginThatTheColumnRefusesLosesNothing() {
     LetterOffice host;
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {

@@ -265,6 +265,7 @@ class tst_letter_window : public QObject {
     WithALetter(host, [](const DialogUser& dialog) {
       QWidget* page = Letter(dialog);
       auto* sideways = dialog.Find<QScrollBar>("hsbCarta");
+      QCOMPARE(sideways->value(), 850);
       sideways->setValue(0);
       QCOMPARE(page->geometry(), QRect(113, 95, 567, 1028));
       dialog.Paste("txtMargenIzdo", u"4.5"_s);

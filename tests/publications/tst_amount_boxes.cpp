@@ -45,7 +45,7 @@ class tst_amount_boxes : public QObject {
     QTest::newRow("point of the keypad") << u"6.5"_s << QString() << u"6,5"_s << u"6,50"_s;
     QTest::newRow("letters, second comma") << u"1a,2,5-"_s << QString() << u"1,25"_s << u"1,25"_s;
     QTest::newRow("pasted with points") << QString() << u"1.234,50"_s << u"1.234,50"_s << u"1.234,50"_s;
-    QTest::newRow("pasted from a text") << QString() << u"Total: 12,5 €."_s << u" 12,5 €."_s << u"12,50"_s;
+    QTest::newRow("pasted from a text") << QString() << u"Total: 12,5 €."_s << QString() << QString();
     QTest::newRow("pasted with the sign") << QString() << u"12,5 €"_s << u"12,5 €"_s << u"12,50"_s;
     QTest::newRow("pasted letters") << QString() << u"gratis"_s << QString() << QString();
   }

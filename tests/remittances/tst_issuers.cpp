@@ -95,11 +95,27 @@ class tst_issuers : public QObject {
       QTEST(dialog.Text("cboProvincias"), "province");
       dialog.Paste("txtCP", typed);
       QCOMPARE(dialog.Text("txtCP"), kept);
-      QCOMPARE(host.desktop.beeps, 0);
+      QCOMPARE(host.desktop.beeps, kept == typed ? 0 : 1);
       dialog.Type("txtCP", {});
       dialog.Choose("cboProvincias", u"Soria"_s);
       Leave(dialog);
       QCOMPARE(dialog.Text("txtCP"), u"42"_s);
+      dialog.Press("cmdEmisor_1");
+    });
+    EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Agregar()));
+  }
+
+  void TheSuffixTakesThreeDigits() {
+    TestHost host;
+    const Scene scene(host);
+    host.driver.On("frmEmisor", [&](const DialogUser& dialog) {
+      dialog.Type("txtSufijo", u"1a2"_s);
+      QCOMPARE(dialog.Text("txtSufijo"), u"12"_s);
+      Leave(dialog);
+      QCOMPARE(dialog.Text("txtSufijo"), u"012"_s);
+      dialog.Type("txtSufijo", u"1234"_s);
+      QCOMPARE(dialog.Text("txtSufijo"), u"123"_s);
+      QCOMPARE(host.desktop.beeps, 2);
       dialog.Press("cmdEmisor_1");
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.Emisores(), action.Agregar()));

@@ -32,6 +32,8 @@ class TestDatabase {
   /// Null for a file.
   const ServerDatabase* Server() const { return m_server ? &*m_server : nullptr; }
   adodb::Connection& Connection() const { return *m_connection; }
+  /// Lets the file go; Connection() is not used afterwards.
+  void Disconnect() { m_connection.reset(); }
   /// Another connection, open.
   std::unique_ptr<adodb::Connection> Connect() const;
 

@@ -2,6 +2,7 @@
 
 #include "entry/PublishedClasses.h"
 #include "framework/Form.h"
+#include "host/records/OfficeConnection.h"
 #include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Conversion.h"
@@ -24,7 +25,7 @@ TestHost::TestHost(const QString& connectionString) : TestDatabase(connectionStr
 }
 
 void TestHost::Start() {
-  m_real = database::CreateConnection(ConnectionString());
+  m_real = std::make_unique<host::OfficeConnection>(database::CreateConnection(ConnectionString()), session);
   m_recording = std::make_unique<RecordingConnection>(*m_real);
   session.connection = m_recording.get();
   session.title = u"Prueba"_s;

@@ -33,7 +33,7 @@ class CountingDesktop : public framework::Desktop {
 };
 
 /// A host for tests: a fresh database of reference data, the services, the component's class, a driver for the
-/// windows that open. The connection is closed between requests, as a host finds it.
+/// windows that open. The connection is the reference host's own, closed between requests, as a host finds it.
 class TestHost : public TestDatabase {
  public:
   explicit TestHost(database::Content content = database::Content::Reference);

@@ -80,7 +80,7 @@ class tst_community_deductions : public QObject {
       dialog.Type("txtComunidad", u"Enlloc"_s);
       dialog.Type("txtCodigo", u"9a9"_s);
       // A letter is not taken, without a sound.
-      QCOMPARE(host.platform.beeps, 0);
+      QCOMPARE(host.desktop.beeps, 0);
       dialog.Press("cmdAceptar");
       QCOMPARE(dialog.Text("txtComunidad"), u"Enlloc"_s);
       host.Recording().FailAt({});

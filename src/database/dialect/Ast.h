@@ -83,6 +83,7 @@ struct Select {
   std::vector<SelectItem> items;
   std::vector<std::unique_ptr<TableReference>> from;
   ExpressionPtr where;
+  TokenRange condition;  ///< Of `where`.
   std::vector<ExpressionPtr> groupBy;
   ExpressionPtr having;
   std::unique_ptr<Select> next;  ///< The select behind UNION.
@@ -105,6 +106,7 @@ struct Statement {
   std::vector<std::vector<ExpressionPtr>> rows;  ///< VALUES of an INSERT.
   std::vector<Assignment> assignments;
   ExpressionPtr where;
+  TokenRange condition;  ///< Of `where`.
   /// A number that is a position (ORDER BY 2) belongs to the statement, not to its values.
   bool hasPositions = false;
 };

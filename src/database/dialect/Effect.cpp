@@ -72,9 +72,10 @@ void DescribeInsert(const Statement& statement, Effect& effect) {
 }
 
 const Table* MaximumOf(const Schema& schema, const Select& select) {
-  const bool isPlain = select.next == nullptr && !select.top && select.groupBy.empty() && select.having == nullptr &&
-                       select.items.size() == 1 && select.items.front().expression != nullptr &&
-                       select.from.size() == 1 && select.from.front()->left == nullptr;
+  const bool isPlain = select.next == nullptr && !select.top && !select.distinct && select.groupBy.empty() &&
+                       select.having == nullptr && select.orderBy.empty() && select.items.size() == 1 &&
+                       select.items.front().expression != nullptr && select.from.size() == 1 &&
+                       select.from.front()->left == nullptr;
   if (!isPlain) {
     return nullptr;
   }
@@ -88,12 +89,20 @@ const Table* MaximumOf(const Schema& schema, const Select& select) {
 
 }  // namespace
 
+QStringView TextOf(TokenRange range, QStringView statement, const std::vector<Token>& tokens) {
+  return range.IsEmpty()
+             ? QStringView()
+             : statement.sliced(tokens[range.first].position, tokens[range.end - 1].end - tokens[range.first].position);
+}
+
 Effect EffectOf(const Schema& schema, const Statement& statement) {
   Effect effect;
   if (statement.kind == StatementKind::Select) {
     effect.maximumOf = MaximumOf(schema, *statement.select);
+    effect.condition = statement.select->condition;
     return effect;
   }
+  effect.condition = statement.condition;
   effect.writtenTable = &RequireTable(schema, statement.table);
   if (statement.kind == StatementKind::Insert) {
     effect.kind = Effect::Kind::Inserts;

@@ -27,7 +27,12 @@ struct Effect {
   bool makesKey = false;
   /// The table T of `SELECT MAX(key) FROM T`, perhaps with a WHERE, and nothing else.
   const Table* maximumOf = nullptr;
+  /// Behind the WHERE of what is written or of the maximum; empty without one.
+  TokenRange condition;
 };
+
+/// The tokens' part of the statement.
+QStringView TextOf(TokenRange range, QStringView statement, const std::vector<Token>& tokens);
 
 /// Raises NoSuchTable for a written table that the schema lacks.
 Effect EffectOf(const Schema& schema, const Statement& statement);

@@ -88,9 +88,7 @@ std::unique_ptr<Select> StatementParser::ParseSimpleSelect() {
       select->from.push_back(ParseJoins());
     } while (m_reader.TakeSymbol(u","));
   }
-  if (m_reader.TakeWord(u"WHERE")) {
-    select->where = ParseExpression();
-  }
+  select->where = ParseWhere(select->condition);
   ParseGroup(*select);
   return select;
 }
@@ -164,6 +162,16 @@ std::unique_ptr<TableReference> StatementParser::ParseTable() {
     table->alias = m_reader.ExpectName();
   }
   return table;
+}
+
+ExpressionPtr StatementParser::ParseWhere(TokenRange& condition) {
+  if (!m_reader.TakeWord(u"WHERE")) {
+    return nullptr;
+  }
+  condition.first = m_reader.Position();
+  ExpressionPtr where = ParseExpression();
+  condition.end = m_reader.Position();
+  return where;
 }
 
 void StatementParser::ParseGroup(Select& select) {
@@ -246,9 +254,7 @@ void StatementParser::ParseUpdate() {
     assignment.value = ParseExpression();
     m_statement.assignments.push_back(std::move(assignment));
   } while (m_reader.TakeSymbol(u","));
-  if (m_reader.TakeWord(u"WHERE")) {
-    m_statement.where = ParseExpression();
-  }
+  m_statement.where = ParseWhere(m_statement.condition);
 }
 
 void StatementParser::ParseDelete() {
@@ -256,9 +262,7 @@ void StatementParser::ParseDelete() {
   m_reader.TakeSymbol(u"*");
   m_reader.ExpectWord(u"FROM");
   m_statement.table = m_reader.ExpectName();
-  if (m_reader.TakeWord(u"WHERE")) {
-    m_statement.where = ParseExpression();
-  }
+  m_statement.where = ParseWhere(m_statement.condition);
 }
 
 }  // namespace database

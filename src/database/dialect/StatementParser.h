@@ -21,6 +21,8 @@ class StatementParser : private ExpressionParser {
   SelectItem ParseItem();
   std::unique_ptr<TableReference> ParseJoins();
   std::unique_ptr<TableReference> ParseTable();
+  /// Null where there is none.
+  ExpressionPtr ParseWhere(TokenRange& condition);
   void ParseOrder(Select& select);
   void ParseGroup(Select& select);
   void NotePosition(const Expression& expression);

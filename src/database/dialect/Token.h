@@ -27,4 +27,13 @@ struct Token {
   }
 };
 
+/// Neighbours among the tokens of a statement, from `first` to the one before `end`; the same for every statement of
+/// one shape.
+struct TokenRange {
+  std::size_t first = 0;
+  std::size_t end = 0;
+
+  bool IsEmpty() const { return first == end; }
+};
+
 }  // namespace database

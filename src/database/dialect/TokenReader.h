@@ -16,6 +16,8 @@ class TokenReader {
 
   const Token& Peek(std::size_t ahead = 0) const;
   const Token& Take();
+  /// How many were taken.
+  std::size_t Position() const { return m_position; }
 
   bool TakeWord(QStringView word);
   bool TakeSymbol(QStringView symbol);

@@ -2,6 +2,8 @@
 
 #include "database/Errors.h"
 #include "database/engine/EngineRecordset.h"
+#include "database/engine/KeptSessions.h"
+#include "database/engine/RememberedKey.h"
 
 #include <algorithm>
 
@@ -10,46 +12,67 @@ using namespace Qt::StringLiterals;
 namespace database {
 
 EngineConnection::EngineConnection(std::unique_ptr<Session> session, const ConnectionString& target)
-    : m_session(std::move(session)), m_target(target), m_plans(m_session->ItsTarget()) {}
+    : m_session(std::move(session)),
+      m_target(target),
+      m_isOpen(m_session->IsConnected()),
+      m_plans(m_session->ItsTarget()) {}
 
 EngineConnection::~EngineConnection() {
-  if (m_session->IsConnected()) {
+  if (m_isOpen) {
     EngineConnection::Close();
   }
+  KeptSessions::Instance().Remove(this);
+  LeaveSession();
 }
 
 int EngineConnection::State() const {
-  return m_session->IsConnected() ? adodb::StateOpen : adodb::StateClosed;
+  return m_isOpen ? adodb::StateOpen : adodb::StateClosed;
 }
 
 void EngineConnection::Open() {
   CheckClosed();
-  m_session->Connect(m_target);
+  Enter(m_target);
 }
 
 void EngineConnection::Open(const QString& connectionString, const QString& /*user*/, const QString& /*password*/,
                             int /*options*/) {
   CheckClosed();
   if (connectionString.isEmpty()) {
-    m_session->Connect(m_target);
+    Enter(m_target);
     return;
   }
   const ConnectionString target(connectionString);
   if (target.Engine() != m_target.Engine()) {
     throw BadConnectionString(u"esta conexión es de otro motor"_s);
   }
-  m_session->Connect(target);
+  Enter(target);
   m_target = target;
 }
 
+void EngineConnection::Enter(const ConnectionString& target) {
+  KeptSessions::Instance().Remove(this);
+  if (!m_session->IsConnected() || !(target == m_target) || !m_session->Resume()) {
+    LeaveSession();
+    m_session->Connect(target);
+  }
+  m_isOpen = true;
+}
+
+void EngineConnection::LeaveSession() {
+  m_plans.Clear();
+  if (m_session->IsConnected()) {
+    m_session->Leave();
+  }
+}
+
 void EngineConnection::CheckOpen() const {
-  if (!m_session->IsConnected()) {
+  if (!m_isOpen) {
     throw PlatformError(adodb::ObjectClosed);
   }
 }
 
 void EngineConnection::CheckClosed() const {
-  if (m_session->IsConnected()) {
+  if (m_isOpen) {
     throw PlatformError(adodb::ObjectOpen);
   }
 }
@@ -59,9 +82,14 @@ void EngineConnection::Close() {
   while (!m_recordsets.empty()) {
     m_recordsets.back()->Close();
   }
-  m_plans.Clear();
+  m_keys.ForgetAll();
   m_inTransaction = false;
-  m_session->Leave();
+  m_isOpen = false;
+  if (m_session->Pause()) {
+    KeptSessions::Instance().Add(this);
+  } else {
+    LeaveSession();
+  }
 }
 
 void EngineConnection::Detach(EngineRecordset* recordset) {
@@ -80,13 +108,40 @@ std::unique_ptr<adodb::Recordset> EngineConnection::Execute(const QString& state
   m_affected = 0;
   m_lexer.Read(statement);
   const std::shared_ptr<CachedPlan> plan = m_plans.Take(statement, m_lexer);
+  const Effect& effect = plan->plan.effect;
+  if (effect.maximumOf != nullptr) {
+    if (const std::optional<qint64> key = m_keys.Take(*effect.maximumOf)) {
+      return AnswerMaximum(statement, plan->plan, *key);
+    }
+  }
   m_values.Convert(plan->plan, m_lexer.Literals(), statement);
   if (plan->plan.returnsRows) {
     return std::make_unique<EngineRecordset>(*this, plan->plan.columns, m_session->Read(plan, m_values));
   }
   BufferRecordsets();
   m_affected = m_session->Write(plan, m_values);
+  NoteKey(effect);
   return std::make_unique<EngineRecordset>();
+}
+
+void EngineConnection::NoteKey(const Effect& effect) {
+  if (effect.makesKey) {
+    m_keys.Remember(*effect.writtenTable, m_session->NewKey());
+  } else {
+    m_keys.Forget(*effect.writtenTable);
+  }
+}
+
+// Whoever asks for the highest key after adding a row means that row, not one that another program added since.
+std::unique_ptr<adodb::Recordset> EngineConnection::AnswerMaximum(const QString& statement, const Plan& plan,
+                                                                  qint64 key) {
+  const QStringView condition = TextOf(plan.effect.condition, statement, m_lexer.Tokens());
+  if (condition.isEmpty()) {
+    return std::make_unique<EngineRecordset>(*this, plan.columns, std::make_unique<RememberedKey>(key));
+  }
+  const QString upToCondition = statement.left(condition.begin() - QStringView(statement).begin());
+  const QString keyColumn = plan.effect.maximumOf->columns.front().name;
+  return Execute(u"%1(%2) AND %3=%4"_s.arg(upToCondition, condition.toString(), keyColumn, QString::number(key)));
 }
 
 // An open read would make the engine refuse a write after another program's, and would see this one's rows.
@@ -126,6 +181,7 @@ void EngineConnection::CommitTrans() {
 void EngineConnection::RollbackTrans() {
   CheckInTransaction();
   m_inTransaction = false;
+  m_keys.ForgetAll();
   if (!m_session->HasLostTransaction()) {
     m_session->RollBack();
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/dialect/Lexer.h"
+#include "database/engine/KeyMemory.h"
 #include "database/engine/Session.h"
 #include "platform/adodb/Connection.h"
 
@@ -15,6 +16,8 @@ class EngineRecordset;
 /// statement that fails inside a transaction changes nothing and leaves the transaction open; where the engine had to
 /// undo the transaction itself (a full disk, for example), every further statement raises TransactionLost until the
 /// roll-back.
+///
+/// A closed connection keeps its session for the next opening of the same string.
 class EngineConnection : public adodb::Connection {
  public:
   EngineConnection(std::unique_ptr<Session> session, const ConnectionString& target);
@@ -30,6 +33,12 @@ class EngineConnection : public adodb::Connection {
   void CommitTrans() override;
   void RollbackTrans() override;
 
+  /// Ends the session that a closed connection keeps.
+  void LeaveSession();
+
+  /// The remembered key of the last row that was added to the table.
+  std::optional<qint64> NewKeyOf(const Table& table) const { return m_keys.Find(table); }
+
   /// Recordsets enter and leave the list of those that close with the connection.
   void Attach(EngineRecordset* recordset) { m_recordsets.push_back(recordset); }
   void Detach(EngineRecordset* recordset);
@@ -38,14 +47,20 @@ class EngineConnection : public adodb::Connection {
   const Session& ItsSession() const { return *m_session; }
 
  private:
+  /// Connects, or goes on with the session that was kept.
+  void Enter(const ConnectionString& target);
   void CheckOpen() const;
   void CheckClosed() const;
   void CheckInTransaction() const;
   void BufferRecordsets();
+  std::unique_ptr<adodb::Recordset> AnswerMaximum(const QString& statement, const Plan& plan, qint64 key);
+  void NoteKey(const Effect& effect);
 
   std::unique_ptr<Session> m_session;
   ConnectionString m_target;
+  bool m_isOpen = false;
   PlanCache m_plans;
+  KeyMemory m_keys;
   Lexer m_lexer;
   ParameterValues m_values;
   std::vector<EngineRecordset*> m_recordsets;

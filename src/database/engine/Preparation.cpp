@@ -2,6 +2,9 @@
 
 #include "database/seed/Seed.h"
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/adodb/Statement.h"
+
+#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +33,16 @@ Error OlderDatabaseError(const QString& shownName) {
                "programa. Ábrala con permiso de escritura para actualizarla."_s.arg(shownName));
 }
 
+namespace {
+
+// Tells this database from every other one, wherever its file goes: what programs remember of it hangs on that.
+void GiveIdentity(adodb::Connection& connection) {
+  adodb::Execute(connection, u"UPDATE configuracion SET Identidad='{}' WHERE Identidad IS NULL",
+                 QUuid::createUuid().toString(QUuid::WithoutBraces));
+}
+
+}  // namespace
+
 void BringUpToDate(adodb::Connection& connection, const PreparedDatabase& database, Content content) {
   adodb::Transaction transaction(connection);
   // Another program may have done it while this one waited for the lock.
@@ -45,6 +58,7 @@ void BringUpToDate(adodb::Connection& connection, const PreparedDatabase& databa
   } else if (state.version < schema.Version()) {
     database.Migrate(schema, state.version);
   }
+  GiveIdentity(connection);
   transaction.Commit();
 }
 

@@ -27,11 +27,20 @@ class Session {
   virtual void Connect(const ConnectionString& target) = 0;
   /// Undoes a transaction that is still open. Raises nothing.
   virtual void Leave() = 0;
+  /// Undoes a transaction that is still open, and stays connected until Resume or Leave. False where the session must
+  /// rather leave. Raises nothing.
+  virtual bool Pause() = 0;
+  /// After a pause: whether the session goes on as if it had just connected. Raises nothing.
+  virtual bool Resume() = 0;
+  /// A number that differs after somebody else's commit; see ChangeClock.
+  virtual qint64 Clock() const = 0;
 
   /// Starts a statement that returns rows. The rows keep the plan; the values may change once this returns.
   virtual std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) = 0;
   /// Runs a statement that writes, and gives the number of rows that it wrote. One that fails has written nothing.
   virtual qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) = 0;
+  /// The key that the engine made for the row of the last Write, whose plan says that it makes one.
+  virtual qint64 NewKey() const = 0;
 
   virtual void Begin() = 0;
   virtual void Commit() = 0;

@@ -18,7 +18,7 @@ DatabaseState ReadState(const PostgresHandle& handle) {
   state.isEmpty = handle.Value("SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace('kel')") == "0";
   state.isOurs = !handle.Value("SELECT to_regclass('kel.kelmotor')").isNull();
   if (state.isOurs) {
-    state.version = handle.Value("SELECT valor FROM kel.kelmotor WHERE nombre = 'version'").toInt();
+    state.version = VersionOf(handle);
   }
   return state;
 }
@@ -60,6 +60,10 @@ class PreparedServer : public PreparedDatabase {
 };
 
 }  // namespace
+
+int VersionOf(const PostgresHandle& handle) {
+  return handle.Value("SELECT valor FROM kel.kelmotor WHERE nombre = 'version'").toInt();
+}
 
 void RequireCurrentDatabase(const PostgresHandle& handle) {
   const DatabaseState state = ReadState(handle);

@@ -5,6 +5,9 @@
 
 namespace database {
 
+/// The version of the schema as the database notes it. Raises the engine's refusal, also where it notes none.
+int VersionOf(const PostgresHandle& handle);
+
 /// Raises NewerDatabase, OlderDatabase, NotOurDatabase unless the database is of this program's schema version, and
 /// CannotOpen where the server orders texts by other rules than those that made the indexes.
 void RequireCurrentDatabase(const PostgresHandle& handle);

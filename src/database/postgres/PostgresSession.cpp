@@ -1,5 +1,6 @@
 #include "database/postgres/PostgresSession.h"
 
+#include "database/Schema.h"
 #include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresPreparation.h"
 #include "database/postgres/PostgresRows.h"
@@ -63,6 +64,15 @@ QString LongestText(const Plan& plan, const ParameterValues& values) {
   return name;
 }
 
+// A new row comes back with the key that the server made for it.
+QByteArray ServerSql(const Plan& plan) {
+  if (!plan.effect.makesKey) {
+    return plan.sql;
+  }
+  const QString& key = plan.effect.writtenTable->columns.front().name;
+  return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
+}
+
 automation::Error OutcomeUnknown(const ConnectionString& target) {
   return automation::Error(
       adodb::TransactionLost,
@@ -111,6 +121,35 @@ void PostgresSession::Leave() {
   m_handle.reset();
 }
 
+bool PostgresSession::Pause() {
+  try {
+    RollBack();
+  } catch (const automation::Error&) {
+    return false;
+  }
+  m_isLost = false;
+  return m_handle->IsAlive();
+}
+
+// A line that was cut meanwhile shows only when something is asked.
+bool PostgresSession::Resume() {
+  try {
+    return VersionOf(*m_handle) == SchemaVersion();
+  } catch (const automation::Error&) {
+    return false;
+  }
+}
+
+// How many transactions of the server have ended: those numbered so far without those at work. The highest number alone
+// would miss a commit that comes after one of a later number.
+qint64 PostgresSession::Clock() const {
+  return m_handle
+      ->Value(
+          "SELECT pg_snapshot_xmax(s)::text::int8 - (SELECT count(*) FROM pg_snapshot_xip(s)) "
+          "FROM pg_current_snapshot() AS s")
+      .toLongLong();
+}
+
 void PostgresSession::BufferRows() {
   if (m_reading != nullptr) {
     m_reading->Buffer();
@@ -147,7 +186,7 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   }
   if (isNew) {
     name = "kel" + QByteArray::number(++m_lastName);
-    pipeline->AddPreparation(name, plan.plan.sql, parameters);
+    pipeline->AddPreparation(name, ServerSql(plan.plan), parameters);
     ++before;
   }
   pipeline->AddStatement(name, parameters);
@@ -213,6 +252,9 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
     if (!pipeline->HasFailed()) {
       const PostgresResult result = pipeline->Next();
       affected = QByteArray(PQcmdTuples(result.get())).toLongLong();
+      if (PQntuples(result.get()) > 0) {
+        m_newKey = QByteArray(PQgetvalue(result.get(), 0, 0)).toLongLong();
+      }
     }
     pipeline->Finish();
     Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());

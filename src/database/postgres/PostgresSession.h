@@ -29,8 +29,12 @@ class PostgresSession : public Session {
   bool IsConnected() const override { return m_handle.has_value(); }
   void Connect(const ConnectionString& target) override;
   void Leave() override;
+  bool Pause() override;
+  bool Resume() override;
+  qint64 Clock() const override;
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
+  qint64 NewKey() const override { return m_newKey; }
   void Begin() override;
   void Commit() override;
   void RollBack() override;
@@ -57,6 +61,7 @@ class PostgresSession : public Session {
   PostgresRows* m_reading = nullptr;  ///< The rows that are still on their way.
   std::shared_ptr<Discarded> m_discarded;
   std::set<const Table*> m_givenKeys;  ///< Tables with keys beyond what their sequences know.
+  qint64 m_newKey = 0;
   qint64 m_lastName = 0;
   bool m_inTransaction = false;
   bool m_isBegun = false;  ///< The server knows of the transaction, too.

@@ -8,8 +8,8 @@
 #include "database/sqlite/SqliteHandle.h"
 #include "database/sqlite/SqliteTarget.h"
 #include "platform/process/PrivateFiles.h"
+#include "platform/process/UnfinishedFile.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
@@ -38,6 +38,12 @@ Error CannotCreate(const QString& file) {
       adodb::CannotOpen,
       u"No se puede crear el archivo «%1». Compruebe que la carpeta existe, que tiene permiso para escribir en "
       "ella y que no hay ya un archivo con ese nombre."_s.arg(file));
+}
+
+void RequireMade(bool made, const QString& file) {
+  if (!made) {
+    throw CannotCreate(file);
+  }
 }
 
 // An engine without this program's settings: for whole files, not for rows.
@@ -79,11 +85,8 @@ void CopyPages(const SqliteHandle& source, const QString& file, const Stop& stop
   Check(engine, finished, file);
 }
 
-// Copies into a new file that is whole in itself, without a log beside it, and checks what is there.
+// Copies into an empty file, which is whole in itself afterwards, without a log beside it, and checks what is there.
 void CopyAndCheck(const SqliteHandle& source, const QString& file, const Stop& stop) {
-  if (!process::CreatePrivateFile(file)) {
-    throw CannotCreate(file);
-  }
   CopyPages(source, file, stop);
   const SqliteHandle copy(At(file), SqliteHandle::Missing::Refuse);
   EndWhen(copy, stop);
@@ -104,11 +107,6 @@ CopySize SizeOf(const QString& file) {
     }
   }
   return size;
-}
-
-// Two programs may copy to the same place at once.
-QString Unfinished(const QString& file) {
-  return u"%1.parte-%2"_s.arg(file, QString::number(QCoreApplication::applicationPid()));
 }
 
 // Keeps every other program away from the file until the result goes, with everything that was written in the file
@@ -137,9 +135,7 @@ Engine HoldAlone(const QString& file) {
 }
 
 void Rename(const QString& from, const QString& to) {
-  if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-    throw CannotCreate(to);
-  }
+  RequireMade(std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0, to);
 }
 
 // By a second name, so that no program finds no file meanwhile and makes a new one, where the disk can do that.
@@ -165,33 +161,33 @@ CopySize CopySqlite(const ConnectionString& source, const QString& file, const S
     throw Error(adodb::CannotOpen, u"Ya existe «%1». Elija otro nombre para la copia."_s.arg(file));
   }
   const SqliteHandle handle(source, SqliteHandle::Missing::Refuse);
-  const QString unfinished = Unfinished(file);
-  QFile::remove(unfinished);
-  const auto remove = qScopeGuard([&] { QFile::remove(unfinished); });
-  CopyAndCheck(handle, unfinished, stop);
+  const process::UnfinishedFile unfinished(file);
+  RequireMade(unfinished.IsValid(), file);
+  CopyAndCheck(handle, unfinished.Path(), stop);
   // Does not replace a file that has come meanwhile.
-  if (!QFile::rename(unfinished, file)) {
-    throw CannotCreate(file);
-  }
+  RequireMade(unfinished.Place(process::UnfinishedFile::Existing::Keep), file);
   return SizeOf(file);
 }
 
 QString RestoreSqlite(const ConnectionString& copy, const QString& file) {
-  const QString unfinished = Unfinished(file);
-  QFile::remove(unfinished);
-  const auto remove = qScopeGuard([&] { QFile::remove(unfinished); });
+  const bool exists = QFileInfo::exists(file);
+  if (exists && !process::MayWrite(file)) {
+    throw EngineError(nullptr, SQLITE_READONLY, At(file));
+  }
+  const process::UnfinishedFile unfinished(file);
+  RequireMade(unfinished.IsValid(), file);
   {
     const SqliteHandle source(copy, SqliteHandle::Missing::Refuse);
     RequireSound(source);
-    CopyAndCheck(source, unfinished, {});
+    CopyAndCheck(source, unfinished.Path(), {});
   }
-  if (!QFileInfo::exists(file)) {
-    Rename(unfinished, file);
+  if (!exists) {
+    RequireMade(unfinished.Place(process::UnfinishedFile::Existing::Keep), file);
     return {};
   }
   const Engine alone = HoldAlone(file);
   const QString kept = KeptName(file);
-  QFile::setPermissions(unfinished, QFile::permissions(file));
+  RequireMade(unfinished.TakeRightsOf(file), file);
   for (const QString& rest : {u"-wal"_s, u"-shm"_s, u"-journal"_s}) {
     // A sound file's are empty by now, and go with its engine.
     if (alone == nullptr && QFileInfo::exists(file + rest)) {
@@ -199,7 +195,7 @@ QString RestoreSqlite(const ConnectionString& copy, const QString& file) {
     }
   }
   Keep(file, kept);
-  Rename(unfinished, file);
+  RequireMade(unfinished.Place(process::UnfinishedFile::Existing::Replace), file);
   return kept;
 }
 

@@ -1,6 +1,10 @@
 #include "database/sqlite/SqliteErrors.h"
 
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/process/PrivateFiles.h"
+
+#include <QFileInfo>
+#include <QStorageInfo>
 
 #include <sqlite3.h>
 
@@ -49,12 +53,40 @@ Error PlainError(const QString& text, const ConnectionString& target) {
   return Error(adodb::EngineFailure, u"La base de datos «%1» rechazó la operación: %2"_s.arg(target.File(), text));
 }
 
+// What is opened there is opened for reading.
+bool IsDiskFull(const QString& file) {
+  constexpr qint64 leastRoom = 64 * 1024;
+  return QStorageInfo(QFileInfo(file).absolutePath()).bytesAvailable() < leastRoom;
+}
+
+// A log that was left behind is moved into the file by the first program that opens it, where that can write.
+bool IsLogOutOfReach(int code, const ConnectionString& target) {
+  const int plain = code & 0xFF;
+  const bool refused = plain == SQLITE_CANTOPEN || plain == SQLITE_READONLY;
+  const QFileInfo file(target.File());
+  return refused && QFileInfo(file.filePath() + u"-wal"_s).size() > 0 && !process::MayWrite(file.absolutePath());
+}
+
 }  // namespace
 
 Error EngineError(sqlite3* engine, int code, const ConnectionString& target) {
   const QString text = QString::fromUtf8(engine != nullptr ? sqlite3_errmsg(engine) : sqlite3_errstr(code));
   const QString& file = target.File();
-  switch (code & 0xFF) {
+  if (code == SQLITE_READONLY_DBMOVED) {
+    return Error(
+        adodb::DatabaseLocked,
+        u"La base de datos «%1» se ha sustituido por una copia recuperada mientras se usaba. No se ha guardado "
+        "nada. Vuelva a intentarlo."_s.arg(file));
+  }
+  if (IsLogOutOfReach(code, target)) {
+    return Error(
+        adodb::CannotOpen,
+        u"La base de datos «%1» no se cerró bien la última vez: parte de lo guardado está solo en «%1-wal», y "
+        "para recuperarlo hay que poder escribir en su carpeta. Copie los dos archivos juntos a otra carpeta y "
+        "abra la base de datos allí."_s.arg(file));
+  }
+  const bool isReadOnly = (code & 0xFF) == SQLITE_READONLY;
+  switch (isReadOnly && IsDiskFull(file) ? SQLITE_FULL : code & 0xFF) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return Error(adodb::DatabaseLocked, Locked(target));

@@ -37,11 +37,22 @@ bool HasLog(const QString& path) {
   return QFileInfo(path + u"-wal"_s).size() > 0;
 }
 
+bool IsWritable(const QString& path) {
+  return process::MayWrite(path) && process::MayWrite(QFileInfo(path).path());
+}
+
 // A file that this process can't write and that nobody has open is taken as it stands: the engine could not keep its
 // log beside it. Somebody with more rights who opens it meanwhile may make a look-up fail; the next opening sees it
 // right.
 bool IsToBeTakenAsItStands(const ConnectionString& target, const QString& path) {
-  return target.ReadOnly() && !HasLog(path) && !(process::MayWrite(path) && process::MayWrite(QFileInfo(path).path()));
+  return target.ReadOnly() && !HasLog(path) && !IsWritable(path);
+}
+
+// The engine would open it for reading, and leave a log beside it that can't be written either.
+void RefuseUnwritable(const ConnectionString& target, const QString& path) {
+  if (!target.ReadOnly() && QFileInfo::exists(path) && !IsWritable(path)) {
+    throw EngineError(nullptr, SQLITE_READONLY, target);
+  }
 }
 
 QByteArray AsUri(const QString& path) {
@@ -64,8 +75,8 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
   if (missing == Missing::Refuse || QFileInfo(path).isDir()) {
     RefuseMissingFile(path);
   }
-  int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-  flags |= target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  RefuseUnwritable(target, path);
+  int flags = target.ReadOnly() ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (missing == Missing::Create && !target.ReadOnly()) {
     // The engine gives its log the mode of the file.
     process::CreatePrivateFile(path);
@@ -74,13 +85,34 @@ SqliteHandle::SqliteHandle(const ConnectionString& target, Missing missing) : m_
   const bool takenAsItStands = IsToBeTakenAsItStands(target, path);
   // A log is left alone until it is known whose it is.
   const bool hadLog = HasLog(path);
-  sqlite3* engine = nullptr;
-  const int code = takenAsItStands ? sqlite3_open_v2(AsUri(path), &engine, flags | SQLITE_OPEN_URI, nullptr)
-                                   : sqlite3_open_v2(QFile::encodeName(path), &engine, flags, nullptr);
-  m_engine.reset(engine);
-  Check(code);
+  if (takenAsItStands) {
+    OpenAsItStands(path);
+  } else {
+    OpenEngine(QFile::encodeName(path), flags);
+    if (LacksRoom() && !HasLog(path)) {
+      OpenAsItStands(path);
+    }
+  }
   Configure();
   SetCheckpointOnClose(!hadLog);
+}
+
+void SqliteHandle::OpenEngine(const QByteArray& name, int flags) {
+  sqlite3* engine = nullptr;
+  const int code = sqlite3_open_v2(name, &engine, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  m_engine.reset(engine);
+  Check(code);
+}
+
+void SqliteHandle::OpenAsItStands(const QString& path) {
+  OpenEngine(AsUri(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+}
+
+// On a full disk the engine can't make the files that its log needs, not even for reading.
+bool SqliteHandle::LacksRoom() const {
+  // Who finds the file busy now waits at the first use.
+  const int code = sqlite3_exec(Engine(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
+  return code == SQLITE_IOERR_SHMSIZE || code == SQLITE_IOERR_SHMOPEN || code == SQLITE_FULL;
 }
 
 void SqliteHandle::Configure() const {

@@ -25,9 +25,10 @@ class SqliteHandle {
  public:
   enum class Missing { Refuse, Create };
 
-  /// Raises CannotOpen and the engine's refusals. A file that may not be written is opened for reading. A file that is
-  /// created is the user's alone. A log that another program left is not moved into the file when this object goes,
-  /// until SetCheckpointOnClose allows it; without one, nothing stays beside a file that turns out to be another's.
+  /// Raises CannotOpen, the engine's refusals, and DatabaseReadOnly at once for an existing file that is to be written
+  /// and may not be, or whose folder may not. A file on a full disk is opened for reading. A file that is created is
+  /// the user's alone. A log that another program left is not moved into the file when this object goes, until
+  /// SetCheckpointOnClose allows it; without one, nothing stays beside a file that turns out to be another's.
   SqliteHandle(const ConnectionString& target, Missing missing);
 
   sqlite3* Engine() const { return m_engine.get(); }
@@ -51,6 +52,9 @@ class SqliteHandle {
   void SetCheckpointOnClose(bool enabled) const;
 
  private:
+  void OpenEngine(const QByteArray& name, int flags);
+  void OpenAsItStands(const QString& path);
+  bool LacksRoom() const;
   void Configure() const;
 
   ConnectionString m_target;

@@ -1,8 +1,11 @@
 #include "database/sqlite/SqliteSession.h"
 
+#include "database/Schema.h"
 #include "database/sqlite/SqlitePreparation.h"
 #include "database/sqlite/SqliteRows.h"
 #include "database/sqlite/SqliteTarget.h"
+
+#include "platform/automation/Error.h"
 
 #include <sqlite3.h>
 
@@ -16,20 +19,46 @@ void SqliteSession::Connect(const ConnectionString& target) {
   SqliteHandle handle(target, SqliteHandle::Missing::Refuse);
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
-  m_tidiesUp = !m_handle->IsReadOnly();
+  m_isPlainUse = !m_handle->IsReadOnly();
 }
 
 // What the planner knows of the tables is refreshed on the way out, but nobody waits for it.
 void SqliteSession::Leave() {
-  sqlite3* engine = m_handle->Engine();
-  if (!m_handle->IsAutocommit()) {
-    sqlite3_exec(engine, "ROLLBACK", nullptr, nullptr, nullptr);
-  }
-  if (m_tidiesUp) {
+  UndoOpenTransaction();
+  if (m_isPlainUse) {
     m_handle->SetWait(0);
-    sqlite3_exec(engine, "PRAGMA optimize", nullptr, nullptr, nullptr);
+    sqlite3_exec(m_handle->Engine(), "PRAGMA optimize", nullptr, nullptr, nullptr);
   }
   m_handle.reset();
+}
+
+void SqliteSession::UndoOpenTransaction() {
+  if (!m_handle->IsAutocommit()) {
+    sqlite3_exec(m_handle->Engine(), "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+}
+
+bool SqliteSession::Pause() {
+  UndoOpenTransaction();
+  return m_isPlainUse && m_handle->IsAutocommit();
+}
+
+// Not the file that has the name now: it was restored, deleted or moved.
+bool SqliteSession::Resume() {
+  int hasMoved = 0;
+  const int code = sqlite3_file_control(m_handle->Engine(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+  if (code != SQLITE_OK || hasMoved != 0) {
+    return false;
+  }
+  try {
+    return m_handle->Value("PRAGMA user_version").toInt() == SchemaVersion();
+  } catch (const automation::Error&) {
+    return false;
+  }
+}
+
+qint64 SqliteSession::Clock() const {
+  return m_handle->Value("PRAGMA data_version").toLongLong();
 }
 
 std::unique_ptr<Rows> SqliteSession::Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) {
@@ -43,6 +72,10 @@ qint64 SqliteSession::Write(const std::shared_ptr<CachedPlan>& plan, const Param
     m_handle->Check(code);
   }
   return sqlite3_changes64(m_handle->Engine());
+}
+
+qint64 SqliteSession::NewKey() const {
+  return sqlite3_last_insert_rowid(m_handle->Engine());
 }
 
 void SqliteSession::Begin() {

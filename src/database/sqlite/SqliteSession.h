@@ -22,16 +22,22 @@ class SqliteSession : public Session {
   bool IsConnected() const override { return m_handle.has_value(); }
   void Connect(const ConnectionString& target) override;
   void Leave() override;
+  bool Pause() override;
+  bool Resume() override;
+  qint64 Clock() const override;
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
+  qint64 NewKey() const override;
   void Begin() override;
   void Commit() override;
   void RollBack() override;
   bool HasLostTransaction() const override;
 
  private:
+  void UndoOpenTransaction();
+
   std::optional<SqliteHandle> m_handle;
-  bool m_tidiesUp = false;  ///< What the planner knows of the tables is refreshed at the end of plain use only.
+  bool m_isPlainUse = false;  ///< Of a file that may be written, neither its preparation nor its check.
 };
 
 }  // namespace database

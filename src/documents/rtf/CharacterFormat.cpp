@@ -143,8 +143,11 @@ QTextCharFormat ToCharacterFormat(const CharacterStyle& style, const Font& font)
   if (style.underline > UnderlineKind::Wave) {
     format.setProperty(UnderlineProperty, int(style.underline));
   }
-  if (style.caps != CapsKind::None) {
-    format.setFontCapitalization(style.caps == CapsKind::All ? QFont::AllUppercase : QFont::SmallCaps);
+  if (style.caps || style.smallCaps) {
+    format.setFontCapitalization(style.caps ? QFont::AllUppercase : QFont::SmallCaps);
+  }
+  if (style.caps && style.smallCaps) {
+    format.setProperty(SmallCapsProperty, true);
   }
   SetVertical(format, style);
   if (style.colour != automaticColour) {
@@ -153,6 +156,9 @@ QTextCharFormat ToCharacterFormat(const CharacterStyle& style, const Font& font)
   if (style.background != automaticColour) {
     format.setBackground(QColor::fromRgb(static_cast<QRgb>(style.background)));
     format.setProperty(BackgroundProperty, (int(style.backgroundKind) << 24) | style.background);
+  }
+  if (style.rightToLeft) {
+    format.setProperty(RunDirectionProperty, 1);
   }
   if (!style.carried.IsEmpty()) {
     format.setProperty(CharacterWordsProperty, ToText(style.carried.Words()));
@@ -171,11 +177,9 @@ CharacterStyle FromCharacterFormat(const QTextCharFormat& format, const QFont& f
     style.strike = static_cast<std::uint8_t>(qBound(1, format.intProperty(StrikeProperty), 2));
   }
   style.underline = UnderlineOf(format);
-  if (format.fontCapitalization() == QFont::AllUppercase) {
-    style.caps = CapsKind::All;
-  } else if (format.fontCapitalization() == QFont::SmallCaps) {
-    style.caps = CapsKind::Small;
-  }
+  style.caps = format.fontCapitalization() == QFont::AllUppercase;
+  style.smallCaps =
+      style.caps ? format.boolProperty(SmallCapsProperty) : format.fontCapitalization() == QFont::SmallCaps;
   GetVertical(format, style);
   style.colour = RgbOf(format.foreground());
   style.background = RgbOf(format.background());
@@ -183,6 +187,7 @@ CharacterStyle FromCharacterFormat(const QTextCharFormat& format, const QFont& f
   if (style.background != automaticColour && (carried & 0xFFFFFF) == style.background) {
     style.backgroundKind = BackgroundKind(carried >> 24);
   }
+  style.rightToLeft = format.intProperty(RunDirectionProperty) == 1;
   for (const CarriedWord& word : WordsFromText(format.stringProperty(CharacterWordsProperty))) {
     style.carried.Append(word);
   }

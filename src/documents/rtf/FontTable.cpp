@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view families[] = {"fnil", "froman", "fswiss", "fmodern", "fscript", "fdecor", "ftech", "fbidi"};
 
+constexpr int largestCharset = 255;
+
 }  // namespace
 
 QString FontName(QString name) {
@@ -35,13 +37,17 @@ Font Font::FromDescription(QStringView description) {
   return font;
 }
 
+const Font& NoFont() {
+  static const Font font{.name = QStringLiteral("Times New Roman")};
+  return font;
+}
+
 const Font& FontTable::At(int number) const {
-  static const Font last{.charset = 0, .codePage = westernCodePage, .name = QStringLiteral("Times New Roman")};
   auto found = m_fonts.constFind(number);
   if (found == m_fonts.constEnd()) {
     found = m_fonts.constFind(m_default);
   }
-  return found == m_fonts.constEnd() ? last : *found;
+  return found == m_fonts.constEnd() ? NoFont() : *found;
 }
 
 /// One pass over a font table. A name ends at its semicolon; only text outside inner groups belongs to it.
@@ -101,7 +107,7 @@ class FontTable::Parser {
       m_entryDepth = m_depth;
       m_number = token.parameter;
     } else if (token.text == "fcharset") {
-      m_font.charset = token.parameter;
+      m_font.charset = token.parameter >= 0 && token.parameter <= largestCharset ? token.parameter : -1;
     } else if (token.text == "cpg") {
       m_cpg = token.parameter;
     } else if (token.text == "u" && token.hasParameter) {

@@ -10,7 +10,7 @@ namespace rtf {
 /// A font as the font table describes it.
 struct Font {
   QString family = QStringLiteral("nil");  ///< `\fnil`, `\froman` and so on, without the f.
-  int charset = -1;                        ///< `\fcharset`, -1 where it is missing.
+  int charset = -1;                        ///< `\fcharset`, -1 where it is missing or none.
   int codePage = 0;                        ///< Of bytes in this font; 0 for the document's.
   QString name;
 
@@ -18,6 +18,9 @@ struct Font {
   QString Description() const;
   static Font FromDescription(QStringView description);
 };
+
+/// What text is shown in that has a font of no table. It is written without one, too.
+const Font& NoFont();
 
 /// A name without what can't stand in the table.
 QString FontName(QString name);
@@ -35,7 +38,7 @@ class FontTable {
   int Default() const { return m_default; }
 
   bool Contains(int number) const { return m_fonts.contains(number); }
-  /// The font of a number, or the default one: Times New Roman where the table has none.
+  /// The font of a number, or the default one, or else NoFont.
   const Font& At(int number) const;
   const QHash<int, Font>& Fonts() const { return m_fonts; }
 

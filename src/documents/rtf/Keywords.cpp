@@ -96,7 +96,7 @@ constexpr std::string_view inlineWords =
 // of a word processor's sessions, or describe a list's item that the list says again.
 constexpr std::string_view droppedWords =
     "lin rin af afs ab ai acaps acf adn aexpnd aoutl ascaps ashad astrike aul auld auldb aulnone aulw aup alang fcs "
-    "rtlch ltrch loch hich dbch fbias adeff rsid insrsid charrsid pararsid sectrsid delrsid tblrsid styrsid rsidroot "
+    "loch hich dbch fbias adeff rsid insrsid charrsid pararsid sectrsid delrsid tblrsid styrsid rsidroot "
     "softline "
     "softpage softlheight version vern edmins nofpages nofwords nofchars nofcharsws htmlrtf cocoartf cocoasubrtf "
     "cocoascreenfonts cocoatextscaling cocoaplatform vieww viewh readonlyrecommended pardirnatural qnatural "
@@ -141,8 +141,8 @@ constexpr Entry entries[] = {
     {"ulnone", Action::UnderlineNone},
     {"strike", Action::Strike, 1},
     {"striked", Action::Strike, 2},
-    {"caps", Action::Caps, int(CapsKind::All)},
-    {"scaps", Action::Caps, int(CapsKind::Small)},
+    {"caps", Action::Caps},
+    {"scaps", Action::SmallCaps},
     {"super", Action::Super},
     {"sub", Action::Sub},
     {"nosupersub", Action::NoSuperSub},
@@ -153,6 +153,8 @@ constexpr Entry entries[] = {
     {"cb", Action::Background, int(BackgroundKind::Background)},
     {"chcbpat", Action::Background, int(BackgroundKind::Shading)},
     {"v", Action::Hidden},
+    {"ltrch", Action::RunDirection, 0},
+    {"rtlch", Action::RunDirection, 1},
     {"pard", Action::Pard},
     {"ql", Action::Align, int(Alignment::Left)},
     {"qc", Action::Align, int(Alignment::Centre)},

@@ -16,7 +16,8 @@ enum class Action : std::uint8_t {
   Underline,  ///< value: an UnderlineKind
   UnderlineNone,
   Strike,  ///< value: 1 or 2 lines
-  Caps,    ///< value: a CapsKind
+  Caps,
+  SmallCaps,
   Super,
   Sub,
   NoSuperSub,
@@ -25,6 +26,7 @@ enum class Action : std::uint8_t {
   Colour,
   Background,  ///< value: a BackgroundKind
   Hidden,
+  RunDirection,  ///< value: 1 for right to left
   CarryCharacter,
   // Paragraph formatting.
   Pard,

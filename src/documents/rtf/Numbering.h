@@ -40,6 +40,8 @@ class ListTable {
   /// Adds the lists, or the overrides, of one group.
   void AddLists(std::string_view group);
   void AddOverrides(std::string_view group);
+  /// Whether `\lsN` is a list.
+  bool Contains(int listNumber) const { return m_overrides.contains(listNumber); }
   /// The numbering of a paragraph with `\lsN\ilvlN`; of kind None where the tables do not have it.
   Numbering At(int listNumber, int level) const;
 

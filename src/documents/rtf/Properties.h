@@ -21,6 +21,8 @@ enum Property : int {
   BackgroundProperty,                                 ///< int: BackgroundKind and the colour, (kind << 24) | colour
   RaiseProperty,                                      ///< int: `\up` (positive) or `\dn` half-points
   StrikeProperty,                                     ///< int: lines, where more than one
+  SmallCapsProperty,                                  ///< bool: small capitals under capitals
+  RunDirectionProperty,                               ///< int: 1 for `\rtlch`
   PieceNameProperty,                                  ///< QString: names the contents of PieceProperty
   PieceProperty,                                      ///< Piece: what the object character stands for
   LinkNameProperty,  ///< QString: numbers and contents of the fields and objects that this text is the result of

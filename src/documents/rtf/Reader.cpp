@@ -333,6 +333,11 @@ void Reader::CloseGroup() {
     --m_uncounted;
     return;
   }
+  const bool isDocument = m_groups.size() <= 2;
+  if (isDocument && Top().openLink == 0) {
+    // While the group's properties are in force: they are the last paragraph's.
+    EndOpenParagraph();
+  }
   const Group group = Top();
   m_groups.pop_back();
   m_borderOwner = BorderOwner::None;
@@ -341,8 +346,8 @@ void Reader::CloseGroup() {
   if (group.openLink != 0) {
     CloseLink(group);
   }
-  // The group that the document is; what stands behind it is none of its text.
-  m_done = m_groups.size() <= 1;
+  // What stands behind the document's group is none of its text.
+  m_done = m_done || isDocument;
 }
 
 void Reader::Finish() {
@@ -350,10 +355,7 @@ void Reader::Finish() {
   while (m_groups.size() > 1) {
     CloseGroup();
   }
-  const bool endsOpen = m_builder.HasText() || !m_hidden.isEmpty() || m_break != 0 || m_builder.Paragraphs() == 0;
-  if (endsOpen) {
-    EndParagraph();
-  }
+  EndOpenParagraph();
   FinishSection();
   SetPreamble(m_document, m_preamble);
   QTextOption option = m_document.defaultTextOption();

@@ -104,6 +104,7 @@ class Reader {
   const QTextCharFormat& FormatOf(CharacterStyle style);
   QTextBlockFormat BlockFormatOf(const ParagraphStyle& style, bool listItem);
   void EndParagraph();
+  void EndOpenParagraph();
   void EndCell(int level);
   void EndRow(int level);
   void EndSection();

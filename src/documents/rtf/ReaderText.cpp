@@ -164,7 +164,7 @@ QTextBlockFormat Reader::BlockFormatOf(const ParagraphStyle& style, bool listIte
 
 bool Reader::FindListItem(ListItem& item) const {
   const ParagraphStyle& style = m_groups.back().paragraph;
-  if (style.listNumber > 0) {
+  if (style.listNumber > 0 || m_lists.Contains(style.listNumber)) {
     item.numbering = m_lists.At(style.listNumber, style.listLevel);
     item.source = QStringLiteral("\\ls%1\\ilvl%2").arg(style.listNumber).arg(style.listLevel);
     item.resumes = true;
@@ -187,8 +187,9 @@ void Reader::EndParagraph() {
   ParagraphStyle style = Top().paragraph;
   ListItem item;
   const bool isItem = FindListItem(item);
-  const int level = std::min(style.Level(), RowTracker::deepestLevel);
-  style.listNumber = style.listLevel = style.tableLevel = 0;
+  const int level = std::min(style.Level(), deepestTable);
+  style.listNumber = noList;
+  style.listLevel = style.tableLevel = 0;
   style.numbering = isItem ? 1 : 0;
   style.inTable = false;
   QTextBlockFormat format = BlockFormatOf(style, isItem);
@@ -215,6 +216,14 @@ void Reader::EndParagraph() {
   m_runIsCurrent = false;
 }
 
+/// The end of the letter ends a paragraph that has something, and makes none.
+void Reader::EndOpenParagraph() {
+  FlushBytes();
+  if (m_builder.HasText() || !m_hidden.isEmpty() || m_break != 0 || m_builder.Paragraphs() == 0) {
+    EndParagraph();
+  }
+}
+
 void Reader::EndCell(int level) {
   ParagraphStyle& style = Top().paragraph;
   const ParagraphStyle before = style;
@@ -222,7 +231,7 @@ void Reader::EndCell(int level) {
   style.tableLevel = level;
   EndParagraph();
   Top().paragraph = before;
-  m_rows.EndCell(std::min(level, RowTracker::deepestLevel));
+  m_rows.EndCell(std::min(level, deepestTable));
 }
 
 void Reader::EndRow(int level) {
@@ -230,7 +239,7 @@ void Reader::EndRow(int level) {
   if (m_builder.HasText() || !m_hidden.isEmpty()) {
     EndCell(level);
   }
-  m_rows.EndRow(std::min(level, RowTracker::deepestLevel), Top().nestedRowProperties, m_builder);
+  m_rows.EndRow(std::min(level, deepestTable), Top().nestedRowProperties, m_builder);
 }
 
 void Reader::BreakPage() {

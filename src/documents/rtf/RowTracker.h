@@ -10,8 +10,6 @@ namespace rtf {
 /// them; the last one counts, and paragraphs that are already in the document get it.
 class RowTracker {
  public:
-  /// Deeper tables count as of this level.
-  static constexpr int deepestLevel = 8;
   /// Words of a row's definition beyond this many are left out.
   static constexpr int mostWords = 8192;
 
@@ -43,7 +41,7 @@ class RowTracker {
 
   Definition m_definitions[2];
   QList<OpenRow> m_open;
-  int m_rows[deepestLevel] = {};
+  int m_rows[deepestTable] = {};
 };
 
 }  // namespace rtf

@@ -3,6 +3,7 @@
 #include "documents/rtf/CodePages.h"
 #include "documents/rtf/Reader.h"
 #include "documents/rtf/Source.h"
+#include "documents/rtf/TablePath.h"
 #include "documents/rtf/Writer.h"
 
 #include <QStringDecoder>
@@ -209,6 +210,7 @@ QByteArray WriteSelection(const QTextCursor& cursor) {
   selection.setUndoRedoEnabled(false);
   selection.setDefaultFont(cursor.document()->defaultFont());
   QTextCursor(&selection).insertFragment(cursor.selection());
+  MoveToCell(selection, {});
   SetPreamble(selection, TablesOf(*PreambleOf(*cursor.document()).data));
   return Writer(selection).Write();
 }
@@ -224,6 +226,7 @@ Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limi
   Source::Of(target).AddPictures(Source::Of(pasted));
   cursor.beginEditBlock();
   cursor.removeSelectedText();
+  MoveToCell(pasted, PathOf(cursor.blockFormat()));
   cursor.insertFragment(QTextDocumentFragment(&pasted));
   cursor.endEditBlock();
   return report;

@@ -26,9 +26,9 @@ class QTextDocument;
 ///   group of every picture;
 /// - byte for byte, aside: font, colour, style and list tables, information about the document, headers and footers,
 ///   instructions of fields, the data of objects;
-/// - by their meaning: the other words for characters and paragraphs (language, spacing of letters, borders, shading,
-///   positions, keeping together), for sections and the document (page size, margins), and for rows and cells of
-///   tables. A table shows as the paragraphs of its cells.
+/// - by their meaning: the other words for characters and paragraphs (language, spacing of letters, direction of a run,
+///   borders, shading, positions, keeping together), for sections and the document (page size, margins), and for rows
+///   and cells of tables. A table shows as the paragraphs of its cells.
 ///
 /// Dropped, and named in the report: words that the keyword table does not have, the trail of editing sessions
 /// (`\rsid`), fonts of other scripts that say nothing of the text itself (`\af` and its like), the markup of letters
@@ -59,8 +59,9 @@ KELDOCUMENTOS_EXPORT QString WriteText(const QTextDocument& document);
 /// The selection as RTF of its own, for the clipboard; empty without a selection.
 KELDOCUMENTOS_EXPORT QByteArray WriteSelection(const QTextCursor& cursor);
 
-/// Replaces the selection with RTF, as pasted, in one step for undo. Of the content's own document nothing comes along:
-/// its paper, headers and styles stay behind, and list tables become lists of the document.
+/// Replaces the selection with RTF, as pasted, in one step for undo. In a cell it stays in that cell. Of the content's
+/// own document nothing comes along: its paper, headers and styles stay behind, and list tables become lists of the
+/// document.
 KELDOCUMENTOS_EXPORT Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits = {});
 
 }  // namespace rtf

@@ -26,8 +26,10 @@ QByteArray Fingerprint(const QTextDocument& document) {
   add(root, sizeof root);
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
     const QTextList* list = block.textList();
-    const int numbers[] = {block.length(), block.blockFormatIndex(), block.charFormatIndex(),
-                           list == nullptr ? -1 : list->formatIndex()};
+    // The mark of the first paragraph is the document's: what is pasted in front of it may change it, and no undo
+    // brings it back.
+    const int mark = block.blockNumber() == 0 ? -1 : block.charFormatIndex();
+    const int numbers[] = {block.length(), block.blockFormatIndex(), mark, list == nullptr ? -1 : list->formatIndex()};
     add(numbers, sizeof numbers);
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       const QTextFragment fragment = at.fragment();

@@ -67,10 +67,16 @@ bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Tok
       style.underline = UnderlineKind::None;
       break;
     case Action::Strike:
-      style.strike = Toggled<std::uint8_t>(keyword, token);
+      // `\strike0` does not end a double line, nor `\striked0` a single one.
+      if (IsOn(token) || style.strike == keyword.value) {
+        style.strike = Toggled<std::uint8_t>(keyword, token);
+      }
       break;
     case Action::Caps:
-      style.caps = Toggled<CapsKind>(keyword, token);
+      style.caps = IsOn(token);
+      break;
+    case Action::SmallCaps:
+      style.smallCaps = IsOn(token);
       break;
     case Action::Super:
       style.vertical = IsOn(token) ? VerticalKind::Super : VerticalKind::Normal;
@@ -100,6 +106,9 @@ bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Tok
       break;
     case Action::Hidden:
       style.hidden = IsOn(token);
+      break;
+    case Action::RunDirection:
+      style.rightToLeft = keyword.value == 1;
       break;
     case Action::CarryCharacter: {
       const CarriedWord word = Carried(keyword, token, colours);

@@ -30,6 +30,14 @@ void StyleWriter::Reset() {
 }
 
 void StyleWriter::Characters(const CharacterStyle& style) {
+  // What stands behind the word for the other direction is another script's font for some readers.
+  if (m_current.rightToLeft && !style.rightToLeft) {
+    m_text.Word("\\ltrch");
+    m_current.rightToLeft = false;
+  }
+  if (style.font == defaultFont && m_current.font != defaultFont) {
+    Reset();
+  }
   CarriedCharacters(style);
   if (style.font != m_current.font) {
     m_text.Word("\\f", style.font);
@@ -53,8 +61,10 @@ void StyleWriter::Characters(const CharacterStyle& style) {
     }
   }
   if (style.caps != m_current.caps) {
-    const bool on = style.caps != CapsKind::None;
-    Toggle(Control(WordOf(on ? style.caps : m_current.caps)).constData(), on);
+    Toggle("\\caps", style.caps);
+  }
+  if (style.smallCaps != m_current.smallCaps) {
+    Toggle("\\scaps", style.smallCaps);
   }
   Vertical(style);
   if (style.colour != m_current.colour) {
@@ -62,6 +72,9 @@ void StyleWriter::Characters(const CharacterStyle& style) {
     m_text.Word("\\cf", automatic ? m_tables.AutomaticColourNumber() : m_tables.ColourNumber(style.colour));
   }
   Background(style);
+  if (style.rightToLeft && !m_current.rightToLeft) {
+    m_text.Word("\\rtlch");
+  }
   m_current = style;
 }
 

@@ -11,8 +11,8 @@ class StyleWriter {
  public:
   StyleWriter(RtfText& text, WriterTables& tables) : m_text(text), m_tables(tables) {}
 
-  /// From what is in force to `style`; the link in it is not looked at. `\plain` only where a carried word can't be
-  /// undone otherwise.
+  /// From what is in force to `style`; the link in it is not looked at. `\plain` only where a carried word, or a
+  /// font, can't be undone otherwise.
   void Characters(const CharacterStyle& style);
   /// The words of a paragraph's style behind its `\pard`.
   void Paragraph(const ParagraphStyle& style);

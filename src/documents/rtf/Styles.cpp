@@ -17,8 +17,8 @@ const char* Entry(const std::array<const char*, size>& words, Kind kind) {
 
 size_t qHash(const CharacterStyle& style, size_t seed) {
   return qHashMulti(seed, style.font, style.halfPoints, style.colour, style.background, style.offset, style.link,
-                    style.bold, style.italic, style.strike, int(style.underline), int(style.caps), int(style.vertical),
-                    int(style.backgroundKind), style.hidden, style.carried);
+                    style.bold, style.italic, style.strike, int(style.underline), style.caps, style.smallCaps,
+                    int(style.vertical), int(style.backgroundKind), style.hidden, style.rightToLeft, style.carried);
 }
 
 size_t qHash(const ParagraphStyle& style, size_t seed) {
@@ -34,11 +34,6 @@ const char* WordOf(UnderlineKind kind) {
   static constexpr std::array words{"",          "ul",         "uld",     "uldash",    "uldashd", "uldashdd",
                                     "ulwave",    "uldb",       "ulw",     "ulth",      "ulthd",   "ulthdash",
                                     "ulthdashd", "ulthdashdd", "ulldash", "ulthldash", "ulhwave", "ululdbwave"};
-  return Entry(words, kind);
-}
-
-const char* WordOf(CapsKind kind) {
-  static constexpr std::array words{"", "caps", "scaps"};
   return Entry(words, kind);
 }
 

@@ -32,7 +32,6 @@ enum class UnderlineKind : std::uint8_t {
   DoubleWave,
 };
 
-enum class CapsKind : std::uint8_t { None, All, Small };
 enum class BackgroundKind : std::uint8_t { Highlight, Background, Shading };
 enum class VerticalKind : std::uint8_t { Normal, Super, Sub, Raised, Lowered };
 enum class Alignment : std::uint8_t { Left, Centre, Right, Justify };
@@ -49,6 +48,9 @@ inline constexpr int largestHalfPoints = 3276;
 /// Stands for the number of the default font, whichever that is.
 inline constexpr int defaultFont = -1;
 
+/// Stands for no list of the list table: 0 may be one.
+inline constexpr int noList = -1;
+
 struct CharacterStyle {
   int font = defaultFont;  ///< A number of the font table.
   int halfPoints = 24;
@@ -60,10 +62,12 @@ struct CharacterStyle {
   bool italic = false;
   std::uint8_t strike = 0;  ///< Lines.
   UnderlineKind underline = UnderlineKind::None;
-  CapsKind caps = CapsKind::None;
+  bool caps = false;  ///< What shows where both are on.
+  bool smallCaps = false;
   VerticalKind vertical = VerticalKind::Normal;
   BackgroundKind backgroundKind = BackgroundKind::Highlight;
   bool hidden = false;
+  bool rightToLeft = false;
   WordList carried;
 
   bool operator==(const CharacterStyle&) const = default;
@@ -93,7 +97,7 @@ struct ParagraphStyle {
   bool pageBreakBefore = false;
   bool inTable = false;
   int tableLevel = 0;
-  int listNumber = 0;  ///< `\ls`
+  int listNumber = noList;  ///< `\ls`
   int listLevel = 0;
   int numbering = 0;  ///< The `\pn` group in force: an index of the reader's, 0 for none.
   QList<TabStop> tabs;
@@ -108,7 +112,6 @@ size_t qHash(const ParagraphStyle& style, size_t seed = 0);
 
 /// The control word of each kind; empty for none.
 const char* WordOf(UnderlineKind kind);
-const char* WordOf(CapsKind kind);
 const char* WordOf(BackgroundKind kind);
 const char* WordOf(Alignment alignment);
 const char* WordOf(TabKind kind);

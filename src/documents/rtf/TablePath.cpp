@@ -3,10 +3,20 @@
 #include "documents/rtf/Properties.h"
 
 #include <QStringList>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
 
 namespace rtf {
 
 void SetPath(QTextBlockFormat& format, const TablePath& path) {
+  if (path.isEmpty()) {
+    format.clearProperty(TableProperty);
+    format.clearProperty(TableDefinitionsProperty);
+    return;
+  }
   QString places;
   QStringList definitions;
   for (const TableLevel& level : path) {
@@ -27,6 +37,36 @@ TablePath PathOf(const QTextBlockFormat& format) {
     path.append({fields.value(0).toInt(), fields.value(1).toInt(), definitions[i]});
   }
   return path;
+}
+
+namespace {
+
+/// The levels at the front that all paragraphs share: cells around the whole document.
+qsizetype CommonCells(const QTextDocument& document) {
+  const TablePath first = PathOf(document.begin().blockFormat());
+  qsizetype common = first.size();
+  for (QTextBlock block = document.begin(); block.isValid() && common > 0; block = block.next()) {
+    const TablePath path = PathOf(block.blockFormat());
+    common = std::min(common, path.size());
+    const auto [end, other] = std::mismatch(first.begin(), first.begin() + common, path.begin());
+    common = end - first.begin();
+  }
+  return common;
+}
+
+}  // namespace
+
+void MoveToCell(QTextDocument& document, const TablePath& cell) {
+  const qsizetype common = CommonCells(document);
+  if (common == 0 && cell.isEmpty()) {
+    return;
+  }
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    QTextBlockFormat format = block.blockFormat();
+    const TablePath path = cell + PathOf(format).mid(common);
+    SetPath(format, path.first(std::min<qsizetype>(path.size(), deepestTable)));
+    QTextCursor(block).setBlockFormat(format);
+  }
 }
 
 }  // namespace rtf

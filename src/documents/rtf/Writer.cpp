@@ -42,8 +42,24 @@ QByteArray Writer::Write() {
     WriteBlock(block);
   }
   CloseLinks(0);
-  m_text.Raw("}\r\n");
-  return Header() + m_text.Bytes();
+  return Enclosed(m_text.Bytes());
+}
+
+QByteArray Writer::WriteParagraph(const QTextBlock& block) {
+  m_text = {};
+  m_text.Word("\\pard");
+  m_styles.Reset();
+  m_inForce = {};
+  // They may have changed since, and be gone.
+  m_lists.clear();
+  m_path = block.previous().isValid() ? FormatOf(block.previous()).path : TablePath();
+  WriteBlock(block);
+  CloseLinks(0);
+  return m_text.Bytes();
+}
+
+QByteArray Writer::Enclosed(const QByteArray& text) {
+  return Header() + text + "}\r\n";
 }
 
 QByteArray Writer::Header() {
@@ -63,7 +79,9 @@ QByteArray Writer::Header() {
     default:
       header.Word("\\ansi\\ansicpg", preamble.codePage);
   }
-  header.Word("\\deff", preamble.defaultFont);
+  if (m_tables.NamesDefaultFont()) {
+    header.Word("\\deff", preamble.defaultFont);
+  }
   const QList<CarriedWord>& words = preamble.words.Words();
   StyleWriter(header, m_tables).Words(words);
   if (preamble.defaultTab != 720) {
@@ -217,10 +235,11 @@ void Writer::Paragraph(const ParagraphStyle& style, ListState* list, bool withMa
   if (list != nullptr) {
     m_text.Raw(list->group);
   }
-  m_styles.Paragraph(style);
   if (list != nullptr && !list->words.isEmpty()) {
+    // In front of the indents: for some readers it brings the list's own.
     m_text.Word(list->words.constData());
   }
+  m_styles.Paragraph(style);
 }
 
 /// The mark as text, for readers that don't number themselves.

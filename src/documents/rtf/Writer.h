@@ -26,6 +26,11 @@ class Writer {
 
   QByteArray Write();
 
+  /// One paragraph, whatever was written before: written one after the other, all of them are the document's text.
+  QByteArray WriteParagraph(const QTextBlock& block);
+  /// The document around a text that was written by this object.
+  QByteArray Enclosed(const QByteArray& text);
+
  private:
   /// A character format, taken apart once.
   struct RunFormat {

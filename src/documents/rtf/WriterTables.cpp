@@ -36,6 +36,24 @@ bool EndsInsideEntry(const QByteArray& groups) {
   return inside;
 }
 
+/// Whether the last font stands between braces of its own; readers take the form of a table's first fonts for all.
+bool EndsBraced(const QByteArray& groups) {
+  Tokenizer tokenizer(View(groups));
+  bool braced = true;
+  int depth = 0;
+  for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
+    if (token.kind == TokenKind::GroupStart) {
+      ++depth;
+      braced = true;
+    } else if (token.kind == TokenKind::GroupEnd) {
+      --depth;
+    } else if (token.kind == TokenKind::Text && depth == 1) {
+      braced = braced && token.text.find(';') == std::string_view::npos;
+    }
+  }
+  return braced;
+}
+
 QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
   return entries.isEmpty() ? groups : groups.chopped(1) + entries + '}';
 }
@@ -43,7 +61,10 @@ QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
 }  // namespace
 
 WriterTables::WriterTables(const PreambleData& preamble)
-    : m_codePage(preamble.codePage), m_fontGroups(preamble.fontTables), m_colourGroups(preamble.colourTables) {
+    : m_codePage(preamble.codePage),
+      m_defaultFont(preamble.defaultFont),
+      m_fontGroups(preamble.fontTables),
+      m_colourGroups(preamble.colourTables) {
   FontTable fonts;
   fonts.Add(View(m_fontGroups), m_codePage);
   QList<int> numbers = fonts.Fonts().keys();
@@ -62,6 +83,7 @@ WriterTables::WriterTables(const PreambleData& preamble)
   while (m_numbers.contains(m_nextFont)) {
     ++m_nextFont;
   }
+  m_bracedFonts = EndsBraced(m_fontGroups);
   ColourTable colours;
   if (m_colourGroups.isEmpty()) {
     m_colourGroups = "{\\colortbl ;}";
@@ -92,6 +114,18 @@ int WriterTables::FontNumber(const Font& font) {
   if (known != m_fonts.constEnd()) {
     return *known;
   }
+  if (description == NoFont().Description() && !m_numbers.contains(m_defaultFont)) {
+    m_numbers.insert(m_defaultFont);
+    if (!m_numbers.contains(0) || m_defaultFont == 0) {
+      m_numbers.insert(0);
+      m_namesDefault = false;
+    }
+    while (m_numbers.contains(m_nextFont)) {
+      ++m_nextFont;
+    }
+    m_fonts.insert(description, defaultFont);
+    return defaultFont;
+  }
   const int number = m_nextFont;
   m_fonts.insert(description, number);
   m_numbers.insert(number);
@@ -99,7 +133,9 @@ int WriterTables::FontNumber(const Font& font) {
     ++m_nextFont;
   }
   RtfText entry;
-  entry.OpenGroup();
+  if (m_bracedFonts) {
+    entry.OpenGroup();
+  }
   entry.Word("\\f", number);
   entry.Word(QByteArray("\\f" + font.family.toLatin1()).constData());
   if (font.charset >= 0) {
@@ -109,7 +145,7 @@ int WriterTables::FontNumber(const Font& font) {
     entry.Word("\\cpg", font.codePage);
   }
   entry.Text(FontName(font.name), 0);
-  entry.Raw(";}");
+  entry.Raw(m_bracedFonts ? ";}" : ";");
   m_newFonts += entry.Bytes();
   return number;
 }
@@ -140,7 +176,7 @@ QByteArray WriterTables::FontGroups() const {
   FontTable fonts;
   fonts.Add(View(extended), m_codePage);
   const bool complete = std::all_of(m_fonts.keyValueBegin(), m_fonts.keyValueEnd(), [&](const auto& font) {
-    return fonts.Contains(font.second) && fonts.At(font.second).Description() == font.first;
+    return fonts.At(font.second).Description() == font.first;
   });
   return complete ? extended : m_fontGroups + "{\\fonttbl" + m_newFonts + '}';
 }

@@ -15,6 +15,7 @@ class WriterTables {
  public:
   explicit WriterTables(const PreambleData& preamble);
 
+  /// defaultFont for text that has none.
   int FontNumber(const Font& font);
   /// A number that is not 0, which stands for none where it is a background's.
   int ColourNumber(int colour);
@@ -22,6 +23,8 @@ class WriterTables {
   /// The code page of text in that font.
   int CodePage(const Font& font) const { return font.codePage == 0 ? m_codePage : font.codePage; }
 
+  /// Whether there is a default font to name; readers show one of their own where there is none.
+  bool NamesDefaultFont() const { return m_namesDefault; }
   QByteArray FontGroups() const;
   QByteArray ColourGroups() const;
 
@@ -29,11 +32,14 @@ class WriterTables {
   int AddColour(int colour);
 
   int m_codePage;
+  int m_defaultFont;
   QByteArray m_fontGroups;
   QByteArray m_colourGroups;
   QHash<QString, int> m_fonts;
   QSet<int> m_numbers;
   int m_nextFont = 0;
+  bool m_bracedFonts = true;
+  bool m_namesDefault = true;
   QByteArray m_newFonts;
   QHash<int, int> m_colours;
   int m_automatic = 0;

@@ -10,6 +10,7 @@
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/ProgramEnd.h"
+#include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/ComponentBridge.h"
@@ -19,6 +20,7 @@
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/process/PrivateFiles.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -26,6 +28,7 @@
 #include <QLocale>
 #include <QPalette>
 #include <QScopeGuard>
+#include <QSettings>
 #include <QTimer>
 #include <QTranslator>
 
@@ -79,6 +82,12 @@ void SetUpIcons() {
   }
 }
 
+// The toolkit makes them with the mode that the mask leaves.
+void KeepSettingsPrivate() {
+  process::TakePrivateFile(QSettings().fileName());
+  process::TakePrivateFile(Session::DefaultSettingsFile());
+}
+
 // A box on a screen that nobody sees would wait for ever.
 bool HasScreen() {
   return !QStringList({u"offscreen"_s, u"minimal"_s}).contains(QGuiApplication::platformName());
@@ -100,7 +109,7 @@ void Notify(const QString& text) {
 }
 
 int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
-  MainWindow window(bridge, [&started] { return database::CreateConnection(started.connectionString); },
+  MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.database, started.session.helpFile,
                      started.session.readOnly, demonstration});
   window.show();
@@ -109,15 +118,16 @@ int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demon
 }
 
 int RunDialog(ComponentBridge& bridge, const CommandLine& line) {
-  const Node* node = FindNode(line.node);
-  ComponentRequest request;
-  request.node = line.node;
-  request.action = line.action;
-  request.selectedId = line.id;
-  request.aux = line.aux;
-  request.path = node == nullptr ? QString() : node->Path();
+  const ComponentRequest request{.node = line.node, .action = line.action, .selectedId = line.id, .aux = line.aux};
+  const Node* node = FindNode(line.node == cConstNodo().Sucursales() ? cConstNodo().Bancos() : line.node);
+  RecordDialogs dialogs(bridge, nullptr);
+  QObject::connect(&dialogs, &RecordDialogs::Told, qApp, [](const StripText& told) { Notify(told.text); });
   try {
-    bridge.ShowDialog(request);
+    if (node == nullptr) {
+      bridge.ShowDialog(request);
+    } else {
+      dialogs.Open(*node, request, {});
+    }
   } catch (const automation::Error& error) {
     return CannotGoOn(u"El cuadro no se ha podido mostrar."_s, error);
   }
@@ -130,11 +140,11 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
-  const std::unique_ptr<ViewOnly> viewOnly =
-      started.session.readOnly ? std::make_unique<ViewOnly>(*services, bridge) : nullptr;
-  Housekeeping housekeeping(
-      started.connectionString,
-      {.check = started.leftOpen, .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies()});
+  const ViewOnly viewOnly(*services, bridge);
+  Housekeeping housekeeping(started.connectionString,
+                            {.check = started.leftOpen,
+                             .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies(),
+                             .forget = !started.session.readOnly});
   QObject::connect(&housekeeping, &Housekeeping::Noticed, qApp, Notify);
   // When the window is there.
   QTimer::singleShot(0, &housekeeping, [&] {
@@ -151,6 +161,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
 
 int RunApplication(const CommandLine& line, int& argc, char** argv) {
   const std::unique_ptr<QApplication> application = CreateApplication(argc, argv);
+  KeepSettingsPrivate();
   SetUpSpanish(*application);
   QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
   if (line.dark) {

@@ -15,16 +15,14 @@ namespace {
 
 constexpr int daysKept = 14;
 
-// Copies of `name` by the day in their names, and what a copy that was cut short has left. Nothing else is touched.
+// Copies of `name` by the day in their names. Nothing else is touched.
 void DeleteOldOnes(const QDir& folder, const QString& name, QDate today) {
-  const QRegularExpression pattern(QRegularExpression::anchoredPattern(
-      QRegularExpression::escape(name) + u"-(\\d{4}-\\d\\d-\\d\\d)\\.db(\\.parte-\\d+)?"_s));
+  const QRegularExpression pattern(
+      QRegularExpression::anchoredPattern(QRegularExpression::escape(name) + u"-(\\d{4}-\\d\\d-\\d\\d)\\.db"_s));
   const QStringList files = folder.entryList(QDir::Files);
   for (const QString& file : files) {
-    const QRegularExpressionMatch match = pattern.match(file);
-    const QDate day = QDate::fromString(match.captured(1), Qt::ISODate);
-    const bool isCutShort = !match.captured(2).isEmpty() && day != today;
-    if (day.isValid() && (isCutShort || day.daysTo(today) >= daysKept)) {
+    const QDate day = QDate::fromString(pattern.match(file).captured(1), Qt::ISODate);
+    if (day.isValid() && day.daysTo(today) >= daysKept) {
       QFile::remove(folder.filePath(file));
     }
   }

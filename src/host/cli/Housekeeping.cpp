@@ -1,8 +1,10 @@
 #include "host/cli/Housekeeping.h"
 
-#include "platform/adodb/ErrorNumbers.h"
+#include "database/Database.h"
 #include "database/Maintenance.h"
 #include "host/cli/DailyCopies.h"
+#include "host/records/ChangeLog.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 
 using namespace Qt::StringLiterals;
@@ -13,6 +15,7 @@ Housekeeping::Housekeeping(const QString& connectionString, Duties duties)
     : m_connectionString(connectionString), m_duties(duties), m_thread(QThread::create([this] {
         Check();
         Copy();
+        ForgetOldChanges();
       })) {}
 
 Housekeeping::~Housekeeping() {
@@ -51,6 +54,21 @@ void Housekeeping::Copy() {
     if (error.Number() != adodb::Stopped) {
       Q_EMIT Noticed(u"No se ha podido hacer la copia diaria de la base de datos. "_s + error.Description());
     }
+  }
+}
+
+// They tell who did what; nobody needs that for longer. Where it can't be done now the next start does it.
+void Housekeeping::ForgetOldChanges() const {
+  constexpr int yearsKept = 2;
+  if (!m_duties.forget || QThread::currentThread()->isInterruptionRequested()) {
+    return;
+  }
+  try {
+    const auto connection = database::CreateConnection(m_connectionString);
+    connection->Open();
+    ForgetChangesBefore(*connection, QDateTime::currentDateTimeUtc().addYears(-yearsKept));
+  } catch (const automation::Error&) {
+    return;
   }
 }
 

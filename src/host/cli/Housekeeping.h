@@ -9,7 +9,7 @@
 namespace host {
 
 /// What a start owes the database file, beside the user's work, in a thread of its own: a quick check after an unclean
-/// end, and the copy of the day.
+/// end, the copy of the day, and letting old notes of the change log go.
 class Housekeeping : public QObject {
   Q_OBJECT
 
@@ -17,6 +17,7 @@ class Housekeeping : public QObject {
   struct Duties {
     bool check = false;
     bool copy = false;
+    bool forget = false;
   };
 
   Housekeeping(const QString& connectionString, Duties duties);
@@ -32,6 +33,7 @@ class Housekeeping : public QObject {
  private:
   void Check();
   void Copy();
+  void ForgetOldChanges() const;
 
   QString m_connectionString;
   Duties m_duties;

@@ -1,5 +1,6 @@
 #include "host/cli/PermissionNotice.h"
 
+#include "platform/process/Exposure.h"
 #include "platform/process/PrivateFiles.h"
 
 #include <QSettings>
@@ -7,14 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace host {
-
-namespace {
-
-QString ForShell(QString path) {
-  return u'\'' + path.replace(u'\'', u"'\\''"_s) + u'\'';
-}
-
-}  // namespace
 
 QString PermissionNotice(const QStringList& files) {
   const QString key = u"Avisos/Permisos"_s;
@@ -25,7 +18,7 @@ QString PermissionNotice(const QStringList& files) {
     if (process::IsOpenToOthers(file) && !told.contains(file)) {
       told.append(file);
       // The files that the engine keeps beside it have the same mode.
-      commands.append(u"chmod go-rwx %1*"_s.arg(ForShell(file)));
+      commands.append(u"chmod go-rwx %1*"_s.arg(process::ForShell(file)));
     }
   }
   if (commands.isEmpty()) {

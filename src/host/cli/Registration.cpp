@@ -30,6 +30,7 @@ QString Absolute(const QString& library) {
 }  // namespace
 
 void RegisterComponent(const QString& library) {
+  automation::RequireUnexposed(automation::RegistryFile());
   Expect(automation::ComponentLibrary(Absolute(library)).Register());
 }
 

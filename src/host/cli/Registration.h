@@ -5,7 +5,7 @@
 namespace host {
 
 /// Enters the classes of a component library in the user's class registry file. Raises 429 for a library that is no
-/// component, 70 when the file cannot be written.
+/// component, and where others could exchange the library or the file; 70 when the file cannot be written.
 void RegisterComponent(const QString& library);
 
 /// Takes the classes of a library out of the registry file; without a library, those of the configuration component,

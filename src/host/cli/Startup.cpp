@@ -1,11 +1,13 @@
 #include "host/cli/Startup.h"
 
 #include "database/Database.h"
-#include "platform/adodb/ErrorNumbers.h"
 #include "database/Maintenance.h"
+#include "host/desktop/PatientConnection.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
+#include "platform/process/Exposure.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -43,6 +45,17 @@ void SignIn(adodb::Connection& connection, const std::optional<int>& user, Sessi
 void ReadInstallation(adodb::Connection& connection, Session& session) {
   const auto rows = adodb::Execute(connection, u"SELECT velumar FROM configuracion");
   session.velumar = !rows->AtEnd() && automation::CBool(rows->Field(0));
+}
+
+// The mode of the file itself is the user's choice, about which PermissionNotice has a word.
+void RequireUnexposedFolder(const QString& connectionString) {
+  const QFileInfo file(database::FileOf(connectionString));
+  for (const QString& folder : {file.path(), file.exists() ? file.canonicalPath() : file.path()}) {
+    const QString exposure = process::ExposureOf(folder);
+    if (!exposure.isEmpty()) {
+      throw automation::Error(adodb::CannotOpen, u"La base de datos no está a salvo. "_s + exposure);
+    }
+  }
 }
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
@@ -90,6 +103,7 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
   const Target target = TargetOf(line);
   RequireWanted(target, line);
+  RequireUnexposedFolder(target.connectionString);
   Session& session = started->session;
   session.readOnly = !database::MayBeWritten(target.connectionString);
   started->database = target.shown;
@@ -98,9 +112,12 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
   database::PrepareDatabase(connectionString,
                             line.demonstration ? database::Content::Demonstration : database::Content::Reference);
-  started->connection = database::CreateConnection(connectionString);
+  auto patient = std::make_unique<PatientConnection>(
+      database::CreateConnection(connectionString, PatientConnection::tryTime), database::WaitOf(connectionString));
+  started->connection = std::make_unique<OfficeConnection>(std::move(patient), session);
   started->connection->Open();
   session.connection = started->connection.get();
+  session.office = started->connection.get();
   session.title = u"Kel"_s;
   session.icon = u":/kel/kel.png"_s;
   session.helpFile = HelpFile();

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/cli/CommandLine.h"
+#include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
-#include "platform/adodb/Connection.h"
 
 #include <QString>
 
@@ -12,9 +12,9 @@ namespace host {
 
 /// The database of a session, prepared and open, and the session on it.
 struct StartedSession {
-  std::unique_ptr<adodb::Connection> connection;
   QString connectionString;
   Session session;
+  std::unique_ptr<OfficeConnection> connection;  ///< The session's.
   QString database;       ///< The database as the user knows it: a path, or the connection string.
   bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
 };
@@ -33,7 +33,8 @@ Target TargetOf(const CommandLine& line);
 void RequireWanted(const Target& target, const CommandLine& line);
 
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
-/// RequireWanted, and 5 for a user that does not exist. A database that can't be written is opened for viewing.
+/// RequireWanted, CannotOpen where everybody may write in a folder on the way, and 5 for a user that does not exist. A
+/// database that can't be written is opened for viewing.
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line);
 
 /// The file of the database when the arguments name none, in the user's data folder.

@@ -1,6 +1,7 @@
 #include "host/desktop/DeletionDialogs.h"
 
-#include <QMessageBox>
+#include "host/services/PlainBox.h"
+
 #include <QProgressDialog>
 #include <QPushButton>
 
@@ -58,8 +59,7 @@ void AddDetails(QMessageBox& box, const QStringList& going, const QStringList& s
 }
 
 bool Confirm(QWidget* parent, const QString& title, const Node& node, const DeletionPlan& plan) {
-  QMessageBox box(QMessageBox::Question, title, Question(node, plan), QMessageBox::Yes | QMessageBox::No, parent);
-  box.setTextFormat(Qt::PlainText);
+  PlainBox box(QMessageBox::Question, title, Question(node, plan), QMessageBox::Yes | QMessageBox::No, parent);
   box.setDefaultButton(QMessageBox::No);
   const QStringList going = Names(plan.going);
   const QStringList staying = Reasons(plan.staying);
@@ -73,7 +73,7 @@ bool Confirm(QWidget* parent, const QString& title, const Node& node, const Dele
   if (!staying.isEmpty()) {
     information.append(u"Se conservan:\n"_s + Bulleted(staying));
   }
-  box.setInformativeText(information.join(u"\n\n"_s));
+  box.SetFurtherText(information.join(u"\n\n"_s));
   AddDetails(box, going, staying);
   return box.exec() == QMessageBox::Yes;
 }
@@ -83,13 +83,12 @@ void TellThatNothingGoes(QWidget* parent, const QString& title, const Node& node
                            ? u"No se puede eliminar %1 «%2»."_s.arg(node.record, staying.constFirst().name)
                            : u"No se puede eliminar ninguno de los %1 registros seleccionados de «%2»."_s.arg(
                                  QString::number(staying.size()), node.title);
-  QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok, parent);
-  box.setTextFormat(Qt::PlainText);
+  PlainBox box(QMessageBox::Information, title, text, QMessageBox::Ok, parent);
   if (staying.size() == 1) {
     QString reason = staying.constFirst().reason;
-    box.setInformativeText(reason.replace(0, 1, reason.at(0).toUpper()) + u'.');
+    box.SetFurtherText(reason.replace(0, 1, reason.at(0).toUpper()) + u'.');
   } else {
-    box.setInformativeText(Bulleted(Reasons(staying)));
+    box.SetFurtherText(Bulleted(Reasons(staying)));
   }
   AddDetails(box, {}, Reasons(staying));
   box.exec();
@@ -99,9 +98,8 @@ void TellOfFailures(QWidget* parent, const QString& title, const DeletionResult&
   if (result.kept.isEmpty()) {
     return;
   }
-  QMessageBox box(QMessageBox::Warning, title, DeletionHeadline(result), QMessageBox::Ok, parent);
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(u"No se han eliminado:\n"_s + Bulleted(Reasons(result.kept)));
+  PlainBox box(QMessageBox::Warning, title, DeletionHeadline(result), QMessageBox::Ok, parent);
+  box.SetFurtherText(u"No se han eliminado:\n"_s + Bulleted(Reasons(result.kept)));
   AddDetails(box, result.deleted, Reasons(result.kept));
   box.exec();
 }
@@ -169,9 +167,8 @@ void ShowRefusedRecoveries(QWidget* parent, const QString& title, const QList<Re
   if (refused.isEmpty()) {
     return;
   }
-  QMessageBox box(QMessageBox::Warning, title, RecoveryHeadline(recoveries), QMessageBox::Ok, parent);
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(u"No se han recuperado:\n"_s + Bulleted(Reasons(refused)));
+  PlainBox box(QMessageBox::Warning, title, RecoveryHeadline(recoveries), QMessageBox::Ok, parent);
+  box.SetFurtherText(u"No se han recuperado:\n"_s + Bulleted(Reasons(refused)));
   AddDetails(box, {}, Reasons(refused));
   box.exec();
 }

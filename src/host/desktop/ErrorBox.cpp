@@ -1,6 +1,6 @@
 #include "host/desktop/ErrorBox.h"
 
-#include <QMessageBox>
+#include "host/services/PlainBox.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,9 +19,8 @@ QString Details(const automation::Error& error) {
 }  // namespace
 
 void ShowError(QWidget* parent, const QString& title, const QString& what, const automation::Error& error) {
-  QMessageBox box(QMessageBox::Critical, title, what, QMessageBox::Ok, parent);
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(Details(error));
+  PlainBox box(QMessageBox::Critical, title, what, QMessageBox::Ok, parent);
+  box.SetFurtherText(Details(error));
   box.exec();
 }
 

@@ -1,10 +1,12 @@
 #include "host/desktop/LocksDialog.h"
 
 #include "host/desktop/ErrorBox.h"
+#include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
@@ -16,7 +18,10 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 LocksDialog::LocksDialog(Session& session, QWidget* parent)
-    : QDialog(parent), m_session(session), m_list(new QTreeWidget(this)) {
+    : QDialog(parent),
+      m_session(session),
+      m_none(new QLabel(u"Ningún registro está en uso."_s, this)),
+      m_list(new QTreeWidget(this)) {
   setObjectName(u"locksDialog"_s);
   setWindowTitle(u"Registros en uso"_s);
   m_list->setObjectName(u"lockList"_s);
@@ -32,7 +37,9 @@ LocksDialog::LocksDialog(Session& session, QWidget* parent)
   m_release->setAutoDefault(false);
   auto* again = buttons->addButton(u"&Actualizar"_s, QDialogButtonBox::ActionRole);
   again->setAutoDefault(false);
+  m_none->setObjectName(u"noLocks"_s);
   auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_none);
   layout->addWidget(m_list);
   layout->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -63,6 +70,7 @@ void LocksDialog::Read() {
     m_list->resizeColumnToContents(column);
     m_list->setColumnWidth(column, m_list->columnWidth(column) + fontMetrics().averageCharWidth() * 2);
   }
+  m_none->setVisible(m_records.isEmpty());
   m_list->setCurrentItem(m_list->topLevelItem(0));
   m_release->setEnabled(!m_list->selectedItems().isEmpty());
 }
@@ -73,13 +81,11 @@ void LocksDialog::Release() {
     return;
   }
   const HeldRecord& record = m_records[row];
-  QMessageBox box(QMessageBox::Question, m_session.title,
-                  u"¿Desea soltar «%1» de «%2»?"_s.arg(record.name, record.kind), QMessageBox::Yes | QMessageBox::No,
-                  this);
-  box.setTextFormat(Qt::PlainText);
+  PlainBox box(QMessageBox::Question, m_session.title, u"¿Desea soltar «%1» de «%2»?"_s.arg(record.name, record.kind),
+               QMessageBox::Yes | QMessageBox::No, this);
   box.setDefaultButton(QMessageBox::No);
   if (!record.hasEnded) {
-    box.setInformativeText(
+    box.SetFurtherText(
         u"%1. Si sigue con el cuadro abierto podrá guardar, y sus cambios y los de otra persona se pisarán."_s.arg(
             record.holder.Description()));
   }

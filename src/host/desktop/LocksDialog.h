@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QList>
 
+class QLabel;
 class QPushButton;
 class QTreeWidget;
 
@@ -26,6 +27,7 @@ class LocksDialog : public QDialog {
 
   Session& m_session;
   QList<HeldRecord> m_records;
+  QLabel* m_none;  ///< Says so where no record is held.
   QTreeWidget* m_list;
   QPushButton* m_release;
 };

@@ -1,20 +1,18 @@
 #include "host/desktop/MainWindow.h"
 
+#include "database/Database.h"
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/ErrorBox.h"
+#include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/RecordReader.h"
 #include "platform/automation/Error.h"
-#include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/AsItStands.h"
 #include "ui_MainWindow.h"
 
-#include <QCoreApplication>
-#include <QDesktopServices>
 #include <QLabel>
-#include <QMessageBox>
-#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -27,6 +25,8 @@ namespace {
 
 // In characters; a longer one would not let the window become narrow.
 constexpr qsizetype longestShownPath = 60;
+// In milliseconds; what a person does next takes the news away, too.
+constexpr int newsTime = 8000;
 
 QString EndOf(const QString& text, qsizetype length) {
   return text.size() > length ? QChar(0x2026) + text.right(length) : text;
@@ -39,15 +39,16 @@ QString CountText(int shown, int total) {
 
 }  // namespace
 
-MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
-                       QWidget* parent)
+MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString, WindowTexts texts, QWidget* parent)
     : QMainWindow(parent),
       m_bridge(bridge),
       m_nodes(NodesFor(bridge.Session().IsAdministrator())),
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
-      m_loader(std::move(makeConnection)) {
+      m_loader([connectionString] { return database::CreateConnection(connectionString); }),
+      m_dialogs(bridge, this) {
   m_ui->setupUi(this);
+  m_live = std::make_unique<LiveRecords>(bridge, m_loader, *m_ui->recordList, connectionString);
   m_ui->nodeTree->SetNodes(m_nodes);
   m_ui->splitter->setStretchFactor(1, 1);
   SetUpStrips();
@@ -63,6 +64,12 @@ MainWindow::MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection mak
   connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &MainWindow::UpdateState);
   connect(&m_loader, &RecordLoader::Loaded, this, &MainWindow::ShowList);
   connect(&m_loader, &RecordLoader::Failed, this, &MainWindow::ShowReadError);
+  connect(m_live.get(), &LiveRecords::Updated, this, &MainWindow::UpdateState);
+  connect(m_live.get(), &LiveRecords::MayHaveChanged, m_ui->statusBar,
+          [this] { m_ui->statusBar->showMessage(u"Puede haber cambios (F5)"_s); });
+  connect(&m_dialogs, &RecordDialogs::Told, m_ui->strips, &Strips::Tell);
+  connect(&m_dialogs, &RecordDialogs::RecoveryWanted, this, [this](int note) { RecoverAndShow({note}); });
+  connect(&m_dialogs, &RecordDialogs::RecordWanted, this, [this](const Node& node, int id) { Open(node, id, {}); });
   UpdateState();
 }
 
@@ -84,14 +91,15 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
   m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
+  connect(m_ui->actRefresh, &QAction::triggered, m_ui->statusBar, &QStatusBar::clearMessage);
   connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
   connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
     box->setFocus(Qt::ShortcutFocusReason);
     box->selectAll();
   });
   connect(m_ui->actQuit, &QAction::triggered, this, &QWidget::close);
-  connect(m_ui->actHelp, &QAction::triggered, this, &MainWindow::ShowHelp);
-  connect(m_ui->actAbout, &QAction::triggered, this, &MainWindow::ShowAbout);
+  connect(m_ui->actHelp, &QAction::triggered, this, [this] { OpenHelp(m_texts.title, m_texts.helpFile); });
+  connect(m_ui->actAbout, &QAction::triggered, this, [this] { ShowAbout(this, m_texts.title); });
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
   m_ui->recordList->addActions(
       {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
@@ -102,38 +110,37 @@ void MainWindow::SetUpStatusBar() {
       u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
   label->setObjectName(u"lblSession"_s);
   label->setTextFormat(Qt::PlainText);
-  label->setToolTip(m_texts.database.toHtmlEscaped());
+  label->setToolTip(texts::AsItStands(m_texts.database));
   m_ui->statusBar->addPermanentWidget(label);
 }
 
-// What is not as usual stands in the title and in a strip above everything.
+// What is not as usual stands in the title and in a strip that stays.
 void MainWindow::SetUpStrips() {
-  const auto strip = [this](const char* name, const QString& text, const QString& inTitle) {
-    auto* label = new QLabel(text, this);
-    label->setObjectName(QLatin1StringView(name));
-    label->setWordWrap(true);
-    label->setMargin(label->fontMetrics().height() / 3);
-    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-    // Black on amber, which stands out of light and dark colours.
-    label->setAutoFillBackground(true);
-    label->setPalette(QPalette(Qt::black, QColor(0xFF, 0xD8, 0x73)));
-    m_ui->mainLayout->insertWidget(0, label);
+  const auto tell = [this](const QString& subject, const QString& text, const QString& inTitle) {
+    m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
     m_texts.title += u" (%1)"_s.arg(inTitle);
   };
   if (m_texts.demonstration) {
-    strip("lblDemonstration", u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+    tell(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
   }
   if (m_texts.readOnly) {
-    strip("lblReadOnly",
-          u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren "
-          "sin «Aceptar»."_s,
-          u"solo lectura"_s);
+    tell(u"stripReadOnly"_s,
+         u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren "
+         "sin «Aceptar»."_s,
+         u"solo lectura"_s);
   }
+  connect(m_ui->strips, &Strips::Left, m_ui->recordList, qOverload<>(&QWidget::setFocus));
+}
+
+void MainWindow::Announce(const QString& news) {
+  m_ui->statusBar->showMessage(news, newsTime);
 }
 
 void MainWindow::ShowNode(const Node& node) {
   StoreLayout();
+  m_ui->statusBar->clearMessage();
   m_node = &node;
+  m_live->Follow(nullptr);
   m_shown = false;
   m_readFailed = false;
   m_selectWhenRead.clear();
@@ -155,6 +162,7 @@ void MainWindow::ShowList(SortedRecords& records) {
     m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
     m_ui->recordList->SetColumnWidths(m_ui->recordList->ChosenWidths());
   }
+  m_live->Follow(m_node);
   Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
 }
@@ -172,7 +180,8 @@ void MainWindow::Add() {
   const Node& node = *m_node;
   try {
     const int highest = HighestKey(m_bridge.OpenConnection(), node);
-    ShowDialog(node.id, cConstAccion().Agregar(), 0, 0);
+    m_ui->statusBar->clearMessage();
+    m_dialogs.Add(node);
     if (m_bridge.IsEnding()) {
       return;
     }
@@ -196,29 +205,24 @@ void MainWindow::Add() {
 
 void MainWindow::Modify() {
   if (m_node != nullptr && m_node->hasDialog && SelectedId() != 0) {
-    const int id = SelectedId();
-    ShowDialog(m_node->id, cConstAccion().Modificar(), id, 0);
+    Open(*m_node, SelectedId(), SelectedName());
+  }
+}
+
+void MainWindow::Open(const Node& node, int id, const QString& name) {
+  m_ui->statusBar->clearMessage();
+  m_dialogs.Modify(node, id, name);
+  if (m_node == &node) {
     ShowChanged({id});
   }
 }
 
 void MainWindow::NewBranch() {
   if (m_node != nullptr && m_node->id == cConstNodo().Bancos() && SelectedId() != 0) {
-    ShowDialog(cConstNodo().Sucursales(), cConstAccion().Agregar(), 0, SelectedId());
-  }
-}
-
-void MainWindow::ShowDialog(int node, int action, int selectedId, int aux) {
-  ComponentRequest request;
-  request.node = node;
-  request.action = action;
-  request.selectedId = selectedId;
-  request.aux = aux;
-  request.path = m_node->Path();
-  try {
-    m_bridge.ShowDialog(request);
-  } catch (const automation::Error& error) {
-    ShowError(this, m_texts.title, u"El cuadro de «%1» ha fallado."_s.arg(m_node->title), error);
+    const int bank = SelectedId();
+    m_ui->statusBar->clearMessage();
+    m_dialogs.AddBranch(bank, SelectedName());
+    ShowChanged({bank});
   }
 }
 
@@ -245,7 +249,7 @@ void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
   if (!result->notes.isEmpty()) {
     m_deletions.append(result->notes);
   }
-  m_ui->statusBar->showMessage(DeletionHeadline(*result));
+  Announce(DeletionHeadline(*result));
   QList<int> ids;
   for (const DeletionTarget& target : targets) {
     ids.append(target.id);
@@ -254,10 +258,13 @@ void MainWindow::DeleteTargets(const QList<DeletionTarget>& targets) {
 }
 
 void MainWindow::UndoDelete() {
-  if (m_deletions.isEmpty()) {
-    return;
+  if (!m_deletions.isEmpty()) {
+    RecoverAndShow(m_deletions.takeLast());
   }
-  const QList<Recovery> recoveries = Recover(m_deletions.takeLast());
+}
+
+void MainWindow::RecoverAndShow(const QList<int>& notes) {
+  const QList<Recovery> recoveries = Recover(notes);
   QList<int> ids;
   for (const Recovery& recovery : recoveries) {
     ids.append(recovery.id);
@@ -265,7 +272,7 @@ void MainWindow::UndoDelete() {
   if (ids.isEmpty() || m_node == nullptr) {
     return;
   }
-  // The user may have gone to another list since.
+  // The user may be at another list.
   const int node = recoveries.constFirst().nodeId;
   if (node == m_node->id) {
     ShowChanged(ids, ids);
@@ -294,7 +301,7 @@ QList<Recovery> MainWindow::Recover(const QList<int>& notes) {
   } catch (const automation::Error& error) {
     ShowError(this, m_texts.title, u"No se ha podido recuperar."_s, error);
   }
-  m_ui->statusBar->showMessage(RecoveryHeadline(recoveries));
+  Announce(RecoveryHeadline(recoveries));
   ShowRefusedRecoveries(this, m_texts.title, recoveries);
   return recoveries;
 }
@@ -311,6 +318,11 @@ QList<DeletionTarget> MainWindow::SelectedTargets() const {
     targets.append({records.IdAt(row), records.NameAt(row, m_node->nameColumns)});
   }
   return targets;
+}
+
+QString MainWindow::SelectedName() const {
+  const QList<DeletionTarget> targets = SelectedTargets();
+  return targets.isEmpty() ? QString() : targets.constFirst().name;
 }
 
 void MainWindow::Refresh() {
@@ -404,19 +416,6 @@ void MainWindow::StoreLayout() const {
   const RecordList& list = *m_ui->recordList;
   SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
   SaveLastNode(m_node->id);
-}
-
-void MainWindow::ShowHelp() {
-  if (!QDesktopServices::openUrl(QUrl::fromLocalFile(m_texts.helpFile))) {
-    QMessageBox::warning(this, m_texts.title,
-                         u"No hay ningún programa que abra la ayuda «%1»."_s.arg(m_texts.helpFile));
-  }
-}
-
-void MainWindow::ShowAbout() {
-  QMessageBox::about(this, m_texts.title,
-                     u"kel-host %1\n\nPrograma anfitrión del componente KelConfiguracion."_s.arg(
-                         QCoreApplication::applicationVersion()));
 }
 
 }  // namespace host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/desktop/LiveRecords.h"
+#include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/Deletion.h"
 #include "host/records/DeletionLog.h"
@@ -38,9 +40,8 @@ class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  /// Borrows the bridge, which must outlive the window. `makeConnection` makes connections to the bridge's database.
-  MainWindow(ComponentBridge& bridge, RecordLoader::MakeConnection makeConnection, WindowTexts texts,
-             QWidget* parent = nullptr);
+  /// Borrows the bridge, which must outlive the window. `connectionString` is of the bridge's database.
+  MainWindow(ComponentBridge& bridge, const QString& connectionString, WindowTexts texts, QWidget* parent = nullptr);
   /// Remembers how the window looked.
   ~MainWindow() override;
 
@@ -53,6 +54,8 @@ class MainWindow : public QMainWindow {
   void SetUpActions();
   void SetUpStatusBar();
   void SetUpStrips();
+  /// Says in the status line what was done, for a while.
+  void Announce(const QString& news);
   void ShowNode(const Node& node);
   void Add();
   void Modify();
@@ -63,13 +66,10 @@ class MainWindow : public QMainWindow {
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
-  void ShowHelp();
-  void ShowAbout();
   void UpdateState();
   void StoreLayout() const;
 
-  /// Shows the component's dialog; an error is shown, and the window goes on.
-  void ShowDialog(int node, int action, int selectedId, int aux);
+  void Open(const Node& node, int id, const QString& name);
   void ShowList(SortedRecords& records);
   void ShowReadError(const automation::Error& error);
   /// Reads these records again, and selects those given.
@@ -78,9 +78,12 @@ class MainWindow : public QMainWindow {
   bool ReadsAllAnew(const QList<int>& selected);
   void Select(const QList<int>& ids);
   QList<DeletionTarget> SelectedTargets() const;
+  QString SelectedName() const;
   void DeleteTargets(const QList<DeletionTarget>& targets);
   /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
   QList<Recovery> Recover(const QList<int>& notes);
+  /// The same, and shows what is live again, in its own list.
+  void RecoverAndShow(const QList<int>& notes);
   /// The only selected record, 0 when there are more or none.
   int SelectedId() const;
   QString EmptyText() const;
@@ -90,6 +93,8 @@ class MainWindow : public QMainWindow {
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   RecordLoader m_loader;
+  std::unique_ptr<LiveRecords> m_live;
+  RecordDialogs m_dialogs;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;

@@ -60,17 +60,25 @@ void RecordList::Show(SortedRecords records, Qt::SortOrder order, int typedColum
 
 void RecordList::Refresh(SortedRecords records) {
   const Place place = Remember();
+  const bool wasEmpty = m_records->TotalCount() == 0;
   // Another column may have been chosen while the records were read.
   const int wanted = m_records->SortColumn();
   m_records->SetRecords(
       records.sortColumn == wanted ? std::move(records) : SortedRecords(std::move(records.records), wanted),
       m_records->SortOrder());
+  if (wasEmpty && !m_widthsChosen) {
+    SetColumnWidths({});
+  }
   Restore(place);
 }
 
 void RecordList::Update(const QList<int>& ids, const RecordData& read) {
   const Place place = Remember();
+  const bool wasEmpty = m_records->TotalCount() == 0;
   m_records->Update(ids, read);
+  if (wasEmpty && !m_widthsChosen) {
+    SetColumnWidths({});
+  }
   Restore(place);
 }
 
@@ -78,6 +86,7 @@ void RecordList::SetFilter(const QString& typed) {
   // A search without hits does not lose the place.
   if (m_records->rowCount() > 0) {
     m_place = Remember();
+    m_place.currentShown = true;
   }
   m_records->SetFilter(typed);
   Restore(m_place);
@@ -176,6 +185,7 @@ RecordList::Place RecordList::Remember() const {
   if (currentIndex().isValid()) {
     place.currentRow = currentIndex().row();
     place.current = m_records->IdAt(place.currentRow);
+    place.currentShown = viewport()->rect().intersects(visualRect(currentIndex()));
   }
   place.topRow = verticalScrollBar()->value();
   if (place.topRow < m_records->rowCount()) {
@@ -193,7 +203,7 @@ void RecordList::Restore(const Place& place) {
   executeDelayedItemsLayout();
   const int top = m_records->RowOf(place.top);
   verticalScrollBar()->setValue(top >= 0 ? top : place.topRow);
-  if (currentIndex().isValid()) {
+  if (currentIndex().isValid() && place.currentShown) {
     scrollTo(currentIndex());
   }
   Q_EMIT SelectedRecordsChanged();

@@ -65,6 +65,7 @@ class RecordList : public QTableView {
     QList<int> selected;
     int current = -1;
     int currentRow = 0;
+    bool currentShown = true;  ///< It was in sight, and is to be afterwards.
     int top = -1;
     int topRow = 0;
   };

@@ -27,8 +27,8 @@ ViewOnly::ViewOnly(QObject& services, const ComponentBridge& bridge) : m_service
 }
 
 bool ViewOnly::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Show && m_bridge.OpenRequest() != nullptr &&
-      qobject_cast<QDialog*>(watched) != nullptr && !IsBoxOfTheToolkit(*watched)) {
+  if (event->type() == QEvent::Show && IsWanted() && qobject_cast<QDialog*>(watched) != nullptr &&
+      !IsBoxOfTheToolkit(*watched)) {
     const QList<QPushButton*> buttons = watched->findChildren<QPushButton*>();
     for (QPushButton* button : buttons) {
       if (button->isDefault()) {
@@ -37,6 +37,11 @@ bool ViewOnly::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QObject::eventFilter(watched, event);
+}
+
+bool ViewOnly::IsWanted() const {
+  const ComponentRequest* open = m_bridge.OpenRequest();
+  return open != nullptr && (open->viewOnly || m_bridge.Session().readOnly);
 }
 
 }  // namespace host

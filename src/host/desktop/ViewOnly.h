@@ -6,10 +6,11 @@
 
 namespace host {
 
-/// For a session in which nothing can be written: the button that accepts a dialog of the component is handed to
-/// BloquearControles when the dialog appears, also where the dialog takes no lock or adds a record. Such a dialog is
-/// every one that appears while the bridge has a request open, nested ones too, but for the boxes that Qt makes
-/// (questions, printers, files): what they accept is no record. The button is the dialog's default one.
+/// For a session in which nothing can be written, and for requests that are for viewing only: the button that accepts a
+/// dialog of the component is handed to BloquearControles when the dialog appears, also where the dialog takes no lock
+/// or adds a record. Such a dialog is every one that appears while the bridge has such a request open, nested ones too,
+/// but for the boxes that Qt makes (questions, printers, files): what they accept is no record. The button is the
+/// dialog's default one.
 class ViewOnly : public QObject {
   Q_OBJECT
 
@@ -20,6 +21,8 @@ class ViewOnly : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool IsWanted() const;
+
   QObject& m_services;
   const ComponentBridge& m_bridge;
 };

@@ -39,13 +39,15 @@ void ComponentBridge::CheckComponent() {
 }
 
 void ComponentBridge::ShowDialog(const ComponentRequest& request) {
-  const QScopedValueRollback open(m_open, &request);
+  ComponentRequest shown = request;
+  const QScopedValueRollback<const ComponentRequest*> open(m_open, &shown);
   m_session.openAgain.reset();
-  Call("PasarDatos", request);
+  Call("PasarDatos", shown);
   while (const std::optional<LockHolder> lock = std::exchange(m_session.openAgain, std::nullopt)) {
     // The dialog releases the lock itself, unless it could not even load its record.
     const auto release = qScopeGuard([&] { ReleaseLock(lock->keyColumn, lock->key); });
-    Call("PasarDatos", request);
+    shown.viewOnly = false;
+    Call("PasarDatos", shown);
   }
 }
 

@@ -15,7 +15,8 @@ struct ComponentRequest {
   int action = 0;
   int selectedId = 0;
   QVariant aux = 0;
-  QString path;  ///< The node's place in the tree, "Tablas\Países".
+  QString path = {};      ///< The node's place in the tree, "Tablas\Países".
+  bool viewOnly = false;  ///< The dialog can only be looked at; see ViewOnly.
 };
 
 /// Makes requests of the configuration component, which is created by name for each of them: fills the services

@@ -40,7 +40,8 @@ struct DeletionResult {
   QStringList untouched;  ///< Those that a cancelled deletion did not reach.
 };
 
-/// Called with the number of records done before each record; false ends the work there.
+/// Called with the number of records done: by PlanDeletion before each one, by DeleteRecords before each batch, of
+/// which the first has one record and each further one twice as many. False ends the work there.
 using GoOn = std::function<bool(int)>;
 
 /// Finds out which of the records can be deleted: not those that others refer to or somebody is modifying, nor an
@@ -48,9 +49,11 @@ using GoOn = std::function<bool(int)>;
 std::optional<DeletionPlan> PlanDeletion(ComponentBridge& bridge, const Node& node,
                                          const QList<DeletionTarget>& targets, const GoOn& goOn);
 
-/// Deletes the records one by one through the component, each under its lock and with a note in the DeletionLog, and
-/// finds out from the database what became of it. A record that fails is kept with the error's text as the reason, and
-/// the next one follows.
+/// Deletes the records through the component, each under its lock and with a note in the DeletionLog, and finds out
+/// from the database what became of it. Those of a batch are one transaction, which begins with the write lock: what is
+/// used, held or deleted since the plan was made stays, with its reason. A box of the component rolls the batch back
+/// before it shows; then, and after an error, the batch is repeated record by record. A record that fails by itself is
+/// kept with the error's text as the reason, and the next one follows. Needs the session's OfficeConnection.
 DeletionResult DeleteRecords(ComponentBridge& bridge, const Node& node, const QList<DeletionTarget>& targets,
                              const GoOn& goOn);
 

@@ -30,8 +30,8 @@ void MakeLive(adodb::Connection& connection, const Node& node, int note) {
         Execute(connection, u"SELECT ValorID FROM EliminacionesRegistros WHERE codEliminacion={} AND Tabla='{}'", note,
                 table.table);
     for (; !rows->AtEnd(); rows->MoveNext()) {
-      Execute(connection, u"UPDATE {} SET Eliminado=0 WHERE {}={}", Verbatim{table.table}, Verbatim{table.key},
-              automation::CLng(rows->Field(0)));
+      Execute(connection, u"UPDATE {} SET Eliminado=0 WHERE {}={} AND Eliminado<>0", Verbatim{table.table},
+              Verbatim{table.key}, automation::CLng(rows->Field(0)));
     }
   }
 }
@@ -51,15 +51,18 @@ QString Rival(adodb::Connection& connection, const Node& node, int id) {
 // Why the record must stay deleted; empty for nothing.
 QString Obstacle(adodb::Connection& connection, const Node& node, int id) {
   const auto row =
-      Execute(connection, u"SELECT {0} FROM {1} WHERE {0}={2}", Verbatim{node.key}, Verbatim{node.table}, id);
+      Execute(connection, u"SELECT Eliminado FROM {1} WHERE {0}={2}", Verbatim{node.key}, Verbatim{node.table}, id);
   if (row->AtEnd()) {
     return u"el registro ya no está en la base de datos"_s;
+  }
+  if (!automation::CBool(row->Field(0))) {
+    return u"el registro no está eliminado"_s;
   }
   if (const QString rival = Rival(connection, node, id); !rival.isEmpty()) {
     return u"ya hay otro registro con el mismo %1: «%2»"_s.arg(node.columns.constFirst().title.toLower(), rival);
   }
-  const Node* parent = DeletedParent(connection, node, id);
-  return parent == nullptr ? QString() : u"depende de otro registro eliminado: recupere antes %1"_s.arg(parent->record);
+  const std::optional<ParentRecord> parent = DeletedParent(connection, {node.table, node.key, id});
+  return parent ? u"depende de otro registro eliminado: recupere antes %1"_s.arg(parent->node->record) : QString();
 }
 
 }  // namespace
@@ -86,14 +89,6 @@ int DeletionLog::Note(const Node& node, int id, const QString& name) {
 void DeletionLog::Forget(int note) {
   adodb::Connection& connection = Opened(m_session.connection);
   adodb::Transaction transaction(connection);
-  Drop(connection, note);
-  transaction.Commit();
-}
-
-void DeletionLog::Undo(const Node& node, int note) {
-  adodb::Connection& connection = Opened(m_session.connection);
-  adodb::Transaction transaction(connection);
-  MakeLive(connection, node, note);
   Drop(connection, note);
   transaction.Commit();
 }

@@ -18,8 +18,8 @@ struct Recovery {
 /// The host's notes of deletions, in tables of its own (Eliminaciones, EliminacionesRegistros): when, who, and which
 /// rows were marked together. The marks themselves are the tables' `Eliminado`.
 ///
-/// A note is made before its deletion, so that a program that ends in between leaves a note too many rather than a
-/// record that cannot be recovered. Errors of the database leave every function.
+/// A note is made in the transaction of its deletion. Older programs made it before, so that one may be left over whose
+/// record is live: such a note is neither listed nor recovered. Errors of the database leave every function.
 class DeletionLog {
  public:
   /// Uses the session's connection, opened when it is closed.
@@ -29,10 +29,8 @@ class DeletionLog {
   int Note(const Node& node, int id, const QString& name);
   /// Drops a note whose deletion was refused.
   void Forget(int note);
-  /// Drops a note whose deletion failed half-way, and makes live again what that had marked.
-  void Undo(const Node& node, int note);
   /// Makes the rows of a note live again and drops it, all in one transaction; nothing changes where that is refused:
-  /// another live record has the same number now, or a record that it depends on is deleted.
+  /// another live record has the same number now, a record that it depends on is deleted, or it is not marked itself.
   Recovery Recover(int note);
 
  private:

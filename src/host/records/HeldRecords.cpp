@@ -4,8 +4,6 @@
 #include "host/records/OpenConnection.h"
 #include "host/records/RecordReader.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -15,10 +13,8 @@ namespace {
 HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
   HeldRecord record{.holder = holder, .kind = holder.keyColumn, .name = QString::number(holder.key)};
   record.hasEnded = HasEnded(holder.process, CurrentProcess());
-  const std::vector<Node>& nodes = NodeCatalog();
-  const auto node = std::ranges::find_if(
-      nodes, [&](const Node& candidate) { return candidate.key.compare(holder.keyColumn, Qt::CaseInsensitive) == 0; });
-  if (node == nodes.end()) {
+  const Node* node = FindNodeByKey(holder.keyColumn);
+  if (node == nullptr) {
     return record;
   }
   record.kind = node->title;

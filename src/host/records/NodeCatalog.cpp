@@ -68,7 +68,8 @@ std::vector<Node> Banking() {
                    {u"NIF"_s},
                    {u"Dirección"_s},
                    {u"Población"_s}},
-       .nameColumns = 3},
+       .nameColumns = 3,
+       .dialogLocks = false},
   };
 }
 
@@ -190,7 +191,8 @@ std::vector<Node> Printing() {
                    {u"Etiquetas"_s, ColumnKind::Number},
                    {u"Por fila"_s, ColumnKind::Number},
                    {u"Disco bancario"_s, ColumnKind::YesNo},
-                   {u"Envío postal"_s, ColumnKind::YesNo}}},
+                   {u"Envío postal"_s, ColumnKind::YesNo}},
+       .dialogLocks = false},
       {.id = numbers.Cabeceras(),
        .group = printing,
        .title = u"Cabeceras"_s,
@@ -211,6 +213,7 @@ std::vector<Node> Printing() {
        .order = u"Descripcion, IDEncabezado"_s,
        .marksDeleted = false,
        .columns = {{u"Tipo de colaborador"_s}, {u"Encabezado"_s}},
+       .dialogLocks = false,
        .canAdd = false,
        .canDelete = false},
       {.id = numbers.CartasModelo(),
@@ -227,7 +230,7 @@ std::vector<Node> Printing() {
 
 std::vector<Node> Administration() {
   return {
-      // Users are entered by the program that manages their rights; here an administrator can only take them out.
+      // Users are entered by the program that manages their rights. Until they can be entered here, none is taken out.
       {.id = numbers.Usuarios(),
        .group = administration,
        .title = u"Usuarios"_s,
@@ -239,6 +242,7 @@ std::vector<Node> Administration() {
        .columns = {{u"Nombre"_s}, {u"Administrador"_s, ColumnKind::YesNo}},
        .hasDialog = false,
        .canAdd = false,
+       .canDelete = false,
        .administratorsOnly = true},
       {.id = deletedRecordsNode,
        .group = administration,
@@ -259,12 +263,34 @@ std::vector<Node> Administration() {
   };
 }
 
+// The notes whose record is marked as deleted: nothing else can be recovered.
+QString StillMarked(const std::vector<Node>& nodes) {
+  QStringList marked;
+  for (const Node& node : nodes) {
+    if (node.marksDeleted) {
+      marked.append(
+          u"(Nodo=%1 AND EXISTS (SELECT %3 FROM EliminacionesRegistros INNER JOIN %2 ON ValorID=%3 WHERE "
+          "codEliminacion=IDEliminacion AND Tabla='%2' AND %2.Eliminado<>0))"_s.arg(QString::number(node.id),
+                                                                                    node.table, node.key));
+    }
+  }
+  return u'(' + marked.join(u" OR "_s) + u')';
+}
+
 std::vector<Node> BuildCatalog() {
   std::vector<Node> catalog;
   for (const auto& nodes : {Banking(), Places(), Deductions(), Offerings(), Printing(), Administration()}) {
     catalog.insert(catalog.end(), nodes.begin(), nodes.end());
   }
+  catalog.back().condition = StillMarked(catalog);
   return catalog;
+}
+
+template <typename Accepts>
+const Node* FirstNode(Accepts accepts) {
+  const std::vector<Node>& nodes = NodeCatalog();
+  const auto found = std::ranges::find_if(nodes, accepts);
+  return found == nodes.end() ? nullptr : &*found;
 }
 
 }  // namespace
@@ -292,16 +318,22 @@ std::vector<Node> NodesFor(bool administrator) {
   std::erase_if(nodes, [](const Node& node) { return node.administratorsOnly; });
   for (Node& node : nodes) {
     if (node.canRecover) {
-      node.condition = u"Nodo NOT IN (%1)"_s.arg(hidden.join(u','));
+      node.condition += u" AND Nodo NOT IN (%1)"_s.arg(hidden.join(u','));
     }
   }
   return nodes;
 }
 
 const Node* FindNode(int id) {
-  const std::vector<Node>& nodes = NodeCatalog();
-  const auto found = std::find_if(nodes.begin(), nodes.end(), [id](const Node& node) { return node.id == id; });
-  return found == nodes.end() ? nullptr : &*found;
+  return FirstNode([id](const Node& node) { return node.id == id; });
+}
+
+const Node* FindNodeByKey(const QString& keyColumn) {
+  return FirstNode([&](const Node& node) { return node.key.compare(keyColumn, Qt::CaseInsensitive) == 0; });
+}
+
+const Node* FindNodeByTable(const QString& table) {
+  return FirstNode([&](const Node& node) { return node.table.compare(table, Qt::CaseInsensitive) == 0; });
 }
 
 }  // namespace host

@@ -44,6 +44,7 @@ struct Node {
   Qt::SortOrder sortOrder = Qt::AscendingOrder;
   int typedColumn = 0;  ///< The one that is searched by typing in the list: the name.
   bool hasDialog = true;
+  bool dialogLocks = true;  ///< The dialog asks for the lock of its record; the others don't know of locks.
   bool canAdd = true;
   bool canDelete = true;
   bool canRecover = false;          ///< The records are deletions, which can be undone.
@@ -64,5 +65,8 @@ std::vector<Node> NodesFor(bool administrator);
 
 /// The node of that number, nullptr for one that the tree does not have.
 const Node* FindNode(int id);
+/// The node whose records have that key column or stand in that table, without regard to case; nullptr for none.
+const Node* FindNodeByKey(const QString& keyColumn);
+const Node* FindNodeByTable(const QString& table);
 
 }  // namespace host

@@ -53,16 +53,26 @@ QString PidNamespaceId() {
   return target.section(u'[', 1).section(u']', 0, 0);
 }
 
-}  // namespace
-
-ProcessIdentity CurrentProcess() {
+ProcessIdentity ReadCurrent(int processId) {
   ProcessIdentity current;
   current.machine = QSysInfo::machineHostName();
-  current.processId = static_cast<int>(QCoreApplication::applicationPid());
+  current.processId = processId;
   const QStringList parts{Beginning(QSysInfo::machineUniqueId()),
                           Beginning(ContentOf(u"/proc/sys/kernel/random/boot_id"_s)), PidNamespaceId(),
                           StartTimeOf(current.processId).value_or(QString())};
   current.start = parts.join(u' ');
+  return current;
+}
+
+}  // namespace
+
+// A process keeps all of it, and is asked for it at every lock; a forked one has another number.
+ProcessIdentity CurrentProcess() {
+  thread_local ProcessIdentity current;
+  const int processId = static_cast<int>(QCoreApplication::applicationPid());
+  if (current.processId != processId) {
+    current = ReadCurrent(processId);
+  }
   return current;
 }
 

@@ -1,10 +1,9 @@
 #include "host/records/RecordLocks.h"
 
+#include "host/records/MomentText.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
-
-#include <QLocale>
 
 #include <utility>
 
@@ -46,22 +45,18 @@ LockHolder HolderFrom(adodb::Recordset& row) {
   return holder;
 }
 
-// "las 13:03", or on another day "el 20/11/2026 a las 13:03".
-QString Moment(const QDateTime& moment) {
-  const QString time = moment.toString(u"HH:mm"_s);
-  return moment.date() == QDate::currentDate() ? u"las "_s + time
-                                               : u"el %1 a las %2"_s.arg(moment.toString(u"dd/MM/yyyy"_s), time);
-}
-
 }  // namespace
 
 QString LockHolder::Description() const {
+  if (!obstacle.isEmpty()) {
+    return obstacle;
+  }
   QString text = u"Lo está modificando "_s + (userName.isEmpty() ? u"otro usuario"_s : u"«%1»"_s.arg(userName));
   if (!process.machine.isEmpty()) {
     text += u" en «%1»"_s.arg(process.machine);
   }
   if (since.isValid()) {
-    text += u" desde "_s + Moment(since.toLocalTime());
+    text += u" desde "_s + MomentText(since);
   }
   return text;
 }

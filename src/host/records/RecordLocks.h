@@ -20,9 +20,11 @@ struct LockHolder {
   QString userName = {};
   ProcessIdentity process = {};
   QDateTime since = {};  ///< Invalid when the database does not say.
+  /// Why nobody can hold it now, a sentence without its point; empty where somebody does.
+  QString obstacle = {};
 
-  /// Who, where, since when (local time), as a sentence without its point: "Lo está modificando «ana» en «pc3» desde
-  /// las 13:03".
+  /// The obstacle, or who, where, since when (local time), as a sentence without its point: "Lo está modificando «ana»
+  /// en «pc3» desde las 13:03".
   QString Description() const;
 };
 

@@ -13,6 +13,7 @@ namespace {
 
 // Keys in one statement.
 constexpr qsizetype mostKeys = 500;
+const QString eliminated = u"Eliminado"_s;
 
 QString ListStatement(const Node& node, const QString& condition = {}) {
   QStringList conditions;
@@ -89,9 +90,10 @@ int HighestKey(adodb::Connection& connection, const Node& node) {
 }
 
 bool IsDeleted(adodb::Connection& connection, const Node& node, int id) {
-  const auto rows = adodb::Execute(connection, u"SELECT Eliminado FROM {} WHERE {}={}", adodb::Verbatim{node.table},
-                                   adodb::Verbatim{node.key}, id);
-  return rows->AtEnd() || automation::CBool(rows->Field(0));
+  const QString& column = node.marksDeleted ? eliminated : node.key;
+  const auto rows = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{column},
+                                   adodb::Verbatim{node.table}, adodb::Verbatim{node.key}, id);
+  return rows->AtEnd() || (node.marksDeleted && automation::CBool(rows->Field(0)));
 }
 
 }  // namespace host

@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <vector>
 
 namespace host {
@@ -103,6 +104,41 @@ const std::vector<Use>& AllUses() {
   return all;
 }
 
+// A column that holds the key of a node's record.
+struct Link {
+  QString table;
+  QString column;
+  int nodeId;
+};
+
+std::vector<Link> BuildLinks() {
+  // These don't keep what they refer to from being deleted.
+  std::vector<Link> links = {{u"Deduccion_Comunidad"_s, u"CodDeduccion"_s, numbers.TipoDeduccion()},
+                             {u"Sucursales"_s, u"codPais"_s, numbers.Paises()}};
+  for (const Dependents& dependents : AllDependents()) {
+    links.push_back({dependents.table, dependents.column, dependents.nodeId});
+  }
+  for (const Use& use : AllUses()) {
+    if (!use.column.isEmpty()) {
+      links.push_back({use.table, use.column, use.nodeId});
+    }
+  }
+  return links;
+}
+
+const std::vector<Link>& AllLinks() {
+  static const std::vector<Link> all = BuildLinks();
+  return all;
+}
+
+bool IsTable(const QString& name, const QString& table) {
+  return name.compare(table, Qt::CaseInsensitive) == 0;
+}
+
+bool Joins(const Link& link, const Node& node, const QString& table) {
+  return IsTable(link.table, node.table) && IsTable(FindNode(link.nodeId)->table, table);
+}
+
 QString LiveRows(const QString& table, const QString& column) {
   return table + u" WHERE Eliminado=0 AND "_s + column + u'=';
 }
@@ -175,20 +211,39 @@ QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, boo
   return counts;
 }
 
-const Node* DeletedParent(adodb::Connection& connection, const Node& node, int id) {
-  for (const Use& use : AllUses()) {
-    if (use.table.compare(node.table, Qt::CaseInsensitive) != 0 || use.column.isEmpty()) {
+std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row) {
+  for (const Link& link : AllLinks()) {
+    if (!IsTable(link.table, row.table)) {
       continue;
     }
-    const auto row = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{use.column},
-                                    adodb::Verbatim{node.table}, adodb::Verbatim{node.key}, id);
-    const int parentId = row->AtEnd() ? 0 : automation::CLng(row->Field(0));
-    const Node* parent = FindNode(use.nodeId);
+    const auto values = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{link.column},
+                                       adodb::Verbatim{row.table}, adodb::Verbatim{row.key}, row.id);
+    const int parentId = values->AtEnd() ? 0 : automation::CLng(values->Field(0));
+    const Node* parent = FindNode(link.nodeId);
     if (parentId != 0 && IsDeleted(connection, *parent, parentId)) {
-      return parent;
+      return ParentRecord{parent, parentId};
     }
   }
-  return nullptr;
+  return std::nullopt;
+}
+
+bool RefersTo(const Node& node, const QString& table) {
+  return std::ranges::any_of(AllLinks(), [&](const Link& link) { return Joins(link, node, table); });
+}
+
+QList<int> ReferringIds(adodb::Connection& connection, const Node& node, const QString& table, qint64 key) {
+  QList<int> ids;
+  for (const Link& link : AllLinks()) {
+    if (!Joins(link, node, table)) {
+      continue;
+    }
+    const auto rows = adodb::Execute(connection, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{node.key},
+                                     adodb::Verbatim{node.table}, adodb::Verbatim{link.column}, key);
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      ids.append(automation::CLng(rows->Field(0)));
+    }
+  }
+  return ids;
 }
 
 QString JoinCounts(const QList<RowCount>& counts) {

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace host {
 
 /// A number of rows of one kind: "12 sucursales".
@@ -37,8 +39,19 @@ QList<RowKey> DependentTables(int nodeId);
 /// `velumar` is the kind of installation: there dioceses don't keep a province.
 QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, bool velumar);
 
-/// The node of a deleted record that the record of `node` refers to, nullptr for none.
-const Node* DeletedParent(adodb::Connection& connection, const Node& node, int id);
+/// A record that another one refers to.
+struct ParentRecord {
+  const Node* node = nullptr;
+  int id = 0;
+};
+
+/// A deleted record that the row refers to; nothing where all that it refers to is live, or the row is not there.
+std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row);
+
+/// Whether records of the node refer to records of the table.
+bool RefersTo(const Node& node, const QString& table);
+/// The records of `node` that refer to the row of that table and key: what shows the other's name in a list.
+QList<int> ReferringIds(adodb::Connection& connection, const Node& node, const QString& table, qint64 key);
 
 /// "2 sucursales, 1 presentador y 3 cuentas"; empty for an empty list.
 QString JoinCounts(const QList<RowCount>& counts);

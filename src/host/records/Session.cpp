@@ -1,6 +1,7 @@
 #include "host/records/Session.h"
 
 #include "host/records/OpenConnection.h"
+#include "platform/automation/Error.h"
 
 #include <QStandardPaths>
 
@@ -14,6 +15,17 @@ QString Session::DefaultSettingsFile() {
 
 RecordLocks Session::Locks() const {
   return {Opened(connection), userId, userName};
+}
+
+void Session::ReleaseWhatWaits() {
+  const QList<std::pair<QString, int>> waiting = std::exchange(unreleased, {});
+  for (const auto& [keyColumn, key] : waiting) {
+    try {
+      Locks().Release(keyColumn, key);
+    } catch (const automation::Error&) {
+      unreleased.append({keyColumn, key});
+    }
+  }
 }
 
 }  // namespace host

@@ -6,12 +6,16 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 namespace host {
+
+class OfficeConnection;
 
 /// What every services object of the process shares. The program fills it before the first of them is made.
 struct Session {
   adodb::Connection* connection = nullptr;  ///< Borrowed; outlives the session's use.
+  OfficeConnection* office = nullptr;       ///< The same one, for who asks what was written or makes batches.
   QString title;                            ///< `tituloaplicacion`: the title of every message box.
   QString icon;                             ///< Path of the icon of every dialog.
   QString helpFile;                         ///< Path of the help file.
@@ -31,6 +35,10 @@ struct Session {
   /// Set when a dialog that was only looked at closed because its record is free: this session holds its lock now, and
   /// whoever showed the dialog shows it again and then releases the lock.
   std::optional<LockHolder> openAgain;
+  /// Locks that could not be released because the database was busy: key columns and keys.
+  QList<std::pair<QString, int>> unreleased;
+  /// Tries to release those, and keeps what still can't be.
+  void ReleaseWhatWaits();
   /// The locks of this user. Raises 91 without a connection; opens a closed one.
   RecordLocks Locks() const;
 

@@ -1,13 +1,13 @@
 #include "host/services/MessageBox.h"
 
+#include "host/services/PlainBox.h"
+
 #include <QApplication>
 
 namespace host {
 
 void ShowMessage(QMessageBox::Icon icon, const QString& text, const QString& title) {
-  QMessageBox box(icon, title, text, QMessageBox::Ok, QApplication::activeWindow());
-  box.setTextFormat(Qt::PlainText);
-  box.exec();
+  PlainBox(icon, title, text, QMessageBox::Ok, QApplication::activeWindow()).exec();
 }
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "host/services/ReadOnlyDialog.h"
 
+#include "host/records/OpenConnection.h"
 #include "host/services/MessageBox.h"
 #include "platform/automation/Error.h"
 
@@ -257,8 +258,13 @@ void ReadOnlyDialog::AddStrip() {
 
 void ReadOnlyDialog::TryAgain() {
   std::optional<LockHolder> refusal;
+  std::optional<DeletedRecord> deleted;
   try {
     refusal = m_session.Locks().Take(m_holder->keyColumn, m_holder->key);
+    deleted = refusal ? std::nullopt : DeletedSince();
+    if (deleted) {
+      m_session.Locks().Release(m_holder->keyColumn, m_holder->key);
+    }
   } catch (const automation::Error& error) {
     ShowMessage(QMessageBox::Critical, error.Description(), m_session.title);
     return;
@@ -267,8 +273,17 @@ void ReadOnlyDialog::TryAgain() {
     m_reason->setText(u"Sigue sin estar libre. %1."_s.arg(refusal->Description()));
     return;
   }
+  if (deleted) {
+    m_reason->setText(deleted->Sentence({}));
+    return;
+  }
   m_session.openAgain = m_holder;
   m_dialog->reject();
+}
+
+std::optional<DeletedRecord> ReadOnlyDialog::DeletedSince() const {
+  const Node* node = FindNodeByKey(m_holder->keyColumn);
+  return node != nullptr ? FindDeleted(Opened(m_session.connection), *node, m_holder->key) : std::nullopt;
 }
 
 }  // namespace host

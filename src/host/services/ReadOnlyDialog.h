@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/records/DeletedRecord.h"
 #include "host/records/Session.h"
 
 #include <QDialog>
@@ -37,6 +38,8 @@ class ReadOnlyDialog : public QObject {
   /// When the record is free now, the dialog closes, and Session::openAgain has it opened anew on what the other user
   /// left.
   void TryAgain();
+  /// Whoever held the record may have deleted it.
+  std::optional<DeletedRecord> DeletedSince() const;
 
   QDialog* m_dialog;  ///< Outlives this object, which belongs to one of its controls.
   Session& m_session;

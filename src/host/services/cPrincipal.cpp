@@ -9,6 +9,7 @@
 #include "host/services/PostcodeCoupling.h"
 #include "host/services/ReadOnlyDialog.h"
 #include "host/services/TaxIdentifier.h"
+#include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
 
@@ -61,7 +62,18 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
   if (m_session.readOnly) {
     return true;
   }
-  m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
+  m_session.ReleaseWhatWaits();
+  try {
+    m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
+  } catch (const automation::Error& error) {
+    if (error.Number() != adodb::DiskFull && error.Number() != adodb::DatabaseReadOnly) {
+      throw;
+    }
+    // What can't be locked can still be looked at.
+    const QString obstacle = error.Number() == adodb::DiskFull ? u"No queda sitio en el disco de la base de datos"_s
+                                                               : u"La base de datos no se puede escribir"_s;
+    m_session.lastRefusal = LockHolder{.keyColumn = campoID, .key = valorID, .obstacle = obstacle};
+  }
   bloqueado = !m_session.lastRefusal;
   if (!bloqueado && m_session.showRefusedLocks) {
     TellOfRefusal();
@@ -71,7 +83,14 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
 
 void cPrincipal::DesbloqueoRegistro(QObject*& objeto, const QString& /*formulario*/, const QString& campoID,
                                     int valorID) {
-  Locks(objeto).Release(campoID, valorID);
+  try {
+    Locks(objeto).Release(campoID, valorID);
+  } catch (const automation::Error& error) {
+    if (error.Number() != adodb::DatabaseLocked) {
+      throw;
+    }
+    m_session.unreleased.append({campoID, valorID});
+  }
 }
 
 void cPrincipal::BloquearControles(QObject* control) {

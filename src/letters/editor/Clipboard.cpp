@@ -47,7 +47,13 @@ class LetterData : public QMimeData {
   const QByteArray m_rtf;
 };
 
-// An image would be looked for among the files of this machine.
+// Pictures, style sheets and backgrounds that a page names would be looked for among the files of this machine, where
+// some never end. Whatever its tags are, nothing is loaded.
+class PageOnItsOwn : public QTextDocument {
+ protected:
+  QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
+};
+
 void RemoveImages(QTextDocument& page) {
   QTextCursor at(&page);
   for (at = page.find(QString(QChar::ObjectReplacementCharacter), at); !at.isNull();
@@ -57,9 +63,9 @@ void RemoveImages(QTextDocument& page) {
 }
 
 QByteArray RtfFromHtml(const QString& html) {
-  // A fragment, unlike a document, asks nobody for style sheets.
-  QTextDocument page;
-  QTextCursor(&page).insertFragment(QTextDocumentFragment::fromHtml(html));
+  const PageOnItsOwn provider;
+  PageOnItsOwn page;
+  QTextCursor(&page).insertFragment(QTextDocumentFragment::fromHtml(html, &provider));
   RemoveImages(page);
   return rtf::Write(page);
 }

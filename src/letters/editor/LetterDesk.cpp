@@ -94,6 +94,9 @@ void LetterDesk::ToggleBar(Command command) {
 }
 
 void LetterDesk::OpenMenu(const QPoint& at) {
+  if (m_window.rtfCarta->isReadOnly()) {
+    return;
+  }
   m_window.mnuCampos->Track(at);
 }
 

@@ -3,6 +3,7 @@
 #include "documents/rtf/Rtf.h"
 #include "letters/editor/Clipboard.h"
 #include "letters/editor/Formatting.h"
+#include "letters/editor/LayoutLimits.h"
 #include "letters/editor/ParagraphRange.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -11,7 +12,10 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTextLayout>
 #include <QTextList>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +39,37 @@ QRect Scaled(const QRectF& rect, double factor) {
   return QRectF(rect.topLeft() * factor, rect.size() * factor).toAlignedRect();
 }
 
+bool HasOldLines(const QTextBlock& block) {
+  const QTextLayout& layout = *block.layout();
+  if (layout.lineCount() == 0) {
+    return false;
+  }
+  const QTextLine last = layout.lineAt(layout.lineCount() - 1);
+  return last.textStart() + last.textLength() != block.length() - 1;
+}
+
+// Where text is taken away in front of a paragraph that stays, and where one undo takes several changes back, Qt may
+// report a change that ends too early. The lines of paragraphs behind it are not made anew then: they go on beyond
+// their text, and justifying them reads memory that is none.
+void LayOutAllChanges(QTextDocument& document) {
+  QObject::connect(&document, &QTextDocument::contentsChange, &document,
+                   [&document, redoSteps = 0](int from, int, int added) mutable {
+                     const auto layOut = [&document](const QTextBlock& block) {
+                       document.markContentsDirty(block.position(), block.length());
+                     };
+                     if (const QTextBlock behind = document.findBlock(from + added); behind.isValid()) {
+                       layOut(behind);
+                     }
+                     const int before = std::exchange(redoSteps, document.availableRedoSteps());
+                     for (QTextBlock block = document.begin(); redoSteps != before && block.isValid();
+                          block = block.next()) {
+                       if (HasOldLines(block)) {
+                         layOut(block);
+                       }
+                     }
+                   });
+}
+
 // Empty, with the settings that what is read into it must find. Letters keep their widths at any size on the screen.
 std::unique_ptr<QTextDocument> NewDocument(QFont font) {
   auto document = std::make_unique<QTextDocument>();
@@ -43,6 +78,36 @@ std::unique_ptr<QTextDocument> NewDocument(QFont font) {
   document->setDocumentMargin(0);
   document->setUseDesignMetrics(true);
   return document;
+}
+
+const QString tooHeavy =
+    u"Tiene un párrafo demasiado largo, o con demasiados cambios de formato. Divídalo en varios."_s;
+
+std::unique_ptr<QTextDocument> Parsed(const QByteArray& content) {
+  auto document = std::make_unique<QTextDocument>();
+  document->setUndoRedoEnabled(false);
+  rtf::Read(content, *document);
+  return document;
+}
+
+// The text alone, in lines that are laid out one by one.
+std::unique_ptr<QTextDocument> InLines(const QTextDocument& letter) {
+  constexpr qsizetype lineLength = 200;
+  QString lines;
+  for (QTextBlock block = letter.begin(); block.isValid(); block = block.next()) {
+    const QString text = block.text().remove(QChar::ObjectReplacementCharacter);
+    qsizetype start = 0;
+    do {
+      const qsizetype end = start + lineLength;
+      const bool splitsCharacter = end < text.size() && text[end].isLowSurrogate();
+      lines += text.mid(start, splitsCharacter ? lineLength - 1 : lineLength) + u'\n';
+      start = splitsCharacter ? end - 1 : end;
+    } while (start < text.size());
+  }
+  auto plain = NewDocument(letter.defaultFont());
+  plain->setUndoRedoEnabled(false);
+  plain->setPlainText(lines);
+  return plain;
 }
 
 }  // namespace
@@ -73,7 +138,13 @@ LetterEdit::~LetterEdit() {
 rtf::Report LetterEdit::Load(const QString& content) {
   auto letter = NewDocument(document()->defaultFont());
   const rtf::Report report = rtf::Read(content, *letter);
+  m_original.reset();
+  if (!HeaviestOf(*letter).IsLight()) {
+    m_original = content;
+    letter = InLines(*letter);
+  }
   Show(letter.release());
+  setReadOnly(IsForReading());
   return report;
 }
 
@@ -82,11 +153,14 @@ void LetterEdit::Start(const QFont& font) {
   QTextOption option = letter->defaultTextOption();
   option.setTabStopDistance(defaultTabs);
   letter->setDefaultTextOption(option);
+  m_original.reset();
   Show(letter.release());
+  setReadOnly(false);
 }
 
 void LetterEdit::Show(QTextDocument* letter) {
   letter->setParent(this);
+  LayOutAllChanges(*letter);
   const double tabs = letter->defaultTextOption().tabStopDistance();
   const QPointer<QTextDocument> before = document();
   letter->documentLayout()->setPaintDevice(&m_device);
@@ -103,7 +177,7 @@ void LetterEdit::Show(QTextDocument* letter) {
 }
 
 QString LetterEdit::Content() const {
-  return rtf::WriteText(*document());
+  return m_original ? *m_original : rtf::WriteText(*document());
 }
 
 void LetterEdit::SetTextWidth(Twips width) {
@@ -127,6 +201,9 @@ QRect LetterEdit::CaretRect() const {
 }
 
 void LetterEdit::TypeText(const QString& text) {
+  if (isReadOnly()) {
+    return;
+  }
   QTextCursor cursor = textCursor();
   // A block of its own, or undo would take what was typed around it back, too.
   cursor.beginEditBlock();
@@ -136,6 +213,9 @@ void LetterEdit::TypeText(const QString& text) {
 }
 
 rtf::Report LetterEdit::ReplaceAll(const QByteArray& content) {
+  if (!HeaviestOf(*Parsed(content)).IsLight()) {
+    return {.outcome = rtf::Outcome::Refused, .reason = tooHeavy, .carried = {}, .dropped = {}};
+  }
   QTextCursor all(document());
   all.select(QTextCursor::Document);
   return rtf::Insert(content, all);
@@ -151,22 +231,34 @@ bool LetterEdit::canInsertFromMimeData(const QMimeData* source) const {
 
 void LetterEdit::insertFromMimeData(const QMimeData* source) {
   if (const QByteArray content = RtfFrom(*source); !content.isEmpty()) {
-    QTextCursor cursor = textCursor();
-    const rtf::Report report = rtf::Insert(content, cursor);
-    if (report.outcome == rtf::Outcome::Refused) {
-      Q_EMIT PasteRefused(report.reason);
-    } else {
-      setTextCursor(cursor);
-    }
+    PasteRich(content);
   } else {
     PasteText(PlainFrom(*source));
   }
   ensureCursorVisible();
 }
 
+void LetterEdit::PasteRich(const QByteArray& content) {
+  QTextCursor cursor = textCursor();
+  if (!(WeightOf(cursor.block()) + HeaviestOf(*Parsed(content))).IsLight()) {
+    Q_EMIT PasteRefused(tooHeavy);
+    return;
+  }
+  const rtf::Report report = rtf::Insert(content, cursor);
+  if (report.outcome == rtf::Outcome::Refused) {
+    Q_EMIT PasteRefused(report.reason);
+  } else {
+    setTextCursor(cursor);
+  }
+}
+
 // A page break belongs to the paragraph that begins the page, not to those that are made of it.
 void LetterEdit::PasteText(const QString& text) {
   QTextCursor cursor = textCursor();
+  if (!(WeightOf(cursor.block()) + HeaviestOf(QTextDocument(text))).IsLight()) {
+    Q_EMIT PasteRefused(tooHeavy);
+    return;
+  }
   cursor.beginEditBlock();
   cursor.removeSelectedText();
   const int start = cursor.position();
@@ -185,7 +277,9 @@ void LetterEdit::PasteText(const QString& text) {
 void LetterEdit::keyPressEvent(QKeyEvent* event) {
   const bool control = (event->modifiers() & Qt::ControlModifier) != 0;
   const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
-  if (control && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
+  if (isReadOnly() && event->matches(QKeySequence::InsertParagraphSeparator)) {
+    event->accept();
+  } else if (control && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));

@@ -7,6 +7,8 @@
 #include <QBasicTimer>
 #include <QTextEdit>
 
+#include <optional>
+
 namespace letters {
 
 /// The letter: a rich-text box whose clipboard speaks RTF, laid out by the measures of the paper, so that its lines are
@@ -22,8 +24,10 @@ class LetterEdit : public QTextEdit {
   explicit LetterEdit(QWidget* parent = nullptr);
   ~LetterEdit() override;
 
-  /// Shows a letter as it is stored. A refused one leaves an empty letter.
+  /// Shows a letter as it is stored. A refused one leaves an empty letter. One with a paragraph that would block the
+  /// window (LayoutLimits) is shown for reading: its plain text, in lines.
   rtf::Report Load(const QString& content);
+  bool IsForReading() const { return m_original.has_value(); }
   /// An empty letter in that font.
   void Start(const QFont& font);
   /// The letter as it is stored: what was loaded, to the character, while it is unchanged.
@@ -40,7 +44,7 @@ class LetterEdit : public QTextEdit {
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
-  /// Replaces the whole letter, as one step of undo.
+  /// Replaces the whole letter, as one step of undo. Refuses what would only be shown for reading.
   rtf::Report ReplaceAll(const QByteArray& content);
 
  Q_SIGNALS:
@@ -82,9 +86,12 @@ class LetterEdit : public QTextEdit {
   void BreakParagraph();
   void MoveByPage(QKeyEvent* event);
   void LeaveByTab(bool forward);
+  void PasteRich(const QByteArray& content);
   void PasteText(const QString& text);
 
   documents::HalfPointDevice m_device;
+  /// What is stored, of a letter that is shown for reading.
+  std::optional<QString> m_original;
   Scale m_scale;
   Twips m_pageStep;
   int m_wheel = 0;

@@ -74,6 +74,8 @@ void LetterPage::Place(const Margins& margins) {
   m_margins = margins;
   m_origin = PlacePage(margins, m_paper);
   m_page = m_origin;
+  m_leastRange = firstScroll;
+  m_horizontal->setMaximum(std::max(m_horizontal->maximum(), firstScroll.count));
   m_horizontal->setValue(firstScroll.count);
   MovePage();
 }
@@ -119,7 +121,7 @@ void LetterPage::Fit() {
   const Scale scale = ZoomedScale();
   const Twips seenWidth = scale.FromPixels(width());
   const Twips seenHeight = scale.FromPixels(height());
-  m_horizontal->setMaximum(ScrollRange(m_page.width, m_origin.left, seenWidth).count);
+  m_horizontal->setMaximum(std::max(ScrollRange(m_page.width, m_origin.left, seenWidth), m_leastRange).count);
   m_vertical->setMaximum(ScrollRange(m_page.height, m_origin.top, seenHeight).count);
   m_horizontal->setPageStep(std::max(1, seenWidth.count));
   m_vertical->setPageStep(std::max(1, seenHeight.count));
@@ -183,6 +185,10 @@ void LetterPage::paintEvent(QPaintEvent* event) {
 
 void LetterPage::resizeEvent(QResizeEvent* event) {
   QFrame::resizeEvent(event);
+  // Becoming the maximised window is still part of the load.
+  if (isVisible() && !window()->isMaximized()) {
+    m_leastRange = {};
+  }
   Fit();
 }
 

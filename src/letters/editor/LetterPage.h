@@ -60,6 +60,8 @@ class LetterPage : public QFrame {
   Margins m_margins;
   Page m_page;
   Page m_origin;
+  // The horizontal bar goes at least so far, while the window is as large as the load made it.
+  Twips m_leastRange;
   double m_zoom = 1.0;
 };
 

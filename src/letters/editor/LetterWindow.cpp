@@ -96,6 +96,22 @@ void LetterWindow::ServeWhileHeld(const QDialog& window) const {
   }
 }
 
+void LetterWindow::ServeReading() const {
+  using enum Command;
+  for (const Command command : {Undo, Redo, Cut, Paste, Font, Colour}) {
+    for (QAction* action : {commands->Item(command), commands->Button(command)}) {
+      if (action != nullptr) {
+        action->setEnabled(false);
+      }
+    }
+  }
+  tlbFormato->setEnabled(false);
+  const QList<QAction*> formats = tlbFormato->actions();
+  for (QAction* format : formats) {
+    format->setEnabled(false);
+  }
+}
+
 void LetterWindow::CreateBars(QDialog* window, QMenuBar* menus) {
   tlbEstandar = NewToolBar(u"tlbEstandar"_s, u"Estándar"_s, area);
   tlbFormato = NewToolBar(u"tlbFormato"_s, u"Formato"_s, area);
@@ -115,6 +131,9 @@ QWidget* LetterWindow::CreateStrip() {
   auto* layout = new QHBoxLayout(strip);
   layout->setContentsMargins(layout->contentsMargins().left(), 0, layout->contentsMargins().right(), 0);
   layout->addWidget(CreateMargins(strip));
+  lblAviso = new QLabel(strip);
+  lblAviso->setObjectName(u"lblAviso"_s);
+  layout->addWidget(lblAviso);
   layout->addStretch();
   cmdRecuperar = AddButton(layout, u"cmdRecuperar"_s, {});
   cmdDescartar = AddButton(layout, u"cmdDescartar"_s, u"Descartarla"_s);

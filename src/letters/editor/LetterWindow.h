@@ -21,6 +21,8 @@ class FieldMenu;
 /// The controls of the letter editor.
 struct LetterWindow {
   void setupUi(QDialog* window);
+  /// Leaves what serves a letter that is only read: it can be searched, copied, printed and stored as it is.
+  void ServeReading() const;
 
   Commands* commands = nullptr;
   EditorArea* area = nullptr;
@@ -34,7 +36,8 @@ struct LetterWindow {
   QLineEdit* txtMargenIzdo = nullptr;
   QLineEdit* txtMargenDcho = nullptr;
   CommonDialog* dlgCarta = nullptr;
-  /// Under the page: a letter that could not be saved, the check of markers, the zoom.
+  /// Under the page: a notice, a letter that could not be saved, the check of markers, the zoom.
+  QLabel* lblAviso = nullptr;
   QPushButton* cmdRecuperar = nullptr;
   QPushButton* cmdDescartar = nullptr;
   QPushButton* cmdComprobar = nullptr;

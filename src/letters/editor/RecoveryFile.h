@@ -17,11 +17,29 @@ struct Rescued {
   QDateTime when;
 };
 
-/// Keeps a letter; false when that failed, too.
-bool Rescue(const QByteArray& content, qint32 record, const QString& name);
-/// The newest letter that was kept: of that record, or, for record 0, of any.
+/// The folder, for messages.
+QString RescueFolder();
+/// Keeps a letter and gives its file, when all of it is on the disk; nothing where it can't be kept.
+std::optional<QString> Rescue(const QByteArray& content, qint32 record, const QString& name);
+/// The newest letter that was kept: of that record, or, for record 0, of any. Not what an editor still keeps for
+/// itself (FileInUse).
 std::optional<Rescued> FindRescued(qint32 record);
 QByteArray ReadRescued(const Rescued& letter);
 void Discard(const Rescued& letter);
+
+/// A kept file that is nobody's to be offered while this object lives, however the program ends.
+class FileInUse {
+ public:
+  explicit FileInUse(const QString& file);
+  FileInUse(const FileInUse&) = delete;
+  FileInUse& operator=(const FileInUse&) = delete;
+  ~FileInUse();
+
+  const QString& Path() const { return m_path; }
+
+ private:
+  QString m_path;
+  int m_descriptor;
+};
 
 }  // namespace letters

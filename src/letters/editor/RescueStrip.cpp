@@ -4,7 +4,11 @@
 #include "framework/Desktop.h"
 #include "framework/Messages.h"
 #include "letters/editor/LetterWindow.h"
+#include "letters/editor/RunningCopy.h"
+#include "platform/automation/Error.h"
+#include "platform/text/AsItStands.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 using namespace framework;
@@ -12,9 +16,28 @@ using namespace Qt::StringLiterals;
 
 namespace letters {
 
-RescueStrip::RescueStrip(LetterWindow& window) : m_window(window) {
+namespace {
+
+void TellNotKept(const QString& what) {
+  Desktop::Current().Beep();
+  ShowText(
+      what +
+          u"\n\nTampoco se puede conservar en la carpeta «%1», así que el editor sigue abierto. Libere espacio en el "
+          "disco y vuelva a guardar, o copie el texto a otro programa."_s.arg(RescueFolder()),
+      vbCritical);
+}
+
+}  // namespace
+
+RescueStrip::RescueStrip(LetterWindow& window) : m_window(window), m_copy(new RunningCopy(window.rtfCarta)) {
   window.cmdRecuperar->hide();
   window.cmdDescartar->hide();
+  window.lblAviso->hide();
+  QObject::connect(m_copy, &RunningCopy::Tried, window.lblAviso, [label = window.lblAviso](bool kept) {
+    label->setText(u"Los cambios no se conservan: guarde la carta."_s);
+    label->setToolTip(texts::AsItStands(u"No se puede escribir en la carpeta «%1»."_s.arg(RescueFolder())));
+    label->setVisible(!kept);
+  });
 }
 
 void RescueStrip::Offer(qint32 record) {
@@ -25,7 +48,7 @@ void RescueStrip::Offer(qint32 record) {
   if (m_offered) {
     const QString when = m_offered->when.toString(u"dd/MM/yyyy HH:mm"_s);
     m_window.cmdRecuperar->setText(u"Recuperar la carta sin guardar del %1"_s.arg(when));
-    m_window.cmdRecuperar->setToolTip(m_offered->name);
+    m_window.cmdRecuperar->setToolTip(texts::AsItStands(m_offered->name));
   }
 }
 
@@ -46,26 +69,46 @@ void RescueStrip::Drop() {
   m_window.cmdDescartar->hide();
 }
 
-void RescueStrip::Guard(qint32 record, const QString& name, const std::function<void()>& store) {
+void RescueStrip::Watch(qint32 record, const QString& name) {
+  m_copy->Watch(record, name);
+}
+
+void RescueStrip::GiveUp() {
+  m_copy->Drop();
+}
+
+bool RescueStrip::Guard(qint32 record, const QString& name, const std::function<void()>& store) {
   try {
     store();
   } catch (...) {
-    Keep(record, name);
-    throw;
+    const automation::Error error = automation::CurrentError();
+    if (Keep(record, name)) {
+      throw;
+    }
+    TellNotKept(u"No se ha podido guardar la carta. %1"_s.arg(error.Description()));
+    return false;
   }
+  m_copy->Drop();
   if (m_taken) {
     Discard(*m_offered);
   }
+  return true;
 }
 
-void RescueStrip::KeepChanged(qint32 record, const QString& name) const {
-  if (m_window.rtfCarta->document()->isModified()) {
-    Keep(record, name);
+bool RescueStrip::KeepChanged(qint32 record, const QString& name) {
+  if (!m_window.rtfCarta->document()->isModified() || Keep(record, name)) {
+    return true;
   }
+  TellNotKept(u"La carta tiene cambios sin guardar."_s);
+  return false;
 }
 
-void RescueStrip::Keep(qint32 record, const QString& name) const {
-  Rescue(rtf::Write(*m_window.rtfCarta->document()), record, name);
+bool RescueStrip::Keep(qint32 record, const QString& name) {
+  if (!Rescue(rtf::Write(*m_window.rtfCarta->document()), record, name)) {
+    return false;
+  }
+  m_copy->Drop();
+  return true;
 }
 
 }  // namespace letters

@@ -76,6 +76,7 @@ QStringList AllRegistryFiles() {
 // The library of a class; empty when no file knows it.
 QString RegisteredLibrary(const QString& progId) {
   for (const QString& file : AllRegistryFiles()) {
+    RequireUnexposed(file);
     for (const Entry& entry : ReadEntries(file)) {
       if (entry.progId.compare(progId, Qt::CaseInsensitive) == 0) {
         return QDir::cleanPath(QFileInfo(file).absoluteDir().absoluteFilePath(entry.path));

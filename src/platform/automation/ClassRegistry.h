@@ -25,7 +25,8 @@ void RegisterClass(const QString& progId, Creator creator);
 void UnregisterClass(const QString& progId);
 
 /// Creates an object of the class. Raises 429, with a text that says why, when no such class is registered or
-/// its library is missing, is no component, or refuses.
+/// its library is missing, is no component, or refuses, and when others than the user could exchange a registry file or
+/// the library: nothing of that is read or loaded.
 std::unique_ptr<QObject> CreateObject(const QString& progId);
 
 /// The path of the user's class registry file.

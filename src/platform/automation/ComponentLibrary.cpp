@@ -1,6 +1,7 @@
 #include "platform/automation/ComponentLibrary.h"
 
 #include "platform/automation/Error.h"
+#include "platform/process/Exposure.h"
 
 #include <QFileInfo>
 #include <QLibrary>
@@ -25,12 +26,20 @@ struct ComponentLibrary::Private {
   }
 };
 
+void RequireUnexposed(const QString& path) {
+  const QString exposure = process::ExposureOf(path);
+  if (!exposure.isEmpty()) {
+    throw Error(CannotCreateObject, u"%1. %2"_s.arg(ErrorText(CannotCreateObject), exposure));
+  }
+}
+
 ComponentLibrary::ComponentLibrary(const QString& path) : m_private(std::make_unique<Private>()) {
   if (!QFileInfo::exists(path)) {
     throw Error(CannotCreateObject,
                 u"%1: no existe la biblioteca «%2». Vuelva a instalar o registrar el "
                 "componente."_s.arg(ErrorText(CannotCreateObject), path));
   }
+  RequireUnexposed(path);
   m_private->library.setFileName(path);
   m_private->library.setLoadHints(QLibrary::PreventUnloadHint);
   if (!m_private->library.load()) {

@@ -38,13 +38,18 @@ using DllRegistrationFunction = int (*)();
 /// library without this function keeps to 1.0.
 using DllGetContractVersionFunction = int (*)(int*, int*);
 
+/// Raises 429, with a text that says what ends it, where others than the user could exchange a file that decides which
+/// code runs (see process/Exposure.h).
+void RequireUnexposed(const QString& path);
+
 /// A component library loaded for use. Its code and data stay in memory until the program ends, also after Unload:
 /// texts and values that it handed over may be literals of its own, and Qt keeps pointers to the types and converters
 /// that its code has registered. Whoever loads a component library by other means must not unload it either.
 class ComponentLibrary {
  public:
   /// Loads the library. Raises 429 with a text for the user when it is missing, is no component library, or keeps to a
-  /// contract of another major version; of such a library nothing else is called.
+  /// contract of another major version; of such a library nothing else is called. One that others could exchange is
+  /// refused before anything of it is loaded.
   explicit ComponentLibrary(const QString& path);
   ComponentLibrary(const ComponentLibrary&) = delete;
   ComponentLibrary& operator=(const ComponentLibrary&) = delete;

@@ -16,6 +16,17 @@ constexpr mode_t privateFolder = S_IRWXU;
 constexpr mode_t privateFile = S_IRUSR | S_IWUSR;
 constexpr mode_t others = S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
+// Gives what the descriptor is of that mode, if it is the user's, and closes the descriptor. False for none.
+bool Take(int descriptor, mode_t kind, mode_t mode) {
+  struct stat status = {};
+  const bool taken = descriptor >= 0 && fstat(descriptor, &status) == 0 && (status.st_mode & S_IFMT) == kind &&
+                     status.st_uid == geteuid() && fchmod(descriptor, mode) == 0;
+  if (descriptor >= 0) {
+    close(descriptor);
+  }
+  return taken;
+}
+
 }  // namespace
 
 bool CreatePrivateFolder(const QString& path) {
@@ -42,6 +53,24 @@ bool CreatePrivateFile(const QString& path) {
   const bool done = fchmod(file, privateFile) == 0;
   close(file);
   return done;
+}
+
+bool TakePrivateFolder(const QString& path) {
+  return CreatePrivateFolder(path) &&
+         Take(open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC), S_IFDIR,
+              privateFolder);
+}
+
+bool TakePrivateFile(const QString& path) {
+  return CreatePrivateFolder(QFileInfo(path).path()) && CreatePrivateFile(path) &&
+         Take(open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC), S_IFREG,
+              privateFile);
+}
+
+bool IsOwnFolder(const QString& path) {
+  struct stat status = {};
+  return lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
 bool IsOpenToOthers(const QString& path) {

@@ -93,6 +93,9 @@ void tst_rtf_formats::characters_data() {
   row("\\up4 X", u"Arial 10 super"_s);
   row("\\dn X", u"Arial 10 sub"_s);
   row("\\caps X", u"Arial 10 caps1"_s);
+  row("\\caps\\scaps X", u"Arial 10 caps1"_s);
+  row("\\scaps\\caps\\caps0 X", u"Arial 10 caps3"_s);
+  row("\\strike\\striked0 X", u"Arial 10 strike"_s);
   row("\\cf2 X", u"Arial 10 #0000ff"_s);
   row("\\cf2 a\\cf0 X", u"Arial 10"_s);
   row("\\cf99 X", u"Arial 10"_s);
@@ -135,6 +138,8 @@ void tst_rtf_formats::paragraphs_data() {
   row("\\tx720\\tqr\\tldot\\tx9000\\tqdec\\tx1500 X\\par", plain + u" tab0:48 tab3:100 tab1:600"_s);
   row("\\li720\\fi-360\\tx720\\tx1440 X\\par",
       u"align1 left48 right0 first-24 before0 after0 tab0:24 tab0:24 tab0:72"_s);
+  row("a\\par\\pard\\li720\\qr X", u"align2 left48 right0 first0 before0 after0"_s);
+  row("{\\qr a}\\qc{\\b X}", u"align4 left0 right0 first0 before0 after0"_s);
   row("\\page X\\par", plain + u" page"_s);
   row("\\pagebb X\\par", plain + u" page"_s);
   row("\\qc{\\field{\\*\\fldinst Y}{\\fldrslt\\pard\\qr a}}X\\par", u"align4 left0 right0 first0 before0 after0"_s);
@@ -168,6 +173,9 @@ void tst_rtf_formats::lists_data() {
                            << u"a=-8) 0 0.1,b=-8) 0 0.2"_s;
   QTest::newRow("a list of the list table goes on behind other text")
       << tables + "\\pard\\ls1\\ilvl0 a\\par\\pard b\\par\\pard\\ls1\\ilvl0 c\\par" << u"a=-7) 0 0.1,b,c=-7) 0 0.2"_s;
+  QTest::newRow("a list of the number 0")
+      << QByteArray(tables).replace("\\ls1", "\\ls0") + "\\pard\\ls0 a\\par\\ls1 b\\par" << u"a=-7) 0 0.1,b"_s;
+  QTest::newRow("number 0, which the tables lack") << tables + "\\ls0 a\\par" << u"a"_s;
   QTest::newRow("a list that the tables lack") << QByteArray("\\ls9 a\\par") << u"a"_s;
   QTest::newRow("two lists one after the other")
       << QByteArray("\\pard{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}a\\par\\pard{\\*\\pn\\pnlvlblt{\\pntxtb o}}b\\par")

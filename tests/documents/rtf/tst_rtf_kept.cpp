@@ -26,6 +26,9 @@ class tst_rtf_kept : public QObject {
   void pictures();
   void piecesSurviveCutAndPaste();
   void foreignTablesStayBehind();
+  void addedFonts_data();
+  void addedFonts();
+  void noFontStaysNone();
   void tableEdits_data();
   void tableEdits();
 };
@@ -98,6 +101,17 @@ void tst_rtf_kept::afterAnEdit_data() {
   row("words of paragraphs", "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2 a\\par",
       "\\keepn\\brdrb\\brdrs\\brdrw15\\brdrcf2");
   row("words of characters", "\\lang1034\\expndtw20\\uldb a\\par", "\\expndtw20\\lang1034\\f0\\fs20\\uldb");
+  row("capitals in turns", "{\\caps uno} dos {\\scaps tres}{\\caps cuatro} cinco\\par",
+      "\\caps uno\\caps0  dos \\scaps tres\\caps\\scaps0 cuatro\\caps0  cinco");
+  row("direction of a run", "\\rtlch a\\ltrch b\\par", "\\fs20\\rtlch a\\ltrch b");
+  row("no mark behind the last paragraph", "a\\par\\pard\\sb120\\qr b", "\\pard\\sb120\\qr b fin\\par");
+  row("tab distance", "\\deftab708 a\\par", "\\deftab708");
+  row("numbers for readers that don't number",
+      "\\pard{\\*\\pn\\pnlvlbody\\pnlcrm\\pnstart3{\\pntxtb (}{\\pntxta)}}a\\par b\\par", "{\\pntext(iv)\\tab}b");
+  row("numbers of the list table",
+      "{\\*\\listtable{\\list{\\listlevel\\levelnfc0\\levelstartat9{\\leveltext\\'02\\'00.;}}\\listid7}}"
+      "{\\*\\listoverridetable{\\listoverride\\listid7\\ls1}}\\ls1 a\\par\\pard b\\par\\ls1 c\\par",
+      "{\\listtext 10.\\tab}\\ls1\\ilvl0 c");
   row("exact rise", "\\up7 a\\par", "\\up7 a");
   row("leader", "\\tldot\\tqr\\tx9000 a\\par", "\\tqr\\tldot\\tx9000");
   row("table", "\\trowd\\trgaph70\\clcbpat1\\cellx4500\\pard\\intbl a\\cell\\row\\pard b\\par",
@@ -205,6 +219,12 @@ void tst_rtf_kept::pictures() {
   QCOMPARE(QSizeF(format.width(), format.height()), shown);
   const QVariant image = document->resource(QTextDocument::ImageResource, QUrl(format.name()));
   QCOMPARE(image.value<QImage>().isNull() ? QSize() : image.value<QImage>().size(), pixels);
+
+  // Pasted into another letter it shows, too.
+  QTextDocument other;
+  QTextCursor cursor(&other);
+  rtf::Insert(Letter(group), cursor);
+  QCOMPARE(other.resource(QTextDocument::ImageResource, QUrl(format.name())), image);
 }
 
 void tst_rtf_kept::piecesSurviveCutAndPaste() {
@@ -242,14 +262,55 @@ void tst_rtf_kept::foreignTablesStayBehind() {
   QCOMPARE(support::Loss(*Document(written)), QString());
 }
 
+/// A table of fonts gets another one in its own form.
+void tst_rtf_kept::addedFonts_data() {
+  QTest::addColumn<QByteArray>("table");
+  QTest::addColumn<QByteArray>("font");
+  QTest::addColumn<QByteArray>("written");
+  const auto row = [](const QByteArray& table, const QByteArray& font, const QByteArray& written) {
+    QTest::newRow((table + font).constData()) << table << font << written;
+  };
+  const QByteArray other = "{\\f0\\fnil\\fcharset0 Otra;}";
+  const QByteArray braced = "{\\fonttbl{\\f0\\fswiss Arial;}";
+  row(braced + "}", other, braced + "{\\f1\\fnil\\fcharset0 Otra;}}");
+  row("{\\fonttbl\\f0\\fswiss Arial;}", other, "{\\fonttbl\\f0\\fswiss Arial;\\f1\\fnil\\fcharset0 Otra;}");
+  row(braced + "}", "{\\f0\\fcharset-5 Otra;}", braced + "{\\f1\\fnil Otra;}}");
+  row(braced + "}", "{\\f0\\fcharset256 Otra;}", braced + "{\\f1\\fnil Otra;}}");
+}
+
+void tst_rtf_kept::addedFonts() {
+  QFETCH(QByteArray, table);
+  QFETCH(QByteArray, font);
+  QFETCH(QByteArray, written);
+  const auto document = Document("{\\rtf1\\ansi" + table + "a\\par}");
+  QTextCursor cursor(document.get());
+  rtf::Insert("{\\rtf1\\ansi{\\fonttbl" + font + "}\\f0 x}", cursor);
+  const QByteArray result = rtf::Write(*document);
+  QVERIFY2(result.contains(written + "\r\n"), result.constData());
+  QCOMPARE(support::Loss(*document), QString());
+}
+
+/// Readers show a font of their own where a letter has none; a number without an entry would be a font's name to some.
+void tst_rtf_kept::noFontStaysNone() {
+  const auto document = Document("{\\rtf1 a\\par}");
+  QTextCursor(document.get()).insertText(u"b"_s);
+  const QByteArray written = rtf::Write(*document);
+  QVERIFY2(!written.contains("\\f0") && !written.contains("\\deff"), written.constData());
+  QCOMPARE(support::Loss(*document), QString());
+}
+
 void tst_rtf_kept::tableEdits_data() {
   QTest::addColumn<int>("from");
   QTest::addColumn<int>("to");
-  QTest::addColumn<QString>("typed");
+  QTest::addColumn<QString>("typed");  // or pasted, where it begins with a control word
   QTest::addColumn<QByteArray>("cells");
   // The letter's text is "a b c d" with a paragraph for each cell of two rows.
   QTest::newRow("a new paragraph in a cell")
       << 1 << 1 << u"\nx"_s << QByteArray("a|par|x|cell|b|cell|row|c|cell|d|cell|row|");
+  QTest::newRow("two paragraphs pasted into a cell")
+      << 1 << 1 << u"\\pard x\\par y\\par"_s << QByteArray("ax|par|y|cell|b|cell|row|c|cell|d|cell|row|");
+  QTest::newRow("a cell pasted into a cell") << 1 << 1 << u"\\trowd\\cellx9\\pard\\intbl x\\cell\\row"_s
+                                             << QByteArray("ax|cell|b|cell|row|c|cell|d|cell|row|");
   QTest::newRow("an emptied cell") << 2 << 3 << QString() << QByteArray("a|cell|cell|row|c|cell|d|cell|row|");
   QTest::newRow("a cell that is gone") << 0 << 2 << QString() << QByteArray("|cell|b|cell|row|c|cell|d|cell|row|");
 }
@@ -265,7 +326,11 @@ void tst_rtf_kept::tableEdits() {
   cursor.setPosition(from);
   cursor.setPosition(to, QTextCursor::KeepAnchor);
   cursor.removeSelectedText();
-  cursor.insertText(typed);
+  if (typed.startsWith(u'\\')) {
+    rtf::Insert(Letter(typed.toLatin1()), cursor);
+  } else {
+    cursor.insertText(typed);
+  }
   QByteArray written = rtf::Write(*document);
   written = written.mid(written.indexOf("\\trowd"));
   for (const char* word :

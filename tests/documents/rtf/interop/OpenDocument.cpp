@@ -12,6 +12,8 @@ namespace {
 
 using Attributes = QMap<QString, QString>;
 
+const QString defaultOf = u"default "_s;
+
 class Parser {
  public:
   explicit Parser(QIODevice& file) : m_xml(&file) {}
@@ -34,9 +36,12 @@ class Parser {
   QString Attribute(const QString& name) const { return m_xml.attributes().value(name).toString(); }
 
   void Start(const QString& name) {
-    if (name == u"style:style") {
+    if (name == u"style:default-style") {
+      m_style = defaultOf + Attribute(u"style:family"_s);
+    } else if (name == u"style:style") {
       m_style = Attribute(u"style:name"_s);
-      m_styles[m_style] = m_styles.value(Attribute(u"style:parent-style-name"_s));
+      const QString parent = Attribute(u"style:parent-style-name"_s);
+      m_styles[m_style] = m_styles.value(parent.isEmpty() ? defaultOf + Attribute(u"style:family"_s) : parent);
       if (const QString list = Attribute(u"style:list-style-name"_s); !list.isEmpty()) {
         m_styles[m_style].insert(u"list"_s, m_lists.value(list));
       }
@@ -49,6 +54,7 @@ class Parser {
                                       Attribute(u"style:leader-text"_s) + u' ';
     } else if (name == u"text:list-style") {
       m_list = Attribute(u"style:name"_s);
+      m_style = u"list "_s + m_list;
     } else if (name.startsWith(u"text:list-level-style-") && Attribute(u"text:level"_s) == u"1") {
       m_lists[m_list] = name.endsWith(u"bullet") ? u"bullet"_s : Attribute(u"style:num-format"_s);
     } else if (name == u"text:list") {
@@ -63,6 +69,11 @@ class Parser {
         attributes.insert(u"list"_s, m_openLists.last());
       }
       m_spans.append(attributes);
+      if (name == u"text:p" || name == u"text:h") {
+        Add(paragraphMark);
+      }
+    } else if (name == u"table:table-cell") {
+      m_runs.append({cellMark, {}});
     } else if (!m_spans.isEmpty()) {
       Special(name);
     }

@@ -12,7 +12,11 @@ struct Run {
   QMap<QString, QString> attributes;
 };
 
-/// The runs of the body in order. Attributes come from automatic styles with their parents; a list item has the
+inline const QString paragraphMark = QStringLiteral("\u00B6");
+inline const QString cellMark = QStringLiteral("\u00A6");
+
+/// The runs in order, a mark in front of each paragraph and cell. Attributes come from automatic styles with their
+/// parents and the defaults; a list item has the
 /// attribute "list", its level's kind ("bullet" or the number format).
 QList<Run> ReadRuns(const QString& path);
 

@@ -1,5 +1,7 @@
 // Letters converted by LibreOffice: what is written here opens there with the same text and formats, what is written
-// there opens here with them, and the text of every letter in KEL_RTF_DIR is compared. Exit code 1 for a difference.
+// there opens here with them, and the text of every letter in KEL_RTF_DIR is compared, and what LibreOffice
+// shows of it before and after an edit (of those letters only that arguments name, "*carta*.rtf"). Exit code 1 for a
+// difference.
 
 #include "documents/rtf/Documents.h"
 #include "documents/rtf/interop/OpenDocument.h"
@@ -171,16 +173,115 @@ QStringList WordsOf(QString text) {
   return words;
 }
 
+/// What a paragraph or text has that says nothing of it: "fo:margin-left=0in". Margins of a list's item do.
+bool IsInitial(const QString& name, const QString& value, bool isItem) {
+  static const QMap<QString, QStringList> initial{
+      {u"fo:margin-left"_s, {u"0in"_s}},
+      {u"fo:margin-right"_s, {u"0in"_s}},
+      {u"fo:margin-top"_s, {u"0in"_s}},
+      {u"fo:margin-bottom"_s, {u"0in"_s}},
+      {u"fo:text-indent"_s, {u"0in"_s}},
+      {u"fo:text-align"_s, {u"start"_s}},
+      // Black and automatic, which LibreOffice says by an opacity.
+      {u"fo:color"_s, {u"#000000"_s}},
+      {u"loext:opacity"_s, {u"0%"_s, u"100%"_s}},
+      {u"fo:font-weight"_s, {u"normal"_s}},
+      {u"fo:font-style"_s, {u"normal"_s}},
+      {u"fo:background-color"_s, {u"transparent"_s}},
+      {u"style:line-height-at-least"_s, {u"0in"_s}},
+      {u"style:writing-mode"_s, {u"lr-tb"_s, u"page"_s}},
+      {u"style:text-underline-style"_s, {u"none"_s}},
+      {u"style:text-line-through-style"_s, {u"none"_s}},
+      {u"style:auto-text-indent"_s, {u"false"_s}},
+      {u"style:contextual-spacing"_s, {u"false"_s}},
+      {u"style:justify-single-word"_s, {u"false"_s}},
+  };
+  return initial.value(name).contains(value) && !(isItem && value == u"0in");
+}
+
+/// Neighbours with equal attributes as one, without what does not show: revision numbers, fonts of other scripts.
+QStringList Shown(const QString& path) {
+  QStringList shown;
+  QString before;
+  for (const interop::Run& run : interop::ReadRuns(path)) {
+    QString attributes;
+    for (auto it = run.attributes.begin(); it != run.attributes.end(); ++it) {
+      if (!it.key().startsWith(u"officeooo:") && !it.key().endsWith(u"-asian") && !it.key().endsWith(u"-complex") &&
+          !IsInitial(it.key(), it.value(), run.attributes.contains(u"list"_s))) {
+        attributes += it.key() + u'=' + it.value() + u"; "_s;
+      }
+    }
+    const bool isMark = run.text == interop::paragraphMark || run.text == interop::cellMark;
+    if (shown.isEmpty() || isMark || attributes != before) {
+      shown.append(attributes + u'\t');
+    }
+    shown.last() += run.text;
+    before = isMark ? QString() : attributes;
+  }
+  return shown;
+}
+
+QString FirstDifference(const QStringList& one, const QStringList& other) {
+  qsizetype at = 0;
+  while (at < qMin(one.size(), other.size()) && one[at] == other[at]) {
+    ++at;
+  }
+  if (at == one.size() && at == other.size()) {
+    return {};
+  }
+  QStringList lost = one.value(at).section(u'\t', 0, 0).split(u"; "_s);
+  QStringList added = other.value(at).section(u'\t', 0, 0).split(u"; "_s);
+  const QStringList before = lost;
+  lost.removeIf([&](const QString& part) { return added.contains(part); });
+  added.removeIf([&](const QString& part) { return before.contains(part); });
+  return u"'%1' [%2] -> '%3' [%4]"_s.arg(one.value(at).section(u'\t', 1).left(50), lost.join(u' ').left(300),
+                                         other.value(at).section(u'\t', 1).left(50), added.join(u' ').left(300));
+}
+
+/// What LibreOffice shows of each letter, and of what is written of it when it has been edited.
+void EditedLetters(const QString& folder, const QStringList& files) {
+  const QString before = folder + u"/before"_s;
+  const QString after = folder + u"/after"_s;
+  QDir(folder).mkpath(before + u"/letters"_s);
+  QDir(folder).mkpath(after + u"/letters"_s);
+  QStringList originals;
+  QStringList edited;
+  for (const QString& path : files) {
+    // At the same depth, since links are written as seen from the converted file.
+    originals.append(before + u"/letters/"_s + QFileInfo(path).fileName());
+    edited.append(after + u"/letters/"_s + QFileInfo(path).fileName());
+    QFile letter(path);
+    const QByteArray content = letter.open(QFile::ReadOnly) ? letter.readAll() : QByteArray();
+    WriteFile(originals.last(), content);
+    WriteFile(edited.last(), rtf::Writer(*support::Document(content)).Write());
+  }
+  Check(Convert(before, u"fodt"_s, originals) && Convert(after, u"fodt"_s, edited), u"edited letters converted"_s);
+  int same = 0;
+  for (const QString& path : files) {
+    const QString name = u'/' + QFileInfo(path).completeBaseName() + u".fodt"_s;
+    const QString difference = FirstDifference(Shown(before + name), Shown(after + name));
+    same += difference.isEmpty() ? 1 : 0;
+    if (!difference.isEmpty()) {
+      std::printf("  ~ %s after an edit: %s\n", qPrintable(QFileInfo(path).fileName()), qPrintable(difference));
+    }
+  }
+  std::printf("after an edit: %d of %lld show the same\n", same, static_cast<long long>(files.size()));
+}
+
+QStringList LettersOf(const QStringList& patterns) {
+  QStringList files;
+  for (const QFileInfo& info : QDir(qEnvironmentVariable("KEL_RTF_DIR")).entryInfoList(patterns)) {
+    files.append(info.filePath());
+  }
+  return files;
+}
+
 void RealFiles(const QString& folder) {
-  const QDir letters(qEnvironmentVariable("KEL_RTF_DIR"));
   if (!qEnvironmentVariableIsSet("KEL_RTF_DIR")) {
     std::printf("KEL_RTF_DIR names no folder of letters: real files are NOT compared\n");
     return;
   }
-  QStringList files;
-  for (const QFileInfo& info : letters.entryInfoList({u"*.rtf"_s})) {
-    files.append(info.filePath());
-  }
+  const QStringList files = LettersOf({u"*.rtf"_s});
   Check(Convert(folder, u"txt:Text (encoded):UTF8"_s, files), u"real files converted"_s);
   int same = 0;
   for (const QString& path : files) {
@@ -204,6 +305,7 @@ void RealFiles(const QString& folder) {
                 qPrintable(ours.mid(at, 6).join(u' ')), qPrintable(theirs.mid(at, 6).join(u' ')));
   }
   std::printf("real files: %d of %lld with the same text\n", same, static_cast<long long>(files.size()));
+  EditedLetters(folder, files);
 }
 
 }  // namespace
@@ -211,9 +313,14 @@ void RealFiles(const QString& folder) {
 int main(int argc, char** argv) {
   const QGuiApplication application(argc, argv);
   const QTemporaryDir folder;
-  WrittenHere(folder.path());
-  WrittenThere(folder.path());
-  RealFiles(folder.path());
+  const QStringList patterns = QCoreApplication::arguments().mid(1);
+  if (patterns.isEmpty()) {
+    WrittenHere(folder.path());
+    WrittenThere(folder.path());
+    RealFiles(folder.path());
+  } else {
+    EditedLetters(folder.path(), LettersOf(patterns));
+  }
   std::printf("%d differences\n", differences);
   return differences == 0 ? 0 : 1;
 }

@@ -1,0 +1,121 @@
+#include "host/desktop/LiveRecords.h"
+
+#include "database/Database.h"
+#include "host/records/AffectedRecords.h"
+#include "host/records/RecordReader.h"
+#include "platform/automation/Error.h"
+
+#include <QApplication>
+
+#include <chrono>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr std::chrono::seconds pause{1};
+
+// A longer list is not read anew on a suspicion.
+constexpr int longestReadAnew = 10'000;
+
+qint64 NewestNote(ComponentBridge& bridge) {
+  try {
+    return NewestChange(bridge.OpenConnection());
+  } catch (const automation::Error&) {
+    return 0;
+  }
+}
+
+}  // namespace
+
+LiveRecords::LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, RecordList& list,
+                         const QString& connectionString, QObject* parent)
+    : QObject(parent),
+      m_bridge(bridge),
+      m_loader(loader),
+      m_list(list),
+      m_reader([connectionString] { return database::CreateConnection(connectionString); }),
+      m_watch(connectionString, NewestNote(bridge)) {
+  connect(&m_watch, &ChangeWatch::Seen, this, &LiveRecords::TakeNote);
+  connect(&m_reader, &RecordLoader::Loaded, this, [this](SortedRecords& records) {
+    if (m_node == m_readNode && !m_loader.IsLoading()) {
+      m_list.Refresh(std::move(records));
+      Q_EMIT Updated();
+    }
+  });
+  connect(&m_reader, &RecordLoader::Failed, this, [this] { m_unknown = true; });
+  connect(&m_timer, &QTimer::timeout, this, &LiveRecords::Tick);
+  m_timer.start(pause);
+}
+
+void LiveRecords::Follow(const Node* node) {
+  m_node = node;
+}
+
+void LiveRecords::Tick() {
+  m_maybeOurs = m_maybeOurs || m_bridge.IsBusy();
+  if (MayDisturb()) {
+    Apply();
+    m_watch.Look();
+  }
+}
+
+void LiveRecords::TakeNote(const SeenChanges& changes) {
+  m_pending += changes.notes;
+  const bool isSuspicion = changes.isUnknown && !changes.mayBeLocks && !std::exchange(m_maybeOurs, false);
+  if (m_list.Records().TotalCount() <= longestReadAnew) {
+    m_unknown = m_unknown || changes.isUnknown;
+  } else if (isSuspicion) {
+    Q_EMIT MayHaveChanged();
+  }
+  if (MayDisturb()) {
+    Apply();
+  }
+}
+
+// Changes that arrive while the list is read may be in it or not: the records are read again afterwards.
+void LiveRecords::Apply() {
+  if (m_node == nullptr || m_loader.IsLoading() || m_reader.IsLoading()) {
+    return;
+  }
+  try {
+    if (std::exchange(m_unknown, false)) {
+      ReadAnew();
+    } else if (!m_pending.isEmpty()) {
+      Update();
+    }
+  } catch (const automation::Error&) {
+    // They stay pending.
+    return;
+  }
+}
+
+void LiveRecords::Update() {
+  adodb::Connection& connection = m_bridge.OpenConnection();
+  const std::optional<QList<int>> ids = AffectedRecords(connection, *m_node, m_pending);
+  if (!ids) {
+    ReadAnew();
+    return;
+  }
+  if (!ids->isEmpty()) {
+    m_list.Update(*ids, ReadRecords(connection, *m_node, *ids));
+    Q_EMIT Updated();
+  }
+  m_pending.clear();
+}
+
+void LiveRecords::ReadAnew() {
+  m_pending.clear();
+  m_readNode = m_node;
+  m_reader.Load(*m_node, m_list.Records().SortColumn());
+}
+
+bool LiveRecords::MayDisturb() const {
+  const QWidget& window = *m_list.window();
+  return window.isVisible() && !window.isMinimized() && !m_bridge.IsBusy() && !m_bridge.IsEnding() &&
+         QApplication::activeModalWidget() == nullptr && QApplication::activePopupWidget() == nullptr &&
+         QApplication::mouseButtons() == Qt::NoButton;
+}
+
+}  // namespace host

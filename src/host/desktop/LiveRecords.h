@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/desktop/RecordList.h"
+#include "host/records/ChangeWatch.h"
+#include "host/records/ComponentBridge.h"
+#include "host/records/RecordLoader.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+namespace host {
+
+/// Keeps the shown list as the database is: looks every second whether anybody wrote, and reads again just the records
+/// that look otherwise now. Selection, place and search stay. It waits while a dialog, a box or a menu is open or the
+/// mouse is held, and never says a word of an error.
+class LiveRecords : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Borrows all but the string; `loader` is the one that fills the list.
+  LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, RecordList& list, const QString& connectionString,
+              QObject* parent = nullptr);
+
+  /// The node whose records the list shows from now on; nullptr while it shows none.
+  void Follow(const Node* node);
+
+ Q_SIGNALS:
+  /// The list was brought up to date.
+  void Updated();
+  /// Another program may have written, and the list is too long to be read anew for that.
+  void MayHaveChanged();
+
+ private:
+  void Tick();
+  void TakeNote(const SeenChanges& changes);
+  void Apply();
+  void Update();
+  void ReadAnew();
+  bool MayDisturb() const;
+
+  ComponentBridge& m_bridge;
+  const RecordLoader& m_loader;
+  RecordList& m_list;
+  const Node* m_node = nullptr;
+  const Node* m_readNode = nullptr;  ///< Of the reading under way.
+  RecordLoader m_reader;
+  ChangeWatch m_watch;
+  QTimer m_timer;
+  QList<Change> m_pending;
+  bool m_unknown = false;
+  bool m_maybeOurs = false;  ///< A dialog was open since the last look: what left no note may be its locks.
+};
+
+}  // namespace host

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/adodb/Connection.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace host {
+
+/// A connection that waits where the user sees it. What another program's lock holds back is tried again for up to
+/// `longest`, with a box that says so and can end it after the first moment, while the program goes on hearing signals.
+/// Whoever has waited in vain does not wait a second time until the connection is closed or a statement has passed.
+/// Inside a transaction nothing is tried again: it has its lock.
+///
+/// Raises what the other connection raises; DatabaseLocked says how long was waited.
+class PatientConnection : public adodb::Connection {
+ public:
+  /// How long the other connection may wait by itself, in which nobody can do anything.
+  static constexpr std::chrono::milliseconds tryTime{100};
+
+  explicit PatientConnection(std::unique_ptr<adodb::Connection> real,
+                             std::chrono::milliseconds longest = std::chrono::seconds(5));
+
+  int State() const override { return m_real->State(); }
+  void Open() override;
+  void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
+  void Close() override;
+  std::unique_ptr<adodb::Recordset> Execute(const QString& statement) override;
+  qint64 RecordsAffected() const override { return m_real->RecordsAffected(); }
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+
+ private:
+  void Patiently(const std::function<void()>& work);
+
+  std::unique_ptr<adodb::Connection> m_real;
+  std::chrono::milliseconds m_longest;
+  bool m_inTransaction = false;
+  bool m_hasGivenUp = false;
+};
+
+}  // namespace host

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QFrame>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+class QKeyEvent;
+
+namespace host {
+
+/// What a strip tells, and the ways out that it offers.
+struct StripText {
+  enum class Tone { News, Attention };
+  struct Way {
+    QString text;  ///< Of the button, with its `&`.
+    std::function<void()> act = {};
+  };
+
+  QString subject;  ///< What it is about; the name of the strip.
+  QString text;     ///< Plain text of any length.
+  QList<Way> ways = {};
+  Tone tone = Tone::News;
+};
+
+/// A line that tells something and makes nobody wait, as a box does. It goes when one of its ways is chosen, or with
+/// Escape while the focus is in it; without a way it stays. Screen readers are told of it when it appears.
+class Strip : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit Strip(const StripText& content, QWidget* parent = nullptr);
+
+  bool MayGo() const { return m_mayGo; }
+
+ Q_SIGNALS:
+  /// It went by the user's will; what the chosen way does follows.
+  void Left();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void Leave();
+
+  bool m_mayGo;
+};
+
+}  // namespace host

@@ -1,0 +1,94 @@
+#include "host/records/ChangeLog.h"
+
+#include "host/records/ChangeNote.h"
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+using namespace Qt::StringLiterals;
+
+using adodb::Execute;
+using automation::CLng;
+using automation::Text;
+
+namespace host {
+
+namespace {
+
+// A list of lists: column, before, after.
+QString Written(const QList<ColumnChange>& columns) {
+  QJsonArray list;
+  for (const ColumnChange& change : columns) {
+    list.append(QJsonArray{change.column, change.before, change.after});
+  }
+  return QString::fromUtf8(QJsonDocument(list).toJson(QJsonDocument::Compact));
+}
+
+// A text that somebody spoiled says nothing.
+QList<ColumnChange> Columns(const QString& text) {
+  QList<ColumnChange> columns;
+  const QJsonArray list = QJsonDocument::fromJson(text.toUtf8()).array();
+  for (const QJsonValue& entry : list) {
+    columns.append({entry[0].toString(), entry[1].toString(), entry[2].toString()});
+  }
+  return columns;
+}
+
+qint64 Number(const QVariant& value) {
+  return automation::IsNull(value) ? 0 : value.toLongLong();
+}
+
+Change ChangeFrom(adodb::Recordset& row) {
+  Change change;
+  change.number = Number(row.Field(u"IDCambio"));
+  change.moment = QDateTime::fromString(Text(row.Field(u"Fecha")), Qt::ISODate);
+  change.userId = CLng(row.Field(u"codUsuario"));
+  change.userName = Text(row.Field(u"Usuario"));
+  change.machine = Text(row.Field(u"Equipo"));
+  change.program = Text(row.Field(u"Programa"));
+  change.kind = static_cast<ChangeKind>(CLng(row.Field(u"Clase")));
+  change.table = Text(row.Field(u"Tabla"));
+  change.key = Number(row.Field(u"ValorID"));
+  change.name = Text(row.Field(u"Nombre"));
+  change.columns = Columns(Text(row.Field(u"Columnas")));
+  change.rows = CLng(row.Field(u"Filas"));
+  return change;
+}
+
+}  // namespace
+
+void Append(adodb::Connection& connection, const Change& change) {
+  Execute(
+      connection,
+      u"INSERT INTO Cambios (Fecha, codUsuario, Usuario, Equipo, Programa, Clase, Tabla, ValorID, Nombre, Columnas, "
+      u"Filas) VALUES ('{}', {}, '{}', '{}', '{}', {}, '{}', {}, '{}', '{}', {})",
+      change.moment.toString(Qt::ISODate), change.userId, change.userName, change.machine, change.program,
+      static_cast<int>(change.kind), change.table, change.key, change.name, Written(change.columns), change.rows);
+}
+
+qint64 NewestChange(adodb::Connection& connection) {
+  return Number(Execute(connection, u"SELECT MAX(IDCambio) AS Ultimo FROM Cambios")->Field(0));
+}
+
+QList<Change> ChangesAfter(adodb::Connection& connection, qint64 number, int most) {
+  QList<Change> changes;
+  const auto rows = Execute(connection, u"SELECT * FROM Cambios WHERE IDCambio>{} ORDER BY IDCambio", number);
+  for (; !rows->AtEnd() && changes.size() < most; rows->MoveNext()) {
+    changes.append(ChangeFrom(*rows));
+  }
+  return changes;
+}
+
+std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key) {
+  const auto rows =
+      Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} ORDER BY IDCambio DESC", table, key);
+  return rows->AtEnd() ? std::nullopt : std::optional(ChangeFrom(*rows));
+}
+
+void ForgetChangesBefore(adodb::Connection& connection, const QDateTime& moment) {
+  Execute(connection, u"DELETE FROM Cambios WHERE Fecha<'{}'", moment.toUTC().toString(Qt::ISODate));
+}
+
+}  // namespace host

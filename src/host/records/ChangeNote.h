@@ -1,0 +1,43 @@
+#pragma once
+
+#include "database/Schema.h"
+#include "database/WrittenRecord.h"
+#include "host/records/ChangeLog.h"
+
+#include <QVariant>
+
+namespace host {
+
+/// The note of one write in the making: looks at the row before the statement runs, and again afterwards. The
+/// connection is the engine's, inside the transaction of the write. Errors of the database leave it.
+class ChangeNote {
+ public:
+  ChangeNote(adodb::Connection& engine, const database::WrittenRecord& written);
+
+  /// What the statement, which wrote `rows` rows, changed; nothing where it changed no value.
+  std::optional<Change> After(qint64 rows);
+  /// The key of the only row that was written, 0 for several; known after that.
+  qint64 Key() const { return m_key; }
+
+ private:
+  /// The values of a row in the order of the schema's columns; none for a row that is not there.
+  using Row = QList<QVariant>;
+
+  Row Read() const;
+  QString Name(const Row& row) const;
+  void FindNewKey();
+  ChangeKind KindOf(const Row& now) const;
+  QList<ColumnChange> Differences(const Row& now) const;
+
+  adodb::Connection& m_engine;
+  const database::WrittenRecord& m_written;
+  const database::Table& m_table;
+  qint64 m_key = 0;
+  Row m_before;
+  QString m_name;
+};
+
+/// Writes a note into the log; its number is given by the database.
+void Append(adodb::Connection& connection, const Change& change);
+
+}  // namespace host

@@ -1,0 +1,220 @@
+#include "host/records/OfficeConnection.h"
+
+#include "database/WrittenRecord.h"
+#include "host/records/ChangeNote.h"
+#include "host/records/ProcessIdentity.h"
+#include "host/records/Session.h"
+#include "platform/adodb/ErrorNumbers.h"
+#include "platform/automation/Error.h"
+
+#include <QScopeGuard>
+#include <QStringList>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+using automation::Error;
+
+namespace host {
+
+namespace {
+
+// The host's own tables, which tell of the office's.
+bool IsOwn(const QString& table) {
+  static const QStringList own{u"BloqueoRegistros"_s, u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
+                               u"Ajustes"_s};
+  return own.contains(table);
+}
+
+// A statement that can't be read is refused by the engine, in its words.
+std::optional<database::WrittenRecord> Written(const QString& statement) {
+  try {
+    return database::WrittenBy(statement);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session)
+    : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
+
+OfficeConnection::~OfficeConnection() = default;
+
+int OfficeConnection::State() const {
+  if (m_batch == Batch::None) {
+    return m_engine->State();
+  }
+  return m_looksOpen ? adodb::StateOpen : adodb::StateClosed;
+}
+
+void OfficeConnection::Open() {
+  Open({}, {}, {}, -1);
+}
+
+void OfficeConnection::Open(const QString& connectionString, const QString& user, const QString& password,
+                            int options) {
+  if (m_batch == Batch::None || m_looksOpen) {
+    m_engine->Open(connectionString, user, password, options);
+  }
+  m_looksOpen = true;
+}
+
+void OfficeConnection::Close() {
+  if (m_batch == Batch::None) {
+    Forget();
+    m_engine->Close();
+    return;
+  }
+  CheckLooksOpen();
+  if (m_inTransaction) {
+    RollBackBatch();
+  }
+  m_inTransaction = false;
+  m_looksOpen = false;
+}
+
+void OfficeConnection::CheckLooksOpen() const {
+  if (m_batch != Batch::None && !m_looksOpen) {
+    throw Error(adodb::ObjectClosed, u"La conexión está cerrada."_s);
+  }
+}
+
+void OfficeConnection::CheckBatch() const {
+  CheckLooksOpen();
+  if (m_batch == Batch::RolledBack) {
+    throw Error(adodb::TransactionLost, u"La operación se ha deshecho entera. Vuelva a intentarlo."_s);
+  }
+}
+
+std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& statement) {
+  CheckLooksOpen();
+  const std::optional<database::WrittenRecord> written = Written(statement);
+  if (written) {
+    CheckBatch();
+  }
+  if (!written || IsOwn(written->table)) {
+    std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);
+    m_affected = m_engine->RecordsAffected();
+    return rows;
+  }
+  if (m_inTransaction || m_batch == Batch::Running) {
+    return ExecuteNoted(statement, *written);
+  }
+  adodb::Transaction around(*m_engine);
+  const auto forget = qScopeGuard([this] { Forget(); });
+  std::unique_ptr<adodb::Recordset> rows = ExecuteNoted(statement, *written);
+  around.Commit();
+  Committed();
+  return rows;
+}
+
+std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& statement,
+                                                                 const database::WrittenRecord& written) {
+  ChangeNote note(*m_engine, written);
+  m_affected = 0;
+  std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);
+  m_affected = m_engine->RecordsAffected();
+  if (std::optional<Change> change = note.After(m_affected)) {
+    change->moment = QDateTime::currentDateTimeUtc();
+    change->userId = m_session.userId;
+    change->userName = m_session.userName;
+    change->machine = CurrentProcess().machine;
+    change->program = m_program;
+    Append(*m_engine, *change);
+  }
+  if (m_affected > 0) {
+    m_pending.append({written.table, note.Key()});
+  }
+  return rows;
+}
+
+void OfficeConnection::Committed() {
+  for (WriteWatch* watch : m_watches) {
+    watch->Add(m_pending);
+  }
+  m_pending.clear();
+}
+
+void OfficeConnection::Forget() {
+  m_inTransaction = false;
+  m_pending.clear();
+}
+
+void OfficeConnection::BeginTrans() {
+  CheckBatch();
+  if (m_batch == Batch::None) {
+    m_engine->BeginTrans();
+  } else if (m_inTransaction) {
+    throw Error(adodb::TransactionActive, u"Ya hay una transacción en curso."_s);
+  }
+  m_inTransaction = true;
+}
+
+void OfficeConnection::CheckInTransaction() const {
+  CheckBatch();
+  if (m_batch == Batch::Running && !m_inTransaction) {
+    throw Error(adodb::NoTransaction, u"No hay ninguna transacción en curso."_s);
+  }
+}
+
+// A commit that fails leaves the transaction open, for its roll-back.
+void OfficeConnection::CommitTrans() {
+  CheckInTransaction();
+  if (m_batch == Batch::None) {
+    m_engine->CommitTrans();
+    Committed();
+  }
+  m_inTransaction = false;
+}
+
+void OfficeConnection::RollbackTrans() {
+  CheckInTransaction();
+  if (m_batch == Batch::None) {
+    Forget();
+    m_engine->RollbackTrans();
+    return;
+  }
+  m_inTransaction = false;
+  RollBackBatch();
+}
+
+void OfficeConnection::BeginBatch() {
+  if (m_engine->State() == adodb::StateClosed) {
+    m_engine->Open();
+  }
+  m_engine->BeginTrans();
+  m_batch = Batch::Running;
+  m_looksOpen = true;
+}
+
+void OfficeConnection::CommitBatch() {
+  m_looksOpen = true;
+  CheckBatch();
+  m_engine->CommitTrans();
+  m_batch = Batch::None;
+  Committed();
+}
+
+void OfficeConnection::RollBackBatch() {
+  if (m_batch != Batch::Running) {
+    return;
+  }
+  m_batch = Batch::RolledBack;
+  m_pending.clear();
+  try {
+    m_engine->RollbackTrans();
+  } catch (const Error&) {
+    // Then the engine has undone it.
+    return;
+  }
+}
+
+void OfficeConnection::EndBatch() {
+  RollBackBatch();
+  m_batch = Batch::None;
+  Forget();
+}
+
+}  // namespace host

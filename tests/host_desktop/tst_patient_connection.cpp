@@ -1,0 +1,128 @@
+#include "TestDesktop.h"
+#include "support/TestProgram.h"
+
+#include "host/desktop/PatientConnection.h"
+#include "host/desktop/ProgramEnd.h"
+#include "host/services/cPrincipal.h"
+#include "platform/adodb/ErrorNumbers.h"
+#include "platform/automation/Error.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+#include <chrono>
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::chrono::milliseconds longest = 1500ms;
+
+/// The number of the error that a write ends with, 0 for none.
+int ErrorOf(adodb::Connection& connection) {
+  try {
+    connection.Execute(u"UPDATE Bancos SET Nombre='x'"_s);
+    return 0;
+  } catch (const automation::Error& error) {
+    return error.Number();
+  }
+}
+
+QWidget* Box() {
+  QWidget* top = QApplication::activeModalWidget();
+  return top != nullptr && top->objectName() == u"databaseWait" ? top : nullptr;
+}
+
+}  // namespace
+
+/// A busy database is waited for once, where the user sees it and can end it.
+class tst_patient_connection : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() {
+    m_database = std::make_unique<support::TestDatabase>();
+    m_other = m_database->Connect();
+    m_connection = std::make_unique<host::PatientConnection>(
+        database::CreateConnection(m_database->ConnectionString(), host::PatientConnection::tryTime), longest);
+    m_connection->Open();
+    m_other->BeginTrans();
+    m_time.start();
+  }
+
+  void cleanup() {
+    m_connection.reset();
+    m_other.reset();
+    m_database.reset();
+  }
+
+  void WaitsOnceAndSaysSo() {
+    bool shown = false;
+    QTimer::singleShot(900ms, this, [&] { shown = Box() != nullptr; });
+    QCOMPARE(ErrorOf(*m_connection), adodb::DatabaseLocked);
+    QVERIFY(m_time.elapsed() >= longest.count());
+    QVERIFY(shown);
+    // What follows is told the same at once.
+    m_time.start();
+    QCOMPARE(ErrorOf(*m_connection), adodb::DatabaseLocked);
+    QVERIFY(m_time.elapsed() < longest.count());
+    m_other->RollbackTrans();
+    QCOMPARE(ErrorOf(*m_connection), 0);
+  }
+
+  void GoesOnWhenTheOtherIsDone() {
+    QTimer::singleShot(800ms, this, [this] { m_other->RollbackTrans(); });
+    QCOMPARE(ErrorOf(*m_connection), 0);
+    QCOMPARE(Box(), nullptr);
+  }
+
+  void CancelEndsTheWait() {
+    QTimer::singleShot(600ms, this, [] { Box()->findChild<QPushButton*>(u"giveUp"_s)->click(); });
+    QCOMPARE(ErrorOf(*m_connection), adodb::DatabaseLocked);
+    QVERIFY(m_time.elapsed() < longest.count());
+  }
+
+  void ASignalEndsTheWait() {
+    TestDesktop desktop;
+    const host::ProgramEnd end(desktop.Bridge());
+    // Not before the box has been looked at, or the driver would close it.
+    desktop.driver.On("databaseWait", [](const support::DialogUser& dialog) {
+      raise(SIGTERM);
+      QTRY_VERIFY(!dialog.Dialog()->isVisible());
+    });
+    QCOMPARE(ErrorOf(*m_connection), adodb::DatabaseLocked);
+    QVERIFY(m_time.elapsed() < longest.count());
+  }
+
+  // The lock of a dialog that met a busy database does not stay behind.
+  void ALockIsReleasedLater() {
+    m_other->RollbackTrans();
+    host::Session session;
+    session.connection = m_connection.get();
+    session.userId = 1;
+    session.Locks().Take(u"IDBanco"_s, 1);
+    m_other->BeginTrans();
+    host::cPrincipal services(session);
+    QObject* none = nullptr;
+    services.DesbloqueoRegistro(none, u"frmBanco"_s, u"IDBanco"_s, 1);
+    QVERIFY(m_time.elapsed() < 2 * longest.count());
+    m_other->RollbackTrans();
+    bool held = false;
+    services.BloqueoRegistro(none, u"frmPais"_s, u"IDPais"_s, 2, held);
+    QCOMPARE(m_database->Query(u"SELECT campoID FROM BloqueoRegistros"), QStringList(u"IDPais"_s));
+  }
+
+ private:
+  std::unique_ptr<support::TestDatabase> m_database;
+  std::unique_ptr<adodb::Connection> m_other;
+  std::unique_ptr<host::PatientConnection> m_connection;
+  QElapsedTimer m_time;
+};
+
+KEL_TEST(tst_patient_connection);
+#include "tst_patient_connection.moc"

@@ -1,0 +1,246 @@
+#include "database/sqlite/SqliteConnection.h"
+#include "host/records/ChangeLog.h"
+#include "host/records/OfficeConnection.h"
+#include "host/records/Session.h"
+#include "platform/adodb/ErrorNumbers.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
+#include "support/TestProgram.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
+
+/// What the host's own connection notes of the writes that pass it, and batches.
+class tst_office_connection : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void Notes_data();
+  void Notes();
+  void NotesGoWithTheirTransaction();
+  void WhatFailsLeavesNothing();
+  void WhoWhenAndHowLong();
+  void WatchesSeeWhatIsCommitted();
+  void ABatchIsOneTransaction();
+  void ALostBatchDoesNothingMore();
+
+ private:
+  QStringList NotesNow() const;
+  QString Count(const QString& table) const;
+
+  std::unique_ptr<TestDatabase> m_database;
+  host::Session m_session;
+  std::unique_ptr<host::OfficeConnection> m_office;
+};
+
+namespace {
+
+const QString insertBank = u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','Uno')"_s;
+
+QString TextOf(const host::Change& change) {
+  constexpr const char* kinds[] = {"?", "added", "changed", "deleted", "recovered", "several"};
+  QStringList columns;
+  for (const host::ColumnChange& column : change.columns) {
+    columns.append(u"%1:%2>%3"_s.arg(column.column, column.before, column.after));
+  }
+  return u"%1 %2 %3 «%4» %5 %6"_s.arg(QLatin1StringView(kinds[static_cast<int>(change.kind)]), change.table,
+                                      QString::number(change.key), change.name, QString::number(change.rows),
+                                      columns.join(u' '));
+}
+
+}  // namespace
+
+void tst_office_connection::init() {
+  m_database = std::make_unique<TestDatabase>();
+  m_session.userId = 1;
+  m_session.userName = u"ana"_s;
+  m_office = std::make_unique<host::OfficeConnection>(m_database->Connect(), m_session);
+  m_session.connection = m_office.get();
+  m_session.office = m_office.get();
+}
+
+QStringList tst_office_connection::NotesNow() const {
+  QStringList notes;
+  for (const host::Change& change : host::ChangesAfter(m_database->Connection(), 0, 100)) {
+    notes.append(TextOf(change).trimmed());
+  }
+  return notes;
+}
+
+QString tst_office_connection::Count(const QString& table) const {
+  return Outcome(m_database->Connection(), u"SELECT COUNT(*) FROM "_s + table);
+}
+
+void tst_office_connection::Notes_data() {
+  QTest::addColumn<QString>("statement");
+  QTest::addColumn<QString>("note");
+  QTest::addColumn<int>("affected");
+  const auto row = [](const char* statement, const char* note, int affected) {
+    QTest::newRow(statement) << QString::fromUtf8(statement) << QString::fromUtf8(note) << affected;
+  };
+  row("INSERT INTO Bancos(Numero,Nombre) VALUES('0049','Almendro')",
+      "added Bancos 1 «0049 Almendro» 1 Numero:>0049 Nombre:>Almendro", 1);
+  row("INSERT INTO Provincias(IDProvincia,Nombre,CodPais) VALUES(900,'Nueva',35)",
+      "added Provincias 900 «Nueva» 1 CodPais:>35 Nombre:>Nueva", 1);
+  row("UPDATE Paises SET Nombre='Hispania' WHERE IDPais=35", "changed Paises 35 «España» 1 Nombre:España>Hispania", 1);
+  row("UPDATE Paises SET Nombre='España' WHERE IDPais=35", "", 1);
+  row("UPDATE paises SET nombre='x' WHERE idpais=35 AND Eliminado=-1", "", 0);
+  row("UPDATE Paises SET Nombre='x' WHERE IDPais=9999", "", 0);
+  row("UPDATE Paises SET Eliminado=-1 WHERE IDPais=35", "deleted Paises 35 «España» 1", 1);
+  row("DELETE FROM Paises WHERE IDPais=35", "deleted Paises 35 «España» 1", 1);
+  row("UPDATE Provincias SET Prefijo='0' & Prefijo WHERE CodPais=35 AND Prefijo<'03'",
+      "several Provincias 0 «CodPais=35 AND Prefijo<'03'» 2", 2);
+  row("UPDATE Provincias SET Prefijo='' WHERE CodPais=9999", "", 0);
+  row("INSERT INTO Cabeceras(Nombre) SELECT Nombre FROM Paises WHERE IDPais<3", "several Cabeceras 0 «» 2", 2);
+  row("INSERT INTO CartasModelo(Nombre,Contenido) VALUES('Carta','{\\rtf1 secreto}')",
+      "added CartasModelo 1 «Carta» 1 Nombre:>Carta Contenido:>15", 1);
+  row("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'IDPais',35)", "", 1);
+  row("SELECT Nombre FROM Paises WHERE IDPais=35", "", 0);
+}
+
+void tst_office_connection::Notes() {
+  QFETCH(const QString, statement);
+  m_office->Execute(statement);
+  QTEST(NotesNow().join(u'/'), "note");
+  QTEST(static_cast<int>(m_office->RecordsAffected()), "affected");
+}
+
+void tst_office_connection::NotesGoWithTheirTransaction() {
+  m_office->BeginTrans();
+  QCOMPARE(ErrorOf([&] { m_office->BeginTrans(); }), int(adodb::TransactionActive));
+  m_office->Execute(insertBank);
+  m_office->RollbackTrans();
+  QCOMPARE(NotesNow(), QStringList());
+  m_office->BeginTrans();
+  m_office->Execute(insertBank);
+  m_office->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=35"_s);
+  QCOMPARE(NotesNow(), QStringList());
+  m_office->Close();
+  QCOMPARE(Count(u"Bancos"_s), u"0"_s);
+  m_office->Open();
+  m_office->BeginTrans();
+  m_office->Execute(insertBank);
+  // What another program adds now is not what the component asks for.
+  QCOMPARE(Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s), u"1"_s);
+  m_office->CommitTrans();
+  m_office->Execute(u"INSERT INTO Bancos(Numero) VALUES('0200')"_s);
+  m_database->Execute(u"INSERT INTO Bancos(Numero) VALUES('7')");
+  QCOMPARE(Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s), u"2"_s);
+  QCOMPARE(NotesNow().size(), 2);
+}
+
+void tst_office_connection::WhatFailsLeavesNothing() {
+  m_office->Execute(insertBank);
+  QCOMPARE(ErrorOf([&] { m_office->Execute(insertBank); }), int(adodb::ConstraintViolation));
+  QCOMPARE(ErrorOf([&] { m_office->Execute(u"UPDATE Bancos SET Nada=1 WHERE IDBanco=1"_s); }),
+           int(adodb::NoSuchColumn));
+  QCOMPARE(ErrorOf([&] { m_office->Execute(u"DROP TABLE Bancos"_s); }), int(adodb::StatementRefused));
+  QCOMPARE(NotesNow().size(), 1);
+  // Without a note there is no change, either.
+  m_database->Execute(u"DELETE FROM Cambios");
+  static_cast<database::SqliteConnection&>(m_database->Connection()).Handle().Run("ALTER TABLE Cambios RENAME TO Otra");
+  QCOMPARE(ErrorOf([&] { m_office->Execute(u"UPDATE Bancos SET Nombre='x' WHERE IDBanco=1"_s); }),
+           int(adodb::NoSuchTable));
+  QCOMPARE(Outcome(m_database->Connection(), u"SELECT Nombre FROM Bancos"_s), u"Uno"_s);
+}
+
+void tst_office_connection::WhoWhenAndHowLong() {
+  const QDateTime before = QDateTime::currentDateTimeUtc().addSecs(-1);
+  adodb::Execute(*m_office, u"INSERT INTO Bancos(Nombre) VALUES('{}')", QString(5000, u'x'));
+  m_session.userName = u"berta"_s;
+  m_office->Execute(u"UPDATE Bancos SET Nombre='b' WHERE IDBanco=1"_s);
+  m_office->Execute(u"UPDATE Bancos SET Numero='2' WHERE IDBanco=1"_s);
+  adodb::Connection& reader = m_database->Connection();
+  const QList<host::Change> first = host::ChangesAfter(reader, 0, 2);
+  QCOMPARE(first.size(), 2);
+  QCOMPARE(first[0].userName, u"ana"_s);
+  QCOMPARE(first[1].userName, u"berta"_s);
+  QCOMPARE(first[1].columns.constFirst().before, QString(200, u'x'));
+  QVERIFY(first[0].moment >= before && first[0].moment <= QDateTime::currentDateTimeUtc());
+  const QList<host::Change> rest = host::ChangesAfter(reader, first[1].number, 100);
+  QCOMPARE(rest.size(), 1);
+  QCOMPARE(rest.constFirst().number, host::NewestChange(reader));
+  QCOMPARE(rest.constFirst().program, m_office->Program());
+  QCOMPARE(host::LastChangeOf(reader, u"Bancos"_s, 1)->columns.constFirst().after, u"2"_s);
+  QVERIFY(!host::LastChangeOf(reader, u"Paises"_s, 1));
+  m_database->Execute(u"UPDATE Cambios SET Fecha='2020-01-01T00:00:00Z' WHERE IDCambio<{}", first[1].number);
+  host::ForgetChangesBefore(reader, before);
+  QCOMPARE(NotesNow().size(), 2);
+}
+
+void tst_office_connection::WatchesSeeWhatIsCommitted() {
+  const host::WriteWatch outer(*m_office);
+  m_office->Execute(u"UPDATE Provincias SET Prefijo='' WHERE CodPais=35"_s);
+  {
+    const host::WriteWatch inner(*m_office);
+    m_office->BeginTrans();
+    m_office->Execute(insertBank);
+    m_office->Execute(u"UPDATE Bancos SET Nombre='b' WHERE IDBanco=1"_s);
+    QCOMPARE(inner.Rows().size(), 0);
+    m_office->CommitTrans();
+    m_office->BeginTrans();
+    m_office->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=35"_s);
+    m_office->RollbackTrans();
+    m_office->Execute(u"DELETE FROM BloqueoRegistros"_s);
+    m_office->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s);
+    QCOMPARE(inner.Rows(), (QList<host::WrittenRow>{{u"Bancos"_s, 1}, {u"Paises"_s, 1}}));
+  }
+  QCOMPARE(outer.Rows(), (QList<host::WrittenRow>{{u"Provincias"_s, 0}, {u"Bancos"_s, 1}, {u"Paises"_s, 1}}));
+}
+
+void tst_office_connection::ABatchIsOneTransaction() {
+  m_office->BeginTrans();
+  QCOMPARE(ErrorOf([&] { m_office->BeginBatch(); }), int(adodb::TransactionActive));
+  m_office->RollbackTrans();
+  const host::WriteWatch watch(*m_office);
+  m_office->BeginBatch();
+  const auto other = database::CreateConnection(m_database->ConnectionString() + u";Espera=20"_s);
+  other->Open();
+  QCOMPARE(ErrorOf([&] { other->Execute(insertBank); }), int(adodb::DatabaseLocked));
+  // As the component sees it, nothing is special.
+  m_office->Close();
+  QCOMPARE(m_office->State(), int(adodb::StateClosed));
+  QCOMPARE(ErrorOf([&] { m_office->Execute(insertBank); }), int(adodb::ObjectClosed));
+  m_office->Open();
+  QCOMPARE(ErrorOf([&] { m_office->Open(); }), int(adodb::ObjectOpen));
+  QCOMPARE(ErrorOf([&] { m_office->CommitTrans(); }), int(adodb::NoTransaction));
+  m_office->BeginTrans();
+  m_office->Execute(insertBank);
+  m_office->CommitTrans();
+  m_office->Close();
+  QCOMPARE(Count(u"Bancos"_s), u"0"_s);
+  QCOMPARE(watch.Rows().size(), 0);
+  m_office->CommitBatch();
+  m_office->EndBatch();
+  QCOMPARE(m_office->State(), int(adodb::StateOpen));
+  QCOMPARE(Count(u"Bancos"_s) + Count(u"Cambios"_s), u"11"_s);
+  QCOMPARE(watch.Rows().size(), 1);
+}
+
+void tst_office_connection::ALostBatchDoesNothingMore() {
+  for (const bool byTransaction : {false, true}) {
+    m_office->BeginBatch();
+    m_office->Execute(insertBank);
+    if (byTransaction) {
+      m_office->BeginTrans();
+      m_office->RollbackTrans();
+    } else {
+      m_office->RollBackBatch();
+    }
+    QCOMPARE(ErrorOf([&] { m_office->Execute(insertBank); }), int(adodb::TransactionLost));
+    QCOMPARE(ErrorOf([&] { m_office->CommitBatch(); }), int(adodb::TransactionLost));
+    m_office->EndBatch();
+    QCOMPARE(Count(u"Bancos"_s) + Count(u"Cambios"_s), u"00"_s);
+  }
+  m_office->Execute(insertBank);
+  QCOMPARE(Count(u"Bancos"_s), u"1"_s);
+}
+
+KEL_TEST(tst_office_connection);
+#include "tst_office_connection.moc"
