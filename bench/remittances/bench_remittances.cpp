@@ -3,13 +3,12 @@
 
 #include "platform/adodb/Statement.h"
 #include "remittances/Dialogs.h"
+#include "support/FirstPaint.h"
 #include "support/Office.h"
 #include "support/Race.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
-#include <QTimer>
 
 using adodb::Execute;
 using namespace framework;
@@ -28,32 +27,6 @@ QString Name(const QString& kind, int i) {
   static const QString words[] = {u"Ahorro"_s, u"Comercial"_s, u"del Norte"_s, u"Ñandú"_s, u"Rural"_s, u"Único"_s};
   return u"%1 %2 %3"_s.arg(kind, words[i * 7 % 6]).arg(i * 7919 % 10007);
 }
-
-// Stops the clock when a form has been painted, and unloads it then.
-class PaintWatch : public QObject {
- public:
-  PaintWatch(Form& form, const QElapsedTimer& timer) : m_form(form), m_timer(timer) { form.installEventFilter(this); }
-
-  double Milliseconds() const { return static_cast<double>(m_nanoseconds) / 1e6; }
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && !m_painted) {
-      m_painted = true;
-      // Its controls are painted in the same turn.
-      QTimer::singleShot(0, this, [this] {
-        m_nanoseconds = m_timer.nsecsElapsed();
-        m_form.Unload();
-      });
-    }
-    return QObject::eventFilter(watched, event);
-  }
-
- private:
-  Form& m_form;
-  const QElapsedTimer& m_timer;
-  bool m_painted = false;
-  qint64 m_nanoseconds = 0;
-};
 
 class PartyOffice : public bench::Office {
  public:
@@ -81,15 +54,8 @@ class PartyOffice : public bench::Office {
 
   // Until it is painted; what its end costs is not measured.
   static double Open(std::unique_ptr<MaintenanceForm> (*create)()) {
-    QElapsedTimer timer;
-    timer.start();
-    const std::unique_ptr<MaintenanceForm> dialog = create();
-    const PaintWatch watch(*dialog, timer);
-    dialog->ShowModal();
-    if (watch.Milliseconds() == 0) {
-      qFatal("nothing was painted");
-    }
-    return watch.Milliseconds();
+    const std::function<void()> open = [create] { create()->ShowModal(); };
+    return bench::FirstPaint::Measure(open).clock;
   }
 
   void ReadPresenter() const {

@@ -18,8 +18,8 @@ int Agreeing::MsgBox(const QString& text, int style, const QString& /*title*/) {
   return vbYes;
 }
 
-Office::Office() {
-  database::PrepareDatabase(m_text, database::Content::Reference);
+Office::Office(database::Content content) {
+  database::PrepareDatabase(m_text, content);
   m_connection = database::CreateConnection(m_text);
   m_connection->Open();
   m_native = std::make_unique<database::SqliteHandle>(database::ConnectionString(m_text),
@@ -42,11 +42,18 @@ void Office::Select(int id) const {
   m_services->setProperty("IDSeleccionado", id);
 }
 
-void Office::Add() const {
+void Office::Add(int parent) const {
   m_services->setProperty("Accion", cConstAccion().Agregar());
+  m_services->setProperty("IDAux", parent);
 }
 
 void Office::ReadNative(const QByteArray& query) const {
+  if (ReadAll(query) == 0) {
+    qFatal("nothing was read");
+  }
+}
+
+qint64 Office::ReadAll(const QByteArray& query) const {
   const database::SqliteStatement statement = m_native->Prepare(query);
   qint64 read = 0;
   while (sqlite3_step(statement.get()) == SQLITE_ROW) {
@@ -59,8 +66,27 @@ void Office::ReadNative(const QByteArray& query) const {
       read += QString::fromUtf8(bytes, sqlite3_column_bytes(statement.get(), column)).size();
     }
   }
-  if (read == 0) {
-    qFatal("nothing was read");
+  return read;
+}
+
+QList<QByteArray> Office::StatementsOf(const std::function<void()>& work) const {
+  sqlite3* engine = static_cast<database::SqliteConnection&>(*m_connection).Handle().Engine();
+  QList<QByteArray> statements;
+  const auto remember = [](unsigned /*event*/, void* list, void* statement, void* /*text*/) {
+    const std::unique_ptr<char, decltype(&sqlite3_free)> text(
+        sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement)), sqlite3_free);
+    static_cast<QList<QByteArray>*>(list)->append(text.get());
+    return 0;
+  };
+  sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, remember, &statements);
+  work();
+  sqlite3_trace_v2(engine, 0, nullptr, nullptr);
+  return statements;
+}
+
+void Office::RunNative(const QList<QByteArray>& statements) const {
+  for (const QByteArray& statement : statements) {
+    ReadAll(statement);
   }
 }
 

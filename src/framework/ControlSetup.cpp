@@ -101,10 +101,8 @@ void SizeList(QComboBox& combo) {
 }
 
 void SizeGrid(QTableView& grid) {
-  const int line = grid.fontMetrics().height();
-  const int rowHeight = line + line / 2;
+  const int rowHeight = grid.verticalHeader()->defaultSectionSize();
   const QVariant rows = grid.property("Rows");
-  grid.verticalHeader()->setDefaultSectionSize(rowHeight);
   const int frame = 2 * grid.frameWidth();
   grid.setMinimumWidth(grid.horizontalHeader()->length() + frame + grid.verticalScrollBar()->sizeHint().width());
   grid.setMinimumHeight((rows.isValid() ? rows.toInt() : commonRows) * rowHeight +
@@ -114,6 +112,12 @@ void SizeGrid(QTableView& grid) {
 }  // namespace
 
 void PrepareControls(QWidget& form) {
+  const QList<QTableView*> grids = form.findChildren<QTableView*>();
+  for (QTableView* grid : grids) {
+    // While there are no rows yet whose height changes.
+    const int line = grid->fontMetrics().height();
+    grid->verticalHeader()->setDefaultSectionSize(line + line / 2);
+  }
   const QList<QComboBox*> combos = form.findChildren<QComboBox*>();
   for (QComboBox* combo : combos) {
     new WheelGuard(combo);

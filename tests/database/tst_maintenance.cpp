@@ -233,7 +233,7 @@ void tst_maintenance::RestoringKeepsWhatWasThere() {
   database::CopyDatabase(Text(), Path(u"copia.db"_s));
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
   QVERIFY(QFile::setPermissions(Path({}), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup));
-  m_database->Connection().Close();
+  m_database->Disconnect();
   const QString kept = database::RestoreDatabase(Path(u"copia.db"_s), Text());
   QCOMPARE(BankCount(Path({})), u"0"_s);
   QCOMPARE(BankCount(kept), u"1"_s);
@@ -270,7 +270,7 @@ void tst_maintenance::OnlyASoundCopyIsRestored() {
     QFile file(copy);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
   }
-  m_database->Connection().Close();
+  m_database->Disconnect();
   QTEST(ErrorOf([&] { database::RestoreDatabase(copy, Text()); }), "number");
   QCOMPARE(Files(), QStringList({u"copia.db"_s, u"kel.db"_s}));
   QVERIFY(database::CheckDatabase(Text()).IsSound());
@@ -278,7 +278,7 @@ void tst_maintenance::OnlyASoundCopyIsRestored() {
 
 void tst_maintenance::ADamagedFileIsReplaced() {
   database::CopyDatabase(Text(), Path(u"copia.db"_s));
-  m_database->Connection().Close();
+  m_database->Disconnect();
   for (const bool wholly : {false, true}) {
     if (wholly) {
       QFile file(Path({}));
@@ -343,7 +343,7 @@ void tst_maintenance::Checks() {
 }
 
 void tst_maintenance::AnIndexThatLiesIsFound() {
-  m_database->Connection().Close();
+  m_database->Disconnect();
   const auto backwards = [](void*, int firstSize, const void* first, int secondSize, const void* second) {
     return -QByteArrayView(static_cast<const char*>(first), firstSize)
                 .compare(QByteArrayView(static_cast<const char*>(second), secondSize));
@@ -401,7 +401,7 @@ void tst_maintenance::AFullDiskCanBeReadFrom() {
   if (!disk.IsThere()) {
     QSKIP("a full disk takes root's rights");
   }
-  m_database->Connection().Close();
+  m_database->Disconnect();
   QVERIFY(QFile::copy(Path({}), disk.Path(u"kel.db"_s)));
   disk.Fill();
   const TestDatabase full(database::ConnectionStringForFile(disk.Path(u"kel.db"_s)));

@@ -122,9 +122,9 @@ class tst_letter_rescue : public QObject {
     if (!disk.IsThere()) {
       QSKIP("a full disk takes root's rights");
     }
-    const support::TestDatabase origin;
+    support::TestDatabase origin;
     origin.Execute(u"INSERT INTO CartasModelo(IDCartaModelo,Nombre,Contenido) VALUES(1,'Carta','texto')");
-    origin.Connection().Close();
+    origin.Disconnect();
     QVERIFY(QFile::copy(origin.Path(), disk.Path(u"kel.db"_s)));
     disk.Fill();
     support::TestHost host(disk.Path(u"kel.db"_s));

@@ -31,6 +31,14 @@ void Append(QComboBox& combo, Items items) {
   }
 }
 
+// What a list holds are keys as the database gives them; thousands of them need no conversions.
+bool IsNumber(const QVariant& data, double wanted) {
+  if (data.typeId() == QMetaType::Int) {
+    return data.toInt() == wanted;
+  }
+  return data.isValid() && automation::IsNumeric(data) && automation::CDbl(data) == wanted;
+}
+
 }  // namespace
 
 QComboBox& ComboFrom(QObject* object) {
@@ -68,8 +76,7 @@ bool SelectById(QComboBox& combo, const QVariant& id) {
   }
   const double wanted = automation::CDbl(id);
   for (int index = 0; index < combo.count(); ++index) {
-    const QVariant data = combo.itemData(index);
-    if (data.isValid() && automation::IsNumeric(data) && automation::CDbl(data) == wanted) {
+    if (IsNumber(combo.itemData(index), wanted)) {
       combo.setCurrentIndex(index);
       return true;
     }
