@@ -98,18 +98,26 @@ function(kel_program target)
   kel_precompiled(${target})
 endfunction()
 
-# kel_tests(<program> TESTS <classes...> LIBS <libraries...> [SOURCES <more sources...>]): one Qt Test program for a folder,
-# <class>.cpp each, run offscreen, class by class.
+# kel_tests(<program> TESTS <classes...> LIBS <libraries...> [SOURCES <more sources...>] [ON_SERVER <classes...>]): one Qt Test
+# program for a folder, <class>.cpp each, run offscreen, class by class; those of ON_SERVER (too, or only) with their
+# databases on a server.
 function(kel_tests program)
-  cmake_parse_arguments(ARG "" "" "TESTS;LIBS;SOURCES" ${ARGN})
-  list(TRANSFORM ARG_TESTS APPEND .cpp OUTPUT_VARIABLE sources)
+  cmake_parse_arguments(ARG "" "" "TESTS;LIBS;SOURCES;ON_SERVER" ${ARGN})
+  set(sources ${ARG_TESTS} ${ARG_ON_SERVER})
+  list(REMOVE_DUPLICATES sources)
+  list(TRANSFORM sources APPEND .cpp)
   kel_program(${program} ${sources} ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/TestProgram.cpp
               ${CMAKE_SOURCE_DIR}/tests/support/TestGuard.cpp)
   target_include_directories(${program} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${program} PRIVATE Qt6::Test ${ARG_LIBS})
+  set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KEL_DATOS=${CMAKE_SOURCE_DIR}/tests/data")
   foreach(test ${ARG_TESTS})
     add_test(NAME ${test} COMMAND ${program} ${test})
-    set_tests_properties(${test} PROPERTIES LABELS ${program} TIMEOUT 300 ENVIRONMENT
-      "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KEL_DATOS=${CMAKE_SOURCE_DIR}/tests/data")
+    set_tests_properties(${test} PROPERTIES LABELS ${program} TIMEOUT 300 ENVIRONMENT "${environment}")
+  endforeach()
+  foreach(test ${ARG_ON_SERVER})
+    add_test(NAME ${test}_postgres COMMAND ${program} ${test})
+    set_tests_properties(${test}_postgres PROPERTIES LABELS ${program} TIMEOUT 300 FIXTURES_REQUIRED postgres
+      ENVIRONMENT "${environment};KEL_MOTOR=postgres;KEL_POSTGRES=${CMAKE_BINARY_DIR}/postgres")
   endforeach()
 endfunction()

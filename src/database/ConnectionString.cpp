@@ -3,6 +3,7 @@
 #include "database/Errors.h"
 
 #include <QSet>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -11,6 +12,7 @@ namespace database {
 namespace {
 
 constexpr int longestWait = 600000;
+constexpr QStringView postgres = u"postgres";
 
 bool IsQuote(QChar c) {
   return c == u'"' || c == u'\'';
@@ -57,9 +59,19 @@ QString ReadValue(QStringView text, qsizetype& position) {
   return value;
 }
 
+automation::Error PasswordRefused() {
+  return BadConnectionString(
+      u"no puede llevar la contraseña, que se vería en la lista de procesos; guárdela en el archivo ~/.pgpass"_s);
+}
+
 }  // namespace
 
 ConnectionString::ConnectionString(const QString& text) {
+  if (text.startsWith(u"postgresql://"_s) || text.startsWith(u"postgres://"_s)) {
+    TakeAddress(text);
+    CheckParts();
+    return;
+  }
   QSet<QString> seen;
   qsizetype position = 0;
   while (position < text.size()) {
@@ -80,13 +92,74 @@ ConnectionString::ConnectionString(const QString& text) {
     seen.insert(key);
     Take(key, ReadValue(text, position));
   }
-  if (m_file.isEmpty()) {
+  CheckParts();
+}
+
+// The text itself never stands in the message: it may hold a password.
+void ConnectionString::TakeAddress(const QString& address) {
+  const QUrl url(address, QUrl::StrictMode);
+  if (!url.password().isEmpty() || url.query().contains(u"password"_s)) {
+    throw PasswordRefused();
+  }
+  if (!url.isValid() || url.hasQuery() || url.hasFragment()) {
+    throw BadConnectionString(u"la dirección tiene la forma postgresql://usuario@servidor:puerto/base"_s);
+  }
+  m_engine = postgres.toString();
+  m_server = {url.host(), url.port() < 0 ? QString() : QString::number(url.port()), url.path().mid(1), url.userName(),
+              QString()};
+}
+
+void ConnectionString::CheckParts() const {
+  if (m_engine == u"sqlite" && m_file.isEmpty()) {
     throw BadConnectionString(u"falta «Archivo»"_s);
+  }
+  const ServerPlace& place = m_server;
+  const bool namesServer = !(place.host + place.port + place.base + place.user + place.service).isEmpty();
+  if ((m_engine == u"sqlite" && namesServer) || (m_engine == postgres && !m_file.isEmpty())) {
+    throw BadConnectionString(
+        u"«Archivo» es de un archivo; «Servidor», «Puerto», «Base», «Usuario» y «Servicio», de un "
+        "servidor"_s);
+  }
+  if (m_engine == postgres && place.base.isEmpty() && place.service.isEmpty()) {
+    throw BadConnectionString(u"falta «Base»"_s);
   }
 }
 
+QString ConnectionString::ShownName() const {
+  if (m_engine != postgres) {
+    return m_file;
+  }
+  const ServerPlace& place = m_server;
+  if (place.base.isEmpty()) {
+    return u"servicio "_s + place.service;
+  }
+  const QString user = place.user.isEmpty() ? QString() : u", usuario "_s + place.user;
+  return place.base + (place.host.isEmpty() ? QString() : u" en "_s + place.host) + user;
+}
+
+QString* ConnectionString::ServerPart(const QString& key) {
+  const std::pair<QStringView, QString*> parts[] = {{u"servidor", &m_server.host},
+                                                    {u"puerto", &m_server.port},
+                                                    {u"base", &m_server.base},
+                                                    {u"usuario", &m_server.user},
+                                                    {u"servicio", &m_server.service}};
+  for (const auto& [name, part] : parts) {
+    if (key == name) {
+      return part;
+    }
+  }
+  return nullptr;
+}
+
 void ConnectionString::Take(const QString& key, const QString& value) {
-  if (key == u"motor") {
+  if (QString* part = ServerPart(key)) {
+    if (value.contains(QChar(0))) {
+      throw BadConnectionString(u"«%1» tiene un carácter nulo"_s.arg(key));
+    }
+    *part = value;
+  } else if (key == u"contraseña" || key == u"clave" || key == u"password") {
+    throw PasswordRefused();
+  } else if (key == u"motor") {
     m_engine = value.toCaseFolded();
   } else if (key == u"archivo") {
     if (value.contains(QChar(0))) {

@@ -14,8 +14,14 @@
 /// connection string.
 ///
 /// Connection string: `key=value` pairs separated by semicolons, keys without regard to case, in any order:
-///   - `Motor`    the engine; `sqlite` is the default and the only one so far
-///   - `Archivo`  the database file
+///   - `Motor`    the engine: `sqlite`, the default, or `postgres` (PostgreSQL 15 or newer, with ICU)
+///   - `Archivo`  the database file, for `sqlite`
+///   - `Servidor`, `Puerto`, `Base`, `Usuario`, or `Servicio` (an entry of the service file of the server's library),
+///   for
+///     `postgres`; a folder as `Servidor` is that of a local socket. Left out, they are what that library takes: its
+///     variables, the user's own name. `postgresql://usuario@servidor:puerto/base` stands for a whole connection
+///     string. A password in either is refused; it belongs into `~/.pgpass`. Beyond this machine the line must be
+///     encrypted.
 ///   - `Acceso`   `escritura` (the default) or `lectura`: nothing may be written
 ///   - `Espera`   milliseconds to wait for another program's lock, 0 to 600000; 5000 when left out
 /// A value with ';', '=', blanks at its ends or quotes stands between double or single quotes, the quote itself
@@ -24,6 +30,10 @@
 /// Texts are Unicode. A lone surrogate, which is no character, is stored as U+FFFD; every other code unit, NUL
 /// included, comes back as it went in. A column's length is what boxes and lists are made for: a longer text fits in
 /// any engine, nothing is cut or refused, and the check of the database names it.
+///
+/// On a server everything stands in a schema `kel` of the database, which must exist; its encoding is UTF-8. A text of
+/// more than 2,600 bytes fits everywhere but in columns of unique indexes and in those that are indexed together with
+/// others (StatementTooBig).
 ///
 /// A file database keeps a log beside its file while it is open, so that file and folder must be writable; one that
 /// is not is refused with DatabaseReadOnly or CannotOpen, unless it is opened for reading (see MayBeWritten and

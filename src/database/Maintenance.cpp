@@ -2,6 +2,7 @@
 
 #include "database/ConnectionString.h"
 #include "database/Database.h"
+#include "database/Errors.h"
 #include "database/engine/KeptSessions.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteCopy.h"
@@ -32,14 +33,23 @@ bool IsLockedByAnybody(const QString& file) {
                                   QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ');
 }
 
+ConnectionString OfFile(const QString& connectionString) {
+  ConnectionString target(connectionString);
+  if (target.File().isEmpty()) {
+    throw BadConnectionString(
+        u"esta operación es de archivos, y la base de datos «%1» está en un servidor"_s.arg(target.ShownName()));
+  }
+  return target;
+}
+
 ConnectionString Readable(const QString& connectionString) {
-  return ConnectionString(MayBeWritten(connectionString) ? connectionString : ForViewing(connectionString));
+  return OfFile(MayBeWritten(connectionString) ? connectionString : ForViewing(connectionString));
 }
 
 }  // namespace
 
 QString FileOf(const QString& connectionString) {
-  return QFileInfo(ConnectionString(connectionString).File()).absoluteFilePath();
+  return QFileInfo(OfFile(connectionString).File()).absoluteFilePath();
 }
 
 bool MayBeWritten(const QString& connectionString) {

@@ -54,9 +54,9 @@ void EditEverything(support::Driver& driver, const DialogUser& dialog) {
   dialog.Type("txtBanco_1", u"Banco cambiado"_s);
 }
 
-// Edits the bank of a database file and dies when the write has come to its last statement.
-int DieWhileWriting(const QString& file, int bank) {
-  TestHost host(file);
+// Edits the bank of a database and dies when the write has come to its last statement.
+int DieWhileWriting(const QString& connectionString, int bank) {
+  TestHost host(connectionString);
   host.Recording().SetHook([](const QString& text) {
     if (text.startsWith(u"UPDATE Sucursales SET Eliminado")) {
       raise(SIGKILL);
@@ -155,7 +155,8 @@ class tst_bank_faults : public QObject {
     const int bank = MakeBank(host);
     const QStringList before = Everything(host);
     QProcess program;
-    program.start(QCoreApplication::applicationFilePath(), {u"--die"_s, host.Path(), QString::number(bank)});
+    program.start(QCoreApplication::applicationFilePath(),
+                  {u"--die"_s, host.ConnectionString(), QString::number(bank)});
     QVERIFY(program.waitForFinished());
     QVERIFY(program.exitStatus() == QProcess::CrashExit && program.exitCode() == SIGKILL);
     QCOMPARE(Everything(host), before);

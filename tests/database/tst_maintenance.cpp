@@ -404,7 +404,7 @@ void tst_maintenance::AFullDiskCanBeReadFrom() {
   m_database->Disconnect();
   QVERIFY(QFile::copy(Path({}), disk.Path(u"kel.db"_s)));
   disk.Fill();
-  const TestDatabase full(disk.Path(u"kel.db"_s));
+  const TestDatabase full(database::ConnectionStringForFile(disk.Path(u"kel.db"_s)));
   QVERIFY(Outcome(full.Connection(), u"SELECT COUNT(*) FROM Provincias"_s).toInt() > 50);
   QCOMPARE(ErrorOf([&] { full.Connection().Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s); }), adodb::DiskFull);
   disk.Free();

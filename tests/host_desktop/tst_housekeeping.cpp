@@ -67,7 +67,7 @@ void tst_housekeeping::ACopyADayForTwoWeeks() {
   QVERIFY(database::CheckDatabase(database::ConnectionStringForFile(copy)).IsSound());
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
   host::MakeDailyCopy(Text(), today, {});
-  QCOMPARE(TestDatabase(copy).Id(u"SELECT COUNT(*) FROM Bancos"), 0);
+  QCOMPARE(TestDatabase(database::ConnectionStringForFile(copy)).Id(u"SELECT COUNT(*) FROM Bancos"), 0);
   host::MakeDailyCopy(Text(), today.addDays(1), {});
   QVERIFY(Copies().contains(u"kel-2026-01-21.db"_s) && !Copies().contains(u"kel-2026-01-07.db"_s));
 }

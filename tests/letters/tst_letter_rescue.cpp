@@ -127,7 +127,7 @@ class tst_letter_rescue : public QObject {
     origin.Disconnect();
     QVERIFY(QFile::copy(origin.Path(), disk.Path(u"kel.db"_s)));
     disk.Fill();
-    support::TestHost host(disk.Path(u"kel.db"_s));
+    support::TestHost host(database::ConnectionStringForFile(disk.Path(u"kel.db"_s)));
     host.session.showRefusedLocks = false;
     host.desktop.printers = 1;
     host.driver.On("frmCartaModelo", [](const DialogUser& dialog) {

@@ -49,20 +49,20 @@ QString Outcome(adodb::Connection& connection, const QString& statement) {
 }
 
 TestDatabase::TestDatabase(database::Content content) : m_file(m_folder.filePath(u"kel.db"_s)) {
-  if (!QFile::copy(PreparedFile(content), m_file)) {
+  if (IsOnServer()) {
+    m_server.emplace(content);
+  } else if (!QFile::copy(PreparedFile(content), m_file)) {
     throw std::runtime_error("no test database");
   }
+  m_connectionString = m_server ? m_server->ConnectionString() : database::ConnectionStringForFile(m_file);
   m_connection = Connect();
 }
 
-TestDatabase::TestDatabase(const QString& file) : m_file(file), m_connection(Connect()) {}
+TestDatabase::TestDatabase(const QString& connectionString)
+    : m_connectionString(connectionString), m_connection(Connect()) {}
 
 QString TestDatabase::Path(const QString& name) const {
   return name.isEmpty() ? m_file : m_folder.filePath(name);
-}
-
-QString TestDatabase::ConnectionString() const {
-  return database::ConnectionStringForFile(Path());
 }
 
 std::unique_ptr<adodb::Connection> TestDatabase::Connect() const {

@@ -2,11 +2,13 @@
 
 #include "database/Database.h"
 #include "platform/adodb/Statement.h"
+#include "support/TestServer.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace support {
 
@@ -16,16 +18,19 @@ QStringList Rows(adodb::Connection& connection, const QString& statement);
 /// The same in one line, the rows with "/" between them; "error N" where the statement fails with that number.
 QString Outcome(adodb::Connection& connection, const QString& statement);
 
-/// A prepared database file in a folder of its own, gone with this object, and an open connection to it.
+/// A prepared database, gone with this object, and an open connection to it: a file in a folder of its own, or one on a
+/// server (see TestServer).
 class TestDatabase {
  public:
   explicit TestDatabase(database::Content content = database::Content::Reference);
-  /// A file that another one made, which keeps it.
-  explicit TestDatabase(const QString& file);
+  /// A database that something else made and keeps.
+  explicit TestDatabase(const QString& connectionString);
 
-  /// A path in the object's folder, without a name the database's.
+  /// A path in the object's folder, without a name that of the database, where it is a file of this object's.
   QString Path(const QString& name = {}) const;
-  QString ConnectionString() const;
+  QString ConnectionString() const { return m_connectionString; }
+  /// Null for a file.
+  const ServerDatabase* Server() const { return m_server ? &*m_server : nullptr; }
   adodb::Connection& Connection() const { return *m_connection; }
   /// Lets the file go; Connection() is not used afterwards.
   void Disconnect() { m_connection.reset(); }
@@ -53,6 +58,8 @@ class TestDatabase {
 
   QTemporaryDir m_folder;
   QString m_file;
+  QString m_connectionString;
+  std::optional<ServerDatabase> m_server;
   std::unique_ptr<adodb::Connection> m_connection;
 };
 

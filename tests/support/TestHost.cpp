@@ -20,7 +20,7 @@ TestHost::TestHost(database::Content content) : TestDatabase(content) {
   Start();
 }
 
-TestHost::TestHost(const QString& file) : TestDatabase(file) {
+TestHost::TestHost(const QString& connectionString) : TestDatabase(connectionString) {
   Start();
 }
 

@@ -37,8 +37,8 @@ class CountingDesktop : public framework::Desktop {
 class TestHost : public TestDatabase {
  public:
   explicit TestHost(database::Content content = database::Content::Reference);
-  /// On a database file that another host made.
-  explicit TestHost(const QString& file);
+  /// On a database that another host made.
+  explicit TestHost(const QString& connectionString);
   TestHost(const TestHost&) = delete;
   TestHost& operator=(const TestHost&) = delete;
   ~TestHost();

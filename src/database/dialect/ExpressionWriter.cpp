@@ -205,8 +205,7 @@ Fragment ExpressionWriter::WriteNumber(const Expression& expression, const Scope
     return NumberExpression(Bind(literal, Conversion::Number));
   }
   Fragment fragment = WriteValue(expression, scope);
-  const bool mayBeText = fragment.type == ValueType::Text || fragment.type == ValueType::Unknown;
-  if (mayBeText && expression.kind != ExpressionKind::Constant) {
+  if (fragment.type == ValueType::Text || fragment.type == ValueType::Unknown) {
     return NumberExpression(m_target.Converted(fragment, Conversion::Number));
   }
   return fragment;
@@ -257,12 +256,12 @@ Fragment ExpressionWriter::WriteArithmetic(const Expression& expression, const S
   const Fragment left = WriteNumber(first, scope);
   const Fragment right = WriteNumber(second, scope);
   if (symbol == u"/") {
-    return NumberExpression(m_target.Quotient(left.sql, right.sql));
+    return NumberExpression(m_target.Quotient(Target::Division::Decimal, left.sql, right.sql));
   }
   if (symbol == u"\\" || symbol == u"MOD") {
-    return NumberExpression(SqlText::Filled(
-        u"(%1 %2 %3)", {m_target.Converted(left, Conversion::Integer), symbol == u"MOD" ? u"%"_s : u"/"_s,
-                        m_target.Converted(right, Conversion::Integer)}));
+    const Target::Division division = symbol == u"MOD" ? Target::Division::Remainder : Target::Division::Whole;
+    return NumberExpression(m_target.Quotient(division, m_target.Converted(left, Conversion::Integer),
+                                              m_target.Converted(right, Conversion::Integer)));
   }
   const bool isMoney = left.type == ValueType::Money || right.type == ValueType::Money;
   return NumberExpression(SqlText::Filled(u"(%1 %2 %3)", {left.sql, symbol.toString(), right.sql}),
@@ -373,6 +372,8 @@ std::vector<Fragment> ExpressionWriter::WriteArguments(const Function& function,
   for (const ExpressionPtr& operand : call.operands) {
     if (std::ssize(arguments) < function.firstAlike) {
       arguments.push_back(Predicate(WriteCondition(*operand, scope)));
+    } else if (function.takesText && arguments.empty()) {
+      arguments.push_back(NumberExpression(WriteText(*operand, scope), ValueType::Text));
     } else {
       arguments.push_back(function.takesNumbers ? WriteNumber(*operand, scope) : WriteValue(*operand, scope));
     }

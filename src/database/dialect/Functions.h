@@ -21,6 +21,7 @@ struct Function {
   int firstAlike = 0;      ///< The arguments before are conditions.
   bool foldsCase = false;  ///< Changes nothing but the case: of no effect in a comparison.
   bool isAggregate = false;
+  bool takesText = false;     ///< The first argument is a text, whatever it was.
   bool takesNumbers = false;  ///< Texts among the arguments are the numbers that they mean; Booleans count, too.
 };
 

@@ -3,9 +3,11 @@
 #include "database/Errors.h"
 #include "platform/automation/Conversion.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -15,8 +17,9 @@ namespace {
 
 constexpr qsizetype mostPlainDigits = 18;
 constexpr double moneyScale = 10000.0;
-// The largest amount of a fixed-point number of 64 bits with four decimals.
-constexpr double largestMoney = 922337203685477.0;
+constexpr int moneyDecimals = 4;
+// An amount is a number of 64 bits that counts ten-thousandths; this is the largest binary number surely within.
+constexpr double largestMoney = 922337203685477.5;
 
 // A run of digits that surely fits 64 bits; false for anything else.
 bool ReadDigits(QStringView text, qint64& value) {
@@ -53,12 +56,56 @@ EngineValue ToInteger(double value, QStringView written, const QString& column) 
   return EngineValue::Whole(static_cast<qint64>(rounded));
 }
 
+// The product with the scale may miss a half by the last bit; such a value is taken for the half that it means.
+EngineValue ToMoney(double value, QStringView written, const QString& column) {
+  constexpr double lastBits = 1e-15;
+  if (!(std::fabs(value) <= largestMoney)) {
+    throw NumberTooBig(written, column);
+  }
+  double scaled = value * moneyScale;
+  const double nearestHalf = std::nearbyint(scaled * 2) / 2;
+  if (std::fabs(nearestHalf - scaled) < std::fabs(scaled) * lastBits) {
+    scaled = nearestHalf;
+  }
+  return EngineValue::Amount(static_cast<qint64>(std::nearbyint(scaled)));
+}
+
+// What the decimals behind the fourth do to an amount: halves go to the even neighbour.
+bool RoundsUp(std::string_view rest, qint64 scaled) {
+  if (rest.empty() || rest.front() != '5') {
+    return !rest.empty() && rest.front() > '5';
+  }
+  return rest.find_first_not_of('0', 1) != std::string_view::npos || scaled % 2 != 0;
+}
+
+// Digits with a point, perhaps, and a minus in front: the amount is exact up to its limits. With an exponent it is what
+// the binary number is.
+EngineValue ToMoney(QByteArrayView number, QStringView written, const QString& column) {
+  std::string_view digits(number.data(), static_cast<std::size_t>(number.size()));
+  const bool negative = digits.starts_with('-');
+  digits.remove_prefix(negative ? 1 : 0);
+  if (digits.find_first_not_of("0123456789.") != std::string_view::npos) {
+    return ToMoney(ReadDouble(number, written, column), written, column);
+  }
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  std::string decimals(digits.substr(std::min(point + 1, digits.size())));
+  decimals.resize(std::max<std::size_t>(decimals.size(), moneyDecimals), '0');
+  const std::string all = std::string(digits.substr(0, point)) + decimals.substr(0, moneyDecimals);
+  qint64 scaled = 0;
+  const auto [end, error] = std::from_chars(all.data(), all.data() + all.size(), scaled);
+  const bool up = error == std::errc() && RoundsUp(std::string_view(decimals).substr(moneyDecimals), scaled);
+  if (error != std::errc() || __builtin_add_overflow(scaled, up ? 1 : 0, &scaled)) {
+    throw NumberTooBig(written, column);
+  }
+  return EngineValue::Amount(negative ? -scaled : scaled);
+}
+
 EngineValue Converted(double value, Conversion conversion, QStringView written, const QString& column) {
   switch (conversion) {
     case Conversion::Integer:
       return ToInteger(value, written, column);
     case Conversion::Money:
-      return EngineValue::Fraction(RoundedMoney(value, column));
+      return ToMoney(value, written, column);
     case Conversion::Boolean:
       return EngineValue::Whole(value != 0 ? -1 : 0);
     default:
@@ -76,8 +123,9 @@ EngineValue Converted(qint64 value, Conversion conversion, QStringView written, 
     case Conversion::Boolean:
       return EngineValue::Whole(value != 0 ? -1 : 0);
     case Conversion::Decimal:
+      return EngineValue::Fraction(static_cast<double>(value));
     case Conversion::Money:
-      return Converted(static_cast<double>(value), conversion, written, column);
+      return ToMoney(QByteArrayView(QByteArray::number(value)), written, column);
     default:
       return EngineValue::Whole(value);
   }
@@ -106,13 +154,18 @@ bool ReadBooleanWord(QStringView text, EngineValue& value) {
   return is(u"falso") || is(u"false");
 }
 
+EngineValue ConvertDigits(const QByteArray& digits, Conversion conversion, QStringView written, const QString& column) {
+  return conversion == Conversion::Money ? ToMoney(QByteArrayView(digits), written, column)
+                                         : Converted(ReadDouble(digits, written, column), conversion, written, column);
+}
+
 EngineValue ConvertNumberToken(const Token& literal, bool negated, Conversion conversion, const QString& column) {
   qint64 whole = 0;
   if (ReadDigits(literal.text, whole)) {
     return Converted(negated ? -whole : whole, conversion, literal.text, column);
   }
-  const double value = ReadDouble(literal.text.toLatin1(), literal.text, column);
-  return Converted(negated ? -value : value, conversion, literal.text, column);
+  const QByteArray digits = (negated ? "-" : "") + literal.text.toLatin1();
+  return ConvertDigits(digits, conversion, literal.text, column);
 }
 
 void AppendCodePoint(std::string& output, char32_t code) {
@@ -209,25 +262,11 @@ EngineValue ConvertText(QStringView text, Conversion conversion, const QString& 
   if (ReadDigits(QString::fromLatin1(digits->mid(negative ? 1 : 0)), whole)) {
     return Converted(negative ? -whole : whole, conversion, text, column);
   }
-  return Converted(ReadDouble(*digits, text, column), conversion, text, column);
+  return ConvertDigits(*digits, conversion, text, column);
 }
 
-// The product with the scale may miss a half by the last bit; such a value is taken for the half that it means.
-double RoundToMoney(double value) {
-  constexpr double lastBits = 1e-15;
-  double scaled = value * moneyScale;
-  const double nearestHalf = std::nearbyint(scaled * 2) / 2;
-  if (std::fabs(nearestHalf - scaled) < std::fabs(scaled) * lastBits) {
-    scaled = nearestHalf;
-  }
-  return std::nearbyint(scaled) / moneyScale;
-}
-
-double RoundedMoney(double value, const QString& column) {
-  if (!(std::fabs(value) <= largestMoney)) {
-    throw NumberTooBig(QString::number(value), column);
-  }
-  return RoundToMoney(value);
+double MoneyToDouble(qint64 scaled) {
+  return static_cast<double>(scaled) / moneyScale;
 }
 
 void AppendUtf8(std::string& output, const Token& literal, QStringView statement) {

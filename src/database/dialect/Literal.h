@@ -25,14 +25,15 @@ Conversion ConversionFor(ColumnType type);
 
 /// A value as an engine takes it. A text that needs no conversion is not copied: it stays in its token.
 struct EngineValue {
-  enum class Kind { Integer, Real, TokenText, OwnText };
+  enum class Kind { Integer, Real, Amount, TokenText, OwnText };
   Kind kind = Kind::Integer;
-  qint64 integer = 0;
+  qint64 integer = 0;  ///< Ten-thousandths for Amount.
   double real = 0;
   QString text;  ///< For OwnText.
 
   static EngineValue Whole(qint64 value) { return {Kind::Integer, value, 0, {}}; }
   static EngineValue Fraction(double value) { return {Kind::Real, 0, value, {}}; }
+  static EngineValue Amount(qint64 scaled) { return {Kind::Amount, scaled, 0, {}}; }
 };
 
 /// Converts a literal, `negated` when a minus stands in front. `column` is named in the error's text.
@@ -43,11 +44,8 @@ EngineValue ConvertLiteral(const Token& literal, bool negated, Conversion conver
 EngineValue ConvertNumber(double value, Conversion conversion, const QString& column);
 EngineValue ConvertText(QStringView text, Conversion conversion, const QString& column);
 
-/// `value` rounded to four decimals, halves to the even neighbour, as the nearest binary number. Raises 6 beyond
-/// what an amount can hold.
-double RoundedMoney(double value, const QString& column);
-/// The same without a limit.
-double RoundToMoney(double value);
+/// An amount of ten-thousandths as the nearest binary number.
+double MoneyToDouble(qint64 scaled);
 
 /// Appends a text literal to `output` as UTF-8: doubled quotes become one, a lone surrogate becomes U+FFFD.
 void AppendUtf8(std::string& output, const Token& literal, QStringView statement);

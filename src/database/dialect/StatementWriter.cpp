@@ -3,6 +3,7 @@
 #include "database/Errors.h"
 #include "database/dialect/StatementParser.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +21,24 @@ automation::Error WrongCount() {
   return automation::Error(adodb::SyntaxError,
                            u"Error de sintaxis en la instrucción SQL: el número de valores no es el "
                            "número de columnas."_s);
+}
+
+bool HasAggregate(const Expression& expression) {
+  if (expression.kind == ExpressionKind::Call) {
+    const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
+    if (expression.star || (function != nullptr && function->isAggregate)) {
+      return true;
+    }
+  }
+  return std::any_of(expression.operands.begin(), expression.operands.end(),
+                     [](const ExpressionPtr& operand) { return HasAggregate(*operand); });
+}
+
+// A select whose rows are one, of all that it reads.
+bool IsAggregated(const Select& select) {
+  return select.having != nullptr || std::any_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
+           return item.expression != nullptr && HasAggregate(*item.expression);
+         });
 }
 
 // A union of selects without duplicates whose order nobody asked for.
@@ -92,7 +111,7 @@ SqlText StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
     scope.Add(*reference);
   }
   SqlText sql = select.next == nullptr ? WriteSimple(select, scope, output) : WriteUnion(select, scope, outer, output);
-  sql += WriteOrder(select, scope, output);
+  sql += WriteOrder(select, scope, output, outer == nullptr);
   if (select.top) {
     if (select.next != nullptr) {
       throw SyntaxErrorAt(u"TOP no se admite con UNION"_s, m_statement, select.top->position);
@@ -213,8 +232,7 @@ SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
   if (!select.groupBy.empty()) {
     std::vector<SqlText> parts;
     for (const ExpressionPtr& expression : select.groupBy) {
-      parts.push_back(expression->kind == ExpressionKind::Literal ? WritePosition(expression->token)
-                                                                  : WriteValue(*expression, scope).sql);
+      parts.push_back(WriteGroupItem(*expression, scope));
     }
     sql += SqlText::Filled(u" GROUP BY %*", parts);
   }
@@ -222,6 +240,11 @@ SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
     sql += SqlText::Filled(u" HAVING %1", {WriteCondition(*select.having, scope)});
   }
   return sql;
+}
+
+SqlText StatementWriter::WriteGroupItem(const Expression& expression, const Scope& scope) {
+  return expression.kind == ExpressionKind::Literal ? SqlText(WritePosition(expression.token))
+                                                    : WriteValue(expression, scope).sql;
 }
 
 QString StatementWriter::WritePosition(const Token& literal) const {
@@ -233,13 +256,40 @@ QString StatementWriter::WritePosition(const Token& literal) const {
   return QString::number(position);
 }
 
-SqlText StatementWriter::WriteOrder(const Select& select, const Scope& scope, const Output& output) {
+SqlText StatementWriter::WriteOrder(const Select& select, const Scope& scope, const Output& output, bool isOutermost) {
   std::vector<SqlText> parts;
   for (const OrderItem& item : select.orderBy) {
     const SqlText value = WriteOrderItem(*item.expression, scope, output, select.next != nullptr);
     parts.push_back(m_target.OrderItem(value, item.descending));
   }
+  if (!m_target.KeepsKeyOrder() && (isOutermost || select.top)) {
+    AppendNaturalOrder(select, scope, output, parts);
+  }
   return parts.empty() ? SqlText() : SqlText::Filled(u" ORDER BY %*", parts);
+}
+
+// What an engine that reads rows as they lie must be asked for: every run shows them in the same order.
+void StatementWriter::AppendNaturalOrder(const Select& select, const Scope& scope, const Output& output,
+                                         std::vector<SqlText>& parts) {
+  if (select.next != nullptr) {
+    return;
+  }
+  if (select.distinct) {
+    for (std::size_t i = 0; i < output.columns.size(); ++i) {
+      parts.push_back(m_target.OrderItem(QString::number(i + 1), false));
+    }
+    return;
+  }
+  for (const ExpressionPtr& expression : select.groupBy) {
+    if (expression->kind == ExpressionKind::Literal || expression->kind == ExpressionKind::ColumnName) {
+      parts.push_back(m_target.OrderItem(WriteGroupItem(*expression, scope), false));
+    }
+  }
+  if (select.groupBy.empty() && !IsAggregated(select)) {
+    for (const Scope::Source& source : scope.Sources()) {
+      parts.push_back(m_target.OrderItem(WriteColumn(source, source.table->columns.front()).sql, false));
+    }
+  }
 }
 
 // A name that is an alias means the result's column; in a union every name does.

@@ -33,8 +33,10 @@ class StatementWriter : private ExpressionWriter {
   QString LabelOf(const SelectItem& item, std::size_t position) const;
   SqlText WriteTables(const Select& select, const Scope& scope);
   SqlText WriteTable(const TableReference& reference, const Scope& scope);
-  SqlText WriteOrder(const Select& select, const Scope& scope, const Output& output);
+  SqlText WriteOrder(const Select& select, const Scope& scope, const Output& output, bool isOutermost);
+  void AppendNaturalOrder(const Select& select, const Scope& scope, const Output& output, std::vector<SqlText>& parts);
   SqlText WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output, bool isUnion);
+  SqlText WriteGroupItem(const Expression& expression, const Scope& scope);
   SqlText WriteGroup(const Select& select, const Scope& scope);
   QString WritePosition(const Token& literal) const;
 

@@ -36,8 +36,9 @@ class Target {
   /// A condition: `%` in the pattern stands for any text, `_` for a character, case does not matter.
   virtual SqlText Like(const SqlText& text, const SqlText& pattern, bool negated) const = 0;
 
-  /// The first number by the second, with decimals.
-  virtual SqlText Quotient(const SqlText& first, const SqlText& second) const = 0;
+  enum class Division { Decimal, Whole, Remainder };
+  /// The first number by the second, Null by 0; for all but Decimal both are whole numbers.
+  virtual SqlText Quotient(Division division, const SqlText& first, const SqlText& second) const = 0;
   /// The value as what `conversion` makes of a literal; Null stays.
   virtual SqlText Converted(const Fragment& value, Conversion conversion) const = 0;
   /// The engine's form for a call whose result is of that type: %1, %2... are the arguments, %* all of them. The
@@ -48,6 +49,9 @@ class Target {
   virtual SqlText Union(std::span<const SqlText> selects) const = 0;
   /// An item of ORDER BY; Null comes first, descending last.
   virtual SqlText OrderItem(const SqlText& value, bool descending) const = 0;
+  /// Whether rows whose order nobody asked for, or that are equal in it, come in the order of their keys, and groups in
+  /// that of what they are grouped by, without a word in the statement.
+  virtual bool KeepsKeyOrder() const = 0;
 };
 
 }  // namespace database

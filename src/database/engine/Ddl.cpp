@@ -39,7 +39,7 @@ QString CreateIndex(const DdlForms& forms, const Table& table, const Index& inde
   const Target& target = forms.ItsTarget();
   const QString rows = index.liveOnly ? u" WHERE %1 = 0"_s.arg(target.Name(u"Eliminado")) : QString();
   return u"CREATE %1INDEX %2 ON %3 %4%5"_s.arg(index.unique ? u"UNIQUE "_s : QString(), target.Name(index.name),
-                                               target.Name(table.name), forms.Covered(index), rows);
+                                               target.Name(table.name), forms.Covered(table, index), rows);
 }
 
 }  // namespace

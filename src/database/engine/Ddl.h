@@ -21,8 +21,8 @@ class DdlForms {
   virtual QString Type(const Column& column) const = 0;
   /// What stands behind the columns of a table, with a blank in front; may be empty.
   virtual QString TableOptions() const = 0;
-  /// What an index covers, between parentheses, the kind of the index perhaps before.
-  virtual QString Covered(const Index& index) const = 0;
+  /// What an index of the table covers, between parentheses, the kind of the index perhaps before.
+  virtual QString Covered(const Table& table, const Index& index) const = 0;
 };
 
 /// The statements that bring a database from `fromVersion` (0 for an empty one) to `toVersion`, in order.

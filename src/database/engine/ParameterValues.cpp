@@ -17,6 +17,9 @@ void ParameterValues::Convert(const Plan& plan, const std::vector<Token>& litera
       case EngineValue::Kind::Real:
         m_values.push_back({.kind = Kind::Real, .real = value.real});
         continue;
+      case EngineValue::Kind::Amount:
+        m_values.push_back({.kind = Kind::Amount, .integer = value.integer});
+        continue;
       case EngineValue::Kind::TokenText:
         AppendUtf8(m_texts, literal, statement);
         break;

@@ -15,11 +15,11 @@ namespace database {
 /// statement to the next; the values stay valid until the next one.
 class ParameterValues {
  public:
-  enum class Kind { Integer, Real, Text };
+  enum class Kind { Integer, Real, Amount, Text };
 
   struct Value {
     Kind kind = Kind::Integer;
-    qint64 integer = 0;
+    qint64 integer = 0;  ///< Ten-thousandths for Amount.
     double real = 0;
     std::size_t offset = 0;  ///< Of a text among all the texts.
     std::size_t size = 0;

@@ -4,7 +4,7 @@
 #include "database/engine/Check.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
-#include "database/sqlite/SqliteText.h"
+#include "database/engine/EngineText.h"
 
 #include <QRegularExpression>
 

@@ -29,7 +29,7 @@ QString SqliteDdl::TableOptions() const {
   return u" STRICT"_s;
 }
 
-QString SqliteDdl::Covered(const Index& index) const {
+QString SqliteDdl::Covered(const Table& /*table*/, const Index& index) const {
   QStringList names;
   for (const QString& column : index.columns) {
     names += QuotedName(column);

@@ -10,7 +10,7 @@ class SqliteDdl : public DdlForms {
   const Target& ItsTarget() const override;
   QString Type(const Column& column) const override;
   QString TableOptions() const override;
-  QString Covered(const Index& index) const override;
+  QString Covered(const Table& table, const Index& index) const override;
 };
 
 }  // namespace database

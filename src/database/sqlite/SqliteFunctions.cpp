@@ -3,7 +3,7 @@
 #include "database/Errors.h"
 #include "database/dialect/Literal.h"
 #include "database/sqlite/SqliteTarget.h"
-#include "database/sqlite/SqliteText.h"
+#include "database/engine/EngineText.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>
@@ -41,6 +41,8 @@ void ReturnError(sqlite3_context* context, const automation::Error& error) {
 void ReturnValue(sqlite3_context* context, const EngineValue& value) {
   if (value.kind == EngineValue::Kind::Real) {
     sqlite3_result_double(context, value.real);
+  } else if (value.kind == EngineValue::Kind::Amount) {
+    sqlite3_result_double(context, MoneyToDouble(value.integer));
   } else {
     sqlite3_result_int64(context, value.integer);
   }

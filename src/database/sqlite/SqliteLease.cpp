@@ -1,5 +1,7 @@
 #include "database/sqlite/SqliteLease.h"
 
+#include "database/dialect/Literal.h"
+
 #include <sqlite3.h>
 
 #include <vector>
@@ -63,6 +65,9 @@ void SqliteLease::Bind(const SqliteHandle& handle, const ParameterValues& values
         break;
       case ParameterValues::Kind::Real:
         handle.Check(sqlite3_bind_double(Statement(), parameter, value.real));
+        break;
+      case ParameterValues::Kind::Amount:
+        handle.Check(sqlite3_bind_double(Statement(), parameter, MoneyToDouble(value.integer)));
         break;
       case ParameterValues::Kind::Text: {
         const std::string_view text = values.TextOf(value);

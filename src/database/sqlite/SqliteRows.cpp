@@ -1,6 +1,6 @@
 #include "database/sqlite/SqliteRows.h"
 
-#include "database/sqlite/SqliteText.h"
+#include "database/engine/EngineText.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>

@@ -70,8 +70,11 @@ SqlText SqliteTarget::Like(const SqlText& text, const SqlText& pattern, bool neg
   return SqlText::Filled(negated ? u"(%1 NOT LIKE %2)" : u"(%1 LIKE %2)", {text, pattern});
 }
 
-SqlText SqliteTarget::Quotient(const SqlText& first, const SqlText& second) const {
-  return SqlText::Filled(u"(%1 * 1.0 / %2)", {first, second});
+SqlText SqliteTarget::Quotient(Division division, const SqlText& first, const SqlText& second) const {
+  if (division == Division::Decimal) {
+    return SqlText::Filled(u"(%1 * 1.0 / %2)", {first, second});
+  }
+  return SqlText::Filled(u"(%1 %3 %2)", {first, second, division == Division::Whole ? u"/"_s : u"%"_s});
 }
 
 SqlText SqliteTarget::Converted(const Fragment& value, Conversion conversion) const {

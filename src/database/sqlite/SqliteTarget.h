@@ -35,11 +35,12 @@ class SqliteTarget : public Target {
   SqlText Joined(const SqlText& first, const SqlText& second) const override;
   SqlText Concatenated(const SqlText& first, const SqlText& second) const override;
   SqlText Like(const SqlText& text, const SqlText& pattern, bool negated) const override;
-  SqlText Quotient(const SqlText& first, const SqlText& second) const override;
+  SqlText Quotient(Division division, const SqlText& first, const SqlText& second) const override;
   SqlText Converted(const Fragment& value, Conversion conversion) const override;
   QStringView Form(const Function& function, ValueType result) const override;
   SqlText Union(std::span<const SqlText> selects) const override;
   SqlText OrderItem(const SqlText& value, bool descending) const override;
+  bool KeepsKeyOrder() const override { return true; }
 };
 
 }  // namespace database

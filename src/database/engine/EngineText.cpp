@@ -1,4 +1,4 @@
-#include "database/sqlite/SqliteText.h"
+#include "database/engine/EngineText.h"
 
 #include <QStringDecoder>
 

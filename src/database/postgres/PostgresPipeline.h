@@ -1,0 +1,48 @@
+#pragma once
+
+#include "database/postgres/PostgresHandle.h"
+#include "database/postgres/PostgresParameters.h"
+
+namespace database {
+
+/// Commands that go to the server in one round trip, and their results in turn. After one that fails the server leaves
+/// out the rest. While a pipeline lives its session is its own.
+class PostgresPipeline {
+ public:
+  /// `handle` outlives the pipeline.
+  explicit PostgresPipeline(const PostgresHandle& handle);
+  PostgresPipeline(const PostgresPipeline&) = delete;
+  PostgresPipeline& operator=(const PostgresPipeline&) = delete;
+  /// Reads what is left of the results.
+  ~PostgresPipeline();
+
+  void Add(const char* command);
+  void AddPreparation(const QByteArray& name, const QByteArray& sql, const PostgresParameters& parameters);
+  void AddStatement(const QByteArray& name, const PostgresParameters& parameters);
+  /// Sends what was added.
+  void Send();
+
+  /// Reads the results of that many commands.
+  void Pass(int commands);
+  /// From now on the current command's rows come one by one.
+  void ReadRowByRow();
+  /// The next result of the current command, null behind its last.
+  PostgresResult Next();
+  /// Reads all that is left. Nothing may be read afterwards.
+  void Finish();
+
+  /// The first refusal so far.
+  bool HasFailed() const { return m_hasFailed; }
+  /// Null for a line that was cut.
+  const pg_result* Failure() const { return m_failure.get(); }
+
+ private:
+  void Require(int accepted);
+
+  const PostgresHandle& m_handle;
+  PostgresResult m_failure;
+  bool m_hasFailed = false;
+  bool m_isFinished = true;  ///< Nothing is on its way.
+};
+
+}  // namespace database

@@ -1,0 +1,327 @@
+#include "database/postgres/PostgresSession.h"
+
+#include "database/Schema.h"
+#include "database/postgres/PostgresErrors.h"
+#include "database/postgres/PostgresPreparation.h"
+#include "database/postgres/PostgresRows.h"
+#include "database/postgres/PostgresTarget.h"
+#include "platform/adodb/ErrorNumbers.h"
+
+#include <libpq-fe.h>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace database {
+
+namespace {
+
+// A plan's statements on the server, one for each choice of types, and where their names go when nobody needs them.
+class ServerStatements : public PreparedForms {
+ public:
+  using Discarded = std::shared_ptr<std::vector<QByteArray>>;
+
+  explicit ServerStatements(Discarded discarded) : m_discarded(std::move(discarded)) {}
+  ~ServerStatements() override {
+    for (const auto& [signature, name] : m_names) {
+      m_discarded->push_back(name);
+    }
+  }
+  ServerStatements(const ServerStatements&) = delete;
+  ServerStatements& operator=(const ServerStatements&) = delete;
+
+  static ServerStatements& Of(CachedPlan& plan, const Discarded& discarded) {
+    if (plan.prepared == nullptr) {
+      plan.prepared = std::make_unique<ServerStatements>(discarded);
+    }
+    return static_cast<ServerStatements&>(*plan.prepared);
+  }
+
+  QByteArray Find(const QByteArray& signature) const {
+    const auto found = m_names.find(signature);
+    return found == m_names.end() ? QByteArray() : found->second;
+  }
+  void Remember(const QByteArray& signature, const QByteArray& name) { m_names.emplace(signature, name); }
+
+ private:
+  Discarded m_discarded;
+  std::map<QByteArray, QByteArray> m_names;
+};
+
+// The column that the longest text goes into: of one too long for an index the server names nothing.
+QString LongestText(const Plan& plan, const ParameterValues& values) {
+  constexpr std::size_t longestIndexed = 2000;
+  std::size_t longest = longestIndexed;
+  QString name;
+  for (std::size_t i = 0; i < plan.bindings.size(); ++i) {
+    const Column* column = plan.bindings[i].column;
+    if (values.Values()[i].size > longest && column != nullptr && plan.effect.writtenTable != nullptr) {
+      longest = values.Values()[i].size;
+      name = plan.effect.writtenTable->name + u'.' + column->name;
+    }
+  }
+  return name;
+}
+
+// A new row comes back with the key that the server made for it.
+QByteArray ServerSql(const Plan& plan) {
+  if (!plan.effect.makesKey) {
+    return plan.sql;
+  }
+  const QString& key = plan.effect.writtenTable->columns.front().name;
+  return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
+}
+
+automation::Error OutcomeUnknown(const ConnectionString& target) {
+  return automation::Error(
+      adodb::TransactionLost,
+      u"Se cortó la conexión con la base de datos «%1» mientras guardaba: no se sabe si los cambios "
+      "se han guardado. Compruébelo antes de repetirlos."_s.arg(target.ShownName()));
+}
+
+}  // namespace
+
+PostgresSession::PostgresSession() : m_discarded(std::make_shared<Discarded>()) {}
+
+PostgresSession::PostgresSession(PostgresHandle handle) : PostgresSession() {
+  m_handle.emplace(std::move(handle));
+}
+
+PostgresSession::~PostgresSession() = default;
+
+const Target& PostgresSession::ItsTarget() const {
+  return PostgresTarget::Instance();
+}
+
+const PostgresHandle& PostgresSession::Handle() {
+  BufferRows();
+  return *m_handle;
+}
+
+const PostgresHandle& PostgresSession::InTransaction() {
+  if (!m_isBegun) {
+    Handle().Run("BEGIN");
+    m_isBegun = true;
+  }
+  return Handle();
+}
+
+void PostgresSession::Connect(const ConnectionString& target) {
+  PostgresHandle handle(target);
+  RequireCurrentDatabase(handle);
+  m_handle.emplace(std::move(handle));
+  m_discarded = std::make_shared<Discarded>();
+  m_inTransaction = m_isBegun = m_isLost = false;
+}
+
+// The server undoes what was not committed.
+void PostgresSession::Leave() {
+  m_givenKeys.clear();
+  m_handle.reset();
+}
+
+bool PostgresSession::Pause() {
+  try {
+    RollBack();
+  } catch (const automation::Error&) {
+    return false;
+  }
+  m_isLost = false;
+  return m_handle->IsAlive();
+}
+
+// A line that was cut meanwhile shows only when something is asked.
+bool PostgresSession::Resume() {
+  try {
+    return VersionOf(*m_handle) == SchemaVersion();
+  } catch (const automation::Error&) {
+    return false;
+  }
+}
+
+// How many transactions of the server have ended: those numbered so far without those at work. The highest number alone
+// would miss a commit that comes after one of a later number.
+qint64 PostgresSession::Clock() const {
+  return m_handle
+      ->Value(
+          "SELECT pg_snapshot_xmax(s)::text::int8 - (SELECT count(*) FROM pg_snapshot_xip(s)) "
+          "FROM pg_current_snapshot() AS s")
+      .toLongLong();
+}
+
+void PostgresSession::BufferRows() {
+  if (m_reading != nullptr) {
+    m_reading->Buffer();
+  }
+}
+
+void PostgresSession::EndRead(const PostgresRows& rows) {
+  if (m_reading == &rows) {
+    m_reading = nullptr;
+  }
+}
+
+// The pipeline comes back with the statement's own results to be read next, or failed.
+std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const PostgresParameters& parameters) {
+  BufferRows();
+  ServerStatements& statements = ServerStatements::Of(plan, m_discarded);
+  QByteArray name = statements.Find(parameters.Signature());
+  const bool isNew = name.isEmpty();
+  auto pipeline = std::make_unique<PostgresPipeline>(*m_handle);
+  int before = 0;
+  const auto add = [&](const char* command) {
+    pipeline->Add(command);
+    ++before;
+  };
+  for (const QByteArray& discarded : *m_discarded) {
+    add("DEALLOCATE " + discarded);
+  }
+  m_discarded->clear();
+  if (m_inTransaction && !m_isBegun) {
+    add("BEGIN");
+  }
+  if (m_inTransaction) {
+    add("SAVEPOINT kel");
+  }
+  if (isNew) {
+    name = "kel" + QByteArray::number(++m_lastName);
+    pipeline->AddPreparation(name, ServerSql(plan.plan), parameters);
+    ++before;
+  }
+  pipeline->AddStatement(name, parameters);
+  if (m_inTransaction) {
+    pipeline->Add("RELEASE SAVEPOINT kel");
+  }
+  pipeline->Send();
+  m_isBegun = m_inTransaction;
+  pipeline->Pass(before);
+  if (isNew && !pipeline->HasFailed()) {
+    statements.Remember(parameters.Signature(), name);
+  }
+  return pipeline;
+}
+
+void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concerned) {
+  pipeline.Finish();
+  if (pipeline.HasFailed()) {
+    const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
+    Undo(pipeline.Failure());
+    throw error;
+  }
+}
+
+// A deadlock or a cut line costs the transaction, anything else only the statement.
+void PostgresSession::Undo(const pg_result* failure) {
+  if (!m_inTransaction) {
+    return;
+  }
+  PQexitPipelineMode(m_handle->Engine());
+  const bool undoesAll = UndoesTransaction(SqlState(failure));
+  try {
+    m_handle->Run(undoesAll ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT kel; RELEASE SAVEPOINT kel");
+    m_isLost = undoesAll;
+  } catch (const automation::Error&) {
+    m_isLost = true;
+  }
+  m_inTransaction = m_isBegun = !m_isLost;
+}
+
+std::unique_ptr<Rows> PostgresSession::Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) {
+  const PostgresParameters parameters(plan->plan, values);
+  std::unique_ptr<PostgresPipeline> pipeline = Send(*plan, parameters);
+  pipeline->ReadRowByRow();
+  if (pipeline->HasFailed()) {
+    Conclude(*pipeline);
+  }
+  auto rows = std::make_unique<PostgresRows>(*this, std::move(pipeline));
+  m_reading = rows.get();
+  return rows;
+}
+
+qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) {
+  const Effect& effect = plan->plan.effect;
+  const bool inserts = effect.kind == Effect::Kind::Inserts;
+  if (inserts && effect.makesKey && m_givenKeys.contains(effect.writtenTable)) {
+    CountOn();
+  }
+  qint64 affected = 0;
+  {
+    const PostgresParameters parameters(plan->plan, values);
+    const std::unique_ptr<PostgresPipeline> pipeline = Send(*plan, parameters);
+    if (!pipeline->HasFailed()) {
+      const PostgresResult result = pipeline->Next();
+      affected = QByteArray(PQcmdTuples(result.get())).toLongLong();
+      if (PQntuples(result.get()) > 0) {
+        m_newKey = QByteArray(PQgetvalue(result.get(), 0, 0)).toLongLong();
+      }
+    }
+    pipeline->Finish();
+    Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
+  }
+  if (inserts && !effect.makesKey) {
+    CountOnFrom(*effect.writtenTable);
+  }
+  return affected;
+}
+
+// A key that a statement brought along may be beyond those that the server would give next.
+void PostgresSession::CountOnFrom(const Table& table) {
+  if (table.columns.front().type != ColumnType::Key) {
+    return;
+  }
+  m_givenKeys.insert(&table);
+  if (!m_inTransaction) {
+    CountOn();
+  }
+}
+
+void PostgresSession::CountOn() {
+  for (const Table* table : m_givenKeys) {
+    const QByteArray name = PostgresTarget::Instance().Name(table->name).toUtf8();
+    const QByteArray key = PostgresTarget::Instance().Name(table->columns.front().name).toUtf8();
+    m_handle->Run("SELECT setval(s, greatest(pg_sequence_last_value(s::regclass), max(" + key + "))) FROM " + name +
+                  ", pg_get_serial_sequence('" + name + "', '" + table->columns.front().name.toLower().toUtf8() +
+                  "') AS s WHERE " + key + " > 0 GROUP BY s");
+  }
+  m_givenKeys.clear();
+}
+
+void PostgresSession::Begin() {
+  BufferRows();
+  m_inTransaction = true;
+  m_isBegun = false;
+  m_isLost = false;
+}
+
+void PostgresSession::Commit() {
+  BufferRows();
+  if (m_isBegun) {
+    try {
+      CountOn();
+      m_handle->Run("COMMIT");
+    } catch (const automation::Error& error) {
+      const bool isCut = !m_handle->IsAlive();
+      m_inTransaction = m_isBegun = false;
+      m_isLost = true;
+      throw isCut ? OutcomeUnknown(m_handle->Target()) : error;
+    }
+  }
+  m_inTransaction = m_isBegun = false;
+}
+
+void PostgresSession::RollBack() {
+  BufferRows();
+  m_givenKeys.clear();
+  const bool isBegun = m_isBegun;
+  m_inTransaction = m_isBegun = false;
+  if (isBegun) {
+    m_handle->Run("ROLLBACK");
+  }
+}
+
+bool PostgresSession::HasLostTransaction() const {
+  return m_isLost;
+}
+
+}  // namespace database

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "database/engine/Session.h"
+#include "database/postgres/PostgresPipeline.h"
+
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace database {
+
+class PostgresRows;
+
+/// The work of a connection on a server: one round trip for a statement. BEGIN travels with the first statement of a
+/// transaction, and a savepoint around each, so that one that fails changes nothing and the transaction goes on.
+class PostgresSession : public Session {
+ public:
+  PostgresSession();
+  /// A connected session to a database that is not, or not yet, of the current version.
+  explicit PostgresSession(PostgresHandle handle);
+  ~PostgresSession() override;
+
+  /// The line of a connected session. Nothing may be read meanwhile.
+  const PostgresHandle& Handle();
+  /// The same inside the transaction that was begun, for statements of this engine's own.
+  const PostgresHandle& InTransaction();
+
+  const Target& ItsTarget() const override;
+  bool IsConnected() const override { return m_handle.has_value(); }
+  void Connect(const ConnectionString& target) override;
+  void Leave() override;
+  bool Pause() override;
+  bool Resume() override;
+  qint64 Clock() const override;
+  std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
+  qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
+  qint64 NewKey() const override { return m_newKey; }
+  void Begin() override;
+  void Commit() override;
+  void RollBack() override;
+  bool HasLostTransaction() const override;
+
+  // What the rows of a running statement tell and ask.
+
+  void EndRead(const PostgresRows& rows);
+  /// Ends the statement: a failed one is undone, and its error raised. `concerned` is what the error names if the
+  /// server names nothing.
+  void Conclude(PostgresPipeline& pipeline, const QString& concerned = {});
+  void Cancel() const { m_handle->Cancel(); }
+
+ private:
+  using Discarded = std::vector<QByteArray>;
+
+  std::unique_ptr<PostgresPipeline> Send(CachedPlan& plan, const PostgresParameters& parameters);
+  void BufferRows();
+  void Undo(const pg_result* failure);
+  void CountOnFrom(const Table& table);
+  void CountOn();
+
+  std::optional<PostgresHandle> m_handle;
+  PostgresRows* m_reading = nullptr;  ///< The rows that are still on their way.
+  std::shared_ptr<Discarded> m_discarded;
+  std::set<const Table*> m_givenKeys;  ///< Tables with keys beyond what their sequences know.
+  qint64 m_newKey = 0;
+  qint64 m_lastName = 0;
+  bool m_inTransaction = false;
+  bool m_isBegun = false;  ///< The server knows of the transaction, too.
+  bool m_isLost = false;
+};
+
+}  // namespace database
