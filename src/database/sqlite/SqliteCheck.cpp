@@ -2,9 +2,9 @@
 
 #include "database/Errors.h"
 #include "database/engine/Check.h"
+#include "database/engine/EngineText.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "database/sqlite/SqlitePreparation.h"
-#include "database/engine/EngineText.h"
 
 #include <QRegularExpression>
 
