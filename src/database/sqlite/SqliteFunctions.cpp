@@ -2,8 +2,8 @@
 
 #include "database/Errors.h"
 #include "database/dialect/Literal.h"
-#include "database/sqlite/SqliteTarget.h"
 #include "database/engine/EngineText.h"
+#include "database/sqlite/SqliteTarget.h"
 #include "platform/automation/Conversion.h"
 
 #include <sqlite3.h>
