@@ -51,8 +51,7 @@ QString PostgresDdl::Covered(const Table& table, const Index& index) const {
 
 // Where a text is looked into it is taken as bytes ("C"), for the Spanish collation can't; concat() keeps the blanks at
 // its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it.
-QByteArray FoundationStatements() {
-  return R"sql(
+static constexpr char foundation[] = R"sql(
 CREATE SCHEMA IF NOT EXISTS kel;
 CREATE COLLATION kel_es (provider = icu, locale = 'es-u-ks-level2', deterministic = false);
 
@@ -123,6 +122,9 @@ CREATE FUNCTION kel_round(float8, float8) RETURNS numeric LANGUAGE sql IMMUTABLE
 CREATE FUNCTION kel_round(numeric, numeric) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT
   AS $$SELECT round($1, $2::int)$$;
 )sql";
+
+QByteArray FoundationStatements() {
+  return foundation;
 }
 
 }  // namespace database
