@@ -53,8 +53,7 @@ class Office {
     automation::RegisterClass(u"KelConfiguracion.CPrincipal"_s, [] { return std::make_unique<Component>(); });
     m_services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
     m_bridge = std::make_unique<host::ComponentBridge>(*m_services, m_session);
-    m_window = std::make_unique<host::MainWindow>(
-        *m_bridge, [this] { return database::CreateConnection(m_text); }, host::WindowTexts{});
+    m_window = std::make_unique<host::MainWindow>(*m_bridge, m_text, host::WindowTexts{});
     m_window->show();
   }
 
