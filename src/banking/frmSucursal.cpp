@@ -95,7 +95,7 @@ class frmSucursal final : public FormOn<Ui::frmSucursal> {
   }
 
   void ChooseCountryAndProvince() {
-    const qint32 country = DefaultId(u"IDPaisEspaña"_s, [this] {
+    const qint32 country = DefaultId(u"IDPaisEspaña"_s, [] {
       return LookUp(u"IDPAIS", u"SELECT IDPais FROM Paises WHERE Paises.Eliminado=0 AND Paises.Nombre='España'");
     });
     const qint32 province = DefaultId(u"IDProvinciaMadrid"_s, [&] {

@@ -14,6 +14,11 @@ int Length(const Token& token) {
   return std::clamp(token.parameter, -largestTwips, largestTwips);
 }
 
+void SetVertical(CharacterStyle& style, VerticalKind kind) {
+  style.vertical = kind;
+  style.offset = 0;
+}
+
 void SetOffset(CharacterStyle& style, VerticalKind kind, const Token& token) {
   // Six half-points where the word does not say.
   const int offset = token.hasParameter ? std::clamp(token.parameter, 0, largestHalfPoints) : 6;
@@ -79,16 +84,13 @@ bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Tok
       style.smallCaps = IsOn(token);
       break;
     case Action::Super:
-      style.vertical = IsOn(token) ? VerticalKind::Super : VerticalKind::Normal;
-      style.offset = 0;
+      SetVertical(style, IsOn(token) ? VerticalKind::Super : VerticalKind::Normal);
       break;
     case Action::Sub:
-      style.vertical = IsOn(token) ? VerticalKind::Sub : VerticalKind::Normal;
-      style.offset = 0;
+      SetVertical(style, IsOn(token) ? VerticalKind::Sub : VerticalKind::Normal);
       break;
     case Action::NoSuperSub:
-      style.vertical = VerticalKind::Normal;
-      style.offset = 0;
+      SetVertical(style, VerticalKind::Normal);
       break;
     case Action::Raise:
       SetOffset(style, VerticalKind::Raised, token);
