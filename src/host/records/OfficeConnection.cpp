@@ -42,6 +42,22 @@ OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, co
 
 OfficeConnection::~OfficeConnection() = default;
 
+void OfficeConnection::ReleaseLater(const QString& keyColumn, int key) {
+  m_waitingLocks.append({keyColumn, key});
+}
+
+void OfficeConnection::ReleaseWaiting(const QString& wantedColumn, int wantedKey) {
+  m_waitingLocks.removeAll({wantedColumn, wantedKey});
+  m_waitingLocks.removeIf([this](const std::pair<QString, int>& lock) {
+    try {
+      RecordLocks(*this, m_session.userId, m_session.userName).Release(lock.first, lock.second);
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
+  });
+}
+
 int OfficeConnection::State() const {
   if (m_batch == Batch::None) {
     return m_engine->State();
