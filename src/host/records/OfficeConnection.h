@@ -1,7 +1,7 @@
 #pragma once
 
+#include "database/ConnectionLayer.h"
 #include "host/records/WriteWatch.h"
-#include "platform/adodb/Connection.h"
 
 #include <QString>
 
@@ -28,7 +28,7 @@ struct Session;
 ///   - It remembers which locks of the user could not be released since the database was busy.
 ///
 /// Where a note can't be written the statement has failed, with the note's error.
-class OfficeConnection : public adodb::Connection {
+class OfficeConnection : public database::ConnectionLayer {
  public:
   /// `session` says who writes, at each note; it outlives the connection.
   OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session);
@@ -43,6 +43,7 @@ class OfficeConnection : public adodb::Connection {
   /// one of them again has it. Raises nothing.
   void ReleaseWaiting(const QString& wantedColumn, int wantedKey);
 
+  adodb::Connection& Beneath() const override { return *m_engine; }
   int State() const override;
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
