@@ -39,8 +39,10 @@ struct Session {
   QList<std::pair<QString, int>> unreleased;
   /// Tries to release those, and keeps what still can't be.
   void ReleaseWhatWaits();
+  /// What Locks() holds on a server.
+  LockMemory lockMemory;
   /// The locks of this user. Raises 91 without a connection; opens a closed one.
-  RecordLocks Locks() const;
+  RecordLocks Locks();
 
   /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
   static QString DefaultSettingsFile();
