@@ -238,7 +238,7 @@ void tst_program::StartCreatesTheDatabaseAndSignsIn() {
   const QString file = folder.filePath(u"a;b.db"_s);
   const auto started = host::StartSession(OnFile(file));
   QVERIFY(QFile::exists(file));
-  QCOMPARE(started->database, file);
+  QCOMPARE(started->place.shown, file);
   QCOMPARE(started->session.userKind, 1);
   QVERIFY(!started->session.userName.isEmpty());
   QCOMPARE(started->session.connection, started->connection.get());
