@@ -75,8 +75,6 @@ function(kel_shared target folder)
   generate_export_header(${target} EXPORT_FILE_NAME ${exports}/${folder}/Export.h)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${exports} FILES ${exports}/${folder}/Export.h)
   set_target_properties(${inside} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
-  # The published headers belong to it, and their objects to the inside.
-  set_target_properties(${target} PROPERTIES AUTOMOC OFF)
   target_include_directories(${inside} PUBLIC ${CMAKE_SOURCE_DIR}/src ${exports})
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/src>)
   target_link_libraries(${inside} PUBLIC $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
