@@ -319,7 +319,7 @@ void tst_program::SignalsAtEveryMoment() {
     QVERIFY(program.waitForStarted());
     QTest::qSleep(int(moment));
     kill(pid_t(program.processId()), numbers[next++ % 3]);
-    const bool ended = program.waitForFinished(10000);
+    const bool ended = program.waitForFinished(30000);
     if (!ended) {
       program.kill();
       program.waitForFinished();

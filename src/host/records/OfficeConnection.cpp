@@ -22,8 +22,10 @@ namespace {
 
 // The host's own tables, which tell of the office's.
 bool IsOwn(const QString& table) {
-  static const QStringList own{u"BloqueoRegistros"_s, u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
-                               u"Ajustes"_s};
+  static const QStringList own{
+      u"BloqueoRegistros"_s,  u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
+      u"Ajustes"_s,           u"Selecciones"_s,   u"SeleccionesPersonas"_s,    u"ImpresorasCalibracion"_s,
+      u"EtiquetasImpresion"_s};
   return own.contains(table);
 }
 
@@ -45,6 +47,22 @@ OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, Se
 }
 
 OfficeConnection::~OfficeConnection() = default;
+
+void OfficeConnection::ReleaseLater(const QString& keyColumn, int key) {
+  m_waitingLocks.append({keyColumn, key});
+}
+
+void OfficeConnection::ReleaseWaiting(const QString& wantedColumn, int wantedKey) {
+  m_waitingLocks.removeAll({wantedColumn, wantedKey});
+  m_waitingLocks.removeIf([this](const std::pair<QString, int>& lock) {
+    try {
+      RecordLocks(*this, m_session.userId, m_session.userName, &m_session.lockMemory).Release(lock.first, lock.second);
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
+  });
+}
 
 int OfficeConnection::State() const {
   if (m_batch == Batch::None) {
