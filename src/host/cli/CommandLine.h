@@ -17,6 +17,7 @@ enum class Command {
   Copy,
   Restore,
   Check,
+  SetUp,
   Locks,
   Help,
   Version,

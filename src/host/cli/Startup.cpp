@@ -84,6 +84,9 @@ Target TargetOf(const CommandLine& line) {
 }
 
 void RequireWanted(const Target& target, const CommandLine& line) {
+  if (!database::IsFile(target.connectionString)) {
+    return;
+  }
   const QFileInfo file(database::FileOf(target.connectionString));
   if (target.isUsual || file.exists()) {
     return;
