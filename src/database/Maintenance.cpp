@@ -51,10 +51,6 @@ ConnectionString Readable(const QString& connectionString) {
 
 }  // namespace
 
-bool IsFile(const QString& connectionString) {
-  return !IsOnServer(TargetOf(connectionString));
-}
-
 QString FileOf(const QString& connectionString) {
   return QFileInfo(OfFile(connectionString).File()).absoluteFilePath();
 }

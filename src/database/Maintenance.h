@@ -15,9 +15,6 @@ namespace database {
 /// Asked now and then during long work, which ends with error 18 when the answer is true.
 using Stop = std::function<bool()>;
 
-/// Whether the database is a file, and not one on a server.
-KELDATOS_EXPORT bool IsFile(const QString& connectionString);
-
 /// The file behind a connection string, as an absolute path.
 KELDATOS_EXPORT QString FileOf(const QString& connectionString);
 

@@ -4,6 +4,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/Literal.h"
 #include "database/dialect/StatementParser.h"
+#include "database/engine/EngineBeneath.h"
 #include "database/engine/EngineConnection.h"
 
 #include <cmath>
@@ -56,8 +57,8 @@ std::optional<WrittenRecord> WrittenBy(const QString& statement) {
   return written;
 }
 
-std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table) {
-  const auto* engine = dynamic_cast<const EngineConnection*>(&connection);
+std::optional<qint64> NewKeyOf(adodb::Connection& connection, const QString& table) {
+  const EngineConnection* engine = EngineBeneath(connection);
   const Table* written = Schema::Current().FindTable(table);
   return engine == nullptr || written == nullptr ? std::nullopt : engine->NewKeyOf(*written);
 }

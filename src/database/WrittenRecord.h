@@ -29,6 +29,6 @@ KELDATOS_EXPORT std::optional<WrittenRecord> WrittenBy(const QString& statement)
 
 /// The key that the engine gave to the row of the connection's last INSERT into the table; nothing for a connection
 /// that is not of this library, and when the connection remembers none (see CreateConnection).
-KELDATOS_EXPORT std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table);
+KELDATOS_EXPORT std::optional<qint64> NewKeyOf(adodb::Connection& connection, const QString& table);
 
 }  // namespace database

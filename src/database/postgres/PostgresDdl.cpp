@@ -126,4 +126,8 @@ QByteArray FoundationStatements(const QByteArray& schemaName) {
   return "CREATE SCHEMA IF NOT EXISTS " + schemaName + ';' + foundation;
 }
 
+QByteArray PresenceStatement() {
+  return "CREATE SEQUENCE presencias AS integer";
+}
+
 }  // namespace database

@@ -20,4 +20,7 @@ class PostgresDdl : public DdlForms {
 /// server with ICU.
 QByteArray FoundationStatements(const QByteArray& schemaName);
 
+/// The statement that makes the sequence of presences.
+QByteArray PresenceStatement();
+
 }  // namespace database

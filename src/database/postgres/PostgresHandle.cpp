@@ -132,6 +132,13 @@ bool PostgresHandle::IsAlive() const {
   return PQstatus(Engine()) == CONNECTION_OK;
 }
 
+bool PostgresHandle::IsStillAlive() const {
+  pollfd socket = {PQsocket(Engine()), POLLIN, 0};
+  while (IsAlive() && poll(&socket, 1, 0) > 0 && PQconsumeInput(Engine()) != 0) {
+  }
+  return IsAlive();
+}
+
 PostgresResult PostgresHandle::Execute(const QByteArray& sql) const {
   PostgresResult result(PQexec(Engine(), sql.constData()));
   const ExecStatusType status = PQresultStatus(result.get());

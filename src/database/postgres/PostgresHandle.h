@@ -32,6 +32,8 @@ class PostgresHandle {
   pg_conn* Engine() const { return m_engine.get(); }
   /// False once the line is found cut.
   bool IsAlive() const;
+  /// The same after reading what has come, which may say so; asks nothing.
+  bool IsStillAlive() const;
 
   /// Runs statements of this engine, several with semicolons between. Raises the engine's refusal.
   void Run(const QByteArray& sql) const;

@@ -4,6 +4,7 @@
 #include "database/engine/Preparation.h"
 #include "database/postgres/PostgresDdl.h"
 #include "database/postgres/PostgresErrors.h"
+#include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresRights.h"
 #include "database/postgres/PostgresSession.h"
 #include "platform/adodb/ErrorNumbers.h"
@@ -28,7 +29,7 @@ class PreparedServer : public PreparedDatabase {
 
   // BEGIN waits for the first statement of the layer's; this is the first of all.
   DatabaseState State() const override {
-    KeepPreparationsOut(Handle());
+    LockForPreparation(Handle());
     return StateOf(Handle());
   }
 
@@ -38,8 +39,19 @@ class PreparedServer : public PreparedDatabase {
     GrantRights(Handle(), "kel");
   }
 
+  // A program that works on the old version would be cut off in the middle.
   void Migrate(const Schema& schema, int fromVersion) const override {
+    if (const QStringList others = OtherPresences(Handle()); !others.isEmpty()) {
+      throw automation::Error(adodb::DatabaseLocked,
+                              u"La base de datos «%1» es de una versión anterior, y no se puede actualizar mientras la "
+                              "usan otros: %2. Espere a que cierren el programa y vuelva a intentarlo."_s.arg(
+                                  ShownName(), others.join(u", "_s)));
+    }
     ActAsOwner(Handle());
+    constexpr int firstWithPresences = 5;
+    if (fromVersion < firstWithPresences) {
+      Handle().Run(PresenceStatement());
+    }
     RunAll(Handle(), fromVersion, schema);
     GrantRights(Handle(), "kel");
     Handle().Run("UPDATE kelmotor SET valor = '" + QByteArray::number(schema.Version()) + "' WHERE nombre = 'version'");
@@ -82,12 +94,9 @@ DatabaseState StateOf(const PostgresHandle& handle) {
   return state;
 }
 
-void KeepPreparationsOut(const PostgresHandle& handle) {
-  handle.Run("SELECT pg_advisory_xact_lock(x'4B454C31'::int)");
-}
-
 void MakeTables(const PostgresHandle& handle, const Schema& schema, const QByteArray& schemaName) {
   handle.Run(FoundationStatements(schemaName));
+  handle.Run(PresenceStatement());
   RunAll(handle, 0, schema);
   handle.Run("CREATE TABLE kelmotor (nombre text PRIMARY KEY, valor text NOT NULL)");
   handle.Run("INSERT INTO kelmotor VALUES ('version', '" + QByteArray::number(schema.Version()) + "')");
@@ -141,7 +150,7 @@ ServerSetUp SetUpPostgres(const ConnectionString& target, Content content) {
   handle.Run("COMMIT");
   PreparePostgres(target, content);
   handle.Run("BEGIN");
-  KeepPreparationsOut(handle);
+  LockForPreparation(handle);
   GiveToOwners(handle, "kel");
   ActAsOwner(handle);
   GrantRights(handle, "kel");

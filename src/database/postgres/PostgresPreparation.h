@@ -13,9 +13,6 @@ int VersionOf(const PostgresHandle& handle);
 /// What the database says of itself.
 DatabaseState StateOf(const PostgresHandle& handle);
 
-/// Inside a transaction: keeps every other preparation and restoring of this database out until it ends.
-void KeepPreparationsOut(const PostgresHandle& handle);
-
 /// Makes the tables of a new database in that schema of the server's, which must be the first of the search path.
 void MakeTables(const PostgresHandle& handle, const Schema& schema, const QByteArray& schemaName);
 

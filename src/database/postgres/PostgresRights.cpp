@@ -92,13 +92,13 @@ void ActAsOwner(const PostgresHandle& handle) {
   }
 }
 
-// Sequences follow their tables.
+// The sequences of keys follow their tables.
 void GiveToOwners(const PostgresHandle& handle, const QByteArray& schemaName) {
   const QByteArray statements = handle.Value(Filled(handle, R"sql(
 SELECT string_agg(what || ' OWNER TO {propietarios}', ';') FROM (
   SELECT format('ALTER SCHEMA %I', nspname) FROM pg_namespace WHERE nspname = '{kel}'
   UNION ALL SELECT format('ALTER TABLE %s', oid::regclass) FROM pg_class
-    WHERE relnamespace = '{kel}'::regnamespace AND relkind = 'r'
+    WHERE relnamespace = '{kel}'::regnamespace AND (relkind = 'r' OR relname = 'presencias')
   UNION ALL SELECT format('ALTER FUNCTION %s', oid::regprocedure) FROM pg_proc WHERE pronamespace = '{kel}'::regnamespace
   UNION ALL SELECT format('ALTER COLLATION %s', oid::regcollation) FROM pg_collation
     WHERE collnamespace = '{kel}'::regnamespace) AS s(what))sql",
@@ -106,7 +106,7 @@ SELECT string_agg(what || ' OWNER TO {propietarios}', ';') FROM (
   handle.Run(statements);
 }
 
-// Keys given by hand need the right to set a sequence behind them.
+// Who only looks is somebody who is there, too. Keys given by hand need the right to set a sequence behind them.
 void GrantRights(const PostgresHandle& handle, const QByteArray& schemaName) {
   if (!Exists(handle, GroupName(handle, "propietarios"))) {
     return;
@@ -118,6 +118,7 @@ REVOKE ALL ON ALL SEQUENCES IN SCHEMA {kel} FROM PUBLIC, {lectores}, {usuarios},
 GRANT USAGE ON SCHEMA {kel} TO {lectores};
 GRANT SELECT ON ALL TABLES IN SCHEMA {kel} TO {lectores};
 GRANT SELECT ON ALL SEQUENCES IN SCHEMA {kel} TO {lectores};
+GRANT USAGE ON SEQUENCE {kel}.presencias TO {lectores};
 GRANT INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA {kel} TO {usuarios};
 GRANT USAGE, UPDATE ON ALL SEQUENCES IN SCHEMA {kel} TO {usuarios};
 REVOKE UPDATE, DELETE ON {kel}.cambios FROM {usuarios};

@@ -3,6 +3,7 @@
 #include "database/Schema.h"
 #include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresPreparation.h"
+#include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresRows.h"
 #include "database/postgres/PostgresTarget.h"
 #include "platform/adodb/ErrorNumbers.h"
@@ -112,11 +113,12 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = false;
+  m_inTransaction = m_isBegun = m_isLost = m_isPresent = false;
 }
 
 // The server undoes what was not committed.
 void PostgresSession::Leave() {
+  BufferRows();
   m_givenKeys.clear();
   m_handle.reset();
 }
@@ -131,13 +133,27 @@ bool PostgresSession::Pause() {
   return m_handle->IsAlive();
 }
 
-// A line that was cut meanwhile shows only when something is asked.
+// Nobody changes the version under a presence. Otherwise a line that was cut shows, too, when something is asked.
 bool PostgresSession::Resume() {
   try {
-    return VersionOf(*m_handle) == SchemaVersion();
+    return m_isPresent ? m_handle->IsStillAlive() : VersionOf(*m_handle) == SchemaVersion();
   } catch (const automation::Error&) {
     return false;
   }
+}
+
+bool PostgresSession::NeedsNewLine() {
+  return !m_isBegun && !m_isLost && !m_handle->IsStillAlive();
+}
+
+int PostgresSession::TakePresence() {
+  const int presence = database::TakePresence(Handle());
+  m_isPresent = true;
+  return presence;
+}
+
+bool PostgresSession::HasEnded(int presence) {
+  return database::HasEnded(Handle(), presence);
 }
 
 // How many transactions of the server have ended: those numbered so far without those at work. The highest number alone
@@ -257,6 +273,9 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
       }
     }
     pipeline->Finish();
+    if (pipeline->HasFailed() && !m_inTransaction && !m_handle->IsAlive()) {
+      throw OutcomeUnknown(m_handle->Target());
+    }
     Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
   }
   if (inserts && !effect.makesKey) {

@@ -31,6 +31,9 @@ class PostgresSession : public Session {
   void Leave() override;
   bool Pause() override;
   bool Resume() override;
+  bool NeedsNewLine() override;
+  int TakePresence() override;
+  bool HasEnded(int presence) override;
   qint64 Clock() const override;
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
@@ -66,6 +69,7 @@ class PostgresSession : public Session {
   bool m_inTransaction = false;
   bool m_isBegun = false;  ///< The server knows of the transaction, too.
   bool m_isLost = false;
+  bool m_isPresent = false;
 };
 
 }  // namespace database

@@ -3,6 +3,7 @@
 #include "database/engine/EngineConnection.h"
 #include "database/postgres/PostgresCopyIn.h"
 #include "database/postgres/PostgresPreparation.h"
+#include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresRights.h"
 #include "database/postgres/PostgresTarget.h"
 #include "platform/adodb/ErrorNumbers.h"
@@ -24,17 +25,12 @@ QByteArray SequenceOf(const Table& table) {
          "')";
 }
 
-// The programs that are at work there: each holds an advisory lock with that number while it lives.
 void RequireNobodyAtWork(const PostgresHandle& handle) {
-  const QByteArray others = handle.Value(
-      "SELECT string_agg(DISTINCT coalesce(nullif(application_name, ''), usename), ', ') FROM pg_locks "
-      "JOIN pg_stat_activity USING (pid) WHERE locktype = 'advisory' AND classid = x'4B454C31'::int::oid AND "
-      "objsubid = 2 AND datname = current_database() AND pid <> pg_backend_pid()");
-  if (!others.isEmpty()) {
-    throw automation::Error(
-        adodb::DatabaseLocked,
-        u"Están trabajando con la base de datos «%1»: %2. Cierre el programa en todos los equipos "
-        "y vuelva a intentarlo. No se ha cambiado nada."_s.arg(handle.Target().ShownName(), QString::fromUtf8(others)));
+  if (const QStringList others = OtherPresences(handle); !others.isEmpty()) {
+    throw automation::Error(adodb::DatabaseLocked,
+                            u"Están trabajando con la base de datos «%1»: %2. Cierre el programa en todos los equipos "
+                            "y vuelva a intentarlo. No se ha cambiado nada."_s.arg(handle.Target().ShownName(),
+                                                                                   others.join(u", "_s)));
   }
 }
 
@@ -62,6 +58,15 @@ void RequireFree(const PostgresHandle& handle, const QByteArray& schemaName) {
                             "administra debe cambiarle el nombre. No se ha cambiado nada."_s.arg(
                                 handle.Target().ShownName(), QString::fromLatin1(schemaName)));
   }
+}
+
+// No presence begins until the transaction ends. A number of one is never given twice, whatever became of its tables.
+QByteArray TakePlace(const PostgresHandle& handle) {
+  LockTables(handle);
+  handle.Run("SELECT setval('kel_nuevo.presencias', last_value, is_called) FROM kel.presencias");
+  QByteArray kept = KeptName(handle);
+  handle.Run("ALTER SCHEMA kel RENAME TO " + kept + "; ALTER SCHEMA kel_nuevo RENAME TO kel");
+  return kept;
 }
 
 }  // namespace
@@ -99,12 +104,11 @@ QString RestorePostgres(const ConnectionString& target, const TransferSource& so
   EngineConnection connection(std::move(owned), target);
   connection.BeginTrans();
   const PostgresHandle& handle = session.InTransaction();
-  KeepPreparationsOut(handle);
+  LockForPreparation(handle);
   const DatabaseState state = StateOf(handle);
   RefuseForeign(state, target.ShownName());
   ActAsOwner(handle);
   const QByteArray schemaName = state.isEmpty ? "kel" : "kel_nuevo";
-  QByteArray kept;
   if (!state.isEmpty) {
     RequireNobodyAtWork(handle);
     RequireFree(handle, schemaName);
@@ -113,12 +117,7 @@ QString RestorePostgres(const ConnectionString& target, const TransferSource& so
   MakeTables(handle, Schema::Current(), schemaName);
   CarryRows(source, PostgresTransfer(session, connection));
   GrantRights(handle, schemaName);
-  if (!state.isEmpty) {
-    LockTables(handle);
-    RequireNobodyAtWork(handle);
-    kept = KeptName(handle);
-    handle.Run("ALTER SCHEMA kel RENAME TO " + kept + "; ALTER SCHEMA kel_nuevo RENAME TO kel");
-  }
+  const QByteArray kept = state.isEmpty ? QByteArray() : TakePlace(handle);
   connection.CommitTrans();
   session.Handle().Run("ANALYZE");
   return QString::fromLatin1(kept);

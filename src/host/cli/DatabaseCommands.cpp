@@ -1,5 +1,6 @@
 #include "host/cli/DatabaseCommands.h"
 
+#include "database/Place.h"
 #include "host/cli/Startup.h"
 
 #include <QFileInfo>
@@ -41,14 +42,13 @@ QString RestoreCommand(const CommandLine& line) {
   const Target target = TargetOf(line);
   RequireWanted(target, line);
   const QString kept = database::RestoreDatabase(line.copy, target.connectionString);
-  const bool isFile = database::IsFile(target.connectionString);
-  const QString done = u"Copia comprobada y restaurada en «%1»."_s.arg(
-      isFile ? database::FileOf(target.connectionString) : target.shown);
+  const database::Place place = database::PlaceOf(target.connectionString);
+  const QString done = u"Copia comprobada y restaurada en «%1»."_s.arg(place.IsFile() ? place.file : place.shown);
   if (kept.isEmpty()) {
     return done;
   }
-  return done + (isFile ? u" La base de datos que había se conserva en «%1»."_s
-                        : u" Las tablas que había se conservan en el esquema «%1» del servidor."_s)
+  return done + (place.IsFile() ? u" La base de datos que había se conserva en «%1»."_s
+                                : u" Las tablas que había se conservan en el esquema «%1» del servidor."_s)
                     .arg(kept);
 }
 
@@ -77,7 +77,7 @@ CheckOutcome CheckCommand(const CommandLine& line) {
           : u"La base de datos tiene problemas. Los de integridad y de índices se arreglan restaurando una copia "
             "(kel-host restaurar COPIA); los demás, corrigiendo los registros en sus cuadros."_s;
   const QString pages =
-      database::IsFile(target.connectionString)
+      database::PlaceOf(target.connectionString).IsFile()
           ? QString()
           : u"\nLas páginas del disco del servidor las comprueba quien lo administra (pg_amcheck, data_checksums)."_s;
   const QString report = u"Base de datos: %1\n\n"_s.arg(target.shown) + Section(u"Integridad"_s, findings.integrity) +

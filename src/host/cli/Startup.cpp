@@ -2,6 +2,7 @@
 
 #include "database/Database.h"
 #include "database/Maintenance.h"
+#include "database/Place.h"
 #include "host/desktop/PatientConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
@@ -84,7 +85,7 @@ Target TargetOf(const CommandLine& line) {
 }
 
 void RequireWanted(const Target& target, const CommandLine& line) {
-  if (!database::IsFile(target.connectionString)) {
+  if (!database::PlaceOf(target.connectionString).IsFile()) {
     return;
   }
   const QFileInfo file(database::FileOf(target.connectionString));

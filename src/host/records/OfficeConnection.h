@@ -1,7 +1,7 @@
 #pragma once
 
+#include "database/ConnectionLayer.h"
 #include "host/records/WriteWatch.h"
-#include "platform/adodb/Connection.h"
 
 #include <QString>
 
@@ -25,7 +25,7 @@ struct Session;
 ///   - Several requests can be one transaction (a batch): they open and close the connection as they like meanwhile.
 ///
 /// Where a note can't be written the statement has failed, with the note's error.
-class OfficeConnection : public adodb::Connection {
+class OfficeConnection : public database::ConnectionLayer {
  public:
   /// `session` says who writes, at each note; it outlives the connection.
   OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session);
@@ -34,6 +34,7 @@ class OfficeConnection : public adodb::Connection {
   /// Marks the notes of this object: those of other programs have another one, even of the same user.
   const QString& Program() const { return m_program; }
 
+  adodb::Connection& Beneath() const override { return *m_engine; }
   int State() const override;
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
