@@ -1,4 +1,5 @@
 #include "database/Maintenance.h"
+#include "database/Schema.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
@@ -98,9 +99,17 @@ void tst_server_rights::OwnersMakeAndMigrate() {
   QVERIFY(!database::RestoreDatabase(copy, owner).isEmpty());
   QCOMPARE(Outcomes(user, {u"INSERT INTO Bancos(Nombre) VALUES('a')"_s, u"DELETE FROM Cambios"_s}), u"1 0"_s);
 
-  Server().Run(
-      u"UPDATE kel.kelmotor SET valor='3'; DROP TABLE kel.cambios, kel.ajustes; "
-      "ALTER TABLE kel.configuracion DROP COLUMN identidad"_s);
+  Server().Run(u"UPDATE kel.kelmotor SET valor='3'; DROP SEQUENCE kel.presencias"_s);
+  for (const database::Table& table : database::Schema::Current().Tables()) {
+    if (table.since > 3) {
+      Server().Run(u"DROP TABLE kel."_s + table.name);
+    }
+    for (const database::Column& column : table.columns) {
+      if (table.since <= 3 && column.since > 3) {
+        Server().Run(u"ALTER TABLE kel.%1 DROP COLUMN %2"_s.arg(table.name, column.name));
+      }
+    }
+  }
   QCOMPARE(preparing(user), int(adodb::OlderDatabase));
   QCOMPARE(preparing(owner), 0);
   QCOMPARE(Outcomes(user, {u"INSERT INTO Cambios(Tabla) VALUES('a')"_s, u"DELETE FROM Cambios"_s}), u"1 0"_s);

@@ -106,7 +106,7 @@ SELECT string_agg(what || ' OWNER TO {propietarios}', ';') FROM (
   handle.Run(statements);
 }
 
-// Who only looks is somebody who is there, too. Keys given by hand need the right to set a sequence behind them.
+// Keys given by hand need the right to set a sequence behind them.
 void GrantRights(const PostgresHandle& handle, const QByteArray& schemaName) {
   if (!Exists(handle, GroupName(handle, "propietarios"))) {
     return;
@@ -118,7 +118,6 @@ REVOKE ALL ON ALL SEQUENCES IN SCHEMA {kel} FROM PUBLIC, {lectores}, {usuarios},
 GRANT USAGE ON SCHEMA {kel} TO {lectores};
 GRANT SELECT ON ALL TABLES IN SCHEMA {kel} TO {lectores};
 GRANT SELECT ON ALL SEQUENCES IN SCHEMA {kel} TO {lectores};
-GRANT USAGE ON SEQUENCE {kel}.presencias TO {lectores};
 GRANT INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA {kel} TO {usuarios};
 GRANT USAGE, UPDATE ON ALL SEQUENCES IN SCHEMA {kel} TO {usuarios};
 REVOKE UPDATE, DELETE ON {kel}.cambios FROM {usuarios};

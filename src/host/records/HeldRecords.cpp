@@ -1,5 +1,7 @@
 #include "host/records/HeldRecords.h"
 
+#include "host/records/ChangeLog.h"
+#include "host/records/ChangeNote.h"
 #include "host/records/NodeCatalog.h"
 #include "host/records/OpenConnection.h"
 #include "host/records/RecordReader.h"
@@ -25,7 +27,30 @@ HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
   return record;
 }
 
+Change Note(const Session& session, const Node& node, const HeldRecord& record) {
+  return {.moment = QDateTime::currentDateTimeUtc(),
+          .userId = session.userId,
+          .userName = session.userName,
+          .machine = CurrentProcess().machine,
+          .table = node.table,
+          .key = record.holder.key,
+          .name = record.name,
+          .kind = ChangeKind::LockReleased};
+}
+
 }  // namespace
+
+bool TakeLockFrom(Session& session, const HeldRecord& record) {
+  adodb::Transaction together(Opened(session.connection));
+  if (!session.Locks().ReleaseOf(record.holder)) {
+    return false;
+  }
+  if (const Node* node = FindNodeByKey(record.holder.keyColumn)) {
+    Append(*session.connection, Note(session, *node, record));
+  }
+  together.Commit();
+  return true;
+}
 
 QStringList HeldRecord::Columns() const {
   const QString since = holder.since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s);

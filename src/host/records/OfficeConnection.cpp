@@ -21,8 +21,10 @@ namespace {
 
 // The host's own tables, which tell of the office's.
 bool IsOwn(const QString& table) {
-  static const QStringList own{u"BloqueoRegistros"_s, u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
-                               u"Ajustes"_s};
+  static const QStringList own{
+      u"BloqueoRegistros"_s,  u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
+      u"Ajustes"_s,           u"Selecciones"_s,   u"SeleccionesPersonas"_s,    u"ImpresorasCalibracion"_s,
+      u"EtiquetasImpresion"_s};
   return own.contains(table);
 }
 
@@ -41,6 +43,22 @@ OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, co
     : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
 
 OfficeConnection::~OfficeConnection() = default;
+
+void OfficeConnection::ReleaseLater(const QString& keyColumn, int key) {
+  m_waitingLocks.append({keyColumn, key});
+}
+
+void OfficeConnection::ReleaseWaiting(const QString& wantedColumn, int wantedKey) {
+  m_waitingLocks.removeAll({wantedColumn, wantedKey});
+  m_waitingLocks.removeIf([this](const std::pair<QString, int>& lock) {
+    try {
+      RecordLocks(*this, m_session.userId, m_session.userName).Release(lock.first, lock.second);
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
+  });
+}
 
 int OfficeConnection::State() const {
   if (m_batch == Batch::None) {

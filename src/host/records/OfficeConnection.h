@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace database {
@@ -24,6 +25,8 @@ struct Session;
 ///   - It knows what was written and committed (WriteWatch).
 ///   - Several requests can be one transaction (a batch): they open and close the connection as they like meanwhile.
 ///
+///   - It remembers which locks of the user could not be released since the database was busy.
+///
 /// Where a note can't be written the statement has failed, with the note's error.
 class OfficeConnection : public database::ConnectionLayer {
  public:
@@ -33,6 +36,12 @@ class OfficeConnection : public database::ConnectionLayer {
 
   /// Marks the notes of this object: those of other programs have another one, even of the same user.
   const QString& Program() const { return m_program; }
+
+  /// A lock that could not be released: it waits for ReleaseWaiting.
+  void ReleaseLater(const QString& keyColumn, int key);
+  /// Releases the locks that wait, before another one is taken, and keeps what still can't be released. Whoever wants
+  /// one of them again has it. Raises nothing.
+  void ReleaseWaiting(const QString& wantedColumn, int wantedKey);
 
   adodb::Connection& Beneath() const override { return *m_engine; }
   int State() const override;
@@ -80,6 +89,7 @@ class OfficeConnection : public database::ConnectionLayer {
   bool m_inTransaction = false;  ///< One that somebody else began.
   QList<WrittenRow> m_pending;   ///< Written and not yet committed.
   std::vector<WriteWatch*> m_watches;
+  QList<std::pair<QString, int>> m_waitingLocks;  ///< Key columns and keys.
 };
 
 }  // namespace host

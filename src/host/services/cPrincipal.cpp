@@ -1,5 +1,6 @@
 #include "host/services/cPrincipal.h"
 
+#include "host/records/OfficeConnection.h"
 #include "host/records/OpenConnection.h"
 #include "host/services/ChangeTracking.h"
 #include "host/services/ColumnWidths.h"
@@ -62,7 +63,9 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
   if (m_session.readOnly) {
     return true;
   }
-  m_session.ReleaseWhatWaits();
+  if (m_session.office != nullptr) {
+    m_session.office->ReleaseWaiting(campoID, valorID);
+  }
   try {
     m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
   } catch (const automation::Error& error) {
@@ -86,10 +89,10 @@ void cPrincipal::DesbloqueoRegistro(QObject*& objeto, const QString& /*formulari
   try {
     Locks(objeto).Release(campoID, valorID);
   } catch (const automation::Error& error) {
-    if (error.Number() != adodb::DatabaseLocked) {
+    if (error.Number() != adodb::DatabaseLocked || m_session.office == nullptr) {
       throw;
     }
-    m_session.unreleased.append({campoID, valorID});
+    m_session.office->ReleaseLater(campoID, valorID);
   }
 }
 
