@@ -2,11 +2,11 @@
 
 #include "database/Engines.h"
 #include "database/Errors.h"
+#include "database/Place.h"
 #include "database/ServerCopies.h"
 #include "database/engine/KeptSessions.h"
 #include "database/postgres/PostgresCheck.h"
 #include "database/postgres/PostgresPreparation.h"
-#include "database/postgres/PostgresRights.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteCopy.h"
 #include "platform/process/PrivateFiles.h"
@@ -51,18 +51,16 @@ ConnectionString Readable(const QString& connectionString) {
 
 }  // namespace
 
-QString FileOf(const QString& connectionString) {
-  return QFileInfo(OfFile(connectionString).File()).absoluteFilePath();
-}
-
 bool MayBeWritten(const QString& connectionString) {
-  const ConnectionString target = TargetOf(connectionString);
-  if (IsOnServer(target)) {
-    return !target.ReadOnly() && MayWriteRows(PostgresHandle(target));
+  const ConnectionString target(connectionString);
+  if (target.ReadOnly()) {
+    return false;
   }
-  const QString file = FileOf(connectionString);
-  const bool exists = QFileInfo::exists(file);
-  return !target.ReadOnly() && (!exists || (process::MayWrite(file) && process::MayWrite(QFileInfo(file).path())));
+  const QString file = PlaceOf(connectionString).file;
+  if (file.isEmpty()) {
+    return MayWritePostgres(target);
+  }
+  return !QFileInfo::exists(file) || (process::MayWrite(file) && process::MayWrite(QFileInfo(file).path()));
 }
 
 QString ForViewing(const QString& connectionString) {
@@ -79,7 +77,8 @@ QString RestoreDatabase(const QString& copy, const QString& connectionString) {
   KeptSessions::Instance().LetGo();
   const ConnectionString source = Readable(ConnectionStringForFile(copy));
   const ConnectionString target = TargetOf(connectionString);
-  return IsOnServer(target) ? RestoreToServer(source, target) : RestoreSqlite(source, FileOf(connectionString));
+  return IsOnServer(target) ? RestoreToServer(source, target)
+                            : RestoreSqlite(source, PlaceOf(connectionString).file);
 }
 
 Findings CheckDatabase(const QString& connectionString) {
@@ -100,7 +99,10 @@ QStringList QuickCheck(const QString& connectionString) {
 }
 
 bool WasLeftOpen(const QString& connectionString) {
-  const QString file = FileOf(connectionString);
+  const QString file = PlaceOf(connectionString).file;
+  if (file.isEmpty()) {
+    return false;
+  }
   const bool hasLog = QFileInfo(file + u"-wal"_s).size() > 0 || QFileInfo(file + u"-journal"_s).size() > 0;
   return hasLog && !IsLockedByAnybody(file);
 }

@@ -15,11 +15,9 @@ namespace database {
 /// Asked now and then during long work, which ends with error 18 when the answer is true.
 using Stop = std::function<bool()>;
 
-/// The file behind a connection string, as an absolute path.
-KELDATOS_EXPORT QString FileOf(const QString& connectionString);
-
 /// False where only reading is possible: the connection string says so, the process may not write an existing file or
-/// its folder, or the user of a server may not write rows. A server is asked: raises what opening raises.
+/// its folder, the server's user has no right to, or the server is a replica. Connects to a server, and raises what
+/// that raises.
 KELDATOS_EXPORT bool MayBeWritten(const QString& connectionString);
 
 /// The same database for reading only.
@@ -74,7 +72,7 @@ KELDATOS_EXPORT ServerSetUp SetUpServer(const QString& connectionString, Content
 KELDATOS_EXPORT QStringList QuickCheck(const QString& connectionString);
 
 /// Whether the last program that had the file open ended without closing it, and none has it open now. Asked before the
-/// file is opened.
+/// file is opened. A server looks after itself: false.
 KELDATOS_EXPORT bool WasLeftOpen(const QString& connectionString);
 
 }  // namespace database

@@ -70,9 +70,7 @@ void tst_command_line::Understood_data() {
                            << Row(Command::Restore, "archivo=x copia=a.db crear=1");
   QTest::newRow("check") << u"comprobar"_s << Row(Command::Check);
   QTest::newRow("prepare a server") << u"preparar|--base=postgresql://a/b"_s
-                                    << Row(Command::SetUp, [](CommandLine& line) {
-                                         line.connectionString = u"postgresql://a/b"_s;
-                                       });
+                                    << Row(Command::SetUp, "base=postgresql://a/b");
   QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
   QTest::newRow("help wins") << u"abrir|--ayuda"_s << Row(Command::Help);
 }

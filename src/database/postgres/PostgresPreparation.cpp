@@ -119,6 +119,12 @@ void RequireCurrentDatabase(const PostgresHandle& handle) {
   }
 }
 
+bool MayWritePostgres(const ConnectionString& target) {
+  return PostgresHandle(target).Value(
+             "SELECT current_setting('transaction_read_only') = 'off' AND coalesce(bool_or(has_table_privilege(oid, "
+             "'INSERT')), true) FROM pg_class WHERE relnamespace = to_regnamespace('kel') AND relkind = 'r'") == "t";
+}
+
 void PreparePostgres(const ConnectionString& target, Content content) {
   PostgresHandle handle(target);
   const DatabaseState state = StateOf(handle);

@@ -23,6 +23,9 @@ void RequireCurrentDatabase(const PostgresHandle& handle);
 /// Whether texts are ordered by the rules that made the indexes.
 bool HasCurrentCollation(const PostgresHandle& handle);
 
+/// Whether this user may write here: not on a replica, and not with rights to read only.
+bool MayWritePostgres(const ConnectionString& target);
+
 /// PrepareDatabase for this engine; the database itself must exist. Everything stands in a schema of the server's of
 /// its own, `kel`. Raises OlderDatabase, saying who can help, for a user who may not make or migrate it.
 void PreparePostgres(const ConnectionString& target, Content content);

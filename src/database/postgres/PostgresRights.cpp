@@ -132,10 +132,4 @@ bool MayDefine(const PostgresHandle& handle) {
                 "has_database_privilege(current_database(), 'CREATE'))");
 }
 
-bool MayWriteRows(const PostgresHandle& handle) {
-  return IsTrue(handle,
-                "NOT pg_is_in_recovery() AND coalesce((SELECT has_table_privilege(oid, 'INSERT') FROM pg_class WHERE "
-                "relname = 'bancos' AND relnamespace = to_regnamespace('kel')), true)");
-}
-
 }  // namespace database

@@ -32,8 +32,4 @@ void GrantRights(const PostgresHandle& handle, const QByteArray& schemaName);
 /// Whether the session's user may make or migrate the tables.
 bool MayDefine(const PostgresHandle& handle);
 
-/// Whether the session's user may write rows: a server that follows another one takes none, and who only may read
-/// gives none.
-bool MayWriteRows(const PostgresHandle& handle);
-
 }  // namespace database

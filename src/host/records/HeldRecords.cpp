@@ -12,9 +12,9 @@ namespace host {
 
 namespace {
 
-HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
+HeldRecord Describe(adodb::Connection& connection, const RecordLocks& locks, const LockHolder& holder) {
   HeldRecord record{.holder = holder, .kind = holder.keyColumn, .name = QString::number(holder.key)};
-  record.hasEnded = HasEnded(holder.process, CurrentProcess());
+  record.hasEnded = locks.HasEnded(holder);
   const Node* node = FindNodeByKey(holder.keyColumn);
   if (node == nullptr) {
     return record;
@@ -69,8 +69,9 @@ QStringList HeldRecord::Titles() {
 QList<HeldRecord> HeldRecords(Session& session) {
   adodb::Connection& connection = Opened(session.connection);
   QList<HeldRecord> records;
-  for (const LockHolder& holder : session.Locks().All()) {
-    records.append(Describe(connection, holder));
+  const RecordLocks locks = session.Locks();
+  for (const LockHolder& holder : locks.All()) {
+    records.append(Describe(connection, locks, holder));
   }
   return records;
 }

@@ -1,5 +1,6 @@
 #include "host/records/OfficeConnection.h"
 
+#include "database/Presence.h"
 #include "database/WrittenRecord.h"
 #include "host/records/ChangeNote.h"
 #include "host/records/ProcessIdentity.h"
@@ -39,8 +40,11 @@ std::optional<database::WrittenRecord> Written(const QString& statement) {
 
 }  // namespace
 
-OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session)
-    : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
+OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, Session& session)
+    : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+  database::OnNewPresence(
+      *m_engine, [this](int before, int now) { return m_session.lockMemory.CarryOver(*m_engine, before, now); });
+}
 
 OfficeConnection::~OfficeConnection() = default;
 
@@ -130,6 +134,7 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& statement,
                                                                  const database::WrittenRecord& written) {
+  m_session.lockMemory.RequireNoneLost();
   ChangeNote note(*m_engine, written);
   m_affected = 0;
   std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);

@@ -12,8 +12,8 @@ QString Session::DefaultSettingsFile() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
 }
 
-RecordLocks Session::Locks() const {
-  return {Opened(connection), userId, userName};
+RecordLocks Session::Locks() {
+  return {Opened(connection), userId, userName, &lockMemory};
 }
 
 }  // namespace host

@@ -34,8 +34,10 @@ struct Session {
   /// Set when a dialog that was only looked at closed because its record is free: this session holds its lock now, and
   /// whoever showed the dialog shows it again and then releases the lock.
   std::optional<LockHolder> openAgain;
+  /// What Locks() holds on a server.
+  LockMemory lockMemory;
   /// The locks of this user. Raises 91 without a connection; opens a closed one.
-  RecordLocks Locks() const;
+  RecordLocks Locks();
 
   /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
   static QString DefaultSettingsFile();

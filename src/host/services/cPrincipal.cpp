@@ -216,8 +216,9 @@ void cPrincipal::SeleccionarCP_Provincia(QObject*& cambiado, QObject*& acoplado,
 
 RecordLocks cPrincipal::Locks(QObject* services) const {
   adodb::Connection* connection = ConnectionOf(services);
-  return connection != nullptr ? RecordLocks(Opened(connection), m_session.userId, m_session.userName)
-                               : m_session.Locks();
+  return connection != nullptr
+             ? RecordLocks(Opened(connection), m_session.userId, m_session.userName, &m_session.lockMemory)
+             : m_session.Locks();
 }
 
 void cPrincipal::TellOfRefusal() const {
