@@ -166,6 +166,8 @@ class Parser {
       m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else if (command == u"comprobar"_s) {
       m_line.command = Command::Check;
+    } else if (command == u"preparar"_s) {
+      m_line.command = Command::SetUp;
     } else if (command == u"bloqueos"_s) {
       m_line.command = Command::Locks;
       LockWords();
@@ -210,6 +212,9 @@ class Parser {
     }
     if (m_line.command == Command::Restore && m_line.copy.isEmpty()) {
       Refuse(u"Falta la copia que se restaura: kel-host restaurar COPIA"_s);
+    }
+    if (m_line.command == Command::SetUp && m_line.connectionString.isEmpty()) {
+      Refuse(u"Diga qué base de datos se prepara: kel-host preparar --base postgresql://usuario@servidor/base"_s);
     }
     if (m_line.command == Command::OpenDialog) {
       CheckDialog();
@@ -259,10 +264,13 @@ QString CommandLineHelp() {
       "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
       "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
       "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+      "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
+      "permisos\n"
       "     kel-host bloqueos                       dice quién está modificando qué registro\n"
       "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n\n"
       "  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
+      "                 o postgresql://usuario@servidor/base\n"
       "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"
       "  --demo         base de datos de ejemplo, aparte de la propia\n"
       "  --usuario N    número del usuario que trabaja\n"

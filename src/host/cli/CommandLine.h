@@ -18,6 +18,7 @@ enum class Command {
   Copy,
   Restore,
   Check,
+  SetUp,
   Locks,
   Help,
   Version,

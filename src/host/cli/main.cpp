@@ -47,6 +47,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Restore:
       Print(stdout, host::RestoreCommand(line));
       return host::ExitDone;
+    case host::Command::SetUp:
+      Print(stdout, host::SetUpCommand(line));
+      return host::ExitDone;
     case host::Command::Check: {
       const host::CheckOutcome outcome = host::CheckCommand(line);
       Print(stdout, outcome.report);
