@@ -128,4 +128,8 @@ QByteArray FoundationStatements() {
   return foundation;
 }
 
+QByteArray PresenceStatement() {
+  return "CREATE SEQUENCE presencias AS integer";
+}
+
 }  // namespace database
