@@ -3,7 +3,9 @@
 #include "database/ConnectionString.h"
 #include "database/Database.h"
 #include "database/Errors.h"
+#include "database/Place.h"
 #include "database/engine/KeptSessions.h"
+#include "database/postgres/PostgresPreparation.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteCopy.h"
 #include "platform/process/PrivateFiles.h"
@@ -48,15 +50,16 @@ ConnectionString Readable(const QString& connectionString) {
 
 }  // namespace
 
-QString FileOf(const QString& connectionString) {
-  return QFileInfo(OfFile(connectionString).File()).absoluteFilePath();
-}
-
 bool MayBeWritten(const QString& connectionString) {
-  const QString file = FileOf(connectionString);
-  const bool exists = QFileInfo::exists(file);
-  return !ConnectionString(connectionString).ReadOnly() &&
-         (!exists || (process::MayWrite(file) && process::MayWrite(QFileInfo(file).path())));
+  const ConnectionString target(connectionString);
+  if (target.ReadOnly()) {
+    return false;
+  }
+  const QString file = PlaceOf(connectionString).file;
+  if (file.isEmpty()) {
+    return MayWritePostgres(target);
+  }
+  return !QFileInfo::exists(file) || (process::MayWrite(file) && process::MayWrite(QFileInfo(file).path()));
 }
 
 QString ForViewing(const QString& connectionString) {
@@ -69,7 +72,8 @@ CopySize CopyDatabase(const QString& connectionString, const QString& file, cons
 
 QString RestoreDatabase(const QString& copy, const QString& connectionString) {
   KeptSessions::Instance().LetGo();
-  return RestoreSqlite(Readable(ConnectionStringForFile(copy)), FileOf(connectionString));
+  return RestoreSqlite(Readable(ConnectionStringForFile(copy)),
+                       QFileInfo(OfFile(connectionString).File()).absoluteFilePath());
 }
 
 Findings CheckDatabase(const QString& connectionString) {
@@ -81,7 +85,10 @@ QStringList QuickCheck(const QString& connectionString) {
 }
 
 bool WasLeftOpen(const QString& connectionString) {
-  const QString file = FileOf(connectionString);
+  const QString file = PlaceOf(connectionString).file;
+  if (file.isEmpty()) {
+    return false;
+  }
   const bool hasLog = QFileInfo(file + u"-wal"_s).size() > 0 || QFileInfo(file + u"-journal"_s).size() > 0;
   return hasLog && !IsLockedByAnybody(file);
 }

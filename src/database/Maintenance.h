@@ -14,11 +14,9 @@ namespace database {
 /// Asked now and then during long work, which ends with error 18 when the answer is true.
 using Stop = std::function<bool()>;
 
-/// The file behind a connection string, as an absolute path.
-KELDATOS_EXPORT QString FileOf(const QString& connectionString);
-
-/// False where only reading is possible: the connection string says so, or the process may not write an existing file
-/// or its folder.
+/// False where only reading is possible: the connection string says so, the process may not write an existing file or
+/// its folder, the server's user has no right to, or the server is a replica. Connects to a server, and raises what
+/// that raises.
 KELDATOS_EXPORT bool MayBeWritten(const QString& connectionString);
 
 /// The same database for reading only.
@@ -58,7 +56,7 @@ KELDATOS_EXPORT Findings CheckDatabase(const QString& connectionString);
 KELDATOS_EXPORT QStringList QuickCheck(const QString& connectionString);
 
 /// Whether the last program that had the file open ended without closing it, and none has it open now. Asked before the
-/// file is opened.
+/// file is opened. A server looks after itself: false.
 KELDATOS_EXPORT bool WasLeftOpen(const QString& connectionString);
 
 }  // namespace database

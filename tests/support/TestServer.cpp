@@ -27,14 +27,24 @@ QString Address(const QString& base) {
   return u"Motor=postgres;Servidor=%1;Usuario=postgres;Base=%2"_s.arg(Folder(), base);
 }
 
-void RunOn(const QString& base, const QString& sql) {
-  const QString address = u"host='%1' user=postgres dbname='%2'"_s.arg(Folder(), base);
-  const std::unique_ptr<PGconn, decltype(&PQfinish)> server(PQconnectdb(qUtf8Printable(address)), PQfinish);
-  const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(server.get(), qUtf8Printable(sql)), PQclear);
-  if (PQresultStatus(result.get()) != PGRES_COMMAND_OK && PQresultStatus(result.get()) != PGRES_TUPLES_OK) {
-    throw std::runtime_error(PQerrorMessage(server.get()));
+/// A line to a database, as its owner.
+class OwnersLine {
+ public:
+  explicit OwnersLine(const QString& base)
+      : m_server(PQconnectdb(qUtf8Printable(u"host='%1' user=postgres dbname='%2'"_s.arg(Folder(), base))), PQfinish) {}
+
+  /// The number of rows that come back.
+  int Run(const QString& sql) const {
+    const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(m_server.get(), qUtf8Printable(sql)), PQclear);
+    if (PQresultStatus(result.get()) != PGRES_COMMAND_OK && PQresultStatus(result.get()) != PGRES_TUPLES_OK) {
+      throw std::runtime_error(PQerrorMessage(m_server.get()));
+    }
+    return PQntuples(result.get());
   }
-}
+
+ private:
+  std::unique_ptr<PGconn, decltype(&PQfinish)> m_server;
+};
 
 QString NewName() {
   static int last = 0;
@@ -81,11 +91,25 @@ std::map<database::Content, QStringList>& FreeDatabases() {
   return names;
 }
 
+// The first program of a run prepares it, the others wait; it counts as a template when it is ready.
+QString Template(const OwnersLine& server, database::Content content) {
+  QString name = u"kel_template_%1"_s.arg(static_cast<int>(content));
+  server.Run(u"SELECT pg_advisory_lock(1)"_s);
+  if (server.Run(u"SELECT FROM pg_database WHERE datistemplate AND datname='%1'"_s.arg(name)) == 0) {
+    server.Run(u"DROP DATABASE IF EXISTS "_s + name);
+    server.Run(u"CREATE DATABASE "_s + name);
+    database::PrepareDatabase(Address(name), content);
+    OwnersLine(name).Run(memory);
+    server.Run(u"ALTER DATABASE %1 IS_TEMPLATE true"_s.arg(name));
+  }
+  server.Run(u"SELECT pg_advisory_unlock(1)"_s);
+  return name;
+}
+
 QString MakeDatabase(database::Content content) {
   QString name = NewName();
-  RunOn(u"postgres"_s, u"CREATE DATABASE "_s + name);
-  database::PrepareDatabase(Address(name), content);
-  RunOn(name, memory);
+  const OwnersLine server(u"postgres"_s);
+  server.Run(u"CREATE DATABASE %1 TEMPLATE %2 STRATEGY file_copy"_s.arg(name, Template(server, content)));
   return name;
 }
 
@@ -96,9 +120,9 @@ QString TakeDatabase(database::Content content) {
     return MakeDatabase(content);
   }
   QString name = names.takeLast();
-  RunOn(name,
-        u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname=current_database() AND "
-        "pid<>pg_backend_pid(); SELECT kel_test.reset()"_s);
+  OwnersLine(name).Run(
+      u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname=current_database() AND "
+      "pid<>pg_backend_pid(); SELECT kel_test.reset()"_s);
   return name;
 }
 
@@ -123,7 +147,7 @@ QString ServerDatabase::ConnectionString() const {
 
 void ServerDatabase::Run(const QString& sql) const {
   m_isSpoiled = true;
-  RunOn(m_name, sql);
+  OwnersLine(m_name).Run(sql);
 }
 
 }  // namespace support

@@ -57,6 +57,7 @@ void BringUpToDate(adodb::Connection& connection, const PreparedDatabase& databa
     }
   } else if (state.version < schema.Version()) {
     database.Migrate(schema, state.version);
+    SeedWhatIsNew(connection, state.version);
   }
   GiveIdentity(connection);
   transaction.Commit();

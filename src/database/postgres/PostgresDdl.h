@@ -19,4 +19,7 @@ class PostgresDdl : public DdlForms {
 /// functions that statements use (PostgresTarget). All run as they stand on a server with ICU.
 QByteArray FoundationStatements();
 
+/// The statement that makes the sequence of presences.
+QByteArray PresenceStatement();
+
 }  // namespace database

@@ -31,10 +31,13 @@ QByteArray WithStandIn(std::string_view text) {
   return bytes.replace(QByteArrayView("\0", 1), standIn);
 }
 
+// Never without a point, which would make it a whole number.
 QByteArray Digits(double value) {
-  std::array<char, 32> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  return QByteArray(digits.data(), end - digits.data());
+  std::array<char, 400> digits{};
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
+  const QByteArray fixed(digits.data(), end - digits.data());
+  return fixed.contains('.') ? fixed : fixed + ".0";
 }
 
 QByteArray AmountDigits(qint64 scaled) {

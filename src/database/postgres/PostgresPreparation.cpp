@@ -4,7 +4,9 @@
 #include "database/engine/Preparation.h"
 #include "database/postgres/PostgresDdl.h"
 #include "database/postgres/PostgresErrors.h"
+#include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresSession.h"
+#include "platform/adodb/ErrorNumbers.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,18 +39,30 @@ class PreparedServer : public PreparedDatabase {
 
   // BEGIN waits for the first statement of the layer's; this is the first of all.
   DatabaseState State() const override {
-    Handle().Run("SELECT pg_advisory_xact_lock(x'4B454C31'::int)");
+    LockForPreparation(Handle());
     return ReadState(Handle());
   }
 
   void Create(const Schema& schema) const override {
     Handle().Run(FoundationStatements());
+    Handle().Run(PresenceStatement());
     RunAll(Handle(), 0, schema);
     Handle().Run("CREATE TABLE kelmotor (nombre text PRIMARY KEY, valor text NOT NULL)");
     Handle().Run("INSERT INTO kelmotor VALUES ('version', '" + QByteArray::number(schema.Version()) + "')");
   }
 
+  // A program that works on the old version would be cut off in the middle.
   void Migrate(const Schema& schema, int fromVersion) const override {
+    if (const QStringList others = OtherPresences(Handle()); !others.isEmpty()) {
+      throw automation::Error(adodb::DatabaseLocked,
+                              u"La base de datos «%1» es de una versión anterior, y no se puede actualizar mientras la "
+                              "usan otros: %2. Espere a que cierren el programa y vuelva a intentarlo."_s.arg(
+                                  ShownName(), others.join(u", "_s)));
+    }
+    constexpr int firstWithPresences = 5;
+    if (fromVersion < firstWithPresences) {
+      Handle().Run(PresenceStatement());
+    }
     RunAll(Handle(), fromVersion, schema);
     Handle().Run("UPDATE kelmotor SET valor = '" + QByteArray::number(schema.Version()) + "' WHERE nombre = 'version'");
   }
@@ -78,6 +92,12 @@ void RequireCurrentDatabase(const PostgresHandle& handle) {
         u"el servidor ordena ahora los textos por otras reglas; quien lo administra debe ejecutar REINDEX "
         "SCHEMA kel y después ALTER COLLATION kel.kel_es REFRESH VERSION"_s);
   }
+}
+
+bool MayWritePostgres(const ConnectionString& target) {
+  return PostgresHandle(target).Value(
+             "SELECT current_setting('transaction_read_only') = 'off' AND coalesce(bool_or(has_table_privilege(oid, "
+             "'INSERT')), true) FROM pg_class WHERE relnamespace = to_regnamespace('kel') AND relkind = 'r'") == "t";
 }
 
 void PreparePostgres(const ConnectionString& target, Content content) {

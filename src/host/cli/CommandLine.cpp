@@ -92,6 +92,8 @@ class Parser {
       m_line.id = Number(name);
     } else if (name == u"--aux"_s) {
       m_line.aux = Number(name);
+    } else if (name == u"--limite"_s) {
+      m_line.limit = Number(name);
     } else {
       return false;
     }
@@ -152,10 +154,13 @@ class Parser {
     } else if (command == u"registrar"_s || command == u"desregistrar"_s) {
       m_line.command = command == u"registrar"_s ? Command::Register : Command::Unregister;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
-    } else if (command == u"verificar-servicios"_s) {
-      m_line.command = Command::VerifyServices;
+    } else if (command == u"verificar-servicios"_s || command == u"verificar-conexion"_s) {
+      const bool services = command == u"verificar-servicios"_s;
+      m_line.command = services ? Command::VerifyServices : Command::VerifyConnection;
       m_line.library = m_words.isEmpty() ? QString() : m_words.takeFirst();
-      m_line.progId = m_words.isEmpty() ? QString() : m_words.takeFirst();
+      // Services and lists are looked at one by one; a connection is that of the services.
+      const QString usual = services ? QString() : u"KelAPI.cPrincipal"_s;
+      m_line.progId = m_words.isEmpty() ? usual : m_words.takeFirst();
     } else if (command == u"copia"_s || command == u"restaurar"_s) {
       m_line.command = command == u"copia"_s ? Command::Copy : Command::Restore;
       m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
@@ -196,6 +201,9 @@ class Parser {
     }
     if (m_line.command == Command::VerifyServices && m_line.progId.isEmpty()) {
       Refuse(u"Faltan la biblioteca o la clase: kel-host verificar-servicios BIBLIOTECA CLASE"_s);
+    }
+    if (m_line.command == Command::VerifyConnection && m_line.library.isEmpty()) {
+      Refuse(u"Falta la biblioteca de la conexión: kel-host verificar-conexion BIBLIOTECA [CLASE]"_s);
     }
     if (m_line.command == Command::Copy && m_line.copy.isEmpty()) {
       Refuse(u"Falta el archivo de la copia: kel-host copia ARCHIVO"_s);
@@ -246,6 +254,8 @@ QString CommandLineHelp() {
       "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
       "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
       "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
+      "     kel-host verificar-conexion B [CLASE]   pasa las sentencias del componente por la conexión de otro "
+      "programa\n"
       "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
       "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
       "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
@@ -268,6 +278,7 @@ QString CommandLineHelp() {
       "  --accion A     con «abrir»: agregar (1), modificar (2) o nuevo (4)\n"
       "  --id I         con «abrir»: registro que se modifica\n"
       "  --aux N        con «abrir»: registro del que depende el nuevo\n"
+      "  --limite S     con «verificar-…»: segundos que puede tardar una llamada, 20 si no se dice\n"
       "  --ayuda        esta ayuda\n"
       "  --version      versión del programa\n\n"
       "Termina con 0, con 1 si no se puede seguir y con 2 si los argumentos no valen.\n"_s;

@@ -41,7 +41,7 @@ QString RestoreCommand(const CommandLine& line) {
   const Target target = TargetOf(line);
   RequireWanted(target, line);
   const QString kept = database::RestoreDatabase(line.copy, target.connectionString);
-  const QString done = u"Copia comprobada y restaurada en «%1»."_s.arg(database::FileOf(target.connectionString));
+  const QString done = u"Copia comprobada y restaurada en «%1»."_s.arg(target.place.shown);
   return kept.isEmpty() ? done : done + u" La base de datos que había se conserva en «%1»."_s.arg(kept);
 }
 
@@ -53,8 +53,9 @@ CheckOutcome CheckCommand(const CommandLine& line) {
           ? u"La base de datos está bien."_s
           : u"La base de datos tiene problemas. Los de integridad y de índices se arreglan restaurando una copia "
             "(kel-host restaurar COPIA); los demás, corrigiendo los registros en sus cuadros."_s;
-  const QString report = u"Base de datos: %1\n\n"_s.arg(target.shown) + Section(u"Integridad"_s, findings.integrity) +
-                         Section(u"Índices"_s, findings.indexes) + Section(u"Referencias"_s, findings.references) +
+  const QString report = u"Base de datos: %1\n\n"_s.arg(target.place.shown) +
+                         Section(u"Integridad"_s, findings.integrity) + Section(u"Índices"_s, findings.indexes) +
+                         Section(u"Referencias"_s, findings.references) +
                          Section(u"Longitudes"_s, findings.lengths, u"aviso"_s) + u'\n' + verdict;
   return {report, findings.IsSound()};
 }

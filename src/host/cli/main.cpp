@@ -34,7 +34,11 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
       host::UnregisterComponent(line.library);
       return host::ExitDone;
     case host::Command::VerifyServices:
-      return host::VerifyServices(line.library, line.progId, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
+    case host::Command::VerifyConnection: {
+      const auto verify = line.command == host::Command::VerifyServices ? host::VerifyServices : host::VerifyConnection;
+      const host::Verified verified{line.library, line.progId, std::chrono::seconds(line.limit)};
+      return verify(verified, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
+    }
     case host::Command::Copy:
       Print(stdout, host::CopyCommand(line));
       return host::ExitDone;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/adodb/Connection.h"
+#include "database/ConnectionLayer.h"
 
 #include <chrono>
 #include <functional>
@@ -14,7 +14,7 @@ namespace host {
 /// Inside a transaction nothing is tried again: it has its lock.
 ///
 /// Raises what the other connection raises; DatabaseLocked says how long was waited.
-class PatientConnection : public adodb::Connection {
+class PatientConnection : public database::ConnectionLayer {
  public:
   /// How long the other connection may wait by itself, in which nobody can do anything.
   static constexpr std::chrono::milliseconds tryTime{100};
@@ -22,6 +22,7 @@ class PatientConnection : public adodb::Connection {
   explicit PatientConnection(std::unique_ptr<adodb::Connection> real,
                              std::chrono::milliseconds longest = std::chrono::seconds(5));
 
+  adodb::Connection& Beneath() const override { return *m_real; }
   int State() const override { return m_real->State(); }
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
