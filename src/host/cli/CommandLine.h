@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/cli/MailingOptions.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,6 +20,8 @@ enum class Command {
   Restore,
   Check,
   Locks,
+  Letters,
+  Labels,
   Help,
   Version,
 };
@@ -35,6 +39,7 @@ struct CommandLine {
   QString progId;   ///< Of verificar-servicios.
   QString copy;     ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
+  MailingOptions mailing;      ///< Of cartas and etiquetas.
   int node = -1;
   int action = 0;
   int id = 0;

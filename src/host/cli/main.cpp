@@ -2,6 +2,7 @@
 #include "host/cli/CommandLine.h"
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
+#include "host/cli/MailingCommand.h"
 #include "host/cli/Registration.h"
 #include "host/verification/Verification.h"
 #include "platform/automation/Error.h"
@@ -49,6 +50,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Locks:
       host::RunLockCommand(line);
       return host::ExitDone;
+    case host::Command::Letters:
+    case host::Command::Labels:
+      return host::RunMailingCommand(line, argc, argv);
     default:
       return host::RunApplication(line, argc, argv);
   }
