@@ -3,6 +3,7 @@
 #include "host/cli/CommandLine.h"
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
+#include "host/cli/MailingCommand.h"
 #include "host/cli/Registration.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/verification/Verification.h"
@@ -58,6 +59,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Locks:
       host::RunLockCommand(line);
       return host::ExitDone;
+    case host::Command::Letters:
+    case host::Command::Labels:
+      return host::RunMailingCommand(line, argc, argv);
     default:
       return host::RunApplication(line, argc, argv);
   }
