@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 namespace rtf {
 
 enum class Outcome {
@@ -28,6 +30,8 @@ struct Limits {
   int paragraphs = 1'000'000;
   /// Different formats of characters and of paragraphs, each: Qt keeps about a kilobyte for one.
   qsizetype formats = 50'000;
+  /// Asked many times in a second while reading; where it answers false the rest is refused. May be empty.
+  std::function<bool()> goOn = {};
 };
 
 }  // namespace rtf
