@@ -5,6 +5,7 @@
 #include "letters/editor/Formatting.h"
 #include "letters/editor/LayoutLimits.h"
 #include "letters/editor/ParagraphRange.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -137,7 +138,8 @@ LetterEdit::~LetterEdit() {
 
 rtf::Report LetterEdit::Load(const QString& content) {
   auto letter = NewDocument(document()->defaultFont());
-  const rtf::Report report = rtf::Read(content, *letter);
+  const rtf::Limits untilASignal{.goOn = [] { return !process::TerminationSignals::IsOneUntold(); }};
+  const rtf::Report report = rtf::Read(content, *letter, untilASignal);
   m_original.reset();
   if (!HeaviestOf(*letter).IsLight()) {
     m_original = content;

@@ -24,7 +24,8 @@ class LetterEdit : public QTextEdit {
   explicit LetterEdit(QWidget* parent = nullptr);
   ~LetterEdit() override;
 
-  /// Shows a letter as it is stored. A refused one leaves an empty letter. One with a paragraph that would block the
+  /// Shows a letter as it is stored. A refused one leaves an empty letter, and so does one whose reading a termination
+  /// signal has ended. One with a paragraph that would block the
   /// window (LayoutLimits) is shown for reading: its plain text, in lines.
   rtf::Report Load(const QString& content);
   bool IsForReading() const { return m_original.has_value(); }
