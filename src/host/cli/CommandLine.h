@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/cli/MailingOptions.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -20,6 +22,8 @@ enum class Command {
   Check,
   SetUp,
   Locks,
+  Letters,
+  Labels,
   Help,
   Version,
 };
@@ -38,6 +42,7 @@ struct CommandLine {
   int limit = 20;              ///< --limite: seconds that a call of verificar-… may take.
   QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
+  MailingOptions mailing;      ///< Of cartas and etiquetas.
   int node = -1;
   int action = 0;
   int id = 0;
