@@ -8,8 +8,11 @@ namespace database {
 
 Place PlaceOf(const QString& connectionString) {
   const ConnectionString target = TargetOf(connectionString);
-  const QString& file = target.File();
-  return {target.ShownName(), file.isEmpty() ? QString() : QFileInfo(file).absoluteFilePath()};
+  if (target.File().isEmpty()) {
+    return {target.ShownName(), {}};
+  }
+  const QString file = QFileInfo(target.File()).absoluteFilePath();
+  return {file, file};
 }
 
 }  // namespace database

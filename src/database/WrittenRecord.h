@@ -4,6 +4,7 @@
 #include "platform/adodb/Connection.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -21,6 +22,7 @@ struct WrittenRecord {
   std::optional<qint64> key;
   bool makesKey = false;  ///< An INSERT of one row that leaves its key to the engine; see NewKeyOf.
   QString condition;      ///< What stands behind WHERE, as it is written; empty without one.
+  QStringList columns;    ///< What an UPDATE sets, as it is written.
 };
 
 /// Nothing for a SELECT, of which nothing more is read. Of any other raises what an execution of the statement would

@@ -86,6 +86,8 @@ void tst_command_line::Understood_data() {
                           << Row(Command::Labels, "demo=1 hoja=2 seleccion=a b desde=7 saltar=2 pdf=e.pdf");
   QTest::newRow("letters") << u"cartas|--carta|1|--seleccion|x|--rtf-por-persona|d|--orden|codigo|--para|donativos"_s
                            << Row(Command::Letters, "carta=1 seleccion=x rtf=d orden=1 para=1");
+  QTest::newRow("prepare a server") << u"preparar|--base=postgresql://a/b"_s
+                                    << Row(Command::SetUp, "base=postgresql://a/b");
   QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
   QTest::newRow("help wins") << u"abrir|--ayuda"_s << Row(Command::Help);
 }
@@ -104,6 +106,7 @@ void tst_command_line::Refused_data() {
   QTest::newRow("one dash alone") << u"-"_s << u"«-»"_s;
   QTest::newRow("no name for the copy") << u"copia"_s << u"copia ARCHIVO"_s;
   QTest::newRow("no copy to restore") << u"restaurar|--crear"_s << u"restaurar COPIA"_s;
+  QTest::newRow("nothing to prepare") << u"preparar"_s << u"--base postgresql://"_s;
   QTest::newRow("too much to check") << u"comprobar|x"_s << u"«x»"_s;
   QTest::newRow("letters to nobody") << u"cartas|--carta|1|--pdf|x"_s << u"--seleccion"_s;
   QTest::newRow("letters to nowhere") << u"cartas|--carta|1|--seleccion|x"_s << u"--pdf"_s;

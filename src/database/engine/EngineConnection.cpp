@@ -123,10 +123,13 @@ std::unique_ptr<adodb::Recordset> EngineConnection::Execute(const QString& state
     return Run(statement);
   } catch (const automation::Error&) {
     // What only reads may be asked again.
-    const bool mayGoOn = !m_isReviving && !m_inTransaction && m_session->NeedsNewLine();
-    if (!mayGoOn || m_lexer.Tokens().empty() || !m_lexer.Tokens().front().IsWord(u"SELECT")) {
+    const bool mayGoOn = !m_isReviving && !m_inTransaction && m_session->NeedsNewLine() && !m_lexer.Tokens().empty() &&
+                         m_lexer.Tokens().front().IsWord(u"SELECT");
+    const bool isOutdated = m_session->MustPrepareAnew();
+    if (!mayGoOn && !isOutdated) {
       throw;
     }
+    m_plans.Clear();
   }
   Revive();
   return Run(statement);
@@ -162,7 +165,7 @@ void EngineConnection::CarryPresenceOver() {
   const QString said = m_carryOver ? m_carryOver(m_lastPresence, m_presence) : QString();
   m_lastPresence = 0;
   if (!said.isEmpty()) {
-    throw automation::Error(adodb::DatabaseLocked, said);
+    throw automation::Error(adodb::TransactionLost, said);
   }
 }
 

@@ -49,6 +49,8 @@ class EngineConnection : public adodb::Connection {
   /// presence. Raises what either raises.
   void Revive();
 
+  Session& EngineSession() { return *m_session; }
+
   /// Recordsets enter and leave the list of those that close with the connection.
   void Attach(EngineRecordset* recordset) { m_recordsets.push_back(recordset); }
   void Detach(EngineRecordset* recordset);

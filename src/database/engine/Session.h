@@ -35,6 +35,8 @@ class Session {
   /// Whether the line to the database is cut and no transaction has begun on it, so that the session had better connect
   /// anew before it goes on. Costs no question.
   virtual bool NeedsNewLine() { return false; }
+  /// Whether the last statement failed because what was prepared for it is of earlier tables; true once.
+  virtual bool MustPrepareAnew() { return false; }
   /// See Presence.h; taken once for each line.
   virtual int TakePresence() { return 0; }
   virtual bool HasEnded(int /*presence*/) { return false; }

@@ -74,6 +74,15 @@ QByteArray ServerSql(const Plan& plan) {
   return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
 }
 
+// It goes out when the transaction is committed.
+QByteArray NoticeOf(const std::set<const Table*>& tables) {
+  QStringList names;
+  for (const Table* table : tables) {
+    names += table->name;
+  }
+  return names.isEmpty() ? QByteArray() : "NOTIFY kel, '" + names.join(u',').toUtf8() + '\'';
+}
+
 automation::Error OutcomeUnknown(const ConnectionString& target) {
   return automation::Error(
       adodb::TransactionLost,
@@ -113,14 +122,43 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = m_isPresent = false;
+  m_inTransaction = m_isBegun = m_isLost = m_isPresent = m_isOutdated = false;
+  if (m_onLine) {
+    m_handle->Run("LISTEN kel");
+    m_onLine(Socket());
+  }
 }
 
 // The server undoes what was not committed.
 void PostgresSession::Leave() {
   BufferRows();
   m_givenKeys.clear();
+  if (m_onLine) {
+    m_onLine(-1);
+  }
   m_handle.reset();
+}
+
+void PostgresSession::Listen(std::function<void(int)> onLine) {
+  if (onLine && !m_onLine) {
+    Handle().Run("LISTEN kel");
+  }
+  m_onLine = std::move(onLine);
+}
+
+int PostgresSession::Socket() const {
+  return m_handle ? PQsocket(m_handle->Engine()) : -1;
+}
+
+QStringList PostgresSession::TakeNotices() {
+  QStringList tables;
+  m_handle->IsStillAlive();
+  while (PGnotify* notice = PQnotifies(m_handle->Engine())) {
+    tables += QString::fromUtf8(notice->extra).split(u',');
+    PQfreemem(notice);
+  }
+  tables.removeDuplicates();
+  return tables;
 }
 
 bool PostgresSession::Pause() {
@@ -208,6 +246,8 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   pipeline->AddStatement(name, parameters);
   if (m_inTransaction) {
     pipeline->Add("RELEASE SAVEPOINT kel");
+  } else if (plan.plan.effect.writtenTable != nullptr) {
+    pipeline->Add(NoticeOf({plan.plan.effect.writtenTable}).constData());
   }
   pipeline->Send();
   m_isBegun = m_inTransaction;
@@ -222,6 +262,7 @@ void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concer
   pipeline.Finish();
   if (pipeline.HasFailed()) {
     const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
+    m_isOutdated = SqlState(pipeline.Failure()) == "0A000";
     Undo(pipeline.Failure());
     throw error;
   }
@@ -278,6 +319,9 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
     }
     Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
   }
+  if (m_inTransaction && affected > 0) {
+    m_written.insert(effect.writtenTable);
+  }
   if (inserts && !effect.makesKey) {
     CountOnFrom(*effect.writtenTable);
   }
@@ -308,6 +352,7 @@ void PostgresSession::CountOn() {
 
 void PostgresSession::Begin() {
   BufferRows();
+  m_written.clear();
   m_inTransaction = true;
   m_isBegun = false;
   m_isLost = false;
@@ -318,7 +363,7 @@ void PostgresSession::Commit() {
   if (m_isBegun) {
     try {
       CountOn();
-      m_handle->Run("COMMIT");
+      m_handle->Run(NoticeOf(m_written) + ";COMMIT");
     } catch (const automation::Error& error) {
       const bool isCut = !m_handle->IsAlive();
       m_inTransaction = m_isBegun = false;
