@@ -1,5 +1,6 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/letter/LetterStrips.h"
 #include "documents/markers/Markers.h"
 #include "framework/Desktop.h"
 #include "framework/Messages.h"
@@ -165,6 +166,10 @@ void LetterDesk::Print(const documents::Margins& margins, const QString& title) 
     if (printer.printRange() == QPrinter::Selection) {
       PrintSelection(selection, margins, printer, paper);
     } else {
+      const documents::LetterStrips strips(*m_window.rtfCarta->document(), margins, paper);
+      if (const QStringList problems = strips.Problems(); !problems.isEmpty()) {
+        ShowText(problems.join(u"\n\n"_s), vbExclamation);
+      }
       PrintLetter(*m_window.rtfCarta->document(), margins, printer, paper);
     }
   } catch (const std::exception&) {
