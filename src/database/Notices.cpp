@@ -14,8 +14,8 @@ namespace database {
 /// The line of a session under watch, or the search for a new one.
 class Notices::Line {
  public:
-  Line(Notices& notices, EngineConnection& engine, PostgresSession& session)
-      : m_notices(notices), m_engine(engine), m_session(session), m_target(session.Handle().Target()) {
+  Line(EngineConnection& engine, PostgresSession& session, Written written)
+      : m_engine(engine), m_session(session), m_target(session.Handle().Target()), m_written(std::move(written)) {
     m_pause.setSingleShot(true);
     QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { Look(); });
     m_session.Listen([this](int socket) { Change(socket); });
@@ -39,10 +39,10 @@ class Notices::Line {
 
   static constexpr int pause = 500;
 
-  Notices& m_notices;
   EngineConnection& m_engine;
   PostgresSession& m_session;
   const ConnectionString m_target;
+  const Written m_written;
   std::unique_ptr<QSocketNotifier> m_notifier;
   std::unique_ptr<QThread> m_look;
   QTimer m_pause;
@@ -68,7 +68,7 @@ void Notices::Line::Change(int socket) {
   } else {
     m_pause.stop();
     QMetaObject::invokeMethod(
-        &m_notices, [this] { Q_EMIT m_notices.Written({}); }, Qt::QueuedConnection);
+        &m_pause, [this] { m_written({}); }, Qt::QueuedConnection);
   }
 }
 
@@ -78,7 +78,7 @@ void Notices::Line::Read() {
     Change(-1);
   }
   if (!tables.isEmpty()) {
-    Q_EMIT m_notices.Written(tables);
+    m_written(tables);
   }
 }
 
@@ -109,11 +109,11 @@ void Notices::Line::Return() {
   }
 }
 
-Notices::Notices(adodb::Connection& connection, QObject* parent) : QObject(parent) {
+Notices::Notices(adodb::Connection& connection, Written written) {
   EngineConnection* engine = EngineBeneath(connection);
   auto* session = engine == nullptr ? nullptr : dynamic_cast<PostgresSession*>(&engine->EngineSession());
   if (session != nullptr) {
-    m_line = std::make_unique<Line>(*this, *engine, *session);
+    m_line = std::make_unique<Line>(*engine, *session, std::move(written));
   }
 }
 

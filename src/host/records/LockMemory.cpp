@@ -55,7 +55,7 @@ QString LockMemory::CarryOver(adodb::Connection& connection, int before, int now
 
 void LockMemory::RequireNoneLost() const {
   if (!m_lost.isEmpty()) {
-    throw automation::Error(adodb::DatabaseLocked, lost);
+    throw automation::Error(adodb::TransactionLost, lost);
   }
 }
 

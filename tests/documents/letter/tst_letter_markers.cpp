@@ -10,7 +10,6 @@
 using namespace Qt::StringLiterals;
 
 using documents::Marker;
-using documents::MarkerValues;
 
 namespace {
 
@@ -35,10 +34,11 @@ QString Shown(const QTextDocument& letter) {
   return paragraphs.join(u'|');
 }
 
-MarkerValues Values(const QString& name, const QString& postcode) {
-  MarkerValues values;
-  values[int(Marker::FirstName)] = name;
-  values[int(Marker::Postcode)] = postcode;
+QStringList Values(const QList<documents::MarkerPlace>& places, const QString& name, const QString& postcode = {}) {
+  QStringList values;
+  for (const documents::MarkerPlace& place : places) {
+    values.append(place.marker == Marker::FirstName ? name : postcode);
+  }
   return values;
 }
 
@@ -98,7 +98,7 @@ void tst_letter_markers::Filled() {
   const documents::LetterMarkers markers = documents::FindMarkers(letter);
   QCOMPARE(markers.faults, QStringList());
   const std::unique_ptr<QTextDocument> copy(letter.clone());
-  documents::FillMarkers(*copy, markers.places, Values(name, u"28"_s));
+  documents::FillMarkers(*copy, markers.places, Values(markers.places, name, u"28"_s));
   QTEST(Shown(*copy), "expected");
   QTextDocument again;
   rtf::Read(rtf::Write(*copy), again);
@@ -107,10 +107,10 @@ void tst_letter_markers::Filled() {
 
 void tst_letter_markers::EveryMarker() {
   QString text;
-  MarkerValues values;
+  QStringList values;
   for (int i = 0; i < documents::markerCount; ++i) {
     text += documents::TextOf(Marker(i)) + u'|';
-    values[static_cast<std::size_t>(i)] = QString::number(i);
+    values.append(QString::number(i));
   }
   QTextDocument letter;
   letter.setPlainText(text);
@@ -157,7 +157,8 @@ void tst_letter_markers::FormatsStay() {
   QTextDocument letter;
   rtf::Read(Letter("\\pard\\ql a\\par\\qr [Nombre]\\par\\qc\\fs40 \\par\\pard\\qj\\fs24 c [Nombre]\\par\\ql d"),
             letter);
-  documents::FillMarkers(letter, documents::FindMarkers(letter).places, {});
+  const QList<documents::MarkerPlace> places = documents::FindMarkers(letter).places;
+  documents::FillMarkers(letter, places, Values(places, {}));
   QCOMPARE(Shown(letter), u"a||c|d"_s);
   QList<Qt::Alignment> alignments;
   for (QTextBlock block = letter.begin(); block.isValid(); block = block.next()) {
