@@ -195,7 +195,7 @@ class tst_letter_tables : public QObject {
     } else if (key == u'=') {
       letters::Align(letter, Qt::AlignJustify);
     } else if (key == u'.') {
-      letters::ToggleBullets(letter);
+      letters::ToggleList(letter, letters::ListKind::Bullets);
     } else {
       QTest::keyClicks(&letter, key);
     }

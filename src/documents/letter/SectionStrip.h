@@ -4,8 +4,6 @@
 #include "documents/letter/HalfPoints.h"
 
 #include <QByteArray>
-#include <QList>
-#include <QTextCursor>
 
 #include <memory>
 
@@ -32,19 +30,9 @@ class KELDOCUMENTOS_EXPORT SectionStrip {
   void Paint(QPainter& painter, int page, int pages, double room);
 
  private:
-  enum class Field { Page, Pages };
-  struct Place {
-    QTextCursor start;
-    int length = 0;
-    Field field = Field::Page;
-  };
-
-  void FindFields();
-
   HalfPointDevice m_device;
   std::unique_ptr<QTextDocument> m_text;
   bool m_isTooLong = false;
-  QList<Place> m_fields;
 };
 
 }  // namespace documents

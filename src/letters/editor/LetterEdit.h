@@ -47,6 +47,11 @@ class LetterEdit : public QTextEdit {
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
+  /// Inserts the picture of a file in place of the selection, no wider than the text. Why it could not, for the user;
+  /// empty when it did.
+  QString InsertPicture(const QByteArray& file);
+  /// Inserts a field that is the number of its page on paper.
+  void InsertPageNumber();
   /// Replaces the whole letter, as one step of undo. Refuses what would only be shown for reading.
   rtf::Report ReplaceAll(const QByteArray& content);
 
@@ -94,6 +99,8 @@ class LetterEdit : public QTextEdit {
   void LeaveByTab(bool forward);
   void PasteRich(const QByteArray& content);
   void PasteText(const QString& text);
+  void PasteImage(const QImage& image);
+  int TextTwips() const;
 
   documents::HalfPointDevice m_device;
   /// What is stored, of a letter that is shown for reading.

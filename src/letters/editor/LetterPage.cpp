@@ -94,6 +94,7 @@ void LetterPage::Place(const Margins& margins) {
   m_horizontal->setMaximum(std::max(m_horizontal->maximum(), firstScroll.count));
   m_horizontal->setValue(firstScroll.count);
   MovePage();
+  Q_EMIT MarginsChanged();
 }
 
 void LetterPage::SetLeftMargin(const Margins& margins) {
@@ -113,6 +114,7 @@ void LetterPage::SetWidth(Twips width, const Margins& margins) {
   }
   PutLetter();
   Fit();
+  Q_EMIT MarginsChanged();
 }
 
 void LetterPage::OnHeightChanged(Twips height) {

@@ -26,6 +26,7 @@ class LetterPage : public QFrame {
 
   LetterEdit* Letter() const { return m_letter; }
   const documents::Paper& Paper() const { return m_paper; }
+  const Margins& CurrentMargins() const { return m_margins; }
 
   /// Places the page of a letter that was loaded; it becomes the place that the scroll bars count from.
   void Place(const Margins& margins);
@@ -43,6 +44,7 @@ class LetterPage : public QFrame {
 
  Q_SIGNALS:
   void ZoomChanged();
+  void MarginsChanged();
 
  protected:
   bool event(QEvent* event) override;
