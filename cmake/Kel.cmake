@@ -70,6 +70,8 @@ function(kel_shared target folder)
   set(exports ${CMAKE_BINARY_DIR}/exports)
   add_library(${inside} OBJECT ${ARGN})
   add_library(${target} SHARED $<TARGET_OBJECTS:${inside}>)
+  # What moc makes of the published headers is among the objects already.
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF)
   generate_export_header(${target} EXPORT_FILE_NAME ${exports}/${folder}/Export.h)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${exports} FILES ${exports}/${folder}/Export.h)
   set_target_properties(${inside} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
@@ -98,11 +100,13 @@ function(kel_program target)
   kel_precompiled(${target})
 endfunction()
 
-# kel_tests(<program> TESTS <classes...> LIBS <libraries...> [SOURCES <more sources...>] [ON_SERVER <classes...>]): one Qt Test
-# program for a folder, <class>.cpp each, run offscreen, class by class; those of ON_SERVER (too, or only) with their
-# databases on a server.
+# kel_tests(<program> TESTS <classes...> LIBS <libraries...> [SOURCES <more sources...>] [ON_SERVER <classes...>]
+# [ON_BOTH <classes...>]): one Qt Test program for a folder, <class>.cpp each, run offscreen, class by class; those of
+# ON_SERVER (too, or only) with their databases on a server, those of ON_BOTH with files and on a server.
 function(kel_tests program)
-  cmake_parse_arguments(ARG "" "" "TESTS;LIBS;SOURCES;ON_SERVER" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "TESTS;LIBS;SOURCES;ON_SERVER;ON_BOTH" ${ARGN})
+  list(APPEND ARG_TESTS ${ARG_ON_BOTH})
+  list(APPEND ARG_ON_SERVER ${ARG_ON_BOTH})
   set(sources ${ARG_TESTS} ${ARG_ON_SERVER})
   list(REMOVE_DUPLICATES sources)
   list(TRANSFORM sources APPEND .cpp)

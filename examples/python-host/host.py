@@ -165,6 +165,8 @@ def type_a_country():
     dialog.findChild(QAbstractButton, "cmdPais_0").click()
 
 
+if len(sys.argv) < 2:
+    sys.exit("Uso: host.py BIBLIOTECA [--demostrar]\nBIBLIOTECA: libkel-python.so, el puente que hace bridge.cpp")
 application = QApplication(sys.argv)
 services = Services()
 try:

@@ -67,13 +67,13 @@ automation::Error PasswordRefused() {
 }  // namespace
 
 ConnectionString::ConnectionString(const QString& text) {
+  qsizetype position = 0;
   if (text.startsWith(u"postgresql://"_s) || text.startsWith(u"postgres://"_s)) {
-    TakeAddress(text);
-    CheckParts();
-    return;
+    const qsizetype end = text.indexOf(u';');
+    TakeAddress(text.left(end));
+    position = end < 0 ? text.size() : end;
   }
   QSet<QString> seen;
-  qsizetype position = 0;
   while (position < text.size()) {
     SkipBlanks(text, position);
     if (position >= text.size() || text[position] == u';') {

@@ -23,9 +23,9 @@ class ConnectionString {
     bool operator==(const ServerPlace&) const = default;
   };
 
-  /// Raises InvalidConnectionString for a text that is neither `postgresql://...` nor made of `key=value` pairs, a
-  /// repeated key, a key that the library or the engine does not know, a quote that never ends, and for a password,
-  /// which would be seen in lists of processes.
+  /// Raises InvalidConnectionString for a text that neither begins with `postgresql://...` nor is made of `key=value`
+  /// pairs, a repeated key, a key that the library or the engine does not know, a quote that never ends, and for a
+  /// password, which would be seen in lists of processes.
   explicit ConnectionString(const QString& text);
 
   const QString& Engine() const { return m_engine; }

@@ -19,9 +19,9 @@
 ///   - `Servidor`, `Puerto`, `Base`, `Usuario`, or `Servicio` (an entry of the service file of the server's library),
 ///   for
 ///     `postgres`; a folder as `Servidor` is that of a local socket. Left out, they are what that library takes: its
-///     variables, the user's own name. `postgresql://usuario@servidor:puerto/base` stands for a whole connection
-///     string. A password in either is refused; it belongs into `~/.pgpass`. Beyond this machine the line must be
-///     encrypted.
+///     variables, the user's own name. `postgresql://usuario@servidor:puerto/base` stands for all of them, and
+///     further keys may follow. A password in either is refused; it belongs into `~/.pgpass`. Beyond this machine the
+///     line must be encrypted.
 ///   - `Acceso`   `escritura` (the default) or `lectura`: nothing may be written
 ///   - `Espera`   milliseconds to wait for another program's lock, 0 to 600000; 5000 when left out
 /// A value with ';', '=', blanks at its ends or quotes stands between double or single quotes, the quote itself

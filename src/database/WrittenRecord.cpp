@@ -4,6 +4,7 @@
 #include "database/dialect/Lexer.h"
 #include "database/dialect/Literal.h"
 #include "database/dialect/StatementParser.h"
+#include "database/engine/EngineBeneath.h"
 #include "database/engine/EngineConnection.h"
 
 #include <cmath>
@@ -43,12 +44,20 @@ std::optional<WrittenRecord> WrittenBy(const QString& statement) {
     return std::nullopt;
   }
   TokenReader reader(lexer.Tokens(), statement);
-  const Effect effect = EffectOf(Schema::Current(), StatementParser(reader).Parse());
+  const Statement parsed = StatementParser(reader).Parse();
+  const Effect effect = EffectOf(Schema::Current(), parsed);
   if (effect.kind == Effect::Kind::None) {
     return std::nullopt;
   }
-  WrittenRecord written{KindOf(effect.kind), effect.writtenTable->name, std::nullopt, effect.makesKey,
-                        TextOf(effect.condition, statement, lexer.Tokens()).toString()};
+  WrittenRecord written{KindOf(effect.kind),
+                        effect.writtenTable->name,
+                        std::nullopt,
+                        effect.makesKey,
+                        TextOf(effect.condition, statement, lexer.Tokens()).toString(),
+                        QStringList()};
+  for (const Assignment& assignment : parsed.assignments) {
+    written.columns.append(assignment.column.toString());
+  }
   if (effect.givenKey) {
     const Token& literal = lexer.Literals()[static_cast<std::size_t>(effect.givenKey->literal)];
     written.key = KeyOf(literal, effect.givenKey->negated);
@@ -56,8 +65,8 @@ std::optional<WrittenRecord> WrittenBy(const QString& statement) {
   return written;
 }
 
-std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table) {
-  const auto* engine = dynamic_cast<const EngineConnection*>(&connection);
+std::optional<qint64> NewKeyOf(adodb::Connection& connection, const QString& table) {
+  const EngineConnection* engine = EngineBeneath(connection);
   const Table* written = Schema::Current().FindTable(table);
   return engine == nullptr || written == nullptr ? std::nullopt : engine->NewKeyOf(*written);
 }

@@ -4,6 +4,7 @@
 #include "platform/adodb/Connection.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -21,6 +22,7 @@ struct WrittenRecord {
   std::optional<qint64> key;
   bool makesKey = false;  ///< An INSERT of one row that leaves its key to the engine; see NewKeyOf.
   QString condition;      ///< What stands behind WHERE, as it is written; empty without one.
+  QStringList columns;    ///< What an UPDATE sets, as it is written.
 };
 
 /// Nothing for a SELECT, of which nothing more is read. Of any other raises what an execution of the statement would
@@ -29,6 +31,6 @@ KELDATOS_EXPORT std::optional<WrittenRecord> WrittenBy(const QString& statement)
 
 /// The key that the engine gave to the row of the connection's last INSERT into the table; nothing for a connection
 /// that is not of this library, and when the connection remembers none (see CreateConnection).
-KELDATOS_EXPORT std::optional<qint64> NewKeyOf(const adodb::Connection& connection, const QString& table);
+KELDATOS_EXPORT std::optional<qint64> NewKeyOf(adodb::Connection& connection, const QString& table);
 
 }  // namespace database

@@ -1,3 +1,4 @@
+#include "database/Schema.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
@@ -26,7 +27,9 @@ class tst_dialect : public QObject {
   void LongLists();
   void TextsAreKept_data();
   void TextsAreKept();
+  void LongTextsFit();
   void Labels();
+  void TypesOfValues();
 
  private:
   std::unique_ptr<TestDatabase> m_database;
@@ -106,7 +109,17 @@ void tst_dialect::Statements_data() {
       "35|España/28|Madrid");
   Row("another position in GROUP BY",
       "SELECT Linea1, COUNT(*) FROM Cabeceras GROUP BY 1 ;; SELECT Linea1, COUNT(*) FROM Cabeceras GROUP BY 3",
-      "error -2147217843");
+      "error -2147217900");
+  Row("groups of an expression with values in it",
+      "SELECT LEFT(Nombre, 1) & '-', COUNT(*) FROM Provincias WHERE IDProvincia<30 GROUP BY LEFT(Nombre, 1) & '-' "
+      "HAVING LEFT(Nombre, 1) & '-'<>'A-' AND COUNT(*)>1 ORDER BY COUNT(*) DESC, LEFT(Nombre, 1) & '-'",
+      "C-|6/G-|4/L-|4/B-|3/Á-|2/H-|2/M-|2");
+  Row("groups of one shape with other values",
+      "SELECT MAX(IDProvincia), LEFT(Prefijo, 1) FROM Provincias GROUP BY LEFT(Prefijo, 1) ;; "
+      "SELECT MAX(IDProvincia), LEFT(Prefijo, 2) FROM Provincias GROUP BY LEFT(Prefijo, 1)",
+      "error -2147217900");
+  Row("distinct in the order of an expression",
+      "SELECT DISTINCT IDPais MOD 3 FROM Paises WHERE IDPais<>3 ORDER BY IDPais MOD 3 DESC", "2/1/0");
   Row("another number of rows",
       "SELECT TOP 2 IDProvincia FROM Provincias ORDER BY IDProvincia ;; "
       "SELECT TOP 3 IDProvincia FROM Provincias ORDER BY IDProvincia",
@@ -261,6 +274,10 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.Importe", "NumeroEjemplares * 0.00005", "0");
   row("Suscripciones.Importe", "NumeroEjemplares * 0.00015", "0,0002");
   row("Suscripciones.Importe", "1E999", "error 6");
+  row("Suscripciones.Importe", "'9,0071992547409E9'", "9007199254,7409");
+  row("Suscripciones.Importe", "-250E-6", "-0,0002");
+  row("Suscripciones.Importe", "25000000000000000001E-20", "0,25");
+  row("Suscripciones.Importe", "1E-999", "0");
   row("Suscripciones.Importe", "NULL", "error -2147217873");
   row("Suscripciones.NumeroEjemplares", "'2,5'", "2");
   row("Suscripciones.NumeroEjemplares", "3.5", "4");
@@ -324,6 +341,14 @@ void tst_dialect::Refusals_data() {
   row("SELECT Nombre FROM Paises -- WHERE 1=1", SyntaxError);
   row("SELECT Nombre FROM Paises, Paises", SyntaxError);
   row("SELECT UCASE(Nombre, 1) FROM Paises", SyntaxError);
+  row("SELECT Nombre, COUNT(*) FROM Paises", SyntaxError);
+  row("SELECT * FROM Provincias GROUP BY IDProvincia", SyntaxError);
+  row("SELECT CodPais FROM Provincias GROUP BY CodPais HAVING Nombre='a'", SyntaxError);
+  row("SELECT CodPais FROM Provincias GROUP BY CodPais ORDER BY Nombre", SyntaxError);
+  row("SELECT CodPais FROM Provincias WHERE COUNT(*)>1", SyntaxError);
+  row("SELECT MAX(COUNT(*)) FROM Provincias", SyntaxError);
+  row("SELECT DISTINCT Nombre FROM Provincias ORDER BY Prefijo", SyntaxError);
+  row("SELECT Nombre FROM Provincias ORDER BY 2", SyntaxError);
   row("SELECT IDPais FROM Paises WHERE IDPais='abc'", automation::TypeMismatch);
   row("SELECT IDPais FROM Paises WHERE IDPais=''", automation::TypeMismatch);
   row("SELECT IDPais FROM Paises WHERE IDPais*'x'=3", automation::TypeMismatch);
@@ -386,6 +411,43 @@ void tst_dialect::TextsAreKept() {
   }
 }
 
+// But for the texts of unique indexes and of those over several, where a server says which column it is.
+void tst_dialect::LongTextsFit() {
+  adodb::Connection& connection = m_database->Connection();
+  QString longText;
+  for (int i = 0; longText.size() < 200000; ++i) {
+    longText += QChar(0x4E00 + (i * 7919) % 20000);
+  }
+  QStringList refused;
+  for (const database::Table& table : database::Schema::Current().Tables()) {
+    for (const database::Column& column : table.columns) {
+      if (database::IsNumericType(column.type)) {
+        continue;
+      }
+      const QString name = table.name + u'.' + column.name;
+      try {
+        adodb::Execute(connection, u"INSERT INTO {} ({}) VALUES('{}')", Verbatim{table.name}, Verbatim{column.name},
+                       longText);
+        const auto found = adodb::Execute(connection, u"SELECT {1} FROM {0} WHERE {1}='{2}'", Verbatim{table.name},
+                                          Verbatim{column.name}, longText);
+        QVERIFY2(!found->AtEnd() && found->Field(0).toString() == longText, qUtf8Printable(name));
+        found->Close();
+        adodb::Execute(connection, u"DELETE FROM {} WHERE {}='{}'", Verbatim{table.name}, Verbatim{column.name},
+                       longText);
+      } catch (const automation::Error& error) {
+        QCOMPARE(error.Number(), int(adodb::StatementTooBig));
+        QVERIFY2(error.Description().contains(u'(' + name + u')'), qUtf8Printable(error.Description()));
+        refused += name;
+      }
+    }
+  }
+  QCOMPARE(refused, m_database->Server() == nullptr
+                        ? QStringList()
+                        : QStringList({u"Bancos.Numero"_s, u"Colaboradores.Nombre"_s, u"Colaboradores.Apellido1"_s,
+                                       u"Colaboradores.Apellido2"_s, u"BloqueoRegistros.campoID"_s, u"Cambios.Tabla"_s,
+                                       u"Ajustes.Nombre"_s}));
+}
+
 void tst_dialect::Labels() {
   const auto recordset = m_database->Connection().Execute(
       u"SELECT Provincias.codPAIS, MAX(IDProvincia) AS maxID, COUNT(*) FROM Provincias GROUP BY codpais"_s);
@@ -398,6 +460,28 @@ void tst_dialect::Labels() {
   const auto all = m_database->Connection().Execute(u"SELECT * FROM paises WHERE IDPAIS=35"_s);
   QCOMPARE(all->FieldName(1), u"Nombre"_s);
   QCOMPARE(all->Field(u"eliminado"), QVariant(false));
+}
+
+// Whatever computed them.
+void tst_dialect::TypesOfValues() {
+  adodb::Connection& connection = m_database->Connection();
+  connection.Execute(u"INSERT INTO Suscripciones(NumeroEjemplares,Importe) VALUES(4,8)"_s);
+  const auto values = connection.Execute(
+      u"SELECT NumeroEjemplares, NumeroEjemplares*2, NumeroEjemplares/2, NumeroEjemplares\\2, -NumeroEjemplares, "
+      "IDSuscripcion=1, Importe, Importe*2, ABS(Importe), NZ(Importe,0), ROUND(NumeroEjemplares), ROUND(Importe,1), "
+      "LEN('abc'), '7', 7, 7.0, 3000000000, Eliminado, FechaAlta, NULL, '2'*3, 1.5*2, '2,5'*2 FROM Suscripciones"_s);
+  const auto totals = connection.Execute(
+      u"SELECT COUNT(*), SUM(NumeroEjemplares), AVG(NumeroEjemplares), MAX(Importe), SUM(Importe), AVG(Importe), "
+      "SUM(Importe*2), MIN(Eliminado) FROM Suscripciones"_s);
+  QStringList types;
+  for (adodb::Recordset* rows : {values.get(), totals.get()}) {
+    for (int i = 0; i < rows->FieldCount(); ++i) {
+      types += QString::fromLatin1(rows->Field(i).typeName());
+    }
+  }
+  QCOMPARE(types.join(u' '),
+           u"int int double int int bool double double double double double double int QString int double qlonglong bool "
+           "std::nullptr_t std::nullptr_t int double double int int double double double double double int"_s);
 }
 
 KEL_TEST(tst_dialect);

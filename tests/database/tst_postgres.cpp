@@ -36,7 +36,6 @@ class tst_postgres : public QObject {
   void TheClockMissesNoLateCommit();
   void KeysGoOnBehindGivenOnes();
   void RowsComeInTheOrderOfTheirKeys();
-  void LongTextsFit();
   void ProgramsPrepareOneDatabase();
   void ForeignAndNewerDatabasesAreRefused();
   void ConnectingFailsClearly_data();
@@ -290,21 +289,6 @@ void tst_postgres::RowsComeInTheOrderOfTheirKeys() {
   QCOMPARE(
       Outcome(connection, u"SELECT IDProvincia FROM Provincias WHERE IDProvincia IN (4,5) ORDER BY Prefijo DESC"_s),
       u"4/5"_s);
-}
-
-void tst_postgres::LongTextsFit() {
-  adodb::Connection& connection = m_database->Connection();
-  QString longText;
-  for (int i = 0; longText.size() < 200000; ++i) {
-    longText += QChar(0x4E00 + (i * 7919) % 20000);
-  }
-  connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
-  adodb::Execute(connection, u"UPDATE Bancos SET Nombre='{}'", longText);
-  QCOMPARE(Outcome(connection, adodb::StatementText(u"SELECT LEN(Nombre) FROM Bancos WHERE Nombre='{}'", longText)),
-           u"200000"_s);
-  const QString message = MessageOf(connection, adodb::StatementText(u"UPDATE Bancos SET Numero='{}'", longText));
-  QVERIFY2(message.startsWith(QString::number(adodb::StatementTooBig)) && message.contains(u"(Bancos.Numero)"_s),
-           qUtf8Printable(message));
 }
 
 void tst_postgres::ProgramsPrepareOneDatabase() {

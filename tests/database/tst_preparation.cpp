@@ -166,7 +166,9 @@ void tst_preparation::AnOlderOneIsMigrated() {
     database::CreateTables(old, schema, version);
     old.Run(
         "INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID) VALUES (1, 'IDPais', 5);"
-        "INSERT INTO configuracion (Tipo) VALUES (1)");
+        "INSERT INTO configuracion (Tipo) VALUES (1);"
+        "INSERT INTO Encabezados (Nombre) VALUES ('Estimado amigo, estimada amiga:'), ('Hola:');"
+        "INSERT INTO Provincias (Nombre) VALUES ('Álava'); INSERT INTO ComunidadAutonoma (IDComunidad) VALUES (16)");
   }
   QCOMPARE(ErrorOf([&] { database::CreateConnection(Text())->Open(); }), int(adodb::OlderDatabase));
   QCOMPARE(Prepare(), 0);
@@ -175,6 +177,11 @@ void tst_preparation::AnOlderOneIsMigrated() {
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM BloqueoRegistros"_s), version == 1 ? u"0"_s : u"1"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT LEN(Identidad) FROM configuracion"_s), u"36"_s);
   QCOMPARE(RowsOf(Text(), u"SELECT COUNT(*) FROM Paises"_s), u"0"_s);
+  const bool isOld = version < 6;
+  QCOMPARE(RowsOf(Text(), u"SELECT Nombre FROM Encabezados"_s),
+           isOld ? u"Estimado/a amigo/a:/Hola:"_s : u"Estimado amigo, estimada amiga:/Hola:"_s);
+  QCOMPARE(RowsOf(Text(), u"SELECT codProvincia, CodComunidad FROM ProvinciasComunidades"_s),
+           isOld ? u"1|16"_s : u""_s);
   // A migrated file has the same tables as a new one.
   TestDatabase fresh;
   const QByteArray columns =

@@ -69,6 +69,8 @@ void tst_command_line::Understood_data() {
   QTest::newRow("restore") << u"restaurar|a.db|--archivo|x|--crear"_s
                            << Row(Command::Restore, "archivo=x copia=a.db crear=1");
   QTest::newRow("check") << u"comprobar"_s << Row(Command::Check);
+  QTest::newRow("prepare a server") << u"preparar|--base=postgresql://a/b"_s
+                                    << Row(Command::SetUp, "base=postgresql://a/b");
   QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
   QTest::newRow("help wins") << u"abrir|--ayuda"_s << Row(Command::Help);
 }
@@ -87,6 +89,7 @@ void tst_command_line::Refused_data() {
   QTest::newRow("one dash alone") << u"-"_s << u"«-»"_s;
   QTest::newRow("no name for the copy") << u"copia"_s << u"copia ARCHIVO"_s;
   QTest::newRow("no copy to restore") << u"restaurar|--crear"_s << u"restaurar COPIA"_s;
+  QTest::newRow("nothing to prepare") << u"preparar"_s << u"--base postgresql://"_s;
   QTest::newRow("too much to check") << u"comprobar|x"_s << u"«x»"_s;
   QTest::newRow("unknown command") << u"cerrar"_s << u"«cerrar»"_s;
   QTest::newRow("value missing") << u"--archivo"_s << u"Falta el valor"_s;

@@ -4,6 +4,7 @@
 #include "support/TestProgram.h"
 
 #include "host/desktop/Strip.h"
+#include "host/records/HeldRecords.h"
 #include "host/records/RecordReader.h"
 #include "platform/contract/cConstNodo.h"
 
@@ -68,6 +69,7 @@ class tst_two_people : public QObject {
   void AHeldRecordIsLookedAt();
   void SavedBelowADeletedRecord();
   void SavedIntoADeletedRecord();
+  void ALockThatSomebodyReleased();
 };
 
 void tst_two_people::ADeletedRecordIsNotOpened() {
@@ -222,6 +224,42 @@ void tst_two_people::SavedIntoADeletedRecord() {
   QCOMPARE(Strips(desktop).size(), 1);
   QVERIFY2(Strips(desktop)[0].contains(u"mientras usted tenía abierto su cuadro: sus cambios no se ven."_s),
            qPrintable(Strips(desktop)[0]));
+}
+
+void tst_two_people::ALockThatSomebodyReleased() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  desktop.ChooseNode(cConstNodo().Paises());
+  bool release = true;
+  const auto openAndSave = [&](bool save) {
+    FakeComponent::Register([&, save](adodb::Connection& connection, int id) {
+      if (release) {
+        const QList<host::HeldRecord> held = host::HeldRecords(lorenzo.Session());
+        QVERIFY(host::TakeLockFrom(lorenzo.Session(), held[0]));
+        QVERIFY(!host::TakeLockFrom(lorenzo.Session(), held[0]));
+      }
+      if (save) {
+        adodb::Execute(connection, u"UPDATE Paises SET Nombre='Nuevo' WHERE IDPais={}", id);
+      }
+    });
+    desktop.List().SelectRecord(36);
+    desktop.Action("actModify").trigger();
+    return Strips(desktop).join(u'\n');
+  };
+  const QString name = desktop.database.Query(u"SELECT Nombre FROM Paises WHERE IDPais=36").constFirst();
+  const QString told = u"Lorenzo soltó su bloqueo de «%1» hoy a las %2; %3 [Abrir el país] [Entendido]"_s;
+  QCOMPARE(openAndSave(false), told.arg(name, Now(), u"usted no ha guardado nada."_s));
+  QCOMPARE(openAndSave(true), told.arg(name, Now(), u"lo guardado después puede haber pisado lo de otra persona."_s));
+  // That was the other time.
+  Press(desktop, u"Entendido"_s);
+  release = false;
+  QCOMPARE(openAndSave(true), QString());
+  // Nor does it hide who deleted the record.
+  release = true;
+  lorenzo.Execute(u"UPDATE Paises SET Eliminado=-1 WHERE IDPais=36");
+  lorenzo.Session().Locks().Take(u"IDPais"_s, 36);
+  QVERIFY(host::TakeLockFrom(lorenzo.Session(), host::HeldRecords(lorenzo.Session())[0]));
+  QVERIFY2(openAndSave(true).startsWith(u"Lorenzo ha eliminado"_s), qPrintable(Strips(desktop).join(u'\n')));
 }
 
 KEL_TEST(tst_two_people);

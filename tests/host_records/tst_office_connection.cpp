@@ -99,13 +99,17 @@ void tst_office_connection::Notes_data() {
   row("UPDATE Provincias SET Prefijo='' WHERE CodPais=9999", "", 0);
   row("INSERT INTO Cabeceras(Nombre) SELECT Nombre FROM Paises WHERE IDPais<3", "several Cabeceras 0 «» 2", 2);
   row("INSERT INTO CartasModelo(Nombre,Contenido) VALUES('Carta','{\\rtf1 secreto}')",
-      "added CartasModelo 1 «Carta» 1 Nombre:>Carta Contenido:>15", 1);
+      "added CartasModelo 2 «Carta» 1 Nombre:>Carta Contenido:>15", 1);
+  row("UPDATE CartasModelo SET contenido='otra cara' WHERE IDCartaModelo=1",
+      "changed CartasModelo 1 «Vieja» 1 Contenido:9>9", 1);
+  row("UPDATE CartasModelo SET Nombre='Vieja' WHERE IDCartaModelo=1", "", 1);
   row("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'IDPais',35)", "", 1);
   row("SELECT Nombre FROM Paises WHERE IDPais=35", "", 0);
 }
 
 void tst_office_connection::Notes() {
   QFETCH(const QString, statement);
+  m_database->Execute(u"INSERT INTO CartasModelo(Nombre,Contenido) VALUES('Vieja','una carta')");
   m_office->Execute(statement);
   QTEST(NotesNow().join(u'/'), "note");
   QTEST(static_cast<int>(m_office->RecordsAffected()), "affected");

@@ -375,7 +375,7 @@ void tst_record_locks::LocksThatCannotBeJudgedStay() {
   Holder holder(m_database->ConnectionString(), 1);
   QCOMPARE(holder.Held(), QList<int>{1});
   holder.Kill();
-  m_database->Execute(u"UPDATE BloqueoRegistros SET {}", adodb::Verbatim{assignment});
+  m_database->Execute(u"UPDATE BloqueoRegistros SET Sesion=0, {}", adodb::Verbatim{assignment});
   QVERIFY(!user.Lock(1));
   QVERIFY(!user.Session().lastRefusal->Description().isEmpty());
 }

@@ -30,6 +30,15 @@ const QString contents[] = {
     u"{\\rtf1\\ansi antes\\par\\trowd\\cellx2000\\cellx4000\\intbl uno\\cell dos\\par tres\\cell\\row\\pard\\qj "
     u"detr\\'e1s "
     "de la tabla, en varias l\\'edneas de texto que se justifican\\par}"_s,
+    // Merged cells, a shaded one, lines between; a nested table with the empty paragraph that ends its cell.
+    u"{\\rtf1\\ansi{\\colortbl;\\red200\\green200\\blue0;}"
+    u"\\par\\trowd\\trgaph70\\clmgf\\clvmgf\\clbrdrt\\brdrs\\cellx1000\\clmrg\\cellx"
+    "2000\\clcbpat1\\clvertalc\\cellx4000\\pard\\intbl\\qj uno "
+    "dos\\cell\\cell\\cell\\row\\trowd\\clvmrg\\cellx2000\\cellx4000\\intbl"
+    "\\cell tres\\par cuatro\\cell\\row\\pard\\par cinco\\par}"_s,
+    u"{\\rtf1\\ansi antes\\par\\trowd\\cellx5000\\cellx9000\\pard\\intbl fuera\\par\\pard\\intbl\\itap2\\qj "
+    u"n1\\nestcell n2"
+    "\\nestcell{\\*\\nesttableprops\\trowd\\cellx2000\\cellx4000\\nestrow}{\\nonesttables\\par}\\pard\\intbl\\cell x\\cell\\row\\pard fin}"_s,
     u"{\\rtf1\\ansi{\\*\\bkmkstart x}uno {\\field{\\*\\fldinst DATE}{\\fldrslt hoy}} dos\\page tres\\par\\sect\\sectd "
     "cuatro\\par}"_s,
 };

@@ -27,14 +27,24 @@ QString Address(const QString& base) {
   return u"Motor=postgres;Servidor=%1;Usuario=postgres;Base=%2"_s.arg(Folder(), base);
 }
 
-void RunOn(const QString& base, const QString& sql) {
-  const QString address = u"host='%1' user=postgres dbname='%2'"_s.arg(Folder(), base);
-  const std::unique_ptr<PGconn, decltype(&PQfinish)> server(PQconnectdb(qUtf8Printable(address)), PQfinish);
-  const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(server.get(), qUtf8Printable(sql)), PQclear);
-  if (PQresultStatus(result.get()) != PGRES_COMMAND_OK && PQresultStatus(result.get()) != PGRES_TUPLES_OK) {
-    throw std::runtime_error(PQerrorMessage(server.get()));
+/// A line to a database, as its owner.
+class OwnersLine {
+ public:
+  explicit OwnersLine(const QString& base)
+      : m_server(PQconnectdb(qUtf8Printable(u"host='%1' user=postgres dbname='%2'"_s.arg(Folder(), base))), PQfinish) {}
+
+  /// The number of rows that come back.
+  int Run(const QString& sql) const {
+    const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(m_server.get(), qUtf8Printable(sql)), PQclear);
+    if (PQresultStatus(result.get()) != PGRES_COMMAND_OK && PQresultStatus(result.get()) != PGRES_TUPLES_OK) {
+      throw std::runtime_error(PQerrorMessage(m_server.get()));
+    }
+    return PQntuples(result.get());
   }
-}
+
+ private:
+  std::unique_ptr<PGconn, decltype(&PQfinish)> m_server;
+};
 
 QString NewName() {
   static int last = 0;
@@ -81,24 +91,40 @@ std::map<database::Content, QStringList>& FreeDatabases() {
   return names;
 }
 
-QString MakeDatabase(database::Content content) {
-  QString name = NewName();
-  RunOn(u"postgres"_s, u"CREATE DATABASE "_s + name);
-  database::PrepareDatabase(Address(name), content);
-  RunOn(name, memory);
+// The first program of a run prepares it, the others wait; it counts as a template when it is ready.
+QString Template(const OwnersLine& server, database::Content content) {
+  QString name = u"kel_template_%1"_s.arg(static_cast<int>(content));
+  server.Run(u"SELECT pg_advisory_lock(1)"_s);
+  if (server.Run(u"SELECT FROM pg_database WHERE datistemplate AND datname='%1'"_s.arg(name)) == 0) {
+    server.Run(u"DROP DATABASE IF EXISTS "_s + name);
+    server.Run(u"CREATE DATABASE "_s + name);
+    database::PrepareDatabase(Address(name), content);
+    OwnersLine(name).Run(memory);
+    server.Run(u"ALTER DATABASE %1 IS_TEMPLATE true"_s.arg(name));
+  }
+  server.Run(u"SELECT pg_advisory_unlock(1)"_s);
   return name;
 }
 
-// A statement that is still at work for a test that has ended would stand in the way of the reset.
+QString MakeDatabase(database::Content content) {
+  QString name = NewName();
+  const OwnersLine server(u"postgres"_s);
+  server.Run(u"CREATE DATABASE %1 TEMPLATE %2 STRATEGY file_copy"_s.arg(name, Template(server, content)));
+  return name;
+}
+
+// What is still at work for a test that has ended would stand in the way of the reset, and a presence in that of the
+// next test.
 QString TakeDatabase(database::Content content) {
   QStringList& names = FreeDatabases()[content];
   if (names.isEmpty()) {
     return MakeDatabase(content);
   }
   QString name = names.takeLast();
-  RunOn(name,
-        u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname=current_database() AND "
-        "pid<>pg_backend_pid(); SELECT kel_test.reset()"_s);
+  OwnersLine(name).Run(
+      u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname=current_database() AND "
+      "pid<>pg_backend_pid() AND (state<>'idle' OR pid IN (SELECT pid FROM pg_locks WHERE locktype='advisory')); "
+      "SELECT kel_test.reset()"_s);
   return name;
 }
 
@@ -123,7 +149,7 @@ QString ServerDatabase::ConnectionString() const {
 
 void ServerDatabase::Run(const QString& sql) const {
   m_isSpoiled = true;
-  RunOn(m_name, sql);
+  OwnersLine(m_name).Run(sql);
 }
 
 }  // namespace support

@@ -41,7 +41,7 @@ as_server "$bin/initdb" --no-sync -A trust -U postgres -E UTF8 --locale=C -D "$f
 }
 rm -f "$folder.log"
 as_server "$bin/pg_ctl" start -s -w -D "$folder/data" -l "$folder/data/log" -o "-k $folder -c listen_addresses= -c fsync=off \
-  -c full_page_writes=off -c synchronous_commit=off -c jit=off -c max_connections=200 -c autovacuum=off" </dev/null >/dev/null 2>&1 || {
+  -c full_page_writes=off -c synchronous_commit=off -c jit=off -c max_connections=200 -c autovacuum=off -c kel.gracia=0s" </dev/null >/dev/null 2>&1 || {
   cat "$folder/data/log" >&2
   exit 1
 }

@@ -14,6 +14,16 @@
 using namespace Qt::StringLiterals;
 
 namespace tour {
+namespace {
+
+// A letter fills pages; its beginning says which it is.
+QString FirstLine(const QString& text) {
+  constexpr qsizetype longest = 200;
+  const QString line = text.section(u'\n', 0, 0).trimmed().left(longest);
+  return line.size() < text.size() ? line + u" …"_s : line;
+}
+
+}  // namespace
 
 Tour::Tour(const QString& folder) : m_folder(folder) {
   QDir(folder).removeRecursively();
@@ -109,7 +119,7 @@ bool Tour::Report() const {
     }
     failed += result.problems.isEmpty() ? 0 : 1;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-      out << (i == 0 ? result.title : QString()).leftJustified(50, u' ', true) << " | " << lines[i] << '\n';
+      out << (i == 0 ? result.title : QString()).leftJustified(50, u' ', true) << " | " << FirstLine(lines[i]) << '\n';
     }
   }
   out << m_results.size() - failed << " pasos bien, " << failed << " con fallos. Imágenes en " << m_folder << '\n';

@@ -107,8 +107,9 @@ struct Statement {
   std::vector<Assignment> assignments;
   ExpressionPtr where;
   TokenRange condition;  ///< Of `where`.
-  /// A number that is a position (ORDER BY 2) belongs to the statement, not to its values.
-  bool hasPositions = false;
+  /// Some literals belong to the statement, not to its values: positions (ORDER BY 2), and what is in expressions that
+  /// rows are grouped by, which others must equal.
+  bool ownsLiterals = false;
 };
 
 }  // namespace database

@@ -78,22 +78,41 @@ bool RoundsUp(std::string_view rest, qint64 scaled) {
   return rest.find_first_not_of('0', 1) != std::string_view::npos || scaled % 2 != 0;
 }
 
-// Digits with a point, perhaps, and a minus in front: the amount is exact up to its limits. With an exponent it is what
-// the binary number is.
-EngineValue ToMoney(QByteArrayView number, QStringView written, const QString& column) {
-  std::string_view digits(number.data(), static_cast<std::size_t>(number.size()));
-  const bool negative = digits.starts_with('-');
-  digits.remove_prefix(negative ? 1 : 0);
-  if (digits.find_first_not_of("0123456789.") != std::string_view::npos) {
-    return ToMoney(ReadDouble(number, written, column), written, column);
+/// The digits of a number, and how many of them stand in front of its point.
+struct PlainNumber {
+  std::string digits;
+  std::ptrdiff_t point = 0;
+};
+
+// An exponent moves the point, no further than counts for an amount.
+PlainNumber ReadPlain(std::string_view number) {
+  constexpr std::ptrdiff_t farAway = 100;
+  const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+  PlainNumber plain{std::string(number.substr(0, mark))};
+  plain.point = static_cast<std::ptrdiff_t>(std::min(plain.digits.find('.'), mark));
+  std::erase(plain.digits, '.');
+  if (mark < number.size()) {
+    const std::string_view exponent = number.substr(number.find_first_not_of('+', mark + 1));
+    const std::ptrdiff_t most = std::ssize(plain.digits) + farAway;
+    std::ptrdiff_t moved = exponent.starts_with('-') ? -most : most;
+    std::from_chars(exponent.data(), exponent.data() + exponent.size(), moved);
+    plain.point += std::clamp(moved, -most, most);
   }
-  const std::size_t point = std::min(digits.find('.'), digits.size());
-  std::string decimals(digits.substr(std::min(point + 1, digits.size())));
-  decimals.resize(std::max<std::size_t>(decimals.size(), moneyDecimals), '0');
-  const std::string all = std::string(digits.substr(0, point)) + decimals.substr(0, moneyDecimals);
+  return plain;
+}
+
+// The amount is exact up to its limits.
+EngineValue ToMoney(QByteArrayView number, QStringView written, const QString& column) {
+  const bool negative = number.startsWith('-');
+  PlainNumber plain =
+      ReadPlain(std::string_view(number.data(), static_cast<std::size_t>(number.size())).substr(negative ? 1 : 0));
+  const std::ptrdiff_t missing = std::max<std::ptrdiff_t>(1 - plain.point - moneyDecimals, 0);
+  plain.digits.insert(0, static_cast<std::size_t>(missing), '0');
+  const auto kept = static_cast<std::size_t>(plain.point + moneyDecimals + missing);
+  plain.digits.resize(std::max(plain.digits.size(), kept), '0');
   qint64 scaled = 0;
-  const auto [end, error] = std::from_chars(all.data(), all.data() + all.size(), scaled);
-  const bool up = error == std::errc() && RoundsUp(std::string_view(decimals).substr(moneyDecimals), scaled);
+  const auto [end, error] = std::from_chars(plain.digits.data(), plain.digits.data() + kept, scaled);
+  const bool up = error == std::errc() && RoundsUp(std::string_view(plain.digits).substr(kept), scaled);
   if (error != std::errc() || __builtin_add_overflow(scaled, up ? 1 : 0, &scaled)) {
     throw NumberTooBig(written, column);
   }

@@ -1,6 +1,7 @@
 #include "database/dialect/StatementParser.h"
 
 #include "database/Errors.h"
+#include "database/dialect/Grouping.h"
 
 #include <utility>
 
@@ -179,7 +180,7 @@ void StatementParser::ParseGroup(Select& select) {
     m_reader.ExpectWord(u"BY");
     do {
       select.groupBy.push_back(ParseExpression());
-      NotePosition(*select.groupBy.back());
+      NoteLiterals(*select.groupBy.back());
     } while (m_reader.TakeSymbol(u","));
   }
   if (m_reader.TakeWord(u"HAVING")) {
@@ -195,7 +196,9 @@ void StatementParser::ParseOrder(Select& select) {
   do {
     OrderItem item;
     item.expression = ParseExpression();
-    NotePosition(*item.expression);
+    if (item.expression->kind == ExpressionKind::Literal || select.distinct || IsGrouped(select)) {
+      NoteLiterals(*item.expression);
+    }
     item.descending = m_reader.TakeWord(u"DESC");
     if (!item.descending) {
       m_reader.TakeWord(u"ASC");
@@ -204,9 +207,10 @@ void StatementParser::ParseOrder(Select& select) {
   } while (m_reader.TakeSymbol(u","));
 }
 
-void StatementParser::NotePosition(const Expression& expression) {
-  if (expression.kind == ExpressionKind::Literal) {
-    m_statement.hasPositions = true;
+void StatementParser::NoteLiterals(const Expression& expression) {
+  m_statement.ownsLiterals = m_statement.ownsLiterals || expression.kind == ExpressionKind::Literal;
+  for (const ExpressionPtr& operand : expression.operands) {
+    NoteLiterals(*operand);
   }
 }
 

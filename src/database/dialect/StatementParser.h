@@ -25,7 +25,7 @@ class StatementParser : private ExpressionParser {
   ExpressionPtr ParseWhere(TokenRange& condition);
   void ParseOrder(Select& select);
   void ParseGroup(Select& select);
-  void NotePosition(const Expression& expression);
+  void NoteLiterals(const Expression& expression);
 
   void ParseInsert();
   std::vector<ExpressionPtr> ParseRow();

@@ -1,9 +1,11 @@
 #include "database/dialect/StatementWriter.h"
 
 #include "database/Errors.h"
+#include "database/dialect/Grouping.h"
 #include "database/dialect/StatementParser.h"
 
-#include <algorithm>
+#include <map>
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -23,24 +25,6 @@ automation::Error WrongCount() {
                            "número de columnas."_s);
 }
 
-bool HasAggregate(const Expression& expression) {
-  if (expression.kind == ExpressionKind::Call) {
-    const Function* function = FindFunction(expression.name, std::ssize(expression.operands));
-    if (expression.star || (function != nullptr && function->isAggregate)) {
-      return true;
-    }
-  }
-  return std::any_of(expression.operands.begin(), expression.operands.end(),
-                     [](const ExpressionPtr& operand) { return HasAggregate(*operand); });
-}
-
-// A select whose rows are one, of all that it reads.
-bool IsAggregated(const Select& select) {
-  return select.having != nullptr || std::any_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
-           return item.expression != nullptr && HasAggregate(*item.expression);
-         });
-}
-
 // A union of selects without duplicates whose order nobody asked for.
 bool IsStreamableUnion(const Select& select) {
   if (select.next == nullptr || !select.orderBy.empty()) {
@@ -54,35 +38,71 @@ bool IsStreamableUnion(const Select& select) {
   return true;
 }
 
+/// The bindings of a plan in the order of its text. Where they are shared, equal literals are one parameter, so that
+/// equal expressions are equal to the engine, too.
+class Parameters {
+ public:
+  Parameters(Plan& plan, const std::vector<Token>& tokens, bool areShared) : m_plan(plan), m_areShared(areShared) {
+    for (const Token& token : tokens) {
+      if (areShared && token.literal >= 0) {
+        m_literals.push_back(token);
+      }
+    }
+  }
+
+  std::size_t NumberOf(const Binding& binding) {
+    const std::size_t next = m_plan.bindings.size() + 1;
+    if (m_areShared) {
+      const Token& literal = m_literals[static_cast<std::size_t>(binding.literal)];
+      const auto [known, isNew] = m_numbers.try_emplace(
+          Key(literal.kind, literal.text, binding.negated, binding.conversion, binding.kind, binding.column), next);
+      if (!isNew) {
+        return known->second;
+      }
+    }
+    m_plan.bindings.push_back(binding);
+    return next;
+  }
+
+ private:
+  using Key = std::tuple<TokenKind, QStringView, bool, Conversion, ParameterKind, const Column*>;
+
+  Plan& m_plan;
+  bool m_areShared;
+  std::vector<Token> m_literals;
+  std::map<Key, std::size_t> m_numbers;
+};
+
 }  // namespace
 
-Plan StatementWriter::Write(const Statement& statement) {
+Plan StatementWriter::Write(const Statement& statement, const std::vector<Token>& tokens) {
   Plan plan;
-  plan.fitsShape = !statement.hasPositions;
+  plan.fitsShape = !statement.ownsLiterals;
   plan.effect = EffectOf(m_schema, statement);
   plan.returnsRows = statement.kind == StatementKind::Select;
   switch (statement.kind) {
     case StatementKind::Select: {
       Output output;
-      Finish(plan, WriteSelect(*statement.select, nullptr, output));
+      Finish(plan, tokens, WriteSelect(*statement.select, nullptr, output));
       plan.columns = std::move(output.columns);
       break;
     }
     case StatementKind::Insert:
-      Finish(plan, WriteInsert(statement));
+      Finish(plan, tokens, WriteInsert(statement));
       break;
     case StatementKind::Update:
-      Finish(plan, WriteUpdate(statement));
+      Finish(plan, tokens, WriteUpdate(statement));
       break;
     case StatementKind::Delete:
-      Finish(plan, WriteDelete(statement));
+      Finish(plan, tokens, WriteDelete(statement));
       break;
   }
   return plan;
 }
 
-void StatementWriter::Finish(Plan& plan, const SqlText& sql) const {
+void StatementWriter::Finish(Plan& plan, const std::vector<Token>& tokens, const SqlText& sql) const {
   constexpr qsizetype parameterLength = 2;
+  Parameters parameters(plan, tokens, m_target.NumbersParameters() && !plan.fitsShape);
   QString text;
   text.reserve(sql.Text().size() + std::ssize(sql.Places()) * parameterLength);
   plan.bindings.reserve(sql.Places().size());
@@ -90,8 +110,7 @@ void StatementWriter::Finish(Plan& plan, const SqlText& sql) const {
   for (const SqlText::Place& place : sql.Places()) {
     text += QStringView(sql.Text()).sliced(written, place.position - written);
     written = place.position;
-    plan.bindings.push_back(place.binding);
-    m_target.AppendParameter(text, plan.bindings.size(), place.binding.kind);
+    m_target.AppendParameter(text, parameters.NumberOf(place.binding), place.binding.kind);
   }
   text += QStringView(sql.Text()).sliced(written);
   plan.sql = text.toUtf8();
@@ -153,11 +172,12 @@ SqlText StatementWriter::WriteJoined(const Select& select, const Scope* outer, O
 }
 
 SqlText StatementWriter::WriteSimple(const Select& select, const Scope& scope, Output& output) {
+  RequireGroupable(select, scope, m_statement);
   SqlText sql = select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
   sql += WriteItems(select, scope, output);
   sql += WriteTables(select, scope);
   AppendWhere(sql, select.where, scope);
-  sql += WriteGroup(select, scope);
+  sql += WriteGroup(select, scope, output);
   return sql;
 }
 
@@ -227,12 +247,12 @@ SqlText StatementWriter::WriteTable(const TableReference& reference, const Scope
                          {left, reference.join.toString(), right, WriteCondition(*reference.condition, scope)});
 }
 
-SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
+SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope, const Output& output) {
   SqlText sql;
   if (!select.groupBy.empty()) {
     std::vector<SqlText> parts;
     for (const ExpressionPtr& expression : select.groupBy) {
-      parts.push_back(WriteGroupItem(*expression, scope));
+      parts.push_back(WriteGroupItem(*expression, scope, output));
     }
     sql += SqlText::Filled(u" GROUP BY %*", parts);
   }
@@ -242,15 +262,14 @@ SqlText StatementWriter::WriteGroup(const Select& select, const Scope& scope) {
   return sql;
 }
 
-SqlText StatementWriter::WriteGroupItem(const Expression& expression, const Scope& scope) {
-  return expression.kind == ExpressionKind::Literal ? SqlText(WritePosition(expression.token))
+SqlText StatementWriter::WriteGroupItem(const Expression& expression, const Scope& scope, const Output& output) {
+  return expression.kind == ExpressionKind::Literal ? SqlText(WritePosition(expression.token, output))
                                                     : WriteValue(expression, scope).sql;
 }
 
-QString StatementWriter::WritePosition(const Token& literal) const {
-  bool isWhole = false;
-  const int position = literal.text.toInt(&isWhole);
-  if (literal.kind != TokenKind::Number || !isWhole) {
+QString StatementWriter::WritePosition(const Token& literal, const Output& output) const {
+  const qulonglong position = literal.kind == TokenKind::Number ? literal.text.toULongLong() : 0;
+  if (position == 0 || position > output.columns.size()) {
     throw SyntaxErrorAt(u"se esperaba una columna"_s, m_statement, literal.position);
   }
   return QString::number(position);
@@ -281,11 +300,9 @@ void StatementWriter::AppendNaturalOrder(const Select& select, const Scope& scop
     return;
   }
   for (const ExpressionPtr& expression : select.groupBy) {
-    if (expression->kind == ExpressionKind::Literal || expression->kind == ExpressionKind::ColumnName) {
-      parts.push_back(m_target.OrderItem(WriteGroupItem(*expression, scope), false));
-    }
+    parts.push_back(m_target.OrderItem(WriteGroupItem(*expression, scope, output), false));
   }
-  if (select.groupBy.empty() && !IsAggregated(select)) {
+  if (!IsGrouped(select)) {
     for (const Scope::Source& source : scope.Sources()) {
       parts.push_back(m_target.OrderItem(WriteColumn(source, source.table->columns.front()).sql, false));
     }
@@ -296,7 +313,7 @@ void StatementWriter::AppendNaturalOrder(const Select& select, const Scope& scop
 SqlText StatementWriter::WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output,
                                         bool isUnion) {
   if (expression.kind == ExpressionKind::Literal) {
-    return WritePosition(expression.token);
+    return WritePosition(expression.token, output);
   }
   if (expression.kind == ExpressionKind::ColumnName && (isUnion || expression.qualifier.isEmpty())) {
     for (std::size_t i = 0; i < output.columns.size(); ++i) {
@@ -388,7 +405,7 @@ SqlText StatementWriter::WriteDelete(const Statement& statement) {
 Plan Translate(const Target& target, const Schema& schema, QStringView statement, const std::vector<Token>& tokens) {
   TokenReader reader(tokens, statement);
   const Statement tree = StatementParser(reader).Parse();
-  return StatementWriter(target, schema, statement).Write(tree);
+  return StatementWriter(target, schema, statement).Write(tree, tokens);
 }
 
 }  // namespace database

@@ -9,7 +9,8 @@ class StatementWriter : private ExpressionWriter {
  public:
   using ExpressionWriter::ExpressionWriter;
 
-  Plan Write(const Statement& statement);
+  /// `tokens` are those of the statement's text.
+  Plan Write(const Statement& statement, const std::vector<Token>& tokens);
 
  private:
   /// A select list being written: its columns, and what they are stored into where it feeds an INSERT.
@@ -20,7 +21,7 @@ class StatementWriter : private ExpressionWriter {
   };
 
   /// The pieces put together: the plan's text, and its bindings in the order of that text.
-  void Finish(Plan& plan, const SqlText& sql) const;
+  void Finish(Plan& plan, const std::vector<Token>& tokens, const SqlText& sql) const;
 
   Fragment WriteSubquery(const Select& select, const Scope& scope) override;
   SqlText WriteSelect(const Select& select, const Scope* outer, Output& output);
@@ -36,9 +37,9 @@ class StatementWriter : private ExpressionWriter {
   SqlText WriteOrder(const Select& select, const Scope& scope, const Output& output, bool isOutermost);
   void AppendNaturalOrder(const Select& select, const Scope& scope, const Output& output, std::vector<SqlText>& parts);
   SqlText WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output, bool isUnion);
-  SqlText WriteGroupItem(const Expression& expression, const Scope& scope);
-  SqlText WriteGroup(const Select& select, const Scope& scope);
-  QString WritePosition(const Token& literal) const;
+  SqlText WriteGroupItem(const Expression& expression, const Scope& scope, const Output& output);
+  SqlText WriteGroup(const Select& select, const Scope& scope, const Output& output);
+  QString WritePosition(const Token& literal, const Output& output) const;
 
   SqlText WriteInsert(const Statement& statement);
   SqlText WriteRow(const std::vector<ExpressionPtr>& row, const std::vector<const Column*>& columns,

@@ -19,6 +19,8 @@ class Target {
 
   /// Appends the parameter with that number, from 1 in the order of the text.
   virtual void AppendParameter(QString& sql, std::size_t number, ParameterKind kind) const = 0;
+  /// Whether one parameter can stand at several places.
+  virtual bool NumbersParameters() const = 0;
   /// The name of a table, a column or an alias, quoted.
   virtual QString Name(QStringView name) const = 0;
 

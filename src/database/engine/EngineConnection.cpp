@@ -4,8 +4,12 @@
 #include "database/engine/EngineRecordset.h"
 #include "database/engine/KeptSessions.h"
 #include "database/engine/RememberedKey.h"
+#include "platform/adodb/ErrorNumbers.h"
+
+#include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -51,11 +55,20 @@ void EngineConnection::Open(const QString& connectionString, const QString& /*us
 
 void EngineConnection::Enter(const ConnectionString& target) {
   KeptSessions::Instance().Remove(this);
+  if (!(target == m_target)) {
+    m_presence = m_lastPresence = 0;
+  }
   if (!m_session->IsConnected() || !(target == m_target) || !m_session->Resume()) {
-    LeaveSession();
-    m_session->Connect(target);
+    Connect(target);
   }
   m_isOpen = true;
+}
+
+void EngineConnection::Connect(const ConnectionString& target) {
+  LeaveSession();
+  const int before = std::exchange(m_presence, 0);
+  m_lastPresence = m_lastPresence == 0 ? before : m_lastPresence;
+  m_session->Connect(target);
 }
 
 void EngineConnection::LeaveSession() {
@@ -85,7 +98,7 @@ void EngineConnection::Close() {
   m_keys.ForgetAll();
   m_inTransaction = false;
   m_isOpen = false;
-  if (m_session->Pause()) {
+  if (m_session->IsConnected() && m_session->Pause()) {
     KeptSessions::Instance().Add(this);
   } else {
     LeaveSession();
@@ -105,6 +118,73 @@ std::unique_ptr<adodb::Recordset> EngineConnection::Execute(const QString& state
   if (m_inTransaction && m_session->HasLostTransaction()) {
     throw PlatformError(adodb::TransactionLost);
   }
+  Revive();
+  try {
+    return Run(statement);
+  } catch (const automation::Error&) {
+    // What only reads may be asked again.
+    const bool mayGoOn = !m_isReviving && !m_inTransaction && m_session->NeedsNewLine() && !m_lexer.Tokens().empty() &&
+                         m_lexer.Tokens().front().IsWord(u"SELECT");
+    const bool isOutdated = m_session->MustPrepareAnew();
+    if (!mayGoOn && !isOutdated) {
+      throw;
+    }
+    m_plans.Clear();
+  }
+  Revive();
+  return Run(statement);
+}
+
+void EngineConnection::Revive() {
+  if (m_isReviving) {
+    return;
+  }
+  const QScopedValueRollback reviving(m_isReviving, true);
+  const bool isCut = !m_session->IsConnected() || m_session->NeedsNewLine();
+  if (!isCut && m_lastPresence == 0) {
+    return;
+  }
+  if (isCut) {
+    m_keys.ForgetAll();
+    Connect(m_target);
+  }
+  // A transaction begins on the server with its first statement, which is still to come.
+  m_session->RollBack();
+  if (m_lastPresence != 0) {
+    CarryPresenceOver();
+  }
+  if (m_inTransaction) {
+    m_session->Begin();
+  }
+}
+
+void EngineConnection::CarryPresenceOver() {
+  if (m_presence == 0) {
+    m_presence = m_session->TakePresence();
+  }
+  const QString said = m_carryOver ? m_carryOver(m_lastPresence, m_presence) : QString();
+  m_lastPresence = 0;
+  if (!said.isEmpty()) {
+    throw automation::Error(adodb::TransactionLost, said);
+  }
+}
+
+int EngineConnection::Presence() {
+  CheckOpen();
+  Revive();
+  if (m_presence == 0) {
+    m_presence = m_session->TakePresence();
+  }
+  return m_presence;
+}
+
+bool EngineConnection::HasEnded(int presence) {
+  CheckOpen();
+  Revive();
+  return m_session->HasEnded(presence);
+}
+
+std::unique_ptr<adodb::Recordset> EngineConnection::Run(const QString& statement) {
   m_affected = 0;
   m_lexer.Read(statement);
   const std::shared_ptr<CachedPlan> plan = m_plans.Take(statement, m_lexer);

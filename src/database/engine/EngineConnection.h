@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Presence.h"
 #include "database/dialect/Lexer.h"
 #include "database/engine/KeyMemory.h"
 #include "database/engine/Session.h"
@@ -17,7 +18,8 @@ class EngineRecordset;
 /// undo the transaction itself (a full disk, for example), every further statement raises TransactionLost until the
 /// roll-back.
 ///
-/// A closed connection keeps its session for the next opening of the same string.
+/// A closed connection keeps its session for the next opening of the same string. A line that was cut is replaced
+/// before the next statement, unless a transaction has begun on it. A statement that writes is never sent twice.
 class EngineConnection : public adodb::Connection {
  public:
   EngineConnection(std::unique_ptr<Session> session, const ConnectionString& target);
@@ -39,6 +41,16 @@ class EngineConnection : public adodb::Connection {
   /// The remembered key of the last row that was added to the table.
   std::optional<qint64> NewKeyOf(const Table& table) const { return m_keys.Find(table); }
 
+  /// See Presence.h.
+  int Presence();
+  bool HasEnded(int presence);
+  void SetCarryOver(CarryOver carryOver) { m_carryOver = std::move(carryOver); }
+  /// Connects anew where the line is cut and no transaction has begun on it, and takes over what belonged to the
+  /// presence. Raises what either raises.
+  void Revive();
+
+  Session& EngineSession() { return *m_session; }
+
   /// Recordsets enter and leave the list of those that close with the connection.
   void Attach(EngineRecordset* recordset) { m_recordsets.push_back(recordset); }
   void Detach(EngineRecordset* recordset);
@@ -52,6 +64,9 @@ class EngineConnection : public adodb::Connection {
   void CheckOpen() const;
   void CheckClosed() const;
   void CheckInTransaction() const;
+  std::unique_ptr<adodb::Recordset> Run(const QString& statement);
+  void Connect(const ConnectionString& target);
+  void CarryPresenceOver();
   void BufferRecordsets();
   std::unique_ptr<adodb::Recordset> AnswerMaximum(const QString& statement, const Plan& plan, qint64 key);
   void NoteKey(const Effect& effect);
@@ -66,6 +81,10 @@ class EngineConnection : public adodb::Connection {
   std::vector<EngineRecordset*> m_recordsets;
   qint64 m_affected = 0;
   bool m_inTransaction = false;
+  CarryOver m_carryOver;
+  int m_presence = 0;      ///< Of the present line; 0 before it was asked for.
+  int m_lastPresence = 0;  ///< Of an earlier line, whose belongings are to be taken over.
+  bool m_isReviving = false;
 };
 
 }  // namespace database

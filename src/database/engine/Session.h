@@ -32,6 +32,15 @@ class Session {
   virtual bool Pause() = 0;
   /// After a pause: whether the session goes on as if it had just connected. Raises nothing.
   virtual bool Resume() = 0;
+  /// Whether the line to the database is cut and no transaction has begun on it, so that the session had better connect
+  /// anew before it goes on. Costs no question.
+  virtual bool NeedsNewLine() { return false; }
+  /// Whether the last statement failed because what was prepared for it is of earlier tables; true once.
+  virtual bool MustPrepareAnew() { return false; }
+  /// See Presence.h; taken once for each line.
+  virtual int TakePresence() { return 0; }
+  virtual bool HasEnded(int /*presence*/) { return false; }
+
   /// A number that differs after somebody else's commit; see ChangeClock.
   virtual qint64 Clock() const = 0;
 

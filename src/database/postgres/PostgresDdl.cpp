@@ -50,9 +50,9 @@ QString PostgresDdl::Covered(const Table& table, const Index& index) const {
 }
 
 // Where a text is looked into it is taken as bytes ("C"), for the Spanish collation can't; concat() keeps the blanks at
-// its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it.
+// its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it. A number without
+// a point would be a whole one.
 static constexpr char foundation[] = R"sql(
-CREATE SCHEMA IF NOT EXISTS kel;
 CREATE COLLATION kel_es (provider = icu, locale = 'es-u-ks-level2', deterministic = false);
 
 CREATE FUNCTION kel_pattern(bpchar) RETURNS text LANGUAGE sql IMMUTABLE STRICT AS $$SELECT concat($1)$$;
@@ -115,16 +115,20 @@ CREATE FUNCTION kel_text(numeric) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
   AS $$SELECT replace(trim_scale($1)::text, '.', ',')::bpchar$$;
 CREATE FUNCTION kel_text(float8) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT AS $$SELECT kel_text($1::numeric)$$;
 
-CREATE FUNCTION kel_round(float8) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT AS $$SELECT round($1::numeric)$$;
-CREATE FUNCTION kel_round(numeric) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT AS $$SELECT round($1)$$;
+CREATE FUNCTION kel_round(float8) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT AS $$SELECT round($1::numeric) * 1.0$$;
+CREATE FUNCTION kel_round(numeric) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT AS $$SELECT round($1) * 1.0$$;
 CREATE FUNCTION kel_round(float8, float8) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT
-  AS $$SELECT round($1::numeric, $2::int)$$;
+  AS $$SELECT round($1::numeric, $2::int) * 1.0$$;
 CREATE FUNCTION kel_round(numeric, numeric) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT
-  AS $$SELECT round($1, $2::int)$$;
+  AS $$SELECT round($1, $2::int) * 1.0$$;
 )sql";
 
-QByteArray FoundationStatements() {
-  return foundation;
+QByteArray FoundationStatements(const QByteArray& schemaName) {
+  return "CREATE SCHEMA IF NOT EXISTS " + schemaName + ';' + foundation;
+}
+
+QByteArray PresenceStatement() {
+  return "CREATE SEQUENCE presencias AS integer";
 }
 
 }  // namespace database

@@ -1,5 +1,6 @@
 #include "database/postgres/PostgresHandle.h"
 
+#include "database/postgres/Passwords.h"
 #include "database/postgres/PostgresErrors.h"
 
 #include <QDeadlineTimer>
@@ -63,20 +64,34 @@ std::vector<Setting> SettingsOf(const ConnectionString& target) {
   return settings;
 }
 
+// Settings as the library takes them.
+struct Words {
+  explicit Words(const std::vector<Setting>& settings) {
+    for (const Setting& setting : settings) {
+      names.push_back(setting.first);
+      values.push_back(setting.second.constData());
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+  }
+
+  std::vector<const char*> names;
+  std::vector<const char*> values;
+};
+
 // The server's answer is waited for here and not in the library, whose text of a refusal would be in the server's
 // language: asked before, it gives the number of the refusal instead.
-bool Finish(PGconn* engine) {
+void Finish(PGconn* engine) {
   const QDeadlineTimer deadline(longestConnecting);
   PostgresPollingStatusType state = PGRES_POLLING_WRITING;
   while (state == PGRES_POLLING_WRITING || state == PGRES_POLLING_READING) {
     const short awaited = state == PGRES_POLLING_READING ? POLLIN : POLLOUT;
     pollfd socket = {PQsocket(engine), awaited, 0};
     if (poll(&socket, 1, static_cast<int>(deadline.remainingTime())) <= 0) {
-      return false;
+      return;
     }
     state = PQconnectPoll(engine);
   }
-  return state == PGRES_POLLING_OK;
 }
 
 }  // namespace
@@ -98,23 +113,47 @@ PostgresHandle::PostgresHandle(const ConnectionString& target) : m_target(target
   RequireUsable();
 }
 
+// Whether the server said that it wants a password, or another one than was answered.
+bool PostgresHandle::WantsPassword() const {
+  const bool answered = !Passwords::Instance().Find(m_target.Server()).isNull();
+  return PQconnectionNeedsPassword(Engine()) != 0 || (answered && PQconnectionUsedPassword(Engine()) != 0);
+}
+
+// An answer that was wrong is asked for again, and not remembered.
 void PostgresHandle::Open() {
-  const std::vector<Setting> settings = SettingsOf(m_target);
-  std::vector<const char*> names;
-  std::vector<const char*> values;
-  for (const Setting& setting : settings) {
-    names.push_back(setting.first);
-    values.push_back(setting.second.constData());
-  }
-  names.push_back(nullptr);
-  values.push_back(nullptr);
-  m_engine.reset(PQconnectStartParams(names.data(), values.data(), 0));
-  PQsetErrorVerbosity(Engine(), PQERRORS_SQLSTATE);
-  if (PQstatus(Engine()) == CONNECTION_BAD || !Finish(Engine())) {
-    throw ConnectingError(Engine(), m_target);
+  constexpr int mostAnswers = 3;
+  for (int answers = 0;; ++answers) {
+    Reach();
+    if (PQstatus(Engine()) == CONNECTION_OK) {
+      break;
+    }
+    if (!WantsPassword() || answers == mostAnswers || !Passwords::Instance().Ask(m_target)) {
+      Passwords::Instance().Forget(m_target.Server());
+      throw ConnectingError(Engine(), m_target);
+    }
   }
   PQsetErrorVerbosity(Engine(), PQERRORS_DEFAULT);
   PQsetNoticeReceiver(Engine(), IgnoreNotice, nullptr);
+}
+
+void PostgresHandle::Reach() {
+  std::vector<Setting> settings = SettingsOf(m_target);
+  if (const QByteArray password = Passwords::Instance().Find(m_target.Server()); !password.isNull()) {
+    settings.emplace_back("password", password);
+  }
+  const Words words(settings);
+  m_engine.reset(PQconnectStartParams(words.names.data(), words.values.data(), 0));
+  PQsetErrorVerbosity(Engine(), PQERRORS_SQLSTATE);
+  if (PQstatus(Engine()) != CONNECTION_BAD) {
+    Finish(Engine());
+  }
+}
+
+bool PostgresHandle::IsAnswering(const ConnectionString& target) {
+  std::vector<Setting> settings = SettingsOf(target);
+  settings.emplace_back("connect_timeout", "3");
+  const Words words(settings);
+  return PQpingParams(words.names.data(), words.values.data(), 0) == PQPING_OK;
 }
 
 // A service file may name another machine and any mode.
@@ -130,6 +169,13 @@ void PostgresHandle::RequireUsable() const {
 
 bool PostgresHandle::IsAlive() const {
   return PQstatus(Engine()) == CONNECTION_OK;
+}
+
+bool PostgresHandle::IsStillAlive() const {
+  pollfd socket = {PQsocket(Engine()), POLLIN, 0};
+  while (IsAlive() && poll(&socket, 1, 0) > 0 && PQconsumeInput(Engine()) != 0) {
+  }
+  return IsAlive();
 }
 
 PostgresResult PostgresHandle::Execute(const QByteArray& sql) const {

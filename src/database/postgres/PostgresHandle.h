@@ -24,14 +24,19 @@ using PostgresResult = std::unique_ptr<pg_result, PostgresDeleter>;
 /// platform/adodb/ErrorNumbers.h.
 class PostgresHandle {
  public:
-  /// Connects; waits ten seconds at most. Raises CannotOpen, also for a server that is not of use (another encoding, an
-  /// unprotected line).
+  /// Connects; waits ten seconds at most, and for who is asked for a password. Raises CannotOpen, also for a server
+  /// that is not of use (another encoding, an unprotected line).
   explicit PostgresHandle(const ConnectionString& target);
+
+  /// Whether a server answers there; waits three seconds at most.
+  static bool IsAnswering(const ConnectionString& target);
 
   const ConnectionString& Target() const { return m_target; }
   pg_conn* Engine() const { return m_engine.get(); }
   /// False once the line is found cut.
   bool IsAlive() const;
+  /// The same after reading what has come, which may say so; asks nothing.
+  bool IsStillAlive() const;
 
   /// Runs statements of this engine, several with semicolons between. Raises the engine's refusal.
   void Run(const QByteArray& sql) const;
@@ -43,6 +48,8 @@ class PostgresHandle {
  private:
   PostgresResult Execute(const QByteArray& sql) const;
   void Open();
+  void Reach();
+  bool WantsPassword() const;
   void RequireUsable() const;
 
   ConnectionString m_target;

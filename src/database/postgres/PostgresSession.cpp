@@ -3,6 +3,7 @@
 #include "database/Schema.h"
 #include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresPreparation.h"
+#include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresRows.h"
 #include "database/postgres/PostgresTarget.h"
 #include "platform/adodb/ErrorNumbers.h"
@@ -73,6 +74,15 @@ QByteArray ServerSql(const Plan& plan) {
   return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
 }
 
+// It goes out when the transaction is committed.
+QByteArray NoticeOf(const std::set<const Table*>& tables) {
+  QStringList names;
+  for (const Table* table : tables) {
+    names += table->name;
+  }
+  return names.isEmpty() ? QByteArray() : "NOTIFY kel, '" + names.join(u',').toUtf8() + '\'';
+}
+
 automation::Error OutcomeUnknown(const ConnectionString& target) {
   return automation::Error(
       adodb::TransactionLost,
@@ -112,13 +122,43 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = false;
+  m_inTransaction = m_isBegun = m_isLost = m_isPresent = m_isOutdated = false;
+  if (m_onLine) {
+    m_handle->Run("LISTEN kel");
+    m_onLine(Socket());
+  }
 }
 
 // The server undoes what was not committed.
 void PostgresSession::Leave() {
+  BufferRows();
   m_givenKeys.clear();
+  if (m_onLine) {
+    m_onLine(-1);
+  }
   m_handle.reset();
+}
+
+void PostgresSession::Listen(std::function<void(int)> onLine) {
+  if (onLine && !m_onLine) {
+    Handle().Run("LISTEN kel");
+  }
+  m_onLine = std::move(onLine);
+}
+
+int PostgresSession::Socket() const {
+  return m_handle ? PQsocket(m_handle->Engine()) : -1;
+}
+
+QStringList PostgresSession::TakeNotices() {
+  QStringList tables;
+  m_handle->IsStillAlive();
+  while (PGnotify* notice = PQnotifies(m_handle->Engine())) {
+    tables += QString::fromUtf8(notice->extra).split(u',');
+    PQfreemem(notice);
+  }
+  tables.removeDuplicates();
+  return tables;
 }
 
 bool PostgresSession::Pause() {
@@ -131,13 +171,27 @@ bool PostgresSession::Pause() {
   return m_handle->IsAlive();
 }
 
-// A line that was cut meanwhile shows only when something is asked.
+// Nobody changes the version under a presence. Otherwise a line that was cut shows, too, when something is asked.
 bool PostgresSession::Resume() {
   try {
-    return VersionOf(*m_handle) == SchemaVersion();
+    return m_isPresent ? m_handle->IsStillAlive() : VersionOf(*m_handle) == SchemaVersion();
   } catch (const automation::Error&) {
     return false;
   }
+}
+
+bool PostgresSession::NeedsNewLine() {
+  return !m_isBegun && !m_isLost && !m_handle->IsStillAlive();
+}
+
+int PostgresSession::TakePresence() {
+  const int presence = database::TakePresence(Handle());
+  m_isPresent = true;
+  return presence;
+}
+
+bool PostgresSession::HasEnded(int presence) {
+  return database::HasEnded(Handle(), presence);
 }
 
 // How many transactions of the server have ended: those numbered so far without those at work. The highest number alone
@@ -192,6 +246,8 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   pipeline->AddStatement(name, parameters);
   if (m_inTransaction) {
     pipeline->Add("RELEASE SAVEPOINT kel");
+  } else if (plan.plan.effect.writtenTable != nullptr) {
+    pipeline->Add(NoticeOf({plan.plan.effect.writtenTable}).constData());
   }
   pipeline->Send();
   m_isBegun = m_inTransaction;
@@ -206,6 +262,7 @@ void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concer
   pipeline.Finish();
   if (pipeline.HasFailed()) {
     const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
+    m_isOutdated = SqlState(pipeline.Failure()) == "0A000";
     Undo(pipeline.Failure());
     throw error;
   }
@@ -257,7 +314,13 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
       }
     }
     pipeline->Finish();
+    if (pipeline->HasFailed() && !m_inTransaction && !m_handle->IsAlive()) {
+      throw OutcomeUnknown(m_handle->Target());
+    }
     Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
+  }
+  if (m_inTransaction && affected > 0) {
+    m_written.insert(effect.writtenTable);
   }
   if (inserts && !effect.makesKey) {
     CountOnFrom(*effect.writtenTable);
@@ -289,6 +352,7 @@ void PostgresSession::CountOn() {
 
 void PostgresSession::Begin() {
   BufferRows();
+  m_written.clear();
   m_inTransaction = true;
   m_isBegun = false;
   m_isLost = false;
@@ -299,7 +363,7 @@ void PostgresSession::Commit() {
   if (m_isBegun) {
     try {
       CountOn();
-      m_handle->Run("COMMIT");
+      m_handle->Run(NoticeOf(m_written) + ";COMMIT");
     } catch (const automation::Error& error) {
       const bool isCut = !m_handle->IsAlive();
       m_inTransaction = m_isBegun = false;

@@ -3,8 +3,12 @@
 #include "database/engine/Session.h"
 #include "database/postgres/PostgresPipeline.h"
 
+#include <QStringList>
+
+#include <functional>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace database {
@@ -31,6 +35,10 @@ class PostgresSession : public Session {
   void Leave() override;
   bool Pause() override;
   bool Resume() override;
+  bool NeedsNewLine() override;
+  bool MustPrepareAnew() override { return std::exchange(m_isOutdated, false); }
+  int TakePresence() override;
+  bool HasEnded(int presence) override;
   qint64 Clock() const override;
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
@@ -39,6 +47,17 @@ class PostgresSession : public Session {
   void Commit() override;
   void RollBack() override;
   bool HasLostTransaction() const override;
+
+  // Notices (see database/Notices.h).
+
+  /// From now on the server tells this line what is written, the present and later ones. `onLine` hears of each new
+  /// line its socket, and -1 before a line goes.
+  void Listen(std::function<void(int socket)> onLine);
+  /// The socket of the line; -1 without one.
+  int Socket() const;
+  bool IsAlive() const { return m_handle && m_handle->IsAlive(); }
+  /// The tables that were told since the last time.
+  QStringList TakeNotices();
 
   // What the rows of a running statement tell and ask.
 
@@ -66,6 +85,10 @@ class PostgresSession : public Session {
   bool m_inTransaction = false;
   bool m_isBegun = false;  ///< The server knows of the transaction, too.
   bool m_isLost = false;
+  bool m_isPresent = false;
+  bool m_isOutdated = false;
+  std::set<const Table*> m_written;  ///< In this transaction.
+  std::function<void(int)> m_onLine;
 };
 
 }  // namespace database

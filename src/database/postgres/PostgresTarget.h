@@ -12,6 +12,7 @@ class PostgresTarget : public Target {
   static const PostgresTarget& Instance();
 
   void AppendParameter(QString& sql, std::size_t number, ParameterKind kind) const override;
+  bool NumbersParameters() const override { return true; }
   QString Name(QStringView name) const override;
   SqlText ValueOf(const SqlText& condition) const override;
   SqlText ConditionOf(const Fragment& value) const override;

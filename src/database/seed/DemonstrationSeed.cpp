@@ -28,6 +28,16 @@ constexpr const char16_t* streets[] = {u"Calle Mayor",          u"Calle del Oliv
                                        u"Ronda del Mirador",    u"Travesía del Horno", u"Camino Viejo",
                                        u"Calle de los Álamos",  u"Cuesta de San Blas", u"Calle de l'Hort"};
 
+// A heading and the title that goes with it; none where it is the usual one.
+struct Heading {
+  int id;
+  const char16_t* title;
+};
+
+constexpr Heading usualHeading = {1, u""};
+constexpr Heading womensHeadings[] = {{2, u""}, {3, u""}, {5, u"Sor"}};
+constexpr Heading mensHeadings[] = {{2, u""}, {3, u""}, {4, u"Rvdo. P."}, {6, u"Fray"}};
+
 struct Town {
   const char16_t* name;
   const char16_t* postcode;
@@ -47,6 +57,16 @@ constexpr Town towns[] = {{u"Madrid", u"28", 28},   {u"Alcalá de Henares", u"28
 QString Amount(Invented& invented) {
   const int euros = 5 + 5 * invented.Number(60);
   return QString::number(euros) + (invented.Chance(15) ? u",50"_s : u",00"_s);
+}
+
+const Heading& HeadingOf(int number, bool isWoman) {
+  const std::span<const Heading> fitting = isWoman ? std::span<const Heading>(womensHeadings) : mensHeadings;
+  return fitting[static_cast<std::size_t>(number) % fitting.size()];
+}
+
+QString TitleOf(const Heading& heading, bool isWoman) {
+  const QString title = QString::fromUtf16(heading.title);
+  return title.isEmpty() ? (isWoman ? u"D.ª"_s : u"D."_s) : title;
 }
 
 // The diocese of a province, the one of the same name where there are several; 0 for none.
@@ -102,15 +122,16 @@ void InsertCollaborators(adodb::Connection& connection, Invented& invented) {
     const QString secondSurname = invented.From(surnames);
     const QString nif = invented.Nif();
     const int collector = invented.Chance(20) ? 1 + invented.Number(3) : 0;
-    const int heading = invented.Chance(80) ? 1 : 1 + invented.Number(headings);
+    const Heading& heading = invented.Chance(80) ? usualHeading : HeadingOf(invented.Number(headings), isWoman);
     const QString since = invented.Date();
     adodb::Execute(connection,
                    u"INSERT INTO Colaboradores (Direccion, Poblacion, CP, CodProvincia, codpais, CodDiocesis, "
                    u"Tratamiento, Nombre, Apellido1, Apellido2, NIF, CodCobrador, CodEncabezado, FechaAlta) VALUES "
                    u"('{}','{}','{}',{},{},{},'{}','{}','{}','{}','{}',{},{},'{}')",
                    address.street, address.town, address.postcode, address.province, address.country, address.diocese,
-                   isWoman ? u"D.ª"_s : u"D."_s, name, surname, secondSurname, nif, collector, heading, since);
+                   TitleOf(heading, isWoman), name, surname, secondSurname, nif, collector, heading.id, since);
   }
+  InsertSeedFile(connection, u"demonstration"_s, u"Colaboradores"_s);
 }
 
 void InsertAccounts(adodb::Connection& connection, Invented& invented) {
@@ -154,6 +175,7 @@ void InsertSubscriptions(adodb::Connection& connection, Invented& invented) {
                    u"({},{},{},2,{},'Suscripción','{}')",
                    i, publication, kind, copies, invented.Date());
   }
+  InsertSeedFile(connection, u"demonstration"_s, u"Suscripciones"_s);
   for (int publication = 1; publication <= 3; ++publication) {
     adodb::Execute(connection,
                    u"UPDATE Suscripciones SET Importe = NumeroEjemplares * (SELECT ImporteNacional FROM "
@@ -172,7 +194,7 @@ void InsertFiles(adodb::Connection& connection) {
   for (const QString& table :
        {u"Bancos"_s, u"Sucursales"_s, u"Presentadores"_s, u"Emisores"_s, u"Cuentas"_s, u"Emisores_Cuentas"_s,
         u"Cobradores"_s, u"TipoDonativos"_s, u"Deduccion_Comunidad"_s, u"TipoPublicaciones"_s, u"Cabeceras"_s,
-        u"ETIQUETAS"_s, u"EtiquetasCampos"_s, u"CartasModelo"_s}) {
+        u"ETIQUETAS"_s, u"EtiquetasCampos"_s, u"CartasModelo"_s, u"Discos"_s, u"Selecciones"_s}) {
     InsertSeedFile(connection, u"demonstration"_s, table);
   }
 }

@@ -28,6 +28,7 @@ class SqliteTarget : public Target {
   static const SqliteTarget& Instance();
 
   void AppendParameter(QString& sql, std::size_t number, ParameterKind kind) const override;
+  bool NumbersParameters() const override { return false; }
   QString Name(QStringView name) const override;
   SqlText ValueOf(const SqlText& condition) const override;
   SqlText ConditionOf(const Fragment& value) const override;

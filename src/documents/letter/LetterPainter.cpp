@@ -2,7 +2,6 @@
 
 #include "documents/letter/PageFields.h"
 #include "documents/letter/SmallCapitals.h"
-
 #include "documents/rtf/FittedTabs.h"
 
 #include <QAbstractTextDocumentLayout>

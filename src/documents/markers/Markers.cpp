@@ -60,14 +60,15 @@ constexpr bool HasEveryMarkerAtItsNumber() {
 }
 static_assert(HasEveryMarkerAtItsNumber());
 
-bool IsMarker(const QString& word) {
-  return std::ranges::any_of(rows, [&](const Row& row) { return word == row.text; });
-}
-
 }  // namespace
 
 QString TextOf(Marker marker) {
   return rows[static_cast<std::size_t>(marker)].text.toString();
+}
+
+std::optional<Marker> MarkerOf(QStringView text) {
+  const auto row = std::ranges::find(rows, text, &Row::text);
+  return row == rows.end() ? std::nullopt : std::optional(row->marker);
 }
 
 QStringList UnknownMarkers(const QString& text) {
@@ -75,7 +76,7 @@ QStringList UnknownMarkers(const QString& text) {
   QStringList unknown;
   for (auto at = bracketed.globalMatch(text); at.hasNext();) {
     const QString word = at.next().captured();
-    if (!IsMarker(word) && !unknown.contains(word)) {
+    if (!MarkerOf(word) && !unknown.contains(word)) {
       unknown.append(word);
     }
   }

@@ -42,7 +42,7 @@ Reader::Reader(std::string_view input, QTextDocument& document, Source& source, 
       m_document(document),
       m_source(source),
       m_limits(limits),
-      m_builder(document) {
+      m_builder(document, limits.tableLevels) {
   m_groups.emplace_back();
 }
 
@@ -356,6 +356,7 @@ void Reader::Finish() {
     CloseGroup();
   }
   EndOpenParagraph();
+  m_builder.Finish();
   FinishSection();
   SetPreamble(m_document, m_preamble);
   QTextOption option = m_document.defaultTextOption();

@@ -28,6 +28,8 @@ struct Limits {
   int paragraphs = 1'000'000;
   /// Different formats of characters and of paragraphs, each: Qt keeps about a kilobyte for one.
   qsizetype formats = 50'000;
+  /// Tables in tables: what is deeper is shown as paragraphs, with the tables around it, and not refused.
+  int tableLevels = 8;
 };
 
 }  // namespace rtf

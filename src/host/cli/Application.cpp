@@ -1,7 +1,6 @@
 #include "host/cli/Application.h"
 
-#include "database/Database.h"
-#include "database/Maintenance.h"
+#include "database/Password.h"
 #include "host/cli/DailyCopies.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
@@ -9,6 +8,7 @@
 #include "host/desktop/DarkPalette.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
+#include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
@@ -110,8 +110,8 @@ void Notify(const QString& text) {
 
 int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
   MainWindow window(bridge, started.connectionString,
-                    {started.session.title, started.session.userName, started.database, started.session.helpFile,
-                     started.session.readOnly, demonstration});
+                    {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
+                     started.session.readOnly, demonstration, !started.place.IsFile()});
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -141,15 +141,19 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
   const ViewOnly viewOnly(*services, bridge);
-  Housekeeping housekeeping(started.connectionString,
-                            {.check = started.leftOpen,
-                             .copy = !started.session.readOnly && !line.demonstration && WantsDailyCopies(),
-                             .forget = !started.session.readOnly});
+  Housekeeping housekeeping(started.connectionString, {.check = started.leftOpen,
+                                                       .copy = started.place.IsFile() && !started.session.readOnly &&
+                                                               !line.demonstration && WantsDailyCopies(),
+                                                       .forget = !started.session.readOnly});
   QObject::connect(&housekeeping, &Housekeeping::Noticed, qApp, Notify);
   // When the window is there.
   QTimer::singleShot(0, &housekeeping, [&] {
     housekeeping.Start();
-    const QString notice = PermissionNotice({database::FileOf(started.connectionString), automation::RegistryFile()});
+    QStringList files{automation::RegistryFile()};
+    if (started.place.IsFile()) {
+      files.prepend(started.place.file);
+    }
+    const QString notice = PermissionNotice(files);
     if (!notice.isEmpty()) {
       Notify(notice);
     }
@@ -168,6 +172,9 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     UseDarkPalette();
   }
   SetUpIcons();
+  if (HasScreen()) {
+    database::SetPasswordQuestion(AskPasswordInBox);
+  }
   try {
     const std::unique_ptr<StartedSession> started = StartSession(line);
     return RunSession(line, *started);

@@ -1,5 +1,6 @@
 #include "host/cli/DailyCopies.h"
 
+#include "database/Place.h"
 #include "platform/process/PrivateFiles.h"
 
 #include <QDir>
@@ -35,7 +36,7 @@ bool WantsDailyCopies() {
 }
 
 void MakeDailyCopy(const QString& connectionString, QDate today, const database::Stop& stop) {
-  const QFileInfo file(database::FileOf(connectionString));
+  const QFileInfo file(database::PlaceOf(connectionString).file);
   const QDir folder(file.dir().filePath(u"copias"_s));
   const QString name = file.completeBaseName();
   const QString copy = folder.filePath(u"%1-%2.db"_s.arg(name, today.toString(Qt::ISODate)));

@@ -39,7 +39,7 @@ void Print(const QList<QStringList>& table) {
 void Release(Session& session, const QList<HeldRecord>& records, int number) {
   const auto record =
       std::ranges::find_if(records, [&](const HeldRecord& held) { return held.holder.number == number; });
-  if (record == records.end() || !session.Locks().ReleaseOf(record->holder)) {
+  if (record == records.end() || !TakeLockFrom(session, *record)) {
     throw automation::Error(automation::InvalidProcedureCall, u"No hay ningún bloqueo con el número %1."_s.arg(number));
   }
   QTextStream(stdout) << u"Soltado: %1 «%2». %3.\n"_s.arg(record->kind, record->name, record->holder.Description());

@@ -2,6 +2,7 @@
 
 #include "database/Database.h"
 #include "database/Maintenance.h"
+#include "database/Presence.h"
 #include "host/desktop/PatientConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
@@ -48,8 +49,11 @@ void ReadInstallation(adodb::Connection& connection, Session& session) {
 }
 
 // The mode of the file itself is the user's choice, about which PermissionNotice has a word.
-void RequireUnexposedFolder(const QString& connectionString) {
-  const QFileInfo file(database::FileOf(connectionString));
+void RequireUnexposedFolder(const database::Place& place) {
+  if (!place.IsFile()) {
+    return;
+  }
+  const QFileInfo file(place.file);
   for (const QString& folder : {file.path(), file.exists() ? file.canonicalPath() : file.path()}) {
     const QString exposure = process::ExposureOf(folder);
     if (!exposure.isEmpty()) {
@@ -72,20 +76,20 @@ QString UsualDatabaseFile(bool demonstration) {
 }
 
 Target TargetOf(const CommandLine& line) {
-  Target target{.connectionString = line.connectionString, .shown = line.connectionString};
+  Target target;
+  target.connectionString = line.connectionString;
   if (target.connectionString.isEmpty()) {
     target.isUsual = line.file.isEmpty();
-    target.shown = QFileInfo(target.isUsual ? UsualDatabaseFile(line.demonstration) : line.file).absoluteFilePath();
-    target.connectionString = database::ConnectionStringForFile(target.shown);
+    const QFileInfo file(target.isUsual ? UsualDatabaseFile(line.demonstration) : line.file);
+    target.connectionString = database::ConnectionStringForFile(file.absoluteFilePath());
   }
-  // Refuses what is no connection string.
-  database::CreateConnection(target.connectionString);
+  target.place = database::PlaceOf(target.connectionString);
   return target;
 }
 
 void RequireWanted(const Target& target, const CommandLine& line) {
-  const QFileInfo file(database::FileOf(target.connectionString));
-  if (target.isUsual || file.exists()) {
+  const QFileInfo file(target.place.file);
+  if (target.isUsual || !target.place.IsFile() || file.exists()) {
     return;
   }
   if (!line.create) {
@@ -103,10 +107,10 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
   const Target target = TargetOf(line);
   RequireWanted(target, line);
-  RequireUnexposedFolder(target.connectionString);
+  RequireUnexposedFolder(target.place);
   Session& session = started->session;
   session.readOnly = !database::MayBeWritten(target.connectionString);
-  started->database = target.shown;
+  started->place = target.place;
   started->leftOpen = database::WasLeftOpen(target.connectionString);
   QString& connectionString = started->connectionString;
   connectionString = session.readOnly ? database::ForViewing(target.connectionString) : target.connectionString;
@@ -116,6 +120,10 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
       database::CreateConnection(connectionString, PatientConnection::tryTime), database::WaitOf(connectionString));
   started->connection = std::make_unique<OfficeConnection>(std::move(patient), session);
   started->connection->Open();
+  if (!session.readOnly) {
+    // Nobody brings the database to another version meanwhile.
+    database::OwnPresence(*started->connection);
+  }
   session.connection = started->connection.get();
   session.office = started->connection.get();
   session.title = u"Kel"_s;

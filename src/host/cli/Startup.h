@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Place.h"
 #include "host/cli/CommandLine.h"
 #include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
@@ -15,21 +16,21 @@ struct StartedSession {
   QString connectionString;
   Session session;
   std::unique_ptr<OfficeConnection> connection;  ///< The session's.
-  QString database;       ///< The database as the user knows it: a path, or the connection string.
+  database::Place place;
   bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
 };
 
 /// The database that the arguments name.
 struct Target {
   QString connectionString;
-  QString shown;         ///< As the user knows it.
+  database::Place place;
   bool isUsual = false;  ///< The file that is used when the arguments name none.
 };
 
 Target TargetOf(const CommandLine& line);
 
 /// Raises CannotOpen for a file that is not there, unless it is the usual one or the arguments allow a new one, whose
-/// folder then must be there. A mistyped path makes nothing.
+/// folder then must be there. A mistyped path makes nothing. A database on a server always has been made there.
 void RequireWanted(const Target& target, const CommandLine& line);
 
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,

@@ -93,7 +93,7 @@ void LocksDialog::Release() {
     return;
   }
   try {
-    m_session.Locks().ReleaseOf(record.holder);
+    TakeLockFrom(m_session, record);
   } catch (const automation::Error& error) {
     ShowError(this, m_session.title, u"No se ha podido soltar el registro."_s, error);
   }

@@ -124,10 +124,10 @@ void MainWindow::SetUpStrips() {
     tell(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
   }
   if (m_texts.readOnly) {
-    tell(u"stripReadOnly"_s,
-         u"Solo lectura: el archivo de la base de datos o su carpeta no se pueden escribir. Los cuadros se abren "
-         "sin «Aceptar»."_s,
-         u"solo lectura"_s);
+    const QString reason = m_texts.onServer
+                               ? u"su usuario solo puede leer la base de datos. Pida permiso a quien la administra."_s
+                               : u"el archivo de la base de datos o su carpeta no se pueden escribir."_s;
+    tell(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason), u"solo lectura"_s);
   }
   connect(m_ui->strips, &Strips::Left, m_ui->recordList, qOverload<>(&QWidget::setFocus));
 }

@@ -31,6 +31,7 @@ struct WindowTexts {
   QString helpFile;            ///< Opened by F1; empty for none.
   bool readOnly = false;       ///< Records can be looked at, nothing can be changed.
   bool demonstration = false;  ///< The data are invented.
+  bool onServer = false;
 };
 
 /// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Lists are

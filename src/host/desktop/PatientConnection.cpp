@@ -75,7 +75,7 @@ void PatientConnection::Patiently(const std::function<void()>& work) {
       m_hasGivenUp = false;
       return;
     } catch (const automation::Error& error) {
-      if (error.Number() != adodb::DatabaseLocked || m_inTransaction) {
+      if (error.Number() != adodb::DatabaseLocked) {
         throw;
       }
     }
@@ -105,7 +105,6 @@ void PatientConnection::Open(const QString& connectionString, const QString& use
 
 void PatientConnection::Close() {
   m_hasGivenUp = false;
-  m_inTransaction = false;
   m_real->Close();
 }
 
@@ -117,16 +116,13 @@ std::unique_ptr<adodb::Recordset> PatientConnection::Execute(const QString& stat
 
 void PatientConnection::BeginTrans() {
   Patiently([this] { m_real->BeginTrans(); });
-  m_inTransaction = true;
 }
 
 void PatientConnection::CommitTrans() {
   m_real->CommitTrans();
-  m_inTransaction = false;
 }
 
 void PatientConnection::RollbackTrans() {
-  m_inTransaction = false;
   m_real->RollbackTrans();
 }
 

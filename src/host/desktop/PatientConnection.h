@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/adodb/Connection.h"
+#include "database/ConnectionLayer.h"
 
 #include <chrono>
 #include <functional>
@@ -11,10 +11,10 @@ namespace host {
 /// A connection that waits where the user sees it. What another program's lock holds back is tried again for up to
 /// `longest`, with a box that says so and can end it after the first moment, while the program goes on hearing signals.
 /// Whoever has waited in vain does not wait a second time until the connection is closed or a statement has passed.
-/// Inside a transaction nothing is tried again: it has its lock.
+/// A statement that was refused has changed nothing, in a transaction either.
 ///
 /// Raises what the other connection raises; DatabaseLocked says how long was waited.
-class PatientConnection : public adodb::Connection {
+class PatientConnection : public database::ConnectionLayer {
  public:
   /// How long the other connection may wait by itself, in which nobody can do anything.
   static constexpr std::chrono::milliseconds tryTime{100};
@@ -22,6 +22,7 @@ class PatientConnection : public adodb::Connection {
   explicit PatientConnection(std::unique_ptr<adodb::Connection> real,
                              std::chrono::milliseconds longest = std::chrono::seconds(5));
 
+  adodb::Connection& Beneath() const override { return *m_real; }
   int State() const override { return m_real->State(); }
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
@@ -37,7 +38,6 @@ class PatientConnection : public adodb::Connection {
 
   std::unique_ptr<adodb::Connection> m_real;
   std::chrono::milliseconds m_longest;
-  bool m_inTransaction = false;
   bool m_hasGivenUp = false;
 };
 

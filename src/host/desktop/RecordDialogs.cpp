@@ -2,7 +2,6 @@
 
 #include "host/desktop/ErrorBox.h"
 #include "host/records/MomentText.h"
-#include "host/records/RecordHold.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
@@ -94,10 +93,10 @@ void RecordDialogs::Modify(const Node& node, ComponentRequest request, const QSt
     request.viewOnly = true;
     m_bridge.Session().lastRefusal = hold.Holder();
   }
-  Show(node, request);
+  Show(node, request, &hold);
 }
 
-void RecordDialogs::Show(const Node& node, ComponentRequest request) {
+void RecordDialogs::Show(const Node& node, ComponentRequest request, const RecordHold* hold) {
   request.path = node.Path();
   std::optional<WriteWatch> watch;
   if (m_bridge.Session().office != nullptr) {
@@ -110,9 +109,14 @@ void RecordDialogs::Show(const Node& node, ComponentRequest request) {
     failure = error;
   }
   // A dialog that fails may have saved before.
-  if (watch && !watch->Rows().isEmpty() && !m_bridge.IsEnding()) {
-    const QList<LostSave> losses =
-        CheckSaved(m_bridge.OpenConnection(), node, request.selectedId, std::as_const(*watch).Rows());
+  const QList<WrittenRow> written = watch ? watch->Rows() : QList<WrittenRow>();
+  if (hold != nullptr && !m_bridge.IsEnding()) {
+    if (const std::optional<Change> release = hold->LockReleased()) {
+      TellOfLockRelease(node, *release, written.contains(WrittenRow{node.table, request.selectedId}));
+    }
+  }
+  if (!written.isEmpty() && !m_bridge.IsEnding()) {
+    const QList<LostSave> losses = CheckSaved(m_bridge.OpenConnection(), node, request.selectedId, written);
     for (const LostSave& lost : losses) {
       TellOfLoss(lost);
     }
@@ -127,6 +131,19 @@ void RecordDialogs::TellOfDeletion(const Node& node, int id, const DeletedRecord
   if (deleted.note != 0 && !m_bridge.Session().readOnly) {
     strip.ways.append({u"Re&cuperarlo"_s, [this, note = deleted.note] { Q_EMIT RecoveryWanted(note); }});
   }
+  strip.ways.append({u"&Entendido"_s});
+  Q_EMIT Told(strip);
+}
+
+void RecordDialogs::TellOfLockRelease(const Node& node, const Change& release, bool saved) {
+  const auto id = static_cast<int>(release.key);
+  const QString text = u"%1 soltó su bloqueo de «%2» %3; "_s.arg(
+      release.userName.isEmpty() ? u"Alguien"_s : release.userName, release.name, DayAndTime(release.moment));
+  StripText strip{.subject = Subject(node, id),
+                  .text = text + (saved ? u"lo guardado después puede haber pisado lo de otra persona."_s
+                                        : u"usted no ha guardado nada."_s),
+                  .tone = saved ? StripText::Tone::Attention : StripText::Tone::News};
+  strip.ways.append({u"Abr&ir "_s + node.record, [this, &node, id] { Q_EMIT RecordWanted(node, id); }});
   strip.ways.append({u"&Entendido"_s});
   Q_EMIT Told(strip);
 }

@@ -3,6 +3,7 @@
 #include "host/desktop/Strip.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
+#include "host/records/RecordHold.h"
 #include "host/records/SaveCheck.h"
 
 #include <QObject>
@@ -43,8 +44,10 @@ class RecordDialogs : public QObject {
  private:
   void Guarded(const Node& node, const ComponentRequest& request, const QString& name);
   void Modify(const Node& node, ComponentRequest request, const QString& name);
-  void Show(const Node& node, ComponentRequest request);
+  /// `hold` is that of the request's record; nullptr for a request that holds none.
+  void Show(const Node& node, ComponentRequest request, const RecordHold* hold = nullptr);
   void TellOfDeletion(const Node& node, int id, const DeletedRecord& deleted, const QString& name);
+  void TellOfLockRelease(const Node& node, const Change& release, bool saved);
   void TellOfLoss(const LostSave& lost);
   /// Whether the user wants to look at a record that somebody else holds.
   bool WantsToLook(const Node& node, const LockHolder& holder, const QString& name);

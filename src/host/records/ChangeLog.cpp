@@ -83,7 +83,16 @@ QList<Change> ChangesAfter(adodb::Connection& connection, qint64 number, int mos
 
 std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key) {
   const auto rows =
-      Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} ORDER BY IDCambio DESC", table, key);
+      Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} AND Clase<>{} ORDER BY IDCambio DESC",
+              table, key, static_cast<int>(ChangeKind::LockReleased));
+  return rows->AtEnd() ? std::nullopt : std::optional(ChangeFrom(*rows));
+}
+
+std::optional<Change> LockReleaseAfter(adodb::Connection& connection, qint64 number, const QString& table, qint64 key) {
+  const auto rows =
+      Execute(connection,
+              u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} AND Clase={} AND IDCambio>{} ORDER BY IDCambio",
+              table, key, static_cast<int>(ChangeKind::LockReleased), number);
   return rows->AtEnd() ? std::nullopt : std::optional(ChangeFrom(*rows));
 }
 

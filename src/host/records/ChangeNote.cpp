@@ -22,9 +22,8 @@ bool IsMark(const database::Column& column) {
 }
 
 // A text without a usual length, such as a letter, is told by its length only.
-QString Shown(const database::Column& column, const QVariant& value) {
-  const QString text = automation::Text(value);
-  return column.type == database::ColumnType::LongText ? QString::number(text.size()) : text.left(longestText);
+bool IsLong(const database::Column& column) {
+  return column.type == database::ColumnType::LongText;
 }
 
 // What a row has where nobody entered anything.
@@ -54,8 +53,12 @@ ChangeNote::ChangeNote(adodb::Connection& engine, const database::WrittenRecord&
 }
 
 ChangeNote::Row ChangeNote::Read() const {
-  const auto rows = adodb::Execute(m_engine, u"SELECT * FROM {} WHERE {}={}", adodb::Verbatim{m_table.name},
-                                   adodb::Verbatim{m_table.columns.front().name}, m_key);
+  QStringList values;
+  for (const database::Column& column : m_table.columns) {
+    values.append(IsLong(column) ? u"LEN(%1) AS Longitud%1"_s.arg(column.name) : column.name);
+  }
+  const auto rows = adodb::Execute(m_engine, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{values.join(u", "_s)},
+                                   adodb::Verbatim{m_table.name}, adodb::Verbatim{m_table.columns.front().name}, m_key);
   Row row;
   for (int i = 0; !rows->AtEnd() && i < rows->FieldCount(); ++i) {
     row.append(rows->Field(i));
@@ -100,14 +103,20 @@ ChangeKind ChangeNote::KindOf(const Row& now) const {
   return automation::CBool(now[place]) ? ChangeKind::Deleted : ChangeKind::Recovered;
 }
 
+// A length says nothing of what else was written.
+bool ChangeNote::MayDiffer(const database::Column& column) const {
+  return IsLong(column) && m_written.columns.contains(column.name, Qt::CaseInsensitive);
+}
+
 QList<ColumnChange> ChangeNote::Differences(const Row& now) const {
   QList<ColumnChange> changes;
   for (qsizetype i = 1; i < now.size(); ++i) {
     const database::Column& column = m_table.columns[static_cast<std::size_t>(i)];
     const QVariant before = m_before.value(i);
-    const bool differs = m_before.isEmpty() ? !IsNothing(now[i]) : before != now[i];
+    const bool differs = m_before.isEmpty() ? !IsNothing(now[i]) : before != now[i] || MayDiffer(column);
     if (differs && !IsMark(column)) {
-      changes.append({column.name, m_before.isEmpty() ? QString() : Shown(column, before), Shown(column, now[i])});
+      changes.append(
+          {column.name, automation::Text(before).left(longestText), automation::Text(now[i]).left(longestText)});
     }
   }
   return changes;
@@ -129,13 +138,13 @@ std::optional<Change> ChangeNote::After(qint64 rows) {
     return change;
   }
   const Row now = Read();
-  if (now == m_before) {
+  change.columns = Differences(now);
+  if (now == m_before && change.columns.isEmpty()) {
     return std::nullopt;
   }
   change.key = m_key;
   change.kind = KindOf(now);
   change.name = m_name.isEmpty() || change.kind == ChangeKind::Recovered ? Name(now) : m_name;
-  change.columns = Differences(now);
   return change;
 }
 

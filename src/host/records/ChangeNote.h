@@ -14,19 +14,22 @@ class ChangeNote {
  public:
   ChangeNote(adodb::Connection& engine, const database::WrittenRecord& written);
 
-  /// What the statement, which wrote `rows` rows, changed; nothing where it changed no value.
+  /// What the statement, which wrote `rows` rows, changed; nothing where it changed no value. A long text counts as
+  /// changed whenever it is set.
   std::optional<Change> After(qint64 rows);
   /// The key of the only row that was written, 0 for several; known after that.
   qint64 Key() const { return m_key; }
 
  private:
-  /// The values of a row in the order of the schema's columns; none for a row that is not there.
+  /// The values of a row in the order of the schema's columns, lengths for those of long texts; none for a row that is
+  /// not there.
   using Row = QList<QVariant>;
 
   Row Read() const;
   QString Name(const Row& row) const;
   void FindNewKey();
   ChangeKind KindOf(const Row& now) const;
+  bool MayDiffer(const database::Column& column) const;
   QList<ColumnChange> Differences(const Row& now) const;
 
   adodb::Connection& m_engine;

@@ -1,5 +1,6 @@
 #include "host/records/ComponentBridge.h"
 
+#include "host/records/OfficeConnection.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
@@ -106,8 +107,9 @@ void ComponentBridge::ReleaseLock(const QString& keyColumn, int key) {
   try {
     m_session.Locks().Release(keyColumn, key);
   } catch (const automation::Error&) {
-    // Whoever asks for the record next takes the lock over when this program has ended.
-    return;
+    if (m_session.office != nullptr) {
+      m_session.office->ReleaseLater(keyColumn, key);
+    }
   }
 }
 

@@ -43,7 +43,7 @@ class ComponentBridge : public QObject {
   /// The connection, opened when it is closed. The errors of opening leave it.
   adodb::Connection& OpenConnection();
 
-  /// Releases this session's lock of a record, if it holds it. Where that fails the lock goes with the program.
+  /// Releases this session's lock of a record, if it holds it; where that fails now, before the next one is taken.
   void ReleaseLock(const QString& keyColumn, int key);
 
   /// The request whose dialog is being shown, the innermost of several; nullptr for none.

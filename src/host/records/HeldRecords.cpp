@@ -1,5 +1,7 @@
 #include "host/records/HeldRecords.h"
 
+#include "host/records/ChangeLog.h"
+#include "host/records/ChangeNote.h"
 #include "host/records/NodeCatalog.h"
 #include "host/records/OpenConnection.h"
 #include "host/records/RecordReader.h"
@@ -10,9 +12,9 @@ namespace host {
 
 namespace {
 
-HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
+HeldRecord Describe(adodb::Connection& connection, const RecordLocks& locks, const LockHolder& holder) {
   HeldRecord record{.holder = holder, .kind = holder.keyColumn, .name = QString::number(holder.key)};
-  record.hasEnded = HasEnded(holder.process, CurrentProcess());
+  record.hasEnded = locks.HasEnded(holder);
   const Node* node = FindNodeByKey(holder.keyColumn);
   if (node == nullptr) {
     return record;
@@ -25,7 +27,30 @@ HeldRecord Describe(adodb::Connection& connection, const LockHolder& holder) {
   return record;
 }
 
+Change Note(const Session& session, const Node& node, const HeldRecord& record) {
+  return {.moment = QDateTime::currentDateTimeUtc(),
+          .userId = session.userId,
+          .userName = session.userName,
+          .machine = CurrentProcess().machine,
+          .table = node.table,
+          .key = record.holder.key,
+          .name = record.name,
+          .kind = ChangeKind::LockReleased};
+}
+
 }  // namespace
+
+bool TakeLockFrom(Session& session, const HeldRecord& record) {
+  adodb::Transaction together(Opened(session.connection));
+  if (!session.Locks().ReleaseOf(record.holder)) {
+    return false;
+  }
+  if (const Node* node = FindNodeByKey(record.holder.keyColumn)) {
+    Append(*session.connection, Note(session, *node, record));
+  }
+  together.Commit();
+  return true;
+}
 
 QStringList HeldRecord::Columns() const {
   const QString since = holder.since.toLocalTime().toString(u"dd/MM/yyyy HH:mm"_s);
@@ -44,8 +69,9 @@ QStringList HeldRecord::Titles() {
 QList<HeldRecord> HeldRecords(Session& session) {
   adodb::Connection& connection = Opened(session.connection);
   QList<HeldRecord> records;
-  for (const LockHolder& holder : session.Locks().All()) {
-    records.append(Describe(connection, holder));
+  const RecordLocks locks = session.Locks();
+  for (const LockHolder& holder : locks.All()) {
+    records.append(Describe(connection, locks, holder));
   }
   return records;
 }

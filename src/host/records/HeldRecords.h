@@ -20,6 +20,10 @@ struct HeldRecord {
   static QStringList Titles();
 };
 
+/// Takes the lock from whoever holds it, in the name of the session's user, and notes that in the change log, where the
+/// holder's program looks for it. False when the holder let go meanwhile. Errors of the database leave it.
+bool TakeLockFrom(Session& session, const HeldRecord& record);
+
 /// Every lock of the session's database, the oldest first. Errors of the database leave it.
 QList<HeldRecord> HeldRecords(Session& session);
 

@@ -1,5 +1,6 @@
 #include "host/records/OfficeConnection.h"
 
+#include "database/Presence.h"
 #include "database/WrittenRecord.h"
 #include "host/records/ChangeNote.h"
 #include "host/records/ProcessIdentity.h"
@@ -21,8 +22,10 @@ namespace {
 
 // The host's own tables, which tell of the office's.
 bool IsOwn(const QString& table) {
-  static const QStringList own{u"BloqueoRegistros"_s, u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
-                               u"Ajustes"_s};
+  static const QStringList own{
+      u"BloqueoRegistros"_s,  u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
+      u"Ajustes"_s,           u"Selecciones"_s,   u"SeleccionesPersonas"_s,    u"ImpresorasCalibracion"_s,
+      u"EtiquetasImpresion"_s};
   return own.contains(table);
 }
 
@@ -37,10 +40,29 @@ std::optional<database::WrittenRecord> Written(const QString& statement) {
 
 }  // namespace
 
-OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session)
-    : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
+OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, Session& session)
+    : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+  database::OnNewPresence(
+      *m_engine, [this](int before, int now) { return m_session.lockMemory.CarryOver(*m_engine, before, now); });
+}
 
 OfficeConnection::~OfficeConnection() = default;
+
+void OfficeConnection::ReleaseLater(const QString& keyColumn, int key) {
+  m_waitingLocks.append({keyColumn, key});
+}
+
+void OfficeConnection::ReleaseWaiting(const QString& wantedColumn, int wantedKey) {
+  m_waitingLocks.removeAll({wantedColumn, wantedKey});
+  m_waitingLocks.removeIf([this](const std::pair<QString, int>& lock) {
+    try {
+      RecordLocks(*this, m_session.userId, m_session.userName, &m_session.lockMemory).Release(lock.first, lock.second);
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
+  });
+}
 
 int OfficeConnection::State() const {
   if (m_batch == Batch::None) {
@@ -112,6 +134,7 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& statement,
                                                                  const database::WrittenRecord& written) {
+  m_session.lockMemory.RequireNoneLost();
   ChangeNote note(*m_engine, written);
   m_affected = 0;
   std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);

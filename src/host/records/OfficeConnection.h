@@ -1,11 +1,12 @@
 #pragma once
 
+#include "database/ConnectionLayer.h"
 #include "host/records/WriteWatch.h"
-#include "platform/adodb/Connection.h"
 
 #include <QString>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace database {
@@ -23,17 +24,27 @@ struct Session;
 ///     none, a statement that writes several rows gets one.
 ///   - It knows what was written and committed (WriteWatch).
 ///   - Several requests can be one transaction (a batch): they open and close the connection as they like meanwhile.
+///   - It remembers which locks of the user could not be released since the database was busy.
+///   - After a cut the session's record locks go over to its new presence, and nothing is written to the office's
+///     tables while one of them is lost (LockMemory).
 ///
 /// Where a note can't be written the statement has failed, with the note's error.
-class OfficeConnection : public adodb::Connection {
+class OfficeConnection : public database::ConnectionLayer {
  public:
   /// `session` says who writes, at each note; it outlives the connection.
-  OfficeConnection(std::unique_ptr<adodb::Connection> engine, const Session& session);
+  OfficeConnection(std::unique_ptr<adodb::Connection> engine, Session& session);
   ~OfficeConnection() override;
 
   /// Marks the notes of this object: those of other programs have another one, even of the same user.
   const QString& Program() const { return m_program; }
 
+  /// A lock that could not be released: it waits for ReleaseWaiting.
+  void ReleaseLater(const QString& keyColumn, int key);
+  /// Releases the locks that wait, before another one is taken, and keeps what still can't be released. Whoever wants
+  /// one of them again has it. Raises nothing.
+  void ReleaseWaiting(const QString& wantedColumn, int wantedKey);
+
+  adodb::Connection& Beneath() const override { return *m_engine; }
   int State() const override;
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;
@@ -71,7 +82,7 @@ class OfficeConnection : public adodb::Connection {
   void Forget();
 
   std::unique_ptr<adodb::Connection> m_engine;
-  const Session& m_session;
+  Session& m_session;
   QString m_program;
   qint64 m_affected = 0;
   Batch m_batch = Batch::None;
@@ -79,6 +90,7 @@ class OfficeConnection : public adodb::Connection {
   bool m_inTransaction = false;  ///< One that somebody else began.
   QList<WrittenRow> m_pending;   ///< Written and not yet committed.
   std::vector<WriteWatch*> m_watches;
+  QList<std::pair<QString, int>> m_waitingLocks;  ///< Key columns and keys.
 };
 
 }  // namespace host

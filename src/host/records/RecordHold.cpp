@@ -4,21 +4,28 @@
 
 namespace host {
 
-RecordHold::RecordHold(ComponentBridge& bridge, const Node& node, int id)
-    : m_bridge(bridge), m_keyColumn(node.key), m_id(id) {
+RecordHold::RecordHold(ComponentBridge& bridge, const Node& node, int id) : m_bridge(bridge), m_node(node), m_id(id) {
   adodb::Connection& connection = bridge.OpenConnection();
   if (!bridge.Session().readOnly) {
-    m_holder = bridge.Session().Locks().Take(m_keyColumn, m_id);
+    m_holder = bridge.Session().Locks().Take(m_node.key, m_id);
   }
-  auto release = qScopeGuard([this] { m_bridge.ReleaseLock(m_keyColumn, m_id); });
+  auto release = qScopeGuard([this] { m_bridge.ReleaseLock(m_node.key, m_id); });
+  m_newest = NewestChange(connection);
   m_deleted = FindDeleted(connection, node, id);
   release.dismiss();
 }
 
 RecordHold::~RecordHold() {
   if (!m_bridge.Session().readOnly && !m_holder) {
-    m_bridge.ReleaseLock(m_keyColumn, m_id);
+    m_bridge.ReleaseLock(m_node.key, m_id);
   }
+}
+
+std::optional<Change> RecordHold::LockReleased() const {
+  if (m_bridge.Session().readOnly || m_holder) {
+    return std::nullopt;
+  }
+  return LockReleaseAfter(m_bridge.OpenConnection(), m_newest, m_node.table, m_id);
 }
 
 }  // namespace host

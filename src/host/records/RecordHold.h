@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/records/ChangeLog.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/DeletedRecord.h"
 #include "host/records/RecordLocks.h"
@@ -13,7 +14,7 @@ namespace host {
 /// session that is read-only.
 class RecordHold {
  public:
-  /// Borrows the bridge. Errors of the database leave it.
+  /// Borrows the bridge and the node. Errors of the database leave it.
   RecordHold(ComponentBridge& bridge, const Node& node, int id);
   RecordHold(const RecordHold&) = delete;
   RecordHold& operator=(const RecordHold&) = delete;
@@ -23,11 +24,14 @@ class RecordHold {
   const std::optional<DeletedRecord>& Deleted() const { return m_deleted; }
   /// Who else holds the record; nothing when it is held here.
   const std::optional<LockHolder>& Holder() const { return m_holder; }
+  /// The note of whoever took the lock since; nothing where it was not held here, or still is, or was let go here.
+  std::optional<Change> LockReleased() const;
 
  private:
   ComponentBridge& m_bridge;
-  QString m_keyColumn;
+  const Node& m_node;
   int m_id;
+  qint64 m_newest = 0;  ///< The newest note when the lock was taken.
   std::optional<LockHolder> m_holder;
   std::optional<DeletedRecord> m_deleted;
 };

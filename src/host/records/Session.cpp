@@ -1,7 +1,6 @@
 #include "host/records/Session.h"
 
 #include "host/records/OpenConnection.h"
-#include "platform/automation/Error.h"
 
 #include <QStandardPaths>
 
@@ -13,19 +12,8 @@ QString Session::DefaultSettingsFile() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
 }
 
-RecordLocks Session::Locks() const {
-  return {Opened(connection), userId, userName};
-}
-
-void Session::ReleaseWhatWaits() {
-  const QList<std::pair<QString, int>> waiting = std::exchange(unreleased, {});
-  for (const auto& [keyColumn, key] : waiting) {
-    try {
-      Locks().Release(keyColumn, key);
-    } catch (const automation::Error&) {
-      unreleased.append({keyColumn, key});
-    }
-  }
+RecordLocks Session::Locks() {
+  return {Opened(connection), userId, userName, &lockMemory};
 }
 
 }  // namespace host

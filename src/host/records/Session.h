@@ -6,7 +6,6 @@
 #include <QString>
 
 #include <optional>
-#include <utility>
 
 namespace host {
 
@@ -35,12 +34,10 @@ struct Session {
   /// Set when a dialog that was only looked at closed because its record is free: this session holds its lock now, and
   /// whoever showed the dialog shows it again and then releases the lock.
   std::optional<LockHolder> openAgain;
-  /// Locks that could not be released because the database was busy: key columns and keys.
-  QList<std::pair<QString, int>> unreleased;
-  /// Tries to release those, and keeps what still can't be.
-  void ReleaseWhatWaits();
+  /// What Locks() holds on a server.
+  LockMemory lockMemory;
   /// The locks of this user. Raises 91 without a connection; opens a closed one.
-  RecordLocks Locks() const;
+  RecordLocks Locks();
 
   /// `kel-host.ini` in the folder "Kel" of the user's configuration folder.
   static QString DefaultSettingsFile();

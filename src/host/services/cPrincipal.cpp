@@ -1,5 +1,6 @@
 #include "host/services/cPrincipal.h"
 
+#include "host/records/OfficeConnection.h"
 #include "host/records/OpenConnection.h"
 #include "host/services/ChangeTracking.h"
 #include "host/services/ColumnWidths.h"
@@ -62,7 +63,9 @@ bool cPrincipal::BloqueoRegistro(QObject*& objeto, const QString& /*formulario*/
   if (m_session.readOnly) {
     return true;
   }
-  m_session.ReleaseWhatWaits();
+  if (m_session.office != nullptr) {
+    m_session.office->ReleaseWaiting(campoID, valorID);
+  }
   try {
     m_session.lastRefusal = Locks(objeto).Take(campoID, valorID);
   } catch (const automation::Error& error) {
@@ -86,10 +89,10 @@ void cPrincipal::DesbloqueoRegistro(QObject*& objeto, const QString& /*formulari
   try {
     Locks(objeto).Release(campoID, valorID);
   } catch (const automation::Error& error) {
-    if (error.Number() != adodb::DatabaseLocked) {
+    if (error.Number() != adodb::DatabaseLocked || m_session.office == nullptr) {
       throw;
     }
-    m_session.unreleased.append({campoID, valorID});
+    m_session.office->ReleaseLater(campoID, valorID);
   }
 }
 
@@ -213,8 +216,9 @@ void cPrincipal::SeleccionarCP_Provincia(QObject*& cambiado, QObject*& acoplado,
 
 RecordLocks cPrincipal::Locks(QObject* services) const {
   adodb::Connection* connection = ConnectionOf(services);
-  return connection != nullptr ? RecordLocks(Opened(connection), m_session.userId, m_session.userName)
-                               : m_session.Locks();
+  return connection != nullptr
+             ? RecordLocks(Opened(connection), m_session.userId, m_session.userName, &m_session.lockMemory)
+             : m_session.Locks();
 }
 
 void cPrincipal::TellOfRefusal() const {

@@ -1,0 +1,7 @@
+#include "database/ConnectionLayer.h"
+
+namespace database {
+
+ConnectionLayer::~ConnectionLayer() = default;
+
+}  // namespace database
