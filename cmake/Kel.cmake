@@ -70,6 +70,8 @@ function(kel_shared target folder)
   set(exports ${CMAKE_BINARY_DIR}/exports)
   add_library(${inside} OBJECT ${ARGN})
   add_library(${target} SHARED $<TARGET_OBJECTS:${inside}>)
+  # What moc makes of the published headers is among the objects already.
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF)
   generate_export_header(${target} EXPORT_FILE_NAME ${exports}/${folder}/Export.h)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${exports} FILES ${exports}/${folder}/Export.h)
   set_target_properties(${inside} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QMessageBox>
 #include <QTableWidget>
+#include <QThread>
 
 // A library of services with deliberate faults, as authors make them; what is right is here to show that it is not
 // blamed.
@@ -63,6 +64,40 @@ class FaultyToo : public QObject {
   Q_INVOKABLE void VerificarEuros(int, const QVariant&, int, int) {}
 };
 
+// Faults that only show when a member is called more than once, or with a second object.
+class Forgetful : public QObject {
+  Q_OBJECT
+
+ public:
+  // What is released stays locked for all other objects, which are told that they hold it.
+  Q_INVOKABLE bool BloqueoRegistro(QObject*&, const QString&, const QString&, int, bool& held) {
+    static const QObject* holder = nullptr;
+    holder = holder == nullptr ? this : holder;
+    if (holder == this) {
+      held = true;
+    }
+    return holder != this;
+  }
+  Q_INVOKABLE void DesbloqueoRegistro(QObject*&, const QString&, const QString&, int) {}
+  Q_INVOKABLE void VerError(const QString&, const QString&, const QString&) {}
+  Q_INVOKABLE QString FormatearAEuros(const QVariant&) { return QStringLiteral("1,234.50"); }
+  Q_INVOKABLE void VerificarEuros(int& key, const QVariant&, int, int) { key = key == '7' || key > ',' ? 0 : key; }
+};
+
+// And those that stop everything.
+class Hanging : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(int IDNodo READ Never WRITE SetNever)
+
+ public:
+  int Never() const {
+    for (;;) {
+      QThread::sleep(1);
+    }
+  }
+  void SetNever(int) {}
+};
+
 class FaultyLists : public QObject {
   Q_OBJECT
 
@@ -88,6 +123,42 @@ class FaultyLists : public QObject {
   }
 };
 
+// Lists that look right.
+class ForgetfulLists : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE void RellenarComboPais(adodb::Connection* connection, QObject* combo, const QVariant&, bool) {
+    Fill(combo, *connection, QStringLiteral("SELECT IDPais,Nombre FROM Paises"), false);
+  }
+  Q_INVOKABLE void RellenarComboProvincias(adodb::Connection* connection, QObject* combo, int country, const QVariant&,
+                                           bool) {
+    Fill(combo, *connection,
+         QStringLiteral("SELECT IDProvincia,Nombre FROM Provincias WHERE Eliminado=0 AND CodPais=%1").arg(country),
+         true);
+  }
+  Q_INVOKABLE void rellenarcombobancos(QObject* combo, adodb::Connection* connection, const QVariant&, bool) {
+    Fill(combo, *connection, QStringLiteral("SELECT IDBanco,Nombre FROM Bancos WHERE Eliminado=0"), false);
+  }
+  Q_INVOKABLE void rellenarcombosucursales(QObject* combo, int, adodb::Connection* connection, const QVariant&, bool) {
+    Fill(combo, *connection, QStringLiteral("SELECT IDSucursal,Nombre FROM Sucursales WHERE codBanco=0"), false);
+  }
+  Q_INVOKABLE QString CargarBancoSucursalCaja(const QString&, int, int) { return {}; }
+  Q_INVOKABLE void CargarBancoSucursalLista(QObject* combo, const QString&, const QString&, int) {
+    qobject_cast<QComboBox*>(combo)->setCurrentIndex(-1);
+  }
+
+ private:
+  static void Fill(QObject* combo, adodb::Connection& connection, const QString& statement, bool asText) {
+    auto* list = qobject_cast<QComboBox*>(combo);
+    list->clear();
+    for (const auto rows = connection.Execute(statement); !rows->AtEnd(); rows->MoveNext()) {
+      list->addItem(rows->Field(1).toString(), asText ? QVariant(rows->Field(0).toString()) : rows->Field(0));
+    }
+    list->setCurrentIndex(-1);
+  }
+};
+
 template <typename Class>
 struct FactoryOf : automation::ClassFactory {
   std::unique_ptr<QObject> CreateInstance() override { return std::make_unique<Class>(); }
@@ -99,8 +170,12 @@ Q_DECL_EXPORT int DllGetClassObject(const char* progId, automation::ClassFactory
   static FactoryOf<Faulty> services;
   static FactoryOf<FaultyToo> more;
   static FactoryOf<FaultyLists> lists;
+  static FactoryOf<Forgetful> forgetful;
+  static FactoryOf<Hanging> hanging;
+  static FactoryOf<ForgetfulLists> forgetfulLists;
   const QHash<QByteArray, automation::ClassFactory*> classes{
-      {"Mala.cPrincipal", &services}, {"Peor.cPrincipal", &more}, {"Mala.cListas", &lists}};
+      {"Mala.cPrincipal", &services},  {"Peor.cPrincipal", &more},      {"Mala.cListas", &lists},
+      {"Fina.cPrincipal", &forgetful}, {"Quieta.cPrincipal", &hanging}, {"Fina.cListas", &forgetfulLists}};
   *factory = classes.value(progId);
   return *factory != nullptr ? automation::LibraryOk : automation::LibraryClassNotAvailable;
 }

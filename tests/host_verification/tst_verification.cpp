@@ -15,10 +15,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // What is wrong with each member, "" for nothing.
-QMap<QString, QString> Verdicts(QObject& object, bool lists) {
+QMap<QString, QString> Verdicts(QObject& object, QObject& second, bool lists, const support::TestDatabase& database) {
   host::CheckBench bench;
   QMap<QString, QString> verdicts;
-  for (const host::MemberCheck& check : lists ? host::ListChecks(object, bench) : host::ServiceChecks(object, bench)) {
+  for (const host::MemberCheck& check :
+       lists ? host::ListChecks(object, &database.Connection(), bench) : host::ServiceChecks(object, second, bench)) {
     verdicts[check.member] = host::FaultOf(check);
   }
   return verdicts;
@@ -46,8 +47,9 @@ void tst_verification::RightServicesHaveNoFault() {
   host::RegisterClasses(session);
   const auto unregister = qScopeGuard([] { host::UnregisterClasses(); });
   for (const bool lists : {false, true}) {
-    const auto object = automation::CreateObject(lists ? u"KelApi.cListas"_s : u"KelAPI.cPrincipal"_s);
-    const QMap<QString, QString> verdicts = Verdicts(*object, lists);
+    const QString progId = lists ? u"KelApi.cListas"_s : u"KelAPI.cPrincipal"_s;
+    const auto object = automation::CreateObject(progId);
+    const QMap<QString, QString> verdicts = Verdicts(*object, *automation::CreateObject(progId), lists, database);
     QCOMPARE(verdicts.size(), lists ? 8 : 27);
     for (auto verdict = verdicts.begin(); verdict != verdicts.end(); ++verdict) {
       QVERIFY2(verdict->isEmpty(), qPrintable(verdict.key() + u": "_s + *verdict));
@@ -97,6 +99,19 @@ void tst_verification::FaultsAreNamed_data() {
   row(more, u"CIF_NIF_Valido"_s, u"el argumento 2"_s);
   row(more, u"Validar_NIF"_s, u"no contesta 1"_s);
   row(more, u"VerificarEuros"_s, u"el argumento 1 («int»)"_s);
+  const QString forgetful = u"Fina.cPrincipal"_s;
+  row(forgetful, u"BloqueoRegistro"_s, u"dice que otro tiene el registro y que lo tiene este cuadro"_s);
+  row(forgetful, u"DesbloqueoRegistro"_s, u"sigue viendo el bloqueo después de soltarlo"_s);
+  row(forgetful, u"VerError"_s, u"no enseña el error"_s);
+  row(forgetful, u"FormatearAEuros"_s, u"da «1,234.50»"_s);
+  row(forgetful, u"VerificarEuros"_s, u"no deja pasar «0»"_s);
+  const QString forgetfulLists = u"Fina.cListas"_s;
+  row(forgetfulLists, u"RellenarComboPais"_s, u"da un registro borrado"_s);
+  row(forgetfulLists, u"RellenarComboProvincias"_s, u"lleva su identificador como texto"_s);
+  row(forgetfulLists, u"rellenarcombobancos"_s, u"no elige el registro"_s);
+  row(forgetfulLists, u"rellenarcombosucursales"_s, u"no da un registro"_s);
+  row(forgetfulLists, u"CargarBancoSucursalCaja"_s, u"no da el número"_s);
+  row(forgetfulLists, u"CargarBancoSucursalLista"_s, u"no elige el banco"_s);
   const QString lists = u"Mala.cListas"_s;
   row(lists, u"RellenarCombo"_s, u"no vacía"_s);
   row(lists, u"RellenarComboPais"_s, u"«uno» no lleva su identificador"_s);
@@ -115,7 +130,9 @@ void tst_verification::FaultsAreNamed() {
   static QMap<QString, QMap<QString, QString>> known;
   if (!known.contains(progId)) {
     const automation::ComponentLibrary library(QStringLiteral(FAULTY_SERVICES));
-    known[progId] = Verdicts(*library.CreateObject(progId), progId.endsWith(u"cListas"_s));
+    const support::TestDatabase database;
+    known[progId] =
+        Verdicts(*library.CreateObject(progId), *library.CreateObject(progId), progId.endsWith(u"cListas"_s), database);
   }
   const QString said = known[progId].value(member, u"not checked"_s);
   QVERIFY2(fault.isEmpty() ? said.isEmpty() : said.contains(fault), qPrintable(said));
@@ -129,6 +146,8 @@ void tst_verification::Program_data() {
                             << u"Mala.cPrincipal: 27 miembros, 22 con faltas"_s;
   QTest::newRow("list helper") << QStringLiteral(FAULTY_SERVICES " Mala.cListas") << 1
                                << u"Mala.cListas: 8 miembros, 8 con faltas"_s;
+  QTest::newRow("a member that never returns") << QStringLiteral(FAULTY_SERVICES " Quieta.cPrincipal --limite 1") << 1
+                                               << u"IDNodo                              no vuelve"_s;
   QTest::newRow("no such class") << QStringLiteral(FAULTY_SERVICES " Otra.cListas") << 1
                                  << u"no contiene la clase «Otra.cListas»"_s;
   QTest::newRow("no library") << u"/no/hay.so Mala.cListas"_s << 1 << u"no existe la biblioteca"_s;

@@ -3,8 +3,11 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QScopeGuard>
 
+#include <map>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +24,19 @@ QString PreparedFile(database::Content content) {
     database::PrepareDatabase(database::ConnectionStringForFile(file), content);
   }
   return file;
+}
+
+// A new line to a server costs more than most tests. Closed it holds nothing.
+adodb::Connection& KeptLine(const QString& connectionString) {
+  static std::map<QString, std::unique_ptr<adodb::Connection>> lines;
+  if (lines.empty()) {
+    qAddPostRoutine([] { lines.clear(); });
+  }
+  std::unique_ptr<adodb::Connection>& line = lines[connectionString];
+  if (line == nullptr) {
+    line = database::CreateConnection(connectionString);
+  }
+  return *line;
 }
 
 }  // namespace
@@ -55,11 +71,16 @@ TestDatabase::TestDatabase(database::Content content) : m_file(m_folder.filePath
     throw std::runtime_error("no test database");
   }
   m_connectionString = m_server ? m_server->ConnectionString() : database::ConnectionStringForFile(m_file);
-  m_connection = Connect();
 }
 
-TestDatabase::TestDatabase(const QString& connectionString)
-    : m_connectionString(connectionString), m_connection(Connect()) {}
+TestDatabase::TestDatabase(const QString& connectionString) : m_connectionString(connectionString) {}
+
+adodb::Connection& TestDatabase::Connection() const {
+  if (m_connection == nullptr) {
+    m_connection = Connect();
+  }
+  return *m_connection;
+}
 
 QString TestDatabase::Path(const QString& name) const {
   return name.isEmpty() ? m_file : m_folder.filePath(name);
@@ -71,13 +92,22 @@ std::unique_ptr<adodb::Connection> TestDatabase::Connect() const {
   return connection;
 }
 
+QStringList TestDatabase::QueryBeside(const QString& statement) const {
+  if (m_server) {
+    adodb::Connection& line = KeptLine(ConnectionString());
+    line.Open();
+    const auto close = qScopeGuard([&] { line.Close(); });
+    return Rows(line, statement);
+  }
+  return Rows(*Connect(), statement);
+}
+
 int TestDatabase::FirstNumber(const QString& statement) const {
-  const auto connection = Connect();
-  const auto rows = connection->Execute(statement);
-  if (rows->AtEnd()) {
+  const QStringList rows = QueryBeside(statement);
+  if (rows.isEmpty()) {
     throw std::runtime_error("no row: " + statement.toStdString());
   }
-  return automation::CLng(rows->Field(0));
+  return automation::CLng(rows.front().section(u'|', 0, 0));
 }
 
 }  // namespace support

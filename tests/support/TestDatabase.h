@@ -18,7 +18,7 @@ QStringList Rows(adodb::Connection& connection, const QString& statement);
 /// The same in one line, the rows with "/" between them; "error N" where the statement fails with that number.
 QString Outcome(adodb::Connection& connection, const QString& statement);
 
-/// A prepared database, gone with this object, and an open connection to it: a file in a folder of its own, or one on a
+/// A prepared database, gone with this object, and a connection to it: a file in a folder of its own, or one on a
 /// server (see TestServer).
 class TestDatabase {
  public:
@@ -31,7 +31,8 @@ class TestDatabase {
   QString ConnectionString() const { return m_connectionString; }
   /// Null for a file.
   const ServerDatabase* Server() const { return m_server ? &*m_server : nullptr; }
-  adodb::Connection& Connection() const { return *m_connection; }
+  /// Opened when it is first asked for.
+  adodb::Connection& Connection() const;
   /// Lets the file go; Connection() is not used afterwards.
   void Disconnect() { m_connection.reset(); }
   /// Another connection, open.
@@ -41,11 +42,11 @@ class TestDatabase {
 
   template <typename... Values>
   void Execute(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    Connect()->Execute(statement.Text(values...));
+    QueryBeside(statement.Text(values...));
   }
   template <typename... Values>
   QStringList Query(std::type_identity_t<adodb::Statement<Values...>> statement, const Values&... values) const {
-    return Rows(*Connect(), statement.Text(values...));
+    return QueryBeside(statement.Text(values...));
   }
   /// The number in the first column of the first row. Throws std::runtime_error where there is no row.
   template <typename... Values>
@@ -54,13 +55,14 @@ class TestDatabase {
   }
 
  private:
+  QStringList QueryBeside(const QString& statement) const;
   int FirstNumber(const QString& statement) const;
 
   QTemporaryDir m_folder;
   QString m_file;
   QString m_connectionString;
   std::optional<ServerDatabase> m_server;
-  std::unique_ptr<adodb::Connection> m_connection;
+  mutable std::unique_ptr<adodb::Connection> m_connection;
 };
 
 }  // namespace support

@@ -113,7 +113,8 @@ QString MakeDatabase(database::Content content) {
   return name;
 }
 
-// A statement that is still at work for a test that has ended would stand in the way of the reset.
+// What is still at work for a test that has ended would stand in the way of the reset, and a presence in that of the
+// next test.
 QString TakeDatabase(database::Content content) {
   QStringList& names = FreeDatabases()[content];
   if (names.isEmpty()) {
@@ -122,7 +123,8 @@ QString TakeDatabase(database::Content content) {
   QString name = names.takeLast();
   OwnersLine(name).Run(
       u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname=current_database() AND "
-      "pid<>pg_backend_pid(); SELECT kel_test.reset()"_s);
+      "pid<>pg_backend_pid() AND (state<>'idle' OR pid IN (SELECT pid FROM pg_locks WHERE locktype='advisory')); "
+      "SELECT kel_test.reset()"_s);
   return name;
 }
 

@@ -74,7 +74,8 @@ QByteArray ServerSql(const Plan& plan) {
   return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
 }
 
-// It goes out when the transaction is committed.
+// It goes out behind what was written, in a transaction of its own, which waits for no disk: inside the other one it
+// would make all commits of the server wait for one another's disk.
 QByteArray NoticeOf(const std::set<const Table*>& tables) {
   QStringList names;
   for (const Table* table : tables) {
@@ -257,10 +258,9 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   pipeline->AddStatement(name, parameters);
   if (m_inTransaction) {
     pipeline->Add("RELEASE SAVEPOINT kel");
-  } else if (plan.plan.effect.writtenTable != nullptr) {
-    pipeline->Add(NoticeOf({plan.plan.effect.writtenTable}).constData());
   }
-  pipeline->Send();
+  const bool isAlone = !m_inTransaction && plan.plan.effect.writtenTable != nullptr;
+  pipeline->Send(isAlone ? NoticeOf({plan.plan.effect.writtenTable}) : QByteArray());
   m_isBegun = m_inTransaction;
   pipeline->Pass(before);
   if (isNew && !pipeline->HasFailed()) {
@@ -379,7 +379,13 @@ void PostgresSession::Commit() {
   if (m_isBegun) {
     try {
       CountOn();
-      m_handle->Run(NoticeOf(m_written) + ";COMMIT");
+      PostgresPipeline pipeline(*m_handle);
+      pipeline.Add("COMMIT");
+      pipeline.Send(NoticeOf(m_written));
+      pipeline.Finish();
+      if (pipeline.HasFailed()) {
+        throw ServerError(pipeline.Failure(), m_handle->Target());
+      }
     } catch (const automation::Error& error) {
       const bool isCut = !m_handle->IsAlive();
       m_inTransaction = m_isBegun = false;

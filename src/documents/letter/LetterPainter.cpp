@@ -1,10 +1,19 @@
 #include "documents/letter/LetterPainter.h"
 
+#include "documents/letter/PageFields.h"
+#include "documents/letter/SmallCapitals.h"
+
+#include "documents/rtf/FittedTabs.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextLayout>
+
+#include <algorithm>
 
 namespace documents {
 
@@ -34,11 +43,29 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   QTextOption option = m_pages->defaultTextOption();
   option.setTabStopDistance(letter.defaultTextOption().tabStopDistance());
   m_pages->setDefaultTextOption(option);
+  ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
+  rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
+  if (PageCount() > 0) {
+    FillPageFields(
+        *m_pages, [this](int position) { return PageOf(position); }, PageCount());
+  }
 }
 
 int LetterPainter::PageCount() const {
   return m_pages->pageSize().isEmpty() ? 0 : m_pages->pageCount();
+}
+
+int LetterPainter::PageOf(int position) const {
+  const int count = PageCount();
+  const QTextBlock block = m_pages->findBlock(position);
+  if (count == 0 || !block.isValid()) {
+    return std::max(0, count - 1);
+  }
+  const double top = m_pages->documentLayout()->blockBoundingRect(block).top();
+  const QTextLine line = block.layout()->lineForTextPosition(position - block.position());
+  const double y = top + (line.isValid() ? line.y() : 0);
+  return std::clamp(static_cast<int>(y / m_pages->pageSize().height()), 0, count - 1);
 }
 
 void LetterPainter::Paint(QPainter& painter, int page) const {

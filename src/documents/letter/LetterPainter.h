@@ -23,6 +23,8 @@ class KELDOCUMENTOS_EXPORT LetterPainter {
 
   /// 0 where the margins leave no room for a text.
   int PageCount() const;
+  /// The page, from 0, on which a place of the letter stands; the last one for places that it does not have.
+  int PageOf(int position) const;
   /// Paints a page, from 0, on a painter whose unit is the half-point and whose origin is the paper's upper left
   /// corner. The paper's own colour is the caller's.
   void Paint(QPainter& painter, int page) const;

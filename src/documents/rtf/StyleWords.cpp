@@ -32,9 +32,20 @@ CharacterStyle WithLink(int link) {
   return style;
 }
 
+void Carry(CharacterStyle& style, const Keyword& keyword, const CarriedWord& word) {
+  style.carried.Put(keyword, word.hasParameter, word.parameter);
+}
+
 template <typename Kind>
 Kind Toggled(const Keyword& keyword, const Token& token) {
   return IsOn(token) ? Kind(keyword.value) : Kind{};
+}
+
+// `\strike0` does not end a double line, nor `\striked0` a single one.
+void SetStrike(CharacterStyle& style, const Keyword& keyword, const Token& token) {
+  if (IsOn(token) || style.strike == keyword.value) {
+    style.strike = Toggled<std::uint8_t>(keyword, token);
+  }
 }
 
 void AddTab(ParagraphStyle& style, TabStop& pending, const Token& token, bool bar) {
@@ -72,10 +83,7 @@ bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Tok
       style.underline = UnderlineKind::None;
       break;
     case Action::Strike:
-      // `\strike0` does not end a double line, nor `\striked0` a single one.
-      if (IsOn(token) || style.strike == keyword.value) {
-        style.strike = Toggled<std::uint8_t>(keyword, token);
-      }
+      SetStrike(style, keyword, token);
       break;
     case Action::Caps:
       style.caps = IsOn(token);
@@ -112,11 +120,9 @@ bool ApplyCharacterWord(CharacterStyle& style, const Keyword& keyword, const Tok
     case Action::RunDirection:
       style.rightToLeft = keyword.value == 1;
       break;
-    case Action::CarryCharacter: {
-      const CarriedWord word = Carried(keyword, token, colours);
-      style.carried.Put(keyword, word.hasParameter, word.parameter);
+    case Action::CarryCharacter:
+      Carry(style, keyword, Carried(keyword, token, colours));
       break;
-    }
     default:
       return false;
   }

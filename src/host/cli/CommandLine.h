@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/cli/MailingOptions.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,10 +16,14 @@ enum class Command {
   Register,
   Unregister,
   VerifyServices,
+  VerifyConnection,
   Copy,
   Restore,
   Check,
+  SetUp,
   Locks,
+  Letters,
+  Labels,
   Help,
   Version,
 };
@@ -31,10 +37,12 @@ struct CommandLine {
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
-  QString library;  ///< Of registrar, desregistrar and verificar-servicios; empty for desregistrar without one.
-  QString progId;   ///< Of verificar-servicios.
-  QString copy;     ///< Of copia and restaurar: the file of the copy.
+  QString library;             ///< Of registrar, desregistrar and verificar-…; empty for desregistrar without one.
+  QString progId;              ///< Of verificar-servicios and verificar-conexion.
+  int limit = 20;              ///< --limite: seconds that a call of verificar-… may take.
+  QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
+  MailingOptions mailing;      ///< Of cartas and etiquetas.
   int node = -1;
   int action = 0;
   int id = 0;

@@ -3,6 +3,7 @@
 #include "host/cli/CommandLine.h"
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
+#include "host/cli/MailingCommand.h"
 #include "host/cli/Registration.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/verification/Verification.h"
@@ -36,12 +37,19 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
       host::UnregisterComponent(line.library);
       return host::ExitDone;
     case host::Command::VerifyServices:
-      return host::VerifyServices(line.library, line.progId, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
+    case host::Command::VerifyConnection: {
+      const auto verify = line.command == host::Command::VerifyServices ? host::VerifyServices : host::VerifyConnection;
+      const host::Verified verified{line.library, line.progId, std::chrono::seconds(line.limit)};
+      return verify(verified, argc, argv) ? host::ExitDone : host::ExitCannotGoOn;
+    }
     case host::Command::Copy:
       Print(stdout, host::CopyCommand(line));
       return host::ExitDone;
     case host::Command::Restore:
       Print(stdout, host::RestoreCommand(line));
+      return host::ExitDone;
+    case host::Command::SetUp:
+      Print(stdout, host::SetUpCommand(line));
       return host::ExitDone;
     case host::Command::Check: {
       const host::CheckOutcome outcome = host::CheckCommand(line);
@@ -51,6 +59,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Locks:
       host::RunLockCommand(line);
       return host::ExitDone;
+    case host::Command::Letters:
+    case host::Command::Labels:
+      return host::RunMailingCommand(line, argc, argv);
     default:
       return host::RunApplication(line, argc, argv);
   }

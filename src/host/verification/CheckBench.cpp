@@ -41,16 +41,30 @@ CheckBench::CheckBench()
   database::PrepareDatabase(target, database::Content::Demonstration);
   m_connection = database::CreateConnection(target);
   m_connection->Open();
-  QObject::connect(&m_closer, &QTimer::timeout, [] {
-    // A box whose buttons all agree can't be closed, but it can be done with.
-    QWidget* modal = QApplication::activeModalWidget();
-    if (auto* dialog = qobject_cast<QDialog*>(modal)) {
-      dialog->done(QDialog::Rejected);
-    } else if (modal != nullptr) {
-      modal->close();
-    }
-  });
+  QObject::connect(&m_closer, &QTimer::timeout, [this] { CloseWindows(); });
   m_closer.start(20ms);
+}
+
+void CheckBench::CloseWindows() {
+  QWidget* shown = QApplication::activeModalWidget();
+  for (QWidget* candidate : QApplication::topLevelWidgets()) {
+    shown = shown == nullptr && candidate->isVisible() ? candidate : shown;
+  }
+  if (shown == nullptr) {
+    return;
+  }
+  ++m_windowsShown;
+  // A box whose buttons all agree can't be closed, but it can be done with.
+  if (auto* dialog = qobject_cast<QDialog*>(shown)) {
+    dialog->done(QDialog::Rejected);
+  } else {
+    shown->close();
+  }
+}
+
+int CheckBench::WindowsShown() {
+  CloseWindows();
+  return m_windowsShown;
 }
 
 void Require(bool holds, const QString& text) {

@@ -47,11 +47,16 @@ class CheckBench {
   QObjectList Controls() const { return {box, combo, grid}; }
   /// Open.
   adodb::Connection& Connection() { return *m_connection; }
+  /// How many windows members have opened so far; closes those that are still there.
+  int WindowsShown();
 
  private:
+  void CloseWindows();
+
   QTemporaryDir m_folder;
   std::unique_ptr<adodb::Connection> m_connection;
   QTimer m_closer;
+  int m_windowsShown = 0;
 };
 
 /// Throws Fault with `text` unless `holds`.
@@ -65,9 +70,11 @@ QString String(const QVariant& answer);
 /// The parameter of that position, from 0, must be one by reference: what the member writes is lost otherwise.
 void RequireReference(const QObject& object, const char* method, int parameters, int position);
 
-/// The checks of a services object (`cPrincipal`) and of a list helper (`cListas`). Both refer to their arguments.
-std::vector<MemberCheck> ServiceChecks(QObject& services, CheckBench& bench);
-std::vector<MemberCheck> ListChecks(QObject& lists, CheckBench& bench);
+/// The checks of a services object (`cPrincipal`), with a second object of its class, and of a list helper (`cListas`),
+/// on the connection of its own services, null where that is not known, inside transactions that are rolled back. Both
+/// refer to their arguments.
+std::vector<MemberCheck> ServiceChecks(QObject& services, QObject& second, CheckBench& bench);
+std::vector<MemberCheck> ListChecks(QObject& lists, adodb::Connection* own, CheckBench& bench);
 
 /// What is wrong with the member; empty when nothing is.
 QString FaultOf(const MemberCheck& check);

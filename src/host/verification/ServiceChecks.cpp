@@ -1,4 +1,5 @@
 #include "host/verification/CheckBench.h"
+#include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
 
@@ -46,19 +47,46 @@ void CheckConnection(QObject& services) {
   }
 }
 
-// The component passes the request's services object first, and releases what it holds.
-void CheckLock(QObject& services) {
+struct LockAnswer {
+  bool refused;
+  bool held;
+};
+
+// The component passes the request's services object first. `held` is what the flag was before.
+LockAnswer AskForLock(QObject& services, bool held = false) {
   QObject* request = &services;
-  bool held = false;
   const bool refused =
       Boolean(Call(&services, "BloqueoRegistro", Ref(request), form, keyColumn, NobodysKey, Ref(held)));
   Require(!refused || !held, u"dice que otro tiene el registro y que lo tiene este cuadro"_s);
-  RequireReference(services, "BloqueoRegistro", 5, 4);
+  return {refused, held};
 }
 
-void CheckUnlock(QObject& services) {
+void Release(QObject& services) {
   QObject* request = &services;
   Call(&services, "DesbloqueoRegistro", Ref(request), form, keyColumn, NobodysKey);
+}
+
+void CheckLock(QObject& services, QObject& second) {
+  AskForLock(services);
+  RequireReference(services, "BloqueoRegistro", 5, 4);
+  // Whether a second object of the same user may have it, too, is the host's; what it is told must agree.
+  if (AskForLock(second, true).held) {
+    Release(second);
+    AskForLock(services);
+  }
+}
+
+// The check before this one had the lock taken.
+void CheckUnlock(QObject& services, QObject& second) {
+  Release(services);
+  const LockAnswer first = AskForLock(services);
+  Release(services);
+  const LockAnswer other = AskForLock(second);
+  if (other.held) {
+    Release(second);
+  }
+  // A host that can't write refuses always.
+  Require(first.refused || !other.refused, u"otro objeto sigue viendo el bloqueo después de soltarlo"_s);
 }
 
 void CheckDisabling(QObject& services, CheckBench& bench) {
@@ -97,10 +125,12 @@ void CheckWidthsRestored(QObject& services, CheckBench& bench) {
   Require(bench.grid->columnWidth(0) == widthKept, u"no repone los anchos que se guardaron"_s);
 }
 
-void CheckErrorReport(QObject& services) {
+void CheckErrorReport(QObject& services, CheckBench& bench) {
+  const int before = bench.WindowsShown();
   automation::Err().Set(automation::Error(automation::Overflow));
   Call(&services, "VerError", u"cmdAceptar_Click"_s, form, u"KelConfiguracion"_s);
   automation::Err().Clear();
+  Require(bench.WindowsShown() > before, u"no enseña el error"_s);
 }
 
 int TaxIdentifier(QObject& services, const QString& text, QString& control) {
@@ -122,11 +152,30 @@ void CheckTaxIdentifierAlone(QObject& services) {
   Require(Number(Call(&services, "Validar_NIF", u"12345678Z"_s)) == 1, u"no contesta 1 para el NIF válido 12345678Z"_s);
 }
 
+void CheckAmountText(QObject& services) {
+  const auto text = [&](const QVariant& amount) { return String(Call(&services, "FormatearAEuros", amount)); };
+  // Numbers come from columns, texts from boxes.
+  for (const QVariant& amount : {QVariant(1234.5), QVariant(u"1234,5"_s)}) {
+    const QString given = text(amount);
+    Require(given == u"1.234,50" || given == u"1.234,50 €",
+            u"da «%1» por mil doscientos treinta y cuatro y medio, y no «1.234,50»"_s.arg(given));
+  }
+  Require(text(automation::Null()).isEmpty(), u"da un importe donde no hay ninguno (Null)"_s);
+}
+
 void CheckAmountKey(QObject& services, CheckBench& bench) {
   RequireReference(services, "VerificarEuros", 4, 0);
-  int key = u'x';
-  Call(&services, "VerificarEuros", Ref(key), QVariant::fromValue(static_cast<QObject*>(bench.box)), 0, 0);
-  Require(key == 0, u"deja pasar una letra en un importe"_s);
+  bench.box->clear();
+  const auto filtered = [&](int key) {
+    Call(&services, "VerificarEuros", Ref(key), QVariant::fromValue(static_cast<QObject*>(bench.box)), 0, 0);
+    return key;
+  };
+  constexpr int backspace = 8;
+  Require(filtered(u'x') == 0, u"deja pasar una letra en un importe"_s);
+  for (const QChar key : u"0123456789,"_s) {
+    Require(filtered(key.unicode()) == key.unicode(), u"no deja pasar «%1» en un importe"_s.arg(key));
+  }
+  Require(filtered(backspace) == backspace, u"no deja pasar la tecla de retroceso (8)"_s);
 }
 
 void CheckPostcode(QObject& services, CheckBench& bench) {
@@ -140,7 +189,7 @@ void CheckPostcode(QObject& services, CheckBench& bench) {
 
 }  // namespace
 
-std::vector<MemberCheck> ServiceChecks(QObject& services, CheckBench& bench) {
+std::vector<MemberCheck> ServiceChecks(QObject& services, QObject& second, CheckBench& bench) {
   return {
       Carried(services, "IDNodo", 20),
       Carried(services, "Accion", 2),
@@ -154,8 +203,8 @@ std::vector<MemberCheck> ServiceChecks(QObject& services, CheckBench& bench) {
       NumberProperty(services, "IDUsuario"),
       NumberProperty(services, "TipoUsuario"),
       {u"velumar"_s, [&] { Boolean(Get(&services, "velumar")); }},
-      {u"BloqueoRegistro"_s, [&] { CheckLock(services); }},
-      {u"DesbloqueoRegistro"_s, [&] { CheckUnlock(services); }},
+      {u"BloqueoRegistro"_s, [&] { CheckLock(services, second); }},
+      {u"DesbloqueoRegistro"_s, [&] { CheckUnlock(services, second); }},
       {u"BloquearControles"_s, [&] { CheckDisabling(services, bench); }},
       {u"establecercontrolcambioformulario"_s,
        [&] { Call(&services, "establecercontrolcambioformulario", bench.Controls()); }},
@@ -164,10 +213,10 @@ std::vector<MemberCheck> ServiceChecks(QObject& services, CheckBench& bench) {
       {u"SeleccionarFila"_s, [&] { CheckRowSelection(services, bench); }},
       {u"SalvarAnchos"_s, [&] { CheckWidthsKept(services, bench); }},
       {u"CargarAnchos"_s, [&] { CheckWidthsRestored(services, bench); }},
-      {u"VerError"_s, [&] { CheckErrorReport(services); }},
+      {u"VerError"_s, [&] { CheckErrorReport(services, bench); }},
       {u"CIF_NIF_Valido"_s, [&] { CheckTaxIdentifier(services); }},
       {u"Validar_NIF"_s, [&] { CheckTaxIdentifierAlone(services); }},
-      {u"FormatearAEuros"_s, [&] { String(Call(&services, "FormatearAEuros", 1234.5)); }},
+      {u"FormatearAEuros"_s, [&] { CheckAmountText(services); }},
       {u"VerificarEuros"_s, [&] { CheckAmountKey(services, bench); }},
       {u"SeleccionarCP_Provincia"_s, [&] { CheckPostcode(services, bench); }},
   };

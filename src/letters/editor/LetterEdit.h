@@ -24,7 +24,8 @@ class LetterEdit : public QTextEdit {
   explicit LetterEdit(QWidget* parent = nullptr);
   ~LetterEdit() override;
 
-  /// Shows a letter as it is stored. A refused one leaves an empty letter. One with a paragraph that would block the
+  /// Shows a letter as it is stored. A refused one leaves an empty letter, and so does one whose reading a termination
+  /// signal has ended. One with a paragraph that would block the
   /// window (LayoutLimits) is shown for reading: its plain text, in lines.
   rtf::Report Load(const QString& content);
   bool IsForReading() const { return m_original.has_value(); }
@@ -44,6 +45,11 @@ class LetterEdit : public QTextEdit {
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
+  /// Inserts the picture of a file in place of the selection, no wider than the text. Why it could not, for the user;
+  /// empty when it did.
+  QString InsertPicture(const QByteArray& file);
+  /// Inserts a field that is the number of its page on paper.
+  void InsertPageNumber();
   /// Replaces the whole letter, as one step of undo. Refuses what would only be shown for reading.
   rtf::Report ReplaceAll(const QByteArray& content);
 
@@ -88,6 +94,8 @@ class LetterEdit : public QTextEdit {
   void LeaveByTab(bool forward);
   void PasteRich(const QByteArray& content);
   void PasteText(const QString& text);
+  void PasteImage(const QImage& image);
+  int TextTwips() const;
 
   documents::HalfPointDevice m_device;
   /// What is stored, of a letter that is shown for reading.

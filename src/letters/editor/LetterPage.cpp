@@ -78,6 +78,7 @@ void LetterPage::Place(const Margins& margins) {
   m_horizontal->setMaximum(std::max(m_horizontal->maximum(), firstScroll.count));
   m_horizontal->setValue(firstScroll.count);
   MovePage();
+  Q_EMIT MarginsChanged();
 }
 
 void LetterPage::SetLeftMargin(const Margins& margins) {
@@ -94,6 +95,7 @@ void LetterPage::SetWidth(Twips width, const Margins& margins) {
   m_page.width = width;
   PutLetter();
   Fit();
+  Q_EMIT MarginsChanged();
 }
 
 void LetterPage::OnHeightChanged(Twips height) {

@@ -22,6 +22,7 @@ class LetterPage : public QFrame {
 
   LetterEdit* Letter() const { return m_letter; }
   const documents::Paper& Paper() const { return m_paper; }
+  const Margins& CurrentMargins() const { return m_margins; }
 
   /// Places the page of a letter that was loaded; it becomes the place that the scroll bars count from.
   void Place(const Margins& margins);
@@ -39,6 +40,7 @@ class LetterPage : public QFrame {
 
  Q_SIGNALS:
   void ZoomChanged();
+  void MarginsChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
