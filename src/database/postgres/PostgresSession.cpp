@@ -84,6 +84,13 @@ QByteArray NoticeOf(const std::set<const Table*>& tables) {
   return names.isEmpty() ? QByteArray() : "NOTIFY kel, '" + names.join(u',').toUtf8() + '\'';
 }
 
+automation::Error CutOff(const ConnectionString& target) {
+  return automation::Error(
+      adodb::TransactionLost,
+      u"Se cortó la conexión con la base de datos «%1»: no se ha guardado ninguno de los cambios. Vuelva a "
+      "intentarlo."_s.arg(target.ShownName()));
+}
+
 automation::Error OutcomeUnknown(const ConnectionString& target) {
   return automation::Error(
       adodb::TransactionLost,
@@ -140,11 +147,12 @@ void PostgresSession::Leave() {
   m_handle.reset();
 }
 
-void PostgresSession::Listen(std::function<void(int)> onLine) {
+void PostgresSession::Listen(std::function<void(int)> onLine, std::function<void()> onUse) {
   if (onLine && !m_onLine) {
     Handle().Run("LISTEN kel");
   }
   m_onLine = std::move(onLine);
+  m_onUse = std::move(onUse);
 }
 
 int PostgresSession::Socket() const {
@@ -153,6 +161,9 @@ int PostgresSession::Socket() const {
 
 QStringList PostgresSession::TakeNotices() {
   QStringList tables;
+  if (!m_handle) {
+    return tables;
+  }
   m_handle->IsStillAlive();
   while (PGnotify* notice = PQnotifies(m_handle->Engine())) {
     tables += QString::fromUtf8(notice->extra).split(u',');
@@ -260,8 +271,13 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
 
 void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concerned) {
   pipeline.Finish();
+  if (m_onUse) {
+    m_onUse();
+  }
   if (pipeline.HasFailed()) {
-    const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
+    const bool isCutOff = m_inTransaction && !m_handle->IsAlive();
+    const automation::Error error =
+        isCutOff ? CutOff(m_handle->Target()) : ServerError(pipeline.Failure(), m_handle->Target(), concerned);
     m_isOutdated = SqlState(pipeline.Failure()) == "0A000";
     Undo(pipeline.Failure());
     throw error;
@@ -378,6 +394,9 @@ void PostgresSession::Commit() {
     }
   }
   m_inTransaction = m_isBegun = false;
+  if (m_onUse) {
+    m_onUse();
+  }
 }
 
 void PostgresSession::RollBack() {
