@@ -13,10 +13,6 @@ namespace database {
 
 namespace {
 
-bool IsOnServer(const ConnectionString& target) {
-  return target.Engine() == u"postgres";
-}
-
 std::unique_ptr<adodb::Connection> ConnectionTo(const ConnectionString& target) {
   if (IsOnServer(target)) {
     return std::make_unique<EngineConnection>(CreateSession(target), target);
@@ -25,6 +21,10 @@ std::unique_ptr<adodb::Connection> ConnectionTo(const ConnectionString& target) 
 }
 
 }  // namespace
+
+bool IsOnServer(const ConnectionString& target) {
+  return target.Engine() == u"postgres";
+}
 
 ConnectionString TargetOf(const QString& connectionString) {
   ConnectionString target(connectionString);

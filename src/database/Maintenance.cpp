@@ -1,10 +1,11 @@
 #include "database/Maintenance.h"
 
-#include "database/ConnectionString.h"
-#include "database/Database.h"
+#include "database/Engines.h"
 #include "database/Errors.h"
 #include "database/Place.h"
+#include "database/ServerCopies.h"
 #include "database/engine/KeptSessions.h"
+#include "database/postgres/PostgresCheck.h"
 #include "database/postgres/PostgresPreparation.h"
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteCopy.h"
@@ -67,17 +68,30 @@ QString ForViewing(const QString& connectionString) {
 }
 
 CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop) {
-  return CopySqlite(Readable(connectionString), QFileInfo(file).absoluteFilePath(), stop);
+  const QString path = QFileInfo(file).absoluteFilePath();
+  const ConnectionString target = TargetOf(connectionString);
+  return IsOnServer(target) ? CopyFromServer(target, path, stop) : CopySqlite(Readable(connectionString), path, stop);
 }
 
 QString RestoreDatabase(const QString& copy, const QString& connectionString) {
   KeptSessions::Instance().LetGo();
-  return RestoreSqlite(Readable(ConnectionStringForFile(copy)),
-                       QFileInfo(OfFile(connectionString).File()).absoluteFilePath());
+  const ConnectionString source = Readable(ConnectionStringForFile(copy));
+  const ConnectionString target = TargetOf(connectionString);
+  return IsOnServer(target) ? RestoreToServer(source, target)
+                            : RestoreSqlite(source, PlaceOf(connectionString).file);
 }
 
 Findings CheckDatabase(const QString& connectionString) {
-  return CheckSqlite(Readable(connectionString));
+  const ConnectionString target = TargetOf(connectionString);
+  return IsOnServer(target) ? CheckPostgres(target) : CheckSqlite(Readable(connectionString));
+}
+
+ServerSetUp SetUpServer(const QString& connectionString, Content content) {
+  const ConnectionString target = TargetOf(connectionString);
+  if (!IsOnServer(target)) {
+    throw BadConnectionString(u"esta operación es de servidores, y «%1» es un archivo"_s.arg(target.ShownName()));
+  }
+  return SetUpPostgres(target, content);
 }
 
 QStringList QuickCheck(const QString& connectionString) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Database.h"
 #include "database/Export.h"
 
 #include <QString>
@@ -7,8 +8,8 @@
 
 #include <functional>
 
-/// What keeps a database file alive besides its use: copies, restoring one, checks. Errors are those of
-/// platform/adodb/ErrorNumbers.h. Nothing here changes rows; every function may run in a thread of its own.
+/// What keeps a database alive besides its use: copies, restoring one, checks, the rights on a server. Errors are those
+/// of platform/adodb/ErrorNumbers.h. Nothing here changes rows; every function may run in a thread of its own.
 namespace database {
 
 /// Asked now and then during long work, which ends with error 18 when the answer is true.
@@ -30,13 +31,15 @@ struct CopySize {
 };
 
 /// Copies the database as it is at one moment, while others go on writing, into the new file `file`, which is the
-/// user's alone; then opens and checks the copy. An existing `file` is refused with CannotOpen; a copy that does not
+/// user's alone; then opens and checks the copy. A copy is always a file of the engine for files; that of a server has
+/// all rows with their keys, and no locks. An existing `file` is refused with CannotOpen; a copy that does not
 /// pass is deleted, and DatabaseDamaged raised. The file appears under its name only when it is whole.
 KELDATOS_EXPORT CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop = {});
 
 /// Checks `copy` and puts it in the place of the database's file, or makes that file. Gives the name under which the
-/// replaced file stays in its folder, empty where there was none. Raises DatabaseLocked while any program has the
-/// database open, and leaves everything as it was after an error.
+/// replaced file stays in its folder, empty where there was none. On a server its rows take the place of the tables,
+/// which stay in a schema of the name that is given. Raises DatabaseLocked while any program has the database open, and
+/// leaves everything as it was after an error.
 KELDATOS_EXPORT QString RestoreDatabase(const QString& copy, const QString& connectionString);
 
 /// What a check found, a sentence each, in Spanish.
@@ -49,8 +52,21 @@ struct Findings {
   bool IsSound() const { return (integrity + indexes + references).isEmpty(); }
 };
 
-/// Looks at everything. Raises what opening the file raises.
+/// Looks at everything; on a server at what can be asked of it, pages are its administrator's. Raises what opening
+/// raises.
 KELDATOS_EXPORT Findings CheckDatabase(const QString& connectionString);
+
+/// What SetUpServer did.
+struct ServerSetUp {
+  QStringList groups;           ///< The groups of people, those that may most first.
+  bool rebuiltIndexes = false;  ///< Those of texts, which were made by older rules of order.
+};
+
+/// Makes what a database on a server needs besides itself, or brings it up to date: the tables (see PrepareDatabase),
+/// groups for its people and their rights, and the indexes of texts after the server's rules of order have changed.
+/// Raises DatabaseReadOnly, saying what is lacking, for a user who may not do that, and InvalidConnectionString for a
+/// file.
+KELDATOS_EXPORT ServerSetUp SetUpServer(const QString& connectionString, Content content);
 
 /// The engine's own quick check, for a start after an unclean end: what is wrong, nothing for a sound file.
 KELDATOS_EXPORT QStringList QuickCheck(const QString& connectionString);

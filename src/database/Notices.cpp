@@ -9,22 +9,24 @@
 #include <QThread>
 #include <QTimer>
 
+#include <utility>
+
 namespace database {
 
 /// The line of a session under watch, or the search for a new one.
 class Notices::Line {
  public:
-  Line(Notices& notices, EngineConnection& engine, PostgresSession& session)
-      : m_notices(notices), m_engine(engine), m_session(session), m_target(session.Handle().Target()) {
+  Line(EngineConnection& engine, PostgresSession& session, Written written)
+      : m_engine(engine), m_session(session), m_target(session.Handle().Target()), m_written(std::move(written)) {
     m_pause.setSingleShot(true);
     QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { Look(); });
-    m_session.Listen([this](int socket) { Change(socket); });
+    m_session.Listen([this](int socket) { Change(socket); }, [this] { ReadSoon(); });
     Watch(m_session.Socket());
   }
   Line(const Line&) = delete;
   Line& operator=(const Line&) = delete;
   ~Line() {
-    m_session.Listen({});
+    m_session.Listen({}, {});
     if (m_look != nullptr) {
       m_look->wait();
     }
@@ -33,19 +35,21 @@ class Notices::Line {
  private:
   void Watch(int socket);
   void Change(int socket);
+  void ReadSoon();
   void Read();
   void Look();
   void Return();
 
   static constexpr int pause = 500;
 
-  Notices& m_notices;
   EngineConnection& m_engine;
   PostgresSession& m_session;
   const ConnectionString m_target;
+  const Written m_written;
   std::unique_ptr<QSocketNotifier> m_notifier;
   std::unique_ptr<QThread> m_look;
   QTimer m_pause;
+  bool m_isToRead = false;
 };
 
 void Notices::Line::Watch(int socket) {
@@ -68,17 +72,26 @@ void Notices::Line::Change(int socket) {
   } else {
     m_pause.stop();
     QMetaObject::invokeMethod(
-        &m_notices, [this] { Q_EMIT m_notices.Written({}); }, Qt::QueuedConnection);
+        &m_pause, [this] { m_written({}); }, Qt::QueuedConnection);
+  }
+}
+
+// What came along with an answer wakes no notifier.
+void Notices::Line::ReadSoon() {
+  if (!std::exchange(m_isToRead, true)) {
+    QMetaObject::invokeMethod(
+        &m_pause, [this] { Read(); }, Qt::QueuedConnection);
   }
 }
 
 void Notices::Line::Read() {
+  m_isToRead = false;
   const QStringList tables = m_session.TakeNotices();
   if (!m_session.IsAlive()) {
     Change(-1);
   }
   if (!tables.isEmpty()) {
-    Q_EMIT m_notices.Written(tables);
+    m_written(tables);
   }
 }
 
@@ -109,11 +122,11 @@ void Notices::Line::Return() {
   }
 }
 
-Notices::Notices(adodb::Connection& connection, QObject* parent) : QObject(parent) {
+Notices::Notices(adodb::Connection& connection, Written written) {
   EngineConnection* engine = EngineBeneath(connection);
   auto* session = engine == nullptr ? nullptr : dynamic_cast<PostgresSession*>(&engine->EngineSession());
   if (session != nullptr) {
-    m_line = std::make_unique<Line>(*this, *engine, *session);
+    m_line = std::make_unique<Line>(*engine, *session, std::move(written));
   }
 }
 

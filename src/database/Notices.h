@@ -3,9 +3,9 @@
 #include "database/Export.h"
 #include "platform/adodb/Connection.h"
 
-#include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace database {
@@ -15,20 +15,19 @@ namespace database {
 /// as soon as it answers, so that a program nobody works at keeps what belongs to its presence.
 ///
 /// Belongs to the connection's thread, whose event loop it needs. Database files tell nothing: see ChangeClock.
-class KELDATOS_EXPORT Notices : public QObject {
-  Q_OBJECT
-
+class KELDATOS_EXPORT Notices {
  public:
+  /// These tables (as the schema spells them) were written to; none where it is not known, after a cut.
+  using Written = std::function<void(const QStringList& tables)>;
+
   /// Listens over the connection, which is open and outlives this object.
-  explicit Notices(adodb::Connection& connection, QObject* parent = nullptr);
-  ~Notices() override;
+  Notices(adodb::Connection& connection, Written written);
+  Notices(const Notices&) = delete;
+  Notices& operator=(const Notices&) = delete;
+  ~Notices();
 
   /// False for a database that tells nothing.
   bool AreTold() const;
-
- Q_SIGNALS:
-  /// These tables (as the schema spells them) were written to; none where it is not known, after a cut.
-  void Written(const QStringList& tables);
 
  private:
   class Line;

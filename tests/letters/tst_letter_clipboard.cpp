@@ -72,7 +72,7 @@ class tst_letter_clipboard : public QObject {
     };
     row("RTF", u"application/rtf"_s, "{\\rtf1 a\\par b}", u"a\nb"_s);
     row("RTF by name only", u"text/rtf"_s, "plain", QString());
-    row("HTML", u"text/html"_s, "<p>a <b>b</b></p><table><tr><td>c</td></tr></table>", u"a b\nc\n"_s);
+    row("HTML", u"text/html"_s, "<p>a <b>b</b></p><table><tr><td>c</td></tr></table>", u"a b\n\nc\n"_s);
     row("text", u"text/plain"_s, "a\r\nb\tc\x01", u"a\nb\tc"_s);
     row("a script", u"text/html"_s, "<script>alert(1)</script>a", u"a"_s);
   }

@@ -30,6 +30,15 @@ const QString contents[] = {
     u"{\\rtf1\\ansi antes\\par\\trowd\\cellx2000\\cellx4000\\intbl uno\\cell dos\\par tres\\cell\\row\\pard\\qj "
     u"detr\\'e1s "
     "de la tabla, en varias l\\'edneas de texto que se justifican\\par}"_s,
+    // Merged cells, a shaded one, lines between; a nested table with the empty paragraph that ends its cell.
+    u"{\\rtf1\\ansi{\\colortbl;\\red200\\green200\\blue0;}"
+    u"\\par\\trowd\\trgaph70\\clmgf\\clvmgf\\clbrdrt\\brdrs\\cellx1000\\clmrg\\cellx"
+    "2000\\clcbpat1\\clvertalc\\cellx4000\\pard\\intbl\\qj uno "
+    "dos\\cell\\cell\\cell\\row\\trowd\\clvmrg\\cellx2000\\cellx4000\\intbl"
+    "\\cell tres\\par cuatro\\cell\\row\\pard\\par cinco\\par}"_s,
+    u"{\\rtf1\\ansi antes\\par\\trowd\\cellx5000\\cellx9000\\pard\\intbl fuera\\par\\pard\\intbl\\itap2\\qj "
+    u"n1\\nestcell n2"
+    "\\nestcell{\\*\\nesttableprops\\trowd\\cellx2000\\cellx4000\\nestrow}{\\nonesttables\\par}\\pard\\intbl\\cell x\\cell\\row\\pard fin}"_s,
     u"{\\rtf1\\ansi{\\*\\bkmkstart x}uno {\\field{\\*\\fldinst DATE}{\\fldrslt hoy}} dos\\page tres\\par\\sect\\sectd "
     "cuatro\\par}"_s,
 };
@@ -76,7 +85,7 @@ class RandomUser {
         m_letter.redo();
         break;
       case 15:
-        letters::ToggleBullets(m_letter);
+        letters::ToggleList(m_letter, letters::ListKind(m_random.bounded(2)));
         break;
       case 16:
         letters::Align(m_letter, m_random.bounded(2) == 0 ? Qt::AlignJustify : Qt::AlignRight);
@@ -85,7 +94,7 @@ class RandomUser {
         letters::MoveIndent(m_letter, {m_random.bounded(2) == 0 ? 360 : -360});
         break;
       case 18:
-        letters::Toggle(m_letter, letters::Attribute::Bold);
+        letters::Toggle(m_letter, letters::Attribute(m_random.bounded(int(letters::Attribute::Highlight) + 1)));
         break;
       default:
         letters::SetFontSize(m_letter, 8 + m_random.bounded(8));
@@ -125,7 +134,7 @@ class tst_letter_random : public QObject {
     LetterEdit letter;
     letter.SetTextWidth(letters::Twips{6000});
     letter.Load(contents[0]);
-    letters::ToggleBullets(letter);
+    letters::ToggleList(letter, letters::ListKind::Bullets);
     letter.selectAll();
     letter.cut();
     QTest::keyClick(&letter, Qt::Key_Return);

@@ -165,7 +165,7 @@ void EngineConnection::CarryPresenceOver() {
   const QString said = m_carryOver ? m_carryOver(m_lastPresence, m_presence) : QString();
   m_lastPresence = 0;
   if (!said.isEmpty()) {
-    throw automation::Error(adodb::DatabaseLocked, said);
+    throw automation::Error(adodb::TransactionLost, said);
   }
 }
 

@@ -22,8 +22,7 @@ void RefuseForeign(const DatabaseState& state, const QString& shownName) {
   const bool isNew = state.isEmpty && state.version == 0;
   if (!state.isOurs && !isNew) {
     throw Error(adodb::NotOurDatabase,
-                u"«%1» es una base de datos de otro programa. No se ha tocado. Elija otro "
-                "archivo."_s.arg(shownName));
+                u"«%1» es una base de datos de otro programa. No se ha tocado. Elija otra."_s.arg(shownName));
   }
 }
 

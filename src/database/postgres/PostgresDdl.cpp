@@ -53,7 +53,6 @@ QString PostgresDdl::Covered(const Table& table, const Index& index) const {
 // its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it. A number
 // without a point would be a whole one.
 static constexpr char foundation[] = R"sql(
-CREATE SCHEMA IF NOT EXISTS kel;
 CREATE COLLATION kel_es (provider = icu, locale = 'es-u-ks-level2', deterministic = false);
 
 CREATE FUNCTION kel_pattern(bpchar) RETURNS text LANGUAGE sql IMMUTABLE STRICT AS $$SELECT concat($1)$$;
@@ -124,8 +123,8 @@ CREATE FUNCTION kel_round(numeric, numeric) RETURNS numeric LANGUAGE sql IMMUTAB
   AS $$SELECT round($1, $2::int) * 1.0$$;
 )sql";
 
-QByteArray FoundationStatements() {
-  return foundation;
+QByteArray FoundationStatements(const QByteArray& schemaName) {
+  return "CREATE SCHEMA IF NOT EXISTS " + schemaName + ';' + foundation;
 }
 
 QByteArray PresenceStatement() {

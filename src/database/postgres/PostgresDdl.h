@@ -15,9 +15,10 @@ class PostgresDdl : public DdlForms {
   QString Covered(const Table& table, const Index& index) const override;
 };
 
-/// The statements that make the schema of the server's that everything stands in, the Spanish collation and the
-/// functions that statements use (PostgresTarget). All run as they stand on a server with ICU.
-QByteArray FoundationStatements();
+/// The statements that make the schema of the server's that everything stands in, which must be the first of the search
+/// path, the Spanish collation and the functions that statements use (PostgresTarget). All run as they stand on a
+/// server with ICU.
+QByteArray FoundationStatements(const QByteArray& schemaName);
 
 /// The statement that makes the sequence of presences.
 QByteArray PresenceStatement();

@@ -25,12 +25,6 @@ bool NeedsStandIn(std::string_view text) {
   return text.find('\0') != std::string_view::npos || text.find(standIn) != std::string_view::npos;
 }
 
-QByteArray WithStandIn(std::string_view text) {
-  QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
-  bytes.replace(standIn, replacement);
-  return bytes.replace(QByteArrayView("\0", 1), standIn);
-}
-
 // Never without a point, which would make it a whole number.
 QByteArray Digits(double value) {
   std::array<char, 400> digits{};
@@ -88,7 +82,7 @@ void PostgresParameters::AddNumber(char letter, unsigned type, QByteArray digits
 // Texts go as bytes with their length: nothing is copied and nothing ends them early.
 void PostgresParameters::AddText(std::string_view text, ParameterKind kind) {
   if (NeedsStandIn(text)) {
-    m_own.push_back(WithStandIn(text));
+    m_own.push_back(BytesForServer(text));
     text = {m_own.back().constData(), static_cast<std::size_t>(m_own.back().size())};
   }
   m_types.push_back(kind == ParameterKind::Pattern ? postgres::text : postgres::bpchar);
@@ -96,6 +90,12 @@ void PostgresParameters::AddText(std::string_view text, ParameterKind kind) {
   m_lengths.push_back(static_cast<int>(text.size()));
   m_formats.push_back(1);
   m_signature += kind == ParameterKind::Pattern ? 'p' : 't';
+}
+
+QByteArray BytesForServer(std::string_view text) {
+  QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
+  bytes.replace(standIn, replacement);
+  return bytes.replace(QByteArrayView("\0", 1), standIn);
 }
 
 QString TextFromServer(std::string_view bytes) {

@@ -36,7 +36,8 @@ class PostgresParameters {
   QByteArray m_signature;
 };
 
-/// A text of the server's; see above.
+/// The bytes of a text for the server, and the text of its bytes; see above.
+QByteArray BytesForServer(std::string_view text);
 QString TextFromServer(std::string_view bytes);
 
 }  // namespace database

@@ -5,6 +5,7 @@
 #include "database/postgres/PostgresDdl.h"
 #include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresPresence.h"
+#include "database/postgres/PostgresRights.h"
 #include "database/postgres/PostgresSession.h"
 #include "platform/adodb/ErrorNumbers.h"
 
@@ -13,17 +14,6 @@ using namespace Qt::StringLiterals;
 namespace database {
 
 namespace {
-
-// Another program may make everything between two of these questions; asked in this order, the answers fit then, too.
-DatabaseState ReadState(const PostgresHandle& handle) {
-  DatabaseState state;
-  state.isEmpty = handle.Value("SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace('kel')") == "0";
-  state.isOurs = !handle.Value("SELECT to_regclass('kel.kelmotor')").isNull();
-  if (state.isOurs) {
-    state.version = VersionOf(handle);
-  }
-  return state;
-}
 
 void RunAll(const PostgresHandle& handle, int fromVersion, const Schema& schema) {
   for (const QByteArray& statement : SchemaStatements(PostgresDdl(), schema, fromVersion, schema.Version())) {
@@ -40,15 +30,13 @@ class PreparedServer : public PreparedDatabase {
   // BEGIN waits for the first statement of the layer's; this is the first of all.
   DatabaseState State() const override {
     LockForPreparation(Handle());
-    return ReadState(Handle());
+    return StateOf(Handle());
   }
 
   void Create(const Schema& schema) const override {
-    Handle().Run(FoundationStatements());
-    Handle().Run(PresenceStatement());
-    RunAll(Handle(), 0, schema);
-    Handle().Run("CREATE TABLE kelmotor (nombre text PRIMARY KEY, valor text NOT NULL)");
-    Handle().Run("INSERT INTO kelmotor VALUES ('version', '" + QByteArray::number(schema.Version()) + "')");
+    ActAsOwner(Handle());
+    MakeTables(Handle(), schema, "kel");
+    GrantRights(Handle(), "kel");
   }
 
   // A program that works on the old version would be cut off in the middle.
@@ -59,11 +47,13 @@ class PreparedServer : public PreparedDatabase {
                               "usan otros: %2. Espere a que cierren el programa y vuelva a intentarlo."_s.arg(
                                   ShownName(), others.join(u", "_s)));
     }
+    ActAsOwner(Handle());
     constexpr int firstWithPresences = 5;
     if (fromVersion < firstWithPresences) {
       Handle().Run(PresenceStatement());
     }
     RunAll(Handle(), fromVersion, schema);
+    GrantRights(Handle(), "kel");
     Handle().Run("UPDATE kelmotor SET valor = '" + QByteArray::number(schema.Version()) + "' WHERE nombre = 'version'");
   }
 
@@ -73,24 +63,59 @@ class PreparedServer : public PreparedDatabase {
   PostgresSession& m_session;
 };
 
+// The server's library of rules (ICU) was replaced. Only the owner can do something about the indexes.
+QString OtherRules(const PostgresHandle& handle) {
+  const QString text = u"el servidor ordena ahora los textos por otras reglas; %1 «kel-host preparar --base ...»"_s;
+  return text.arg(MayDefine(handle) ? u"cierre el programa en todos los equipos y ejecute"_s
+                                    : u"espere a que quien la administra ejecute"_s);
+}
+
+// Every index on texts, hash indexes too, holds what the old rules made of them.
+void RebuildIndexes(const PostgresHandle& handle) {
+  handle.Run(handle.Value("SELECT string_agg(format('REINDEX TABLE kel.%I', relname), ';') FROM pg_class WHERE "
+                          "relkind = 'r' AND relnamespace = 'kel'::regnamespace") +
+             "; ALTER COLLATION kel.kel_es REFRESH VERSION");
+}
+
 }  // namespace
 
 int VersionOf(const PostgresHandle& handle) {
   return handle.Value("SELECT valor FROM kel.kelmotor WHERE nombre = 'version'").toInt();
 }
 
+// Another program may make everything between two of these questions; asked in this order, the answers fit then, too.
+DatabaseState StateOf(const PostgresHandle& handle) {
+  DatabaseState state;
+  state.isEmpty = handle.Value("SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace('kel')") == "0";
+  state.isOurs = !handle.Value("SELECT to_regclass('kel.kelmotor')").isNull();
+  if (state.isOurs) {
+    state.version = VersionOf(handle);
+  }
+  return state;
+}
+
+void MakeTables(const PostgresHandle& handle, const Schema& schema, const QByteArray& schemaName) {
+  handle.Run(FoundationStatements(schemaName));
+  handle.Run(PresenceStatement());
+  RunAll(handle, 0, schema);
+  handle.Run("CREATE TABLE kelmotor (nombre text PRIMARY KEY, valor text NOT NULL)");
+  handle.Run("INSERT INTO kelmotor VALUES ('version', '" + QByteArray::number(schema.Version()) + "')");
+}
+
+bool HasCurrentCollation(const PostgresHandle& handle) {
+  return handle.Value(
+             "SELECT collversion = pg_collation_actual_version(oid) FROM pg_collation WHERE oid = "
+             "'kel.kel_es'::regcollation") != "f";
+}
+
 void RequireCurrentDatabase(const PostgresHandle& handle) {
-  const DatabaseState state = ReadState(handle);
+  const DatabaseState state = StateOf(handle);
   RefuseForeign(state, handle.Target().ShownName());
   if (state.version < SchemaVersion()) {
     throw OlderDatabaseError(handle.Target().ShownName());
   }
-  if (handle.Value("SELECT collversion = pg_collation_actual_version(oid) FROM pg_collation WHERE oid = "
-                   "'kel.kel_es'::regcollation") == "f") {
-    throw UnusableServer(
-        handle.Target(),
-        u"el servidor ordena ahora los textos por otras reglas; quien lo administra debe ejecutar REINDEX "
-        "SCHEMA kel y después ALTER COLLATION kel.kel_es REFRESH VERSION"_s);
+  if (!HasCurrentCollation(handle)) {
+    throw UnusableServer(handle.Target(), OtherRules(handle));
   }
 }
 
@@ -102,7 +127,7 @@ bool MayWritePostgres(const ConnectionString& target) {
 
 void PreparePostgres(const ConnectionString& target, Content content) {
   PostgresHandle handle(target);
-  const DatabaseState state = ReadState(handle);
+  const DatabaseState state = StateOf(handle);
   RefuseForeign(state, target.ShownName());
   if (state.version == SchemaVersion()) {
     return;
@@ -110,11 +135,38 @@ void PreparePostgres(const ConnectionString& target, Content content) {
   if (target.ReadOnly()) {
     throw OlderDatabaseError(target.ShownName());
   }
+  if (!MayDefine(handle)) {
+    throw automation::Error(adodb::OlderDatabase,
+                            u"La base de datos «%1» está vacía o es de una versión anterior del programa. Quien la "
+                            "administra debe prepararla con «kel-host preparar --base ...»."_s.arg(target.ShownName()));
+  }
   auto owned = std::make_unique<PostgresSession>(std::move(handle));
   PostgresSession& session = *owned;
   EngineConnection connection(std::move(owned), target);
   BringUpToDate(connection, PreparedServer(session), content);
   session.Handle().Run("ANALYZE");
+}
+
+ServerSetUp SetUpPostgres(const ConnectionString& target, Content content) {
+  ServerSetUp done;
+  const PostgresHandle handle(target);
+  RefuseForeign(StateOf(handle), target.ShownName());
+  handle.Run("BEGIN");
+  MakeGroups(handle);
+  handle.Run("COMMIT");
+  PreparePostgres(target, content);
+  handle.Run("BEGIN");
+  LockForPreparation(handle);
+  GiveToOwners(handle, "kel");
+  ActAsOwner(handle);
+  GrantRights(handle, "kel");
+  if (!HasCurrentCollation(handle)) {
+    RebuildIndexes(handle);
+    done.rebuiltIndexes = true;
+  }
+  handle.Run("COMMIT");
+  done.groups = GroupNames(handle);
+  return done;
 }
 
 }  // namespace database

@@ -6,7 +6,9 @@
 #include "database/sqlite/SqliteCheck.h"
 #include "database/sqlite/SqliteErrors.h"
 #include "database/sqlite/SqliteHandle.h"
+#include "database/sqlite/SqlitePreparation.h"
 #include "database/sqlite/SqliteTarget.h"
+#include "database/sqlite/SqliteTransfer.h"
 #include "platform/process/PrivateFiles.h"
 #include "platform/process/UnfinishedFile.h"
 
@@ -14,6 +16,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <QTemporaryDir>
 
 #include <sqlite3.h>
 #include <unistd.h>
@@ -154,19 +157,55 @@ QString KeptName(const QString& file) {
   return free;
 }
 
-}  // namespace
-
-CopySize CopySqlite(const ConnectionString& source, const QString& file, const Stop& stop) {
-  if (QFileInfo::exists(file)) {
-    throw Error(adodb::CannotOpen, u"Ya existe «%1». Elija otro nombre para la copia."_s.arg(file));
-  }
-  const SqliteHandle handle(source, SqliteHandle::Missing::Refuse);
+// A new file of that name with what `write` puts into the one that it is given.
+template <typename Write>
+CopySize MakeFile(const QString& file, const Write& write) {
   const process::UnfinishedFile unfinished(file);
   RequireMade(unfinished.IsValid(), file);
-  CopyAndCheck(handle, unfinished.Path(), stop);
+  write(unfinished.Path());
   // Does not replace a file that has come meanwhile.
   RequireMade(unfinished.Place(process::UnfinishedFile::Existing::Keep), file);
   return SizeOf(file);
+}
+
+void RequireNew(const QString& file) {
+  if (QFileInfo::exists(file)) {
+    throw Error(adodb::CannotOpen, u"Ya existe «%1». Elija otro nombre para la copia."_s.arg(file));
+  }
+}
+
+}  // namespace
+
+CopySize CopySqlite(const ConnectionString& source, const QString& file, const Stop& stop) {
+  RequireNew(file);
+  const SqliteHandle handle(source, SqliteHandle::Missing::Refuse);
+  return MakeFile(file, [&](const QString& path) { CopyAndCheck(handle, path, stop); });
+}
+
+CopySize MakeSqlite(const QString& file, const std::function<void(const TransferTarget&)>& fill, const Stop& stop) {
+  RequireNew(file);
+  return MakeFile(file, [&](const QString& path) {
+    SqliteConnection connection(SqliteHandle(At(path), SqliteHandle::Missing::Refuse));
+    const SqliteHandle& handle = connection.Handle();
+    connection.BeginTrans();
+    CreateTables(handle, Schema::Current(), Schema::Current().Version());
+    fill(SqliteTransfer(connection));
+    connection.CommitTrans();
+    EndWhen(handle, stop);
+    RequireSound(handle);
+  });
+}
+
+// In a copy of the user's alone, which the program may bring to its version and nobody changes meanwhile.
+void ReadSqlite(const ConnectionString& source, const std::function<void(const TransferSource&)>& read) {
+  RequireSound(SqliteHandle(source, SqliteHandle::Missing::Refuse));
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  CopySqlite(source, file, {});
+  PrepareSqlite(At(file), Content::Reference);
+  SqliteConnection connection(At(file));
+  connection.Open();
+  read(SqliteTransfer(connection));
 }
 
 QString RestoreSqlite(const ConnectionString& copy, const QString& file) {

@@ -143,13 +143,13 @@ void CloseLine(QTextDocument& letter, int position) {
 
 }  // namespace
 
-void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const MarkerValues& values) {
+void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const QStringList& values) {
   QTextCursor wholeEdit(&letter);
   wholeEdit.beginEditBlock();
   for (qsizetype i = places.size() - 1; i >= 0; --i) {
     const MarkerPlace& place = places[i];
     const int lineBegin = LineAround(letter, place.position).begin;
-    QString value = ValueText(values[static_cast<std::size_t>(place.marker)]);
+    QString value = ValueText(values[i]);
     value.replace(u'\n', QChar::LineSeparator);
     Replace(letter, {place.position, place.position + place.length}, value);
     if (value.isEmpty()) {

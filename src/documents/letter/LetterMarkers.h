@@ -6,8 +6,6 @@
 #include <QList>
 #include <QStringList>
 
-#include <array>
-
 class QTextDocument;
 
 namespace documents {
@@ -30,14 +28,12 @@ struct LetterMarkers {
 /// stand inside.
 KELDOCUMENTOS_EXPORT LetterMarkers FindMarkers(const QTextDocument& letter);
 
-/// A text for each marker, by its number.
-using MarkerValues = std::array<QString, markerCount>;
-
-/// Puts values in the place of markers, each in the format of the character behind its bracket. Values are ValueText;
+/// Puts a value in the place of each marker, in the format of the character behind its bracket. Values are ValueText;
 /// brackets in them are not looked at again. Where a value is empty a blank beside it goes, and brackets around it; a
 /// line that had a marker and now holds no letter, digit or object goes with its break, but not where it ends a cell or
-/// begins a page. `letter` is the document that the places were found in, or an unchanged copy.
+/// begins a page. `letter` is the document that the places were found in, or an unchanged copy; there are as many
+/// values as places.
 KELDOCUMENTOS_EXPORT void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places,
-                                      const MarkerValues& values);
+                                      const QStringList& values);
 
 }  // namespace documents

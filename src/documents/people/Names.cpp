@@ -67,4 +67,12 @@ QStringList JointName(const QList<Person>& people) {
           (before + And(last) + last).trimmed()};
 }
 
+QStringList NarrowJointName(const QList<Person>& people) {
+  if (people.size() != 2) {
+    return JointName(people);
+  }
+  const QString second = TitledName(people[1]);
+  return {TitledName(people[0]), (And(second) + second).trimmed()};
+}
+
 }  // namespace documents

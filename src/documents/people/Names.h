@@ -22,5 +22,7 @@ KELDOCUMENTOS_EXPORT QString LastNameFirst(const Person& person);
 /// once: "D. Lorenzo y D.ª Inés Bermúdez Olmedo". Three or four are two lines; of more the first stands for all: "D.
 /// Lorenzo Bermúdez Gil y familia". At least one person.
 KELDOCUMENTOS_EXPORT QStringList JointName(const QList<Person>& people);
+/// The same where a line has little room: two people are two lines.
+KELDOCUMENTOS_EXPORT QStringList NarrowJointName(const QList<Person>& people);
 
 }  // namespace documents

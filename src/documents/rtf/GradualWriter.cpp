@@ -1,13 +1,27 @@
 #include "documents/rtf/GradualWriter.h"
 
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/Writer.h"
 
 #include <QDeadlineTimer>
+#include <QTextTable>
 
 #include <algorithm>
 #include <numeric>
 
 namespace rtf {
+
+namespace {
+
+const QTextFrame* OutermostTable(const QTextBlock& block) {
+  const QTextFrame* outermost = nullptr;
+  for (const QTextFrame* frame = QTextCursor(block).currentFrame(); frame != nullptr; frame = frame->parentFrame()) {
+    outermost = qobject_cast<const QTextTable*>(frame) != nullptr ? frame : outermost;
+  }
+  return outermost;
+}
+
+}  // namespace
 
 GradualWriter::GradualWriter(const QTextDocument& document)
     : m_document(document), m_writer(std::make_unique<Writer>(document)), m_paragraphs(document.blockCount()) {
@@ -21,7 +35,7 @@ GradualWriter::~GradualWriter() = default;
 
 bool GradualWriter::Continue(std::chrono::milliseconds time) {
   const QDeadlineTimer deadline(time);
-  while ((m_next = m_paragraphs.indexOf(QByteArray(), m_next)) >= 0) {
+  while ((m_next = m_paragraphs.indexOf(std::nullopt, m_next)) >= 0) {
     m_paragraphs[m_next] = m_writer->WriteParagraph(m_document.findBlockByNumber(static_cast<int>(m_next)));
     if (deadline.hasExpired()) {
       return false;
@@ -34,9 +48,9 @@ bool GradualWriter::Continue(std::chrono::milliseconds time) {
 QByteArray GradualWriter::Result() const {
   QByteArray text;
   text.reserve(std::accumulate(m_paragraphs.begin(), m_paragraphs.end(), qsizetype(0),
-                               [](qsizetype sum, const QByteArray& paragraph) { return sum + paragraph.size(); }));
-  for (const QByteArray& paragraph : m_paragraphs) {
-    text += paragraph;
+                               [](qsizetype sum, const auto& paragraph) { return sum + paragraph->size(); }));
+  for (const auto& paragraph : m_paragraphs) {
+    text += *paragraph;
   }
   return m_writer->Enclosed(text);
 }
@@ -48,22 +62,42 @@ void GradualWriter::OnChange(int position, int added) {
   const qsizetype last = lastBlock.blockNumber();
   const qsizetype more = m_document.blockCount() - m_paragraphs.size();
   if (first < 0 || last < first || last - first < more) {
-    m_paragraphs = QList<QByteArray>(m_document.blockCount());
+    m_paragraphs = QList<std::optional<QByteArray>>(m_document.blockCount());
     m_next = 0;
     return;
   }
   if (more > 0) {
-    m_paragraphs.insert(first, more, QByteArray());
+    m_paragraphs.insert(first, more, std::nullopt);
   } else if (more < 0) {
     m_paragraphs.remove(first, -more);
   }
-  Forget(first - 1, last + 1);
+  m_writer->Forget();
+  Spread(first - 1, last + 1, more != 0);
+}
+
+// Joints are not written: what stands behind them is the next. A row that is gone changes what others of its table say.
+void GradualWriter::Spread(qsizetype from, qsizetype to, bool rows) {
+  const auto at = [this](qsizetype number) { return m_document.findBlockByNumber(static_cast<int>(number)); };
+  while (from > 0 && IsJoint(at(from))) {
+    --from;
+  }
+  while (to < m_document.blockCount() && IsJoint(at(to))) {
+    ++to;
+  }
+  for (const QTextBlock& end : {at(std::max<qsizetype>(from, 0)), at(std::min(to, m_paragraphs.size() - 1))}) {
+    const QTextFrame* table = rows ? OutermostTable(end) : nullptr;
+    if (table != nullptr) {
+      from = std::min<qsizetype>(from, m_document.findBlock(table->firstPosition()).blockNumber() - 1);
+      to = std::max<qsizetype>(to, m_document.findBlock(table->lastPosition()).blockNumber() + 1);
+    }
+  }
+  Forget(from, to);
 }
 
 void GradualWriter::Forget(qsizetype from, qsizetype to) {
   from = std::max<qsizetype>(from, 0);
   for (qsizetype i = from; i <= std::min(to, m_paragraphs.size() - 1); ++i) {
-    m_paragraphs[i].clear();
+    m_paragraphs[i].reset();
   }
   m_next = std::min(m_next, from);
 }

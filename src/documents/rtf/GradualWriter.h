@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 class QTextDocument;
 
@@ -35,12 +36,13 @@ class KELDOCUMENTOS_EXPORT GradualWriter {
 
  private:
   void OnChange(int position, int added);
+  void Spread(qsizetype from, qsizetype to, bool rows);
   void Forget(qsizetype from, qsizetype to);
 
   const QTextDocument& m_document;
   std::unique_ptr<Writer> m_writer;
-  /// One for each paragraph, empty where it is to be written.
-  QList<QByteArray> m_paragraphs;
+  /// One for each paragraph, none where it is to be written.
+  QList<std::optional<QByteArray>> m_paragraphs;
   /// No paragraph before this one is to be written.
   qsizetype m_next = 0;
   /// Whose connections to the document end with this object.

@@ -27,11 +27,18 @@ enum Property : int {
   PieceProperty,                                      ///< Piece: what the object character stands for
   LinkNameProperty,  ///< QString: numbers and contents of the fields and objects that this text is the result of
   LinkProperty,      ///< Links
+  // Formats of tables' cells, which are those of their first paragraph's mark, too. Text that is typed there gets them.
+  RowDefinitionProperty,   ///< QString: the words of the cell's row, from `\trowd`
+  CellNumberProperty,      ///< int: which of the definition's cells it is
+  ShadingProperty,         ///< int: the cell's colour, over the mark's own background
+  MarkAlignmentProperty,   ///< int: the mark's own vertical alignment, where the cell has one
+  EmptyCellsNameProperty,  ///< QString: names the contents of EmptyCellsProperty
+  EmptyCellsProperty,      ///< EmptyCells: the cells that are part of this one
   // Block formats.
   TabsProperty,              ///< QString: the tab words, as the paragraph's edge counts them
   ParagraphWordsProperty,    ///< QString: carried words
   FirstIndentProperty,       ///< int: `\fi` of a list item, whose marker hangs by itself here
-  TableProperty,             ///< QString: the places of a TablePath
+  TableProperty,             ///< QString: the places of a TablePath, of rows that no table can hold
   TableDefinitionsProperty,  ///< QStringList: the definitions of its rows
   BreakProperty,             ///< int: BreakKind
   SectionWordsProperty,      ///< QString: the words of the section that begins with this paragraph

@@ -27,6 +27,9 @@ bool IsOfDocument(Action action) {
 
 constexpr qsizetype mostNames = 200;
 
+// Well under a hundredth of a second.
+constexpr int tokensBetweenLooks = 1000;
+
 void Count(QMap<QString, int>& names, std::string_view name) {
   const QString key = NameOf(name);
   if (names.size() < mostNames || names.contains(key)) {
@@ -42,17 +45,20 @@ Reader::Reader(std::string_view input, QTextDocument& document, Source& source, 
       m_document(document),
       m_source(source),
       m_limits(limits),
-      m_builder(document) {
+      m_builder(document, limits.tableLevels) {
   m_groups.emplace_back();
 }
 
 Report Reader::Read() {
-  while (!m_done) {
+  for (int tokens = 1; !m_done; ++tokens) {
     const Token token = m_tokenizer.Next();
     if (token.kind == TokenKind::End) {
       break;
     }
     Handle(token);
+    if (tokens % tokensBetweenLooks == 0 && m_limits.goOn && !m_limits.goOn()) {
+      Refuse(QStringLiteral("Se ha interrumpido su lectura."));
+    }
   }
   if (m_report.outcome != Outcome::Refused) {
     Finish();
@@ -356,6 +362,7 @@ void Reader::Finish() {
     CloseGroup();
   }
   EndOpenParagraph();
+  m_builder.Finish();
   FinishSection();
   SetPreamble(m_document, m_preamble);
   QTextOption option = m_document.defaultTextOption();

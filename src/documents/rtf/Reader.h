@@ -63,7 +63,7 @@ class Reader {
     bool defaults = false;
     WordList words = {};
     QByteArray groups = {};
-    int paragraph = -1;  ///< Its first paragraph, once it is in the document.
+    bool hasParagraph = false;
   };
   enum class BorderOwner { None, Character, Paragraph, Section, Row };
 

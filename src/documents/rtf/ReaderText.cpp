@@ -199,8 +199,7 @@ void Reader::EndParagraph() {
   }
   m_lastPath = path;
   if (!path.isEmpty()) {
-    SetPath(format, path);
-    m_tableFormats.insert(qHashMulti(0, style, format.stringProperty(TableProperty)));
+    m_tableFormats.insert(qHashMulti(0, style, HashOf(path)));
     if (m_tableFormats.size() > m_limits.formats) {
       Refuse(QStringLiteral("La carta tiene demasiadas celdas distintas."));
     }
@@ -209,10 +208,12 @@ void Reader::EndParagraph() {
     format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     format.setProperty(BreakProperty, std::exchange(m_break, 0));
   }
-  if (!m_section.first && m_section.paragraph < 0) {
-    m_section.paragraph = m_builder.Paragraphs();
-  }
-  m_builder.EndParagraph(format, FormatOf(Top().character), isItem ? &item : nullptr);
+  const bool beginsSection = !m_section.first && !std::exchange(m_section.hasParagraph, true);
+  m_builder.EndParagraph({.format = format,
+                          .mark = FormatOf(Top().character),
+                          .item = isItem ? std::optional(item) : std::nullopt,
+                          .path = path,
+                          .beginsSection = beginsSection});
   m_runIsCurrent = false;
 }
 
@@ -267,14 +268,14 @@ void Reader::FinishSection() {
     m_preamble.sectionGroups = m_section.groups;
     return;
   }
-  if (m_section.paragraph < 0) {
+  if (!m_section.hasParagraph) {
     ++m_report.dropped[QStringLiteral("sect")];
     return;
   }
   const Piece groups(m_section.groups);
   const QString words = (m_section.defaults ? QStringLiteral("\\sectd") : QString()) + ToText(m_section.words.Words());
   const bool newPage = !m_section.words.Contains("sbknone");
-  m_builder.ChangeFormat(m_section.paragraph, [&](QTextBlockFormat& format) {
+  m_builder.ChangeSectionStart([&](QTextBlockFormat& format) {
     format.setProperty(SectionWordsProperty, words);
     format.setProperty(SectionNameProperty, groups.Name());
     format.setProperty(SectionProperty, QVariant::fromValue(groups));

@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 namespace rtf {
 
 enum class Outcome {
@@ -28,6 +30,10 @@ struct Limits {
   int paragraphs = 1'000'000;
   /// Different formats of characters and of paragraphs, each: Qt keeps about a kilobyte for one.
   qsizetype formats = 50'000;
+  /// Tables in tables: what is deeper is shown as paragraphs, with the tables around it, and not refused.
+  int tableLevels = 8;
+  /// Asked many times in a second while reading; where it answers false the rest is refused. May be empty.
+  std::function<bool()> goOn = {};
 };
 
 }  // namespace rtf

@@ -38,7 +38,7 @@ TablePath RowTracker::Enter(int level, const DocumentBuilder& builder) {
     int& row = m_rows[m_open.size()];
     row = (row + 1) % rowNumbers;
     // A nested row's definition comes behind its cells.
-    m_open.append({{row, 0, m_open.isEmpty() ? Text(false) : QString()}, builder.Paragraphs()});
+    m_open.append({{.row = row, .definition = m_open.isEmpty() ? Text(false) : QString()}, builder.Paragraphs()});
   }
   TablePath path;
   for (const OpenRow& row : m_open) {
@@ -63,11 +63,9 @@ void RowTracker::EndRow(int level, bool nested, DocumentBuilder& builder) {
   if (definition == row.place.definition) {
     return;
   }
-  builder.ChangeFormats(row.firstParagraph, [&](QTextBlockFormat& format) {
-    TablePath path = PathOf(format);
+  builder.ChangePlaces(row.firstParagraph, [&](TablePath& path) {
     if (path.size() >= level) {
       path[level - 1].definition = definition;
-      SetPath(format, path);
     }
   });
 }

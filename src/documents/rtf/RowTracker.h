@@ -7,7 +7,7 @@
 namespace rtf {
 
 /// Follows the rows and cells while paragraphs are read. A row's definition may stand in front of its cells or behind
-/// them; the last one counts, and paragraphs that are already in the document get it.
+/// them; the last one counts, and paragraphs that wait in the builder get it.
 class RowTracker {
  public:
   /// Words of a row's definition beyond this many are left out.

@@ -12,6 +12,7 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QTextList>
+#include <QTextTable>
 
 #include <algorithm>
 #include <string_view>
@@ -157,6 +158,29 @@ void Detach(QTextDocument& pasted, QTextDocument& target) {
   }
 }
 
+int TablesAround(const QTextCursor& cursor) {
+  int count = 0;
+  for (const QTextFrame* frame = cursor.currentFrame(); frame != nullptr; frame = frame->parentFrame()) {
+    count += qobject_cast<const QTextTable*>(frame) == nullptr ? 0 : 1;
+  }
+  return count;
+}
+
+/// The document, or what is in the one cell that it is.
+QTextDocumentFragment FragmentOf(QTextDocument& pasted) {
+  const QList<QTextFrame*> frames = pasted.rootFrame()->childFrames();
+  const auto* table = frames.size() == 1 ? qobject_cast<const QTextTable*>(frames.first()) : nullptr;
+  const bool isCell = table != nullptr && table->rows() == 1 && table->columns() == 1 && table->firstPosition() == 1 &&
+                      table->lastPosition() + 2 == pasted.characterCount();
+  if (!isCell) {
+    return QTextDocumentFragment(&pasted);
+  }
+  QTextCursor inside(&pasted);
+  inside.setPosition(table->firstPosition());
+  inside.setPosition(table->lastPosition(), QTextCursor::KeepAnchor);
+  return QTextDocumentFragment(inside);
+}
+
 bool IsLatin1(const QString& text) {
   return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
 }
@@ -216,8 +240,11 @@ QByteArray WriteSelection(const QTextCursor& cursor) {
 }
 
 Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits) {
+  const TablePath cell = PathOf(cursor.blockFormat());
+  Limits here = limits;
+  here.tableLevels = cell.isEmpty() ? std::max(0, limits.tableLevels - TablesAround(cursor)) : 0;
   QTextDocument pasted;
-  Report report = Read(content, pasted, limits);
+  Report report = Read(content, pasted, here);
   if (report.outcome == Outcome::Refused) {
     return report;
   }
@@ -226,8 +253,8 @@ Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limi
   Source::Of(target).AddPictures(Source::Of(pasted));
   cursor.beginEditBlock();
   cursor.removeSelectedText();
-  MoveToCell(pasted, PathOf(cursor.blockFormat()));
-  cursor.insertFragment(QTextDocumentFragment(&pasted));
+  MoveToCell(pasted, cell);
+  cursor.insertFragment(FragmentOf(pasted));
   cursor.endEditBlock();
   return report;
 }

@@ -18,7 +18,9 @@ class QTextDocument;
 /// - bullets and numbers in both notations (`\pn`, `\ls` with the list tables); a list's mark is Qt's nearest one;
 /// - line breaks, special characters, code pages by font and document, Unicode escapes;
 /// - hyperlinks (the text shows, with its address), results of other fields and of objects;
-/// - PNG, JPEG and DIB pictures, and metafiles made of one bitmap.
+/// - PNG, JPEG and DIB pictures, and metafiles made of one bitmap;
+/// - tables, in tables too: widths, merged cells, lines, shading, inner margins, alignment, repeated rows. One with a
+///   row that has other cells than it defines shows as its cells' paragraphs, as do those deeper than eight levels.
 ///
 /// Carried, that is kept at its place and written back:
 /// - byte for byte, as an object character without extent: unknown groups that may be ignored, footnotes, bookmarks,
@@ -28,7 +30,7 @@ class QTextDocument;
 ///   instructions of fields, the data of objects;
 /// - by their meaning: the other words for characters and paragraphs (language, spacing of letters, direction of a run,
 ///   borders, shading, positions, keeping together), for sections and the document (page size, margins), and for rows
-///   and cells of tables. A table shows as the paragraphs of its cells.
+///   and cells of tables (heights, positions).
 ///
 /// Dropped, and named in the report: words that the keyword table does not have, the trail of editing sessions
 /// (`\rsid`), fonts of other scripts that say nothing of the text itself (`\af` and its like), the markup of letters
@@ -59,7 +61,8 @@ KELDOCUMENTOS_EXPORT QString WriteText(const QTextDocument& document);
 /// The selection as RTF of its own, for the clipboard; empty without a selection.
 KELDOCUMENTOS_EXPORT QByteArray WriteSelection(const QTextCursor& cursor);
 
-/// Replaces the selection with RTF, as pasted, in one step for undo. In a cell it stays in that cell. Of the content's
+/// Replaces the selection with RTF, as pasted, in one step for undo. In a cell it stays in that cell, where tables
+/// become nested ones and one cell alone its text. Of the content's
 /// own document nothing comes along: its paper, headers and styles stay behind, and list tables become lists of the
 /// document.
 KELDOCUMENTOS_EXPORT Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limits = {});

@@ -22,8 +22,13 @@ QByteArray Fingerprint(const QTextDocument& document) {
   const auto add = [&hash](const auto* data, qsizetype size) {
     hash.addData(QByteArrayView(reinterpret_cast<const char*>(data), size));
   };
-  int root[] = {document.rootFrame()->formatIndex(), int(document.rootFrame()->childFrames().size())};
-  add(root, sizeof root);
+  QList<QTextFrame*> frames{document.rootFrame()};
+  while (!frames.isEmpty()) {
+    const QTextFrame* frame = frames.takeLast();
+    frames.append(frame->childFrames());
+    const int numbers[] = {frame->formatIndex(), frame->firstPosition(), frame->lastPosition()};
+    add(numbers, sizeof numbers);
+  }
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
     const QTextList* list = block.textList();
     // The mark of the first paragraph is the document's: what is pasted in front of it may change it, and no undo
@@ -63,6 +68,10 @@ const Source* Source::Find(const QTextDocument& document) {
 void Source::Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters) {
   m_bytes = bytes;
   m_characters = characters;
+  m_fingerprint = Fingerprint(document);
+}
+
+void Source::Renew(const QTextDocument& document) {
   m_fingerprint = Fingerprint(document);
 }
 

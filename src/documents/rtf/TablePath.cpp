@@ -11,6 +11,14 @@
 
 namespace rtf {
 
+size_t HashOf(const TablePath& path) {
+  size_t hash = 0;
+  for (const TableLevel& level : path) {
+    hash = qHashMulti(hash, level.row, level.cell, level.definition);
+  }
+  return hash;
+}
+
 void SetPath(QTextBlockFormat& format, const TablePath& path) {
   if (path.isEmpty()) {
     format.clearProperty(TableProperty);
@@ -34,7 +42,7 @@ TablePath PathOf(const QTextBlockFormat& format) {
   const auto levels = QStringView(places).split(u'|', Qt::SkipEmptyParts);
   for (qsizetype i = 0; i < levels.size() && i < definitions.size(); ++i) {
     const auto fields = levels[i].split(u',');
-    path.append({fields.value(0).toInt(), fields.value(1).toInt(), definitions[i]});
+    path.append({.row = fields.value(0).toInt(), .cell = fields.value(1).toInt(), .definition = definitions[i]});
   }
   return path;
 }

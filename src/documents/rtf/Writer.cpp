@@ -1,6 +1,8 @@
 #include "documents/rtf/Writer.h"
 
+#include "documents/rtf/CellFormat.h"
 #include "documents/rtf/CharacterFormat.h"
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/ParagraphFormat.h"
 
 #include <QTextFragment>
@@ -25,6 +27,23 @@ Link HyperlinkTo(const QString& target) {
   return {.serial = 0, .isObject = false, .head = Piece(head.Bytes()), .target = target};
 }
 
+/// The next paragraph that is written, and the one before; none at the end.
+QTextBlock Following(const QTextBlock& block) {
+  QTextBlock next = block.next();
+  while (next.isValid() && IsJoint(next)) {
+    next = next.next();
+  }
+  return next;
+}
+
+QTextBlock Preceding(const QTextBlock& block) {
+  QTextBlock previous = block.previous();
+  while (previous.isValid() && IsJoint(previous)) {
+    previous = previous.previous();
+  }
+  return previous;
+}
+
 Font SymbolFont() {
   return {.family = QStringLiteral("nil"), .charset = 2, .codePage = symbolCodePage, .name = QStringLiteral("Symbol")};
 }
@@ -32,27 +51,37 @@ Font SymbolFont() {
 }  // namespace
 
 Writer::Writer(const QTextDocument& document)
-    : m_document(document), m_preamble(PreambleOf(document)), m_tables(*m_preamble.data), m_styles(m_text, m_tables) {}
+    : m_document(document),
+      m_preamble(PreambleOf(document)),
+      m_tables(*m_preamble.data),
+      m_styles(m_text, m_tables),
+      m_rows(document) {}
 
 QByteArray Writer::Write() {
   m_text.Bytes().reserve(m_document.characterCount() * 2);
   m_text.Word("\\pard");
   m_styles.Reset();
   for (QTextBlock block = m_document.begin(); block.isValid(); block = block.next()) {
-    WriteBlock(block);
+    if (!IsJoint(block)) {
+      WriteBlock(block);
+    }
   }
   CloseLinks(0);
   return Enclosed(m_text.Bytes());
 }
 
 QByteArray Writer::WriteParagraph(const QTextBlock& block) {
+  if (IsJoint(block)) {
+    return {};
+  }
   m_text = {};
   m_text.Word("\\pard");
   m_styles.Reset();
   m_inForce = {};
   // They may have changed since, and be gone.
   m_lists.clear();
-  m_path = block.previous().isValid() ? FormatOf(block.previous()).path : TablePath();
+  const QTextBlock previous = Preceding(block);
+  m_path = previous.isValid() ? PathOf(previous) : TablePath();
   WriteBlock(block);
   CloseLinks(0);
   return m_text.Bytes();
@@ -106,20 +135,23 @@ QByteArray Writer::Header() {
 }
 
 void Writer::WriteBlock(const QTextBlock& block) {
-  const BlockFormat& format = FormatOf(block);
+  const TablePath path = PathOf(block);
+  const ParagraphStyle& style = StyleOf(block, path.size());
+  const Beginning beginning = BeginningOf(block);
   ListState* list = ListOf(block);
-  const bool beginsSection = format.hasSection && block.blockNumber() > 0;
-  const bool goesOn = block.blockNumber() > 0 && !beginsSection && format.path == m_path;
+  const bool isFirst = !Preceding(block).isValid();
+  const bool beginsSection = beginning.hasSection && !isFirst;
+  const bool goesOn = !isFirst && !beginsSection && path == m_path;
   if (beginsSection) {
-    BeginSection(block);
+    BeginSection(beginning.format);
   }
-  BeginRows(format.path);
-  Paragraph(format.style, list, true);
+  BeginRows(path);
+  Paragraph(style, list, true);
   bool pageBegun = false;
-  if (format.pageBreak && format.pageBreak != BreakKind::Property) {
-    const bool isWritten =
-        (format.pageBreak == BreakKind::Within && goesOn) || (format.pageBreak == BreakKind::Section && beginsSection);
-    pageBegun = format.pageBreak != BreakKind::Section || !beginsSection;
+  if (beginning.pageBreak && beginning.pageBreak != BreakKind::Property) {
+    const bool isWritten = (beginning.pageBreak == BreakKind::Within && goesOn) ||
+                           (beginning.pageBreak == BreakKind::Section && beginsSection);
+    pageBegun = beginning.pageBreak != BreakKind::Section || !beginsSection;
     if (!isWritten) {
       m_text.Word("\\page");
     }
@@ -128,15 +160,17 @@ void Writer::WriteBlock(const QTextBlock& block) {
     const QTextFragment fragment = at.fragment();
     Run(FormatOf(fragment.charFormatIndex(), fragment.charFormat()), fragment.text());
   }
-  const RunFormat& mark = FormatOf(block.charFormatIndex(), block.charFormat());
-  EnterLinks(mark.links);
-  m_styles.Characters(mark.style);
-  Paragraph(format.style, list, false);
+  Mark(FormatOf(block.charFormatIndex(), block.charFormat()));
+  Paragraph(style, list, false);
   EndBlock(block, pageBegun);
 }
 
-void Writer::BeginSection(const QTextBlock& block) {
-  const QTextBlockFormat format = block.blockFormat();
+void Writer::Mark(const RunFormat& mark) {
+  EnterLinks(mark.links);
+  m_styles.Characters(mark.style);
+}
+
+void Writer::BeginSection(const QTextBlockFormat& format) {
   m_styles.Words(WordsFromText(format.stringProperty(SectionWordsProperty)));
   m_text.Raw(format.property(SectionProperty).value<Piece>().Bytes());
 }
@@ -154,34 +188,51 @@ void Writer::BeginRows(const TablePath& path) {
       m_styles.Words(WordsFromText(path[i].definition));
     }
     for (int cell = 0; cell < path[i].cell; ++cell) {
-      ParagraphStyle empty;
-      empty.tableLevel = static_cast<int>(i) + 1;
-      Paragraph(empty, nullptr, false);
-      m_text.Word(i == 0 ? "\\cell" : "\\nestcell");
+      WriteEmptyCell(path[i], cell, static_cast<int>(i) + 1);
+      m_text.Raw("\r\n");
     }
   }
   m_path = path;
 }
 
+/// A cell that has no paragraph of its own: part of another, or gone.
+void Writer::WriteEmptyCell(const TableLevel& row, int number, int level) {
+  static const EmptyCells none;
+  const EmptyCells& cells = row.empty == nullptr ? none : *row.empty;
+  const auto known =
+      std::find_if(cells.begin(), cells.end(), [number](const EmptyCell& cell) { return cell.cell == number; });
+  const bool isKnown = known != cells.end();
+  ParagraphStyle style;
+  if (isKnown) {
+    style = FromBlockFormat(known->format, nullptr, m_document.indentWidth());
+  }
+  style.tableLevel = level;
+  Paragraph(style, nullptr, false);
+  if (isKnown) {
+    Mark(TakenApart(known->mark));
+  }
+  m_text.Word(level > 1 ? "\\nestcell" : "\\cell");
+}
+
 void Writer::EndBlock(const QTextBlock& block, bool pageBegun) {
-  static const BlockFormat none;
-  const QTextBlock next = block.next();
+  const QTextBlock next = Following(block);
   const TablePath& path = m_path;
-  const BlockFormat& following = next.isValid() ? FormatOf(next) : none;
-  const bool staysInCell = following.path.size() >= path.size() && following.path.first(path.size()) == path;
+  const TablePath nextPath = next.isValid() ? PathOf(next) : TablePath();
+  const Beginning following = next.isValid() ? BeginningOf(next) : Beginning();
+  const bool staysInCell = nextPath.size() >= path.size() && nextPath.first(path.size()) == path;
   if (!path.isEmpty() && !(next.isValid() && staysInCell)) {
-    EndCells(path, following.path);
+    EndCells(path, nextPath);
     if (following.hasSection) {
       m_text.Word("\\sect");
     }
   } else if (following.hasSection) {
     // The end of a section ends a paragraph that has something; an empty one needs its own.
-    if (block.length() == 1 && !pageBegun && block.blockNumber() > 0) {
+    if (block.length() == 1 && !pageBegun && Preceding(block).isValid()) {
       m_text.Word("\\par");
     }
     m_text.Word("\\sect");
   } else {
-    const bool goesOn = following.pageBreak == BreakKind::Within && following.path == path;
+    const bool goesOn = following.pageBreak == BreakKind::Within && nextPath == path;
     m_text.Word(goesOn ? "\\page" : "\\par");
   }
   m_text.Raw("\r\n");
@@ -192,16 +243,17 @@ void Writer::EndCells(const TablePath& path, const TablePath& next) {
     if (i < next.size() && path.first(i + 1) == next.first(i + 1)) {
       return;
     }
-    const char* cell = i == 0 ? "\\cell" : "\\nestcell";
     if (i == path.size() - 1) {
-      m_text.Word(cell);
+      m_text.Word(i == 0 ? "\\cell" : "\\nestcell");
     }
     const bool sameRow = i < next.size() && path.first(i) == next.first(i) && next[i].row == path[i].row &&
                          next[i].definition == path[i].definition && next[i].cell > path[i].cell;
+    const int last = sameRow ? next[i].cell : path[i].cells;
+    for (int cell = path[i].cell + 1; cell < last; ++cell) {
+      m_text.Raw("\r\n");
+      WriteEmptyCell(path[i], cell, static_cast<int>(i) + 1);
+    }
     if (sameRow) {
-      for (int gone = path[i].cell + 1; gone < next[i].cell; ++gone) {
-        m_text.Word(cell);
-      }
       return;
     }
     EndRow(path[i], i > 0);
@@ -297,13 +349,14 @@ void Writer::CloseLinks(qsizetype kept) {
 }
 
 const Writer::RunFormat& Writer::FormatOf(int index, const QTextCharFormat& format) {
-  const auto [place, isNew] = m_formats.try_emplace(index);
-  RunFormat& run = place->second;
-  if (!isNew) {
-    return run;
-  }
+  const auto known = m_formats.find(index);
+  return known != m_formats.end() ? known->second : m_formats.emplace(index, TakenApart(format)).first->second;
+}
+
+Writer::RunFormat Writer::TakenApart(const QTextCharFormat& format) {
+  RunFormat run;
   Font font;
-  run.style = FromCharacterFormat(format, m_document.defaultFont(), font);
+  run.style = FromCharacterFormat(WithoutCell(format), m_document.defaultFont(), font);
   run.style.font = m_tables.FontNumber(font);
   run.codePage = m_tables.CodePage(font);
   run.links = format.property(LinkProperty).value<Links>();
@@ -325,25 +378,41 @@ const Writer::RunFormat& Writer::FormatOf(int index, const QTextCharFormat& form
   return run;
 }
 
-const Writer::BlockFormat& Writer::FormatOf(const QTextBlock& block) {
-  const auto [place, isNew] = m_blockFormats.try_emplace(block.blockFormatIndex());
-  BlockFormat& result = place->second;
-  if (!isNew) {
-    return result;
+const ParagraphStyle& Writer::StyleOf(const QTextBlock& block, qsizetype level) {
+  const auto [place, isNew] = m_styleOf[level].try_emplace(block.blockFormatIndex());
+  ParagraphStyle& style = place->second;
+  if (isNew) {
+    const QTextList* list = block.textList();
+    const QTextListFormat listFormat = list == nullptr ? QTextListFormat() : list->format();
+    style = FromBlockFormat(block.blockFormat(), list == nullptr ? nullptr : &listFormat, m_document.indentWidth());
+    style.tableLevel = static_cast<int>(level);
   }
-  const QTextBlockFormat format = block.blockFormat();
-  const QTextList* list = block.textList();
-  const QTextListFormat listFormat = list == nullptr ? QTextListFormat() : list->format();
-  result.style = FromBlockFormat(format, list == nullptr ? nullptr : &listFormat, m_document.indentWidth());
-  result.path = PathOf(format);
-  result.style.tableLevel = static_cast<int>(result.path.size());
-  result.hasSection = format.hasProperty(SectionWordsProperty);
-  if ((format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) != 0) {
-    // A break that was set in the editor is one at the paragraph's start.
-    const int kind = format.intProperty(BreakProperty);
-    result.pageBreak = kind == 0 ? BreakKind::AtStart : BreakKind(kind);
+  return style;
+}
+
+/// In a real table; within its cells, in rows that no table holds.
+TablePath Writer::PathOf(const QTextBlock& block) {
+  TablePath path = m_rows.PathOf(block);
+  if (const QTextBlockFormat format = block.blockFormat(); format.hasProperty(TableProperty)) {
+    path += rtf::PathOf(format);
   }
-  return result;
+  return path.size() <= deepestTable ? path : path.first(deepestTable);
+}
+
+Writer::Beginning Writer::BeginningOf(const QTextBlock& block) {
+  const auto of = [](const QTextBlock& start) {
+    Beginning beginning{.format = start.blockFormat(), .pageBreak = {}, .hasSection = false};
+    beginning.hasSection = beginning.format.hasProperty(SectionWordsProperty);
+    if ((beginning.format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) != 0) {
+      // A break that was set in the editor is one at the paragraph's start.
+      const int kind = beginning.format.intProperty(BreakProperty);
+      beginning.pageBreak = kind == 0 ? BreakKind::AtStart : BreakKind(kind);
+    }
+    return beginning;
+  };
+  const QTextBlock previous = block.previous();
+  const Beginning own = of(block);
+  return !own.pageBreak && !own.hasSection && previous.isValid() && IsJoint(previous) ? of(previous) : own;
 }
 
 Writer::ListState* Writer::ListOf(const QTextBlock& block) {

@@ -5,6 +5,7 @@
 #include "documents/rtf/Properties.h"
 #include "documents/rtf/StyleWriter.h"
 #include "documents/rtf/TablePath.h"
+#include "documents/rtf/TableRows.h"
 #include "documents/rtf/WriterTables.h"
 
 #include <QHash>
@@ -28,6 +29,8 @@ class Writer {
 
   /// One paragraph, whatever was written before: written one after the other, all of them are the document's text.
   QByteArray WriteParagraph(const QTextBlock& block);
+  /// Between paragraphs: the document has changed.
+  void Forget() { m_rows.Forget(); }
   /// The document around a text that was written by this object.
   QByteArray Enclosed(const QByteArray& text);
 
@@ -39,10 +42,9 @@ class Writer {
     Links links;
     QByteArray object;  ///< What an object character of this format is written as.
   };
-  /// A paragraph format, taken apart once.
-  struct BlockFormat {
-    ParagraphStyle style;
-    TablePath path;
+  /// What is in front of a paragraph: a break of the page or section, which may be on the joint before it.
+  struct Beginning {
+    QTextBlockFormat format;
     std::optional<BreakKind> pageBreak;
     bool hasSection = false;
   };
@@ -65,8 +67,10 @@ class Writer {
   };
 
   void WriteBlock(const QTextBlock& block);
-  void BeginSection(const QTextBlock& block);
+  void BeginSection(const QTextBlockFormat& format);
   void BeginRows(const TablePath& path);
+  void WriteEmptyCell(const TableLevel& row, int number, int level);
+  void Mark(const RunFormat& mark);
   void EndBlock(const QTextBlock& block, bool pageBegun);
   void EndCells(const TablePath& path, const TablePath& next);
   void EndRow(const TableLevel& row, bool nested);
@@ -76,7 +80,10 @@ class Writer {
   void EnterLinks(const Links& links);
   void CloseLinks(qsizetype kept);
   const RunFormat& FormatOf(int index, const QTextCharFormat& format);
-  const BlockFormat& FormatOf(const QTextBlock& block);
+  RunFormat TakenApart(const QTextCharFormat& format);
+  const ParagraphStyle& StyleOf(const QTextBlock& block, qsizetype level);
+  TablePath PathOf(const QTextBlock& block);
+  static Beginning BeginningOf(const QTextBlock& block);
   ListState* ListOf(const QTextBlock& block);
   QByteArray PictureOf(const QTextCharFormat& format) const;
   QByteArray Header();
@@ -88,7 +95,8 @@ class Writer {
   StyleWriter m_styles;
   InForce m_inForce;
   std::unordered_map<int, RunFormat> m_formats;
-  std::unordered_map<int, BlockFormat> m_blockFormats;
+  std::unordered_map<int, ParagraphStyle> m_styleOf[deepestTable + 1];  ///< By table level and format.
+  TableRows m_rows;
   QHash<const QTextList*, ListState> m_lists;
   QList<OpenLink> m_links;
   TablePath m_path;

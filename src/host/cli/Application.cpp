@@ -1,7 +1,6 @@
 #include "host/cli/Application.h"
 
-#include "database/Database.h"
-#include "database/Maintenance.h"
+#include "database/Password.h"
 #include "host/cli/DailyCopies.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
@@ -9,6 +8,7 @@
 #include "host/desktop/DarkPalette.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
+#include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
@@ -172,6 +172,9 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     UseDarkPalette();
   }
   SetUpIcons();
+  if (HasScreen()) {
+    database::SetPasswordQuestion(AskPasswordInBox);
+  }
   try {
     const std::unique_ptr<StartedSession> started = StartSession(line);
     return RunSession(line, *started);

@@ -72,7 +72,7 @@ class Parser {
     } else if (name == u"--oscuro"_s) {
       m_line.dark = true;
     } else {
-      return false;
+      return TakeMailingFlag(name, m_line.mailing);
     }
     return true;
   }
@@ -95,7 +95,8 @@ class Parser {
     } else if (name == u"--limite"_s) {
       m_line.limit = Number(name);
     } else {
-      return false;
+      return TakeMailingOption(
+          name, [&] { return Value(name); }, m_line.mailing);
     }
     return true;
   }
@@ -166,9 +167,13 @@ class Parser {
       m_line.copy = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else if (command == u"comprobar"_s) {
       m_line.command = Command::Check;
+    } else if (command == u"preparar"_s) {
+      m_line.command = Command::SetUp;
     } else if (command == u"bloqueos"_s) {
       m_line.command = Command::Locks;
       LockWords();
+    } else if (command == u"cartas"_s || command == u"etiquetas"_s) {
+      m_line.command = command == u"cartas"_s ? Command::Letters : Command::Labels;
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
@@ -210,6 +215,16 @@ class Parser {
     }
     if (m_line.command == Command::Restore && m_line.copy.isEmpty()) {
       Refuse(u"Falta la copia que se restaura: kel-host restaurar COPIA"_s);
+    }
+    if (m_line.command == Command::SetUp && m_line.connectionString.isEmpty()) {
+      Refuse(u"Diga qué base de datos se prepara: kel-host preparar --base postgresql://usuario@servidor/base"_s);
+    }
+    if (m_line.command == Command::Letters) {
+      CheckLetterOptions(m_line.mailing);
+    } else if (m_line.command == Command::Labels) {
+      CheckLabelOptions(m_line.mailing);
+    } else if (m_line.mailing.given && m_line.command != Command::Help) {
+      Refuse(u"Las opciones de los envíos solo sirven con las órdenes «cartas» y «etiquetas»."_s);
     }
     if (m_line.command == Command::OpenDialog) {
       CheckDialog();
@@ -259,10 +274,15 @@ QString CommandLineHelp() {
       "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
       "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
       "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+      "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
+      "permisos\n"
       "     kel-host bloqueos                       dice quién está modificando qué registro\n"
-      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n\n"
+      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
+      "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
+      "     kel-host etiquetas --hoja I --seleccion NOMBRE --pdf F  escribe etiquetas de envío\n\n"
       "  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
+      "                 o postgresql://usuario@servidor/base\n"
       "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"
       "  --demo         base de datos de ejemplo, aparte de la propia\n"
       "  --usuario N    número del usuario que trabaja\n"
@@ -279,6 +299,17 @@ QString CommandLineHelp() {
       "  --id I         con «abrir»: registro que se modifica\n"
       "  --aux N        con «abrir»: registro del que depende el nuevo\n"
       "  --limite S     con «verificar-…»: segundos que puede tardar una llamada, 20 si no se dice\n"
+      "  SALIDA         --pdf F, --pdf-por-persona CARPETA o --rtf-por-persona CARPETA\n"
+      "  --orden O      de los envíos: apellidos, codigo (el postal) o numero\n"
+      "  --una-por-domicilio        junta a quienes comparten dirección\n"
+      "  --sin-direccion            incluye a quienes no la tienen\n"
+      "  --aceptar                  escribe aunque haya campos desconocidos o textos que no caben\n"
+      "  --fecha F                  con «cartas»: su fecha, como 2026-01-31; si no, la de hoy\n"
+      "  --donativos-desde F, --donativos-hasta F  donativos de esas fechas; si no, el último de cada persona\n"
+      "  --ejercicio AÑO            año del modelo 182; si no, el anterior\n"
+      "  --para P                   donativos o suscripciones, si la carta vale para los dos\n"
+      "  --periodicidad T, --receptor T            lo que ninguna tabla sabe, igual en todas las cartas\n"
+      "  --desde N, --saltar N,N    con «etiquetas»: dónde empieza la primera hoja y qué etiquetas no se usan\n"
       "  --ayuda        esta ayuda\n"
       "  --version      versión del programa\n\n"
       "Termina con 0, con 1 si no se puede seguir y con 2 si los argumentos no valen.\n"_s;

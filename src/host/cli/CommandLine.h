@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/cli/MailingOptions.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,7 +20,10 @@ enum class Command {
   Copy,
   Restore,
   Check,
+  SetUp,
   Locks,
+  Letters,
+  Labels,
   Help,
   Version,
 };
@@ -37,6 +42,7 @@ struct CommandLine {
   int limit = 20;              ///< --limite: seconds that a call of verificar-… may take.
   QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
+  MailingOptions mailing;      ///< Of cartas and etiquetas.
   int node = -1;
   int action = 0;
   int id = 0;

@@ -6,10 +6,11 @@
 
 namespace host {
 
-/// The commands copia, restaurar and comprobar: what they did, or what a check found, as a text for the user. The
-/// errors of the database leave them.
+/// The commands copia, restaurar, preparar and comprobar: what they did, or what a check found, as a text for the user.
+/// The errors of the database leave them.
 QString CopyCommand(const CommandLine& line);
 QString RestoreCommand(const CommandLine& line);
+QString SetUpCommand(const CommandLine& line);
 
 struct CheckOutcome {
   QString report;

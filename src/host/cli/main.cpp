@@ -1,8 +1,11 @@
+#include "database/Password.h"
 #include "host/cli/Application.h"
 #include "host/cli/CommandLine.h"
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
+#include "host/cli/MailingCommand.h"
 #include "host/cli/Registration.h"
+#include "host/desktop/PasswordBox.h"
 #include "host/verification/Verification.h"
 #include "platform/automation/Error.h"
 #include "platform/process/TerminationSignals.h"
@@ -45,6 +48,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Restore:
       Print(stdout, host::RestoreCommand(line));
       return host::ExitDone;
+    case host::Command::SetUp:
+      Print(stdout, host::SetUpCommand(line));
+      return host::ExitDone;
     case host::Command::Check: {
       const host::CheckOutcome outcome = host::CheckCommand(line);
       Print(stdout, outcome.report);
@@ -53,6 +59,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Locks:
       host::RunLockCommand(line);
       return host::ExitDone;
+    case host::Command::Letters:
+    case host::Command::Labels:
+      return host::RunMailingCommand(line, argc, argv);
     default:
       return host::RunApplication(line, argc, argv);
   }
@@ -77,6 +86,7 @@ int main(int argc, char** argv) {
     Print(stderr, u"kel-host: %1\n«kel-host --ayuda» explica los argumentos."_s.arg(error.Description()));
     return host::ExitWrongArguments;
   }
+  database::SetPasswordQuestion(host::AskPasswordOnTerminal);
   try {
     return Run(line, argc, argv);
   } catch (const automation::Error& error) {

@@ -10,6 +10,8 @@
 #include <chrono>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -18,6 +20,19 @@ constexpr std::chrono::seconds pause{1};
 
 // A longer list is not read anew on a suspicion.
 constexpr int longestReadAnew = 10'000;
+
+// What comes together is read together.
+constexpr std::chrono::milliseconds shortly{300};
+
+// Null where nobody tells.
+std::unique_ptr<database::Notices> Listen(ComponentBridge& bridge, database::Notices::Written hear) {
+  try {
+    auto notices = std::make_unique<database::Notices>(bridge.OpenConnection(), std::move(hear));
+    return notices->AreTold() ? std::move(notices) : nullptr;
+  } catch (const automation::Error&) {
+    return nullptr;
+  }
+}
 
 qint64 NewestNote(ComponentBridge& bridge) {
   try {
@@ -36,7 +51,8 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, Re
       m_loader(loader),
       m_list(list),
       m_reader([connectionString] { return database::CreateConnection(connectionString); }),
-      m_watch(connectionString, NewestNote(bridge)) {
+      m_notices(Listen(bridge, [this](const QStringList& tables) { HearOf(tables); })),
+      m_watch(connectionString, NewestNote(bridge), m_notices == nullptr) {
   connect(&m_watch, &ChangeWatch::Seen, this, &LiveRecords::TakeNote);
   connect(&m_reader, &RecordLoader::Loaded, this, [this](SortedRecords& records) {
     if (m_node == m_readNode && !m_loader.IsLoading()) {
@@ -47,6 +63,15 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, Re
   connect(&m_reader, &RecordLoader::Failed, this, [this] { m_unknown = true; });
   connect(&m_timer, &QTimer::timeout, this, &LiveRecords::Tick);
   m_timer.start(pause);
+  m_soon.setSingleShot(true);
+  connect(&m_soon, &QTimer::timeout, this, &LiveRecords::Tick);
+}
+
+void LiveRecords::HearOf(const QStringList& tables) {
+  if (tables.isEmpty() || tables.contains(u"Cambios"_s)) {
+    m_mustLook = true;
+    m_soon.start(shortly);
+  }
 }
 
 void LiveRecords::Follow(const Node* node) {
@@ -57,7 +82,9 @@ void LiveRecords::Tick() {
   m_maybeOurs = m_maybeOurs || m_bridge.IsBusy();
   if (MayDisturb()) {
     Apply();
-    m_watch.Look();
+    if (m_notices == nullptr || m_mustLook) {
+      m_mustLook = !m_watch.Look();
+    }
   }
 }
 

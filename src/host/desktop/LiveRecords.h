@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Notices.h"
 #include "host/desktop/RecordList.h"
 #include "host/records/ChangeWatch.h"
 #include "host/records/ComponentBridge.h"
@@ -10,11 +11,13 @@
 #include <QString>
 #include <QTimer>
 
+#include <memory>
+
 namespace host {
 
-/// Keeps the shown list as the database is: looks every second whether anybody wrote, and reads again just the records
-/// that look otherwise now. Selection, place and search stay. It waits while a dialog, a box or a menu is open or the
-/// mouse is held, and never says a word of an error.
+/// Keeps the shown list as the database is: hears from a server when somebody wrote, looks at a file every second, and
+/// reads again just the records that look otherwise now. Selection, place and search stay. It waits while a dialog, a
+/// box or a menu is open or the mouse is held, and never says a word of an error.
 class LiveRecords : public QObject {
   Q_OBJECT
 
@@ -33,6 +36,7 @@ class LiveRecords : public QObject {
   void MayHaveChanged();
 
  private:
+  void HearOf(const QStringList& tables);
   void Tick();
   void TakeNote(const SeenChanges& changes);
   void Apply();
@@ -46,8 +50,11 @@ class LiveRecords : public QObject {
   const Node* m_node = nullptr;
   const Node* m_readNode = nullptr;  ///< Of the reading under way.
   RecordLoader m_reader;
+  std::unique_ptr<database::Notices> m_notices;
   ChangeWatch m_watch;
   QTimer m_timer;
+  QTimer m_soon;
+  bool m_mustLook = true;
   QList<Change> m_pending;
   bool m_unknown = false;
   bool m_maybeOurs = false;  ///< A dialog was open since the last look: what left no note may be its locks.

@@ -26,14 +26,19 @@ QString LockMark(adodb::Connection& connection) {
 
 }  // namespace
 
-ChangeWatch::ChangeWatch(QString connectionString, qint64 newest, QObject* parent)
-    : QObject(parent), m_connectionString(std::move(connectionString)), m_worker(new QObject), m_newest(newest) {
+ChangeWatch::ChangeWatch(QString connectionString, qint64 newest, bool byClock, QObject* parent)
+    : QObject(parent),
+      m_connectionString(std::move(connectionString)),
+      m_byClock(byClock),
+      m_worker(new QObject),
+      m_seen(newest) {
   m_worker->moveToThread(&m_thread);
-  // On its own thread, where the clock's session belongs.
+  // On its own thread, where the sessions belong.
   connect(
       &m_thread, &QThread::finished, m_worker,
       [this] {
         m_clock.reset();
+        m_connection.reset();
         delete m_worker;
       },
       Qt::DirectConnection);
@@ -45,11 +50,13 @@ ChangeWatch::~ChangeWatch() {
   m_thread.wait();
 }
 
-void ChangeWatch::Look() {
-  if (!m_looking) {
-    m_looking = true;
-    QMetaObject::invokeMethod(m_worker, [this] { Run(); });
+bool ChangeWatch::Look() {
+  if (m_looking) {
+    return false;
   }
+  m_looking = true;
+  QMetaObject::invokeMethod(m_worker, [this] { Run(); });
+  return true;
 }
 
 void ChangeWatch::Run() {
@@ -59,6 +66,7 @@ void ChangeWatch::Run() {
   } catch (const std::exception&) {
     // A database that can't be read now is no news here; who needs it will say so.
     m_clock.reset();
+    m_connection.reset();
   }
   QMetaObject::invokeMethod(this, [this, seen] {
     m_looking = false;
@@ -68,29 +76,36 @@ void ChangeWatch::Run() {
   });
 }
 
-SeenChanges ChangeWatch::Read() {
+bool ChangeWatch::HasMoved() {
   if (!m_clock) {
     m_clock = std::make_unique<database::ChangeClock>(m_connectionString);
   }
-  m_mustRead = m_clock->HasMoved() || m_mustRead;
+  return m_clock->HasMoved();
+}
+
+SeenChanges ChangeWatch::Read() {
+  m_mustRead = !m_byClock || HasMoved() || m_mustRead;
   if (!m_mustRead) {
     return {};
   }
-  const std::unique_ptr<adodb::Connection> connection = database::CreateConnection(m_connectionString);
-  connection->Open();
-  SeenChanges seen{.notes = ChangesAfter(*connection, m_newest, mostNotes)};
-  const QString locks = LockMark(*connection);
-  seen.mayBeLocks = std::exchange(m_locks, locks) != locks;
-  if (seen.notes.size() == mostNotes) {
-    seen.notes.clear();
-    seen.isUnknown = true;
-    m_newest = NewestChange(*connection);
-  } else if (!seen.notes.isEmpty()) {
-    m_newest = seen.notes.constLast().number;
-  } else {
-    // The first look always finds the clock moved.
-    seen.isUnknown = !m_isFirst;
+  if (!m_connection) {
+    m_connection = database::CreateConnection(m_connectionString);
   }
+  m_connection->Open();
+  SeenChanges seen{.notes = ChangesAfter(*m_connection, m_seen.From(), mostNotes)};
+  seen.isUnknown = seen.notes.size() == mostNotes;
+  m_seen.Take(seen.notes);
+  if (seen.isUnknown) {
+    seen.notes.clear();
+    m_seen = SeenNotes(NewestChange(*m_connection));
+  }
+  if (m_byClock) {
+    const QString locks = LockMark(*m_connection);
+    seen.mayBeLocks = std::exchange(m_locks, locks) != locks;
+    // The first look always finds the clock moved.
+    seen.isUnknown = seen.isUnknown || (seen.notes.isEmpty() && !m_isFirst);
+  }
+  m_connection->Close();
   m_isFirst = false;
   m_mustRead = false;
   return seen;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/records/ChangeLog.h"
+#include "host/records/SeenNotes.h"
 
 #include <QList>
 #include <QObject>
@@ -30,14 +30,16 @@ class ChangeWatch : public QObject {
   Q_OBJECT
 
  public:
-  /// `newest` is the note from which on changes are of interest. Connects at the first look.
-  ChangeWatch(QString connectionString, qint64 newest, QObject* parent = nullptr);
+  /// `newest` is the note from which on changes are of interest. Connects at the first look. `byClock` says that it
+  /// looks often and asks a clock first; otherwise somebody tells when there is something, and only notes are of
+  /// interest.
+  ChangeWatch(QString connectionString, qint64 newest, bool byClock, QObject* parent = nullptr);
   /// Ends a look in progress.
   ~ChangeWatch() override;
 
-  /// Seen follows where there is something new. A look that fails, or comes while another is under way, is silent: a
-  /// later one finds what it would have found.
-  void Look();
+  /// Seen follows where there is something new. A look that fails is silent: a later one finds what it would have
+  /// found. False while another is under way.
+  bool Look();
 
  Q_SIGNALS:
   void Seen(const host::SeenChanges& changes);
@@ -45,15 +47,18 @@ class ChangeWatch : public QObject {
  private:
   void Run();
   SeenChanges Read();
+  bool HasMoved();
 
   const QString m_connectionString;
+  const bool m_byClock;
   QThread m_thread;
   QObject* m_worker;
   bool m_looking = false;
 
   // The worker's.
   std::unique_ptr<database::ChangeClock> m_clock;
-  qint64 m_newest;
+  std::unique_ptr<adodb::Connection> m_connection;
+  SeenNotes m_seen;
   QString m_locks;
   bool m_isFirst = true;
   bool m_mustRead = false;  ///< What the clock told of has not been read yet.

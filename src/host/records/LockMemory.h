@@ -22,7 +22,7 @@ class LockMemory {
   /// Takes the locks over. What is to be said of those that are lost; empty where all are there. Errors of the database
   /// leave it.
   QString CarryOver(adodb::Connection& connection, int before, int now);
-  /// Raises DatabaseLocked while one is lost.
+  /// Raises TransactionLost while one is lost.
   void RequireNoneLost() const;
 
  private:

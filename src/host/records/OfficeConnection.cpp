@@ -56,7 +56,7 @@ void OfficeConnection::ReleaseWaiting(const QString& wantedColumn, int wantedKey
   m_waitingLocks.removeAll({wantedColumn, wantedKey});
   m_waitingLocks.removeIf([this](const std::pair<QString, int>& lock) {
     try {
-      RecordLocks(*this, m_session.userId, m_session.userName).Release(lock.first, lock.second);
+      RecordLocks(*this, m_session.userId, m_session.userName, &m_session.lockMemory).Release(lock.first, lock.second);
       return true;
     } catch (const Error&) {
       return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/Rtf.h"
 #include "documents/rtf/Writer.h"
 
@@ -29,10 +30,13 @@ inline std::unique_ptr<QTextDocument> Document(const QByteArray& content) {
 }
 
 /// The text, with what a line of a test can't hold spelled out: object characters as @, line breaks as /, paragraphs
-/// separated by |.
+/// separated by |; joints of tables left out.
 inline QString Text(const QTextDocument& document) {
   QStringList paragraphs;
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    if (rtf::IsJoint(block)) {
+      continue;
+    }
     QString text = block.text();
     text.replace(QChar::LineSeparator, u'/');
     text.replace(QChar::ObjectReplacementCharacter, u'@');

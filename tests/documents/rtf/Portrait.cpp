@@ -2,6 +2,7 @@
 
 #include "documents/rtf/Preamble.h"
 #include "documents/rtf/Properties.h"
+#include "documents/rtf/TablePath.h"
 
 #include <QBrush>
 #include <QCryptographicHash>
@@ -12,6 +13,7 @@
 #include <QTextFrame>
 #include <QTextList>
 #include <QTextOption>
+#include <QTextTable>
 
 namespace support {
 
@@ -21,6 +23,8 @@ QString Digest(const QByteArray& bytes) {
   return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex().left(12)) + u'/' +
          QString::number(bytes.size());
 }
+
+QString Describe(const QTextFormat& format);
 
 QString Value(const QVariant& value) {
   if (value.canConvert<rtf::Piece>()) {
@@ -38,6 +42,21 @@ QString Value(const QVariant& value) {
   }
   if (value.userType() == QMetaType::QBrush) {
     return value.value<QBrush>().color().name();
+  }
+  if (value.userType() == qMetaTypeId<rtf::EmptyCells>()) {
+    QString text;
+    for (const rtf::EmptyCell& cell : value.value<rtf::EmptyCells>()) {
+      text += QStringLiteral("(%1,%2").arg(cell.row).arg(cell.cell) + Describe(cell.format) + u';' +
+              Describe(cell.mark) + u')';
+    }
+    return text;
+  }
+  if (value.userType() == QMetaType::QVariantList && value.toList().value(0).userType() == QMetaType::QTextLength) {
+    QString text;
+    for (const QVariant& width : value.toList()) {
+      text += QString::number(width.value<QTextLength>().rawValue()) + u' ';
+    }
+    return text;
   }
   if (value.userType() == QMetaType::QVariantList) {
     QString text;
@@ -79,6 +98,10 @@ QStringList Portrait(const QTextDocument& document) {
   QStringList lines{Describe(document)};
   QHash<const QTextList*, int> lists;
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    const QTextTable* table = QTextCursor(block).currentTable();
+    if (table != nullptr && table->firstPosition() == block.position()) {
+      lines.append(QStringLiteral("table %1 %2").arg(table->rows()).arg(table->columns()) + Describe(table->format()));
+    }
     lines.append(QStringLiteral("paragraph") + Describe(block.blockFormat()));
     if (const QTextList* list = block.textList()) {
       const int number = lists.value(list, static_cast<int>(lists.size()));

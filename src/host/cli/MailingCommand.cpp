@@ -1,0 +1,130 @@
+#include "host/cli/MailingCommand.h"
+
+#include "documents/rtf/Rtf.h"
+#include "host/cli/Application.h"
+#include "host/cli/Startup.h"
+#include "host/mailing/output/Outputs.h"
+#include "host/mailing/pieces/ReadMailing.h"
+#include "platform/automation/Error.h"
+#include "platform/process/TerminationSignals.h"
+
+#include <QGuiApplication>
+#include <QTextStream>
+#include <QThread>
+
+#include <exception>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+[[noreturn]] void Refuse(const QString& text) {
+  throw automation::Error(automation::InvalidProcedureCall, text);
+}
+
+void Tell(const MailingNotes& notes) {
+  QTextStream out(stderr);
+  if (!notes.leftOut.isEmpty()) {
+    out << u"Se quedan fuera:\n  "_s << notes.leftOut.join(u"\n  "_s) << u'\n';
+  }
+  if (!notes.doubtful.isEmpty()) {
+    out << u"Conviene mirarlo:\n  "_s << notes.doubtful.join(u"\n  "_s) << u'\n';
+  }
+}
+
+void RequireAccepted(const QStringList& faults, bool accepts) {
+  if (faults.isEmpty()) {
+    return;
+  }
+  const QString list = faults.join(u"\n  "_s);
+  if (!accepts) {
+    Refuse(u"No se ha escrito nada:\n  %1\nCorríjalo, o use la opción «--aceptar» para dejarlo como está."_s.arg(list));
+  }
+  QTextStream(stderr) << u"Se deja como está:\n  "_s << list << u'\n';
+}
+
+void RequireSomething(const PrintedWork& work) {
+  if (work.Count() == 0) {
+    Refuse(u"No hay nadie a quien escribir, y no se ha escrito nada."_s);
+  }
+}
+
+/// What was made, in words; empty for a run that was cancelled.
+QString Done(bool whole, const QString& text) {
+  return whole ? text : QString();
+}
+
+QString MakeLetters(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
+  LetterWish wish = options.letters;
+  if (!wish.moment.isValid()) {
+    wish.moment = QDateTime::currentDateTime();
+  }
+  if (wish.year == 0) {
+    wish.year = wish.moment.date().year() - 1;
+  }
+  const std::unique_ptr<LetterMailing> letters = ReadLetters(connectionString, wish, userId);
+  Tell(letters->Notes());
+  RequireAccepted(letters->Faults(), options.accepts);
+  RequireSomething(*letters);
+  const int count = letters->Count();
+  if (!options.pdf.isEmpty()) {
+    return Done(WritePdf(*letters, options.pdf, control), u"%1 cartas en «%2»."_s.arg(count).arg(options.pdf));
+  }
+  const bool asPdf = !options.pdfPerPerson.isEmpty();
+  const QString folder = asPdf ? options.pdfPerPerson : options.rtfPerPerson;
+  const auto rich = [&](int letter) { return rtf::Write(*letters->Filled(letter)); };
+  const int written =
+      asPdf ? WritePdfFiles(*letters, folder, control) : WriteFiles(*letters, folder, u".rtf"_s, rich, control);
+  return Done(written == count, u"%1 archivos en «%2»."_s.arg(count).arg(folder));
+}
+
+QString MakeLabels(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
+  const std::unique_ptr<LabelMailing> labels = ReadLabels(connectionString, options.labels, userId);
+  Tell(labels->Notes());
+  RequireAccepted(labels->Faults(), options.accepts);
+  RequireSomething(*labels);
+  return Done(WritePdf(*labels, options.pdf, control),
+              u"%1 etiquetas en «%2», %3 hojas; la última acaba en la etiqueta %4."_s.arg(labels->Labels())
+                  .arg(options.pdf)
+                  .arg(labels->Count())
+                  .arg(labels->LastLabel()));
+}
+
+}  // namespace
+
+int RunMailingCommand(const CommandLine& line, int& argc, char** argv) {
+  // Pages are painted without a screen.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  const std::unique_ptr<StartedSession> started = StartSession(line);
+  RunControl control;
+  QString done;
+  std::exception_ptr failure;
+  const auto make = line.command == Command::Letters ? MakeLetters : MakeLabels;
+  const std::unique_ptr<QThread> run(QThread::create([&] {
+    try {
+      done = make(started->connectionString, line.mailing, started->session.userId, control);
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }));
+  process::TerminationSignals signals;
+  QObject::connect(&signals, &process::TerminationSignals::Received, [&] { control.Cancel(); });
+  QObject::connect(run.get(), &QThread::finished, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+  run->start();
+  QGuiApplication::exec();
+  run->wait();
+  if (failure) {
+    std::rethrow_exception(failure);
+  }
+  if (done.isEmpty()) {
+    QTextStream(stderr) << u"Interrumpido: %1 de %2.\n"_s.arg(control.Done()).arg(control.Parts());
+    return ExitCannotGoOn;
+  }
+  QTextStream(stdout) << done << u'\n';
+  return ExitDone;
+}
+
+}  // namespace host

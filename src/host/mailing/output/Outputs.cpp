@@ -1,0 +1,144 @@
+#include "host/mailing/output/Outputs.h"
+
+#include "host/mailing/output/FileNames.h"
+#include "host/mailing/output/NewFile.h"
+#include "host/mailing/output/PdfPages.h"
+#include "platform/automation/Error.h"
+#include "platform/process/PrivateFiles.h"
+
+// Of two kinds of shared pointers in its headers: the standard one.
+#define POINTERHOLDER_TRANSITION 4
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include <QBuffer>
+#include <QDir>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+// So many parts are painted into one PDF before it is cut: fonts and pictures are embedded once for all of them.
+constexpr int partsAtOnce = 250;
+
+/// Files in a folder, each whole or not there.
+class Folder {
+ public:
+  explicit Folder(const QString& path) : m_folder(path) {
+    if (!process::CreatePrivateFolder(path)) {
+      throw automation::Error(automation::InvalidProcedureCall,
+                              u"No se puede usar la carpeta «%1». Compruebe el nombre y sus permisos."_s.arg(path));
+    }
+  }
+
+  void Write(const QString& wishedName, const QString& suffix, const QByteArray& content) {
+    const QString path = m_folder.filePath(m_names.Next(wishedName, suffix));
+    if (m_file) {
+      m_file->Next(path);
+    } else {
+      m_file.emplace(path);
+    }
+    m_file->Device().write(content);
+    m_file->Finish();
+  }
+
+ private:
+  QDir m_folder;
+  FileNames m_names;
+  std::optional<NewFile> m_file;
+};
+
+/// The pages of a PDF from `first` up to `end`, with what they use, as a file of their own. Streams stay as they are.
+QByteArray Cut(QPDF& whole, std::size_t first, std::size_t end) {
+  const auto& pages = QPDFPageDocumentHelper(whole).getAllPages();
+  QPDF part;
+  part.emptyPDF();
+  for (std::size_t page = first; page < end; ++page) {
+    QPDFPageDocumentHelper(part).addPage(pages[page], false);
+  }
+  QPDFWriter writer(part);
+  writer.setOutputMemory();
+  writer.setStreamDataMode(qpdf_s_preserve);
+  writer.setObjectStreamMode(qpdf_o_generate);
+  writer.write();
+  const std::shared_ptr<Buffer> buffer = writer.getBufferSharedPointer();
+  return {reinterpret_cast<const char*>(buffer->getBuffer()), static_cast<qsizetype>(buffer->getSize())};
+}
+
+/// Some parts in one PDF, and where each ends.
+struct Painted {
+  QByteArray content;
+  QList<int> ends;
+};
+
+Painted PaintSome(const PrintedWork& work, int first, const RunControl& control) {
+  Painted painted;
+  QBuffer buffer(&painted.content);
+  buffer.open(QIODevice::WriteOnly);
+  PdfPages pages(buffer, work.Title());
+  const int end = std::min(work.Count(), first + partsAtOnce);
+  for (int part = first; part < end && !control.IsCancelled(); ++part) {
+    work.Paint(part, pages);
+    painted.ends.append(pages.Count());
+  }
+  pages.Finish();
+  return painted;
+}
+
+}  // namespace
+
+bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control) {
+  control.Begin(work.Count());
+  NewFile target(file);
+  PdfPages pages(target.Device(), work.Title());
+  for (int part = 0; part < work.Count(); ++part) {
+    if (control.IsCancelled()) {
+      pages.Finish();
+      return false;
+    }
+    work.Paint(part, pages);
+    control.PartDone();
+  }
+  pages.Finish();
+  target.Finish();
+  return true;
+}
+
+int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& control) {
+  control.Begin(work.Count());
+  Folder target(folder);
+  for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
+    const Painted painted = PaintSome(work, first, control);
+    if (painted.ends.isEmpty()) {
+      break;
+    }
+    QPDF whole;
+    whole.processMemoryFile("letters", painted.content.constData(), static_cast<std::size_t>(painted.content.size()));
+    int begin = 0;
+    for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
+      target.Write(work.NameOf(first + i), u".pdf"_s,
+                   Cut(whole, static_cast<std::size_t>(begin), static_cast<std::size_t>(painted.ends[i])));
+      begin = painted.ends[i];
+      control.PartDone();
+    }
+  }
+  return control.Done();
+}
+
+int WriteFiles(const PrintedWork& work, const QString& folder, const QString& suffix,
+               const std::function<QByteArray(int part)>& part, RunControl& control) {
+  control.Begin(work.Count());
+  Folder target(folder);
+  for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
+    target.Write(work.NameOf(i), suffix, part(i));
+    control.PartDone();
+  }
+  return control.Done();
+}
+
+}  // namespace host

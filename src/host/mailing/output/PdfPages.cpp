@@ -1,0 +1,35 @@
+#include "host/mailing/output/PdfPages.h"
+
+#include "documents/letter/HalfPoints.h"
+#include "documents/letter/Paper.h"
+
+#include <QPageLayout>
+
+namespace host {
+
+// Without margins: coordinates are the paper's.
+PdfPages::PdfPages(QIODevice& file, const QString& title) : m_writer(&file) {
+  m_writer.setPageLayout(QPageLayout(documents::UsualPaper().PageSize(), QPageLayout::Portrait, QMarginsF()));
+  m_writer.setTitle(title);
+  m_writer.setCreator(QStringLiteral("kel-host"));
+}
+
+QPainter& PdfPages::Next() {
+  if (m_count++ == 0) {
+    m_painter.begin(&m_writer);
+    m_painter.setRenderHint(QPainter::LosslessImageRendering);
+    const double dotsPerHalfPoint = double(m_writer.resolution()) / documents::halfPointsPerInch;
+    m_painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
+  } else {
+    m_writer.newPage();
+  }
+  return m_painter;
+}
+
+void PdfPages::Finish() {
+  if (m_painter.isActive()) {
+    m_painter.end();
+  }
+}
+
+}  // namespace host

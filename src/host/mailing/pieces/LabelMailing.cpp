@@ -1,0 +1,161 @@
+#include "host/mailing/pieces/LabelMailing.h"
+
+#include "documents/markers/ValueText.h"
+#include "documents/people/Names.h"
+#include "documents/people/Posting.h"
+#include "documents/people/Salutation.h"
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+#include "platform/automation/Error.h"
+
+using namespace Qt::StringLiterals;
+
+using documents::LabelPart;
+
+namespace host {
+
+namespace {
+
+constexpr QStringView people = u"COLABORADORES";
+
+[[noreturn]] void Refuse(const QString& text) {
+  throw automation::Error(automation::InvalidProcedureCall, text);
+}
+
+documents::LabelFont ReadFont(adodb::Connection& connection, int sheet) {
+  documents::LabelFont font{.family = u"Liberation Sans"_s};
+  const auto row =
+      adodb::Execute(connection, u"SELECT Fuente, Puntos, Margen FROM EtiquetasImpresion WHERE codEtiqueta={}", sheet);
+  if (!row->AtEnd()) {
+    constexpr double smallest = 4;
+    constexpr double largest = 72;
+    font.family = automation::Text(row->Field(0));
+    font.points = std::clamp(automation::CDbl(row->Field(1)), smallest, largest);
+    font.left = std::max(0.0, automation::CDbl(row->Field(2)));
+  }
+  return font;
+}
+
+bool IsName(const LabelField& field) {
+  return field.Is(people, u"TRATAMIENTO") || field.Is(people, u"NOMBRE") || field.Is(people, u"APELLIDO1") ||
+         field.Is(people, u"APELLIDO2");
+}
+
+/// A field's value as it is printed.
+QString Printed(const LabelField& field, const QString& stored, const documents::Person& person) {
+  if (field.Is(u"PROVINCIAS", u"NOMBRE")) {
+    return documents::PrintedProvince(person.address);
+  }
+  if (field.Is(u"PAISES", u"NOMBRE")) {
+    return documents::PrintedCountry(person.address);
+  }
+  return field.Is(u"ENCABEZADOS", u"NOMBRE") ? documents::Salutation(stored, documents::GenderOf(person)) : stored;
+}
+
+LabelPart::Kind KindOf(const LabelField& field) {
+  if (field.table.isEmpty()) {
+    return LabelPart::Kind::Text;
+  }
+  return field.Is(u"PAISES", u"NOMBRE") ? LabelPart::Kind::Country : LabelPart::Kind::Field;
+}
+
+}  // namespace
+
+LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish, int userId) {
+  ReadSheet(connection, wish);
+  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, m_faults);
+  const SavedSelection selection = ReadSelection(connection, wish.selection, userId);
+  const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
+  const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
+  for (const Addressee& addressee : addressees) {
+    const QStringList lines = LinesFor(fields, values.value(addressee.constFirst().id), addressee);
+    const QString name = NameInLists(addressee.constFirst());
+    if (lines.isEmpty()) {
+      m_notes.leftOut.append(u"%1: no hay nada que imprimir"_s.arg(name));
+      continue;
+    }
+    if (!m_painter->ScaleOf(lines)) {
+      m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
+    }
+    m_labels.push_back(lines);
+  }
+  for (int piece = 0; piece < Labels(); ++piece) {
+    if (m_places->Of(piece).sheet == static_cast<int>(m_firstOfSheet.size())) {
+      m_firstOfSheet.push_back(piece);
+    }
+  }
+  m_firstOfSheet.push_back(Labels());
+}
+
+void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wish) {
+  const auto row =
+      adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 AND IDETIQUETA={}", wish.sheet);
+  if (row->AtEnd()) {
+    Refuse(u"No hay ninguna hoja de etiquetas con el número %1."_s.arg(wish.sheet));
+  }
+  m_name = automation::Text(row->Field(u"NOMBRE"));
+  if (!automation::CBool(row->Field(u"ENVIOPOSTAL"))) {
+    Refuse(u"La hoja «%1» no es de envío postal. Elija otra."_s.arg(m_name));
+  }
+  const std::optional<documents::Sheet> sheet = documents::ReadSheet(*row);
+  if (!sheet) {
+    Refuse(u"Las medidas de la hoja «%1» no sirven. Corríjalas."_s.arg(m_name));
+  }
+  m_sheet = *sheet;
+  if (!Fits(m_sheet, documents::UsualPaper())) {
+    m_faults.append(u"Las etiquetas de la hoja «%1» se salen del papel."_s.arg(m_name));
+  }
+  CheckStart(wish.start);
+  m_places.emplace(m_sheet, wish.start);
+  m_painter.emplace(m_sheet, ReadFont(connection, wish.sheet));
+}
+
+void LabelMailing::CheckStart(const documents::SheetStart& start) {
+  QList<int> labels = start.skipped.values();
+  labels.append(start.first);
+  for (const int label : labels) {
+    if (label < 1 || label > m_sheet.totals) {
+      Refuse(u"La hoja «%1» no tiene etiqueta %2: tiene %3."_s.arg(m_name, QString::number(label),
+                                                                   QString::number(m_sheet.totals)));
+    }
+  }
+}
+
+QStringList LabelMailing::LinesFor(const QList<LabelField>& fields, const QStringList& values,
+                                   const Addressee& addressee) const {
+  const QStringList lines = LinesFor(fields, values, addressee, documents::JointName(addressee));
+  return m_painter->ScaleOf(lines) ? lines : LinesFor(fields, values, addressee, documents::NarrowJointName(addressee));
+}
+
+QStringList LabelMailing::LinesFor(const QList<LabelField>& fields, const QStringList& values,
+                                   const Addressee& addressee, const QStringList& name) {
+  const documents::Person& first = addressee.constFirst();
+  bool named = false;
+  QList<LabelPart> parts;
+  for (qsizetype i = 0; i < fields.size(); ++i) {
+    const LabelField& field = fields[i];
+    QString value = field.table.isEmpty() ? field.text : Printed(field, values.value(i), first);
+    value = documents::ValueText(value).replace(u'\n', u' ');
+    // Who shares a label is named once, where the first name stands.
+    if (addressee.size() > 1 && IsName(field)) {
+      value = named ? QString() : name.join(u'\n');
+      named = true;
+    }
+    parts.append({field.line, field.position, KindOf(field), value});
+  }
+  return documents::LabelLines(parts);
+}
+
+QString LabelMailing::NameOf(int sheet) const {
+  return u"%1 (%2)"_s.arg(m_name, QString::number(sheet + 1));
+}
+
+void LabelMailing::Paint(int sheet, PaintedPages& pages) const {
+  QPainter& painter = pages.Next();
+  const auto at = static_cast<std::size_t>(sheet);
+  for (int piece = m_firstOfSheet[at]; piece < m_firstOfSheet[at + 1]; ++piece) {
+    m_painter->Paint(painter, m_places->Of(piece).label, m_labels[static_cast<std::size_t>(piece)]);
+  }
+}
+
+}  // namespace host

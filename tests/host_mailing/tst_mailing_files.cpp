@@ -1,0 +1,202 @@
+#include "documents/rtf/Rtf.h"
+#include "host/mailing/output/FileNames.h"
+#include "host/mailing/output/Outputs.h"
+#include "host/mailing/pieces/ReadMailing.h"
+#include "platform/automation/Error.h"
+#include "support/SmallDisk.h"
+#include "support/TestDatabase.h"
+#include "support/TestProgram.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString OutputOf(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  process.waitForFinished();
+  return process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()) : program + u" failed"_s;
+}
+
+struct Word {
+  QString text;
+  double x = 0;  ///< Millimetres from the paper's corner, here and below.
+  double y = 0;
+};
+
+/// The words of a PDF as another program finds them.
+QList<Word> WordsOf(const QString& pdf) {
+  static const QRegularExpression form(uR"re(xMin="([\d.]+)" yMin="([\d.]+)"[^>]*>([^<]*)<)re"_s);
+  constexpr double millimetresPerPoint = 25.4 / 72;
+  QList<Word> words;
+  for (auto at = form.globalMatch(OutputOf(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s})); at.hasNext();) {
+    const auto match = at.next();
+    words.append({match.captured(3), match.captured(1).toDouble() * millimetresPerPoint,
+                  match.captured(2).toDouble() * millimetresPerPoint});
+  }
+  return words;
+}
+
+}  // namespace
+
+/// What is written, looked at by other programs.
+class tst_mailing_files : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void LabelsStandWhereTheyShould();
+  void LabelsAreNamed();
+  void LettersInOneFile();
+  void FilesPerPerson();
+  void Cancelled();
+  void NothingIsLeftOfAFailure();
+  void Names();
+
+ private:
+  std::unique_ptr<host::LetterMailing> Letters(int letter = 1) const {
+    host::LetterWish wish;
+    wish.letter = letter;
+    wish.selection = u"Suscriptores del Boletín"_s;
+    wish.moment = QDateTime(QDate(2026, 11, 21), QTime());
+    return host::ReadLetters(m_database.ConnectionString(), wish, 1);
+  }
+  std::unique_ptr<host::LabelMailing> Labels(const documents::SheetStart& start, bool join = false) const {
+    host::LabelWish wish;
+    wish.sheet = 1;
+    wish.selection = u"Todas las personas"_s;
+    wish.order = host::PeopleOrder::Postcode;
+    wish.onePerAddress = join;
+    wish.start = start;
+    return host::ReadLabels(m_database.ConnectionString(), wish, 1);
+  }
+
+  support::TestDatabase m_database{database::Content::Demonstration};
+  host::RunControl m_control;
+};
+
+void tst_mailing_files::LabelsStandWhereTheyShould() {
+  m_database.Execute(
+      u"UPDATE EtiquetasCampos SET NombreCampo='*X', codTipoCampoEtiqueta=0 WHERE codEtiqueta=1 AND "
+      u"Linea=1 AND Orden=1");
+  const auto labels = Labels({.first = 7, .skipped = {8, 15}});
+  const QString pdf = m_database.Path(u"etiquetas.pdf"_s);
+  QVERIFY(host::WritePdf(*labels, pdf, m_control));
+  QList<Word> first;
+  for (const Word& word : WordsOf(pdf)) {
+    if (word.text == u"X"_s) {
+      first.append(word);
+    }
+  }
+  QCOMPARE(first.size(), labels->Labels());
+  // Labels 7, 9, 10 and 16: the skipped ones are left out. The letter's own side bearing is the font's.
+  const double bearing = first[0].x - 5;
+  QVERIFY2(std::abs(bearing) < 0.1, qPrintable(QString::number(bearing)));
+  QVERIFY(std::abs(first[1].x - first[0].x - 140) < 0.01);
+  QVERIFY(std::abs(first[2].x - first[0].x) < 0.01);
+  QVERIFY(std::abs(first[2].y - first[0].y - 37) < 0.01);
+  QVERIFY(std::abs(first[7].x - first[0].x) < 0.01);
+  QVERIFY(std::abs(first[7].y - first[0].y - 3 * 37) < 0.01);
+  QCOMPARE(labels->Count(), 1 + (labels->Labels() - 16 + 23) / 24);
+  QCOMPARE(labels->LastLabel(), (labels->Labels() - 16 - 1) % 24 + 1);
+  QVERIFY(OutputOf(u"pdfinfo"_s, {pdf}).contains(QRegularExpression(u"Pages: +%1\n"_s.arg(labels->Count()))));
+}
+
+void tst_mailing_files::LabelsAreNamed() {
+  m_database.Execute(u"UPDATE EtiquetasCampos SET NombreCampo='[USUARIOS].[NOMBRE]' WHERE codEtiqueta=1 AND Linea=2");
+  m_database.Execute(u"UPDATE Colaboradores SET Nombre='{}' WHERE IDColaborador=1", QString(200, u'm'));
+  const auto labels = Labels({}, true);
+  QCOMPARE(labels->Faults().size(), 3);
+  QVERIFY(labels->Faults()[0].contains(u"[USUARIOS].[NOMBRE]"_s));
+  QVERIFY(labels->Faults().join(u' ').contains(u"(1) no cabe"_s));
+  // Of 337 people 12 lack an address and ten couples share one.
+  QCOMPARE(labels->Notes().leftOut.size(), 12);
+  QCOMPARE(labels->Labels(), 337 - 12 - 10);
+  QVERIFY_THROWS_EXCEPTION(automation::Error, Labels({.first = 25, .skipped = {}}));
+}
+
+void tst_mailing_files::LettersInOneFile() {
+  const auto letters = Letters(3);
+  const QString pdf = m_database.Path(u"cartas.pdf"_s);
+  QFile old(pdf);
+  QVERIFY(old.open(QFile::WriteOnly) && old.write("old") == 3);
+  old.close();
+  QVERIFY(host::WritePdf(*letters, pdf, m_control));
+  QCOMPARE(m_control.Done(), letters->Count());
+  const QString text = OutputOf(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+  QCOMPARE(text.count(u'\f'), letters->Count());
+  QCOMPARE(text.count(u"Boletín Puente de Luz"_s), letters->Count());
+  // Left and top margin of the letter, less what the letter's first character leaves free.
+  const Word first = WordsOf(pdf).constFirst();
+  QVERIFY2(std::abs(first.x - 25) < 0.2, qPrintable(QString::number(first.x)));
+  QCOMPARE(OutputOf(u"pdffonts"_s, {pdf}).count(u"Liberation"_s), 1);
+}
+
+void tst_mailing_files::FilesPerPerson() {
+  const auto letters = Letters();
+  const QDir pdfs(m_database.Path(u"pdf"_s));
+  QCOMPARE(host::WritePdfFiles(*letters, pdfs.path(), m_control), letters->Count());
+  const QDir riches(m_database.Path(u"rtf"_s));
+  QCOMPARE(host::WriteFiles(
+               *letters, riches.path(), u".rtf"_s, [&](int i) { return rtf::Write(*letters->Filled(i)); }, m_control),
+           letters->Count());
+  QCOMPARE(pdfs.entryList(QDir::Files).size(), letters->Count());
+  for (const int letter : {0, letters->Count() - 1}) {
+    const QString pdf = pdfs.filePath(letters->NameOf(letter) + u".pdf"_s);
+    QVERIFY2(OutputOf(u"qpdf"_s, {u"--check"_s, pdf}).contains(u"No syntax"_s), qPrintable(pdf));
+    QCOMPARE(QFile::permissions(pdf) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    QFile rich(riches.filePath(letters->NameOf(letter) + u".rtf"_s));
+    QVERIFY(rich.open(QFile::ReadOnly));
+    QTextDocument read;
+    rtf::Read(rich.readAll(), read);
+    QCOMPARE(read.toPlainText(), letters->Filled(letter)->toPlainText());
+    QStringList words;
+    for (const Word& word : WordsOf(pdf)) {
+      words.append(word.text);
+    }
+    QCOMPARE(words.join(u' '), read.toPlainText().simplified());
+  }
+}
+
+void tst_mailing_files::Cancelled() {
+  const auto letters = Letters();
+  host::RunControl control;
+  control.Cancel();
+  const QString pdf = m_database.Path(u"nada.pdf"_s);
+  QVERIFY(!host::WritePdf(*letters, pdf, control));
+  QVERIFY(!QFile::exists(pdf));
+  QCOMPARE(host::WritePdfFiles(*letters, m_database.Path(u"nada"_s), control), 0);
+  QCOMPARE(QDir(m_database.Path(u"nada"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+           0);
+}
+
+void tst_mailing_files::NothingIsLeftOfAFailure() {
+  const auto letters = Letters();
+  QVERIFY_THROWS_EXCEPTION(automation::Error, host::WritePdf(*letters, m_database.Path(u"no/hay/x.pdf"_s), m_control));
+  const support::SmallDisk disk;
+  if (!disk.IsThere()) {
+    QSKIP("no small disk");
+  }
+  disk.Fill();
+  QVERIFY_THROWS_EXCEPTION(automation::Error, host::WritePdf(*letters, disk.Path(u"x.pdf"_s), m_control));
+  QVERIFY(!QFile::exists(disk.Path(u"x.pdf"_s)));
+}
+
+void tst_mailing_files::Names() {
+  host::FileNames names;
+  QStringList given;
+  for (const QString& wished :
+       {u"Pérez Gil, Ana (1)"_s, u"pérez gil, ana (1)"_s, u"../a/b\\c\n (2)"_s, u".oculto (3)"_s, u"  (4)"_s}) {
+    given.append(names.Next(wished, u".pdf"_s));
+  }
+  QCOMPARE(given.join(u'|'), u"Pérez Gil, Ana (1).pdf|pérez gil, ana (1) 2.pdf|a b c (2).pdf|oculto (3).pdf|(4).pdf"_s);
+  const QString longest = names.Next(QString(300, u'ñ') + u" (5)"_s, u".pdf"_s);
+  QVERIFY(longest.toUtf8().size() < 240 && longest.endsWith(u" (5).pdf"_s));
+}
+
+KEL_TEST(tst_mailing_files);
+#include "tst_mailing_files.moc"
