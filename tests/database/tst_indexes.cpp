@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 #include <sqlite3.h>
 
 using adodb::Verbatim;
@@ -39,7 +41,13 @@ void FillEveryTable(const QString& path) {
     QStringList names;
     QStringList values;
     for (const database::Column& column : table.columns) {
-      if (column.type == database::ColumnType::Id || column.type == database::ColumnType::Text) {
+      const auto isKey = [&](const database::Index& index) {
+        return index.unique && index.columns == QStringList(column.name);
+      };
+      if (column.type == database::ColumnType::Id && std::ranges::any_of(table.indexes, isKey)) {
+        names += database::QuotedName(column.name);
+        values += u"i"_s;
+      } else if (column.type == database::ColumnType::Id || column.type == database::ColumnType::Text) {
         names += database::QuotedName(column.name);
         values += column.type == database::ColumnType::Id ? u"i % "_s + QString::number(200 + values.size())
                                                           : u"'texto ' || i"_s;

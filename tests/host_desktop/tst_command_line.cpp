@@ -31,6 +31,19 @@ QString Describe(const CommandLine& line) {
   add("crear", line.create ? u"1"_s : QString());
   add("demo", line.demonstration ? u"1"_s : QString());
   add("oscuro", line.dark ? u"1"_s : QString());
+  const host::MailingOptions& mailing = line.mailing;
+  const auto number = [&](const char* name, int value, int usual) {
+    add(name, value == usual ? QString() : QString::number(value));
+  };
+  number("carta", mailing.letters.letter, 0);
+  number("hoja", mailing.labels.sheet, 0);
+  add("seleccion", mailing.letters.selection);
+  number("desde", mailing.labels.start.first, 1);
+  number("saltar", static_cast<int>(mailing.labels.start.skipped.size()), 0);
+  add("pdf", mailing.pdf);
+  add("rtf", mailing.rtfPerPerson);
+  number("orden", static_cast<int>(mailing.labels.order), 0);
+  number("para", static_cast<int>(mailing.letters.subject.value_or(documents::Subject::Person)), 0);
   return parts.join(u' ');
 }
 
@@ -69,6 +82,10 @@ void tst_command_line::Understood_data() {
   QTest::newRow("restore") << u"restaurar|a.db|--archivo|x|--crear"_s
                            << Row(Command::Restore, "archivo=x copia=a.db crear=1");
   QTest::newRow("check") << u"comprobar"_s << Row(Command::Check);
+  QTest::newRow("labels") << u"etiquetas|--hoja|2|--seleccion|a b|--desde=7|--saltar|8,15|--pdf|e.pdf|--demo"_s
+                          << Row(Command::Labels, "demo=1 hoja=2 seleccion=a b desde=7 saltar=2 pdf=e.pdf");
+  QTest::newRow("letters") << u"cartas|--carta|1|--seleccion|x|--rtf-por-persona|d|--orden|codigo|--para|donativos"_s
+                           << Row(Command::Letters, "carta=1 seleccion=x rtf=d orden=1 para=1");
   QTest::newRow("prepare a server") << u"preparar|--base=postgresql://a/b"_s
                                     << Row(Command::SetUp, "base=postgresql://a/b");
   QTest::newRow("forget") << u"desregistrar"_s << Row(Command::Unregister);
@@ -91,6 +108,14 @@ void tst_command_line::Refused_data() {
   QTest::newRow("no copy to restore") << u"restaurar|--crear"_s << u"restaurar COPIA"_s;
   QTest::newRow("nothing to prepare") << u"preparar"_s << u"--base postgresql://"_s;
   QTest::newRow("too much to check") << u"comprobar|x"_s << u"«x»"_s;
+  QTest::newRow("letters to nobody") << u"cartas|--carta|1|--pdf|x"_s << u"--seleccion"_s;
+  QTest::newRow("letters to nowhere") << u"cartas|--carta|1|--seleccion|x"_s << u"--pdf"_s;
+  QTest::newRow("letters in two places") << u"cartas|--carta|1|--seleccion|x|--pdf|x|--pdf-por-persona|d"_s
+                                         << u"--pdf"_s;
+  QTest::newRow("a label of a letter") << u"cartas|--carta|1|--seleccion|x|--pdf|x|--desde|2"_s << u"«etiquetas»"_s;
+  QTest::newRow("no date") << u"cartas|--fecha|21/11/2026"_s << u"21/11/2026"_s;
+  QTest::newRow("label 0") << u"etiquetas|--saltar|3,0"_s << u"«0»"_s;
+  QTest::newRow("mailing's option elsewhere") << u"comprobar|--hoja|1"_s << u"«etiquetas»"_s;
   QTest::newRow("unknown command") << u"cerrar"_s << u"«cerrar»"_s;
   QTest::newRow("value missing") << u"--archivo"_s << u"Falta el valor"_s;
   QTest::newRow("empty value") << u"--archivo="_s << u"Falta el valor"_s;

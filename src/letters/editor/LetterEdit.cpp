@@ -9,6 +9,8 @@
 #include "letters/editor/Formatting.h"
 #include "letters/editor/LayoutLimits.h"
 #include "letters/editor/ParagraphRange.h"
+#include "letters/editor/TableKeys.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -134,6 +136,10 @@ LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale
   }
   connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
   connect(this, &QTextEdit::cursorPositionChanged, this, &LetterEdit::ShowCaretNow);
+  connect(this, &QTextEdit::cursorPositionChanged, this, [this] {
+    const int before = std::exchange(m_caret, textCursor().position());
+    LeaveJoint(*this, before);
+  });
   Start(font());
 }
 
@@ -144,7 +150,8 @@ LetterEdit::~LetterEdit() {
 
 rtf::Report LetterEdit::Load(const QString& content) {
   auto letter = NewDocument(document()->defaultFont());
-  const rtf::Report report = rtf::Read(content, *letter);
+  const rtf::Limits untilASignal{.goOn = [] { return !process::TerminationSignals::IsOneUntold(); }};
+  const rtf::Report report = rtf::Read(content, *letter, untilASignal);
   m_original.reset();
   if (!HeaviestOf(*letter).IsLight()) {
     m_original = content;
@@ -341,6 +348,8 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
+  } else if (HandleTableKey(*this, *event)) {
+    event->accept();
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
     BreakParagraph();
   } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {

@@ -138,6 +138,13 @@ void UnfinishedFile::Make() {
   }
 }
 
+bool UnfinishedFile::Next(const QString& target) {
+  unlinkat(m_folder, m_name.constData(), 0);
+  m_target = QFile::encodeName(target);
+  m_name = Unguessable();
+  return CreateFile(m_folder, m_name);
+}
+
 UnfinishedFile::~UnfinishedFile() {
   if (IsValid()) {
     Remove(m_folder, m_folderPath);

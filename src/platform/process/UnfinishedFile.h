@@ -25,6 +25,10 @@ class UnfinishedFile {
   /// than the user may have chosen them. False when that failed.
   bool TakeRightsOf(const QString& file) const;
 
+  /// Begins the next file, for a target in the same folder as the first, which was placed or goes. False when it could
+  /// not be made; nothing can be placed then.
+  bool Next(const QString& target);
+
   enum class Existing { Keep, Replace };
   /// Puts the file under the target's name, in one step. False when that failed, so also for a file that is there and
   /// is to be kept.

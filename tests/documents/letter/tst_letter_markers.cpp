@@ -1,7 +1,10 @@
 #include "documents/letter/LetterMarkers.h"
+#include "documents/letter/LetterTemplate.h"
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/Rtf.h"
 #include "support/TestProgram.h"
 
+#include <QRegularExpression>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -20,6 +23,9 @@ QByteArray Letter(const QByteArray& body) {
 QString Shown(const QTextDocument& letter) {
   QStringList paragraphs;
   for (QTextBlock block = letter.begin(); block.isValid(); block = block.next()) {
+    if (rtf::IsJoint(block)) {
+      continue;
+    }
     QString text;
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       const bool isBold = at.fragment().charFormat().fontWeight() > QFont::Normal;
@@ -51,6 +57,7 @@ class tst_letter_markers : public QObject {
   void Faults_data();
   void Faults();
   void FormatsStay();
+  void WhatIsCarried();
 };
 
 void tst_letter_markers::Filled_data() {
@@ -162,6 +169,31 @@ void tst_letter_markers::FormatsStay() {
   }
   QCOMPARE(alignments, QList<Qt::Alignment>({Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignJustify, Qt::AlignLeft}));
   QCOMPARE(letter.findBlockByNumber(1).charFormat().fontPointSize(), 20.0);
+}
+
+/// Headers, footers and footnotes are filled, in the order of text, headers, footnotes; what has no marker stays to the
+/// byte.
+void tst_letter_markers::WhatIsCarried() {
+  const QByteArray footer =
+      "{\\footer\\pard\\qc\\fs16 P\\'e1gina \\chpgn  {\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}\\par}";
+  auto letter = std::make_unique<QTextDocument>();
+  rtf::Read(
+      "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 Arial;}{\\f1 Courier;}}{\\header\\pard\\qr {\\b [Nom}bre] "
+      "\\f1 y [CP]\\par}" +
+          footer + "\\pard a [Nombre]{\\footnote\\pard\\fs16 nota de [CP]}, {\\footnote b} c\\par}",
+      *letter);
+  const documents::LetterTemplate whole(std::move(letter), {.left = 2, .right = 2, .top = 2, .bottom = 2});
+  QCOMPARE(whole.Faults(), QStringList());
+  QCOMPARE(whole.Markers(), QList<Marker>({Marker::FirstName, Marker::FirstName, Marker::Postcode, Marker::Postcode}));
+  const QByteArray written = rtf::Write(*whole.Filled({u"uno"_s, u"dos"_s, u"tres"_s, u"cu{atr}o"_s}));
+  QVERIFY2(written.contains(footer) && written.contains("{\\footnote b}"), written.constData());
+  QVERIFY2(written.contains("\\margl1134") && written.contains("\\paperw11907"), written.constData());
+  static const QRegularExpression words(u"\\\\b |dos|\\\\b0|\\\\f1|tres|nota de cu|\\\\\\{atr\\\\\\}o|a uno"_s);
+  QStringList found;
+  for (auto at = words.globalMatch(QString::fromLatin1(written)); at.hasNext();) {
+    found.append(at.next().captured().trimmed());
+  }
+  QCOMPARE(found.join(u' '), u"\\f1 \\b dos \\b0 \\f1 tres a uno nota de cu \\{atr\\}o"_s);
 }
 
 KEL_TEST(tst_letter_markers);

@@ -7,8 +7,18 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 NewFile::NewFile(const QString& path) : m_path(path), m_unfinished(path) {
-  m_file.setFileName(m_unfinished.IsValid() ? m_unfinished.Path() : QString());
-  if (!m_unfinished.IsValid() || !m_file.open(QIODevice::WriteOnly)) {
+  Open(m_unfinished.IsValid());
+}
+
+void NewFile::Next(const QString& path) {
+  m_path = path;
+  Open(m_unfinished.Next(path));
+}
+
+void NewFile::Open(bool isMade) {
+  m_file.setFileName(isMade ? m_unfinished.Path() : QString());
+  m_file.Forgive();
+  if (!isMade || !m_file.open(QIODevice::WriteOnly)) {
     throw automation::Error(
         automation::InvalidProcedureCall,
         u"No se puede escribir el archivo «%1». Compruebe la carpeta y sus permisos."_s.arg(m_path));

@@ -8,11 +8,13 @@
 namespace host {
 
 /// A private file that appears under its name when it is whole, in the place of one that is there; without that nothing
-/// is left of it.
+/// is left of it. One object may make many files of a folder, one after the other.
 class NewFile {
  public:
   /// Raises 5 where no file can be made there.
   explicit NewFile(const QString& path);
+  /// Begins the next one, in the same folder.
+  void Next(const QString& path);
 
   /// To be written; sequential writers may keep it until Finish.
   QFile& Device() { return m_file; }
@@ -25,6 +27,7 @@ class NewFile {
    public:
     using QFile::QFile;
     bool HasFailed() const { return m_hasFailed; }
+    void Forgive() { m_hasFailed = false; }
 
    protected:
     qint64 writeData(const char* data, qint64 size) override;
@@ -33,6 +36,7 @@ class NewFile {
     bool m_hasFailed = false;
   };
 
+  void Open(bool isMade);
   [[noreturn]] void Fail() const;
 
   QString m_path;

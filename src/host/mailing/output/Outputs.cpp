@@ -15,6 +15,8 @@
 #include <QBuffer>
 #include <QDir>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -24,19 +26,32 @@ namespace {
 // So many parts are painted into one PDF before it is cut: fonts and pictures are embedded once for all of them.
 constexpr int partsAtOnce = 250;
 
-QDir Folder(const QString& path) {
-  if (!process::CreatePrivateFolder(path)) {
-    throw automation::Error(automation::InvalidProcedureCall,
-                            u"No se puede usar la carpeta «%1». Compruebe el nombre y sus permisos."_s.arg(path));
+/// Files in a folder, each whole or not there.
+class Folder {
+ public:
+  explicit Folder(const QString& path) : m_folder(path) {
+    if (!process::CreatePrivateFolder(path)) {
+      throw automation::Error(automation::InvalidProcedureCall,
+                              u"No se puede usar la carpeta «%1». Compruebe el nombre y sus permisos."_s.arg(path));
+    }
   }
-  return QDir(path);
-}
 
-void Write(const QString& path, const QByteArray& content) {
-  NewFile file(path);
-  file.Device().write(content);
-  file.Finish();
-}
+  void Write(const QString& wishedName, const QString& suffix, const QByteArray& content) {
+    const QString path = m_folder.filePath(m_names.Next(wishedName, suffix));
+    if (m_file) {
+      m_file->Next(path);
+    } else {
+      m_file.emplace(path);
+    }
+    m_file->Device().write(content);
+    m_file->Finish();
+  }
+
+ private:
+  QDir m_folder;
+  FileNames m_names;
+  std::optional<NewFile> m_file;
+};
 
 /// The pages of a PDF from `first` up to `end`, with what they use, as a file of their own. Streams stay as they are.
 QByteArray Cut(QPDF& whole, std::size_t first, std::size_t end) {
@@ -96,8 +111,7 @@ bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control)
 
 int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& control) {
   control.Begin(work.Count());
-  const QDir target = Folder(folder);
-  FileNames names;
+  Folder target(folder);
   for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
     const Painted painted = PaintSome(work, first, control);
     if (painted.ends.isEmpty()) {
@@ -107,9 +121,8 @@ int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& co
     whole.processMemoryFile("letters", painted.content.constData(), static_cast<std::size_t>(painted.content.size()));
     int begin = 0;
     for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
-      const QString name = names.Next(work.NameOf(first + i), u".pdf"_s);
-      Write(target.filePath(name),
-            Cut(whole, static_cast<std::size_t>(begin), static_cast<std::size_t>(painted.ends[i])));
+      target.Write(work.NameOf(first + i), u".pdf"_s,
+                   Cut(whole, static_cast<std::size_t>(begin), static_cast<std::size_t>(painted.ends[i])));
       begin = painted.ends[i];
       control.PartDone();
     }
@@ -120,10 +133,9 @@ int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& co
 int WriteFiles(const PrintedWork& work, const QString& folder, const QString& suffix,
                const std::function<QByteArray(int part)>& part, RunControl& control) {
   control.Begin(work.Count());
-  const QDir target = Folder(folder);
-  FileNames names;
+  Folder target(folder);
   for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
-    Write(target.filePath(names.Next(work.NameOf(i), suffix)), part(i));
+    target.Write(work.NameOf(i), suffix, part(i));
     control.PartDone();
   }
   return control.Done();

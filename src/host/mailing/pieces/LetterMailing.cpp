@@ -1,7 +1,6 @@
 #include "host/mailing/pieces/LetterMailing.h"
 
 #include "documents/letter/LetterPainter.h"
-#include "documents/letter/RunPictures.h"
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
@@ -73,8 +72,9 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
     Refuse(u"No hay ninguna carta modelo con el número %1."_s.arg(wish.letter));
   }
   m_name = automation::Text(row->Field(0));
-  m_template.setUndoRedoEnabled(false);
-  const rtf::Report report = rtf::Read(automation::Text(row->Field(1)), m_template);
+  auto letter = std::make_unique<QTextDocument>();
+  letter->setUndoRedoEnabled(false);
+  const rtf::Report report = rtf::Read(automation::Text(row->Field(1)), *letter);
   if (report.outcome == rtf::Outcome::Refused) {
     Refuse(u"La carta «%1» no se puede leer. %2"_s.arg(m_name, report.reason));
   }
@@ -88,21 +88,18 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
   if (TextWidth(m_margins).count == 0 || TextHeight(m_margins).count == 0) {
     Refuse(u"Los márgenes de la carta «%1» no dejan sitio para el texto. Corríjalos."_s.arg(m_name));
   }
-  documents::KeepPictures(m_template);
-  m_markers = documents::FindMarkers(m_template);
-  m_faults += m_markers.faults;
+  m_template.emplace(std::move(letter), m_margins);
+  m_faults += m_template->Faults();
 }
 
 void LetterMailing::ChooseSubject(const LetterWish& wish) {
-  QList<Marker> markers;
   QStringList kinds;
-  for (const documents::MarkerPlace& place : m_markers.places) {
-    markers.append(place.marker);
-    if (SubjectOf(place.marker) != Subject::Person) {
-      kinds.append(u"%1 (%2)"_s.arg(TextOf(place.marker), SubjectName(SubjectOf(place.marker))));
+  for (const Marker marker : m_template->Markers()) {
+    if (SubjectOf(marker) != Subject::Person) {
+      kinds.append(u"%1 (%2)"_s.arg(TextOf(marker), SubjectName(SubjectOf(marker))));
     }
   }
-  const QList<Subject> possible = SubjectsOf(markers, m_velumar);
+  const QList<Subject> possible = SubjectsOf(m_template->Markers(), m_velumar);
   kinds.removeDuplicates();
   if (possible.isEmpty()) {
     Refuse(
@@ -118,8 +115,7 @@ void LetterMailing::ChooseSubject(const LetterWish& wish) {
 }
 
 bool LetterMailing::MayBeJoined() const {
-  return std::ranges::all_of(m_markers.places,
-                             [](const documents::MarkerPlace& place) { return IsForAll(place.marker); });
+  return std::ranges::all_of(m_template->Markers(), documents::IsForAll);
 }
 
 void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& wish, const SavedSelection& selection) {
@@ -159,20 +155,6 @@ void LetterMailing::AddPieces(int addressee, const QHash<int, QList<MailedRow>>&
 QString LetterMailing::NameOf(int letter) const {
   return NameInLists(
       m_addressees[static_cast<std::size_t>(m_pieces[static_cast<std::size_t>(letter)].addressee)].constFirst());
-}
-
-bool LetterMailing::FollowsTitle(qsizetype place) const {
-  if (place == 0 || m_markers.places[place - 1].marker != Marker::Title) {
-    return false;
-  }
-  const documents::MarkerPlace& title = m_markers.places[place - 1];
-  const int end = title.position + title.length;
-  for (int at = end; at < m_markers.places[place].position; ++at) {
-    if (!m_template.characterAt(at).isSpace()) {
-      return false;
-    }
-  }
-  return true;
 }
 
 QString LetterMailing::PersonValue(Marker marker, const Addressee& people, bool titled) const {
@@ -238,8 +220,8 @@ QString LetterMailing::RowValue(Marker marker, const MailedRow& row) const {
   }
 }
 
-QString LetterMailing::ValueAt(qsizetype place, const Piece& piece) const {
-  const Marker marker = m_markers.places[place].marker;
+QString LetterMailing::ValueOf(qsizetype number, const Piece& piece) const {
+  const Marker marker = m_template->Markers()[number];
   switch (marker) {
     case Marker::Date:
       return documents::ShortDate(m_moment.date());
@@ -253,21 +235,17 @@ QString LetterMailing::ValueAt(qsizetype place, const Piece& piece) const {
   if (SubjectOf(marker) != Subject::Person) {
     return RowValue(marker, piece.row);
   }
-  const bool titled = m_namesTitles && !FollowsTitle(place);
+  const bool titled = m_namesTitles && !m_template->FollowsTitle(number);
   return PersonValue(marker, m_addressees[static_cast<std::size_t>(piece.addressee)], titled);
 }
 
 std::unique_ptr<QTextDocument> LetterMailing::Filled(int letter) const {
   const Piece& piece = m_pieces[static_cast<std::size_t>(letter)];
   QStringList values;
-  for (qsizetype place = 0; place < m_markers.places.size(); ++place) {
-    values.append(ValueAt(place, piece));
+  for (qsizetype number = 0; number < m_template->Markers().size(); ++number) {
+    values.append(ValueOf(number, piece));
   }
-  std::unique_ptr<QTextDocument> filled(m_template.clone());
-  filled->setUndoRedoEnabled(false);
-  filled->setResourceProvider(m_template.resourceProvider());
-  documents::FillMarkers(*filled, m_markers.places, values);
-  return filled;
+  return m_template->Filled(values);
 }
 
 void LetterMailing::Paint(int letter, PaintedPages& pages) const {

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "documents/letter/LetterMarkers.h"
-#include "documents/letter/Margins.h"
+#include "documents/letter/LetterTemplate.h"
 #include "host/mailing/output/PrintedWork.h"
 #include "host/mailing/pieces/MailedRow.h"
 #include "host/mailing/selection/Addressees.h"
 
 #include <QDateTime>
-#include <QTextDocument>
 
 #include <optional>
 
@@ -56,15 +54,13 @@ class LetterMailing : public PrintedWork {
   void MakePieces(adodb::Connection& connection, const LetterWish& wish, const SavedSelection& selection);
   void AddPieces(int addressee, const QHash<int, QList<MailedRow>>& rows);
   bool MayBeJoined() const;
-  bool FollowsTitle(qsizetype place) const;
-  QString ValueAt(qsizetype place, const Piece& piece) const;
+  QString ValueOf(qsizetype number, const Piece& piece) const;
   QString PersonValue(documents::Marker marker, const Addressee& people, bool titled) const;
   QString RowValue(documents::Marker marker, const MailedRow& row) const;
 
   QString m_name;
-  QTextDocument m_template;
   documents::Margins m_margins;
-  documents::LetterMarkers m_markers;
+  std::optional<documents::LetterTemplate> m_template;
   documents::Subject m_subject = documents::Subject::Person;
   bool m_velumar = false;
   bool m_namesTitles = false;
