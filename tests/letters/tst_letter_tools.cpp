@@ -346,6 +346,8 @@ class tst_letter_tools : public QObject {
     LetterEdit letter;
     auto* bitmap = new QMimeData;
     bitmap->setImageData(Picture(96, 48));
+    // As browsers offer a picture.
+    bitmap->setHtml(u"<img src='x.png'>"_s);
     QApplication::clipboard()->setMimeData(bitmap);
     QVERIFY(letter.canPaste());
     letter.paste();
