@@ -63,5 +63,5 @@ kel_package(host kel-host misc "configuration and master data of a charity's don
 organisation needs for its donations, collaborators and subscriptions:
 banks, remittance parties, countries and provinces, tax deductions,
 publications and sheets of labels."
-  "${libraries} ${same_version}" "qt6-translations-l10n, xdg-utils")
+  "${libraries} ${same_version}, fonts-liberation" "qt6-translations-l10n, xdg-utils")
 include(CPack)
