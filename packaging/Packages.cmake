@@ -18,7 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 
-# kel_package(<component> <name> <section> <summary> <description> [<depends> [<recommends>]]): the component as a package.
+# kel_package(<component> <name> <section> <summary> <description> [<depends> [<recommends> [<suggests>]]]): the component as a
+# package.
 # What all packages say of themselves goes into it, too.
 function(kel_package component name section summary description)
   string(TOUPPER ${component} key)
@@ -27,6 +28,7 @@ function(kel_package component name section summary description)
   set(CPACK_DEBIAN_${key}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_DEPENDS "${ARGV5}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_RECOMMENDS "${ARGV6}" PARENT_SCOPE)
+  set(CPACK_DEBIAN_${key}_PACKAGE_SUGGESTS "${ARGV7}" PARENT_SCOPE)
   set(folder ${CMAKE_INSTALL_DATADIR}/doc/${name})
   kel_compressed(changes debian/changelog changelog.Debian)
   install(FILES debian/copyright ${changes} DESTINATION ${folder} COMPONENT ${component})
@@ -62,6 +64,8 @@ kel_package(host kel-host misc "configuration and master data of a charity's don
 "A desktop application for the master data that a Spanish charity or church
 organisation needs for its donations, collaborators and subscriptions:
 banks, remittance parties, countries and provinces, tax deductions,
-publications and sheets of labels."
-  "${libraries} ${same_version}, fonts-liberation" "qt6-translations-l10n, xdg-utils")
+publications, letters and sheets of labels.
+.
+The database is a file, or stands on a PostgreSQL server."
+  "${libraries} ${same_version}, fonts-liberation" "qt6-translations-l10n, xdg-utils" "postgresql (>= 15)")
 include(CPack)

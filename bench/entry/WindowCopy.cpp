@@ -62,12 +62,13 @@ const Kind& KindOf(const QWidget& control) {
 using Properties = std::vector<std::pair<QMetaProperty, QVariant>>;
 
 // What differs from a fresh object of that type. Contents of lists and texts, and what a window system decides, are no
-// part of it.
+// part of it; a label's picture, which none has, would take its text away.
 Properties DifferentProperties(const QObject& original, const QObject& fresh, const QMetaObject& type) {
   static const std::set<QByteArrayView> others{
       "visible",     "font",     "palette",    "cursor",    "locale",        "layoutDirection", "geometry",
       "pos",         "size",     "modal",      "html",      "documentTitle", "document",        "currentIndex",
-      "currentText", "baseSize", "styleSheet", "plainText", "markdown",      "windowModality",  "inputMethodHints"};
+      "currentText", "baseSize", "styleSheet", "plainText", "markdown",      "windowModality",  "inputMethodHints",
+      "pixmap"};
   Properties properties;
   for (int i = 0; i < type.propertyCount(); ++i) {
     const QMetaProperty property = type.property(i);

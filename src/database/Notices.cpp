@@ -9,6 +9,8 @@
 #include <QThread>
 #include <QTimer>
 
+#include <utility>
+
 namespace database {
 
 /// The line of a session under watch, or the search for a new one.
@@ -18,13 +20,13 @@ class Notices::Line {
       : m_engine(engine), m_session(session), m_target(session.Handle().Target()), m_written(std::move(written)) {
     m_pause.setSingleShot(true);
     QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { Look(); });
-    m_session.Listen([this](int socket) { Change(socket); });
+    m_session.Listen([this](int socket) { Change(socket); }, [this] { ReadSoon(); });
     Watch(m_session.Socket());
   }
   Line(const Line&) = delete;
   Line& operator=(const Line&) = delete;
   ~Line() {
-    m_session.Listen({});
+    m_session.Listen({}, {});
     if (m_look != nullptr) {
       m_look->wait();
     }
@@ -33,6 +35,7 @@ class Notices::Line {
  private:
   void Watch(int socket);
   void Change(int socket);
+  void ReadSoon();
   void Read();
   void Look();
   void Return();
@@ -46,6 +49,7 @@ class Notices::Line {
   std::unique_ptr<QSocketNotifier> m_notifier;
   std::unique_ptr<QThread> m_look;
   QTimer m_pause;
+  bool m_isToRead = false;
 };
 
 void Notices::Line::Watch(int socket) {
@@ -72,7 +76,16 @@ void Notices::Line::Change(int socket) {
   }
 }
 
+// What came along with an answer wakes no notifier.
+void Notices::Line::ReadSoon() {
+  if (!std::exchange(m_isToRead, true)) {
+    QMetaObject::invokeMethod(
+        &m_pause, [this] { Read(); }, Qt::QueuedConnection);
+  }
+}
+
 void Notices::Line::Read() {
+  m_isToRead = false;
   const QStringList tables = m_session.TakeNotices();
   if (!m_session.IsAlive()) {
     Change(-1);

@@ -5,6 +5,7 @@
 #include "letters/editor/FieldMenu.h"
 #include "letters/editor/LetterDesk.h"
 #include "letters/editor/LetterName.h"
+#include "letters/editor/LetterOutput.h"
 #include "letters/editor/LetterWindow.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/RescueStrip.h"
@@ -54,13 +55,18 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
     On(ui.cmdRecuperar, &QPushButton::clicked, [this] { m_rescue->Take(); });
     On(ui.cmdDescartar, &QPushButton::clicked, [this] { m_rescue->Drop(); });
     On(ui.rtfCarta, &LetterEdit::PasteRefused,
-       [this](const QString& reason) { Ask(u"No se ha pegado el texto. %1"_s.arg(reason), vbExclamation); });
+       [this](const QString& reason) { Ask(u"No se ha podido pegar. %1"_s.arg(reason), vbExclamation); });
     On(ui.txtMargenIzdo, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenIzdo, &Margins::left); });
     On(ui.txtMargenDcho, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenDcho, &Margins::right); });
     OnChosen(ui.cboFuentes, [this] { m_desk->Format().ApplyFontName(); });
     OnChosen(ui.cboTamaño, [this] { m_desk->Format().ApplyFontSize(); });
     On(ui.cboTamaño->lineEdit(), &QLineEdit::editingFinished, [this] { m_desk->Format().ApplyFontSize(); });
+    // What is typed after Return is meant for the letter; leaving the box applies the size.
+    On(ui.cboTamaño->lineEdit(), &QLineEdit::returnPressed, [this] { ui.rtfCarta->setFocus(); });
   }
+
+  // The load shows the editor's own font; from then on the bars show the caret's.
+  void OnActivate() override { m_desk->Format().ShowSelection(); }
 
   void AskInstallation() override {
     const auto rs = Execute(u"SELECT Tipo FROM configuracion");
@@ -137,7 +143,13 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
         Trap(u"tlbFormato_ButtonClick"_s, [this] { m_desk->Run(Command::Justify); });
         break;
       case Command::Print:
-        m_desk->Print(m_margins, windowTitle());
+        LetterOutput(ui).Print(m_margins, windowTitle());
+        break;
+      case Command::Preview:
+        LetterOutput(ui).Preview(m_margins, windowTitle());
+        break;
+      case Command::SavePdf:
+        LetterOutput(ui).SavePdf(m_margins, m_name.isEmpty() ? u"Carta"_s : m_name);
         break;
       default:
         m_desk->Run(command);

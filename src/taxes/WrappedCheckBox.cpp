@@ -27,6 +27,24 @@ QSize WrappedCheckBox::minimumSizeHint() const {
 }
 
 int WrappedCheckBox::heightForWidth(int width) const {
+  if (m_measured != text()) {
+    m_heights.clear();
+    m_measured = text();
+  }
+  auto known = m_heights.constFind(width);
+  if (known == m_heights.constEnd()) {
+    known = m_heights.insert(width, MeasuredHeight(width));
+  }
+  return *known;
+}
+
+// With another font or style, for example.
+void WrappedCheckBox::changeEvent(QEvent* event) {
+  m_heights.clear();
+  QCheckBox::changeEvent(event);
+}
+
+int WrappedCheckBox::MeasuredHeight(int width) const {
   QStyleOptionButton option;
   initStyleOption(&option);
   const QSize text = fontMetrics().size(Qt::TextShowMnemonic, Wrapped(width));

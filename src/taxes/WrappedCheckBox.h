@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QHash>
 
 namespace taxes {
 
@@ -16,10 +17,16 @@ class WrappedCheckBox : public QCheckBox {
   int heightForWidth(int width) const override;
 
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   QString Wrapped(int width) const;
+  int MeasuredHeight(int width) const;
+
+  // Layouts ask for the height a dozen times before the box is shown.
+  mutable QHash<int, int> m_heights;  ///< By width.
+  mutable QString m_measured;         ///< The text that they are for.
 };
 
 }  // namespace taxes

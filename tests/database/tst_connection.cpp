@@ -28,6 +28,7 @@ class tst_connection : public QObject {
   void ConnectionStrings_data();
   void ConnectionStrings();
   void StatesOfTheConnection();
+  void EndsAfterEverythingElse();
   void RecordsetErrors();
   void RecordsetsCloseWithTheirConnection();
   void TwoRecordsetsOfOneShape();
@@ -59,6 +60,9 @@ namespace {
 
 const QString insertBank = u"INSERT INTO Bancos(Nombre) VALUES('Uno')"_s;
 const QString countBanks = u"SELECT COUNT(*) FROM Bancos"_s;
+
+// A host's connection may be a static object; this one ends with the program, where the detectors look at it.
+std::unique_ptr<adodb::Connection> lastOfAll;
 
 }  // namespace
 
@@ -451,6 +455,13 @@ void tst_connection::HugeStatements_data() {
   QTest::newRow("many parentheses around tables") << u"SELECT 1 FROM "_s + repeated("(", 100000) << refused;
   QTest::newRow("too many values") << start + u"IDProvincia IN ("_s + repeated("1,", 260000) + u"2)"_s
                                    << u"error %1"_s.arg(int(adodb::StatementTooBig));
+}
+
+void tst_connection::EndsAfterEverythingElse() {
+  lastOfAll = database::CreateConnection(m_database->ConnectionString());
+  lastOfAll->Open();
+  lastOfAll->Close();
+  QCOMPARE(lastOfAll->State(), int(adodb::StateClosed));
 }
 
 void tst_connection::HugeStatements() {

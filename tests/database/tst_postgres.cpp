@@ -208,7 +208,8 @@ void tst_postgres::ACutLineLosesTheTransaction() {
   connection.BeginTrans();
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
   CutLines();
-  QCOMPARE(ErrorOf([&] { connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s); }), int(adodb::CannotOpen));
+  QCOMPARE(ErrorOf([&] { connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s); }),
+           int(adodb::TransactionLost));
   QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::TransactionLost));
   connection.Close();
   connection.Open();

@@ -103,6 +103,20 @@ class tst_component_library : public QObject {
     QVERIFY_THROWS_EXCEPTION(Error, Call(principal.get(), "AbrirConexion", QVariant()));
   }
 
+  // Two copies in one process are two components, each with a request of its own.
+  void TwoCopiesServeSideBySide() {
+    const QString copy = m_folder.filePath(u"libOtra.so"_s);
+    QVERIFY(QFile::copy(QStringLiteral(COMPONENT), copy));
+    QObject emptyHost;
+    for (const QString& path : {copy, QStringLiteral(COMPONENT), copy}) {
+      const ComponentLibrary library(path);
+      const auto principal = library.CreateObject(u"KelConfiguracion.CPrincipal"_s);
+      QVERIFY_THROWS_EXCEPTION(Error, Call(principal.get(), "PasarDatos", &emptyHost));
+      QVERIFY(!library.CanUnloadNow());
+    }
+    QVERIFY(ComponentLibrary(copy).CanUnloadNow());
+  }
+
   void UnloadsOnlyWhenNothingIsAlive() {
     auto object = CreateObject(u"KelConfiguracion.cSucursal"_s);
     QCOMPARE(UnloadUnusedLibraries(), 0);

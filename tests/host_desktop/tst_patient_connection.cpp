@@ -111,8 +111,7 @@ class tst_patient_connection : public QObject {
     m_other->BeginTrans();
     host::cPrincipal services(session);
     QObject* none = nullptr;
-    const auto release = [&] { services.DesbloqueoRegistro(none, u"frmBanco"_s, u"IDBanco"_s, 1); };
-    release();
+    services.DesbloqueoRegistro(none, u"frmBanco"_s, u"IDBanco"_s, 1);
     QVERIFY(m_time.elapsed() < 2 * longest.count());
     // Wanted again it stays, and goes when it is not.
     bool held = false;
@@ -120,7 +119,7 @@ class tst_patient_connection : public QObject {
       services.BloqueoRegistro(none, u"frmBanco"_s, u"IDBanco"_s, 1, held);
       QVERIFY(held);
       if (kept == u"IDPais"_s) {
-        release();
+        host::ComponentBridge(services, session).ReleaseLock(u"IDBanco"_s, 1);
       }
       m_other->RollbackTrans();
       services.BloqueoRegistro(none, u"frmPais"_s, u"IDPais"_s, 2, held);

@@ -54,6 +54,11 @@ printf '%s\n' '#include <database/Database.h>' '#include <documents/letter/Paper
   'int main() { return database::CreateConnection({}) && documents::UsualPaper().width > 0 ? 0 : 1; }' >"$place/one.cpp"
 # shellcheck disable=SC2046,SC2086
 quietly "$compiler" -std=c++20 -fPIC $flags "$place/one.cpp" -o "$place/one" $(pkg-config --cflags --libs kel)
+printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(One LANGUAGES CXX)' 'find_package(Kel 1 CONFIG REQUIRED)' \
+  'add_executable(one one.cpp)' 'target_link_libraries(one Kel::Datos Kel::Documentos)' >"$place/CMakeLists.txt"
+quietly cmake -S "$place" -B "$place/built" -G Ninja -DCMAKE_PREFIX_PATH="$kel" -DCMAKE_CXX_COMPILER="$compiler" \
+  -DCMAKE_CXX_FLAGS="$flags -fPIC"
+quietly cmake --build "$place/built"
 cp -r "$kel/share/doc/libkel-dev/examples" "$place/examples"
 quietly cmake -S "$place/examples/minimal-host" -B "$place/host" -G Ninja -DCMAKE_PREFIX_PATH="$kel" \
   -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags -Wall -Wextra -Wpedantic -Werror"

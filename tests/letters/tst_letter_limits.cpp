@@ -2,12 +2,15 @@
 
 #include "LetterOffice.h"
 #include "documents/rtf/Rtf.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTextBlock>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +31,17 @@ class tst_letter_limits : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  // It is deaf to it otherwise, for half a second a megabyte.
+  void ASignalEndsTheReading() {
+    const process::TerminationSignals signals;
+    const QString content = Repeated(u"uno\\par "_s, 5000);
+    LetterEdit letter;
+    raise(SIGTERM);
+    QCOMPARE(letter.Load(content).outcome, rtf::Outcome::Refused);
+    QTRY_VERIFY(!process::TerminationSignals::IsOneUntold());
+    QCOMPARE(letter.Load(content).outcome, rtf::Outcome::RichText);
+  }
+
   void Paragraphs_data() {
     QTest::addColumn<QString>("content");
     QTest::addColumn<bool>("reading");

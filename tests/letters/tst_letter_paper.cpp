@@ -3,10 +3,11 @@
 #include "LetterOffice.h"
 #include "documents/rtf/Rtf.h"
 #include "letters/editor/LetterPage.h"
-#include "letters/editor/LetterPrinter.h"
 #include "letters/editor/MarginText.h"
 #include "letters/editor/PageGeometry.h"
 #include "letters/editor/cRichTextJustify.h"
+#include "paper/LetterPages.h"
+#include "paper/Output.h"
 #include "support/ErrorOf.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -141,7 +142,7 @@ class tst_letter_paper : public QObject {
     page.Place({});
     const QStringList lines = Lines(*page.Letter()->document());
     QVERIFY(lines.size() > 40);
-    letters::PrintLetter(*page.Letter()->document(), {}, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    paper::Print(paper::LetterPages(*page.Letter()->document(), {}), *PdfPrinter(host.Path(u"carta.pdf"_s)));
     QStringList printed;
     for (const QString& line : TextOf(host.Path(u"carta.pdf"_s)).split(QRegularExpression(u"[\n\f]"_s))) {
       if (!line.trimmed().isEmpty()) {
@@ -201,7 +202,7 @@ class tst_letter_paper : public QObject {
     letter.Load(u"{\\rtf1 uno\\par{\\pict\\pngblip\\picwgoal567\\pichgoal567 %1}\\par\\page dos}"_s.arg(
         QString::fromLatin1(png.toHex())));
     const QString file = host.Path(u"carta.pdf"_s);
-    letters::PrintLetter(*letter.document(), {}, *PdfPrinter(file));
+    paper::Print(paper::LetterPages(*letter.document(), {}), *PdfPrinter(file));
     QCOMPARE(TextOf(file).simplified(), u"uno dos"_s);
     QCOMPARE(TextOf(file).count(u'\f'), 2);
     QRect picture;
@@ -223,7 +224,7 @@ class tst_letter_paper : public QObject {
     QTextDocument letter;
     rtf::Read(Prose(40), letter);
     const Margins margins{.left = 4, .right = 2.2, .top = 1.7, .bottom = 3.1};
-    letters::PrintLetter(letter, margins, *PdfPrinter(host.Path(u"carta.pdf"_s)));
+    paper::Print(paper::LetterPages(letter, margins), *PdfPrinter(host.Path(u"carta.pdf"_s)));
     const QImage page = FirstPage(host);
     QRect ink;
     for (int y = 0; y < page.height(); ++y) {

@@ -85,7 +85,7 @@ class RandomUser {
         m_letter.redo();
         break;
       case 15:
-        letters::ToggleBullets(m_letter);
+        letters::ToggleList(m_letter, letters::ListKind(m_random.bounded(2)));
         break;
       case 16:
         letters::Align(m_letter, m_random.bounded(2) == 0 ? Qt::AlignJustify : Qt::AlignRight);
@@ -94,7 +94,7 @@ class RandomUser {
         letters::MoveIndent(m_letter, {m_random.bounded(2) == 0 ? 360 : -360});
         break;
       case 18:
-        letters::Toggle(m_letter, letters::Attribute::Bold);
+        letters::Toggle(m_letter, letters::Attribute(m_random.bounded(int(letters::Attribute::Highlight) + 1)));
         break;
       default:
         letters::SetFontSize(m_letter, 8 + m_random.bounded(8));
@@ -134,7 +134,7 @@ class tst_letter_random : public QObject {
     LetterEdit letter;
     letter.SetTextWidth(letters::Twips{6000});
     letter.Load(contents[0]);
-    letters::ToggleBullets(letter);
+    letters::ToggleList(letter, letters::ListKind::Bullets);
     letter.selectAll();
     letter.cut();
     QTest::keyClick(&letter, Qt::Key_Return);

@@ -1,12 +1,14 @@
 #!/bin/sh
-# A database server of the tests' own: postgres.sh start|stop PLACE. It stands in a new folder of the system's folder for
+# A database server of the tests' own: postgres.sh start|stop PLACE [durable]. It stands in a new folder of the system's folder for
 # temporary files, listens on a socket there and nowhere else, and touches no installed one; PLACE is a file that says where
 # the folder is. A server refuses to run for root and its user can't reach everybody's folders, so that root hands it to
-# the user `postgres`.
+# the user `postgres`. It does not wait for the disk, unless it is to be durable.
 set -eu
 
 action=$1
 place=$2
+waits=off
+[ "${3:-}" != durable ] || waits=on
 
 as_server() {
   if [ "$(id -u)" = 0 ]; then
@@ -40,8 +42,8 @@ as_server "$bin/initdb" --no-sync -A trust -U postgres -E UTF8 --locale=C -D "$f
   exit 1
 }
 rm -f "$folder.log"
-as_server "$bin/pg_ctl" start -s -w -D "$folder/data" -l "$folder/data/log" -o "-k $folder -c listen_addresses= -c fsync=off \
-  -c full_page_writes=off -c synchronous_commit=off -c jit=off -c max_connections=200 -c autovacuum=off -c kel.gracia=0s" </dev/null >/dev/null 2>&1 || {
+as_server "$bin/pg_ctl" start -s -w -D "$folder/data" -l "$folder/data/log" -o "-k $folder -c listen_addresses= -c fsync=$waits \
+  -c full_page_writes=$waits -c synchronous_commit=$waits -c jit=off -c max_connections=200 -c autovacuum=off -c kel.gracia=0s" </dev/null >/dev/null 2>&1 || {
   cat "$folder/data/log" >&2
   exit 1
 }

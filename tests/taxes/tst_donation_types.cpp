@@ -1,4 +1,5 @@
 #include "support/Expect.h"
+#include "taxes/WrappedCheckBox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -251,6 +252,18 @@ class tst_donation_types : public QObject {
       dialog.Close();
     });
     EXPECT_CLEAN(host, host.PasarDatos(node.TipoDonativos(), action.Agregar()));
+  }
+
+  void ALongCaptionTakesTheLinesThatItNeeds() {
+    taxes::WrappedCheckBox box;
+    const int line = box.heightForWidth(100);
+    box.setText(u"unas palabras "_s.repeated(8));
+    const int small = box.heightForWidth(100);
+    QVERIFY(small > 3 * line && box.heightForWidth(1000) < small);
+    QFont font = box.font();
+    font.setPointSize(2 * font.pointSize());
+    box.setFont(font);
+    QVERIFY(box.heightForWidth(100) > small);
   }
 
   void AFailedLoadIsToldUnderItsName() {

@@ -4,6 +4,7 @@
 #include "database/engine/EngineConnection.h"
 
 #include <cstring>
+#include <utility>
 
 namespace database {
 
@@ -76,6 +77,9 @@ void EngineRecordset::MoveNext() {
   m_rows[m_row] = Row();
   ++m_row;
   m_atEnd = m_row >= m_rows.size();
+  if (m_atEnd && m_failure != nullptr) {
+    std::rethrow_exception(std::exchange(m_failure, nullptr));
+  }
 }
 
 // A reader asks for the same names in the same order for every row, whatever their order and spelling are.
@@ -161,7 +165,17 @@ void EngineRecordset::Release() {
   m_rows.clear();
 }
 
+// What fails here is the reader's matter, not that of the statement that made the rest be read.
 void EngineRecordset::Buffer() {
+  try {
+    ReadRest();
+  } catch (...) {
+    m_failure = std::current_exception();
+  }
+  m_atEnd = m_row >= m_rows.size();
+}
+
+void EngineRecordset::ReadRest() {
   while (m_engineRows != nullptr && !m_atEnd) {
     Row row;
     row.reserve(m_columns.size());
@@ -171,7 +185,6 @@ void EngineRecordset::Buffer() {
     m_rows.push_back(std::move(row));
     Step();
   }
-  m_atEnd = m_row >= m_rows.size();
 }
 
 }  // namespace database

@@ -4,6 +4,7 @@
 #include "database/engine/Rows.h"
 #include "platform/adodb/Recordset.h"
 
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,7 @@ class EngineRecordset : public adodb::Recordset {
 
   void CheckOpen() const;
   void Step();
+  void ReadRest();
   int Find(QStringView name);
   int Search(QStringView name) const;
   QVariant CurrentValue(int position) const;
@@ -59,6 +61,7 @@ class EngineRecordset : public adodb::Recordset {
   std::size_t m_nextAsked = 0;
   std::vector<Row> m_rows;
   std::size_t m_row = 0;
+  std::exception_ptr m_failure;  ///< Of the reading behind the last of the rows.
 };
 
 }  // namespace database

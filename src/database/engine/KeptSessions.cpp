@@ -7,8 +7,9 @@
 namespace database {
 
 KeptSessions& KeptSessions::Instance() {
-  static KeptSessions instance;
-  return instance;
+  // Never destroyed: a host's connection may be, at the end of the program, after everything of this library.
+  static auto* instance = new KeptSessions;
+  return *instance;
 }
 
 void KeptSessions::Add(EngineConnection* connection) {

@@ -50,8 +50,8 @@ QString PostgresDdl::Covered(const Table& table, const Index& index) const {
 }
 
 // Where a text is looked into it is taken as bytes ("C"), for the Spanish collation can't; concat() keeps the blanks at
-// its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it. A number without
-// a point would be a whole one.
+// its end, which a cast would cut. What is no number is made a wrong one, so that the server refuses it. A number
+// without a point would be a whole one.
 static constexpr char foundation[] = R"sql(
 CREATE COLLATION kel_es (provider = icu, locale = 'es-u-ks-level2', deterministic = false);
 

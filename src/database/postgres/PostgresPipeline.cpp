@@ -32,10 +32,14 @@ void PostgresPipeline::AddStatement(const QByteArray& name, const PostgresParame
                               parameters.Lengths(), parameters.Formats(), 0));
 }
 
-void PostgresPipeline::Send() {
-  const int accepted = PQpipelineSync(m_handle.Engine());
-  Require(accepted);
-  m_isFinished = accepted == 0;
+void PostgresPipeline::Send(const QByteArray& afterwards) {
+  m_awaited = PQpipelineSync(m_handle.Engine());
+  Require(m_awaited);
+  m_isDone = m_awaited == 0;
+  if (!afterwards.isEmpty() && !m_hasFailed) {
+    Add(afterwards.constData());
+    m_awaited += PQpipelineSync(m_handle.Engine());
+  }
 }
 
 void PostgresPipeline::Pass(int commands) {
@@ -53,21 +57,26 @@ void PostgresPipeline::ReadRowByRow() {
 
 PostgresResult PostgresPipeline::Next() {
   PostgresResult result(PQgetResult(m_handle.Engine()));
-  if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR && result != nullptr && !m_hasFailed) {
+  const ExecStatusType status = result == nullptr ? PGRES_COMMAND_OK : PQresultStatus(result.get());
+  if (status == PGRES_FATAL_ERROR && !m_hasFailed && !m_isDone) {
     m_hasFailed = true;
     m_failure = std::move(result);
     return nullptr;
   }
-  m_isFinished = m_isFinished || PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC;
+  if (status == PGRES_PIPELINE_SYNC) {
+    m_isDone = true;
+    --m_awaited;
+  }
   return result;
 }
 
 void PostgresPipeline::Finish() {
-  while (!m_isFinished && m_handle.IsAlive()) {
+  while (m_awaited > 0 && m_handle.IsAlive()) {
     Next();
   }
-  m_hasFailed = m_hasFailed || !m_isFinished;
-  m_isFinished = true;
+  m_hasFailed = m_hasFailed || !m_isDone;
+  m_isDone = true;
+  m_awaited = 0;
 }
 
 }  // namespace database

@@ -19,8 +19,8 @@ class PostgresPipeline {
   void Add(const char* command);
   void AddPreparation(const QByteArray& name, const QByteArray& sql, const PostgresParameters& parameters);
   void AddStatement(const QByteArray& name, const PostgresParameters& parameters);
-  /// Sends what was added.
-  void Send();
+  /// Sends what was added, and a command that is run by itself once that is done; nobody hears of its failure.
+  void Send(const QByteArray& afterwards = {});
 
   /// Reads the results of that many commands.
   void Pass(int commands);
@@ -42,7 +42,8 @@ class PostgresPipeline {
   const PostgresHandle& m_handle;
   PostgresResult m_failure;
   bool m_hasFailed = false;
-  bool m_isFinished = true;  ///< Nothing is on its way.
+  bool m_isDone = true;  ///< What was added has been answered.
+  int m_awaited = 0;     ///< Answers on their way, that of the last command among them.
 };
 
 }  // namespace database

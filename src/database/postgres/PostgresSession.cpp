@@ -74,13 +74,21 @@ QByteArray ServerSql(const Plan& plan) {
   return plan.sql + " RETURNING " + PostgresTarget::Instance().Name(key).toUtf8();
 }
 
-// It goes out when the transaction is committed.
+// It goes out behind what was written, in a transaction of its own, which waits for no disk: inside the other one it
+// would make all commits of the server wait for one another's disk.
 QByteArray NoticeOf(const std::set<const Table*>& tables) {
   QStringList names;
   for (const Table* table : tables) {
     names += table->name;
   }
   return names.isEmpty() ? QByteArray() : "NOTIFY kel, '" + names.join(u',').toUtf8() + '\'';
+}
+
+automation::Error CutOff(const ConnectionString& target) {
+  return automation::Error(
+      adodb::TransactionLost,
+      u"Se cortó la conexión con la base de datos «%1»: no se ha guardado ninguno de los cambios. Vuelva a "
+      "intentarlo."_s.arg(target.ShownName()));
 }
 
 automation::Error OutcomeUnknown(const ConnectionString& target) {
@@ -139,11 +147,12 @@ void PostgresSession::Leave() {
   m_handle.reset();
 }
 
-void PostgresSession::Listen(std::function<void(int)> onLine) {
+void PostgresSession::Listen(std::function<void(int)> onLine, std::function<void()> onUse) {
   if (onLine && !m_onLine) {
     Handle().Run("LISTEN kel");
   }
   m_onLine = std::move(onLine);
+  m_onUse = std::move(onUse);
 }
 
 int PostgresSession::Socket() const {
@@ -152,6 +161,9 @@ int PostgresSession::Socket() const {
 
 QStringList PostgresSession::TakeNotices() {
   QStringList tables;
+  if (!m_handle) {
+    return tables;
+  }
   m_handle->IsStillAlive();
   while (PGnotify* notice = PQnotifies(m_handle->Engine())) {
     tables += QString::fromUtf8(notice->extra).split(u',');
@@ -246,10 +258,9 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   pipeline->AddStatement(name, parameters);
   if (m_inTransaction) {
     pipeline->Add("RELEASE SAVEPOINT kel");
-  } else if (plan.plan.effect.writtenTable != nullptr) {
-    pipeline->Add(NoticeOf({plan.plan.effect.writtenTable}).constData());
   }
-  pipeline->Send();
+  const bool isAlone = !m_inTransaction && plan.plan.effect.writtenTable != nullptr;
+  pipeline->Send(isAlone ? NoticeOf({plan.plan.effect.writtenTable}) : QByteArray());
   m_isBegun = m_inTransaction;
   pipeline->Pass(before);
   if (isNew && !pipeline->HasFailed()) {
@@ -260,8 +271,13 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
 
 void PostgresSession::Conclude(PostgresPipeline& pipeline, const QString& concerned) {
   pipeline.Finish();
+  if (m_onUse) {
+    m_onUse();
+  }
   if (pipeline.HasFailed()) {
-    const automation::Error error = ServerError(pipeline.Failure(), m_handle->Target(), concerned);
+    const bool isCutOff = m_inTransaction && !m_handle->IsAlive();
+    const automation::Error error =
+        isCutOff ? CutOff(m_handle->Target()) : ServerError(pipeline.Failure(), m_handle->Target(), concerned);
     m_isOutdated = SqlState(pipeline.Failure()) == "0A000";
     Undo(pipeline.Failure());
     throw error;
@@ -363,7 +379,13 @@ void PostgresSession::Commit() {
   if (m_isBegun) {
     try {
       CountOn();
-      m_handle->Run(NoticeOf(m_written) + ";COMMIT");
+      PostgresPipeline pipeline(*m_handle);
+      pipeline.Add("COMMIT");
+      pipeline.Send(NoticeOf(m_written));
+      pipeline.Finish();
+      if (pipeline.HasFailed()) {
+        throw ServerError(pipeline.Failure(), m_handle->Target());
+      }
     } catch (const automation::Error& error) {
       const bool isCut = !m_handle->IsAlive();
       m_inTransaction = m_isBegun = false;
@@ -372,6 +394,9 @@ void PostgresSession::Commit() {
     }
   }
   m_inTransaction = m_isBegun = false;
+  if (m_onUse) {
+    m_onUse();
+  }
 }
 
 void PostgresSession::RollBack() {

@@ -51,8 +51,9 @@ class PostgresSession : public Session {
   // Notices (see database/Notices.h).
 
   /// From now on the server tells this line what is written, the present and later ones. `onLine` hears of each new
-  /// line its socket, and -1 before a line goes.
-  void Listen(std::function<void(int socket)> onLine);
+  /// line its socket, and -1 before a line goes; `onUse` that something came over it, notices perhaps. Without them no
+  /// more is heard.
+  void Listen(std::function<void(int socket)> onLine, std::function<void()> onUse);
   /// The socket of the line; -1 without one.
   int Socket() const;
   bool IsAlive() const { return m_handle && m_handle->IsAlive(); }
@@ -89,6 +90,7 @@ class PostgresSession : public Session {
   bool m_isOutdated = false;
   std::set<const Table*> m_written;  ///< In this transaction.
   std::function<void(int)> m_onLine;
+  std::function<void()> m_onUse;
 };
 
 }  // namespace database

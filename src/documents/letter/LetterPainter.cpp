@@ -1,21 +1,30 @@
 #include "documents/letter/LetterPainter.h"
 
+#include "documents/letter/PageFields.h"
+#include "documents/letter/SmallCapitals.h"
+#include "documents/rtf/FittedTabs.h"
+#include "documents/rtf/Rtf.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QTextDocumentFragment>
+#include <QTextLayout>
+
+#include <algorithm>
 
 namespace documents {
 
 LetterPainter::LetterPainter(const QTextDocument& letter, const Margins& margins, const Paper& paper)
-    : m_pages(letter.clone()) {
+    : m_pages(letter.clone()), m_strips(std::make_unique<const LetterStrips>(letter, margins, paper)) {
   LayOut(letter, margins, paper);
 }
 
 LetterPainter::LetterPainter(const QTextCursor& selection, const Margins& margins, const Paper& paper)
     : m_pages(std::make_unique<QTextDocument>()) {
-  QTextCursor(m_pages.get()).insertFragment(selection.selection());
+  // Qt's own piece of a table has no widths.
+  rtf::Read(rtf::WriteSelection(selection), *m_pages);
   LayOut(*selection.document(), margins, paper);
 }
 
@@ -26,6 +35,7 @@ LetterPainter::~LetterPainter() {
 
 void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper) {
   m_corner = QPointF(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
+  m_paperHeight = ToHalfPoints(FromCentimetres(InCentimetres(paper.height)));
   m_pages->setDefaultFont(letter.defaultFont());
   m_pages->setDocumentMargin(0);
   m_pages->setUseDesignMetrics(true);
@@ -34,11 +44,29 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   QTextOption option = m_pages->defaultTextOption();
   option.setTabStopDistance(letter.defaultTextOption().tabStopDistance());
   m_pages->setDefaultTextOption(option);
+  ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
+  rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
+  if (PageCount() > 0) {
+    FillPageFields(
+        *m_pages, [this](int position) { return PageOf(position); }, PageCount());
+  }
 }
 
 int LetterPainter::PageCount() const {
   return m_pages->pageSize().isEmpty() ? 0 : m_pages->pageCount();
+}
+
+int LetterPainter::PageOf(int position) const {
+  const int count = PageCount();
+  const QTextBlock block = m_pages->findBlock(position);
+  if (count == 0 || !block.isValid()) {
+    return std::max(0, count - 1);
+  }
+  const double top = m_pages->documentLayout()->blockBoundingRect(block).top();
+  const QTextLine line = block.layout()->lineForTextPosition(position - block.position());
+  const double y = top + (line.isValid() ? line.y() : 0);
+  return std::clamp(static_cast<int>(y / m_pages->pageSize().height()), 0, count - 1);
 }
 
 void LetterPainter::Paint(QPainter& painter, int page) const {
@@ -54,6 +82,9 @@ void LetterPainter::Paint(QPainter& painter, int page) const {
   context.clip.setBottom(context.clip.bottom() - 1);
   m_pages->documentLayout()->draw(&painter, context);
   painter.restore();
+  if (m_strips != nullptr) {
+    m_strips->Paint(painter, page, m_pages->pageCount(), m_paperHeight);
+  }
 }
 
 }  // namespace documents

@@ -116,10 +116,20 @@ CarriedTabs TabsFromText(const QString& text) {
   return carried;
 }
 
+/// Whether stops are the others, or stand where a narrower text fits them (FitTabs).
+bool AreFitted(const QList<QTextOption::Tab>& shown, const QList<QTextOption::Tab>& own) {
+  return std::equal(shown.begin(), shown.end(), own.begin(), own.end(),
+                    [](const QTextOption::Tab& a, const QTextOption::Tab& b) {
+                      const bool isFitted =
+                          a.type == QTextOption::RightTab && b.type != QTextOption::LeftTab && a.position < b.position;
+                      return a == b || isFitted;
+                    });
+}
+
 QList<TabStop> TabsOf(const QTextBlockFormat& format, const ParagraphStyle& style, bool listItem) {
   const CarriedTabs carried = TabsFromText(format.stringProperty(TabsProperty));
   const QList<QTextOption::Tab> shown = format.tabPositions();
-  if (shown == ShownTabs(carried.tabs, carried.left, carried.first, listItem)) {
+  if (AreFitted(shown, ShownTabs(carried.tabs, carried.left, carried.first, listItem))) {
     return carried.tabs;
   }
   const int lineStart = listItem ? style.left : style.left + style.first;
@@ -185,6 +195,12 @@ Qt::Alignment Shown(Alignment alignment) {
 }
 
 }  // namespace
+
+QList<QTextOption::Tab> OwnTabs(const QTextBlockFormat& format, bool listItem) {
+  const CarriedTabs carried = TabsFromText(format.stringProperty(TabsProperty));
+  const QList<QTextOption::Tab> own = ShownTabs(carried.tabs, carried.left, carried.first, listItem);
+  return AreFitted(format.tabPositions(), own) ? own : format.tabPositions();
+}
 
 QTextBlockFormat ToBlockFormat(const ParagraphStyle& style, bool listItem) {
   QTextBlockFormat format;

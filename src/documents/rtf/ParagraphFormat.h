@@ -16,6 +16,9 @@ inline constexpr double twipsPerPixel = 15.0;
 /// that RTF implies. Tables and numbering are the caller's.
 QTextBlockFormat ToBlockFormat(const ParagraphStyle& style, bool listItem);
 
+/// The stops that a format has by itself, wherever FitTabs moved them.
+QList<QTextOption::Tab> OwnTabs(const QTextBlockFormat& format, bool listItem);
+
 /// The style that a format shows; `list` is the format of the paragraph's list, null outside lists. `indentWidth` is
 /// the document's, in pixels.
 ParagraphStyle FromBlockFormat(const QTextBlockFormat& format, const QTextListFormat* list, double indentWidth);

@@ -27,6 +27,9 @@ bool IsOfDocument(Action action) {
 
 constexpr qsizetype mostNames = 200;
 
+// Well under a hundredth of a second.
+constexpr int tokensBetweenLooks = 1000;
+
 void Count(QMap<QString, int>& names, std::string_view name) {
   const QString key = NameOf(name);
   if (names.size() < mostNames || names.contains(key)) {
@@ -47,12 +50,15 @@ Reader::Reader(std::string_view input, QTextDocument& document, Source& source, 
 }
 
 Report Reader::Read() {
-  while (!m_done) {
+  for (int tokens = 1; !m_done; ++tokens) {
     const Token token = m_tokenizer.Next();
     if (token.kind == TokenKind::End) {
       break;
     }
     Handle(token);
+    if (tokens % tokensBetweenLooks == 0 && m_limits.goOn && !m_limits.goOn()) {
+      Refuse(QStringLiteral("Se ha interrumpido su lectura."));
+    }
   }
   if (m_report.outcome != Outcome::Refused) {
     Finish();

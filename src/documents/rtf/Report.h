@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 namespace rtf {
 
 enum class Outcome {
@@ -30,6 +32,8 @@ struct Limits {
   qsizetype formats = 50'000;
   /// Tables in tables: what is deeper is shown as paragraphs, with the tables around it, and not refused.
   int tableLevels = 8;
+  /// Asked many times in a second while reading; where it answers false the rest is refused. May be empty.
+  std::function<bool()> goOn = {};
 };
 
 }  // namespace rtf

@@ -71,6 +71,10 @@ void Source::Remember(const QTextDocument& document, const QByteArray& bytes, co
   m_fingerprint = Fingerprint(document);
 }
 
+void Source::Renew(const QTextDocument& document) {
+  m_fingerprint = Fingerprint(document);
+}
+
 void Source::Forget() {
   m_bytes.clear();
   m_characters.clear();

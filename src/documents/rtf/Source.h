@@ -26,6 +26,9 @@ class Source : public QObject {
 
   /// Takes `original` as what the document holds now. Characters or bytes; one of them is empty.
   void Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters);
+  /// What the document holds now stands for the same original, although other formats show it.
+  void Renew(const QTextDocument& document);
+  bool IsUnchanged(const QTextDocument& document) const;
   void Forget();
   /// The original, if the document is what was read: by its text and formats, not by its count of revisions, so that
   /// undoing everything counts as no change.
@@ -40,7 +43,6 @@ class Source : public QObject {
  private:
   explicit Source(QTextDocument& document);
 
-  bool IsUnchanged(const QTextDocument& document) const;
   QImage Picture(const QString& name);
 
   QByteArray m_bytes;

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QThread>
 #include <QVBoxLayout>
 
 #include <optional>
@@ -24,12 +25,23 @@ namespace {
 // Shorter waits are nobody's business.
 constexpr std::chrono::milliseconds unseen{400};
 
+const QString locked = u"Otro programa está usando la base de datos. Esperando a que termine…"_s;
+const QString unreachable = u"No hay conexión con el servidor de la base de datos. Esperando a que vuelva…"_s;
+
+automation::Error LockedFor(std::chrono::milliseconds time) {
+  return automation::Error(
+      adodb::DatabaseLocked,
+      u"Otro programa está usando la base de datos, o recuperando una copia, y no la ha soltado "
+      "en %1 s. No se ha guardado nada. Espere a que termine, o ciérrelo, y vuelva a intentarlo."_s.arg(
+          (time.count() + 999) / 1000));
+}
+
 /// The box of one wait. Closing it, by whatever means, gives up.
 class WaitBox : public QDialog {
  public:
-  explicit WaitBox(std::chrono::milliseconds longest) : QDialog(QApplication::activeModalWidget()) {
+  WaitBox(std::chrono::milliseconds longest, const QString& reason) : QDialog(QApplication::activeModalWidget()) {
     setObjectName(u"databaseWait"_s);
-    setWindowTitle(u"Base de datos ocupada"_s);
+    setWindowTitle(u"Base de datos"_s);
     setModal(true);
     auto* bar = new QProgressBar(this);
     bar->setObjectName(u"waited"_s);
@@ -42,7 +54,7 @@ class WaitBox : public QDialog {
     cancel->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(u"Otro programa está usando la base de datos. Esperando a que termine…"_s, this));
+    layout->addWidget(new QLabel(reason, this));
     layout->addWidget(bar);
     layout->addWidget(buttons);
     m_bar = bar;
@@ -65,31 +77,40 @@ class WaitBox : public QDialog {
 PatientConnection::PatientConnection(std::unique_ptr<adodb::Connection> real, std::chrono::milliseconds longest)
     : m_real(std::move(real)), m_longest(longest) {}
 
+// Before anything is sent, a server that does not answer is like a file that is locked: it is coming back, or it is
+// not.
+bool PatientConnection::IsWorthWaiting(const automation::Error& error) const {
+  return error.Number() == adodb::DatabaseLocked ||
+         (error.Number() == adodb::CannotOpen && m_real->State() == adodb::StateOpen);
+}
+
 void PatientConnection::Patiently(const std::function<void()>& work) {
   QElapsedTimer waited;
   waited.start();
   std::optional<WaitBox> box;
   for (;;) {
+    std::optional<automation::Error> refusal;
     try {
       work();
       m_hasGivenUp = false;
       return;
     } catch (const automation::Error& error) {
-      if (error.Number() != adodb::DatabaseLocked) {
+      if (!IsWorthWaiting(error)) {
         throw;
       }
+      refusal = error;
     }
+    const bool isLocked = refusal->Number() == adodb::DatabaseLocked;
     const auto time = std::chrono::milliseconds(waited.elapsed());
     if (!box && time >= unseen && !m_hasGivenUp) {
-      box.emplace(m_longest);
+      box.emplace(m_longest, isLocked ? locked : unreachable);
     }
     if (m_hasGivenUp || time >= m_longest || (box && !box->GoOn(time))) {
       m_hasGivenUp = true;
-      throw automation::Error(
-          adodb::DatabaseLocked,
-          u"Otro programa está usando la base de datos, o recuperando una copia, y no la ha soltado "
-          "en %1 s. No se ha guardado nada. Espere a que termine, o ciérrelo, y vuelva a intentarlo."_s.arg(
-              (time.count() + 999) / 1000));
+      throw isLocked ? LockedFor(time) : automation::Error(*refusal);
+    }
+    if (!isLocked) {
+      QThread::msleep(static_cast<unsigned long>(tryTime.count()));
     }
   }
 }

@@ -3,7 +3,6 @@
 #include "host/records/ProcessIdentity.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
-#include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
 using namespace Qt::StringLiterals;
@@ -32,21 +31,13 @@ void LockMemory::Remove(const Record& record) {
 
 // The process is named, too: in a database that was restored meanwhile the number may be somebody else's.
 QString LockMemory::CarryOver(adodb::Connection& connection, int before, int now) {
-  if (m_held.isEmpty()) {
-    return {};
-  }
   const ProcessIdentity self = CurrentProcess();
-  adodb::Execute(
-      connection,
-      u"UPDATE BloqueoRegistros SET Sesion={} WHERE Sesion={} AND Equipo='{}' AND Proceso={} AND InicioProceso='{}'",
-      now, before, self.machine, self.processId, self.start);
-  QList<Record> kept;
-  const auto rows = adodb::Execute(connection, u"SELECT campoID, ValorID FROM BloqueoRegistros WHERE Sesion={}", now);
-  for (; !rows->AtEnd(); rows->MoveNext()) {
-    kept.append({automation::Text(rows->Field(u"campoID")), automation::CLng(rows->Field(u"ValorID"))});
-  }
   for (const Record& record : std::as_const(m_held)) {
-    if (!kept.contains(record) && !m_lost.contains(record)) {
+    adodb::Execute(connection,
+                   u"UPDATE BloqueoRegistros SET Sesion={} WHERE campoID='{}' AND ValorID={} AND Sesion={} AND "
+                   u"Equipo='{}' AND Proceso={} AND InicioProceso='{}'",
+                   now, record.first, record.second, before, self.machine, self.processId, self.start);
+    if (connection.RecordsAffected() == 0 && !m_lost.contains(record)) {
       m_lost.append(record);
     }
   }

@@ -123,6 +123,10 @@ bool RecordLocks::HasEnded(const LockHolder& holder) const {
 }
 
 void RecordLocks::Release(const QString& keyColumn, int key) {
+  // Where it can't be released now, it ends with its session.
+  if (m_memory != nullptr) {
+    m_memory->Remove({keyColumn, key});
+  }
   for (int failures = 0;;) {
     try {
       const LockHolder self = Self();
@@ -131,9 +135,6 @@ void RecordLocks::Release(const QString& keyColumn, int key) {
           u"DELETE FROM BloqueoRegistros WHERE campoID='{}' AND ValorID={} AND codUsuario={} AND Equipo='{}' AND "
           u"Proceso={} AND InicioProceso='{}' AND Sesion={}",
           keyColumn, key, self.userId, self.process.machine, self.process.processId, self.process.start, self.presence);
-      if (m_memory != nullptr) {
-        m_memory->Remove({keyColumn, key});
-      }
       return;
     } catch (const automation::Error&) {
       if (++failures == mostFailures) {

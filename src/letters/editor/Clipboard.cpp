@@ -93,6 +93,10 @@ QByteArray RtfFrom(const QMimeData& data) {
   return {};
 }
 
+QImage ImageFrom(const QMimeData& data) {
+  return data.hasImage() ? data.imageData().value<QImage>() : QImage();
+}
+
 QString PlainFrom(const QMimeData& data) {
   QString text = data.text();
   text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');

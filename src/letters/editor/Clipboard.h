@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QTextCursor>
 
 class QMimeData;
@@ -15,6 +16,8 @@ bool HasText(const QMimeData& data);
 /// The richest form of the contents as RTF: as it is, or made of HTML. Empty where there is only plain text. Nothing
 /// that HTML refers to is fetched or opened; its pictures are left out.
 QByteArray RtfFrom(const QMimeData& data);
+/// A picture that stands for itself; null where there is none.
+QImage ImageFrom(const QMimeData& data);
 /// Plain text without characters that mean something else in a document.
 QString PlainFrom(const QMimeData& data);
 

@@ -15,15 +15,16 @@ namespace {
 
 struct MenuRow {
   QString name;
-  int caption;
+  QString caption;      ///< A text, or the number of one.
   QString parent = {};  ///< Empty for one of the bar.
 };
 
 const QList<MenuRow>& Menus() {
   static const QList<MenuRow> menus{
-      {u"mnuArchivo"_s, 3003}, {u"mnuEdición"_s, 3008},
-      {u"mnuVer"_s, 3014},     {u"mnuVerBarraDeHerramientas"_s, 3015, u"mnuVer"_s},
-      {u"mnuFormato"_s, 3017}, {u"mnuAyuda"_s, 3020},
+      {u"mnuArchivo"_s, u"3003"_s},       {u"mnuEdición"_s, u"3008"_s},
+      {u"mnuVer"_s, u"3014"_s},           {u"mnuVerBarraDeHerramientas"_s, u"3015"_s, u"mnuVer"_s},
+      {u"mnuFormato"_s, u"3017"_s},       {u"mnuAyuda"_s, u"3020"_s},
+      {u"mnuInsertar"_s, u"&Insertar"_s},
   };
   return menus;
 }
@@ -35,7 +36,8 @@ struct Commands::Row {
   Command command;
   QString menu = {};
   QString item = {};
-  int caption = 0;
+  /// A text, or the number of one.
+  QString caption = {};
   QString bar = {};
   QString key = {};
   QString tip = {};
@@ -46,12 +48,15 @@ struct Commands::Row {
   QKeySequence shortcut = {};
   bool checkable = false;
 
-  Row InMenu(const QString& inMenu, const QString& name, int stringId) const {
+  Row InMenu(const QString& inMenu, const QString& name, const QString& text) const {
     Row row = *this;
     row.menu = inMenu;
     row.item = name;
-    row.caption = stringId;
+    row.caption = text;
     return row;
+  }
+  Row InMenu(const QString& inMenu, const QString& name, int stringId) const {
+    return InMenu(inMenu, name, QString::number(stringId));
   }
   Row OnBar(const QString& onBar, const QString& name, const QString& toolTip, const QString& iconName,
             const QString& shortText = {}) const {
@@ -75,7 +80,7 @@ struct Commands::Row {
   }
 };
 
-const QList<Commands::Row>& Commands::Table() {
+QList<Commands::Row> Commands::FirstRows() {
   const auto standard = u"tlbEstandar"_s;
   const auto format = u"tlbFormato"_s;
   const auto file = u"mnuArchivo"_s;
@@ -84,7 +89,7 @@ const QList<Commands::Row>& Commands::Table() {
   const auto looks = u"mnuFormato"_s;
   const auto of = [](Command command) { return Row{.command = command}; };
   using enum Command;
-  static const QList<Row> table{
+  return {
       of(Save)
           .InMenu(file, u"mnuArchivoGuardar"_s, 3004)
           .OnBar(standard, u"guardar"_s, u"Guardar"_s, u"document-save"_s)
@@ -114,10 +119,22 @@ const QList<Commands::Row>& Commands::Table() {
           .OnBar(format, u"subrayado"_s, u"Subrayado"_s, u"format-text-underline"_s, u"S"_s)
           .Keys(u"Ctrl+U"_s)
           .Checkable(),
-      of(Left).OnBar(format, u"left"_s, u"Alinear a la izquierda"_s, u"format-justify-left"_s, u"Izq."_s).Checkable(),
-      of(Centre).OnBar(format, u"center"_s, u"Centrar"_s, u"format-justify-center"_s, u"Centro"_s).Checkable(),
-      of(Right).OnBar(format, u"right"_s, u"Alinear a la derecha"_s, u"format-justify-right"_s, u"Der."_s).Checkable(),
-      of(Justify).OnBar(format, u"Justify"_s, u"Justificar"_s, u"format-justify-fill"_s, u"Justif."_s).Checkable(),
+      of(Left)
+          .OnBar(format, u"left"_s, u"Alinear a la izquierda"_s, u"format-justify-left"_s, u"Izq."_s)
+          .Keys(u"Ctrl+L"_s)
+          .Checkable(),
+      of(Centre)
+          .OnBar(format, u"center"_s, u"Centrar"_s, u"format-justify-center"_s, u"Centro"_s)
+          .Keys(u"Ctrl+E"_s)
+          .Checkable(),
+      of(Right)
+          .OnBar(format, u"right"_s, u"Alinear a la derecha"_s, u"format-justify-right"_s, u"Der."_s)
+          .Keys(u"Ctrl+R"_s)
+          .Checkable(),
+      of(Justify)
+          .OnBar(format, u"Justify"_s, u"Justificar"_s, u"format-justify-fill"_s, u"Justif."_s)
+          .Keys(u"Ctrl+J"_s)
+          .Checkable(),
       of(Bullets).OnBar(format, u"desordenada"_s, u"Viñetas"_s, u"format-list-unordered"_s),
       // Intended: the key "indent" takes an indent away, "outdent" adds one.
       of(IndentLess).OnBar(format, u"indent"_s, u"Disminuir sangría"_s, u"format-indent-less"_s, u"− Sangría"_s),
@@ -126,10 +143,70 @@ const QList<Commands::Row>& Commands::Table() {
           .InMenu(looks, u"mnuformatoColorFuente"_s, 3019)
           .OnBar(format, u"color_letra"_s, u"Color de la fuente"_s, u"format-text-color"_s, u"Color"_s),
       of(Help).InMenu(u"mnuAyuda"_s, u"mnuAyudaContenido"_s, 3021),
-      of(Redo).Keys(u"Ctrl+Y"_s),
-      of(FindAgain).Keys(u"F3"_s),
+  };
+}
+
+// Behind everything that has had its place for long: hands know those places. The format bar is full.
+QList<Commands::Row> Commands::LaterRows() {
+  const auto standard = u"tlbEstandar"_s;
+  const auto file = u"mnuArchivo"_s;
+  const auto edit = u"mnuEdición"_s;
+  const auto looks = u"mnuFormato"_s;
+  const auto insert = u"mnuInsertar"_s;
+  const auto of = [](Command command) { return Row{.command = command}; };
+  using enum Command;
+  return {
+      of(Redo)
+          .InMenu(edit, u"mnuEdicionRehacer"_s, u"&Rehacer"_s)
+          .OnBar(standard, u"rehacer"_s, u"Rehacer"_s, u"edit-redo"_s)
+          .Keys(u"Ctrl+Y"_s),
+      of(Preview)
+          .InMenu(file, u"mnuArchivoVistaPrevia"_s, u"&Vista previa"_s)
+          .OnBar(standard, u"vista_previa"_s, u"Vista previa"_s, u"document-print-preview"_s),
+      of(SavePdf).InMenu(file, u"mnuArchivoPdf"_s, u"Guardar como P&DF..."_s),
+      of(FindAgain).InMenu(edit, u"mnuEdicionBuscarSiguiente"_s, u"&Buscar siguiente"_s).Keys(u"F3"_s),
+      of(Replace)
+          .InMenu(edit, u"mnuEdicionReemplazar"_s, u"R&eemplazar..."_s)
+          .OnBar(standard, u"reemplazar"_s, u"Reemplazar"_s, u"edit-find-replace"_s)
+          .Keys(u"Ctrl+H"_s),
+      of(Field)
+          .InMenu(insert, u"mnuInsertarCampo"_s, u"&Campo..."_s)
+          .OnBar(standard, u"campos"_s, u"Insertar un campo"_s, {}, u"Campos"_s)
+          .Keys(u"Ctrl+M"_s),
+      of(Picture)
+          .InMenu(insert, u"mnuInsertarImagen"_s, u"&Imagen..."_s)
+          .OnBar(standard, u"imagen"_s, u"Insertar una imagen"_s, u"insert-image"_s, u"Imagen"_s),
+      of(PageNumber).InMenu(insert, u"mnuInsertarPagina"_s, u"&Número de página"_s),
+      of(Today).InMenu(insert, u"mnuInsertarFecha"_s, u"&Fecha de hoy"_s),
+      of(Highlight)
+          .InMenu(looks, u"mnuFormatoResaltado"_s, u"&Resaltado"_s)
+          .OnBar(standard, u"resaltado"_s, u"Resaltado"_s, u"draw-highlight"_s)
+          .Checkable(),
+      of(Numbers)
+          .InMenu(looks, u"mnuFormatoNumeracion"_s, u"&Numeración"_s)
+          .OnBar(standard, u"ordenada"_s, u"Numeración"_s, u"format-list-ordered"_s),
+      of(Paragraph)
+          .InMenu(looks, u"mnuFormatoParrafo"_s, u"&Párrafo..."_s)
+          .OnBar(standard, u"parrafo"_s, u"Interlineado y espacio del párrafo"_s, u"format-line-spacing-normal"_s,
+                 u"Párrafo"_s),
+      of(StrikeOut)
+          .InMenu(looks, u"mnuFormatoTachado"_s, u"&Tachado"_s)
+          .OnBar(standard, u"tachado"_s, u"Tachado"_s, u"format-text-strikethrough"_s)
+          .Checkable(),
+      of(Raised)
+          .InMenu(looks, u"mnuFormatoSuperindice"_s, u"&Superíndice"_s)
+          .OnBar(standard, u"superindice"_s, u"Superíndice"_s, u"format-text-superscript"_s)
+          .Checkable(),
+      of(Lowered)
+          .InMenu(looks, u"mnuFormatoSubindice"_s, u"Su&bíndice"_s)
+          .OnBar(standard, u"subindice"_s, u"Subíndice"_s, u"format-text-subscript"_s)
+          .Checkable(),
       of(CheckMarkers).Keys(u"F7"_s),
   };
+}
+
+const QList<Commands::Row>& Commands::Table() {
+  static const QList<Row> table = FirstRows() + LaterRows();
   return table;
 }
 
@@ -140,6 +217,14 @@ Commands::Commands(QWidget* window, QMenuBar* menus, QToolBar* standard, QToolBa
   AddKeys(window);
 }
 
+void Commands::Check(Command command, bool isOn) {
+  for (QAction* action : {Item(command), Button(command)}) {
+    if (action != nullptr) {
+      action->setChecked(isOn);
+    }
+  }
+}
+
 QAction* Commands::Connected(QAction* action, Command command) {
   connect(action, &QAction::triggered, this, [this, command] { Q_EMIT Triggered(command); });
   return action;
@@ -148,18 +233,17 @@ QAction* Commands::Connected(QAction* action, Command command) {
 void Commands::FillMenus(QMenuBar* menus) {
   QHash<QString, QMenu*> byName;
   for (const MenuRow& row : Menus()) {
-    const QString caption = QString::number(row.caption);
-    QMenu* menu = row.parent.isEmpty() ? menus->addMenu(caption) : byName.value(row.parent)->addMenu(caption);
+    QMenu* menu = row.parent.isEmpty() ? menus->addMenu(row.caption) : byName.value(row.parent)->addMenu(row.caption);
     menu->setObjectName(row.name);
     menu->menuAction()->setObjectName(row.name);
     byName.insert(row.name, menu);
   }
   for (const Row& row : Table()) {
     if (!row.item.isEmpty()) {
-      QAction* item = Connected(byName.value(row.menu)->addAction(QString::number(row.caption)), row.command);
+      QAction* item = Connected(byName.value(row.menu)->addAction(row.caption), row.command);
       item->setObjectName(row.item);
       item->setCheckable(row.checkable);
-      item->setChecked(row.checkable);
+      item->setChecked(row.checkable && row.bar.isEmpty());
       m_items.insert(row.command, item);
     }
   }

@@ -14,6 +14,8 @@ enum class Command {
   Save,
   SaveAs,
   Print,
+  Preview,
+  SavePdf,
   Exit,
   Undo,
   Redo,
@@ -28,17 +30,28 @@ enum class Command {
   Help,
   Find,
   FindAgain,
+  Replace,
   Bold,
   Italic,
   Underline,
+  StrikeOut,
+  Raised,
+  Lowered,
+  Highlight,
   Left,
   Centre,
   Right,
   Justify,
   Bullets,
+  Numbers,
   IndentLess,
   IndentMore,
+  Paragraph,
   CheckMarkers,
+  Field,
+  Picture,
+  PageNumber,
+  Today,
 };
 
 /// The commands as menu items, tool buttons and keys, all from one table. Menu captions are string numbers until they
@@ -55,6 +68,9 @@ class Commands : public QObject {
   /// The tool button's action, null for a command without a button.
   QAction* Button(Command command) const { return m_buttons.value(command); }
 
+  /// Shows whether something that can be on or off is on.
+  void Check(Command command, bool isOn);
+
  Q_SIGNALS:
   void Triggered(letters::Command command);
 
@@ -65,6 +81,8 @@ class Commands : public QObject {
   void FillBar(QToolBar* bar);
   void AddKeys(QWidget* window);
   QAction* Connected(QAction* action, Command command);
+  static QList<Row> FirstRows();
+  static QList<Row> LaterRows();
   static const QList<Row>& Table();
 
   QHash<Command, QAction*> m_items;

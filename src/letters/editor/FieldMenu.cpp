@@ -13,6 +13,9 @@ namespace letters {
 
 namespace {
 
+// Whoever opens the menu from outside finds it by its place in the bar.
+constexpr int placeInBar = 5;
+
 QString Number(int stringId) {
   return QString::number(stringId);
 }
@@ -22,7 +25,7 @@ QString Number(int stringId) {
 FieldMenu::FieldMenu(QMenuBar* bar) : QMenu(Number(3022), bar) {
   setObjectName(u"mnuCampos"_s);
   menuAction()->setObjectName(objectName());
-  bar->addMenu(this);
+  bar->insertMenu(bar->actions().value(placeInBar), this);
   menuAction()->setVisible(false);
   QMenu* submenu = this;
   for (const FieldItem& item : FieldItems()) {
@@ -80,6 +83,20 @@ void FieldMenu::ShapeInstallation(bool velumar) {
   SetCaption(u"mnuEmergenteImporteDonativo", LoadResString(3144));
   SetCaption(u"mnEmergentePeriodicidadDonativo", LoadResString(3145));
   SetCaption(u"mnEmergenteFechaDonativo", LoadResString(3146));
+}
+
+QList<QAction*> FieldMenu::Fields() const {
+  QList<QAction*> fields;
+  for (const FieldItem& item : FieldItems()) {
+    QAction* action = Item(item.name);
+    const auto* menu = static_cast<QMenu*>(action->parent());
+    // This menu itself is shown only while it is open.
+    const bool isOffered = action->isVisible() && (menu == this || menu->menuAction()->isVisible());
+    if (item.kind == FieldItem::Kind::Marker && isOffered) {
+      fields.append(action);
+    }
+  }
+  return fields;
 }
 
 void FieldMenu::Track(const QPoint& at) {

@@ -6,7 +6,7 @@ class QMenuBar;
 
 namespace letters {
 
-/// The menu of markers, the last one of the menu bar, which never shows it: it opens at the pointer.
+/// The menu of markers, the sixth one of the menu bar, which never shows it: it opens at the pointer.
 class FieldMenu : public QMenu {
   Q_OBJECT
 
@@ -19,6 +19,8 @@ class FieldMenu : public QMenu {
   void ShapeNames(bool onlyFullNames);
   void ShapeInstallation(bool velumar);
 
+  /// The items that type markers and are shown, in their order; each belongs to the menu that it stands in.
+  QList<QAction*> Fields() const;
   /// Shows the menu at a place of the screen and returns when it has gone.
   void Track(const QPoint& at);
 

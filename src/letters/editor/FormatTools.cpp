@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 #include <QToolBar>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +32,11 @@ struct AttributeButton {
 };
 constexpr std::array attributes{AttributeButton{Command::Bold, Attribute::Bold},
                                 AttributeButton{Command::Italic, Attribute::Italic},
-                                AttributeButton{Command::Underline, Attribute::Underline}};
+                                AttributeButton{Command::Underline, Attribute::Underline},
+                                AttributeButton{Command::StrikeOut, Attribute::StrikeOut},
+                                AttributeButton{Command::Raised, Attribute::Raised},
+                                AttributeButton{Command::Lowered, Attribute::Lowered},
+                                AttributeButton{Command::Highlight, Attribute::Highlight}};
 
 struct AlignmentButton {
   Command command;
@@ -65,12 +70,10 @@ void FormatTools::FillFontBoxes() {
 
 bool FormatTools::Run(Command command) {
   LetterEdit& letter = *m_window.rtfCarta;
+  if (ToggleAttribute(command)) {
+    return true;
+  }
   switch (command) {
-    case Command::Bold:
-    case Command::Italic:
-    case Command::Underline:
-      ToggleAttribute(command);
-      return true;
     case Command::Left:
     case Command::Centre:
     case Command::Right:
@@ -80,7 +83,13 @@ bool FormatTools::Run(Command command) {
       Justify();
       return true;
     case Command::Bullets:
-      ToggleBullets(letter);
+      ToggleList(letter, ListKind::Bullets);
+      return true;
+    case Command::Numbers:
+      ToggleList(letter, ListKind::Numbers);
+      return true;
+    case Command::Paragraph:
+      ChooseSpacing();
       return true;
     case Command::IndentLess:
       if (m_indentLevel > 0) {
@@ -105,11 +114,20 @@ bool FormatTools::Run(Command command) {
   }
 }
 
-void FormatTools::ToggleAttribute(Command command) {
+bool FormatTools::ToggleAttribute(Command command) {
+  const auto* row = std::find_if(attributes.begin(), attributes.end(),
+                                 [command](const AttributeButton& entry) { return entry.command == command; });
+  if (row == attributes.end()) {
+    return false;
+  }
+  Toggle(*m_window.rtfCarta, row->attribute);
+  ShowAttributes();
+  return true;
+}
+
+void FormatTools::ShowAttributes() {
   for (const AttributeButton& row : attributes) {
-    if (row.command == command) {
-      m_window.commands->Button(command)->setChecked(Toggle(*m_window.rtfCarta, row.attribute));
-    }
+    m_window.commands->Check(row.command, Has(*m_window.rtfCarta, row.attribute));
   }
 }
 
@@ -143,11 +161,8 @@ void FormatTools::PressAlignment(Command command) {
 }
 
 void FormatTools::ShowSelection() {
-  const LetterEdit& letter = *m_window.rtfCarta;
-  for (const AttributeButton& row : attributes) {
-    m_window.commands->Button(row.command)->setChecked(Has(letter, row.attribute));
-  }
-  const Qt::AlignmentFlag alignment = AlignmentOf(letter.textCursor());
+  ShowAttributes();
+  const Qt::AlignmentFlag alignment = AlignmentOf(m_window.rtfCarta->textCursor());
   for (const AlignmentButton& row : alignments) {
     m_window.commands->Button(row.command)->setChecked(row.alignment == alignment);
   }
@@ -195,6 +210,13 @@ void FormatTools::ChooseFont() {
   ApplyFontName();
   SetFontSize(*m_window.rtfCarta, chosen->pointSizeF());
   whole.endEditBlock();
+}
+
+void FormatTools::ChooseSpacing() {
+  const Spacing before = SpacingOf(m_window.rtfCarta->textCursor());
+  if (const std::optional<Spacing> chosen = m_window.dlgCarta->ShowSpacing(before)) {
+    ChangeSpacing(*m_window.rtfCarta, before, *chosen);
+  }
 }
 
 void FormatTools::ChooseColour() {

@@ -25,13 +25,15 @@ class FormatTools {
   void ApplyFontSize();
 
  private:
-  void ToggleAttribute(Command command);
+  bool ToggleAttribute(Command command);
+  void ShowAttributes();
   void AlignSelection(Command command);
   void Justify();
   void PressAlignment(Command command);
   void ShowFontBoxes();
   void ChooseFont();
   void ChooseColour();
+  void ChooseSpacing();
   std::optional<double> TypedSize() const;
 
   LetterWindow& m_window;

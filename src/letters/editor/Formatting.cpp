@@ -7,6 +7,7 @@
 #include <QTextList>
 
 #include <algorithm>
+#include <cmath>
 
 using documents::Twips;
 
@@ -14,8 +15,12 @@ namespace letters {
 
 namespace {
 
-// How far the text of an item with a bullet stands from where it would stand without.
+// How far the text of an item stands from where it would stand without its mark. Numbers of two digits find room.
 constexpr Twips bulletIndent{360};
+constexpr Twips numberIndent{720};
+constexpr double twipsPerPoint = 20;
+constexpr double leastPoints = 0.02;  // Less than a twip.
+constexpr double single = 100;        // A single line in percent.
 
 double PixelsOf(Twips length) {
   return length.count / rtf::twipsPerPixel;
@@ -27,9 +32,18 @@ bool HasAttribute(const QTextCharFormat& format, Attribute attribute) {
       return format.fontWeight() > QFont::Medium;
     case Attribute::Italic:
       return format.fontItalic();
-    default:
+    case Attribute::Underline:
       return format.underlineStyle() != QTextCharFormat::NoUnderline;
+    case Attribute::StrikeOut:
+      return format.fontStrikeOut();
+    case Attribute::Raised:
+      return format.verticalAlignment() == QTextCharFormat::AlignSuperScript;
+    case Attribute::Lowered:
+      return format.verticalAlignment() == QTextCharFormat::AlignSubScript;
+    case Attribute::Highlight:
+      return format.background().style() != Qt::NoBrush;
   }
+  return false;
 }
 
 QTextCharFormat WithAttribute(Attribute attribute, bool isOn) {
@@ -43,6 +57,18 @@ QTextCharFormat WithAttribute(Attribute attribute, bool isOn) {
       break;
     case Attribute::Underline:
       format.setUnderlineStyle(isOn ? QTextCharFormat::SingleUnderline : QTextCharFormat::NoUnderline);
+      break;
+    case Attribute::StrikeOut:
+      format.setFontStrikeOut(isOn);
+      break;
+    case Attribute::Raised:
+      format.setVerticalAlignment(isOn ? QTextCharFormat::AlignSuperScript : QTextCharFormat::AlignNormal);
+      break;
+    case Attribute::Lowered:
+      format.setVerticalAlignment(isOn ? QTextCharFormat::AlignSubScript : QTextCharFormat::AlignNormal);
+      break;
+    case Attribute::Highlight:
+      format.setBackground(isOn ? QBrush(Qt::yellow) : QBrush(Qt::NoBrush));
       break;
   }
   return format;
@@ -60,41 +86,66 @@ bool HasThroughout(const QTextBlock& block, const QTextCursor& selection, Attrib
   return true;
 }
 
-bool IsBulletItem(const QTextBlock& block) {
+bool IsItem(const QTextBlock& block, ListKind kind) {
   const QTextList* list = block.textList();
   const QTextListFormat::Style style = list == nullptr ? QTextListFormat::ListStyleUndefined : list->format().style();
-  return style == QTextListFormat::ListDisc || style == QTextListFormat::ListCircle ||
-         style == QTextListFormat::ListSquare;
+  // Styles of numbers stand below those of bullets.
+  return kind == ListKind::Bullets ? style <= QTextListFormat::ListDisc && style >= QTextListFormat::ListSquare
+                                   : style <= QTextListFormat::ListDecimal;
+}
+
+// A list of numbers that ends where the selection begins.
+QTextList* NumbersAbove(const QTextCursor& cursor) {
+  const QTextBlock above = cursor.document()->findBlock(cursor.selectionStart()).previous();
+  return above.isValid() && IsItem(above, ListKind::Numbers) ? above.textList() : nullptr;
 }
 
 void Indent(QTextBlockFormat& format, Twips distance) {
   format.setLeftMargin(std::max(0.0, format.leftMargin() + PixelsOf(distance)));
 }
 
+Twips IndentOf(ListKind kind) {
+  return kind == ListKind::Numbers ? numberIndent : bulletIndent;
+}
+
+Twips ItemIndent(const QTextBlock& block) {
+  if (block.textList() == nullptr) {
+    return {};
+  }
+  return IndentOf(IsItem(block, ListKind::Numbers) ? ListKind::Numbers : ListKind::Bullets);
+}
+
+void MoveBlock(const QTextBlock& block, Twips distance) {
+  QTextBlockFormat format = block.blockFormat();
+  Indent(format, distance);
+  if (format != block.blockFormat()) {
+    QTextCursor(block).setBlockFormat(format);
+  }
+}
+
 void RemoveFromLists(QTextCursor cursor) {
   cursor.beginEditBlock();
   ForEachParagraph(cursor, [](const QTextBlock& block) {
+    const Twips indent = ItemIndent(block);
     if (QTextList* list = block.textList()) {
       list->remove(block);
+      MoveBlock(block, -indent);
     }
   });
-  ChangeParagraphs(cursor, [](QTextBlockFormat& format) { Indent(format, -bulletIndent); });
   cursor.endEditBlock();
 }
 
-void AddBullets(QTextCursor cursor) {
+void MakeItems(QTextCursor cursor, ListKind kind) {
   cursor.beginEditBlock();
-  ForEachParagraph(cursor, [](const QTextBlock& block) {
-    if (block.textList() == nullptr) {
-      QTextBlockFormat format = block.blockFormat();
-      Indent(format, bulletIndent);
-      QTextCursor(block).setBlockFormat(format);
-    }
-  });
-  QTextListFormat bullets;
-  bullets.setStyle(QTextListFormat::ListDisc);
-  bullets.setIndent(0);
-  cursor.createList(bullets);
+  ForEachParagraph(cursor, [kind](const QTextBlock& block) { MoveBlock(block, IndentOf(kind) - ItemIndent(block)); });
+  if (QTextList* above = kind == ListKind::Numbers ? NumbersAbove(cursor) : nullptr) {
+    ForEachParagraph(cursor, [above](const QTextBlock& block) { above->add(block); });
+  } else {
+    QTextListFormat list;
+    list.setStyle(kind == ListKind::Numbers ? QTextListFormat::ListDecimal : QTextListFormat::ListDisc);
+    list.setIndent(0);
+    cursor.createList(list);
+  }
   cursor.endEditBlock();
 }
 
@@ -131,14 +182,14 @@ void Align(QTextEdit& letter, Qt::AlignmentFlag alignment) {
   ChangeParagraphs(letter.textCursor(), [alignment](QTextBlockFormat& format) { format.setAlignment(alignment); });
 }
 
-void ToggleBullets(QTextEdit& letter) {
+void ToggleList(QTextEdit& letter, ListKind kind) {
   const QTextCursor cursor = letter.textCursor();
   bool allItems = true;
-  ForEachParagraph(cursor, [&allItems](const QTextBlock& block) { allItems = allItems && IsBulletItem(block); });
+  ForEachParagraph(cursor, [&allItems, kind](const QTextBlock& block) { allItems = allItems && IsItem(block, kind); });
   if (allItems) {
     RemoveFromLists(cursor);
   } else {
-    AddBullets(cursor);
+    MakeItems(cursor, kind);
   }
 }
 
@@ -148,6 +199,33 @@ void LeaveList(QTextEdit& letter) {
 
 void MoveIndent(QTextEdit& letter, Twips distance) {
   ChangeParagraphs(letter.textCursor(), [distance](QTextBlockFormat& format) { Indent(format, distance); });
+}
+
+Spacing SpacingOf(const QTextCursor& cursor) {
+  const QTextBlockFormat format = cursor.blockFormat();
+  const auto points = [](double pixels) { return pixels * rtf::twipsPerPixel / twipsPerPoint; };
+  Spacing spacing{.lines = std::nullopt, .before = points(format.topMargin()), .after = points(format.bottomMargin())};
+  if (format.lineHeightType() == QTextBlockFormat::ProportionalHeight) {
+    spacing.lines = format.lineHeight() / single;
+  } else if (format.lineHeightType() == QTextBlockFormat::SingleHeight) {
+    spacing.lines = 1;
+  }
+  return spacing;
+}
+
+void ChangeSpacing(QTextEdit& letter, const Spacing& before, const Spacing& after) {
+  const auto pixels = [](double points) { return points * twipsPerPoint / rtf::twipsPerPixel; };
+  ChangeParagraphs(letter.textCursor(), [&](QTextBlockFormat& format) {
+    if (after.lines && after.lines != before.lines) {
+      format.setLineHeight(*after.lines * single, QTextBlockFormat::ProportionalHeight);
+    }
+    if (std::abs(after.before - before.before) >= leastPoints) {
+      format.setTopMargin(pixels(after.before));
+    }
+    if (std::abs(after.after - before.after) >= leastPoints) {
+      format.setBottomMargin(pixels(after.after));
+    }
+  });
 }
 
 void SetFontName(QTextEdit& letter, const QString& name) {

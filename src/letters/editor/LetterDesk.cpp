@@ -1,22 +1,24 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/letter/LetterStrips.h"
 #include "documents/markers/Markers.h"
 #include "framework/Desktop.h"
 #include "framework/Messages.h"
 #include "letters/editor/CommonDialog.h"
 #include "letters/editor/EditorArea.h"
+#include "letters/editor/FieldList.h"
 #include "letters/editor/FieldMenu.h"
-#include "letters/editor/LetterPrinter.h"
 #include "letters/editor/LetterSearch.h"
 #include "letters/editor/LetterWindow.h"
-#include "platform/automation/Error.h"
 #include "resources/StringTable.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QDate>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrinter>
+#include <QLocale>
 #include <QToolBar>
 
 using resources::LoadResString;
@@ -25,7 +27,14 @@ using namespace Qt::StringLiterals;
 
 namespace letters {
 
-LetterDesk::LetterDesk(LetterWindow& window) : m_window(window), m_format(window) {
+namespace {
+
+// No file of a picture that can be inserted is larger.
+constexpr qint64 mostFileBytes = 64LL * 1024 * 1024;
+
+}  // namespace
+
+LetterDesk::LetterDesk(LetterWindow& window) : m_window(window), m_format(window), m_counter(window) {
   ConnectLetter();
   connect(window.mnuCampos, &FieldMenu::CutChosen, this, [this] { Run(Command::Cut); });
   connect(window.mnuCampos, &FieldMenu::CopyChosen, this, [this] { Run(Command::Copy); });
@@ -78,8 +87,24 @@ void LetterDesk::Run(Command command) {
     case Command::FindAgain:
       FindAgain();
       break;
+    case Command::Replace:
+      m_lastSearch = m_window.dlgCarta->ShowReplace(*letter, TextToReplace());
+      break;
     case Command::CheckMarkers:
       CheckMarkers();
+      break;
+    case Command::Field:
+      OpenFields();
+      break;
+    case Command::Picture:
+      InsertPicture();
+      break;
+    case Command::PageNumber:
+      letter->InsertPageNumber();
+      break;
+    case Command::Today:
+      letter->TypeText(
+          QLocale(QLocale::Spanish, QLocale::Spain).toString(QDate::currentDate(), u"d 'de' MMMM 'de' yyyy"_s));
       break;
     default:
       break;
@@ -148,28 +173,43 @@ void LetterDesk::CheckMarkers() {
   }
 }
 
-void LetterDesk::ShowZoom() {
-  m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
+// A word that is selected, or what was looked for last.
+QString LetterDesk::TextToReplace() const {
+  const QString selected = m_window.rtfCarta->textCursor().selectedText();
+  return selected.isEmpty() || selected.contains(QChar::ParagraphSeparator) ? m_lastSearch : selected;
 }
 
-void LetterDesk::Print(const documents::Margins& margins, const QString& title) {
-  try {
-    const documents::Paper& paper = m_window.picFondo->Paper();
-    const QTextCursor selection = m_window.rtfCarta->textCursor();
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(paper.PageSize());
-    printer.setDocName(title);
-    if (!m_window.dlgCarta->ShowPrinter(printer, selection.hasSelection())) {
-      return;
-    }
-    if (printer.printRange() == QPrinter::Selection) {
-      PrintSelection(selection, margins, printer, paper);
-    } else {
-      PrintLetter(*m_window.rtfCarta->document(), margins, printer, paper);
-    }
-  } catch (const std::exception&) {
-    automation::Err().Clear();
+// Below its button; the bar may be hidden.
+void LetterDesk::OpenFields() {
+  const QWidget* button = m_window.tlbEstandar->widgetForAction(m_window.commands->Button(Command::Field));
+  const bool isSeen = button->isVisible() && m_window.tlbEstandar->rect().contains(button->geometry());
+  m_window.lstCampos->Open(isSeen ? button->mapToGlobal(button->rect().bottomLeft())
+                                  : m_window.picFondo->mapToGlobal(QPoint()));
+}
+
+void LetterDesk::InsertPicture() {
+  const QString name = m_window.dlgCarta->ShowOpenPicture();
+  if (name.isEmpty()) {
+    return;
   }
+  QFile file(name);
+  // One byte more than is taken shows that there is more.
+  const QByteArray picture = file.open(QFile::ReadOnly) ? file.read(mostFileBytes + 1) : QByteArray();
+  QString reason;
+  if (!file.isOpen() || file.error() != QFile::NoError) {
+    reason = u"No se puede leer «%1»: %2."_s.arg(name, file.errorString());
+  } else if (picture.size() > mostFileBytes) {
+    reason = u"El archivo «%1» es demasiado grande. Redúzcalo con un programa de imágenes."_s.arg(name);
+  } else {
+    reason = m_window.rtfCarta->InsertPicture(picture);
+  }
+  if (!reason.isEmpty()) {
+    ShowText(reason, vbExclamation);
+  }
+}
+
+void LetterDesk::ShowZoom() {
+  m_window.lblZoom->setText(u"%1 %"_s.arg(qRound(m_window.picFondo->Zoom() * 100)));
 }
 
 }  // namespace letters

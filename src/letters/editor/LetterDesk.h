@@ -1,21 +1,18 @@
 #pragma once
 
 #include "letters/editor/FormatTools.h"
+#include "letters/editor/PageCounter.h"
 
 #include <QObject>
 
 class QPoint;
 
-namespace documents {
-struct Margins;
-}
-
 namespace letters {
 
 struct LetterWindow;
 
-/// The work on a letter that needs neither its record nor the host's request: clipboard, formats, search, markers,
-/// printing, the view. One for each window.
+/// The work on a letter that needs neither its record nor the host's request: clipboard, formats, search, what is
+/// inserted, the view. One for each window.
 class LetterDesk : public QObject {
  public:
   explicit LetterDesk(LetterWindow& window);
@@ -23,8 +20,6 @@ class LetterDesk : public QObject {
   /// Does a command of its own; ignores others. Raises what FormatTools raises.
   void Run(Command command);
   FormatTools& Format() { return m_format; }
-  /// Asks for the printer and prints. Errors of printing are not told; that is intended.
-  void Print(const documents::Margins& margins, const QString& title);
 
  private:
   void ConnectLetter();
@@ -35,10 +30,14 @@ class LetterDesk : public QObject {
   void FindAgain();
   void ShowFound(const QTextCursor& found);
   void CheckMarkers();
+  QString TextToReplace() const;
+  void OpenFields();
+  void InsertPicture();
   void ShowZoom();
 
   LetterWindow& m_window;
   FormatTools m_format;
+  PageCounter m_counter;
   QString m_lastSearch;
 };
 

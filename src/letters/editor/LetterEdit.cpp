@@ -1,10 +1,16 @@
 #include "letters/editor/LetterEdit.h"
 
+#include "documents/letter/Margins.h"
+#include "documents/letter/SmallCapitals.h"
+#include "documents/rtf/FittedTabs.h"
+#include "documents/rtf/PictureFile.h"
 #include "documents/rtf/Rtf.h"
 #include "letters/editor/Clipboard.h"
 #include "letters/editor/Formatting.h"
 #include "letters/editor/LayoutLimits.h"
 #include "letters/editor/ParagraphRange.h"
+#include "letters/editor/TableKeys.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -30,6 +36,9 @@ constexpr double defaultTabs = 48;
 
 // In half-points.
 constexpr int caretWidth = 2;
+
+// So high that it stands on a page with the line that it is in, in twips.
+constexpr int picturesHeight = 12000;
 
 void ClearPageBreak(const QTextCursor& cursor) {
   ChangeParagraphs(cursor, [](QTextBlockFormat& format) { format.clearProperty(QTextFormat::PageBreakPolicy); });
@@ -127,6 +136,10 @@ LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale
   }
   connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
   connect(this, &QTextEdit::cursorPositionChanged, this, &LetterEdit::ShowCaretNow);
+  connect(this, &QTextEdit::cursorPositionChanged, this, [this] {
+    const int before = std::exchange(m_caret, textCursor().position());
+    LeaveJoint(*this, before);
+  });
   Start(font());
 }
 
@@ -137,7 +150,8 @@ LetterEdit::~LetterEdit() {
 
 rtf::Report LetterEdit::Load(const QString& content) {
   auto letter = NewDocument(document()->defaultFont());
-  const rtf::Report report = rtf::Read(content, *letter);
+  const rtf::Limits untilASignal{.goOn = [] { return !process::TerminationSignals::IsOneUntold(); }};
+  const rtf::Report report = rtf::Read(content, *letter, untilASignal);
   m_original.reset();
   if (!HeaviestOf(*letter).IsLight()) {
     m_original = content;
@@ -160,11 +174,17 @@ void LetterEdit::Start(const QFont& font) {
 
 void LetterEdit::Show(QTextDocument* letter) {
   letter->setParent(this);
+  documents::ShowSmallCapitals(*letter, 0, letter->characterCount());
+  connect(letter, &QTextDocument::contentsChange, letter,
+          [letter](int from, int, int added) { documents::ShowSmallCapitals(*letter, from, added); });
   LayOutAllChanges(*letter);
   const double tabs = letter->defaultTextOption().tabStopDistance();
   const QPointer<QTextDocument> before = document();
   letter->documentLayout()->setPaintDevice(&m_device);
+  rtf::FitTabs(*letter, TextTwips());
   setDocument(letter);
+  // The base class's own says nothing of the format at its place until it moves.
+  setTextCursor(QTextCursor(letter));
   setTabStopDistance(tabs);
   letter->setModified(false);
   const QAbstractTextDocumentLayout* layout = letter->documentLayout();
@@ -184,6 +204,7 @@ void LetterEdit::SetTextWidth(Twips width) {
   // Also for the same width the base class would lay the whole letter out again.
   if (const int halfPoints = std::max(1, ToHalfPoints(width)); halfPoints != lineWrapColumnOrWidth()) {
     setLineWrapColumnOrWidth(halfPoints);
+    rtf::FitTabs(*document(), width.count);
   }
 }
 
@@ -212,6 +233,38 @@ void LetterEdit::TypeText(const QString& text) {
   ensureCursorVisible();
 }
 
+int LetterEdit::TextTwips() const {
+  const int width = lineWrapColumnOrWidth();
+  return width > 0 ? documents::FromHalfPoints(width).count : documents::TextWidth({}).count;
+}
+
+QString LetterEdit::InsertPicture(const QByteArray& file) {
+  const rtf::PictureLetter picture = rtf::LetterOfPicture(file, TextTwips(), picturesHeight);
+  if (picture.reason.isEmpty()) {
+    PasteRich(picture.content);
+  }
+  return picture.reason;
+}
+
+void LetterEdit::InsertPageNumber() {
+  if (isReadOnly()) {
+    return;
+  }
+  const QTextCharFormat format = currentCharFormat();
+  QTextCursor cursor = textCursor();
+  const int start = cursor.selectionStart();
+  cursor.beginEditBlock();
+  rtf::Insert("{\\rtf1{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}}", cursor);
+  // It looks like the text around it.
+  QTextCursor field(document());
+  field.setPosition(start);
+  field.setPosition(cursor.position(), QTextCursor::KeepAnchor);
+  field.mergeCharFormat(format);
+  cursor.endEditBlock();
+  setTextCursor(cursor);
+  setCurrentCharFormat(format);
+}
+
 rtf::Report LetterEdit::ReplaceAll(const QByteArray& content) {
   if (!HeaviestOf(*Parsed(content)).IsLight()) {
     return {.outcome = rtf::Outcome::Refused, .reason = tooHeavy, .carried = {}, .dropped = {}};
@@ -226,16 +279,27 @@ QMimeData* LetterEdit::createMimeDataFromSelection() const {
 }
 
 bool LetterEdit::canInsertFromMimeData(const QMimeData* source) const {
-  return HasText(*source);
+  return HasText(*source) || source->hasImage();
 }
 
 void LetterEdit::insertFromMimeData(const QMimeData* source) {
   if (const QByteArray content = RtfFrom(*source); !content.isEmpty()) {
     PasteRich(content);
+  } else if (const QImage image = ImageFrom(*source); !image.isNull() && !source->hasText()) {
+    PasteImage(image);
   } else {
     PasteText(PlainFrom(*source));
   }
   ensureCursorVisible();
+}
+
+void LetterEdit::PasteImage(const QImage& image) {
+  const rtf::PictureLetter picture = rtf::LetterOfPicture(image, TextTwips(), picturesHeight);
+  if (picture.reason.isEmpty()) {
+    PasteRich(picture.content);
+  } else {
+    Q_EMIT PasteRefused(picture.reason);
+  }
 }
 
 void LetterEdit::PasteRich(const QByteArray& content) {
@@ -248,6 +312,7 @@ void LetterEdit::PasteRich(const QByteArray& content) {
   if (report.outcome == rtf::Outcome::Refused) {
     Q_EMIT PasteRefused(report.reason);
   } else {
+    rtf::FitTabs(*document(), TextTwips());
     setTextCursor(cursor);
   }
 }
@@ -283,6 +348,8 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
+  } else if (HandleTableKey(*this, *event)) {
+    event->accept();
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
     BreakParagraph();
   } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {

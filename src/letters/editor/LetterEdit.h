@@ -24,7 +24,8 @@ class LetterEdit : public QTextEdit {
   explicit LetterEdit(QWidget* parent = nullptr);
   ~LetterEdit() override;
 
-  /// Shows a letter as it is stored. A refused one leaves an empty letter. One with a paragraph that would block the
+  /// Shows a letter as it is stored. A refused one leaves an empty letter, and so does one whose reading a termination
+  /// signal has ended. One with a paragraph that would block the
   /// window (LayoutLimits) is shown for reading: its plain text, in lines.
   rtf::Report Load(const QString& content);
   bool IsForReading() const { return m_original.has_value(); }
@@ -41,9 +42,17 @@ class LetterEdit : public QTextEdit {
   void SetPageStep(Twips height) { m_pageStep = height; }
   /// Where the caret is, in pixels.
   QRect CaretRect() const;
+  /// Paints what of tables reaches over the sides of the text, at most `reach` far; the painter's unit is the pixel,
+  /// its origin the letter's corner.
+  void PaintBeside(QPainter& painter, Twips reach) const;
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
+  /// Inserts the picture of a file in place of the selection, no wider than the text. Why it could not, for the user;
+  /// empty when it did.
+  QString InsertPicture(const QByteArray& file);
+  /// Inserts a field that is the number of its page on paper.
+  void InsertPageNumber();
   /// Replaces the whole letter, as one step of undo. Refuses what would only be shown for reading.
   rtf::Report ReplaceAll(const QByteArray& content);
 
@@ -52,6 +61,8 @@ class LetterEdit : public QTextEdit {
   void MenuWanted(const QPoint& at);
   /// The wheel turned with Ctrl held: steps inward are positive.
   void ZoomWanted(int steps);
+  /// Something beside the text, which PaintBeside paints, looks otherwise between these heights, in pixels.
+  void BesideChanged(int top, int bottom);
   /// The text became this high.
   void HeightChanged(letters::Twips height);
   /// What was pasted was refused; why, for the user.
@@ -81,6 +92,7 @@ class LetterEdit : public QTextEdit {
  private:
   void Show(QTextDocument* letter);
   void Repaint(const QRectF& halfPoints);
+  void Draw(QPainter& painter, const QRectF& clip) const;
   void ShowCaretNow();
   double PixelsPerHalfPoint() const;
   void BreakParagraph();
@@ -88,6 +100,8 @@ class LetterEdit : public QTextEdit {
   void LeaveByTab(bool forward);
   void PasteRich(const QByteArray& content);
   void PasteText(const QString& text);
+  void PasteImage(const QImage& image);
+  int TextTwips() const;
 
   documents::HalfPointDevice m_device;
   /// What is stored, of a letter that is shown for reading.
@@ -97,6 +111,8 @@ class LetterEdit : public QTextEdit {
   int m_wheel = 0;
   QBasicTimer m_blink;
   bool m_caretShows = false;
+  /// Where the caret was last.
+  int m_caret = 0;
 };
 
 }  // namespace letters

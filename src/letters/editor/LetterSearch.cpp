@@ -19,4 +19,28 @@ QTextCursor FindNextText(const QTextCursor& cursor, const QString& text) {
   return found.isNull() ? letter->find(text, 0) : found;
 }
 
+bool IsFound(const QTextCursor& cursor, const QString& text) {
+  return !text.isEmpty() && cursor.selectedText().compare(text, Qt::CaseInsensitive) == 0;
+}
+
+int CountText(const QTextDocument& letter, const QString& text) {
+  int count = 0;
+  for (QTextCursor found = letter.find(text, 0); !found.isNull(); found = letter.find(text, found)) {
+    ++count;
+  }
+  return count;
+}
+
+int ReplaceText(QTextDocument& letter, const QString& text, const QString& other) {
+  QTextCursor whole(&letter);
+  whole.beginEditBlock();
+  int count = 0;
+  for (QTextCursor found = letter.find(text, 0); !found.isNull(); found = letter.find(text, found)) {
+    found.insertText(other);
+    ++count;
+  }
+  whole.endEditBlock();
+  return count;
+}
+
 }  // namespace letters

@@ -3,6 +3,7 @@
 #include "letters/editor/Commands.h"
 #include "letters/editor/CommonDialog.h"
 #include "letters/editor/EditorArea.h"
+#include "letters/editor/FieldList.h"
 #include "letters/editor/FieldMenu.h"
 
 #include <QBoxLayout>
@@ -98,7 +99,8 @@ void LetterWindow::ServeWhileHeld(const QDialog& window) const {
 
 void LetterWindow::ServeReading() const {
   using enum Command;
-  for (const Command command : {Undo, Redo, Cut, Paste, Font, Colour}) {
+  for (const Command command : {Undo, Redo, Cut, Paste, Replace, Font, Colour, StrikeOut, Raised, Lowered, Highlight,
+                                Numbers, Paragraph, Field, Picture, PageNumber, Today}) {
     for (QAction* action : {commands->Item(command), commands->Button(command)}) {
       if (action != nullptr) {
         action->setEnabled(false);
@@ -124,6 +126,7 @@ void LetterWindow::CreateBars(QDialog* window, QMenuBar* menus) {
   }
   commands = new Commands(window, menus, tlbEstandar, tlbFormato);
   mnuCampos = new FieldMenu(menus);
+  lstCampos = new FieldList(*mnuCampos, window);
 }
 
 QWidget* LetterWindow::CreateStrip() {
@@ -139,6 +142,9 @@ QWidget* LetterWindow::CreateStrip() {
   cmdDescartar = AddButton(layout, u"cmdDescartar"_s, u"Descartarla"_s);
   cmdComprobar = AddButton(layout, u"cmdComprobar"_s, u"Comprobar la carta"_s);
   cmdComprobar->setToolTip(u"Busca palabras entre corchetes que no son campos (F7)"_s);
+  lblPagina = new QLabel(strip);
+  lblPagina->setObjectName(u"lblPagina"_s);
+  layout->addWidget(lblPagina);
   lblZoom = new QLabel(strip);
   lblZoom->setObjectName(u"lblZoom"_s);
   lblZoom->setToolTip(u"Tamaño en pantalla: Ctrl y la rueda del ratón"_s);

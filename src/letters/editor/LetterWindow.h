@@ -16,6 +16,7 @@ namespace letters {
 class Commands;
 class CommonDialog;
 class EditorArea;
+class FieldList;
 class FieldMenu;
 
 /// The controls of the letter editor.
@@ -27,6 +28,7 @@ struct LetterWindow {
   Commands* commands = nullptr;
   EditorArea* area = nullptr;
   FieldMenu* mnuCampos = nullptr;
+  FieldList* lstCampos = nullptr;
   LetterPage* picFondo = nullptr;
   LetterEdit* rtfCarta = nullptr;
   QToolBar* tlbEstandar = nullptr;
@@ -36,11 +38,12 @@ struct LetterWindow {
   QLineEdit* txtMargenIzdo = nullptr;
   QLineEdit* txtMargenDcho = nullptr;
   CommonDialog* dlgCarta = nullptr;
-  /// Under the page: a notice, a letter that could not be saved, the check of markers, the zoom.
+  /// Under the page: a notice, a letter that could not be saved, the check of markers, the page, the zoom.
   QLabel* lblAviso = nullptr;
   QPushButton* cmdRecuperar = nullptr;
   QPushButton* cmdDescartar = nullptr;
   QPushButton* cmdComprobar = nullptr;
+  QLabel* lblPagina = nullptr;
   QLabel* lblZoom = nullptr;
 
  private:

@@ -17,10 +17,12 @@ constexpr std::array signalsOfInterest{SIGTERM, SIGINT, SIGHUP};
 
 // Only what a signal handler may touch: the end of the pipe that the object in charge reads, -1 while there is none.
 std::atomic<int> writeEnd{-1};
+std::atomic<bool> untold{false};
 
 void Handle(int number) {
   const int kept = errno;
   const auto byte = static_cast<unsigned char>(number);
+  untold = true;
   // A full pipe already holds what this byte would say.
   [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1);
   errno = kept;
@@ -96,7 +98,12 @@ void TerminationSignals::Tell() {
   }
 }
 
+bool TerminationSignals::IsOneUntold() {
+  return untold;
+}
+
 int TerminationSignals::TakeUntold() {
+  untold = false;
   std::array<unsigned char, 16> bytes{};
   int number = 0;
   ssize_t count = 0;

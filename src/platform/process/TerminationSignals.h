@@ -24,6 +24,8 @@ class TerminationSignals : public QObject {
 
   /// Whether this object hears the signals now.
   bool IsInnermost() const;
+  /// Whether a signal has come that nobody was told yet: work that keeps the event loop from telling ends early.
+  static bool IsOneUntold();
   /// Drops what came and was not told yet.
   void Forget() { TakeUntold(); }
 
