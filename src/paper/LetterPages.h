@@ -17,6 +17,8 @@ class LetterPages : public Pages {
   int Count() const override { return m_letter.PageCount(); }
   const documents::Paper& Sheet() const override { return m_sheet; }
   void Paint(QPainter& painter, int page) const override { m_letter.Paint(painter, page); }
+  /// What will not be on paper as the letter has it: sentences for the user.
+  QStringList Problems() const { return m_letter.Problems(); }
 
  private:
   documents::LetterPainter m_letter;

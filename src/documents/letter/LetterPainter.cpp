@@ -2,15 +2,14 @@
 
 #include "documents/letter/PageFields.h"
 #include "documents/letter/SmallCapitals.h"
-
 #include "documents/rtf/FittedTabs.h"
+#include "documents/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QTextDocumentFragment>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -18,13 +17,14 @@
 namespace documents {
 
 LetterPainter::LetterPainter(const QTextDocument& letter, const Margins& margins, const Paper& paper)
-    : m_pages(letter.clone()) {
+    : m_pages(letter.clone()), m_strips(std::make_unique<const LetterStrips>(letter, margins, paper)) {
   LayOut(letter, margins, paper);
 }
 
 LetterPainter::LetterPainter(const QTextCursor& selection, const Margins& margins, const Paper& paper)
     : m_pages(std::make_unique<QTextDocument>()) {
-  QTextCursor(m_pages.get()).insertFragment(selection.selection());
+  // Qt's own piece of a table has no widths.
+  rtf::Read(rtf::WriteSelection(selection), *m_pages);
   LayOut(*selection.document(), margins, paper);
 }
 
@@ -35,6 +35,7 @@ LetterPainter::~LetterPainter() {
 
 void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper) {
   m_corner = QPointF(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
+  m_paperHeight = ToHalfPoints(FromCentimetres(InCentimetres(paper.height)));
   m_pages->setDefaultFont(letter.defaultFont());
   m_pages->setDocumentMargin(0);
   m_pages->setUseDesignMetrics(true);
@@ -81,6 +82,9 @@ void LetterPainter::Paint(QPainter& painter, int page) const {
   context.clip.setBottom(context.clip.bottom() - 1);
   m_pages->documentLayout()->draw(&painter, context);
   painter.restore();
+  if (m_strips != nullptr) {
+    m_strips->Paint(painter, page, m_pages->pageCount(), m_paperHeight);
+  }
 }
 
 }  // namespace documents

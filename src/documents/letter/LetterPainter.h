@@ -2,6 +2,7 @@
 
 #include "documents/Export.h"
 #include "documents/letter/HalfPoints.h"
+#include "documents/letter/LetterStrips.h"
 #include "documents/letter/Margins.h"
 
 #include <memory>
@@ -12,8 +13,8 @@ class QTextDocument;
 
 namespace documents {
 
-/// A letter laid out for its paper, to be painted page by page on whatever there is: a printer, a picture, a window.
-/// It has a copy of its own. Lines break where they do in the editor.
+/// A letter laid out for its paper, with its headers and footers, to be painted page by page on whatever there is: a
+/// printer, a picture, a window. It has a copy of its own. Lines break where they do in the editor.
 class KELDOCUMENTOS_EXPORT LetterPainter {
  public:
   LetterPainter(const QTextDocument& letter, const Margins& margins, const Paper& paper = UsualPaper());
@@ -28,13 +29,18 @@ class KELDOCUMENTOS_EXPORT LetterPainter {
   /// Paints a page, from 0, on a painter whose unit is the half-point and whose origin is the paper's upper left
   /// corner. The paper's own colour is the caller's.
   void Paint(QPainter& painter, int page) const;
+  /// What will not be on paper as the letter has it: sentences for the user.
+  QStringList Problems() const { return m_strips == nullptr ? QStringList() : m_strips->Problems(); }
 
  private:
   void LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper);
 
   HalfPointDevice m_device;
   std::unique_ptr<QTextDocument> m_pages;
+  /// None for a selection.
+  std::unique_ptr<const LetterStrips> m_strips;
   QPointF m_corner;
+  double m_paperHeight = 0;
 };
 
 }  // namespace documents

@@ -20,14 +20,27 @@ struct Field {
   QString name;  ///< Tells it from its neighbours.
 };
 
-Shows KindOf(const QTextCharFormat& format) {
+/// What stands for a number: the field around the text, or the piece in its place.
+QByteArray InstructionOf(const QTextCharFormat& format) {
+  if (format.hasProperty(rtf::PieceProperty)) {
+    return format.property(rtf::PieceProperty).value<rtf::Piece>().Bytes();
+  }
   const rtf::Links links = format.property(rtf::LinkProperty).value<rtf::Links>();
-  if (links.isEmpty()) {
-    return Shows::Nothing;
+  return links.isEmpty() ? QByteArray() : links.last().head.Bytes();
+}
+
+QString NameOf(const QTextCharFormat& format) {
+  return format.stringProperty(rtf::LinkNameProperty) + format.stringProperty(rtf::PieceNameProperty);
+}
+
+Shows KindOf(const QTextCharFormat& format) {
+  const QByteArray instruction = InstructionOf(format);
+  if (instruction.startsWith("\\chpgn")) {
+    return Shows::Page;
   }
   static const QRegularExpression code(QStringLiteral("\\\\fldinst\\W*(?:\\\\\\w+\\W*)*(PAGE|NUMPAGES)\\b"),
                                        QRegularExpression::CaseInsensitiveOption);
-  const QString word = code.match(QString::fromLatin1(links.last().head.Bytes())).captured(1);
+  const QString word = code.match(QString::fromLatin1(instruction)).captured(1);
   if (word.isEmpty()) {
     return Shows::Nothing;
   }
@@ -39,7 +52,7 @@ QList<Field> FieldsOf(const QTextDocument& pages) {
   for (QTextBlock block = pages.begin(); block.isValid(); block = block.next()) {
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       const QTextFragment run = at.fragment();
-      const QString name = run.charFormat().stringProperty(rtf::LinkNameProperty);
+      const QString name = NameOf(run.charFormat());
       if (name.isEmpty()) {
         continue;
       }
@@ -67,7 +80,9 @@ void FillPageFields(QTextDocument& pages, const std::function<int(int)>& pageOf,
     QTextCursor cursor(&pages);
     cursor.setPosition(fields[i].position);
     cursor.setPosition(fields[i].position + fields[i].length, QTextCursor::KeepAnchor);
-    cursor.insertText(numbers[i]);
+    QTextCharFormat format = cursor.charFormat();
+    format.setObjectType(QTextFormat::NoObject);
+    cursor.insertText(numbers[i], format);
   }
 }
 

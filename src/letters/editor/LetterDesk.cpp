@@ -1,5 +1,6 @@
 #include "letters/editor/LetterDesk.h"
 
+#include "documents/letter/LetterStrips.h"
 #include "documents/markers/Markers.h"
 #include "framework/Desktop.h"
 #include "framework/Messages.h"

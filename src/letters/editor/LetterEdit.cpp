@@ -9,6 +9,7 @@
 #include "letters/editor/Formatting.h"
 #include "letters/editor/LayoutLimits.h"
 #include "letters/editor/ParagraphRange.h"
+#include "letters/editor/TableKeys.h"
 #include "platform/process/TerminationSignals.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -135,6 +136,10 @@ LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale
   }
   connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
   connect(this, &QTextEdit::cursorPositionChanged, this, &LetterEdit::ShowCaretNow);
+  connect(this, &QTextEdit::cursorPositionChanged, this, [this] {
+    const int before = std::exchange(m_caret, textCursor().position());
+    LeaveJoint(*this, before);
+  });
   Start(font());
 }
 
@@ -343,6 +348,8 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
+  } else if (HandleTableKey(*this, *event)) {
+    event->accept();
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {
     BreakParagraph();
   } else if (!control && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {

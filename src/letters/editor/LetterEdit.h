@@ -42,6 +42,9 @@ class LetterEdit : public QTextEdit {
   void SetPageStep(Twips height) { m_pageStep = height; }
   /// Where the caret is, in pixels.
   QRect CaretRect() const;
+  /// Paints what of tables reaches over the sides of the text, at most `reach` far; the painter's unit is the pixel,
+  /// its origin the letter's corner.
+  void PaintBeside(QPainter& painter, Twips reach) const;
 
   /// Types a text at the caret with its format, in place of the selection, as one step of undo.
   void TypeText(const QString& text);
@@ -58,6 +61,8 @@ class LetterEdit : public QTextEdit {
   void MenuWanted(const QPoint& at);
   /// The wheel turned with Ctrl held: steps inward are positive.
   void ZoomWanted(int steps);
+  /// Something beside the text, which PaintBeside paints, looks otherwise between these heights, in pixels.
+  void BesideChanged(int top, int bottom);
   /// The text became this high.
   void HeightChanged(letters::Twips height);
   /// What was pasted was refused; why, for the user.
@@ -87,6 +92,7 @@ class LetterEdit : public QTextEdit {
  private:
   void Show(QTextDocument* letter);
   void Repaint(const QRectF& halfPoints);
+  void Draw(QPainter& painter, const QRectF& clip) const;
   void ShowCaretNow();
   double PixelsPerHalfPoint() const;
   void BreakParagraph();
@@ -105,6 +111,8 @@ class LetterEdit : public QTextEdit {
   int m_wheel = 0;
   QBasicTimer m_blink;
   bool m_caretShows = false;
+  /// Where the caret was last.
+  int m_caret = 0;
 };
 
 }  // namespace letters

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleHints>
+#include <QTextFrame>
 
 namespace letters {
 
@@ -23,9 +24,13 @@ void LetterEdit::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   const double scale = PixelsPerHalfPoint();
   painter.scale(scale, scale);
+  Draw(painter, QRectF(QPointF(event->rect().topLeft()) / scale, QSizeF(event->rect().size()) / scale));
+}
+
+void LetterEdit::Draw(QPainter& painter, const QRectF& clip) const {
   QAbstractTextDocumentLayout::PaintContext context;
   context.palette = palette();
-  context.clip = QRectF(QPointF(event->rect().topLeft()) / scale, QSizeF(event->rect().size()) / scale);
+  context.clip = clip;
   const QTextCursor cursor = textCursor();
   if (cursor.hasSelection()) {
     QAbstractTextDocumentLayout::Selection selection;
@@ -40,11 +45,36 @@ void LetterEdit::paintEvent(QPaintEvent* event) {
   document()->documentLayout()->draw(&painter, context);
 }
 
+void LetterEdit::PaintBeside(QPainter& painter, Twips reach) const {
+  const double scale = PixelsPerHalfPoint();
+  const double width = lineWrapColumnOrWidth();
+  const QList<QTextFrame*> frames = document()->rootFrame()->childFrames();
+  const int beside = ToHalfPoints(reach);
+  for (QTextFrame* frame : frames) {
+    const QRectF rect = document()->documentLayout()->frameBoundingRect(frame);
+    for (const QRectF& side :
+         {QRectF(-beside, rect.top(), beside, rect.height()), QRectF(width, rect.top(), beside, rect.height())}) {
+      // A line at the edge lies half outside.
+      const QRectF clip = side & rect.adjusted(-1, -1, 1, 1);
+      if (!clip.isEmpty()) {
+        painter.save();
+        painter.scale(scale, scale);
+        painter.setClipRect(side.adjusted(0, -1, 0, 1), Qt::IntersectClip);
+        Draw(painter, clip);
+        painter.restore();
+      }
+    }
+  }
+}
+
 void LetterEdit::Repaint(const QRectF& halfPoints) {
   const double scale = PixelsPerHalfPoint();
   const QRectF seen(QPointF(), QSizeF(viewport()->size()) / scale);
   const QRectF changed = halfPoints & seen;
   viewport()->update(QRectF(changed.topLeft() * scale, changed.size() * scale).toAlignedRect().adjusted(-2, -2, 2, 2));
+  if (!document()->rootFrame()->childFrames().isEmpty()) {
+    Q_EMIT BesideChanged(qFloor(changed.top() * scale) - 2, qCeil(changed.bottom() * scale) + 2);
+  }
 }
 
 void LetterEdit::ShowCaretNow() {

@@ -24,6 +24,12 @@ QString FileName(QString title) {
   return title.replace(unusual, u" "_s).simplified() + u".pdf"_s;
 }
 
+void Tell(const QStringList& problems) {
+  if (!problems.isEmpty()) {
+    ShowText(problems.join(u"\n\n"_s), vbExclamation);
+  }
+}
+
 }  // namespace
 
 void LetterOutput::Print(const documents::Margins& margins, const QString& title) const {
@@ -39,7 +45,9 @@ void LetterOutput::Print(const documents::Margins& margins, const QString& title
     if (printer.printRange() == QPrinter::Selection) {
       paper::Print(paper::LetterPages(selection, margins, sheet), printer);
     } else {
-      paper::Print(paper::LetterPages(*m_window.rtfCarta->document(), margins, sheet), printer);
+      const paper::LetterPages pages(*m_window.rtfCarta->document(), margins, sheet);
+      Tell(pages.Problems());
+      paper::Print(pages, printer);
     }
   } catch (const std::exception&) {
     automation::Err().Clear();
@@ -58,6 +66,7 @@ void LetterOutput::SavePdf(const documents::Margins& margins, const QString& tit
     return;
   }
   const paper::LetterPages pages(*m_window.rtfCarta->document(), margins, m_window.picFondo->Paper());
+  Tell(pages.Problems());
   if (const QString reason = paper::SavePdf(pages, file, title); !reason.isEmpty()) {
     ShowText(reason, vbExclamation);
   }

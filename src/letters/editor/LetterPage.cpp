@@ -2,8 +2,10 @@
 
 #include "letters/editor/LetterEdit.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -25,6 +27,13 @@ constexpr double mostZoom = 3.0;
 // A notch of the wheel in the units of its events, and the steps that it scrolls.
 constexpr int wheelNotch = 120;
 constexpr int stepsPerNotch = 3;
+
+// How far tables may reach over the text's sides.
+constexpr Twips besideText{567};
+
+constexpr double stripOpacity = 0.5;
+const QString stripTip =
+    u"El encabezado y el pie se imprimen en cada página. Aquí no se pueden cambiar; se guardan como están."_s;
 
 // The room that stays around the caret.
 constexpr Twips aroundCaret{300};
@@ -67,6 +76,12 @@ LetterPage::LetterPage(QWidget* parent)
   connect(m_letter, &LetterEdit::HeightChanged, this, &LetterPage::OnHeightChanged);
   connect(m_letter, &LetterEdit::cursorPositionChanged, this, &LetterPage::ShowCaret);
   connect(m_letter, &LetterEdit::textChanged, this, &LetterPage::ShowCaret);
+  connect(m_letter, &LetterEdit::BesideChanged, this, [this](int top, int bottom) {
+    const int beside = ZoomedScale().Pixels(besideText);
+    const QRect letter = m_letter->geometry();
+    update(letter.left() - beside, letter.top() + top, beside, bottom - top);
+    update(letter.right() + 1, letter.top() + top, beside, bottom - top);
+  });
   connect(m_letter, &LetterEdit::ZoomWanted, this, &LetterPage::ZoomBy);
 }
 
@@ -74,6 +89,7 @@ void LetterPage::Place(const Margins& margins) {
   m_margins = margins;
   m_origin = PlacePage(margins, m_paper);
   m_page = m_origin;
+  ShowStrips();
   m_leastRange = firstScroll;
   m_horizontal->setMaximum(std::max(m_horizontal->maximum(), firstScroll.count));
   m_horizontal->setValue(firstScroll.count);
@@ -93,6 +109,9 @@ void LetterPage::SetRightMargin(const Margins& margins) {
 void LetterPage::SetWidth(Twips width, const Margins& margins) {
   m_margins = margins;
   m_page.width = width;
+  if (m_strips != nullptr) {
+    m_strips->SetMargins(margins);
+  }
   PutLetter();
   Fit();
   Q_EMIT MarginsChanged();
@@ -183,6 +202,44 @@ void LetterPage::paintEvent(QPaintEvent* event) {
   painter.setPen(palette().color(QPalette::Shadow));
   painter.setBrush(Qt::white);
   painter.drawRect(PaperRect().adjusted(-1, -1, 0, 0));
+  painter.translate(m_letter->pos());
+  m_letter->PaintBeside(painter, besideText);
+  painter.translate(-m_letter->pos());
+  if (m_strips != nullptr) {
+    PaintStrips(painter);
+  }
+}
+
+void LetterPage::ShowStrips() {
+  m_strips = std::make_unique<documents::LetterStrips>(*m_letter->document(), m_margins, m_paper);
+  if (m_strips->IsEmpty()) {
+    m_strips.reset();
+  }
+}
+
+// In the margins only: text that is taller goes on behind the letter.
+void LetterPage::PaintStrips(QPainter& painter) const {
+  const QRect paper = PaperRect();
+  const double scale = ZoomedScale().pixelsPerTwip * documents::FromHalfPoints(1).count;
+  painter.save();
+  painter.setClipRegion(QRegion(paper) - m_letter->geometry());
+  painter.translate(paper.topLeft());
+  painter.scale(scale, scale);
+  painter.setOpacity(stripOpacity);
+  m_strips->Paint(painter, 0, 1, paper.height() / scale);
+  painter.restore();
+}
+
+bool LetterPage::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QRect text = m_letter->geometry();
+    const bool isStrip = m_strips != nullptr && PaperRect().contains(help->pos()) &&
+                         (help->pos().y() < text.top() || help->pos().y() > text.bottom());
+    QToolTip::showText(help->globalPos(), isStrip ? stripTip : QString(), this);
+    return true;
+  }
+  return QFrame::event(event);
 }
 
 void LetterPage::resizeEvent(QResizeEvent* event) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "documents/letter/LetterStrips.h"
 #include "letters/editor/PageGeometry.h"
 
 #include <QFrame>
+
+#include <memory>
 
 class QScrollBar;
 
@@ -11,7 +14,8 @@ namespace letters {
 class LetterEdit;
 
 /// The grey ground `picFondo` with the letter as a page on it and the two scroll bars that move the page. The paper is
-/// white in every theme, since the colours of letters are meant for it.
+/// white in every theme, since the colours of letters are meant for it. Headers and footers show in grey in the
+/// margins, once: they are printed on each page and can't be edited here.
 ///
 /// Measures are twips; the page is as high as its text, and never lower than the paper leaves it.
 class LetterPage : public QFrame {
@@ -43,6 +47,7 @@ class LetterPage : public QFrame {
   void MarginsChanged();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
@@ -54,10 +59,13 @@ class LetterPage : public QFrame {
   void PutLetter();
   void MovePage();
   QRect PaperRect() const;
+  void ShowStrips();
+  void PaintStrips(QPainter& painter) const;
 
   LetterEdit* m_letter;
   QScrollBar* m_horizontal;
   QScrollBar* m_vertical;
+  std::unique_ptr<documents::LetterStrips> m_strips;
   documents::Paper m_paper = documents::UsualPaper();
   Margins m_margins;
   Page m_page;

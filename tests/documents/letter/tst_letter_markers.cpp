@@ -1,4 +1,6 @@
+#include "documents/letter/LetterMarkers.h"
 #include "documents/letter/LetterTemplate.h"
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/Rtf.h"
 #include "support/TestProgram.h"
 
@@ -21,6 +23,9 @@ QByteArray Letter(const QByteArray& body) {
 QString Shown(const QTextDocument& letter) {
   QStringList paragraphs;
   for (QTextBlock block = letter.begin(); block.isValid(); block = block.next()) {
+    if (rtf::IsJoint(block)) {
+      continue;
+    }
     QString text;
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       const bool isBold = at.fragment().charFormat().fontWeight() > QFont::Normal;
