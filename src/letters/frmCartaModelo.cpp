@@ -146,16 +146,18 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
         LetterOutput(ui).Print(m_margins, windowTitle());
         break;
       case Command::Preview:
-        LetterOutput(ui).Preview(m_margins, windowTitle());
+        LetterOutput(ui).Preview(m_margins, LetterName());
         break;
       case Command::SavePdf:
-        LetterOutput(ui).SavePdf(m_margins, m_name.isEmpty() ? u"Carta"_s : m_name);
+        LetterOutput(ui).SavePdf(m_margins, LetterName());
         break;
       default:
         m_desk->Run(command);
         break;
     }
   }
+
+  QString LetterName() const { return m_name.isEmpty() ? u"Carta"_s : m_name; }
 
   void OnMargin(const QLineEdit& box, double Margins::*side) {
     const std::optional<double> margin = ReadMargin(box.text());

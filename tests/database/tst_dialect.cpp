@@ -162,6 +162,10 @@ void tst_dialect::Statements_data() {
       "(SELECT Nombre FROM Paises WHERE IDPais=35)='ESPAÑA'",
       "1");
   Row("not", "SELECT COUNT(*) FROM Provincias WHERE NOT Eliminado AND NOT (IDProvincia<>5)", "1");
+  Row("a Boolean alone is a condition",
+      "INSERT INTO Cabeceras(Nombre,Eliminado) VALUES('a',-1) ;; INSERT INTO Cabeceras(Nombre) VALUES('b') ;; "
+      "SELECT (SELECT MAX(Nombre) FROM Cabeceras WHERE Eliminado), Nombre FROM Cabeceras WHERE NOT Eliminado",
+      "a|b");
   Row("exists", "SELECT IDPais FROM Paises WHERE EXISTS (SELECT IDProvincia FROM Provincias WHERE CodPais=IDPais)",
       "35");
   Row("a key is never used twice",
@@ -278,7 +282,8 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.Importe", "'922337203685477,58074'", "922337203685478");
   row("Suscripciones.Importe", "-922337203685477.5807", "-922337203685478");
   row("Suscripciones.Importe", "'922337203685477,58075'", "error 6");
-  row("Suscripciones.Importe", "'9007199254,7409'", "9007199254,7409");
+  row("Suscripciones.Importe", "'99.999.999.999,9999'", "99999999999,9999");
+  row("Suscripciones.Importe", "NumeroEjemplares * 99999999999.9999", "99999999999,9999");
   row("Suscripciones.Importe", "'-922.337.203.685.478'", "error 6");
   row("Suscripciones.Importe", "NumeroEjemplares * 922337203685478", "error 6");
   row("Suscripciones.Importe", "NumeroEjemplares * 0.00005", "0");
@@ -298,6 +303,7 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.NumeroEjemplares", "'99999999999999999999'", "error 6");
   row("Suscripciones.NumeroEjemplares", "2000000000 * 2", "error 6");
   row("Suscripciones.NumeroEjemplares", "5 / 2", "2");
+  row("Suscripciones.NumeroEjemplares", "NumeroEjemplares * 2.5", "2");
   row("Suscripciones.NumeroEjemplares", "7 \\ 2 + 7 MOD 4", "6");
   row("Suscripciones.NumeroEjemplares", "true", "-1");
   row("Suscripciones.Eliminado", "5", "Verdadero");
@@ -311,6 +317,7 @@ void tst_dialect::Conversions_data() {
   row("Suscripciones.TextoRecibo", "NumeroEjemplares", "1");
   row("Suscripciones.TextoRecibo", "''", "");
   row("Suscripciones.TextoRecibo", "NULL", "NULL");
+  row("Suscripciones.TextoRecibo", "IIF(IDSuscripcion=1, NULL, NULL) & NULL*2 & 'x'", "x");
 }
 
 void tst_dialect::Conversions() {

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstring>
 #include <stdexcept>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -88,13 +89,18 @@ bool Relay::HoldsText(const QByteArray& message) {
   return true;
 }
 
-// One line at a time is enough.
 void Relay::Run(int listening) {
   std::array<pollfd, 2> awaited = {pollfd{listening, POLLIN, 0}, pollfd{m_ending[0], POLLIN, 0}};
+  std::vector<std::thread> lines;
   while (poll(awaited.data(), awaited.size(), -1) > 0 && awaited[1].revents == 0) {
     const int client = accept(listening, nullptr, nullptr);
-    Serve(client);
-    close(client);
+    lines.emplace_back([this, client] {
+      Serve(client);
+      close(client);
+    });
+  }
+  for (std::thread& line : lines) {
+    line.join();
   }
   close(listening);
 }
@@ -107,11 +113,14 @@ void Relay::Serve(int client) {
     return;
   }
   bool isToBeCut = false;
+  bool wasAnswer = true;
   std::array<pollfd, 3> awaited = {pollfd{client, POLLIN, 0}, pollfd{server, POLLIN, 0},
                                    pollfd{m_ending[0], POLLIN, 0}};
   while (poll(awaited.data(), awaited.size(), -1) > 0 && awaited[2].revents == 0) {
     const bool isAnswer = awaited[1].revents != 0;
     const QByteArray bytes = Receive(isAnswer ? server : client);
+    m_roundTrips += wasAnswer && !isAnswer ? 1 : 0;
+    wasAnswer = isAnswer;
     isToBeCut = isToBeCut || (!isAnswer && HoldsText(bytes));
     if (bytes.isEmpty() || (isAnswer && isToBeCut) || !SendAll(isAnswer ? client : server, bytes)) {
       return;

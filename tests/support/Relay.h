@@ -4,6 +4,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <mutex>
 #include <thread>
 
@@ -20,6 +21,8 @@ class Relay {
 
   /// The same database by way of this.
   QString ConnectionString() const;
+  /// How often something was sent and an answer waited for, on all lines.
+  int RoundTrips() const { return m_roundTrips; }
   /// The next message to the server that holds this text gets there, its answer doesn't come back, and the line is cut.
   void SwallowAnswerTo(const QByteArray& text);
 
@@ -33,6 +36,7 @@ class Relay {
   QString m_serverFolder;
   std::mutex m_mutex;
   QByteArray m_text;
+  std::atomic<int> m_roundTrips = 0;
   int m_ending[2] = {-1, -1};
   std::thread m_thread;
 };

@@ -4,6 +4,8 @@
 #include <QTextDocument>
 #include <QTextLayout>
 
+#include <algorithm>
+
 namespace documents {
 
 namespace {
@@ -11,6 +13,7 @@ namespace {
 using Ranges = QList<QTextLayout::FormatRange>;
 
 constexpr double share = 0.8;
+constexpr int manyCharacters = 10'000;
 
 // Sizes are whole half-points, as all that is laid out.
 QTextCharFormat SmallFormat(const QTextCharFormat& run, const QTextDocument& letter) {
@@ -46,9 +49,20 @@ Ranges RangesOf(const QTextBlock& block) {
   return ranges;
 }
 
+// Few letters have any; their formats are fewer than their paragraphs.
+bool HasSmallCapitals(const QTextDocument& letter) {
+  const QList<QTextFormat> formats = letter.allFormats();
+  return std::any_of(formats.begin(), formats.end(), [](const QTextFormat& format) {
+    return format.intProperty(QTextFormat::FontCapitalization) == QFont::SmallCaps;
+  });
+}
+
 }  // namespace
 
 void ShowSmallCapitals(QTextDocument& letter, int from, int length) {
+  if (length > manyCharacters && !HasSmallCapitals(letter)) {
+    return;
+  }
   for (QTextBlock block = letter.findBlock(from); block.isValid() && block.position() <= from + length;
        block = block.next()) {
     if (const Ranges ranges = RangesOf(block); ranges != block.layout()->formats()) {

@@ -67,7 +67,7 @@ QByteArray RtfFromHtml(const QString& html) {
   PageOnItsOwn page;
   QTextCursor(&page).insertFragment(QTextDocumentFragment::fromHtml(html, &provider));
   RemoveImages(page);
-  return rtf::Write(page);
+  return page.isEmpty() ? QByteArray() : rtf::Write(page);
 }
 
 }  // namespace

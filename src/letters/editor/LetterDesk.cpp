@@ -16,6 +16,7 @@
 #include <QComboBox>
 #include <QDate>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -193,6 +194,11 @@ void LetterDesk::InsertPicture() {
     return;
   }
   QFile file(name);
+  if (!QFileInfo(file).isFile()) {
+    // A pipe would be waited for without an end.
+    ShowText(u"«%1» no es un archivo de imagen. Elija otro."_s.arg(name), vbExclamation);
+    return;
+  }
   // One byte more than is taken shows that there is more.
   const QByteArray picture = file.open(QFile::ReadOnly) ? file.read(mostFileBytes + 1) : QByteArray();
   QString reason;

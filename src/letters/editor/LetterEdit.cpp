@@ -271,7 +271,9 @@ rtf::Report LetterEdit::ReplaceAll(const QByteArray& content) {
   }
   QTextCursor all(document());
   all.select(QTextCursor::Document);
-  return rtf::Insert(content, all);
+  const rtf::Report report = rtf::Insert(content, all);
+  rtf::FitTabs(*document(), TextTwips());
+  return report;
 }
 
 QMimeData* LetterEdit::createMimeDataFromSelection() const {
@@ -285,8 +287,8 @@ bool LetterEdit::canInsertFromMimeData(const QMimeData* source) const {
 void LetterEdit::insertFromMimeData(const QMimeData* source) {
   if (const QByteArray content = RtfFrom(*source); !content.isEmpty()) {
     PasteRich(content);
-  } else if (const QImage image = ImageFrom(*source); !image.isNull() && !source->hasText()) {
-    PasteImage(image);
+  } else if (!source->hasText() && source->hasImage()) {
+    PasteImage(ImageFrom(*source));
   } else {
     PasteText(PlainFrom(*source));
   }

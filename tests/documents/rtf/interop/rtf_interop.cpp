@@ -1,7 +1,7 @@
 // Letters converted by LibreOffice: what is written here opens there with the same text and formats, what is written
-// there opens here with them, and the text of every letter in KEL_RTF_DIR is compared, and what LibreOffice
-// shows of it before and after an edit (of those letters only that arguments name, "*carta*.rtf"). Exit code 1 for a
-// difference.
+// there opens here with them, also through the clipboard, and the text of every letter in KEL_RTF_DIR is compared, and
+// what LibreOffice shows of it before and after an edit (of those letters only that arguments name, "*carta*.rtf").
+// Exit code 1 for a difference.
 
 #include "documents/rtf/Documents.h"
 #include "documents/rtf/interop/OpenDocument.h"
@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTextFrame>
 #include <QTextList>
 
 #include <cstdio>
@@ -122,20 +123,10 @@ void WrittenHere(const QString& folder) {
   Check(has(u"enlace"_s, u"link"_s, u"https://ejemplo.es/"_s), u"written here: link"_s);
 }
 
-/// The converted file comes back as RTF of LibreOffice's making, and shows the same here.
-void WrittenThere(const QString& folder) {
-  const auto mine = support::Document([&] {
-    QFile file(folder + u"/here.rtf"_s);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-  }());
-  QDir(folder).mkdir(u"back"_s);
-  QFile::copy(folder + u"/here.fodt"_s, folder + u"/there.fodt"_s);
-  Check(Convert(folder, u"rtf"_s, {folder + u"/there.fodt"_s}), u"converted back"_s);
-  QFile file(folder + u"/there.rtf"_s);
-  const auto theirs = support::Document(file.open(QFile::ReadOnly) ? file.readAll() : QByteArray());
-  Check(support::Text(*mine).simplified() == support::Text(*theirs).simplified(), u"written there: text"_s);
-  for (QTextBlock block = mine->begin(); block.isValid(); block = block.next()) {
-    QTextBlock other = theirs->begin();
+/// Whether the paragraphs of `expected` look the same.
+void CompareFormats(const QTextDocument& mine, const QTextDocument& theirs, const QString& what) {
+  for (QTextBlock block = mine.begin(); block.isValid(); block = block.next()) {
+    QTextBlock other = theirs.begin();
     while (other.isValid() && other.text() != block.text()) {
       other = other.next();
     }
@@ -151,16 +142,30 @@ void WrittenThere(const QString& folder) {
                             a.fontItalic() == b.fontItalic() && a.fontStrikeOut() == b.fontStrikeOut() &&
                             a.underlineStyle() == b.underlineStyle() &&
                             a.verticalAlignment() == b.verticalAlignment() && a.fontFamilies() == b.fontFamilies() &&
-                            a.background() == b.background();
+                            a.background() == b.background() && a.foreground() == b.foreground();
     const bool paragraph = p.alignment() == q.alignment() && near(p.leftMargin(), q.leftMargin()) &&
                            near(p.rightMargin(), q.rightMargin()) && near(p.textIndent(), q.textIndent()) &&
                            near(p.topMargin(), q.topMargin()) && near(p.bottomMargin(), q.bottomMargin()) &&
                            near(p.lineHeight(), q.lineHeight()) && p.pageBreakPolicy() == q.pageBreakPolicy() &&
                            (block.textList() == nullptr) == (other.textList() == nullptr);
-    Check(characters && paragraph,
-          u"written there: %1%2%3"_s.arg(block.text(), characters ? QString() : u" characters"_s,
-                                         paragraph ? QString() : u" paragraph"_s));
+    Check(characters && paragraph, u"%1: %2%3%4"_s.arg(what, block.text(), characters ? QString() : u" characters"_s,
+                                                       paragraph ? QString() : u" paragraph"_s));
   }
+}
+
+/// The converted file comes back as RTF of LibreOffice's making, and shows the same here.
+void WrittenThere(const QString& folder) {
+  const auto mine = support::Document([&] {
+    QFile file(folder + u"/here.rtf"_s);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+  }());
+  QDir(folder).mkdir(u"back"_s);
+  QFile::copy(folder + u"/here.fodt"_s, folder + u"/there.fodt"_s);
+  Check(Convert(folder, u"rtf"_s, {folder + u"/there.fodt"_s}), u"converted back"_s);
+  QFile file(folder + u"/there.rtf"_s);
+  const auto theirs = support::Document(file.open(QFile::ReadOnly) ? file.readAll() : QByteArray());
+  Check(support::Text(*mine).simplified() == support::Text(*theirs).simplified(), u"written there: text"_s);
+  CompareFormats(*mine, *theirs, u"written there"_s);
 }
 
 /// Words without the marks of lists, spaces and hyphens of any kind the same.
@@ -236,6 +241,34 @@ QString FirstDifference(const QStringList& one, const QStringList& other) {
   added.removeIf([&](const QString& part) { return before.contains(part); });
   return u"'%1' [%2] -> '%3' [%4]"_s.arg(one.value(at).section(u'\t', 1).left(50), lost.join(u' ').left(300),
                                          other.value(at).section(u'\t', 1).left(50), added.join(u' ').left(300));
+}
+
+/// What the clipboard carries between two programs: a selection from here, and theirs inserted here. The letter of all
+/// formats, with a table behind it.
+void Clipboard(const QString& folder) {
+  QFile here(folder + u"/here.rtf"_s);
+  QByteArray content = here.open(QFile::ReadOnly) ? here.readAll() : QByteArray();
+  content.insert(content.lastIndexOf('}'),
+                 "\\pard\\trowd\\cellx3000\\cellx6000\\intbl uno\\cell dos\\cell\\row"
+                 "\\trowd\\cellx3000\\cellx6000\\intbl tres\\cell cuatro\\cell\\row\\pard fin\\par");
+  const auto letter = support::Document(content);
+  QTextCursor all(letter.get());
+  all.select(QTextCursor::Document);
+  WriteFile(folder + u"/letter.rtf"_s, rtf::Write(*letter));
+  WriteFile(folder + u"/clipboard.rtf"_s, rtf::WriteSelection(all));
+  Check(Convert(folder, u"fodt"_s, {folder + u"/letter.rtf"_s, folder + u"/clipboard.rtf"_s}), u"copied"_s);
+  const QString difference = FirstDifference(Shown(folder + u"/letter.fodt"_s), Shown(folder + u"/clipboard.fodt"_s));
+  Check(difference.isEmpty(), u"copied here, pasted there: %1"_s.arg(difference));
+
+  const QString back = folder + u"/back"_s;
+  Check(Convert(back, u"rtf"_s, {folder + u"/clipboard.fodt"_s}), u"copied there"_s);
+  QFile there(back + u"/clipboard.rtf"_s);
+  const auto pasted = support::Document("{\\rtf1 }");
+  QTextCursor at(pasted.get());
+  rtf::Insert(there.open(QFile::ReadOnly) ? there.readAll() : QByteArray(), at);
+  CompareFormats(*letter, *pasted, u"copied there, pasted here"_s);
+  const auto tables = [](const QTextDocument& document) { return document.rootFrame()->childFrames().size(); };
+  Check(tables(*letter) == 1 && tables(*pasted) == 1, u"copied there, pasted here: the table"_s);
 }
 
 /// What LibreOffice shows of each letter, and of what is written of it when it has been edited.
@@ -317,6 +350,7 @@ int main(int argc, char** argv) {
   if (patterns.isEmpty()) {
     WrittenHere(folder.path());
     WrittenThere(folder.path());
+    Clipboard(folder.path());
     RealFiles(folder.path());
   } else {
     EditedLetters(folder.path(), LettersOf(patterns));
