@@ -67,5 +67,5 @@ banks, remittance parties, countries and provinces, tax deductions,
 publications, letters and sheets of labels.
 .
 The database is a file, or stands on a PostgreSQL server."
-  "${libraries} ${same_version}" "qt6-translations-l10n, xdg-utils" "postgresql (>= 15)")
+  "${libraries} ${same_version}, fonts-liberation" "qt6-translations-l10n, xdg-utils" "postgresql (>= 15)")
 include(CPack)

@@ -53,4 +53,14 @@ QByteArray OnePage() {
   return letter + "}\r\n";
 }
 
+QByteArray LongTable(int rows) {
+  QByteArray letter = header + "\\pard Cuotas\\par\r\n";
+  for (int number = 1; number <= rows; ++number) {
+    const QByteArray n = QByteArray::number(number);
+    letter += "\\trowd\\trgaph70\\clbrdrb\\brdrs\\brdrw10\\cellx1000\\cellx4500\\cellx7000\\cellx8500\\pard\\intbl " +
+              n + "\\cell Colaborador\\cell recibo de 2024\\cell\\qr 12,50\\cell\\row\r\n";
+  }
+  return letter + "\\pard Total\\par\r\n}\r\n";
+}
+
 }  // namespace bench

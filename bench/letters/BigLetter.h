@@ -10,5 +10,7 @@ QByteArray BigLetter(qsizetype bytes);
 
 /// A letter of one page in the same form.
 QByteArray OnePage();
+/// A table of so many rows with four cells each, between two paragraphs.
+QByteArray LongTable(int rows);
 
 }  // namespace bench

@@ -32,7 +32,11 @@ class tst_maintenance : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init() { m_database = std::make_unique<TestDatabase>(); }
+  void init() {
+    m_database = std::make_unique<TestDatabase>();
+    // Open, as of a program at work.
+    m_database->Connection();
+  }
   void ACopyIsWholeWhileOthersWrite();
   void WhereNoCopyCanBeMade();
   void ACopyCanBeStopped();

@@ -5,6 +5,7 @@
 #include "support/TestProgram.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -41,6 +42,7 @@ class tst_postgres : public QObject {
   void ConnectingFailsClearly_data();
   void ConnectingFailsClearly();
   void MissingRightsAreNamed();
+  void AnOutdatedPlanIsMadeAnew();
   void LongReadsStandInNobodysWay();
 
  private:
@@ -226,11 +228,12 @@ void tst_postgres::AClosedOneKeepsItsLine() {
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
   connection.BeginTrans();
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s);
+  Server().Run(u"CREATE TABLE kel_test.lines AS SELECT pid FROM pg_stat_activity WHERE state='idle in transaction'"_s);
   connection.Close();
   // It is there, and holds nothing open.
   Server().Run(
-      u"DO $$BEGIN ASSERT 'idle' = (SELECT state FROM pg_stat_activity WHERE application_name LIKE 'kel %' AND "
-      "datname=current_database()); END$$"_s);
+      u"DO $$BEGIN ASSERT (SELECT count(*) FROM kel_test.lines JOIN pg_stat_activity USING (pid) WHERE state='idle') = "
+      "(SELECT count(*) FROM kel_test.lines); END$$"_s);
   connection.Open();
   QCOMPARE(Outcome(connection, countBanks), u"1"_s);
   connection.Close();
@@ -332,6 +335,8 @@ void tst_postgres::ConnectingFailsClearly_data() {
   QTest::addColumn<QString>("said");
   QTest::newRow("no such base") << u"Base=.*"_s << u"Base=nada"_s << u"no existe la base de datos «nada en"_s;
   QTest::newRow("no such user") << u"Usuario=\\w+"_s << u"Usuario=nadie"_s << u"no reconoce al usuario"_s;
+  QTest::newRow("wrong password") << u"Usuario=\\w+"_s << u"Usuario=con_clave"_s << u"no reconoce al usuario"_s;
+  QTest::newRow("too many sessions") << u"Usuario=\\w+"_s << u"Usuario=llena"_s << u"no admite más conexiones"_s;
   QTest::newRow("no server") << u"Servidor=[^;]*"_s << u"Servidor=127.0.0.1;Puerto=1"_s << u"No hay conexión"_s;
 }
 
@@ -339,6 +344,11 @@ void tst_postgres::ConnectingFailsClearly() {
   QFETCH(const QString, change);
   QFETCH(const QString, with);
   QFETCH(const QString, said);
+  Server().Run(
+      u"DO $$BEGIN CREATE ROLE con_clave LOGIN PASSWORD 'suya'; CREATE ROLE llena LOGIN CONNECTION LIMIT 0; "
+      "EXCEPTION WHEN duplicate_object THEN NULL; END$$"_s);
+  qputenv("PGPASSWORD", "otra");
+  const auto restore = qScopeGuard([] { qunsetenv("PGPASSWORD"); });
   QString address = m_database->ConnectionString();
   const auto connection = database::CreateConnection(address.replace(QRegularExpression(change), with));
   try {
@@ -358,13 +368,37 @@ void tst_postgres::MissingRightsAreNamed() {
   QCOMPARE(Outcome(*forReading, u"SELECT COUNT(*) FROM Paises"_s), u"249"_s);
   Server().Run(
       u"DO $$BEGIN CREATE ROLE lectora LOGIN; EXCEPTION WHEN duplicate_object THEN NULL; END$$; "
-      "GRANT USAGE ON SCHEMA kel TO lectora; GRANT SELECT ON ALL TABLES IN SCHEMA kel TO lectora"_s);
+      "GRANT USAGE ON SCHEMA kel TO lectora; GRANT SELECT ON ALL TABLES IN SCHEMA kel TO lectora; "
+      "REVOKE SELECT ON kel.provincias FROM lectora"_s);
   const auto reader =
       database::CreateConnection(m_database->ConnectionString().replace(u"Usuario=postgres"_s, u"Usuario=lectora"_s));
   reader->Open();
-  const QString message = MessageOf(*reader, u"UPDATE Bancos SET Nombre='a'"_s);
-  QVERIFY2(message.startsWith(QString::number(adodb::DatabaseReadOnly)) && message.contains(u"usuario lectora"_s),
-           qUtf8Printable(message));
+  const QString writing = MessageOf(*reader, u"UPDATE Bancos SET Nombre='a'"_s);
+  const QString reading = MessageOf(*reader, u"SELECT Nombre FROM Provincias"_s);
+  for (const QString& message : {writing, reading}) {
+    QVERIFY2(message.startsWith(QString::number(adodb::DatabaseReadOnly)) && message.contains(u"usuario lectora"_s),
+             qUtf8Printable(message));
+  }
+  QVERIFY2(writing.contains(u"(Bancos)"_s) && reading.contains(u"(Provincias)"_s), qUtf8Printable(writing + reading));
+}
+
+// Somebody changes the database under statements that are prepared.
+void tst_postgres::AnOutdatedPlanIsMadeAnew() {
+  adodb::Connection& connection = m_database->Connection();
+  const QString select = u"SELECT CodigoISO FROM Paises WHERE IDPais=35"_s;
+  for (const bool inTransaction : {false, true}) {
+    if (inTransaction) {
+      connection.BeginTrans();
+      connection.Execute(u"UPDATE Paises SET Nombre='a' WHERE IDPais=1"_s);
+    }
+    QCOMPARE(Outcome(connection, select), u"ES"_s);
+    if (!inTransaction) {
+      Server().Run(u"ALTER TABLE kel.paises ALTER COLUMN codigoiso TYPE varchar(2)"_s);
+      QCOMPARE(Outcome(connection, select), u"ES"_s);
+    }
+  }
+  connection.CommitTrans();
+  QCOMPARE(Outcome(connection, u"SELECT Nombre FROM Paises WHERE IDPais=1"_s), u"a"_s);
 }
 
 // A recordset that is left early gives the line back at once, and one that stays open keeps its rows.

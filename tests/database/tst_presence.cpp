@@ -1,4 +1,5 @@
 #include "database/Notices.h"
+#include "database/Password.h"
 #include "database/Presence.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
@@ -36,6 +37,7 @@ class tst_presence : public QObject {
   void WhatIsPreparedForOlderTablesIsPreparedAnew();
   void WritesAreTold();
   void AnIdleSessionComesBack();
+  void APasswordIsAskedForOnce();
 
  private:
   const support::ServerDatabase& Server() const { return *m_database->Server(); }
@@ -185,6 +187,30 @@ void tst_presence::AnIdleSessionComesBack() {
   QTRY_VERIFY(now > before);
   QTRY_VERIFY(isUnknown);
   QVERIFY(!HasEnded(*m_database->Connect(), now));
+}
+
+// A wrong answer is asked for again; nobody asks for a second connection.
+void tst_presence::APasswordIsAskedForOnce() {
+  Server().Run(
+      u"DO $$BEGIN CREATE ROLE con_clave LOGIN PASSWORD 'suya'; EXCEPTION WHEN duplicate_object OR unique_violation "
+      "THEN NULL; END$$; GRANT USAGE ON SCHEMA kel TO con_clave; GRANT SELECT ON ALL TABLES IN SCHEMA kel TO con_clave"_s);
+  const QString address = m_database->ConnectionString().replace(u"Usuario=postgres"_s, u"Usuario=con_clave"_s);
+  const auto opening = [&] { return ErrorOf([&] { database::CreateConnection(address)->Open(); }); };
+  QStringList answers;
+  QStringList asked;
+  database::SetPasswordQuestion([&](const QString& shown, bool isRepeated) -> std::optional<QString> {
+    asked += (isRepeated ? u"again "_s : QString()) + shown.section(u' ', -1);
+    return answers.isEmpty() ? std::nullopt : std::optional(answers.takeFirst());
+  });
+  answers = QStringList{u"otra"_s};
+  QCOMPARE(opening(), int(adodb::CannotOpen));
+  QCOMPARE(asked, (QStringList{u"con_clave"_s, u"again con_clave"_s}));
+  asked.clear();
+  answers = QStringList{u"otra"_s, u"suya"_s};
+  QCOMPARE(opening(), 0);
+  QCOMPARE(opening(), 0);
+  QCOMPARE(asked, (QStringList{u"con_clave"_s, u"again con_clave"_s}));
+  database::SetPasswordQuestion({});
 }
 
 KEL_TEST(tst_presence);

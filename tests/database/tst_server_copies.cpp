@@ -1,8 +1,9 @@
 #include "database/Maintenance.h"
 #include "database/Presence.h"
 #include "database/Schema.h"
-#include "database/sqlite/SqliteDdl.h"
+#include "database/sqlite/SqliteCopy.h"
 #include "database/sqlite/SqlitePreparation.h"
+#include "database/sqlite/SqliteTransfer.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
@@ -30,6 +31,7 @@ class tst_server_copies : public QObject {
   void AnOlderFileMovesToAnEmptyServer();
   void OnlyWhatIsSoundAndFreeIsReplaced();
   void ACopyIsOfOneMoment();
+  void WhatArrivesOtherwiseIsRefused();
   void TheCheckNamesWhatIsWrong();
 
  private:
@@ -184,6 +186,49 @@ void tst_server_copies::ACopyIsOfOneMoment() {
   QCOMPARE(ErrorOf([&] { database::CopyDatabase(Text(), Path(u"nunca.db"_s), [] { return true; }); }),
            int(adodb::Stopped));
   QVERIFY(!QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden).join(u' ').contains(u"nunca"_s));
+}
+
+// Each way of losing something, one at a time.
+void tst_server_copies::WhatArrivesOtherwiseIsRefused() {
+  enum class Loss { None, Row, Value, Key };
+  struct Loser : database::SqliteTransfer {
+    struct Taker : database::RowTaker {
+      Taker(std::unique_ptr<database::RowTaker> itsNext, Loss itsLoss) : next(std::move(itsNext)), loss(itsLoss) {}
+      void Add(const database::CarriedRow& row) override {
+        database::CarriedRow changed = row;
+        changed[1].text += loss == Loss::Value ? u" " : u"";
+        if (std::exchange(loss, Loss::None) != Loss::Row) {
+          next->Add(changed);
+        }
+      }
+      std::unique_ptr<database::RowTaker> next;
+      Loss loss;
+    };
+    Loser(database::SqliteConnection& connection, Loss itsLoss) : SqliteTransfer(connection), loss(itsLoss) {}
+    std::unique_ptr<database::RowTaker> Taker(const database::Table& table) const override {
+      return std::make_unique<struct Taker>(SqliteTransfer::Taker(table), table.name == u"Paises" ? loss : Loss::None);
+    }
+    void CountOnFrom(const database::Table& table, qint64 key) const override {
+      SqliteTransfer::CountOnFrom(table, loss == Loss::Key ? key + 1 : key);
+    }
+    Loss loss;
+  };
+  database::PrepareDatabase(AtPath(u"de.db"_s), database::Content::Reference);
+  database::SqliteConnection from{database::ConnectionString(AtPath(u"de.db"_s))};
+  from.Open();
+  for (const Loss loss : {Loss::None, Loss::Row, Loss::Value, Loss::Key}) {
+    const QString name = u"a%1.db"_s.arg(int(loss));
+    const auto carry = [&] {
+      database::MakeSqlite(Path(name),
+                           [&](const database::TransferTarget& plain) {
+                             auto& connection = dynamic_cast<database::SqliteConnection&>(plain.Connection());
+                             database::CarryRows(database::SqliteTransfer(from), Loser(connection, loss));
+                           },
+                           {});
+    };
+    QCOMPARE(ErrorOf(carry), loss == Loss::None ? 0 : int(adodb::EngineFailure));
+    QCOMPARE(QFile::exists(Path(name)), loss == Loss::None);
+  }
 }
 
 void tst_server_copies::TheCheckNamesWhatIsWrong() {

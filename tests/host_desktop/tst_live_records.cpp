@@ -7,9 +7,7 @@
 #include "platform/contract/cConstNodo.h"
 
 #include <QDialog>
-#include <QLabel>
 #include <QScrollBar>
-#include <QStatusBar>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -35,8 +33,6 @@ class tst_live_records : public QObject {
  private Q_SLOTS:
   void OthersChangesAppear();
   void PlaceIsKept();
-  void ForeignToolsAreNoticed();
-  void ALongListOnlySaysSo();
   void NothingMovesBehindADialog();
   void OnlyWhatLooksOtherwiseIsRead_data();
   void OnlyWhatLooksOtherwiseIsRead();
@@ -87,31 +83,6 @@ void tst_live_records::PlaceIsKept() {
   QCOMPARE(list.Records().IdAt(list.verticalScrollBar()->value()), top);
   QCOMPARE(desktop.SearchBox().text(), u"r"_s);
   QVERIFY(list.Records().rowCount() < list.Records().TotalCount());
-}
-
-void tst_live_records::ForeignToolsAreNoticed() {
-  TestDesktop desktop;
-  desktop.ChooseNode(cConstNodo().Paises());
-  QTest::qWait(1500);  // The first look finds nothing: what it finds later is new.
-  desktop.database.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=35");
-  QTRY_COMPARE_WITH_TIMEOUT(Names(desktop.List()).constLast(), u"Zzz"_s, soon);
-}
-
-void tst_live_records::ALongListOnlySaysSo() {
-  TestDesktop desktop;
-  desktop.database.Execute(
-      u"INSERT INTO Cabeceras(Nombre) SELECT A.Nombre FROM Provincias AS A, Provincias AS B, Encabezados AS C");
-  desktop.ChooseNode(cConstNodo().Cabeceras());
-  QVERIFY(desktop.List().Records().TotalCount() > 10'000);
-  QTest::qWait(1500);
-  desktop.database.Execute(
-      u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario) VALUES (7, 'IDPais', 1, 'blas')");
-  QTest::qWait(2500);
-  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
-  desktop.database.Execute(u"UPDATE Cabeceras SET Nombre='Zzz' WHERE IDCabecera=1");
-  QTRY_COMPARE_WITH_TIMEOUT(desktop.Window().statusBar()->currentMessage(), u"Puede haber cambios (F5)"_s, soon);
-  desktop.Refresh();
-  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
 }
 
 void tst_live_records::NothingMovesBehindADialog() {

@@ -51,7 +51,9 @@ class tst_patient_connection : public QObject {
     m_connection = std::make_unique<host::PatientConnection>(
         database::CreateConnection(m_database->ConnectionString(), host::PatientConnection::tryTime), longest);
     m_connection->Open();
+    m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')");
     m_other->BeginTrans();
+    m_other->Execute(u"UPDATE Bancos SET Nombre='b'"_s);
     m_time.start();
   }
 

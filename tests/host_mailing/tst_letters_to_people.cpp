@@ -167,6 +167,9 @@ void tst_letters_to_people::LeftOut() {
            "Remedios (333): sin donativo"_s);
   QCOMPARE(m_notes.doubtful.size(), 1);
   QVERIFY(m_notes.doubtful.constFirst().contains(u"26127"_s));
+  Letters(u"{\\header\\fs400 alto\\par alto\\par}{\\shp{\\*\\shpinst x}}[NIF]"_s, u"342"_s);
+  QCOMPARE(m_notes.doubtful.size(), 2);
+  QVERIFY2(m_notes.doubtful[1].contains(u"RTF por persona"_s), qPrintable(m_notes.doubtful.join(u'|')));
 }
 
 void tst_letters_to_people::Refused_data() {

@@ -52,6 +52,7 @@ class tst_mailing_files : public QObject {
   void LabelsStandWhereTheyShould();
   void LabelsAreNamed();
   void LettersInOneFile();
+  void HeadersTablesAndPages();
   void FilesPerPerson();
   void Cancelled();
   void NothingIsLeftOfAFailure();
@@ -134,6 +135,27 @@ void tst_mailing_files::LettersInOneFile() {
   const Word first = WordsOf(pdf).constFirst();
   QVERIFY2(std::abs(first.x - 25) < 0.2, qPrintable(QString::number(first.x)));
   QCOMPARE(OutputOf(u"pdffonts"_s, {pdf}).count(u"Liberation"_s), 1);
+}
+
+/// Headers are filled, footers count each letter's own pages, tables stand as tables.
+void tst_mailing_files::HeadersTablesAndPages() {
+  m_database.Execute(u"UPDATE CartasModelo SET Contenido='{}' WHERE IDCartaModelo=2",
+                     u"{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Times New Roman;}}{\\header\\pard Para "
+                     u"{\\b [Nombre y apellidos]}\\par}{\\footer\\pard\\qc Hoja \\chpgn\\par}\\pard "
+                     u"[Direccion]\\par\\trowd\\cellx3000\\cellx6000\\intbl [CP]\\cell [Poblacion]\\cell\\row\\pard "
+                     u"[Encabezado]\\par\\page segunda\\par}"_s);
+  const auto letters = Letters(2);
+  const QString pdf = m_database.Path(u"tablas.pdf"_s);
+  QVERIFY(host::WritePdf(*letters, pdf, m_control));
+  const QString text = OutputOf(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+  QCOMPARE(text.count(u'\f'), 2 * letters->Count());
+  for (const QString& word : {u"Hoja 1\n"_s, u"Hoja 2\n"_s, u"segunda"_s}) {
+    QCOMPARE(text.count(word), letters->Count());
+  }
+  QCOMPARE(text.count(u"Para "_s), 2 * letters->Count());
+  QVERIFY(!text.contains(u'['));
+  static const QRegularExpression row(u"\\d{5} {3,}\\p{L}"_s);
+  QVERIFY2(text.count(row) > letters->Count() / 2, qPrintable(text.left(400)));
 }
 
 void tst_mailing_files::FilesPerPerson() {

@@ -59,6 +59,8 @@ void tst_selections::Chosen_data() {
   QTest::newRow("donations") << u"TipoDonativo=2\nDonativosDesde=2019-05-01\nDonativosHasta=2020-12-31"_s
                              << donor.arg(u"CodTipoDonativo=2 AND Fecha BETWEEN '2019-05-01' AND '2020-12-31'"_s);
   QTest::newRow("dates alone") << u"DonativosHasta=2015-12-31"_s << donor.arg(u"Fecha<'2016'"_s);
+  const QString day = m_database.Query(u"SELECT TOP 1 Fecha FROM Donativos ORDER BY IDDonativo").constFirst();
+  QTest::newRow("one day") << u"DonativosDesde=%1\nDonativosHasta=%1"_s.arg(day) << donor.arg(u"Fecha='%1'"_s.arg(day));
   QTest::newRow("issuer of both") << u"Emisor=2"_s << subscriber.arg(u"CodEmisor_Cuenta=2"_s);
   QTest::newRow("community") << u"Comunidad=13"_s << u"CodProvincia=28"_s;
   QTest::newRow("several of several") << u"Provincia=28,40\nPais=35\nCobrador=1,2\nEncabezado=1"_s

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/adodb/Connection.h"
+#include "database/ConnectionLayer.h"
 
 #include <QStringList>
 
@@ -10,7 +10,7 @@ namespace support {
 
 /// A connection that hands everything to another one, keeps the statements and the transaction calls that went
 /// through, and fails where a test wants it to.
-class RecordingConnection : public adodb::Connection {
+class RecordingConnection : public database::ConnectionLayer {
  public:
   explicit RecordingConnection(adodb::Connection& real) : m_real(real) {}
 
@@ -25,6 +25,7 @@ class RecordingConnection : public adodb::Connection {
   /// Entries that begin so fail, with the number -2147467259; an empty text ends that.
   void FailAt(const QString& beginning);
 
+  adodb::Connection& Beneath() const override { return m_real; }
   int State() const override { return m_real.State(); }
   void Open() override;
   void Open(const QString& connectionString, const QString& user, const QString& password, int options) override;

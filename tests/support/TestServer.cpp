@@ -86,9 +86,9 @@ BEGIN
 END $$;
 )sql"_s;
 
-std::map<database::Content, QStringList>& FreeDatabases() {
-  static std::map<database::Content, QStringList> names;
-  return names;
+QStringList& FreeDatabases(database::Content content) {
+  static std::map<std::pair<QString, database::Content>, QStringList> names;
+  return names[{Folder(), content}];
 }
 
 // The first program of a run prepares it, the others wait; it counts as a template when it is ready.
@@ -116,7 +116,7 @@ QString MakeDatabase(database::Content content) {
 // What is still at work for a test that has ended would stand in the way of the reset, and a presence in that of the
 // next test.
 QString TakeDatabase(database::Content content) {
-  QStringList& names = FreeDatabases()[content];
+  QStringList& names = FreeDatabases(content);
   if (names.isEmpty()) {
     return MakeDatabase(content);
   }
@@ -139,7 +139,7 @@ ServerDatabase::ServerDatabase(database::Content content) : m_content(content), 
 // Databases stay until the server's folder goes.
 ServerDatabase::~ServerDatabase() {
   if (!m_isSpoiled) {
-    FreeDatabases()[m_content] += m_name;
+    FreeDatabases(m_content) += m_name;
   }
 }
 

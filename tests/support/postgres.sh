@@ -42,6 +42,8 @@ as_server "$bin/initdb" --no-sync -A trust -U postgres -E UTF8 --locale=C -D "$f
   exit 1
 }
 rm -f "$folder.log"
+# Whoever is called so is asked for a password.
+sed -i '1i local all con_clave scram-sha-256' "$folder/data/pg_hba.conf"
 as_server "$bin/pg_ctl" start -s -w -D "$folder/data" -l "$folder/data/log" -o "-k $folder -c listen_addresses= -c fsync=$waits \
   -c full_page_writes=$waits -c synchronous_commit=$waits -c jit=off -c max_connections=200 -c autovacuum=off -c kel.gracia=0s" </dev/null >/dev/null 2>&1 || {
   cat "$folder/data/log" >&2

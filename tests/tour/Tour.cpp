@@ -18,7 +18,7 @@ namespace {
 
 // A letter fills pages; its beginning says which it is.
 QString FirstLine(const QString& text) {
-  constexpr qsizetype longest = 200;
+  constexpr qsizetype longest = 500;
   const QString line = text.section(u'\n', 0, 0).trimmed().left(longest);
   return line.size() < text.size() ? line + u" …"_s : line;
 }

@@ -45,6 +45,7 @@ struct Plan {
   /// statement with the same literals.
   bool fitsShape = true;
   Effect effect;
+  std::vector<const Table*> readTables;  ///< Those in FROM; for error texts.
 };
 
 }  // namespace database

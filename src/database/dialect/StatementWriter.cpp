@@ -114,6 +114,7 @@ void StatementWriter::Finish(Plan& plan, const std::vector<Token>& tokens, const
   }
   text += QStringView(sql.Text()).sliced(written);
   plan.sql = text.toUtf8();
+  plan.readTables = m_readTables;
 }
 
 Fragment StatementWriter::WriteSubquery(const Select& select, const Scope& scope) {
@@ -235,7 +236,9 @@ SqlText StatementWriter::WriteTables(const Select& select, const Scope& scope) {
 
 SqlText StatementWriter::WriteTable(const TableReference& reference, const Scope& scope) {
   if (reference.left == nullptr) {
-    const QString name = m_target.Name(RequireTable(m_schema, reference.name).name);
+    const Table& table = RequireTable(m_schema, reference.name);
+    m_readTables.push_back(&table);
+    const QString name = m_target.Name(table.name);
     return reference.alias.isEmpty() ? name : name + u" AS "_s + m_target.Name(reference.alias);
   }
   const SqlText left = WriteTable(*reference.left, scope);

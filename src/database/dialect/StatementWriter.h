@@ -47,6 +47,8 @@ class StatementWriter : private ExpressionWriter {
   SqlText WriteUpdate(const Statement& statement);
   SqlText WriteDelete(const Statement& statement);
   void AppendWhere(SqlText& sql, const ExpressionPtr& where, const Scope& scope);
+
+  std::vector<const Table*> m_readTables;
 };
 
 /// The plan of a statement whose tokens were read already.

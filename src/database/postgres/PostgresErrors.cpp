@@ -1,6 +1,5 @@
 #include "database/postgres/PostgresErrors.h"
 
-#include "database/Schema.h"
 #include "platform/adodb/ErrorNumbers.h"
 
 #include <libpq-fe.h>
@@ -150,6 +149,15 @@ bool UndoesTransaction(const QByteArray& sqlState) {
 Error ServerError(const pg_result* result, const ConnectionString& target, const QString& concerned) {
   const QString named = result == nullptr ? QString() : Concerned(result);
   return ErrorFor(SqlState(result), named.isEmpty() ? concerned : named, target);
+}
+
+QString NamesOf(const std::vector<const Table*>& tables) {
+  QStringList names;
+  for (const Table* table : tables) {
+    names += table->name;
+  }
+  names.removeDuplicates();
+  return names.join(u", "_s);
 }
 
 Error ConnectingError(const pg_conn* connection, const ConnectionString& target) {

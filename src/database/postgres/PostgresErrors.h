@@ -1,9 +1,12 @@
 #pragma once
 
 #include "database/ConnectionString.h"
+#include "database/Schema.h"
 #include "platform/automation/Error.h"
 
 #include <QByteArray>
+
+#include <vector>
 
 struct pg_conn;
 struct pg_result;
@@ -21,6 +24,9 @@ bool UndoesTransaction(const QByteArray& sqlState);
 /// The server's own text, whose language and content are its own, is never part of it; `concerned` is named where the
 /// server names no table, column or constraint. `result` may be null.
 automation::Error ServerError(const pg_result* result, const ConnectionString& target, const QString& concerned = {});
+
+/// The tables as an error names them.
+QString NamesOf(const std::vector<const Table*>& tables);
 
 /// The error for a connection that did not come to be.
 automation::Error ConnectingError(const pg_conn* connection, const ConnectionString& target);

@@ -1,5 +1,6 @@
 #include "database/postgres/PostgresRows.h"
 
+#include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresSession.h"
 #include "database/postgres/PostgresTypes.h"
 #include "platform/automation/Conversion.h"
@@ -38,8 +39,9 @@ QVariant Number(std::string_view digits, unsigned type) {
 
 }  // namespace
 
-PostgresRows::PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPipeline> pipeline)
-    : m_session(session), m_pipeline(std::move(pipeline)) {}
+PostgresRows::PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPipeline> pipeline,
+                           std::shared_ptr<CachedPlan> plan)
+    : m_session(session), m_pipeline(std::move(pipeline)), m_plan(std::move(plan)) {}
 
 PostgresRows::~PostgresRows() {
   Skip();
@@ -59,7 +61,7 @@ PostgresResult PostgresRows::Take() {
 void PostgresRows::Leave() {
   m_session.EndRead(*this);
   const std::unique_ptr<PostgresPipeline> pipeline = std::move(m_pipeline);
-  m_session.Conclude(*pipeline);
+  m_session.Conclude(*pipeline, pipeline->HasFailed() ? NamesOf(m_plan->plan.readTables) : QString());
 }
 
 void PostgresRows::Buffer() {

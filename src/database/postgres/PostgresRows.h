@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/engine/PlanCache.h"
 #include "database/engine/Rows.h"
 #include "database/postgres/PostgresPipeline.h"
 
@@ -15,7 +16,7 @@ class PostgresSession;
 class PostgresRows : public Rows {
  public:
   /// `pipeline` stands at the results of the statement; `session` outlives the rows.
-  PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPipeline> pipeline);
+  PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPipeline> pipeline, std::shared_ptr<CachedPlan> plan);
   ~PostgresRows() override;
 
   bool Step() override;
@@ -31,6 +32,7 @@ class PostgresRows : public Rows {
 
   PostgresSession& m_session;
   std::unique_ptr<PostgresPipeline> m_pipeline;  ///< Null once everything is read.
+  std::shared_ptr<CachedPlan> m_plan;
   std::deque<PostgresResult> m_waiting;
   PostgresResult m_current;
   std::exception_ptr m_failure;

@@ -65,6 +65,15 @@ QString LongestText(const Plan& plan, const ParameterValues& values) {
   return name;
 }
 
+// What an error names where the server names nothing.
+QString ConcernedBy(const Plan& plan, const ParameterValues& values) {
+  if (plan.effect.writtenTable != nullptr) {
+    const QString text = LongestText(plan, values);
+    return text.isEmpty() ? plan.effect.writtenTable->name : text;
+  }
+  return NamesOf(plan.readTables);
+}
+
 // A new row comes back with the key that the server made for it.
 QByteArray ServerSql(const Plan& plan) {
   if (!plan.effect.makesKey) {
@@ -305,9 +314,9 @@ std::unique_ptr<Rows> PostgresSession::Read(std::shared_ptr<CachedPlan> plan, co
   std::unique_ptr<PostgresPipeline> pipeline = Send(*plan, parameters);
   pipeline->ReadRowByRow();
   if (pipeline->HasFailed()) {
-    Conclude(*pipeline);
+    Conclude(*pipeline, ConcernedBy(plan->plan, values));
   }
-  auto rows = std::make_unique<PostgresRows>(*this, std::move(pipeline));
+  auto rows = std::make_unique<PostgresRows>(*this, std::move(pipeline), std::move(plan));
   m_reading = rows.get();
   return rows;
 }
@@ -333,7 +342,7 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
     if (pipeline->HasFailed() && !m_inTransaction && !m_handle->IsAlive()) {
       throw OutcomeUnknown(m_handle->Target());
     }
-    Conclude(*pipeline, pipeline->HasFailed() ? LongestText(plan->plan, values) : QString());
+    Conclude(*pipeline, pipeline->HasFailed() ? ConcernedBy(plan->plan, values) : QString());
   }
   if (m_inTransaction && affected > 0) {
     m_written.insert(effect.writtenTable);

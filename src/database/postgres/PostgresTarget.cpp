@@ -105,10 +105,9 @@ SqlText PostgresTarget::Quotient(Division division, const SqlText& first, const 
   }
 }
 
-// A Null of no type fits several of the functions.
+// Of the functions of one name a Null takes that of texts.
 SqlText PostgresTarget::Converted(const Fragment& value, Conversion conversion) const {
-  const SqlText typed = value.type == ValueType::Unknown ? SqlText::Filled(u"(%1)::bpchar", {value.sql}) : value.sql;
-  return SqlText::Filled(u"%1(%2)", {ConvertingFunction(conversion).toString(), typed});
+  return SqlText::Filled(u"%1(%2)", {ConvertingFunction(conversion).toString(), value.sql});
 }
 
 QStringView PostgresTarget::Form(const Function& function, ValueType /*result*/) const {

@@ -22,7 +22,9 @@ QString Locked(const ConnectionString& target) {
              target.File(), QString::number((target.WaitMilliseconds() + 999) / 1000));
 }
 
-QString ConstraintText(int code, const QString& detail) {
+// The engine says "UNIQUE constraint failed: Bancos.Numero".
+QString ConstraintText(int code, const QString& text) {
+  const QString detail = text.section(u": "_s, 1);
   switch (code) {
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:

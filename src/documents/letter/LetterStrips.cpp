@@ -1,5 +1,6 @@
 #include "documents/letter/LetterStrips.h"
 
+#include "documents/rtf/GroupDocument.h"
 #include "documents/rtf/Preamble.h"
 #include "documents/rtf/Properties.h"
 #include "documents/rtf/Tokenizer.h"
@@ -26,13 +27,6 @@ int Parameter(const rtf::WordList& list, std::string_view name, int otherwise) {
   const auto found =
       std::find_if(all.begin(), all.end(), [&](const auto& word) { return rtf::KeywordOf(word.word).name == name; });
   return found == all.end() || !found->hasParameter ? otherwise : std::clamp(found->parameter, 0, largestNumber);
-}
-
-/// A letter of its own, with the tables of the one that it stands in.
-QByteArray LetterOf(const rtf::PreambleData& tables, const QByteArray& text) {
-  return "{\\rtf1\\ansi\\ansicpg" + QByteArray::number(tables.codePage) + "\\deff" +
-         QByteArray::number(tables.defaultFont) + "\\deftab" + QByteArray::number(tables.defaultTab) +
-         tables.fontTables + tables.colourTables + tables.listTables + "\\uc1\\pard\\plain " + text;
 }
 
 bool HasStripsOfItsOwn(const QTextBlock& block) {
@@ -76,7 +70,7 @@ void LetterStrips::ReadGroups(const QTextDocument& letter) {
     tokenizer.SkipGroup();
     if (word.kind == rtf::TokenKind::Word && kind < kinds) {
       const QByteArray text = groups.mid(contents, static_cast<qsizetype>(tokenizer.Position()) - contents);
-      m_strips[kind] = std::make_unique<SectionStrip>(LetterOf(*preamble.data, text), letter, width);
+      m_strips[kind] = std::make_unique<SectionStrip>(rtf::AsLetter(text, *preamble.data), letter, width);
     }
   }
 }

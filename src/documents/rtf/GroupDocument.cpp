@@ -40,13 +40,14 @@ QList<QByteArray> SplitGroups(const QByteArray& groups) {
   return parts;
 }
 
+QByteArray AsLetter(const QByteArray& contents, const PreambleData& tables) {
+  return "{\\rtf1\\ansi\\ansicpg" + QByteArray::number(tables.codePage) + "\\deff" +
+         QByteArray::number(tables.defaultFont) + "\\deftab" + QByteArray::number(tables.defaultTab) +
+         tables.fontTables + tables.colourTables + tables.listTables + "\\uc1\\pard\\plain " + contents;
+}
+
 void ReadGroup(const QByteArray& group, const QTextDocument& letter, QTextDocument& document) {
-  const PreambleData& tables = *PreambleOf(letter).data;
-  const qsizetype head = HeadLength(group);
-  Read("{\\rtf1\\ansi\\ansicpg" + QByteArray::number(tables.codePage) + "\\deff" +
-           QByteArray::number(tables.defaultFont) + tables.fontTables + tables.colourTables + tables.listTables +
-           "\\pard\\plain " + group.mid(head, group.lastIndexOf('}') - head) + '}',
-       document);
+  Read(AsLetter(group.mid(HeadLength(group)), *PreambleOf(letter).data), document);
 }
 
 QByteArray WriteGroup(const QByteArray& group, const QTextDocument& document) {

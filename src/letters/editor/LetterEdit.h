@@ -7,6 +7,7 @@
 #include <QBasicTimer>
 #include <QTextEdit>
 
+#include <functional>
 #include <optional>
 
 namespace letters {
@@ -42,6 +43,8 @@ class LetterEdit : public QTextEdit {
   void SetPageStep(Twips height) { m_pageStep = height; }
   /// Where the caret is, in pixels.
   QRect CaretRect() const;
+  /// What is painted under the text: on a painter as for PaintBeside, for the given part of the letter.
+  void SetUnderlay(std::function<void(QPainter& painter, const QRect& part)> paint) { m_underlay = std::move(paint); }
   /// Paints what of tables reaches over the sides of the text, at most `reach` far; the painter's unit is the pixel,
   /// its origin the letter's corner.
   void PaintBeside(QPainter& painter, Twips reach) const;
@@ -104,6 +107,7 @@ class LetterEdit : public QTextEdit {
   int TextTwips() const;
 
   documents::HalfPointDevice m_device;
+  std::function<void(QPainter& painter, const QRect& part)> m_underlay;
   /// What is stored, of a letter that is shown for reading.
   std::optional<QString> m_original;
   Scale m_scale;

@@ -22,6 +22,9 @@ QMouseEvent AtHalfPoints(const QMouseEvent& event, double pixelsPerHalfPoint) {
 
 void LetterEdit::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
+  if (m_underlay) {
+    m_underlay(painter, event->rect());
+  }
   const double scale = PixelsPerHalfPoint();
   painter.scale(scale, scale);
   Draw(painter, QRectF(QPointF(event->rect().topLeft()) / scale, QSizeF(event->rect().size()) / scale));
@@ -55,12 +58,12 @@ void LetterEdit::PaintBeside(QPainter& painter, Twips reach) const {
     for (const QRectF& side :
          {QRectF(-beside, rect.top(), beside, rect.height()), QRectF(width, rect.top(), beside, rect.height())}) {
       // A line at the edge lies half outside.
-      const QRectF clip = side & rect.adjusted(-1, -1, 1, 1);
-      if (!clip.isEmpty()) {
+      if (side.intersects(rect.adjusted(-1, 0, 1, 0))) {
         painter.save();
         painter.scale(scale, scale);
         painter.setClipRect(side.adjusted(0, -1, 0, 1), Qt::IntersectClip);
-        Draw(painter, clip);
+        // The layout passes over all that lies beside the text, if that is all that is asked for.
+        Draw(painter, rect.adjusted(-1, -1, 1, 1));
         painter.restore();
       }
     }

@@ -76,6 +76,15 @@ LetterPage::LetterPage(QWidget* parent)
   connect(m_letter, &LetterEdit::HeightChanged, this, &LetterPage::OnHeightChanged);
   connect(m_letter, &LetterEdit::cursorPositionChanged, this, &LetterPage::ShowCaret);
   connect(m_letter, &LetterEdit::textChanged, this, &LetterPage::ShowCaret);
+  // The letter's box covers the lower margin, too.
+  m_letter->SetUnderlay([this](QPainter& letter, const QRect& part) {
+    const int margin = ZoomedScale().Pixels(FromCentimetres(m_margins.bottom));
+    if (part.bottom() + m_letter->y() > PaperRect().bottom() - margin) {
+      letter.translate(-m_letter->pos());
+      PaintStrips(letter);
+      letter.translate(m_letter->pos());
+    }
+  });
   connect(m_letter, &LetterEdit::BesideChanged, this, [this](int top, int bottom) {
     const int beside = ZoomedScale().Pixels(besideText);
     const QRect letter = m_letter->geometry();
@@ -205,9 +214,7 @@ void LetterPage::paintEvent(QPaintEvent* event) {
   painter.translate(m_letter->pos());
   m_letter->PaintBeside(painter, besideText);
   painter.translate(-m_letter->pos());
-  if (m_strips != nullptr) {
-    PaintStrips(painter);
-  }
+  PaintStrips(painter);
 }
 
 void LetterPage::ShowStrips() {
@@ -217,12 +224,13 @@ void LetterPage::ShowStrips() {
   }
 }
 
-// In the margins only: text that is taller goes on behind the letter.
 void LetterPage::PaintStrips(QPainter& painter) const {
+  if (m_strips == nullptr) {
+    return;
+  }
   const QRect paper = PaperRect();
   const double scale = ZoomedScale().pixelsPerTwip * documents::FromHalfPoints(1).count;
   painter.save();
-  painter.setClipRegion(QRegion(paper) - m_letter->geometry());
   painter.translate(paper.topLeft());
   painter.scale(scale, scale);
   painter.setOpacity(stripOpacity);
@@ -233,9 +241,10 @@ void LetterPage::PaintStrips(QPainter& painter) const {
 bool LetterPage::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto* help = static_cast<QHelpEvent*>(event);
-    const QRect text = m_letter->geometry();
-    const bool isStrip = m_strips != nullptr && PaperRect().contains(help->pos()) &&
-                         (help->pos().y() < text.top() || help->pos().y() > text.bottom());
+    const QRect sheet = PaperRect();
+    const int foot = sheet.bottom() - ZoomedScale().Pixels(FromCentimetres(m_margins.bottom));
+    const bool isStrip = m_strips != nullptr && sheet.contains(help->pos()) &&
+                         (help->pos().y() < m_letter->y() || help->pos().y() > foot);
     QToolTip::showText(help->globalPos(), isStrip ? stripTip : QString(), this);
     return true;
   }

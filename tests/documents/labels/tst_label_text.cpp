@@ -1,9 +1,12 @@
+#include "documents/labels/Calibration.h"
 #include "documents/labels/LabelPainter.h"
 #include "documents/labels/LabelText.h"
 #include "documents/labels/SheetPlaces.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +47,9 @@ class tst_label_text : public QObject {
   void Places_data();
   void Places();
   void Fits();
+  void CalibrationComesBack();
+  void MeasuresAreRefused_data();
+  void MeasuresAreRefused();
 };
 
 void tst_label_text::Lines_data() {
@@ -111,6 +117,49 @@ void tst_label_text::Fits() {
   QVERIFY(!painter.ScaleOf({QString(200, u'm')}));
   QVERIFY(painter.ScaleOf(QStringList(9, u"x"_s)).value_or(1) < 1);
   QVERIFY(!painter.ScaleOf(QStringList(14, u"x"_s)));
+}
+
+/// Measures of a page that a printer shifted and stretched, to a quarter of a millimetre: corrected, each cross is
+/// where it should be within 0.3 mm.
+void tst_label_text::CalibrationComesBack() {
+  const QPointF scale(0.985, 1.012);
+  const QPointF offset(-3.4, 4.1);
+  const auto printed = [&](QPointF at) {
+    return QPointF(scale.x() * at.x() + offset.x(), scale.y() * at.y() + offset.y());
+  };
+  const auto read = [](double length) { return QString::number(std::round(length * 4) / 4).replace(u'.', u','); };
+  const QPointF first = printed(documents::firstCross);
+  const QPointF last = printed(documents::firstCross + documents::crossDistance);
+  const documents::CalibrationReading reading = documents::ReadCalibration(
+      {read(first.x()), read(first.y()), read(last.x() - first.x()), read(last.y() - first.y())});
+  QVERIFY2(reading.calibration, qPrintable(reading.refusal));
+  constexpr double halfPoint = 25.4 / 144;
+  for (const QPointF& cross : {documents::firstCross, documents::firstCross + documents::crossDistance}) {
+    const QPointF sent = reading.calibration->Correction().map(cross / halfPoint) * halfPoint;
+    const QPointF miss = printed(sent) - cross;
+    QVERIFY2(std::abs(miss.x()) < 0.3 && std::abs(miss.y()) < 0.3, qPrintable(u"%1 %2"_s.arg(miss.x()).arg(miss.y())));
+  }
+}
+
+void tst_label_text::MeasuresAreRefused_data() {
+  QTest::addColumn<QStringList>("measures");
+  QTest::addColumn<QString>("word");
+  QTest::newRow("nothing") << QStringList{u""_s, u"20"_s, u"170"_s, u"250"_s} << u"no es una medida"_s;
+  QTest::newRow("a letter") << QStringList{u"2O"_s, u"20"_s, u"170"_s, u"250"_s} << u"«2O»"_s;
+  QTest::newRow("bare zero") << QStringList{u"0"_s, u"20"_s, u"170"_s, u"250"_s} << u"«0»"_s;
+  QTest::newRow("ten times") << QStringList{u"20"_s, u"200"_s, u"170"_s, u"250"_s} << u"«200»"_s;
+  QTest::newRow("swapped") << QStringList{u"169,5"_s, u"20"_s, u"20,25"_s, u"250"_s} << u"cambiadas"_s;
+  QTest::newRow("too long") << QStringList{u"20"_s, u"20"_s, u"170"_s, u"265"_s} << u"«265»"_s;
+  QTest::newRow("no distance") << QStringList{u"20"_s, u"20"_s, u"0"_s, u"250"_s} << u"«0»"_s;
+}
+
+void tst_label_text::MeasuresAreRefused() {
+  QFETCH(QStringList, measures);
+  QFETCH(QString, word);
+  const documents::CalibrationReading reading =
+      documents::ReadCalibration({measures[0], measures[1], measures[2], measures[3]});
+  QVERIFY(!reading.calibration);
+  QVERIFY2(reading.refusal.contains(word), qPrintable(reading.refusal));
 }
 
 KEL_TEST(tst_label_text);

@@ -2,15 +2,10 @@
 
 #include "host/mailing/output/FileNames.h"
 #include "host/mailing/output/NewFile.h"
+#include "host/mailing/output/PdfCutter.h"
 #include "host/mailing/output/PdfPages.h"
 #include "platform/automation/Error.h"
 #include "platform/process/PrivateFiles.h"
-
-// Of two kinds of shared pointers in its headers: the standard one.
-#define POINTERHOLDER_TRANSITION 4
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFPageDocumentHelper.hh>
-#include <qpdf/QPDFWriter.hh>
 
 #include <QBuffer>
 #include <QDir>
@@ -52,23 +47,6 @@ class Folder {
   FileNames m_names;
   std::optional<NewFile> m_file;
 };
-
-/// The pages of a PDF from `first` up to `end`, with what they use, as a file of their own. Streams stay as they are.
-QByteArray Cut(QPDF& whole, std::size_t first, std::size_t end) {
-  const auto& pages = QPDFPageDocumentHelper(whole).getAllPages();
-  QPDF part;
-  part.emptyPDF();
-  for (std::size_t page = first; page < end; ++page) {
-    QPDFPageDocumentHelper(part).addPage(pages[page], false);
-  }
-  QPDFWriter writer(part);
-  writer.setOutputMemory();
-  writer.setStreamDataMode(qpdf_s_preserve);
-  writer.setObjectStreamMode(qpdf_o_generate);
-  writer.write();
-  const std::shared_ptr<Buffer> buffer = writer.getBufferSharedPointer();
-  return {reinterpret_cast<const char*>(buffer->getBuffer()), static_cast<qsizetype>(buffer->getSize())};
-}
 
 /// Some parts in one PDF, and where each ends.
 struct Painted {
@@ -117,12 +95,10 @@ int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& co
     if (painted.ends.isEmpty()) {
       break;
     }
-    QPDF whole;
-    whole.processMemoryFile("letters", painted.content.constData(), static_cast<std::size_t>(painted.content.size()));
+    const PdfCutter cutter(painted.content);
     int begin = 0;
     for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
-      target.Write(work.NameOf(first + i), u".pdf"_s,
-                   Cut(whole, static_cast<std::size_t>(begin), static_cast<std::size_t>(painted.ends[i])));
+      target.Write(work.NameOf(first + i), u".pdf"_s, cutter.Pages(begin, painted.ends[i]));
       begin = painted.ends[i];
       control.PartDone();
     }

@@ -88,8 +88,20 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
   if (TextWidth(m_margins).count == 0 || TextHeight(m_margins).count == 0) {
     Refuse(u"Los márgenes de la carta «%1» no dejan sitio para el texto. Corríjalos."_s.arg(m_name));
   }
+  NameWhatIsNotOnPaper(*letter, report);
   m_template.emplace(std::move(letter), m_margins);
   m_faults += m_template->Faults();
+}
+
+void LetterMailing::NameWhatIsNotOnPaper(const QTextDocument& letter, const rtf::Report& report) {
+  m_notes.doubtful += documents::LetterPainter(letter, m_margins).Problems();
+  for (const QString& drawing : {u"shp"_s, u"shpgrp"_s, u"do"_s, u"object"_s}) {
+    if (report.carried.contains(drawing)) {
+      m_notes.doubtful.append(
+          u"La carta tiene dibujos u objetos que no salen en el papel ni en un PDF: use un RTF por persona."_s);
+      return;
+    }
+  }
 }
 
 void LetterMailing::ChooseSubject(const LetterWish& wish) {

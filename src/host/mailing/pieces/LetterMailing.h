@@ -1,6 +1,7 @@
 #pragma once
 
 #include "documents/letter/LetterTemplate.h"
+#include "documents/rtf/Report.h"
 #include "host/mailing/output/PrintedWork.h"
 #include "host/mailing/pieces/MailedRow.h"
 #include "host/mailing/selection/Addressees.h"
@@ -49,6 +50,7 @@ class LetterMailing : public PrintedWork {
   };
 
   void ReadTemplate(adodb::Connection& connection, const LetterWish& wish);
+  void NameWhatIsNotOnPaper(const QTextDocument& letter, const rtf::Report& report);
   void ReadInstallation(adodb::Connection& connection);
   void ChooseSubject(const LetterWish& wish);
   void MakePieces(adodb::Connection& connection, const LetterWish& wish, const SavedSelection& selection);

@@ -1,0 +1,104 @@
+#include "documents/letter/LetterPainter.h"
+#include "documents/rtf/Rtf.h"
+#include "support/TestProgram.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+#include <QTextCursor>
+#include <QTextDocument>
+
+using namespace Qt::StringLiterals;
+
+using documents::LetterPainter;
+
+namespace {
+
+constexpr int scale = 4;  // Of the picture, to half-points: 576 dots per inch.
+constexpr double twipsPerPixel = 10.0 / scale;
+constexpr int leftMargin = 1701;  // 3 cm, in twips.
+
+QByteArray Row(const QByteArray& words, const QByteArray& cells) {
+  const QByteArray lines =
+      "\\clbrdrt\\brdrs\\brdrw10\\clbrdrl\\brdrs\\brdrw10\\clbrdrb\\brdrs\\brdrw10\\clbrdrr\\brdrs\\brdrw10";
+  return "\\trowd\\trgaph108\\trleft-108" + words + lines + "\\cellx2000" + lines + "\\cellx5000\\pard\\intbl " +
+         cells + "\\row ";
+}
+
+QImage Page(const LetterPainter& letter, int page) {
+  QImage image(1191 * scale, 1684 * scale, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.scale(scale, scale);
+  letter.Paint(painter, page);
+  return image;
+}
+
+bool IsDark(QRgb pixel) {
+  return qGray(pixel) < 100;
+}
+
+/// Where upright lines cross that height, in twips from the text's edge.
+QList<double> LinesAt(const QImage& image, int y) {
+  QList<double> lines;
+  for (int x = 0; x < image.width(); ++x) {
+    const int start = x;
+    while (x < image.width() && IsDark(image.pixel(x, y))) {
+      ++x;
+    }
+    if (x > start) {
+      lines.append((start + x - 1) / 2.0 * twipsPerPixel - leftMargin);
+    }
+  }
+  return lines;
+}
+
+}  // namespace
+
+/// Tables on paper.
+class tst_table_paper : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void LinesStandAtTheEdges_data() {
+    QTest::addColumn<bool>("selection");
+    QTest::newRow("the letter") << false;
+    QTest::newRow("what is selected of it") << true;
+  }
+
+  void LinesStandAtTheEdges() {
+    QFETCH(bool, selection);
+    QTextDocument letter;
+    rtf::Read("{\\rtf1\\ansi " + Row("", "\\fs100\\cell\\cell") + Row("", "\\fs100\\cell\\cell") + "\\pard x\\par}",
+              letter);
+    QTextCursor cells(&letter);
+    cells.setPosition(1);
+    cells.setPosition(4, QTextCursor::KeepAnchor);
+    const std::unique_ptr<LetterPainter> painter = selection
+                                                       ? std::make_unique<LetterPainter>(cells, documents::Margins{})
+                                                       : std::make_unique<LetterPainter>(letter, documents::Margins{});
+    // In the first row, whose text is 50 points high and begins at the upper margin.
+    const QList<double> lines = LinesAt(Page(*painter, 0), (142 + 60) * scale);
+    const QList<double> edges{-108, 2000, 5000};
+    QCOMPARE(lines.size(), edges.size());
+    constexpr double fifthOfAMillimetre = 11.3;
+    for (qsizetype i = 0; i < edges.size(); ++i) {
+      QVERIFY2(qAbs(lines[i] - edges[i]) <= fifthOfAMillimetre, qPrintable(u"%1 for %2"_s.arg(lines[i]).arg(edges[i])));
+    }
+  }
+
+  void HeaderRowsAreRepeated() {
+    QTextDocument letter;
+    rtf::Read("{\\rtf1\\ansi{\\colortbl;\\red0\\green0\\blue0;}" + Row("\\trhdr\\clcbpat1", "a\\cell b\\cell") +
+                  Row("", "a\\cell b\\cell").repeated(120) + "}",
+              letter);
+    const LetterPainter painter(letter, {});
+    QVERIFY(painter.PageCount() > 1);
+    const auto rowOf = [](const QImage& page) { return page.copy(leftMargin / 2.5, 142 * scale, 500, 12 * scale); };
+    QVERIFY(IsDark(rowOf(Page(painter, 0)).pixel(400, 20)));
+    QCOMPARE(rowOf(Page(painter, 1)), rowOf(Page(painter, 0)));
+  }
+};
+
+KEL_TEST(tst_table_paper);
+#include "tst_table_paper.moc"

@@ -1,0 +1,172 @@
+#include "database/Presence.h"
+#include "host/records/OfficeConnection.h"
+#include "host/records/Session.h"
+#include "platform/adodb/ErrorNumbers.h"
+#include "support/ErrorOf.h"
+#include "support/TestDatabase.h"
+#include "support/TestProgram.h"
+
+#include <QTest>
+
+#include <atomic>
+#include <barrier>
+#include <thread>
+#include <vector>
+
+using support::ErrorOf;
+using support::Outcome;
+using support::TestDatabase;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString column = u"IDBanco"_s;
+const QString save = u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s;
+
+/// A program of an office: its session over the connection that the component gets.
+struct Program {
+  Program(const TestDatabase& database, int user)
+      : office(database::CreateConnection(database.ConnectionString()), session) {
+    session.connection = &office;
+    session.office = &office;
+    session.userId = user;
+    office.Open();
+  }
+
+  bool Take() { return !session.Locks().Take(column, 1); }
+
+  host::Session session;
+  host::OfficeConnection office;
+};
+
+}  // namespace
+
+/// Locks of sessions that come back, and of those that don't.
+class tst_server_locks : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() { m_database = std::make_unique<TestDatabase>(); }
+  void ALockOutlivesACut();
+  void ALostLockSavesNothing();
+  void ALockThatCouldNotBeReleasedEnds();
+  void ManyOnOneRecord_data();
+  void ManyOnOneRecord();
+
+ private:
+  void Cut(Program& program) const {
+    m_database->Server()->Run(
+        u"SELECT pg_terminate_backend(pid, 5000) FROM pg_locks WHERE locktype='advisory' AND objid=%1"_s.arg(
+            database::OwnPresence(program.office)));
+  }
+
+  std::unique_ptr<TestDatabase> m_database;
+};
+
+void tst_server_locks::ALockOutlivesACut() {
+  Program ana(*m_database, 1);
+  Program blas(*m_database, 2);
+  QVERIFY(ana.Take());
+  Cut(ana);
+  QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), 0);
+  QVERIFY(!blas.Take());
+  QVERIFY(ana.Take());
+  ana.session.Locks().Release(column, 1);
+  QVERIFY(blas.Take());
+}
+
+void tst_server_locks::ALostLockSavesNothing() {
+  Program ana(*m_database, 1);
+  Program blas(*m_database, 2);
+  QVERIFY(ana.Take());
+  Cut(ana);
+  QVERIFY(blas.Take());
+  for (int i = 0; i < 2; ++i) {
+    QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), int(adodb::TransactionLost));
+    ana.office.BeginTrans();
+    QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), int(adodb::TransactionLost));
+    ana.office.RollbackTrans();
+  }
+  const QString country = u"SELECT COUNT(*) FROM Paises WHERE Nombre='x'"_s;
+  QCOMPARE(Outcome(ana.office, country), u"0"_s);
+  // Its dialog is closed.
+  ana.session.Locks().Release(column, 1);
+  QVERIFY(!ana.Take());
+  QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), 0);
+  QCOMPARE(Outcome(ana.office, country), u"1"_s);
+}
+
+void tst_server_locks::ALockThatCouldNotBeReleasedEnds() {
+  Program ana(*m_database, 1);
+  Program blas(*m_database, 2);
+  QVERIFY(ana.Take());
+  ana.session.Locks().Take(column, 2);
+  m_database->Server()->Run(u"ALTER TABLE kel.bloqueoregistros RENAME TO away"_s);
+  QVERIFY(ErrorOf([&] { ana.session.Locks().Release(column, 1); }) != 0);
+  m_database->Server()->Run(u"ALTER TABLE kel.away RENAME TO bloqueoregistros"_s);
+  Cut(ana);
+  QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), 0);
+  QVERIFY(blas.Take());
+  QVERIFY(blas.session.Locks().Take(column, 2).has_value());
+}
+
+void tst_server_locks::ManyOnOneRecord_data() {
+  QTest::addColumn<bool>("isHeld");
+  QTest::addColumn<bool>("comesBack");
+  QTest::newRow("free") << false << false;
+  QTest::newRow("its holder has ended") << true << false;
+  QTest::newRow("its holder comes back") << true << true;
+}
+
+// Fifty try at the same moment: one holder, and no error for those who are late.
+void tst_server_locks::ManyOnOneRecord() {
+  QFETCH(const bool, isHeld);
+  QFETCH(const bool, comesBack);
+  constexpr int racers = 50;
+  const int wanted = qEnvironmentVariableIntValue("KEL_LOCK_ROUNDS");
+  const int rounds = wanted > 0 ? wanted : 4;
+  std::atomic<int> holders = 0;
+  std::atomic<int> errors = 0;
+  std::barrier start(racers + 1);
+  std::barrier end(racers + 1);
+  std::vector<std::thread> threads;
+  for (int i = 0; i < racers; ++i) {
+    threads.emplace_back([&, i] {
+      Program racer(*m_database, i + 2);
+      for (int round = 0; round < rounds; ++round) {
+        start.arrive_and_wait();
+        errors += ErrorOf([&] { holders += racer.Take() ? 1 : 0; }) == 0 ? 0 : 1;
+        end.arrive_and_wait();
+      }
+    });
+  }
+  QStringList outcomes;
+  for (int round = 0; round < rounds; ++round) {
+    m_database->Execute(u"DELETE FROM BloqueoRegistros");
+    auto holder = std::make_unique<Program>(*m_database, 1);
+    if (isHeld) {
+      holder->Take();
+      Cut(*holder);
+    }
+    if (!comesBack) {
+      holder.reset();
+    }
+    holders = 0;
+    start.arrive_and_wait();
+    int kept = 0;
+    if (comesBack) {
+      kept = ErrorOf([&] { holder->office.Execute(save); }) == 0 ? 1 : 0;
+    }
+    end.arrive_and_wait();
+    outcomes += u"%1 holders, %2 errors, %3 rows"_s.arg(holders + kept)
+                    .arg(errors)
+                    .arg(m_database->Query(u"SELECT COUNT(*) FROM BloqueoRegistros").constFirst());
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  QCOMPARE(outcomes, QStringList(rounds, u"1 holders, 0 errors, 1 rows"_s));
+}
+
+KEL_TEST(tst_server_locks);
+#include "tst_server_locks.moc"
