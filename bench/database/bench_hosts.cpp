@@ -197,7 +197,7 @@ void Compare(const BenchServer& server, int hosts, int seconds, int turns) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int seconds = argc > 1 ? std::atoi(argv[1]) : 60;
+  const int seconds = argc > 1 ? std::atoi(argv[1]) : 10;
   const int turns = argc > 2 ? std::atoi(argv[2]) : 5;
   const BenchServer server(BenchServer::Disk::WaitedFor);
   bench::Run(server.PlainConnect(),

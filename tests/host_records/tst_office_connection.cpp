@@ -1,6 +1,7 @@
 #include "database/sqlite/SqliteConnection.h"
 #include "host/records/ChangeLog.h"
 #include "host/records/OfficeConnection.h"
+#include "host/records/SeenNotes.h"
 #include "host/records/Session.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
@@ -27,6 +28,7 @@ class tst_office_connection : public QObject {
   void WhatFailsLeavesNothing();
   void WhoWhenAndHowLong();
   void WatchesSeeWhatIsCommitted();
+  void LateNotesAreSeen();
   void ABatchIsOneTransaction();
   void ALostBatchDoesNothingMore();
 
@@ -244,6 +246,31 @@ void tst_office_connection::ALostBatchDoesNothingMore() {
   }
   m_office->Execute(insertBank);
   QCOMPARE(Count(u"Bancos"_s), u"1"_s);
+}
+
+// On a server the lower number may be committed later; nothing is seen twice.
+void tst_office_connection::LateNotesAreSeen() {
+  host::SeenNotes seen(10);
+  const auto take = [&](const QList<qint64>& numbers) {
+    QList<host::Change> notes;
+    for (const qint64 number : numbers) {
+      host::Change note;
+      note.number = number;
+      notes.append(note);
+    }
+    seen.Take(notes);
+    QString taken = QString::number(seen.From());
+    for (const host::Change& note : std::as_const(notes)) {
+      taken += u' ' + QString::number(note.number);
+    }
+    return taken;
+  };
+  QCOMPARE(take({11, 14}), u"11 11 14"_s);
+  QCOMPARE(take({13, 14}), u"11 13"_s);
+  QCOMPARE(take({12, 13, 14, 15}), u"15 12 15"_s);
+  // What was undone is not waited for for ever.
+  QCOMPARE(take({17}), u"15 17"_s);
+  QCOMPARE(take({1000}), u"799 1000"_s);
 }
 
 KEL_TEST(tst_office_connection);

@@ -6,11 +6,11 @@ namespace host {
 
 RecordHold::RecordHold(ComponentBridge& bridge, const Node& node, int id) : m_bridge(bridge), m_node(node), m_id(id) {
   adodb::Connection& connection = bridge.OpenConnection();
+  auto release = qScopeGuard([this] { m_bridge.ReleaseLock(m_node.key, m_id); });
   if (!bridge.Session().readOnly) {
     m_holder = bridge.Session().Locks().Take(m_node.key, m_id);
+    m_newest = NewestChange(connection);
   }
-  auto release = qScopeGuard([this] { m_bridge.ReleaseLock(m_node.key, m_id); });
-  m_newest = NewestChange(connection);
   m_deleted = FindDeleted(connection, node, id);
   release.dismiss();
 }

@@ -17,12 +17,12 @@ constexpr std::array signalsOfInterest{SIGTERM, SIGINT, SIGHUP};
 
 // Only what a signal handler may touch: the end of the pipe that the object in charge reads, -1 while there is none.
 std::atomic<int> writeEnd{-1};
-std::atomic<bool> untold{false};
+std::atomic<bool> hasUntold{false};
 
 void Handle(int number) {
   const int kept = errno;
   const auto byte = static_cast<unsigned char>(number);
-  untold = true;
+  hasUntold = true;
   // A full pipe already holds what this byte would say.
   [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1);
   errno = kept;
@@ -99,11 +99,11 @@ void TerminationSignals::Tell() {
 }
 
 bool TerminationSignals::IsOneUntold() {
-  return untold;
+  return hasUntold;
 }
 
 int TerminationSignals::TakeUntold() {
-  untold = false;
+  hasUntold = false;
   std::array<unsigned char, 16> bytes{};
   int number = 0;
   ssize_t count = 0;

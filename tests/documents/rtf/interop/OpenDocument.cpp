@@ -55,12 +55,24 @@ class Parser {
     } else if (name == u"text:list-style") {
       m_list = Attribute(u"style:name"_s);
       m_style = u"list "_s + m_list;
-    } else if (name.startsWith(u"text:list-level-style-") && Attribute(u"text:level"_s) == u"1") {
-      m_lists[m_list] = name.endsWith(u"bullet") ? u"bullet"_s : Attribute(u"style:num-format"_s);
+    } else if (name.startsWith(u"text:list-level-style-")) {
+      m_isFirstLevel = Attribute(u"text:level"_s) == u"1";
+      if (m_isFirstLevel) {
+        m_lists[m_list] = name.endsWith(u"bullet") ? u"bullet"_s : Attribute(u"style:num-format"_s);
+      }
+    } else if (name == u"style:list-level-label-alignment" && m_isFirstLevel) {
+      m_indents[m_list] = {{u"fo:margin-left"_s, Attribute(u"fo:margin-left"_s)},
+                           {u"fo:margin-right"_s, u"0in"_s},
+                           {u"fo:text-indent"_s, Attribute(u"fo:text-indent"_s)}};
     } else if (name == u"text:list") {
-      m_openLists.append(m_lists.value(Attribute(u"text:style-name"_s), m_openLists.value(m_openLists.size() - 1)));
+      const QString style = Attribute(u"text:style-name"_s);
+      m_openLists.append(m_lists.value(style, m_openLists.value(m_openLists.size() - 1)));
+      m_itemIndents = m_openLists.size() == 1 ? m_indents.value(style) : Attributes();
     } else if (name == u"text:p" || name == u"text:h" || name == u"text:span" || name == u"text:a") {
       Attributes attributes = m_spans.isEmpty() ? Attributes() : m_spans.last();
+      if (name == u"text:p" && m_openLists.size() == 1) {
+        attributes.insert(m_itemIndents);
+      }
       attributes.insert(m_styles.value(Attribute(u"text:style-name"_s)));
       if (name == u"text:a") {
         attributes.insert(u"link"_s, Attribute(u"xlink:href"_s));
@@ -104,6 +116,10 @@ class Parser {
   QXmlStreamReader m_xml;
   QHash<QString, Attributes> m_styles;
   QHash<QString, QString> m_lists;
+  /// What the items of a list's first level have unless they say otherwise.
+  QHash<QString, Attributes> m_indents;
+  Attributes m_itemIndents;
+  bool m_isFirstLevel = false;
   QString m_style;
   QString m_list;
   QList<QString> m_openLists;

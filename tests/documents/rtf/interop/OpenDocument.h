@@ -16,7 +16,7 @@ inline const QString paragraphMark = QStringLiteral("\u00B6");
 inline const QString cellMark = QStringLiteral("\u00A6");
 
 /// The runs in order, a mark in front of each paragraph and cell. Attributes come from automatic styles with their
-/// parents and the defaults; a list item has the
+/// parents, the defaults and the indents of their list's first level; a list item has the
 /// attribute "list", its level's kind ("bullet" or the number format).
 QList<Run> ReadRuns(const QString& path);
 

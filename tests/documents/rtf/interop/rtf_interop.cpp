@@ -142,7 +142,9 @@ void CompareFormats(const QTextDocument& mine, const QTextDocument& theirs, cons
                             a.fontItalic() == b.fontItalic() && a.fontStrikeOut() == b.fontStrikeOut() &&
                             a.underlineStyle() == b.underlineStyle() &&
                             a.verticalAlignment() == b.verticalAlignment() && a.fontFamilies() == b.fontFamilies() &&
-                            a.background() == b.background() && a.foreground() == b.foreground();
+                            a.background() == b.background() &&
+                            // A text without a colour of its own gets one there where its background asks for it.
+                            (a.foreground() == QBrush() || a.foreground() == b.foreground());
     const bool paragraph = p.alignment() == q.alignment() && near(p.leftMargin(), q.leftMargin()) &&
                            near(p.rightMargin(), q.rightMargin()) && near(p.textIndent(), q.textIndent()) &&
                            near(p.topMargin(), q.topMargin()) && near(p.bottomMargin(), q.bottomMargin()) &&
