@@ -77,8 +77,7 @@ QString RestoreDatabase(const QString& copy, const QString& connectionString) {
   KeptSessions::Instance().LetGo();
   const ConnectionString source = Readable(ConnectionStringForFile(copy));
   const ConnectionString target = TargetOf(connectionString);
-  return IsOnServer(target) ? RestoreToServer(source, target)
-                            : RestoreSqlite(source, PlaceOf(connectionString).file);
+  return IsOnServer(target) ? RestoreToServer(source, target) : RestoreSqlite(source, PlaceOf(connectionString).file);
 }
 
 Findings CheckDatabase(const QString& connectionString) {

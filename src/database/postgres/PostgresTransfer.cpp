@@ -27,10 +27,10 @@ QByteArray SequenceOf(const Table& table) {
 
 void RequireNobodyAtWork(const PostgresHandle& handle) {
   if (const QStringList others = OtherPresences(handle); !others.isEmpty()) {
-    throw automation::Error(adodb::DatabaseLocked,
-                            u"Están trabajando con la base de datos «%1»: %2. Cierre el programa en todos los equipos "
-                            "y vuelva a intentarlo. No se ha cambiado nada."_s.arg(handle.Target().ShownName(),
-                                                                                   others.join(u", "_s)));
+    throw automation::Error(
+        adodb::DatabaseLocked,
+        u"Están trabajando con la base de datos «%1»: %2. Cierre el programa en todos los equipos "
+        "y vuelva a intentarlo. No se ha cambiado nada."_s.arg(handle.Target().ShownName(), others.join(u", "_s)));
   }
 }
 

@@ -15,7 +15,8 @@ void SeedWhatIsNew(adodb::Connection& connection, int fromVersion);
 
 /// Adds an invented organisation to the reference data: banks and branches, presenters, issuers, accounts,
 /// collectors, some three hundred collaborators with donations and subscriptions, couples and institutions among them,
-/// publications, disks, label sheets, headers, letters and a selection of all people. The same every time; no real person or bank.
+/// publications, disks, label sheets, headers, letters and a selection of all people. The same every time; no real
+/// person or bank.
 void SeedDemonstration(adodb::Connection& connection);
 
 }  // namespace database

@@ -46,7 +46,7 @@ QString RestoreCommand(const CommandLine& line) {
     return done;
   }
   return done + (target.place.IsFile() ? u" La base de datos que había se conserva en «%1»."_s
-                                : u" Las tablas que había se conservan en el esquema «%1» del servidor."_s)
+                                       : u" Las tablas que había se conservan en el esquema «%1» del servidor."_s)
                     .arg(kept);
 }
 
@@ -78,8 +78,9 @@ CheckOutcome CheckCommand(const CommandLine& line) {
       target.place.IsFile()
           ? QString()
           : u"\nLas páginas del disco del servidor las comprueba quien lo administra (pg_amcheck, data_checksums)."_s;
-  const QString report = u"Base de datos: %1\n\n"_s.arg(target.place.shown) + Section(u"Integridad"_s, findings.integrity) +
-                         Section(u"Índices"_s, findings.indexes) + Section(u"Referencias"_s, findings.references) +
+  const QString report = u"Base de datos: %1\n\n"_s.arg(target.place.shown) +
+                         Section(u"Integridad"_s, findings.integrity) + Section(u"Índices"_s, findings.indexes) +
+                         Section(u"Referencias"_s, findings.references) +
                          Section(u"Longitudes"_s, findings.lengths, u"aviso"_s) + u'\n' + verdict + pages;
   return {report, findings.IsSound()};
 }
