@@ -202,10 +202,10 @@ void tst_office_connection::WatchesSeeWhatIsCommitted() {
 
 void tst_office_connection::ABatchIsOneTransaction() {
   m_office->BeginTrans();
-  QCOMPARE(ErrorOf([&] { m_office->BeginBatch(); }), int(adodb::TransactionActive));
+  QCOMPARE(ErrorOf([&] { m_office->BeginBatch({u"Bancos"_s}); }), int(adodb::TransactionActive));
   m_office->RollbackTrans();
   const host::WriteWatch watch(*m_office);
-  m_office->BeginBatch();
+  m_office->BeginBatch({u"Bancos"_s});
   const auto other = database::CreateConnection(m_database->ConnectionString() + u";Espera=20"_s);
   other->Open();
   QCOMPARE(ErrorOf([&] { other->Execute(insertBank); }), int(adodb::DatabaseLocked));
@@ -231,7 +231,7 @@ void tst_office_connection::ABatchIsOneTransaction() {
 
 void tst_office_connection::ALostBatchDoesNothingMore() {
   for (const bool byTransaction : {false, true}) {
-    m_office->BeginBatch();
+    m_office->BeginBatch({u"Bancos"_s});
     m_office->Execute(insertBank);
     if (byTransaction) {
       m_office->BeginTrans();

@@ -1,7 +1,9 @@
 #include "database/Presence.h"
 #include "host/records/OfficeConnection.h"
+#include "host/records/RecordReferences.h"
 #include "host/records/Session.h"
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/contract/cConstNodo.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -25,8 +27,8 @@ const QString save = u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s;
 
 /// A program of an office: its session over the connection that the component gets.
 struct Program {
-  Program(const TestDatabase& database, int user)
-      : office(database::CreateConnection(database.ConnectionString()), session) {
+  Program(const TestDatabase& database, int user, const QString& options = {})
+      : office(database::CreateConnection(database.ConnectionString() + options), session) {
     session.connection = &office;
     session.office = &office;
     session.userId = user;
@@ -50,6 +52,7 @@ class tst_server_locks : public QObject {
   void ALockOutlivesACut();
   void ALostLockSavesNothing();
   void ALockThatCouldNotBeReleasedEnds();
+  void ABatchHoldsItsTables();
   void ManyOnOneRecord_data();
   void ManyOnOneRecord();
 
@@ -108,6 +111,32 @@ void tst_server_locks::ALockThatCouldNotBeReleasedEnds() {
   QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), 0);
   QVERIFY(blas.Take());
   QVERIFY(blas.session.Locks().Take(column, 2).has_value());
+}
+
+// What was asked before the deletion holds until it is committed: no branch comes under a bank meanwhile.
+void tst_server_locks::ABatchHoldsItsTables() {
+  Program ana(*m_database, 1);
+  const auto other = database::CreateConnection(m_database->ConnectionString() + u";Espera=50"_s);
+  other->Open();
+  const QString branch = u"INSERT INTO Sucursales(CodBanco,Nombre) VALUES(1,'x')"_s;
+  ana.office.BeginBatch(host::TablesAround(*host::FindNode(cConstNodo().Bancos())));
+  QCOMPARE(ErrorOf([&] { other->Execute(branch); }), int(adodb::DatabaseLocked));
+  QCOMPARE(other->Execute(u"SELECT COUNT(*) FROM Sucursales"_s)->Field(0).toInt(), 0);
+  other->Execute(u"UPDATE Diocesis SET Nombre='x' WHERE IDDiocesis=1"_s);
+  QCOMPARE(ErrorOf([&] { ana.office.BeginBatch({u"Bancos"_s}); }), int(adodb::TransactionActive));
+  ana.office.CommitBatch();
+  ana.office.EndBatch();
+  other->Execute(branch);
+  QCOMPARE(other->RecordsAffected(), 1);
+
+  // Whoever can't have them all has none, and begins no batch.
+  other->BeginTrans();
+  other->Execute(branch);
+  Program blas(*m_database, 2, u";Espera=50"_s);
+  QCOMPARE(ErrorOf([&] { blas.office.BeginBatch({u"Bancos"_s, u"Sucursales"_s}); }), int(adodb::DatabaseLocked));
+  other->CommitTrans();
+  blas.office.Execute(u"DELETE FROM Sucursales"_s);
+  QCOMPARE(blas.office.RecordsAffected(), 2);
 }
 
 void tst_server_locks::ManyOnOneRecord_data() {

@@ -169,6 +169,12 @@ void EngineConnection::CarryPresenceOver() {
   }
 }
 
+void EngineConnection::HoldWrites(const std::vector<const Table*>& tables) {
+  CheckInTransaction();
+  BufferRecordsets();
+  m_session->HoldWrites(tables);
+}
+
 int EngineConnection::Presence() {
   CheckOpen();
   Revive();

@@ -41,6 +41,9 @@ class EngineConnection : public adodb::Connection {
   /// The remembered key of the last row that was added to the table.
   std::optional<qint64> NewKeyOf(const Table& table) const { return m_keys.Find(table); }
 
+  /// See WriteHold.h.
+  void HoldWrites(const std::vector<const Table*>& tables);
+
   /// See Presence.h.
   int Presence();
   bool HasEnded(int presence);

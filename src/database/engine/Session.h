@@ -6,6 +6,7 @@
 #include "database/engine/Rows.h"
 
 #include <memory>
+#include <vector>
 
 namespace database {
 
@@ -52,6 +53,9 @@ class Session {
   virtual qint64 NewKey() const = 0;
 
   virtual void Begin() = 0;
+  /// Inside a transaction: nobody else writes to these tables until its end. Where a transaction holds off every other
+  /// writer by itself there is nothing to do.
+  virtual void HoldWrites(const std::vector<const Table*>& /*tables*/) {}
   virtual void Commit() = 0;
   virtual void RollBack() = 0;
   /// Inside a transaction: whether the engine has undone the whole of it by itself.

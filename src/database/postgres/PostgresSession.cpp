@@ -383,6 +383,15 @@ void PostgresSession::Begin() {
   m_isLost = false;
 }
 
+// The mode excludes writers and another such holder, and nobody who reads.
+void PostgresSession::HoldWrites(const std::vector<const Table*>& tables) {
+  QByteArrayList names;
+  for (const Table* table : tables) {
+    names += PostgresTarget::Instance().Name(table->name).toUtf8();
+  }
+  InTransaction().Run("LOCK TABLE " + names.join(", ") + " IN SHARE ROW EXCLUSIVE MODE");
+}
+
 void PostgresSession::Commit() {
   BufferRows();
   if (m_isBegun) {

@@ -153,7 +153,7 @@ class Deletion {
   // Nothing where a box rolled it back.
   QList<Verdict> DeleteTogether(const QList<DeletionTarget>& targets) {
     OfficeConnection& office = *m_bridge.Session().office;
-    office.BeginBatch();
+    office.BeginBatch(TablesAround(m_node));
     const auto end = qScopeGuard([&] { office.EndBatch(); });
     const BoxWatch boxes(office);
     QList<Verdict> verdicts;

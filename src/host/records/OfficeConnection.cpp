@@ -1,6 +1,7 @@
 #include "host/records/OfficeConnection.h"
 
 #include "database/Presence.h"
+#include "database/WriteHold.h"
 #include "database/WrittenRecord.h"
 #include "host/records/ChangeNote.h"
 #include "host/records/ProcessIdentity.h"
@@ -203,11 +204,17 @@ void OfficeConnection::RollbackTrans() {
   RollBackBatch();
 }
 
-void OfficeConnection::BeginBatch() {
+void OfficeConnection::BeginBatch(const QStringList& tables) {
   if (m_engine->State() == adodb::StateClosed) {
     m_engine->Open();
   }
   m_engine->BeginTrans();
+  try {
+    database::HoldWrites(*m_engine, tables);
+  } catch (const Error&) {
+    m_engine->RollbackTrans();
+    throw;
+  }
   m_batch = Batch::Running;
   m_looksOpen = true;
 }

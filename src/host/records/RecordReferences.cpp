@@ -211,6 +211,22 @@ QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, boo
   return counts;
 }
 
+QStringList TablesAround(const Node& node) {
+  QStringList tables{node.table};
+  for (const Dependents& dependents : AllDependents()) {
+    if (dependents.nodeId == node.id) {
+      tables.append(dependents.table);
+    }
+  }
+  for (const Use& use : AllUses()) {
+    if (use.nodeId == node.id) {
+      tables.append(use.table);
+    }
+  }
+  tables.removeDuplicates();
+  return tables;
+}
+
 std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row) {
   for (const Link& link : AllLinks()) {
     if (!IsTable(link.table, row.table)) {

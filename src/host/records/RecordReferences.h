@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -38,6 +39,9 @@ QList<RowKey> DependentTables(int nodeId);
 /// The live rows that refer to the record and so keep it from being deleted; kinds without rows are left out.
 /// `velumar` is the kind of installation: there dioceses don't keep a province.
 QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, bool velumar);
+
+/// The node's table, and those whose rows CountDependents and CountUses count.
+QStringList TablesAround(const Node& node);
 
 /// A record that another one refers to.
 struct ParentRecord {
