@@ -28,7 +28,8 @@ chmod 711 "$place"
 chown "$user:$user" "$place/home"
 
 labels=$(IFS='|'; printf '^(%s)$' "$*")
-mapfile -t commands < <(ctest --test-dir "$build" -N -V -L "$labels" | sed -n 's/^[0-9]*: Test command: //p')
+# What needs a server runs as an ordinary user anyway.
+mapfile -t commands < <(ctest --test-dir "$build" -N -V -L "$labels" -E '_postgres$' -FA '.*' | sed -n 's/^[0-9]*: Test command: //p')
 [ ${#commands[@]} -gt 0 ] || { echo 'no tests' >&2; exit 1; }
 # One command a line; the output of those that fail.
 printf '%s\n' "${commands[@]}" | tr -d '"' | xargs -P "$(nproc)" -d '\n' -n 1 \

@@ -11,7 +11,8 @@ marked=$(sed -nE 's/^ *(class|struct) [A-Z]+_EXPORT (\w+).*/\2/p; s/^ *[A-Z]+_EX
 
 namespaces=$(sed -nE 's/^namespace (\w+) \{.*/\1/p' "$@" | sort -u | paste -sd '|')
 symbols=$(nm -DC --defined-only "$library" | sed -E 's/^[0-9a-f]* //' |
-  grep -E "^[^VWu] |^[VWu] ((vtable|typeinfo|typeinfo name|guard variable) for )?($namespaces)::")
+  grep -E "^[^VWu] |^[VWu] ((vtable|typeinfo|typeinfo name|guard variable) for )?($namespaces)::" |
+  grep -vxE '. (__bss_start|_edata|_end)') # The linker's own.
 # What a symbol is called: without its kind, its parameters and what the compiler makes of a class.
 called=$(sed -E 's/^. //; s/^(vtable|typeinfo|typeinfo name|guard variable|non-virtual thunk|VTT) (for|to) //; s/\(.*//' \
   <<<"$symbols" | grep -oE '[^ ]+$')

@@ -4,9 +4,12 @@
 #include "platform/process/PrivateFiles.h"
 
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <sqlite3.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -57,8 +60,10 @@ Error PlainError(const QString& text, const ConnectionString& target) {
 
 // What is opened there is opened for reading.
 bool IsDiskFull(const QString& file) {
-  constexpr qint64 leastRoom = 64 * 1024;
-  return QStorageInfo(QFileInfo(file).absolutePath()).bytesAvailable() < leastRoom;
+  constexpr std::uintmax_t leastRoom = 64 * 1024;
+  std::error_code unknown;
+  const auto room = std::filesystem::space(QFileInfo(file).absolutePath().toStdString(), unknown);
+  return !unknown && room.available < leastRoom;
 }
 
 // A log that was left behind is moved into the file by the first program that opens it, where that can write.
