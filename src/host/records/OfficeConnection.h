@@ -56,8 +56,9 @@ class OfficeConnection : public database::ConnectionLayer {
   void RollbackTrans() override;
 
   /// Opens the connection where it is closed and takes the write lock: nobody else changes anything until the end of
-  /// the batch, on a server anything in these tables (see database/WriteHold.h). Raises TransactionActive inside a transaction. Transactions that begin and end inside the batch are
-  /// part of it; one that is rolled back takes the batch with it.
+  /// the batch, on a server anything in these tables (see database/WriteHold.h). Raises TransactionActive inside a
+  /// transaction. Transactions that begin and end inside the batch are part of it; one that is rolled back takes the
+  /// batch with it.
   void BeginBatch(const QStringList& tables);
   /// Raises TransactionLost for a batch that was rolled back before its end. The connection is open afterwards.
   void CommitBatch();
