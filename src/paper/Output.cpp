@@ -1,5 +1,6 @@
 #include "paper/Output.h"
 
+#include "documents/letter/HalfPoints.h"
 #include "paper/Pages.h"
 
 #include <QPagedPaintDevice>
@@ -19,9 +20,7 @@ constexpr int pdfResolution = 1200;
 // False where the device took not all of them.
 bool PaintAll(const Pages& pages, QPagedPaintDevice& device, int resolution) {
   QPainter painter(&device);
-  painter.setRenderHint(QPainter::LosslessImageRendering);
-  const double dotsPerHalfPoint = double(resolution) / documents::halfPointsPerInch;
-  painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
+  documents::ScaleForPaper(painter, resolution);
   for (int page = 0; page < pages.Count(); ++page) {
     if (!painter.isActive() || (page > 0 && !device.newPage())) {
       return false;

@@ -3,6 +3,7 @@
 #include "documents/letter/Twips.h"
 
 #include <QPaintDevice>
+#include <QPainter>
 
 #include <cmath>
 
@@ -20,6 +21,13 @@ inline int ToHalfPoints(Twips length) {
 
 inline Twips FromHalfPoints(double halfPoints) {
   return {static_cast<int>(std::ceil(halfPoints * 10))};
+}
+
+/// Prepares a painter of a printer or a PDF file, of that many dots per inch, for what is laid out in half-points.
+inline void ScaleForPaper(QPainter& painter, int dotsPerInch) {
+  painter.setRenderHint(QPainter::LosslessImageRendering);
+  const double dotsPerHalfPoint = double(dotsPerInch) / halfPointsPerInch;
+  painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
 }
 
 /// The device that documents are laid out for. Nothing is painted on it.

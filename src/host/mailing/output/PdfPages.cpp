@@ -17,9 +17,7 @@ PdfPages::PdfPages(QIODevice& file, const QString& title) : m_writer(&file) {
 QPainter& PdfPages::Next() {
   if (m_count++ == 0) {
     m_painter.begin(&m_writer);
-    m_painter.setRenderHint(QPainter::LosslessImageRendering);
-    const double dotsPerHalfPoint = double(m_writer.resolution()) / documents::halfPointsPerInch;
-    m_painter.scale(dotsPerHalfPoint, dotsPerHalfPoint);
+    documents::ScaleForPaper(m_painter, m_writer.resolution());
   } else {
     m_writer.newPage();
   }
