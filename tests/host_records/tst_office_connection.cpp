@@ -1,9 +1,11 @@
 #include "database/sqlite/SqliteConnection.h"
 #include "host/records/ChangeLog.h"
 #include "host/records/OfficeConnection.h"
+#include "host/records/RecordLoader.h"
 #include "host/records/SeenNotes.h"
 #include "host/records/Session.h"
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/contract/cConstNodo.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -29,6 +31,7 @@ class tst_office_connection : public QObject {
   void WhoWhenAndHowLong();
   void WatchesSeeWhatIsCommitted();
   void LateNotesAreSeen();
+  void ListsAreReadOverOneConnection();
   void ABatchIsOneTransaction();
   void ALostBatchDoesNothingMore();
 
@@ -275,11 +278,34 @@ void tst_office_connection::LateNotesAreSeen() {
     return taken;
   };
   QCOMPARE(take({11, 14}), u"11 11 14"_s);
+  QCOMPARE(take({14}), u"11"_s);
   QCOMPARE(take({13, 14}), u"11 13"_s);
   QCOMPARE(take({12, 13, 14, 15}), u"15 12 15"_s);
   // What was undone is not waited for for ever.
   QCOMPARE(take({17}), u"15 17"_s);
   QCOMPARE(take({1000}), u"799 1000"_s);
+  constexpr qint64 afterManyYears = 1'000'000'000'000;
+  QCOMPARE(take({afterManyYears}), u"999999999799 1000000000000"_s);
+}
+
+void tst_office_connection::ListsAreReadOverOneConnection() {
+  int made = 0;
+  qsizetype read = 0;
+  host::RecordLoader loader([&] {
+    ++made;
+    return database::CreateConnection(m_database->ConnectionString());
+  });
+  connect(&loader, &host::RecordLoader::Loaded, this,
+          [&](const host::SortedRecords& records) { read = records.records.Size(); });
+  const cConstNodo node;
+  for (const int id : {node.Provincias(), node.Paises(), node.Provincias()}) {
+    read = 0;
+    loader.Load(*host::FindNode(id), 0);
+    QTRY_VERIFY(read > 0);
+    m_office->Execute(u"UPDATE Provincias SET Eliminado=-1 WHERE IDProvincia<3"_s);
+  }
+  QCOMPARE(read, 50);
+  QCOMPARE(made, 1);
 }
 
 KEL_TEST(tst_office_connection);
