@@ -5,10 +5,11 @@
 #include <QFile>
 #include <QString>
 
-namespace host {
+namespace files {
 
 /// A private file that appears under its name when it is whole, in the place of one that is there; without that nothing
-/// is left of it. One object may make many files of a folder, one after the other.
+/// is left of it. One object may make many files of a folder, one after the other. What is there and no file (a folder,
+/// a device) is never replaced.
 class NewFile {
  public:
   /// Raises 5 where no file can be made there.
@@ -47,4 +48,4 @@ class NewFile {
   CheckedFile m_file;
 };
 
-}  // namespace host
+}  // namespace files
