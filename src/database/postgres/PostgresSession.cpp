@@ -447,6 +447,11 @@ void PostgresSession::Begin() {
   m_isBegun = m_isLost = m_isCommitted = false;
 }
 
+void PostgresSession::BeginSnapshot() {
+  Begin();
+  InTransaction().Run("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY");
+}
+
 // The mode excludes writers and another such holder, and nobody who reads.
 void PostgresSession::HoldWrites(const std::vector<const Table*>& tables) {
   QByteArrayList names;

@@ -46,6 +46,7 @@ class PostgresSession : public Session {
   bool GainsByAnnouncements() const override { return true; }
   std::vector<StatementOutcome> RunAhead(const std::vector<ReadyStatement>& statements, bool commits) override;
   void Begin() override;
+  void BeginSnapshot() override;
   void HoldWrites(const std::vector<const Table*>& tables) override;
   void Commit() override;
   void RollBack() override;
