@@ -35,10 +35,17 @@ void NewFile::Fail() const {
       "en el disco."_s.arg(m_path));
 }
 
-void NewFile::Finish() {
+void NewFile::RequireWhole() {
   const bool isWritten = m_file.flush() && !m_file.HasFailed() && m_file.error() == QFile::NoError;
   m_file.close();
-  if (!isWritten || !m_unfinished.Place(process::UnfinishedFile::Existing::Replace)) {
+  if (!isWritten) {
+    Fail();
+  }
+}
+
+void NewFile::Finish() {
+  RequireWhole();
+  if (!m_unfinished.Place(process::UnfinishedFile::Existing::Replace)) {
     Fail();
   }
 }

@@ -21,6 +21,9 @@ class NewFile {
   QFile& Device() { return m_file; }
   /// Raises 5 where something could not be written.
   void Finish();
+  /// The same without giving it its name: whoever wants a whole file only for a while reads it at Path.
+  void RequireWhole();
+  QString Path() const { return m_unfinished.Path(); }
 
  private:
   /// Remembers a failure, which writers of documents don't.
