@@ -2,6 +2,7 @@
 
 #include "database/Presence.h"
 #include "database/dialect/Lexer.h"
+#include "database/engine/AnnouncedStatements.h"
 #include "database/engine/KeyMemory.h"
 #include "database/engine/Session.h"
 #include "platform/adodb/Connection.h"
@@ -41,8 +42,14 @@ class EngineConnection : public adodb::Connection {
   /// The remembered key of the last row that was added to the table.
   std::optional<qint64> NewKeyOf(const Table& table) const { return m_keys.Find(table); }
 
+  /// See Snapshot.h.
+  void BeginSnapshot();
+
   /// See WriteHold.h.
   void HoldWrites(const std::vector<const Table*>& tables);
+
+  /// See Announcement.h.
+  void Announce(const QStringList& statements, bool commits);
 
   /// See Presence.h.
   int Presence();
@@ -67,18 +74,24 @@ class EngineConnection : public adodb::Connection {
   void CheckOpen() const;
   void CheckClosed() const;
   void CheckInTransaction() const;
+  void Begin(void (Session::*begin)());
   std::unique_ptr<adodb::Recordset> Run(const QString& statement);
   void Connect(const ConnectionString& target);
   void CarryPresenceOver();
   void BufferRecordsets();
   std::unique_ptr<adodb::Recordset> AnswerMaximum(const QString& statement, const Plan& plan, qint64 key);
-  void NoteKey(const Effect& effect);
+  void NoteKey(const Effect& effect, qint64 newKey);
+  /// The statement's plan and values; nothing where its answer may be known here.
+  std::optional<ReadyStatement> MakeReady(const QString& statement);
+  void RunAnnounced();
+  std::unique_ptr<adodb::Recordset> Answer(StatementOutcome outcome);
 
   std::unique_ptr<Session> m_session;
   ConnectionString m_target;
   bool m_isOpen = false;
   PlanCache m_plans;
   KeyMemory m_keys;
+  AnnouncedStatements m_announced;
   Lexer m_lexer;
   ParameterValues m_values;
   std::vector<EngineRecordset*> m_recordsets;

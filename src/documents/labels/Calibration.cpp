@@ -27,8 +27,9 @@ Axis AxisOf(double edge, double distance, double firstAt, double distanceOnPage)
   return {.offset = edge - firstAt * scale, .scale = scale};
 }
 
+// A ruler has no thousands: a point is a comma.
 std::optional<double> NumberIn(const QString& text) {
-  const std::optional<QByteArray> number = automation::SpanishNumber(text);
+  const std::optional<QByteArray> number = automation::SpanishNumber(QString(text).replace(u'.', u','));
   return number ? std::optional(number->toDouble()) : std::nullopt;
 }
 
@@ -52,6 +53,10 @@ QString Refusal(const QString& edgeText, const QString& distanceText, double fir
 }
 
 }  // namespace
+
+bool Calibration::IsPossible() const {
+  return Axis{offset.x(), scale.x()}.IsPossible() && Axis{offset.y(), scale.y()}.IsPossible();
+}
 
 QTransform Calibration::Correction() const {
   return QTransform::fromTranslate(-offset.x() * halfPointsPerMillimetre, -offset.y() * halfPointsPerMillimetre) *

@@ -4,6 +4,8 @@
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
+#include "host/mailing/pieces/Letterhead.h"
+#include "host/mailing/pieces/SheetUse.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -20,20 +22,6 @@ constexpr QStringView people = u"COLABORADORES";
 
 [[noreturn]] void Refuse(const QString& text) {
   throw automation::Error(automation::InvalidProcedureCall, text);
-}
-
-documents::LabelFont ReadFont(adodb::Connection& connection, int sheet) {
-  documents::LabelFont font{.family = u"Liberation Sans"_s};
-  const auto row =
-      adodb::Execute(connection, u"SELECT Fuente, Puntos, Margen FROM EtiquetasImpresion WHERE codEtiqueta={}", sheet);
-  if (!row->AtEnd()) {
-    constexpr double smallest = 4;
-    constexpr double largest = 72;
-    font.family = automation::Text(row->Field(0));
-    font.points = std::clamp(automation::CDbl(row->Field(1)), smallest, largest);
-    font.left = std::max(0.0, automation::CDbl(row->Field(2)));
-  }
-  return font;
 }
 
 bool IsName(const LabelField& field) {
@@ -63,21 +51,12 @@ LabelPart::Kind KindOf(const LabelField& field) {
 
 LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish, int userId) {
   ReadSheet(connection, wish);
-  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, m_faults);
-  const SavedSelection selection = ReadSelection(connection, wish.selection, userId);
-  const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
-  const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
-  for (const Addressee& addressee : addressees) {
-    const QStringList lines = LinesFor(fields, values.value(addressee.constFirst().id), addressee);
-    const QString name = NameInLists(addressee.constFirst());
-    if (lines.isEmpty()) {
-      m_notes.leftOut.append(u"%1: no hay nada que imprimir"_s.arg(name));
-      continue;
-    }
-    if (!m_painter->ScaleOf(lines)) {
-      m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
-    }
-    m_labels.push_back(lines);
+  if (m_isForDisks) {
+    AddDisks(connection, wish);
+  } else if (wish.letterhead != 0) {
+    AddSenders(connection, wish);
+  } else {
+    AddPeople(connection, wish, userId);
   }
   for (int piece = 0; piece < Labels(); ++piece) {
     if (m_places->Of(piece).sheet == static_cast<int>(m_firstOfSheet.size())) {
@@ -87,6 +66,50 @@ LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish,
   m_firstOfSheet.push_back(Labels());
 }
 
+void LabelMailing::AddPeople(adodb::Connection& connection, const LabelWish& wish, int userId) {
+  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::People, m_faults);
+  const SavedSelection selection = ReadSelection(connection, wish.selection, userId);
+  const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
+  const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
+  for (const Addressee& addressee : addressees) {
+    Add(NameInLists(addressee.constFirst()), LinesFor(fields, values.value(addressee.constFirst().id), addressee));
+  }
+}
+
+void LabelMailing::AddDisks(adodb::Connection& connection, const LabelWish& wish) {
+  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::Disks, m_faults);
+  for (const DiskLabel& label : ReadDiskLabels(connection, fields, wish.disks)) {
+    if (!label.hasIssuer) {
+      m_notes.doubtful.append(u"%1: su presentador no tiene ningún emisor"_s.arg(label.name));
+    }
+    QList<LabelPart> parts;
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+      const QString value = documents::ValueText(label.values[i]).replace(u'\n', u' ');
+      parts.append({fields[i].line, fields[i].position, LabelPart::Kind::Field, value});
+    }
+    Add(label.name, documents::LabelLines(parts));
+  }
+}
+
+void LabelMailing::AddSenders(adodb::Connection& connection, const LabelWish& wish) {
+  const QStringList lines = ReadLetterhead(connection, wish.letterhead);
+  for (int copy = 0; copy < wish.copies; ++copy) {
+    Add(lines.constFirst(), lines);
+  }
+  m_faults.removeDuplicates();
+}
+
+void LabelMailing::Add(const QString& name, const QStringList& lines) {
+  if (lines.isEmpty()) {
+    m_notes.leftOut.append(u"%1: no hay nada que imprimir"_s.arg(name));
+    return;
+  }
+  if (!m_painter->ScaleOf(lines)) {
+    m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
+  }
+  m_labels.push_back(lines);
+}
+
 void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wish) {
   const auto row =
       adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 AND IDETIQUETA={}", wish.sheet);
@@ -94,8 +117,12 @@ void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wis
     Refuse(u"No hay ninguna hoja de etiquetas con el número %1."_s.arg(wish.sheet));
   }
   m_name = automation::Text(row->Field(u"NOMBRE"));
-  if (!automation::CBool(row->Field(u"ENVIOPOSTAL"))) {
-    Refuse(u"La hoja «%1» no es de envío postal. Elija otra."_s.arg(m_name));
+  m_isForDisks = automation::CBool(row->Field(u"DISCO"));
+  const bool wantsDisks = wish.selection.isEmpty() && wish.letterhead == 0;
+  if (m_isForDisks != wantsDisks) {
+    Refuse(m_isForDisks
+               ? u"La hoja «%1» es de discos bancarios. Elija otra."_s.arg(m_name)
+               : u"La hoja «%1» no es de discos bancarios. Elija otra, o diga a quién se escribe."_s.arg(m_name));
   }
   const std::optional<documents::Sheet> sheet = documents::ReadSheet(*row);
   if (!sheet) {
@@ -107,7 +134,7 @@ void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wis
   }
   CheckStart(wish.start);
   m_places.emplace(m_sheet, wish.start);
-  m_painter.emplace(m_sheet, ReadFont(connection, wish.sheet));
+  m_painter.emplace(m_sheet, ReadLabelFont(connection, wish.sheet));
 }
 
 void LabelMailing::CheckStart(const documents::SheetStart& start) {

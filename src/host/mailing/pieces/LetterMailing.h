@@ -14,6 +14,7 @@ namespace host {
 
 struct LetterWish : MailingWish {
   int letter = 0;
+  int letterhead = 0;                         ///< Above the letter; 0 for none.
   QDateTime moment;                           ///< The letters' date, the same for all.
   std::optional<documents::Subject> subject;  ///< Where the letter may be for two.
   QDate from;                                 ///< See RowWish.
