@@ -267,7 +267,8 @@ class tst_parties : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(party->node, action.Agregar()));
     QCOMPARE(host.driver.Boxes(),
              QStringList(u"Prueba|critico|No se ha podido terminar lo que había pedido.|sin conexión|"
-                         "Error -2147467259\nOrigen: KelConfiguracion / "_s + origin));
+                         "Error -2147467259\nOrigen: KelConfiguracion / "_s +
+                         origin));
     QCOMPARE(Stored(host, *party).last(), u"L'Orde|A11111119|009"_s);
   }
 
