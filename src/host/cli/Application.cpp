@@ -12,6 +12,7 @@
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/help/HelpDesk.h"
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
@@ -94,10 +95,11 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
+int RunWindow(ComponentBridge& bridge, const StartedSession& started, HelpDesk& help, bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
                      started.session.readOnly, demonstration, !started.place.IsFile()});
+  QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -127,6 +129,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
   const ViewOnly viewOnly(*services, bridge);
+  HelpDesk help(started.session.helpFile);
   Housekeeping housekeeping(started.connectionString, {.check = started.leftOpen,
                                                        .copy = started.place.IsFile() && !started.session.readOnly &&
                                                                !line.demonstration && WantsDailyCopies(),
@@ -144,7 +147,8 @@ int RunSession(const CommandLine& line, StartedSession& started) {
       Notify(notice);
     }
   });
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started, line.demonstration);
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line)
+                                             : RunWindow(bridge, started, help, line.demonstration);
 }
 
 }  // namespace
