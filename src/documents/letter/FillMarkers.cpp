@@ -57,7 +57,7 @@ QList<QTextCharFormat> PiecesIn(const QTextDocument& letter, Span marker) {
   return pieces;
 }
 
-void Replace(QTextDocument& letter, Span marker, const QString& value) {
+void Replace(QTextDocument& letter, Span marker, const QString& value, const QColor& ground) {
   const QList<QTextCharFormat> pieces = PiecesIn(letter, marker);
   int behindBracket = marker.begin + 1;
   while (letter.characterAt(behindBracket) == QChar::ObjectReplacementCharacter) {
@@ -65,7 +65,10 @@ void Replace(QTextDocument& letter, Span marker, const QString& value) {
   }
   QTextCursor cursor(&letter);
   cursor.setPosition(behindBracket + 1);
-  const QTextCharFormat format = cursor.charFormat();
+  QTextCharFormat format = cursor.charFormat();
+  if (ground.isValid()) {
+    format.setBackground(ground);
+  }
   cursor.setPosition(marker.begin);
   cursor.setPosition(marker.end, QTextCursor::KeepAnchor);
   cursor.insertText(value, format);
@@ -143,7 +146,8 @@ void CloseLine(QTextDocument& letter, int position) {
 
 }  // namespace
 
-void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const QStringList& values) {
+void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const QStringList& values,
+                 const QColor& ground) {
   QTextCursor wholeEdit(&letter);
   wholeEdit.beginEditBlock();
   for (qsizetype i = places.size() - 1; i >= 0; --i) {
@@ -151,7 +155,7 @@ void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const 
     const int lineBegin = LineAround(letter, place.position).begin;
     QString value = ValueText(values[i]);
     value.replace(u'\n', QChar::LineSeparator);
-    Replace(letter, {place.position, place.position + place.length}, value);
+    Replace(letter, {place.position, place.position + place.length}, value, ground);
     if (value.isEmpty()) {
       CloseGap(letter, place.position);
     }

@@ -4,9 +4,12 @@
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
+#include "host/mailing/pieces/Choices.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -22,18 +25,20 @@ constexpr QStringView people = u"COLABORADORES";
   throw automation::Error(automation::InvalidProcedureCall, text);
 }
 
-documents::LabelFont ReadFont(adodb::Connection& connection, int sheet) {
-  documents::LabelFont font{.family = u"Liberation Sans"_s};
-  const auto row =
-      adodb::Execute(connection, u"SELECT Fuente, Puntos, Margen FROM EtiquetasImpresion WHERE codEtiqueta={}", sheet);
-  if (!row->AtEnd()) {
-    constexpr double smallest = 4;
-    constexpr double largest = 72;
-    font.family = automation::Text(row->Field(0));
-    font.points = std::clamp(automation::CDbl(row->Field(1)), smallest, largest);
-    font.left = std::max(0.0, automation::CDbl(row->Field(2)));
+/// The copies of everybody's subscriptions, of these publications or of all.
+QHash<int, int> ReadCopies(adodb::Connection& connection, const QList<int>& publications) {
+  // One mistyped number must not fill a thousand sheets.
+  constexpr int most = 500;
+  const auto rows = adodb::Execute(
+      connection, u"SELECT CodColaborador, NumeroEjemplares, CodTipoPublicacion FROM Suscripciones WHERE Eliminado=0");
+  QHash<int, int> copies;
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    if (publications.isEmpty() || publications.contains(automation::CLng(rows->Field(2)))) {
+      int& own = copies[automation::CLng(rows->Field(0))];
+      own = std::clamp(own + automation::CLng(rows->Field(1)), 0, most);
+    }
   }
-  return font;
+  return copies;
 }
 
 bool IsName(const LabelField& field) {
@@ -64,20 +69,29 @@ LabelPart::Kind KindOf(const LabelField& field) {
 LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish, int userId) {
   ReadSheet(connection, wish);
   const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, m_faults);
-  const SavedSelection selection = ReadSelection(connection, wish.selection, userId);
+  const SavedSelection selection = SelectionOf(connection, wish, userId);
   const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
   const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
+  const QHash<int, int> copies =
+      wish.asManyAsCopies ? ReadCopies(connection, selection.conditions.Of(Condition::Publication)) : QHash<int, int>();
   for (const Addressee& addressee : addressees) {
     const QStringList lines = LinesFor(fields, values.value(addressee.constFirst().id), addressee);
     const QString name = NameInLists(addressee.constFirst());
     if (lines.isEmpty()) {
-      m_notes.leftOut.append(u"%1: no hay nada que imprimir"_s.arg(name));
+      m_notes.leftOut.append({addressee.constFirst().id, name, u"no hay nada que imprimir"_s});
       continue;
     }
     if (!m_painter->ScaleOf(lines)) {
       m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
     }
-    m_labels.push_back(lines);
+    QList<int> keys;
+    int wanted = 0;
+    for (const documents::Person& person : addressee) {
+      keys.append(person.id);
+      wanted += copies.value(person.id);
+    }
+    m_labels.insert(m_labels.end(), static_cast<std::size_t>(std::max(1, wanted)), lines);
+    m_people.resize(m_labels.size(), keys);
   }
   for (int piece = 0; piece < Labels(); ++piece) {
     if (m_places->Of(piece).sheet == static_cast<int>(m_firstOfSheet.size())) {
@@ -107,7 +121,7 @@ void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wis
   }
   CheckStart(wish.start);
   m_places.emplace(m_sheet, wish.start);
-  m_painter.emplace(m_sheet, ReadFont(connection, wish.sheet));
+  m_painter.emplace(m_sheet, ReadLabelFont(connection, wish.sheet));
 }
 
 void LabelMailing::CheckStart(const documents::SheetStart& start) {
@@ -148,6 +162,29 @@ QStringList LabelMailing::LinesFor(const QList<LabelField>& fields, const QStrin
 
 QString LabelMailing::NameOf(int sheet) const {
   return u"%1 (%2)"_s.arg(m_name, QString::number(sheet + 1));
+}
+
+int LabelMailing::PieceFor(int person) const {
+  const auto found = std::ranges::find_if(m_people, [&](const QList<int>& keys) { return keys.contains(person); });
+  return found == m_people.end() ? -1 : static_cast<int>(found - m_people.begin());
+}
+
+int LabelMailing::PartFor(int person) const {
+  const int piece = PieceFor(person);
+  return piece < 0 ? -1 : m_places->Of(piece).sheet;
+}
+
+int LabelMailing::LabelFor(int person, int sheet) const {
+  const int piece = PieceFor(person);
+  return piece < 0 || m_places->Of(piece).sheet != sheet ? 0 : m_places->Of(piece).label;
+}
+
+QList<std::size_t> LabelMailing::Fingerprints() const {
+  QList<std::size_t> fingerprints;
+  for (std::size_t piece = 0; piece < m_labels.size(); ++piece) {
+    fingerprints.append(qHashMulti(0, m_people[piece], m_labels[piece]));
+  }
+  return fingerprints;
 }
 
 void LabelMailing::Paint(int sheet, PaintedPages& pages) const {

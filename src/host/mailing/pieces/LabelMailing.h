@@ -15,6 +15,7 @@ namespace host {
 struct LabelWish : MailingWish {
   int sheet = 0;
   documents::SheetStart start;
+  bool asManyAsCopies = false;  ///< As many labels as the person's subscriptions ask for copies.
 };
 
 /// Labels for people on sheets; a part is a sheet.
@@ -35,9 +36,16 @@ class LabelMailing : public PrintedWork {
   int Count() const override { return m_places->SheetsFor(Labels()); }
   QString NameOf(int sheet) const override;
   void Paint(int sheet, PaintedPages& pages) const override;
+  int PartFor(int person) const override;
+  QList<std::size_t> Fingerprints() const override;
+
+  const documents::Sheet& Sheet() const { return m_sheet; }
+  /// Which label of a sheet is for the person, from 1; 0 for none.
+  int LabelFor(int person, int sheet) const;
 
  private:
   void ReadSheet(adodb::Connection& connection, const LabelWish& wish);
+  int PieceFor(int person) const;
   void CheckStart(const documents::SheetStart& start);
   QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people) const;
   static QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people,
@@ -48,7 +56,8 @@ class LabelMailing : public PrintedWork {
   std::optional<documents::SheetPlaces> m_places;
   std::optional<documents::LabelPainter> m_painter;
   std::vector<QStringList> m_labels;
-  std::vector<int> m_firstOfSheet;  ///< The first piece of each sheet, and behind the last one.
+  std::vector<QList<int>> m_people;  ///< Who shares each of them, by their keys.
+  std::vector<int> m_firstOfSheet;   ///< The first piece of each sheet, and behind the last one.
   MailingNotes m_notes;
   QStringList m_faults;
 };
