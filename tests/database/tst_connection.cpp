@@ -1,5 +1,6 @@
 #include "database/ChangeClock.h"
 #include "database/Maintenance.h"
+#include "database/Snapshot.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
@@ -34,6 +35,7 @@ class tst_connection : public QObject {
   void TwoRecordsetsOfOneShape();
   void ReadingGoesOnWhileWriting();
   void Transactions();
+  void ASnapshotSeesOneMoment();
   void AFailureLeavesTheTransactionOpen();
   void ClosingRollsBack();
   void AClosedOneGoesOnWithTheSameFile_data();
@@ -189,6 +191,26 @@ void tst_connection::Transactions() {
     connection.Execute(insertBank);
   }
   QCOMPARE(Outcome(connection, countBanks), u"1"_s);
+}
+
+void tst_connection::ASnapshotSeesOneMoment() {
+  adodb::Connection& connection = m_database->Connection();
+  const auto other = m_database->Connect();
+  database::BeginSnapshot(connection);
+  QCOMPARE(Outcome(connection, countBanks), u"0"_s);
+  // Who writes waits for nobody.
+  other->Execute(insertBank);
+  other->BeginTrans();
+  other->Execute(insertBank);
+  QCOMPARE(Outcome(connection, countBanks), u"0"_s);
+  other->CommitTrans();
+  QCOMPARE(Outcome(connection, u"SELECT Nombre FROM Bancos"_s), QString());
+  connection.CommitTrans();
+  QCOMPARE(Outcome(connection, countBanks), u"2"_s);
+  other->BeginTrans();
+  database::BeginSnapshot(connection);
+  QCOMPARE(ErrorOf([&] { database::BeginSnapshot(connection); }), int(adodb::TransactionActive));
+  QCOMPARE(Outcome(connection, countBanks), u"2"_s);
 }
 
 void tst_connection::AFailureLeavesTheTransactionOpen() {

@@ -2,47 +2,21 @@
 #include "host/mailing/output/FileNames.h"
 #include "host/mailing/output/Outputs.h"
 #include "host/mailing/pieces/ReadMailing.h"
+#include "host_mailing/PdfWords.h"
 #include "platform/automation/Error.h"
 #include "support/SmallDisk.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString OutputOf(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.start(program, arguments);
-  process.waitForFinished();
-  return process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()) : program + u" failed"_s;
-}
-
-struct Word {
-  QString text;
-  double x = 0;  ///< Millimetres from the paper's corner, here and below.
-  double y = 0;
-};
-
-/// The words of a PDF as another program finds them.
-QList<Word> WordsOf(const QString& pdf) {
-  static const QRegularExpression form(uR"re(xMin="([\d.]+)" yMin="([\d.]+)"[^>]*>([^<]*)<)re"_s);
-  constexpr double millimetresPerPoint = 25.4 / 72;
-  QList<Word> words;
-  for (auto at = form.globalMatch(OutputOf(u"pdftotext"_s, {u"-bbox"_s, pdf, u"-"_s})); at.hasNext();) {
-    const auto match = at.next();
-    words.append({match.captured(3), match.captured(1).toDouble() * millimetresPerPoint,
-                  match.captured(2).toDouble() * millimetresPerPoint});
-  }
-  return words;
-}
-
-}  // namespace
+using support::OutputOf;
+using support::Word;
+using support::WordsOf;
 
 /// What is written, looked at by other programs.
 class tst_mailing_files : public QObject {

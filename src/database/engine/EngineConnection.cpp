@@ -238,12 +238,20 @@ void EngineConnection::BufferRecordsets() {
 }
 
 void EngineConnection::BeginTrans() {
+  Begin(&Session::Begin);
+}
+
+void EngineConnection::BeginSnapshot() {
+  Begin(&Session::BeginSnapshot);
+}
+
+void EngineConnection::Begin(void (Session::*begin)()) {
   CheckOpen();
   if (m_inTransaction) {
     throw PlatformError(adodb::TransactionActive);
   }
   BufferRecordsets();
-  m_session->Begin();
+  (m_session.get()->*begin)();
   m_inTransaction = true;
 }
 

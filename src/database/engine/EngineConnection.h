@@ -41,6 +41,9 @@ class EngineConnection : public adodb::Connection {
   /// The remembered key of the last row that was added to the table.
   std::optional<qint64> NewKeyOf(const Table& table) const { return m_keys.Find(table); }
 
+  /// See Snapshot.h.
+  void BeginSnapshot();
+
   /// See WriteHold.h.
   void HoldWrites(const std::vector<const Table*>& tables);
 
@@ -67,6 +70,7 @@ class EngineConnection : public adodb::Connection {
   void CheckOpen() const;
   void CheckClosed() const;
   void CheckInTransaction() const;
+  void Begin(void (Session::*begin)());
   std::unique_ptr<adodb::Recordset> Run(const QString& statement);
   void Connect(const ConnectionString& target);
   void CarryPresenceOver();

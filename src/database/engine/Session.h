@@ -53,6 +53,8 @@ class Session {
   virtual qint64 NewKey() const = 0;
 
   virtual void Begin() = 0;
+  /// The same for a transaction that only reads, see Snapshot.h.
+  virtual void BeginSnapshot() = 0;
   /// Inside a transaction: nobody else writes to these tables until its end. Where a transaction holds off every other
   /// writer by itself there is nothing to do.
   virtual void HoldWrites(const std::vector<const Table*>& /*tables*/) {}

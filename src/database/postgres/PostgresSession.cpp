@@ -383,6 +383,11 @@ void PostgresSession::Begin() {
   m_isLost = false;
 }
 
+void PostgresSession::BeginSnapshot() {
+  Begin();
+  InTransaction().Run("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY");
+}
+
 // The mode excludes writers and another such holder, and nobody who reads.
 void PostgresSession::HoldWrites(const std::vector<const Table*>& tables) {
   QByteArrayList names;

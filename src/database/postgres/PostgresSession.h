@@ -44,6 +44,7 @@ class PostgresSession : public Session {
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
   qint64 NewKey() const override { return m_newKey; }
   void Begin() override;
+  void BeginSnapshot() override;
   void HoldWrites(const std::vector<const Table*>& tables) override;
   void Commit() override;
   void RollBack() override;

@@ -93,8 +93,7 @@ void ReadPostgres(const ConnectionString& target, const std::function<void(const
   PostgresSession& session = *owned;
   EngineConnection connection(std::move(owned), target);
   connection.Open();
-  connection.BeginTrans();
-  session.InTransaction().Run("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ, READ ONLY");
+  connection.BeginSnapshot();
   read(PostgresTransfer(session, connection));
 }
 

@@ -82,6 +82,11 @@ void SqliteSession::Begin() {
   m_handle->Run("BEGIN IMMEDIATE");
 }
 
+// The log keeps what was there when the first statement read it.
+void SqliteSession::BeginSnapshot() {
+  m_handle->Run("BEGIN");
+}
+
 void SqliteSession::Commit() {
   m_handle->Run("COMMIT");
 }

@@ -29,6 +29,7 @@ class SqliteSession : public Session {
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
   qint64 NewKey() const override;
   void Begin() override;
+  void BeginSnapshot() override;
   void Commit() override;
   void RollBack() override;
   bool HasLostTransaction() const override;

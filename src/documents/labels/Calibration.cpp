@@ -53,6 +53,10 @@ QString Refusal(const QString& edgeText, const QString& distanceText, double fir
 
 }  // namespace
 
+bool Calibration::IsPossible() const {
+  return Axis{offset.x(), scale.x()}.IsPossible() && Axis{offset.y(), scale.y()}.IsPossible();
+}
+
 QTransform Calibration::Correction() const {
   return QTransform::fromTranslate(-offset.x() * halfPointsPerMillimetre, -offset.y() * halfPointsPerMillimetre) *
          QTransform::fromScale(1 / scale.x(), 1 / scale.y());

@@ -21,6 +21,8 @@ struct Calibration {
   QPointF offset = {0, 0};  ///< Millimetres.
   QPointF scale = {1, 1};
 
+  /// False for what no printer does: more than 10 mm or 5 %.
+  KELDOCUMENTOS_EXPORT bool IsPossible() const;
   /// What takes them back, for pages in half-points.
   KELDOCUMENTOS_EXPORT QTransform Correction() const;
 };

@@ -5,6 +5,9 @@
 #include "host/cli/Startup.h"
 #include "host/mailing/output/Outputs.h"
 #include "host/mailing/pieces/ReadMailing.h"
+#include "host/mailing/pieces/SheetUse.h"
+#include "host/mailing/printing/CalibrationRecords.h"
+#include "host/mailing/printing/PrintQueues.h"
 #include "platform/automation/Error.h"
 #include "platform/process/TerminationSignals.h"
 
@@ -52,12 +55,18 @@ void RequireSomething(const PrintedWork& work) {
   }
 }
 
-/// What was made, in words; empty for a run that was cancelled.
-QString Done(bool whole, const QString& text) {
-  return whole ? text : QString();
+/// What was made.
+struct Made {
+  QString said;       ///< In words; empty for a run that was cancelled.
+  int lastLabel = 0;  ///< Of labels.
+};
+
+QString Printed(const PrintedWork& work, const PrintWish& wish, RunControl& control) {
+  const int job = Print(work, wish, control);
+  return job == 0 ? QString() : u"Enviado a la impresora «%1», trabajo %2."_s.arg(wish.queue).arg(job);
 }
 
-QString MakeLetters(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
+Made MakeLetters(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
   LetterWish wish = options.letters;
   if (!wish.moment.isValid()) {
     wish.moment = QDateTime::currentDateTime();
@@ -70,27 +79,61 @@ QString MakeLetters(const QString& connectionString, const MailingOptions& optio
   RequireAccepted(letters->Faults(), options.accepts);
   RequireSomething(*letters);
   const int count = letters->Count();
+  if (!options.printing.queue.isEmpty()) {
+    return {.said = Printed(*letters, options.printing, control)};
+  }
   if (!options.pdf.isEmpty()) {
-    return Done(WritePdf(*letters, options.pdf, control), u"%1 cartas en «%2»."_s.arg(count).arg(options.pdf));
+    const bool whole = WritePdf(*letters, options.pdf, control);
+    return {.said = whole ? u"%1 cartas en «%2»."_s.arg(count).arg(options.pdf) : QString()};
   }
   const bool asPdf = !options.pdfPerPerson.isEmpty();
   const QString folder = asPdf ? options.pdfPerPerson : options.rtfPerPerson;
   const auto rich = [&](int letter) { return rtf::Write(*letters->Filled(letter)); };
   const int written =
       asPdf ? WritePdfFiles(*letters, folder, control) : WriteFiles(*letters, folder, u".rtf"_s, rich, control);
-  return Done(written == count, u"%1 archivos en «%2»."_s.arg(count).arg(folder));
+  return {.said = written == count ? u"%1 archivos en «%2»."_s.arg(count).arg(folder) : QString()};
 }
 
-QString MakeLabels(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
+Made MakeLabels(const QString& connectionString, const MailingOptions& options, int userId, RunControl& control) {
   const std::unique_ptr<LabelMailing> labels = ReadLabels(connectionString, options.labels, userId);
   Tell(labels->Notes());
   RequireAccepted(labels->Faults(), options.accepts);
   RequireSomething(*labels);
-  return Done(WritePdf(*labels, options.pdf, control),
-              u"%1 etiquetas en «%2», %3 hojas; la última acaba en la etiqueta %4."_s.arg(labels->Labels())
-                  .arg(options.pdf)
-                  .arg(labels->Count())
-                  .arg(labels->LastLabel()));
+  const bool prints = !options.printing.queue.isEmpty();
+  const QString done = prints                                    ? Printed(*labels, options.printing, control)
+                       : WritePdf(*labels, options.pdf, control) ? u"En «%1»."_s.arg(options.pdf)
+                                                                 : QString();
+  if (done.isEmpty()) {
+    return {};
+  }
+  return {.said = u"%1 etiquetas, %2 hojas; la última acaba en la etiqueta %3. %4"_s.arg(labels->Labels())
+                      .arg(labels->Count())
+                      .arg(labels->LastLabel())
+                      .arg(done),
+          .lastLabel = labels->LastLabel()};
+}
+
+/// What of the options the database knows.
+MailingOptions Completed(const CommandLine& line, adodb::Connection& connection) {
+  MailingOptions options = line.mailing;
+  if (options.fromLast) {
+    options.labels.start.first = StartBehindLast(connection, options.labels.sheet);
+  }
+  PrintWish& printing = options.printing;
+  if (!printing.queue.isEmpty()) {
+    RequirePrintQueue(printing.queue);
+    if (const auto kept = FindCalibration(connection, {printing.queue, printing.tray})) {
+      printing.calibration = kept->calibration;
+    }
+  }
+  return options;
+}
+
+void Remember(const CommandLine& line, adodb::Connection& connection, int lastLabel) {
+  const int sheet = line.mailing.labels.sheet;
+  if (line.mailing.remembers && !RememberLastLabel(connection, sheet, lastLabel)) {
+    Refuse(u"La hoja ha cambiado mientras tanto, y no se ha apuntado dónde acaba."_s);
+  }
 }
 
 }  // namespace
@@ -100,13 +143,14 @@ int RunMailingCommand(const CommandLine& line, int& argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   const std::unique_ptr<StartedSession> started = StartSession(line);
+  const MailingOptions options = Completed(line, *started->connection);
   RunControl control;
-  QString done;
+  Made made;
   std::exception_ptr failure;
   const auto make = line.command == Command::Letters ? MakeLetters : MakeLabels;
   const std::unique_ptr<QThread> run(QThread::create([&] {
     try {
-      done = make(started->connectionString, line.mailing, started->session.userId, control);
+      made = make(started->connectionString, options, started->session.userId, control);
     } catch (...) {
       failure = std::current_exception();
     }
@@ -120,11 +164,12 @@ int RunMailingCommand(const CommandLine& line, int& argc, char** argv) {
   if (failure) {
     std::rethrow_exception(failure);
   }
-  if (done.isEmpty()) {
+  if (made.said.isEmpty()) {
     QTextStream(stderr) << u"Interrumpido: %1 de %2.\n"_s.arg(control.Done()).arg(control.Parts());
     return ExitCannotGoOn;
   }
-  QTextStream(stdout) << done << u'\n';
+  QTextStream(stdout) << made.said << u'\n';
+  Remember(line, *started->connection, made.lastLabel);
   return ExitDone;
 }
 

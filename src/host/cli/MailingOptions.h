@@ -2,6 +2,7 @@
 
 #include "host/mailing/pieces/LabelMailing.h"
 #include "host/mailing/pieces/LetterMailing.h"
+#include "host/mailing/printing/Printing.h"
 
 #include <QString>
 
@@ -13,11 +14,14 @@ namespace host {
 struct MailingOptions {
   LetterWish letters;
   LabelWish labels;
-  QString pdf;           ///< --pdf: one file.
-  QString pdfPerPerson;  ///< --pdf-por-persona: a folder.
-  QString rtfPerPerson;  ///< --rtf-por-persona: a folder.
-  bool accepts = false;  ///< --aceptar: what looks wrong is printed as it is.
-  bool given = false;    ///< Whether any of the options was there.
+  QString pdf;             ///< --pdf: one file.
+  QString pdfPerPerson;    ///< --pdf-por-persona: a folder.
+  QString rtfPerPerson;    ///< --rtf-por-persona: a folder.
+  PrintWish printing;      ///< --impresora and how; without its calibration.
+  bool fromLast = false;   ///< --desde-la-ultima: labels begin behind the last ones that came out well.
+  bool remembers = false;  ///< --recordar: these labels came out well, whatever becomes of them.
+  bool accepts = false;    ///< --aceptar: what looks wrong is printed as it is.
+  bool given = false;      ///< Whether any of the options was there.
 };
 
 /// Takes an option that belongs to these commands. `value` gives what follows it, and raises 5 where nothing does.

@@ -1,10 +1,10 @@
 #include "host/mailing/output/Outputs.h"
 
 #include "host/mailing/output/FileNames.h"
-#include "host/mailing/output/NewFile.h"
 #include "host/mailing/output/PdfCutter.h"
 #include "host/mailing/output/PdfPages.h"
 #include "platform/automation/Error.h"
+#include "platform/files/NewFile.h"
 #include "platform/process/PrivateFiles.h"
 
 #include <QBuffer>
@@ -45,7 +45,7 @@ class Folder {
  private:
   QDir m_folder;
   FileNames m_names;
-  std::optional<NewFile> m_file;
+  std::optional<files::NewFile> m_file;
 };
 
 /// Some parts in one PDF, and where each ends.
@@ -72,7 +72,7 @@ Painted PaintSome(const PrintedWork& work, int first, const RunControl& control)
 
 bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control) {
   control.Begin(work.Count());
-  NewFile target(file);
+  files::NewFile target(file);
   PdfPages pages(target.Device(), work.Title());
   for (int part = 0; part < work.Count(); ++part) {
     if (control.IsCancelled()) {

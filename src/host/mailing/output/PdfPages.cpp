@@ -8,7 +8,8 @@
 namespace host {
 
 // Without margins: coordinates are the paper's.
-PdfPages::PdfPages(QIODevice& file, const QString& title) : m_writer(&file) {
+PdfPages::PdfPages(QIODevice& file, const QString& title, const QTransform& correction)
+    : m_writer(&file), m_correction(correction) {
   m_writer.setPageLayout(QPageLayout(documents::UsualPaper().PageSize(), QPageLayout::Portrait, QMarginsF()));
   m_writer.setTitle(title);
   m_writer.setCreator(QStringLiteral("kel-host"));
@@ -18,6 +19,7 @@ QPainter& PdfPages::Next() {
   if (m_count++ == 0) {
     m_painter.begin(&m_writer);
     documents::ScaleForPaper(m_painter, m_writer.resolution());
+    m_painter.setTransform(m_correction, true);
   } else {
     m_writer.newPage();
   }

@@ -5,13 +5,15 @@
 #include <QIODevice>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTransform>
 
 namespace host {
 
 /// Pages of a PDF on the usual paper. The file is whole when Finish has returned.
 class PdfPages : public PaintedPages {
  public:
-  PdfPages(QIODevice& file, const QString& title);
+  /// `correction` takes back what a printer does to the half-points.
+  PdfPages(QIODevice& file, const QString& title, const QTransform& correction = {});
 
   QPainter& Next() override;
   int Count() const { return m_count; }
@@ -19,6 +21,7 @@ class PdfPages : public PaintedPages {
 
  private:
   QPdfWriter m_writer;
+  QTransform m_correction;
   QPainter m_painter;
   int m_count = 0;
 };

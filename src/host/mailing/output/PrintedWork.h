@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QList>
 #include <QString>
 
 class QPainter;
@@ -28,11 +27,6 @@ class PrintedWork {
   /// What a file of the part is called, without its suffix; it may hold anything.
   virtual QString NameOf(int part) const = 0;
   virtual void Paint(int part, PaintedPages& pages) const = 0;
-
-  /// The first part for that person, -1 for none.
-  virtual int PartFor(int person) const = 0;
-  /// A number for each letter or label that two of them share only where they say the same to the same people.
-  virtual QList<std::size_t> Fingerprints() const = 0;
 };
 
 }  // namespace host

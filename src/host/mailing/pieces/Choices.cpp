@@ -1,9 +1,8 @@
 #include "host/mailing/pieces/Choices.h"
 
+#include "host/mailing/pieces/SheetUse.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -43,17 +42,18 @@ QList<Choice> Records(adodb::Connection& connection, const QString& table, const
 
 QList<SheetChoice> Sheets(adodb::Connection& connection) {
   const auto rows =
-      adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 AND ENVIOPOSTAL=True ORDER BY NOMBRE");
+      adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 ORDER BY NOMBRE");
   QList<SheetChoice> sheets;
   for (; !rows->AtEnd(); rows->MoveNext()) {
     SheetChoice sheet;
     sheet.id = automation::CLng(rows->Field(u"IDETIQUETA"));
     sheet.name = automation::Text(rows->Field(u"NOMBRE"));
     sheet.sheet = documents::ReadSheet(*rows);
-    sheet.lastLabel = automation::CLng(rows->Field(u"NULTIMAETIQUETA"));
+    sheet.isForDisks = automation::CBool(rows->Field(u"DISCO"));
     sheets.append(sheet);
   }
   for (SheetChoice& sheet : sheets) {
+    sheet.start = StartBehindLast(connection, sheet.id);
     sheet.font = ReadLabelFont(connection, sheet.id);
   }
   return sheets;
@@ -65,7 +65,9 @@ Choices ReadChoices(adodb::Connection& connection, int userId) {
   Choices choices;
   choices.selections = ListSelections(connection, userId);
   choices.letters = Records(connection, u"CartasModelo"_s, u"IDCartaModelo"_s, u"Nombre"_s);
+  choices.letterheads = Records(connection, u"Cabeceras"_s, u"IDCabecera"_s, u"Nombre"_s);
   choices.sheets = Sheets(connection);
+  choices.lastSheet = LastUsedSheet(connection);
   for (std::size_t i = 0; i < conditionCount; ++i) {
     const auto condition = Condition(i);
     const ConditionRecords records = RecordsOf(condition);
@@ -73,36 +75,6 @@ Choices ReadChoices(adodb::Connection& connection, int userId) {
         Records(connection, records.table, records.key, NameColumns(condition), condition != Condition::Heading);
   }
   return choices;
-}
-
-documents::LabelFont ReadLabelFont(adodb::Connection& connection, int sheet) {
-  documents::LabelFont font{.family = u"Liberation Sans"_s};
-  const auto row =
-      adodb::Execute(connection, u"SELECT Fuente, Puntos, Margen FROM EtiquetasImpresion WHERE codEtiqueta={}", sheet);
-  if (!row->AtEnd()) {
-    constexpr double smallest = 4;
-    constexpr double largest = 72;
-    font.family = automation::Text(row->Field(0));
-    font.points = std::clamp(automation::CDbl(row->Field(1)), smallest, largest);
-    font.left = std::max(0.0, automation::CDbl(row->Field(2)));
-  }
-  return font;
-}
-
-void WriteLabelFont(adodb::Connection& connection, int sheet, const documents::LabelFont& font) {
-  const Verbatim points{QString::number(font.points)};
-  const Verbatim left{QString::number(font.left)};
-  adodb::Transaction transaction(connection);
-  adodb::Execute(connection,
-                 u"UPDATE EtiquetasImpresion SET Fuente='{}', Puntos='{}', Margen='{}' WHERE codEtiqueta={}",
-                 font.family, points, left, sheet);
-  if (connection.RecordsAffected() == 0) {
-    adodb::Execute(connection,
-                   u"INSERT INTO EtiquetasImpresion (codEtiqueta, Fuente, Puntos, Margen) VALUES ({}, '{}', '{}', "
-                   u"'{}')",
-                   sheet, font.family, points, left);
-  }
-  transaction.Commit();
 }
 
 }  // namespace host

@@ -19,10 +19,11 @@ struct Choice {
   QString name;
 };
 
-/// A sheet of postal labels.
+/// A sheet of labels.
 struct SheetChoice : Choice {
   std::optional<documents::Sheet> sheet;  ///< Nothing where its measures are of no use.
-  int lastLabel = 0;                      ///< Where the last print ended; 0 where nobody knows.
+  bool isForDisks = false;                ///< Not for people, but for bank disks.
+  int start = 1;                          ///< The label behind the last one that was printed.
   documents::LabelFont font;
 };
 
@@ -30,16 +31,13 @@ struct SheetChoice : Choice {
 struct Choices {
   QList<StoredSelection> selections;
   QList<Choice> letters;
+  QList<Choice> letterheads;
   QList<SheetChoice> sheets;
+  int lastSheet = 0;  ///< The one that was used last; 0 for none.
   /// Of each condition, by its number.
   std::array<QList<Choice>, conditionCount> records;
 };
 
 Choices ReadChoices(adodb::Connection& connection, int userId);
-
-/// The font that the labels of a sheet are printed in.
-documents::LabelFont ReadLabelFont(adodb::Connection& connection, int sheet);
-/// Keeps it for everybody.
-void WriteLabelFont(adodb::Connection& connection, int sheet, const documents::LabelFont& font);
 
 }  // namespace host

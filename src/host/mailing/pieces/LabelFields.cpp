@@ -77,28 +77,25 @@ QSet<QString> Catalogue(adodb::Connection& connection) {
   return names;
 }
 
-/// Reads "[TABLA].[COLUMNA]" where it is one of the catalogue's and people have it.
-bool ReadName(const QString& name, const QSet<QString>& catalogue, LabelField& field) {
+/// What the fields of a sheet for disks are; the catalogue is not asked for them.
+const QSet<QString>& DiskFields() {
+  static const QSet<QString> names = {
+      u"[EMISORES].[CIF]"_s,      u"[EMISORES].[SUFIJO]"_s,   u"[EMISORES].[NOMBRE]"_s,
+      u"[BANCOS].[NUMERO]"_s,     u"[SUCURSALES].[CODIGO]"_s, u"[DISCOS].[FECHACREACION]"_s,
+      u"[DISCOS].[FECHACARGO]"_s, u"[DISCOS].[RECIBOS]"_s,    u"[DISCOS].[IMPORTE]"_s};
+  return names;
+}
+
+/// Reads "[TABLA].[COLUMNA]" where it is one of the known.
+bool ReadName(const QString& name, const QSet<QString>& known, LabelField& field) {
   static const QRegularExpression form(uR"(^\[(\w+)\]\.\[(\w+)\]$)"_s);
   const QRegularExpressionMatch match = form.match(name.trimmed().toUpper());
-  if (!match.hasMatch() || !catalogue.contains(match.captured())) {
+  if (!match.hasMatch() || !known.contains(match.captured())) {
     return false;
   }
   field.table = match.captured(1);
   field.column = match.captured(2);
-  return ColumnOf(field) != nullptr && WayTo(field.table) != nullptr;
-}
-
-QString Shown(const LabelField& field, const QVariant& value) {
-  if (automation::IsNull(value)) {
-    return {};
-  }
-  if (ColumnOf(field)->type == database::ColumnType::Money) {
-    return automation::Format(value, u"#,0.00");
-  }
-  const QString text = automation::Text(value);
-  const QDate date = field.column.startsWith(u"FECHA") ? documents::DateIn(text) : QDate();
-  return date.isValid() ? documents::ShortDate(date) : text;
+  return ColumnOf(field) != nullptr;
 }
 
 void ReadTable(adodb::Connection& connection, const QList<LabelField>& fields, const QString& table,
@@ -118,19 +115,33 @@ void ReadTable(adodb::Connection& connection, const QList<LabelField>& fields, c
     QStringList& own = values[automation::CLng(rows->Field(0))];
     own.resize(fields.size());
     for (int i = 0; i < static_cast<int>(places.size()); ++i) {
-      own[places[i]] = Shown(fields[places[i]], rows->Field(i + 1));
+      own[places[i]] = ShownValue(fields[places[i]], rows->Field(i + 1));
     }
   }
 }
 
 }  // namespace
 
-QList<LabelField> ReadLabelFields(adodb::Connection& connection, int sheet, QStringList& faults) {
-  const QSet<QString> catalogue = Catalogue(connection);
-  const auto rows = adodb::Execute(connection,
-                                   u"SELECT Linea, Orden, NombreCampo, codTipoCampoEtiqueta FROM EtiquetasCampos WHERE "
-                                   u"codEtiqueta={} AND Disco=0 AND Eliminado=0 ORDER BY Linea, Orden, IDEtiquetaCampo",
-                                   sheet);
+QString ShownValue(const LabelField& field, const QVariant& value) {
+  if (automation::IsNull(value)) {
+    return {};
+  }
+  if (ColumnOf(field)->type == database::ColumnType::Money) {
+    return automation::Format(value, u"#,0.00");
+  }
+  const QString text = automation::Text(value);
+  const QDate date = field.column.startsWith(u"FECHA") ? documents::DateIn(text) : QDate();
+  return date.isValid() ? documents::ShortDate(date) : text;
+}
+
+QList<LabelField> ReadLabelFields(adodb::Connection& connection, int sheet, LabelsFor what, QStringList& faults) {
+  const bool areDisks = what == LabelsFor::Disks;
+  const QSet<QString> known = areDisks ? DiskFields() : Catalogue(connection);
+  const auto rows =
+      adodb::Execute(connection,
+                     u"SELECT Linea, Orden, NombreCampo, codTipoCampoEtiqueta FROM EtiquetasCampos WHERE "
+                     u"codEtiqueta={} AND Disco={} AND Eliminado=0 ORDER BY Linea, Orden, IDEtiquetaCampo",
+                     sheet, areDisks);
   QList<LabelField> fields;
   for (; !rows->AtEnd(); rows->MoveNext()) {
     LabelField field;
@@ -138,10 +149,11 @@ QList<LabelField> ReadLabelFields(adodb::Connection& connection, int sheet, QStr
     field.position = automation::CLng(rows->Field(1));
     const QString name = automation::Text(rows->Field(2));
     // A free text stands behind a star.
-    if (automation::CLng(rows->Field(3)) == 0 && name.startsWith(u'*')) {
+    if (!areDisks && automation::CLng(rows->Field(3)) == 0 && name.startsWith(u'*')) {
       field.text = name.mid(1);
-    } else if (!ReadName(name, catalogue, field)) {
-      faults.append(u"El campo «%1» de la hoja no es un dato de personas: queda vacío."_s.arg(name));
+    } else if (!ReadName(name, known, field) || (!areDisks && WayTo(field.table) == nullptr)) {
+      faults.append(u"El campo «%1» de la hoja no es un dato de %2: queda vacío."_s.arg(
+          name, areDisks ? u"discos bancarios"_s : u"personas"_s));
       continue;
     }
     fields.append(field);

@@ -4,7 +4,8 @@
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
-#include "host/mailing/pieces/Choices.h"
+#include "host/mailing/pieces/Letterhead.h"
+#include "host/mailing/pieces/SheetUse.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -68,30 +69,12 @@ LabelPart::Kind KindOf(const LabelField& field) {
 
 LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish, int userId) {
   ReadSheet(connection, wish);
-  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, m_faults);
-  const SavedSelection selection = SelectionOf(connection, wish, userId);
-  const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
-  const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
-  const QHash<int, int> copies =
-      wish.asManyAsCopies ? ReadCopies(connection, selection.conditions.Of(Condition::Publication)) : QHash<int, int>();
-  for (const Addressee& addressee : addressees) {
-    const QStringList lines = LinesFor(fields, values.value(addressee.constFirst().id), addressee);
-    const QString name = NameInLists(addressee.constFirst());
-    if (lines.isEmpty()) {
-      m_notes.leftOut.append({addressee.constFirst().id, name, u"no hay nada que imprimir"_s});
-      continue;
-    }
-    if (!m_painter->ScaleOf(lines)) {
-      m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
-    }
-    QList<int> keys;
-    int wanted = 0;
-    for (const documents::Person& person : addressee) {
-      keys.append(person.id);
-      wanted += copies.value(person.id);
-    }
-    m_labels.insert(m_labels.end(), static_cast<std::size_t>(std::max(1, wanted)), lines);
-    m_people.resize(m_labels.size(), keys);
+  if (m_isForDisks) {
+    AddDisks(connection, wish);
+  } else if (wish.letterhead != 0) {
+    AddSenders(connection, wish);
+  } else {
+    AddPeople(connection, wish, userId);
   }
   for (int piece = 0; piece < Labels(); ++piece) {
     if (m_places->Of(piece).sheet == static_cast<int>(m_firstOfSheet.size())) {
@@ -101,6 +84,57 @@ LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish,
   m_firstOfSheet.push_back(Labels());
 }
 
+void LabelMailing::AddPeople(adodb::Connection& connection, const LabelWish& wish, int userId) {
+  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::People, m_faults);
+  const SavedSelection selection = SelectionOf(connection, wish, userId);
+  const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
+  const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
+  const QHash<int, int> copies =
+      wish.asManyAsCopies ? ReadCopies(connection, selection.conditions.Of(Condition::Publication)) : QHash<int, int>();
+  for (const Addressee& addressee : addressees) {
+    QList<int> keys;
+    int wanted = 0;
+    for (const documents::Person& person : addressee) {
+      keys.append(person.id);
+      wanted += copies.value(person.id);
+    }
+    Add(NameInLists(addressee.constFirst()), LinesFor(fields, values.value(keys.constFirst()), addressee), keys,
+        std::max(1, wanted));
+  }
+}
+
+void LabelMailing::AddDisks(adodb::Connection& connection, const LabelWish& wish) {
+  const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::Disks, m_faults);
+  for (const DiskLabel& label : ReadDiskLabels(connection, fields, wish.disks)) {
+    if (!label.hasIssuer) {
+      m_notes.remarks.append(u"%1: su presentador no tiene ningún emisor."_s.arg(label.name));
+    }
+    QList<LabelPart> parts;
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+      const QString value = documents::ValueText(label.values[i]).replace(u'\n', u' ');
+      parts.append({fields[i].line, fields[i].position, LabelPart::Kind::Field, value});
+    }
+    Add(label.name, documents::LabelLines(parts));
+  }
+}
+
+void LabelMailing::AddSenders(adodb::Connection& connection, const LabelWish& wish) {
+  const QStringList lines = ReadLetterhead(connection, wish.letterhead);
+  Add(lines.constFirst(), lines, {}, wish.copies);
+}
+
+void LabelMailing::Add(const QString& name, const QStringList& lines, const QList<int>& people, int copies) {
+  if (lines.isEmpty()) {
+    m_notes.leftOut.append({people.value(0), name, u"no hay nada que imprimir"_s});
+    return;
+  }
+  if (!m_painter->ScaleOf(lines)) {
+    m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
+  }
+  m_labels.insert(m_labels.end(), static_cast<std::size_t>(copies), lines);
+  m_people.resize(m_labels.size(), people);
+}
+
 void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wish) {
   const auto row =
       adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 AND IDETIQUETA={}", wish.sheet);
@@ -108,8 +142,12 @@ void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wis
     Refuse(u"No hay ninguna hoja de etiquetas con el número %1."_s.arg(wish.sheet));
   }
   m_name = automation::Text(row->Field(u"NOMBRE"));
-  if (!automation::CBool(row->Field(u"ENVIOPOSTAL"))) {
-    Refuse(u"La hoja «%1» no es de envío postal. Elija otra."_s.arg(m_name));
+  m_isForDisks = automation::CBool(row->Field(u"DISCO"));
+  const bool wantsDisks = wish.selection.isEmpty() && !wish.chosen && wish.letterhead == 0;
+  if (m_isForDisks != wantsDisks) {
+    Refuse(m_isForDisks
+               ? u"La hoja «%1» es de discos bancarios. Elija otra."_s.arg(m_name)
+               : u"La hoja «%1» no es de discos bancarios. Elija otra, o diga a quién se escribe."_s.arg(m_name));
   }
   const std::optional<documents::Sheet> sheet = documents::ReadSheet(*row);
   if (!sheet) {

@@ -2,8 +2,9 @@
 
 #include "documents/labels/LabelPainter.h"
 #include "documents/labels/SheetPlaces.h"
-#include "host/mailing/output/PrintedWork.h"
+#include "host/mailing/pieces/DiskLabels.h"
 #include "host/mailing/pieces/LabelFields.h"
+#include "host/mailing/pieces/Mailing.h"
 #include "host/mailing/selection/Addressees.h"
 
 #include <QStringList>
@@ -12,17 +13,22 @@
 
 namespace host {
 
+/// Labels for people, on a sheet for bank disks for these, or with a letterhead for senders.
 struct LabelWish : MailingWish {
   int sheet = 0;
   documents::SheetStart start;
   bool asManyAsCopies = false;  ///< As many labels as the person's subscriptions ask for copies.
+  int letterhead = 0;  ///< A sender's labels; 0 for none.
+  int copies = 1;      ///< So many of them.
+  DiskWish disks;
 };
 
-/// Labels for people on sheets; a part is a sheet.
-class LabelMailing : public PrintedWork {
+/// Labels on sheets; a part is a sheet.
+class LabelMailing : public Mailing {
  public:
   /// Reads everything that the labels need; the connection is not used afterwards. Raises 5, in words, where there is
-  /// no such sheet or selection, where the sheet is for bank disks or can't be drawn, and for a start beyond it.
+  /// no such sheet or selection, where the sheet can't be drawn or is for something else, and for a start beyond
+  /// it.
   LabelMailing(adodb::Connection& connection, const LabelWish& wish, int userId);
 
   const MailingNotes& Notes() const { return m_notes; }
@@ -47,12 +53,18 @@ class LabelMailing : public PrintedWork {
   void ReadSheet(adodb::Connection& connection, const LabelWish& wish);
   int PieceFor(int person) const;
   void CheckStart(const documents::SheetStart& start);
+  void AddSenders(adodb::Connection& connection, const LabelWish& wish);
+  void AddDisks(adodb::Connection& connection, const LabelWish& wish);
+  void AddPeople(adodb::Connection& connection, const LabelWish& wish, int userId);
+  /// `people` share the label; it is made so many times.
+  void Add(const QString& name, const QStringList& lines, const QList<int>& people = {}, int copies = 1);
   QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people) const;
   static QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people,
                               const QStringList& name);
 
   QString m_name;
   documents::Sheet m_sheet;
+  bool m_isForDisks = false;
   std::optional<documents::SheetPlaces> m_places;
   std::optional<documents::LabelPainter> m_painter;
   std::vector<QStringList> m_labels;

@@ -6,6 +6,7 @@
 #include "documents/people/Salutation.h"
 #include "documents/people/SpanishDates.h"
 #include "documents/rtf/Rtf.h"
+#include "host/mailing/pieces/Letterhead.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
@@ -77,6 +78,9 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
   const rtf::Report report = rtf::Read(automation::Text(row->Field(1)), *letter);
   if (report.outcome == rtf::Outcome::Refused) {
     Refuse(u"La carta «%1» no se puede leer. %2"_s.arg(m_name, report.reason));
+  }
+  if (wish.letterhead != 0) {
+    PutAbove(*letter, ReadLetterhead(connection, wish.letterhead));
   }
   if (report.outcome == rtf::Outcome::PlainText) {
     m_faults.append(u"La carta es un texto sin formato."_s);

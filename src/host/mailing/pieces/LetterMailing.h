@@ -2,8 +2,8 @@
 
 #include "documents/letter/LetterTemplate.h"
 #include "documents/rtf/Report.h"
-#include "host/mailing/output/PrintedWork.h"
 #include "host/mailing/pieces/MailedRow.h"
+#include "host/mailing/pieces/Mailing.h"
 #include "host/mailing/selection/Addressees.h"
 
 #include <QDateTime>
@@ -14,6 +14,7 @@ namespace host {
 
 struct LetterWish : MailingWish {
   int letter = 0;
+  int letterhead = 0;                         ///< Above the letter; 0 for none.
   QDateTime moment;                           ///< The letters' date, the same for all.
   std::optional<documents::Subject> subject;  ///< Where the letter may be for two.
   std::optional<documents::Subject> usually;  ///< That one where `subject` does not say; passed over in other letters.
@@ -25,7 +26,7 @@ struct LetterWish : MailingWish {
 };
 
 /// Letters to people, made one by one from a template.
-class LetterMailing : public PrintedWork {
+class LetterMailing : public Mailing {
  public:
   /// Reads everything that the letters need; the connection is not used afterwards. Raises 5, in words, where there is
   /// no such letter or selection, where the letter can't be read or has no room for text, and where its markers are

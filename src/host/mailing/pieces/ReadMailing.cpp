@@ -1,7 +1,7 @@
 #include "host/mailing/pieces/ReadMailing.h"
 
 #include "database/Database.h"
-#include "database/Maintenance.h"
+#include "database/Snapshot.h"
 
 namespace host {
 
@@ -11,16 +11,8 @@ template <typename Mailing, typename Wish>
 std::unique_ptr<Mailing> ReadIt(const QString& connectionString, const Wish& wish, int userId) {
   const auto connection = database::CreateConnection(connectionString);
   connection->Open();
-  // A transaction takes the write lock, which a database for reading alone does not give.
-  std::optional<adodb::Transaction> transaction;
-  if (database::MayBeWritten(connectionString)) {
-    transaction.emplace(*connection);
-  }
-  auto mailing = std::make_unique<Mailing>(*connection, wish, userId);
-  if (transaction) {
-    transaction->Commit();
-  }
-  return mailing;
+  database::BeginSnapshot(*connection);
+  return std::make_unique<Mailing>(*connection, wish, userId);
 }
 
 }  // namespace

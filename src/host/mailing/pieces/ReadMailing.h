@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// Reads a mailing in one transaction on a connection of its own, so that any thread may. Raises what the mailing and
-/// the database raise.
+/// Reads a mailing as the database is at one moment, on a connection of its own, so that any thread may. Raises what
+/// the mailing and the database raise.
 std::unique_ptr<LetterMailing> ReadLetters(const QString& connectionString, const LetterWish& wish, int userId);
 std::unique_ptr<LabelMailing> ReadLabels(const QString& connectionString, const LabelWish& wish, int userId);
 

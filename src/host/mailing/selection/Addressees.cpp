@@ -74,16 +74,13 @@ QString ClauseOf(const SavedSelection& selection) {
 
 bool GetsMail(const Person& person, const MailingWish& wish, MailingNotes& notes) {
   const QString name = NameInLists(person);
-  const Posting posting = documents::PostingOf(person.address);
-  if (posting == Posting::Impossible && !wish.withoutAddressToo) {
+  if (documents::PostingOf(person.address) == Posting::Impossible && !wish.withoutAddressToo) {
     notes.leftOut.append({person.id, name, WhatIsMissing(person.address)});
     return false;
   }
-  if (posting == Posting::Doubtful) {
-    notes.doubtful.append({person.id, name, u"código postal dudoso, «%1»"_s.arg(person.address.postcode)});
-  }
-  if (person.address.isAbroad && person.address.country.trimmed().isEmpty()) {
-    notes.doubtful.append({person.id, name, u"su país ya no existe"_s});
+  const QString doubt = DoubtAbout(person.address);
+  if (!doubt.isEmpty()) {
+    notes.doubtful.append({person.id, name, doubt});
   }
   return true;
 }
@@ -95,6 +92,14 @@ QString WhatIsMissing(const documents::PostalAddress& address) {
     return u"sin dirección"_s;
   }
   return address.town.trimmed().isEmpty() ? u"sin población"_s : u"sin código postal"_s;
+}
+
+QString DoubtAbout(const documents::PostalAddress& address) {
+  if (address.isAbroad && address.country.trimmed().isEmpty()) {
+    return u"su país ya no existe"_s;
+  }
+  return documents::PostingOf(address) == Posting::Doubtful ? u"código postal dudoso, «%1»"_s.arg(address.postcode)
+                                                            : QString();
 }
 
 QStringList Sentences(const QList<PersonNote>& notes) {

@@ -58,6 +58,9 @@ std::vector<Addressee> AddresseesOf(const std::vector<documents::Person>& people
 /// What keeps mail from an address that can't be posted: "sin población".
 QString WhatIsMissing(const documents::PostalAddress& address);
 
+/// What looks wrong with an address that mail goes to: "código postal dudoso, «2812»"; empty for nothing.
+QString DoubtAbout(const documents::PostalAddress& address);
+
 /// "Pérez Gil, Ana (123)"
 QString NameInLists(const documents::Person& person);
 

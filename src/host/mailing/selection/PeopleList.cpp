@@ -21,7 +21,7 @@ ListedPerson Listed(const Person& person) {
   listed.postcode = address.postcode;
   listed.town = address.isAbroad ? u"%1 (%2)"_s.arg(address.town, address.country) : address.town;
   listed.missing = posting == Posting::Impossible ? WhatIsMissing(address) : QString();
-  listed.isDoubtful = posting == Posting::Doubtful;
+  listed.doubt = DoubtAbout(address);
   listed.folded = texts::FoldForSearch(
       QStringList{listed.name, listed.postcode, listed.town, address.street, QString::number(person.id)}.join(u' '));
   return listed;

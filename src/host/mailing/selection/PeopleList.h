@@ -16,7 +16,7 @@ struct ListedPerson {
   QString postcode;
   QString town;     ///< Abroad with the country: "Lisboa (Portugal)".
   QString missing;  ///< What keeps mail from the address; empty for nothing.
-  bool isDoubtful = false;
+  QString doubt;    ///< What looks wrong with an address that mail goes to.
   bool shares = false;  ///< The address is that of somebody else of the list, too.
   QString folded;       ///< As searches compare it.
 };

@@ -5,10 +5,11 @@
 #include <QFile>
 #include <QString>
 
-namespace host {
+namespace files {
 
 /// A private file that appears under its name when it is whole, in the place of one that is there; without that nothing
-/// is left of it. One object may make many files of a folder, one after the other.
+/// is left of it. One object may make many files of a folder, one after the other. What is there and no file (a folder,
+/// a device) is never replaced.
 class NewFile {
  public:
   /// Raises 5 where no file can be made there.
@@ -20,6 +21,9 @@ class NewFile {
   QFile& Device() { return m_file; }
   /// Raises 5 where something could not be written.
   void Finish();
+  /// The same without giving it its name: whoever wants a whole file only for a while reads it at Path.
+  void RequireWhole();
+  QString Path() const { return m_unfinished.Path(); }
 
  private:
   /// Remembers a failure, which writers of documents don't.
@@ -44,4 +48,4 @@ class NewFile {
   CheckedFile m_file;
 };
 
-}  // namespace host
+}  // namespace files

@@ -1,10 +1,12 @@
-#include "host/mailing/output/NewFile.h"
+#include "platform/files/NewFile.h"
 
 #include "platform/automation/Error.h"
 
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
 
-namespace host {
+namespace files {
 
 NewFile::NewFile(const QString& path) : m_path(path), m_unfinished(path) {
   Open(m_unfinished.IsValid());
@@ -18,7 +20,8 @@ void NewFile::Next(const QString& path) {
 void NewFile::Open(bool isMade) {
   m_file.setFileName(isMade ? m_unfinished.Path() : QString());
   m_file.Forgive();
-  if (!isMade || !m_file.open(QIODevice::WriteOnly)) {
+  const QFileInfo there(m_path);
+  if (!isMade || (there.exists() && !there.isFile()) || !m_file.open(QIODevice::WriteOnly)) {
     throw automation::Error(
         automation::InvalidProcedureCall,
         u"No se puede escribir el archivo «%1». Compruebe la carpeta y sus permisos."_s.arg(m_path));
@@ -32,10 +35,17 @@ void NewFile::Fail() const {
       "en el disco."_s.arg(m_path));
 }
 
-void NewFile::Finish() {
+void NewFile::RequireWhole() {
   const bool isWritten = m_file.flush() && !m_file.HasFailed() && m_file.error() == QFile::NoError;
   m_file.close();
-  if (!isWritten || !m_unfinished.Place(process::UnfinishedFile::Existing::Replace)) {
+  if (!isWritten) {
+    Fail();
+  }
+}
+
+void NewFile::Finish() {
+  RequireWhole();
+  if (!m_unfinished.Place(process::UnfinishedFile::Existing::Replace)) {
     Fail();
   }
 }
@@ -46,4 +56,4 @@ qint64 NewFile::CheckedFile::writeData(const char* data, qint64 size) {
   return written;
 }
 
-}  // namespace host
+}  // namespace files
