@@ -122,6 +122,7 @@ MailingOptions Completed(const CommandLine& line, adodb::Connection& connection)
   PrintWish& printing = options.printing;
   if (!printing.queue.isEmpty()) {
     RequirePrintQueue(printing.queue);
+    RequireTray(printing.queue, printing.tray);
     if (const auto kept = FindCalibration(connection, {printing.queue, printing.tray})) {
       printing.calibration = kept->calibration;
     }

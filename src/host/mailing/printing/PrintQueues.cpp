@@ -146,6 +146,18 @@ QList<PrintTray> TraysOf(const QString& queue) {
   return trays;
 }
 
+void RequireTray(const QString& queue, const QString& tray) {
+  QStringList words;
+  for (const PrintTray& known : TraysOf(queue)) {
+    words.append(known.word);
+  }
+  if (!tray.isEmpty() && !words.contains(tray)) {
+    Refuse(words.isEmpty()
+               ? u"La impresora «%1» no deja elegir bandeja."_s.arg(queue)
+               : u"La impresora «%1» no tiene bandeja «%2». Tiene: %3."_s.arg(queue, tray, words.join(u", "_s)));
+  }
+}
+
 int SendToPrinter(const QString& pdf, const PrintJob& job) {
   Options options;
   AskForSize(options, job);

@@ -24,6 +24,8 @@ QList<PrintQueue> PrintQueues();
 PrintQueue RequirePrintQueue(const QString& name);
 /// The trays that can be chosen; nothing for a printer without a choice, or one that does not answer.
 QList<PrintTray> TraysOf(const QString& queue);
+/// Raises 5, naming those that there are, for a tray that the printer does not have.
+void RequireTray(const QString& queue, const QString& tray);
 
 /// How a file is printed.
 struct PrintJob {

@@ -1,8 +1,8 @@
 #include "host/mailing/printing/Printing.h"
 
-#include "host/mailing/output/NewFile.h"
 #include "host/mailing/printing/PrintQueues.h"
 #include "platform/automation/Error.h"
+#include "platform/files/NewFile.h"
 
 #include <QDir>
 
@@ -29,7 +29,7 @@ int PaintForPrinter(const PrintedWork& work, const PrintWish& wish, QIODevice& f
 
 int Print(const PrintedWork& work, const PrintWish& wish, RunControl& control) {
   RequirePrintQueue(wish.queue);
-  NewFile file(QDir::temp().filePath(u"kel-impresion.pdf"_s));
+  files::NewFile file(QDir::temp().filePath(u"kel-impresion.pdf"_s));
   PaintForPrinter(work, wish, file.Device(), control);
   if (control.IsCancelled()) {
     return 0;
