@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/desktop/LiveRecords.h"
+#include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/Deletion.h"
@@ -51,6 +52,9 @@ class MainWindow : public QMainWindow {
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void SetUpActions();
   void SetUpStatusBar();
@@ -64,6 +68,7 @@ class MainWindow : public QMainWindow {
   void UndoDelete();
   void RecoverSelected();
   void ShowLocks();
+  MailingContext ContextForMailing(const QString& connectionString);
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
@@ -96,6 +101,7 @@ class MainWindow : public QMainWindow {
   RecordLoader m_loader;
   std::unique_ptr<LiveRecords> m_live;
   RecordDialogs m_dialogs;
+  MailingOpener m_mailing;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;

@@ -20,8 +20,8 @@ class BackgroundReader : public QObject {
 
  public:
   /// What a job is about: a later one about the same makes an earlier one's result worthless. Writes are all done.
-  enum class Topic { Choices, Selection, People, Mailing, Write };
-  static constexpr std::size_t topicCount = 5;
+  enum class Topic { Choices, Selection, People, Mailing, Printers, Write };
+  static constexpr std::size_t topicCount = 6;
 
   /// Runs in the window's thread when the job has ended.
   using Done = std::function<void()>;

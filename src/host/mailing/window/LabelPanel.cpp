@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -202,11 +203,12 @@ void LabelPanel::SetChoices(const Choices& choices, bool mayKeep) {
   if (before == 0) {
     Choose(choices.lastSheet);
   }
-  for (QWidget* field : {static_cast<QWidget*>(m_family), static_cast<QWidget*>(m_points), static_cast<QWidget*>(m_margin)}) {
+  for (QWidget* field :
+       {static_cast<QWidget*>(m_family), static_cast<QWidget*>(m_points), static_cast<QWidget*>(m_margin)}) {
     field->setEnabled(mayKeep && !m_sheets.isEmpty());
   }
   ShowSheet();
-  if (before == Sheet() && before != 0) {
+  if (before == Sheet() && before != 0 && !std::exchange(m_forgets, false)) {
     m_picture->Show(Chosen()->sheet, start);
     TakeStart();
   }

@@ -33,6 +33,8 @@ class LabelPanel : public QWidget {
   void Fill(LabelWish& wish) const;
   /// Neither a sender's labels nor a sheet for bank disks.
   bool IsForPeople() const;
+  /// The start is proposed anew with the next choices.
+  void Forget() { m_forgets = true; }
   /// Says how many sheets that makes and where the last one ends.
   void Tell(const LabelMailing& labels);
 
@@ -55,10 +57,11 @@ class LabelPanel : public QWidget {
   void TakeFont();
 
   QList<SheetChoice> m_sheets;
+  bool m_forgets = false;
   QComboBox* m_sheet;
-  QComboBox* m_whom;          ///< People, or a sender's letterhead.
-  QSpinBox* m_senderCopies;   ///< So many of a sender's.
-  QComboBox* m_issuer;        ///< Of bank disks.
+  QComboBox* m_whom;         ///< People, or a sender's letterhead.
+  QSpinBox* m_senderCopies;  ///< So many of a sender's.
+  QComboBox* m_issuer;       ///< Of bank disks.
   SheetStartPicture* m_picture;
   QSpinBox* m_first = nullptr;
   QLabel* m_result;

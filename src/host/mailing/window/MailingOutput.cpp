@@ -1,8 +1,10 @@
 #include "host/mailing/window/MailingOutput.h"
 
+#include "database/Database.h"
 #include "documents/rtf/Rtf.h"
 #include "host/mailing/output/Outputs.h"
 #include "host/mailing/pieces/ReadMailing.h"
+#include "host/mailing/printing/CalibrationRecords.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,12 +36,26 @@ QString Counted(int count, const QString& one, const QString& several) {
 }
 
 QString Files(int written, int count, const QString& folder) {
-  return written == count ? u"%1 en «%2»."_s.arg(Counted(count, u"archivo"_s, u"archivos"_s), folder)
-                          : u"Interrumpido: quedan %1 en «%2»."_s.arg(Counted(written, u"archivo"_s, u"archivos"_s), folder);
+  return written == count
+             ? u"%1 en «%2»."_s.arg(Counted(count, u"archivo"_s, u"archivos"_s), folder)
+             : u"Interrumpido: quedan %1 en «%2»."_s.arg(Counted(written, u"archivo"_s, u"archivos"_s), folder);
 }
 
 QString WholeFile(bool isWhole, const QString& text, const OutputOrder& order) {
   return isWhole ? u"%1 en «%2»."_s.arg(text, order.target) : u"Interrumpido: no se ha dejado ningún archivo."_s;
+}
+
+void PrintIt(const PrintedWork& work, const QString& connectionString, PrintWish wish, RunControl& control,
+             RunResult& result) {
+  const auto connection = database::CreateConnection(connectionString);
+  connection->Open();
+  if (const auto kept = FindCalibration(*connection, {wish.queue, wish.tray})) {
+    wish.calibration = kept->calibration;
+  }
+  const int job = Print(work, wish, control);
+  result.isWhole = job != 0;
+  result.text = result.isWhole ? u"Enviado a la impresora «%1», trabajo %2."_s.arg(wish.queue).arg(job)
+                               : u"Interrumpido: no se ha impreso nada."_s;
 }
 
 }  // namespace
@@ -64,6 +80,10 @@ RunResult MakeLetters(const QString& connectionString, const LetterWish& wish, i
     result.text = WholeFile(result.isWhole, Counted(count, u"carta"_s, u"cartas"_s), order);
     return result;
   }
+  if (order.kind == OutputOrder::Kind::Printer) {
+    PrintIt(*letters, connectionString, order.printing, control, result);
+    return result;
+  }
   const auto rich = [&](int letter) { return rtf::Write(*letters->Filled(letter)); };
   const int written = order.kind == OutputOrder::Kind::PdfPerPerson
                           ? WritePdfFiles(*letters, order.target, control)
@@ -79,12 +99,17 @@ RunResult MakeLabels(const QString& connectionString, const LabelWish& wish, int
   RequireAsAccepted(*labels, labels->Faults(), order);
   RunResult result;
   result.differing = DifferingPieces(order.seen, labels->Fingerprints());
+  if (order.kind == OutputOrder::Kind::Printer) {
+    PrintIt(*labels, connectionString, order.printing, control, result);
+    const bool isToTheEnd = order.printing.pages.last == 0 || order.printing.pages.last >= labels->Count();
+    result.lastLabel = result.isWhole && isToTheEnd ? labels->LastLabel() : 0;
+    return result;
+  }
   result.isWhole = WritePdf(*labels, order.target, control);
   result.text = WholeFile(result.isWhole,
                           u"%1, %2,"_s.arg(Counted(labels->Labels(), u"etiqueta"_s, u"etiquetas"_s),
                                            Counted(labels->Count(), u"hoja"_s, u"hojas"_s)),
                           order);
-  result.lastLabel = labels->LastLabel();
   return result;
 }
 

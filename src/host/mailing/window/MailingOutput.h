@@ -2,16 +2,18 @@
 
 #include "host/mailing/pieces/LabelMailing.h"
 #include "host/mailing/pieces/LetterMailing.h"
+#include "host/mailing/printing/Printing.h"
 #include "host/mailing/window/MailingRun.h"
 
 namespace host {
 
 /// What becomes of a mailing.
 struct OutputOrder {
-  enum class Kind { Pdf, PdfPerPerson, RtfPerPerson };
+  enum class Kind { Pdf, PdfPerPerson, RtfPerPerson, Printer };
 
   Kind kind = Kind::Pdf;
   QString target;           ///< A file, or a folder.
+  PrintWish printing;       ///< For a printer; its calibration is looked up.
   QList<std::size_t> seen;  ///< The fingerprints of what the user saw.
   QStringList accepted;     ///< The faults that the user left as they are.
 };

@@ -18,7 +18,7 @@ struct RunResult {
   bool isWhole = true;  ///< False for one that was cancelled.
   QString text;         ///< What was made, a sentence.
   int differing = 0;    ///< How many letters or labels were not as the preview had them.
-  int lastLabel = 0;    ///< Where labels end on their last sheet; 0 for anything else.
+  int lastLabel = 0;    ///< Where printed labels end on their last sheet; 0 for anything else.
 };
 
 /// One run in a thread of its own, which its end waits for.

@@ -1,6 +1,7 @@
 #include "host/mailing/window/MailingWindow.h"
 
 #include "database/Database.h"
+#include "host/mailing/pieces/Choices.h"
 #include "host/mailing/pieces/SheetUse.h"
 #include "host/mailing/window/LabelPanel.h"
 #include "host/mailing/window/LetterPanel.h"
@@ -47,7 +48,8 @@ MailingWindow::MailingWindow(MailingContext context, QWidget* parent)
       m_notices(new NoticeBox(this)),
       m_preview(new PreviewPanel(this)),
       m_what(new QStackedWidget(this)),
-      m_reader([connectionString = m_context.connectionString] { return database::CreateConnection(connectionString); }) {
+      m_reader(
+          [connectionString = m_context.connectionString] { return database::CreateConnection(connectionString); }) {
   setObjectName(u"mailingWindow"_s);
   m_selections = new SelectionCommands(m_context, m_reader, *m_people, *this);
   const QSettings settings;
@@ -152,9 +154,7 @@ void MailingWindow::TakeChoices(const Choices& choices) {
   }
   const int last = QSettings().value(lastSelection).toInt();
   const bool isThere = std::ranges::any_of(choices.selections, [&](const StoredSelection& s) { return s.id == last; });
-  WantSelection(isThere                        ? last
-                : choices.selections.isEmpty() ? 0
-                                               : choices.selections.constFirst().id);
+  WantSelection(isThere ? last : choices.selections.isEmpty() ? 0 : choices.selections.constFirst().id);
 }
 
 // Without a saved selection everybody is chosen.
@@ -174,11 +174,11 @@ void MailingWindow::WantSelection(int id) {
 }
 
 void MailingWindow::ReadPeople() {
-  m_reader.Run(Topic::People, [this, selection = m_people->Chosen(), order = m_posting->Order()](
-                                  adodb::Connection& connection) {
-    const auto people = std::make_shared<std::vector<ListedPerson>>(ListPeople(connection, selection, order));
-    return [this, people] { m_people->SetPeople(std::move(*people)); };
-  });
+  m_reader.Run(
+      Topic::People, [this, selection = m_people->Chosen(), order = m_posting->Order()](adodb::Connection& connection) {
+        const auto people = std::make_shared<std::vector<ListedPerson>>(ListPeople(connection, selection, order));
+        return [this, people] { m_people->SetPeople(std::move(*people)); };
+      });
 }
 
 void MailingWindow::ReadMailing() {
@@ -286,6 +286,9 @@ void MailingWindow::ShowFailure(Topic topic, const automation::Error& error) {
       m_people->SetError(error.Description());
       ForgetMailing(error.Description());
       break;
+    case Topic::Printers:
+      Say(error.Description());
+      break;
     case Topic::Write:
       Say(error.Description());
       ReadChoices();
@@ -343,10 +346,39 @@ void MailingWindow::Make(OutputOrder::Kind kind) {
   if (!AcceptsFaults()) {
     return;
   }
-  OutputOrder order{.kind = kind, .target = AskForTarget(kind), .seen = m_seen, .accepted = m_faults};
-  if (order.target.isEmpty()) {
+  const QString target = AskForTarget(kind);
+  if (!target.isEmpty()) {
+    Start({.kind = kind, .target = target, .printing = {}, .seen = {}, .accepted = {}});
+  }
+}
+
+// Printers and their trays are asked for beside the window's work: a print server may be slow.
+void MailingWindow::AskForPrinter() {
+  if (!AcceptsFaults()) {
     return;
   }
+  m_state->setText(u"Buscando impresoras…"_s);
+  m_reader.Run(Topic::Printers, [this](adodb::Connection& /*connection*/) {
+    const QList<KnownPrinter> printers = KnownPrinters();
+    return [this, printers] {
+      m_state->clear();
+      PrintOn(printers);
+    };
+  });
+}
+
+void MailingWindow::PrintOn(const QList<KnownPrinter>& printers) {
+  const bool isLetters = m_page == Page::Letters;
+  PrintDialog dialog(printers, isLetters ? 0 : m_preview->PartCount(), isLetters, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    m_printedSheet = isLetters ? 0 : m_label->Sheet();
+    Start({.kind = OutputOrder::Kind::Printer, .target = {}, .printing = dialog.Wish(), .seen = {}, .accepted = {}});
+  }
+}
+
+void MailingWindow::Start(OutputOrder order) {
+  order.seen = m_seen;
+  order.accepted = m_faults;
   const QString connectionString = m_context.connectionString;
   const int user = m_context.user.id;
   if (m_page == Page::Letters) {
@@ -371,13 +403,33 @@ void MailingWindow::ShowProgress(int done, int parts) {
 void MailingWindow::ShowResult(const RunResult& result) {
   QString text = result.text;
   if (result.differing > 0) {
-    text += result.differing == 1 ? u" Una no es como en la vista previa: los datos han cambiado."_s
-                                  : u" %1 no son como en la vista previa: los datos han cambiado."_s.arg(result.differing);
+    text += result.differing == 1
+                ? u" Una no es como en la vista previa: los datos han cambiado."_s
+                : u" %1 no son como en la vista previa: los datos han cambiado."_s.arg(result.differing);
     ReadPeople();
     ReadMailing();
   }
   m_state->setText(text);
   UpdateState();
+  if (result.lastLabel > 0) {
+    AskHowTheyCameOut(result.lastLabel);
+  }
+}
+
+// The next print begins where this one ended, if it is as it should be.
+void MailingWindow::AskHowTheyCameOut(int lastLabel) {
+  PlainBox box(QMessageBox::Question, m_context.title, u"¿Han salido bien las etiquetas?"_s,
+               QMessageBox::Yes | QMessageBox::No, this);
+  box.SetFurtherText(u"Con «Sí», la próxima vez se propone empezar detrás de la última que se ha usado."_s);
+  if (box.exec() == QMessageBox::Yes && !m_context.readOnly) {
+    m_reader.Run(Topic::Write, [this, sheet = m_printedSheet, lastLabel](adodb::Connection& connection) {
+      RememberLastLabel(connection, sheet, lastLabel);
+      return [this] {
+        m_label->Forget();
+        ReadChoices();
+      };
+    });
+  }
 }
 
 void MailingWindow::ShowRunFailure(const automation::Error& error) {
@@ -394,6 +446,7 @@ void MailingWindow::UpdateState() {
   const bool isRunning = m_run.IsRunning();
   const bool mayMake = m_pieces > 0 && !isRunning && !m_reader.IsBusy();
   const bool isLetters = m_page == Page::Letters;
+  m_print->setEnabled(mayMake);
   m_pdf->setEnabled(mayMake);
   m_pdfPerPerson->setEnabled(mayMake && isLetters);
   m_rtfPerPerson->setEnabled(mayMake && isLetters);

@@ -5,6 +5,7 @@
 #include "host/mailing/window/MailingOutput.h"
 #include "host/mailing/window/MailingRun.h"
 #include "host/mailing/window/NoticeBox.h"
+#include "host/mailing/window/PrintDialog.h"
 
 #include <QMainWindow>
 
@@ -16,6 +17,7 @@ class QToolBar;
 
 namespace host {
 
+struct Choices;
 class LabelPanel;
 class LetterPanel;
 class PeoplePanel;
@@ -75,6 +77,10 @@ class MailingWindow : public QMainWindow {
   LetterWish WishedLetters() const;
   LabelWish WishedLabels() const;
   void Make(OutputOrder::Kind kind);
+  void AskForPrinter();
+  void PrintOn(const QList<KnownPrinter>& printers);
+  void Start(OutputOrder order);
+  void AskHowTheyCameOut(int lastLabel);
   QString AskForTarget(OutputOrder::Kind kind);
   bool AcceptsFaults();
   void ShowProgress(int done, int parts);
@@ -89,6 +95,7 @@ class MailingWindow : public QMainWindow {
   int m_wantedSheet = 0;
   bool m_hasChoices = false;
   int m_pieces = 0;
+  int m_printedSheet = 0;  ///< The sheet of the labels that are being printed.
   QList<std::size_t> m_seen;
   QStringList m_faults;
   QStringList m_accepted;
@@ -105,6 +112,7 @@ class MailingWindow : public QMainWindow {
   QPushButton* m_cancel = nullptr;
   QAction* m_lettersPage = nullptr;
   QAction* m_labelsPage = nullptr;
+  QAction* m_print = nullptr;
   QAction* m_pdf = nullptr;
   QAction* m_pdfPerPerson = nullptr;
   QAction* m_rtfPerPerson = nullptr;

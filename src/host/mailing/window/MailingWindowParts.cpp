@@ -42,6 +42,8 @@ QAction* MailingWindow::AddAction(const char* name, const QString& text, const Q
 void MailingWindow::MakeActions() {
   m_lettersPage = AddAction("actCartas", u"&Cartas"_s, u"Cartas"_s, u"document-edit"_s, QKeySequence(u"Ctrl+1"_s));
   m_labelsPage = AddAction("actEtiquetas", u"&Etiquetas"_s, u"Etiquetas"_s, u"tag"_s, QKeySequence(u"Ctrl+2"_s));
+  m_print =
+      AddAction("actImprimir", u"&Imprimir…"_s, u"Imprimir"_s, u"document-print"_s, QKeySequence(QKeySequence::Print));
   m_pdf = AddAction("actPdf", u"&Guardar como PDF…"_s, u"Guardar PDF"_s, u"document-save"_s, QKeySequence());
   m_pdfPerPerson =
       AddAction("actPdfPorPersona", u"Un P&DF por persona…"_s, u"Un PDF por persona"_s, u"document-multiple"_s, {});
@@ -56,6 +58,7 @@ void MailingWindow::MakeActions() {
   }
   connect(m_lettersPage, &QAction::triggered, this, [this] { ShowPage(Page::Letters); });
   connect(m_labelsPage, &QAction::triggered, this, [this] { ShowPage(Page::Labels); });
+  connect(m_print, &QAction::triggered, this, &MailingWindow::AskForPrinter);
   connect(m_pdf, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::Pdf); });
   connect(m_pdfPerPerson, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::PdfPerPerson); });
   connect(m_rtfPerPerson, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::RtfPerPerson); });
@@ -64,7 +67,7 @@ void MailingWindow::MakeActions() {
 
 void MailingWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(u"&Archivo"_s);
-  file->addActions({m_pdf, m_pdfPerPerson, m_rtfPerPerson});
+  file->addActions({m_print, m_pdf, m_pdfPerPerson, m_rtfPerPerson});
   file->addSeparator();
   QAction* close = file->addAction(u"&Cerrar"_s, this, &QWidget::close);
   close->setShortcut(QKeySequence::Close);
@@ -90,7 +93,7 @@ void MailingWindow::MakeMenus() {
   m_bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   m_bar->addActions({m_lettersPage, m_labelsPage});
   m_bar->addSeparator();
-  m_bar->addActions({m_pdf, m_pdfPerPerson, m_rtfPerPerson});
+  m_bar->addActions({m_print, m_pdf, m_pdfPerPerson, m_rtfPerPerson});
 }
 
 void MailingWindow::MakeLayout() {
@@ -131,7 +134,8 @@ void MailingWindow::MakeStatusBar() {
   m_cancel = new QPushButton(u"&Cancelar"_s, this);
   m_cancel->setObjectName(u"cmdCancelar"_s);
   connect(m_cancel, &QPushButton::clicked, &m_run, &MailingRun::Cancel);
-  auto* session = new QLabel(u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_context.userName, m_context.database), this);
+  auto* session =
+      new QLabel(u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_context.userName, m_context.database), this);
   session->setTextFormat(Qt::PlainText);
   session->setToolTip(texts::AsItStands(m_context.database));
   statusBar()->addWidget(m_state, 1);

@@ -24,9 +24,9 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
   const int letter = fontMetrics().averageCharWidth();
-  constexpr int nameLetters = 32;
-  constexpr int postcodeLetters = 9;
-  constexpr int townLetters = 22;
+  constexpr int nameLetters = 27;
+  constexpr int postcodeLetters = 8;
+  constexpr int townLetters = 19;
   setColumnWidth(PeopleModel::Name, letter * nameLetters);
   setColumnWidth(PeopleModel::Postcode, letter * postcodeLetters);
   setColumnWidth(PeopleModel::Town, letter * townLetters);

@@ -63,30 +63,37 @@ void PreviewPanel::AddBar() {
   m_name->setObjectName(u"lblPersona"_s);
   m_name->setTextFormat(Qt::PlainText);
   m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  constexpr int nameLetters = 12;
+  m_name->setMinimumWidth(nameLetters * fontMetrics().averageCharWidth());
   m_zoom->setObjectName(u"cboTamano"_s);
   m_zoom->setAccessibleName(u"Tamaño en pantalla"_s);
   m_zoom->addItems({u"Página entera"_s, u"Anchura"_s, u"100 %"_s, u"150 %"_s});
   AddLeaf(*bar, "cmdPrimera", u"Primera"_s, u"go-first"_s, u"|<"_s, QKeySequence(u"Shift+F7"_s), [] { return 0; });
-  AddLeaf(*bar, "cmdAnterior", u"Anterior"_s, u"go-previous"_s, u"<"_s, QKeySequence(u"F7"_s), [this] { return m_part - 1; });
+  AddLeaf(*bar, "cmdAnterior", u"Anterior"_s, u"go-previous"_s, u"<"_s, QKeySequence(u"F7"_s),
+          [this] { return m_part - 1; });
   bar->addWidget(m_number);
   bar->addWidget(m_count);
-  AddLeaf(*bar, "cmdSiguiente", u"Siguiente"_s, u"go-next"_s, u">"_s, QKeySequence(u"F8"_s), [this] { return m_part + 1; });
+  AddLeaf(*bar, "cmdSiguiente", u"Siguiente"_s, u"go-next"_s, u">"_s, QKeySequence(u"F8"_s),
+          [this] { return m_part + 1; });
   AddLeaf(*bar, "cmdUltima", u"Última"_s, u"go-last"_s, u">|"_s, QKeySequence(u"Shift+F8"_s),
           [this] { return m_number->maximum() - 1; });
   bar->addWidget(m_name, 1);
-  AddSwitch(*bar, m_tint, u"&Resaltar los datos"_s, "chkResaltar", &PreviewLook::tintsValues);
-  AddSwitch(*bar, m_envelope, u"&Ventana del sobre"_s, "chkVentana", &PreviewLook::showsEnvelope);
-  AddSwitch(*bar, m_edges, u"&Bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
+  AddSwitch(*bar, m_tint, u"&Resaltar"_s, u"Ver sobre un fondo los datos de cada persona"_s, "chkResaltar",
+            &PreviewLook::tintsValues);
+  AddSwitch(*bar, m_envelope, u"&Sobre"_s, u"Ver dónde está la ventana del sobre"_s, "chkVentana",
+            &PreviewLook::showsEnvelope);
+  AddSwitch(*bar, m_edges, u"&Bordes"_s, u"Ver los bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
   bar->addWidget(m_zoom);
   layout()->addWidget(row);
   connect(m_number, &QSpinBox::valueChanged, this, [this](int number) { Leaf(number - 1); });
   connect(m_zoom, &QComboBox::activated, this, &PreviewPanel::ChooseZoom);
 }
 
-void PreviewPanel::AddSwitch(QHBoxLayout& bar, QAction*& action, const QString& text, const char* name,
-                             bool PreviewLook::*look) {
+void PreviewPanel::AddSwitch(QHBoxLayout& bar, QAction*& action, const QString& text, const QString& tip,
+                             const char* name, bool PreviewLook::*look) {
   action = new QAction(text, this);
   action->setCheckable(true);
+  action->setToolTip(tip);
   action->setChecked(m_look.*look);
   auto* button = new QToolButton(this);
   button->setObjectName(QString::fromLatin1(name));

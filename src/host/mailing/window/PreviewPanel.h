@@ -35,7 +35,7 @@ class PreviewPanel : public QWidget {
   /// Puts the ways of leafing and of showing into a menu.
   void FillMenu(QMenu& menu);
 
-  int Part() const { return m_part; }
+  int PartCount() const { return m_work == nullptr ? 0 : m_work->Count(); }
 
  Q_SIGNALS:
   /// The user leafed to the letter of that person.
@@ -46,7 +46,8 @@ class PreviewPanel : public QWidget {
 
  private:
   void AddBar();
-  void AddSwitch(QHBoxLayout& bar, QAction*& action, const QString& text, const char* name, bool PreviewLook::*look);
+  void AddSwitch(QHBoxLayout& bar, QAction*& action, const QString& text, const QString& tip, const char* name,
+                 bool PreviewLook::*look);
   void AddLeaf(QHBoxLayout& bar, const char* name, const QString& text, const QString& icon, const QString& brief,
                const QKeySequence& key, const std::function<int()>& target);
   void SetWork(const Mailing* work);
