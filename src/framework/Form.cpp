@@ -4,6 +4,7 @@
 #include "framework/FocusWatch.h"
 #include "framework/Help.h"
 #include "framework/ReturnToWindow.h"
+#include "framework/ScreenFit.h"
 #include "framework/Termination.h"
 #include "platform/automation/Error.h"
 
@@ -63,7 +64,7 @@ void Form::ShowModal() {
   }
   if (m_loaded) {
     SizeControls(*this);
-    WidenForCaption();
+    ChooseSize();
     const ReturnToWindow back;
     const Termination::Watch watch;
     exec();
@@ -150,12 +151,13 @@ void Form::DestroyControls() {
   qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 
-void Form::WidenForCaption() {
+void Form::ChooseSize() {
   // Room for the caption in bold beside the title bar's icon and buttons, which take about twelve digits.
   QFont bold = font();
   bold.setBold(true);
   const int wanted = QFontMetrics(bold).horizontalAdvance(windowTitle() + u"000000000000"_s);
-  resize(sizeHint().expandedTo(QSize(std::min(wanted, screen()->availableSize().width() / 2), 0)));
+  const int widened = std::min(wanted, screen()->availableSize().width() / 2);
+  resize(FitToScreen(*this, sizeHint().expandedTo(QSize(widened, 0))));
 }
 
 void Form::SetCaption(QString text) {

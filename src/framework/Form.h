@@ -102,7 +102,7 @@ class Form : public QDialog {
 
   void DestroyControls();
   void FinishUnload();
-  void WidenForCaption();
+  void ChooseSize();
   // False when the handler let an error out; the first one is kept.
   bool KeepError(const std::function<void()>& handler);
   void RethrowKeptError();

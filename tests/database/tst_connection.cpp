@@ -1,3 +1,4 @@
+#include "database/Announcement.h"
 #include "database/ChangeClock.h"
 #include "database/Maintenance.h"
 #include "database/Snapshot.h"
@@ -37,6 +38,8 @@ class tst_connection : public QObject {
   void Transactions();
   void ASnapshotSeesOneMoment();
   void AFailureLeavesTheTransactionOpen();
+  void AnnouncementsChangeNoOutcome();
+  void AnnouncedCommits();
   void ClosingRollsBack();
   void AClosedOneGoesOnWithTheSameFile_data();
   void AClosedOneGoesOnWithTheSameFile();
@@ -223,6 +226,70 @@ void tst_connection::AFailureLeavesTheTransactionOpen() {
   connection.Execute(insertBank);
   connection.CommitTrans();
   QCOMPARE(Outcome(connection, countBanks), u"2"_s);
+}
+
+void tst_connection::AnnouncementsChangeNoOutcome() {
+  adodb::Connection& connection = m_database->Connection();
+  const QString count = u"SELECT COUNT(*) FROM Bancos"_s;
+  const QString add = u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','a')"_s;
+  const QString rename = u"UPDATE Bancos SET Nombre=Nombre & 'b'"_s;
+  const QString names = u"SELECT Nombre FROM Bancos"_s;
+  const QString wrong = u"UPDATE Paises SET IDPais='x' WHERE IDPais=1"_s;
+  connection.BeginTrans();
+  {
+    const database::Announcement course(connection, {count, add, count, add, names});
+    QCOMPARE(Outcome(connection, count), u"0"_s);
+    connection.Execute(add);
+    QCOMPARE(connection.RecordsAffected(), 1);
+    QCOMPARE(Outcome(connection, count), u"1"_s);
+    // A number that is there already: what follows it goes on.
+    QCOMPARE(ErrorOf([&] { connection.Execute(add); }), int(adodb::ConstraintViolation));
+    QCOMPARE(Outcome(connection, names), u"a"_s);
+  }
+  const QString highest = u"SELECT MAX(IDBanco) FROM Bancos"_s;
+  const QString key = Outcome(connection, highest);
+  {
+    // What reads may be left out; a key is remembered where its row was announced.
+    const database::Announcement course(connection, {count, names, rename, names, wrong, count});
+    connection.Execute(rename);
+    QCOMPARE(Outcome(connection, names), u"ab"_s);
+    QCOMPARE(ErrorOf([&] { connection.Execute(wrong); }), int(automation::TypeMismatch));
+    connection.Execute(u"DELETE FROM Bancos"_s);
+    QCOMPARE(Outcome(connection, count), u"0"_s);
+  }
+  {
+    const database::Announcement forgotten(connection, {names, count});
+    QCOMPARE(Outcome(connection, names), QString());
+  }
+  connection.Execute(add);
+  QVERIFY(Outcome(connection, highest) > key);
+  QCOMPARE(Outcome(connection, count), u"1"_s);
+  connection.RollbackTrans();
+  // Outside of a transaction nothing is written before it is asked for.
+  const database::Announcement written(connection, {count, add});
+  QCOMPARE(Outcome(connection, count), u"0"_s);
+  QCOMPARE(m_database->Query(u"SELECT COUNT(*) FROM Bancos"), QStringList(u"0"_s));
+}
+
+void tst_connection::AnnouncedCommits() {
+  adodb::Connection& connection = m_database->Connection();
+  const QString add = u"INSERT INTO Bancos(Numero,Nombre) VALUES('0100','a')"_s;
+  for (const bool isThere : {false, true}) {
+    connection.BeginTrans();
+    connection.Execute(u"UPDATE Paises SET Nombre='%1' WHERE IDPais=1"_s.arg(isThere));
+    const database::Announcement last(connection, {add}, database::Announcement::End::Commit);
+    if (isThere) {
+      QCOMPARE(ErrorOf([&] { connection.Execute(add); }), int(adodb::ConstraintViolation));
+      QCOMPARE(Outcome(connection, u"SELECT Nombre FROM Paises WHERE IDPais=1"_s), u"1"_s);
+      connection.RollbackTrans();
+    } else {
+      connection.Execute(add);
+      connection.CommitTrans();
+    }
+    QCOMPARE(m_database->Query(u"SELECT Nombre FROM Paises WHERE IDPais=1"), QStringList(u"0"_s));
+    QCOMPARE(m_database->Query(u"SELECT COUNT(*) FROM Bancos"), QStringList(u"1"_s));
+    QCOMPARE(ErrorOf([&] { connection.CommitTrans(); }), int(adodb::NoTransaction));
+  }
 }
 
 void tst_connection::ClosingRollsBack() {

@@ -83,6 +83,14 @@ void tst_dialect::Statements_data() {
       "35/35/35");
   Row("union in order",
       "SELECT 'b' AS t FROM Paises WHERE IDPais=35 UNION SELECT 'a' FROM Paises WHERE IDPais=35 ORDER BY t", "a/b");
+  Row("the selects of a union all in turn, each in its table's order",
+      "UPDATE Provincias SET Nombre=Nombre & 'x' WHERE Prefijo='01' ;; "
+      "SELECT Prefijo FROM Provincias WHERE Prefijo<'04' UNION ALL SELECT Nombre FROM Provincias WHERE Prefijo<'03'",
+      "01/02/03/Álavax/Albacete");
+  Row("what is alike in a union's order goes by the other columns",
+      "SELECT CodPais AS a, IDProvincia FROM Provincias WHERE Prefijo IN ('02','05') UNION ALL "
+      "SELECT CodPais, IDProvincia FROM Provincias WHERE Prefijo IN ('04','01') ORDER BY a",
+      "35|1/35|2/35|4/35|5");
   Row("a collaborator without a country is neither at home nor abroad",
       "INSERT INTO Colaboradores(Nombre) VALUES('Sin') ;; INSERT INTO Colaboradores(Nombre,codpais) VALUES('No',NULL) "
       ";; INSERT INTO Colaboradores(Nombre,codpais) VALUES('Fuera',1) ;; "

@@ -228,7 +228,9 @@ void tst_postgres::AClosedOneKeepsItsLine() {
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('a')"_s);
   connection.BeginTrans();
   connection.Execute(u"INSERT INTO Bancos(Nombre) VALUES('b')"_s);
-  Server().Run(u"CREATE TABLE kel_test.lines AS SELECT pid FROM pg_stat_activity WHERE state='idle in transaction'"_s);
+  Server().Run(
+      u"CREATE TABLE kel_test.lines AS SELECT pid FROM pg_stat_activity WHERE state='idle in transaction' AND "
+      "datname=current_database()"_s);
   connection.Close();
   // It is there, and holds nothing open.
   Server().Run(

@@ -1,5 +1,7 @@
+#include "database/Announcement.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
+#include "support/OwnServer.h"
 #include "support/Relay.h"
 #include "support/SmallDisk.h"
 #include "support/TestDatabase.h"
@@ -7,7 +9,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTest>
 
 #include <pwd.h>
@@ -30,31 +31,6 @@ class tst_server_faults : public QObject {
 
 namespace {
 
-/// A server of the object's own; databases are made there as long as it lives.
-class OwnServer {
- public:
-  OwnServer() : m_others(qgetenv("KEL_POSTGRES")) {
-    Control(u"start"_s);
-    qputenv("KEL_POSTGRES", QFile::encodeName(m_folder.filePath(place)));
-  }
-  OwnServer(const OwnServer&) = delete;
-  OwnServer& operator=(const OwnServer&) = delete;
-  ~OwnServer() {
-    qputenv("KEL_POSTGRES", m_others);
-    Control(u"stop"_s);
-  }
-
- private:
-  void Control(const QString& action) const {
-    QProcess::execute(qEnvironmentVariable("KEL_DATOS") + u"/../support/postgres.sh"_s,
-                      {action, m_folder.filePath(place)});
-  }
-
-  static inline const QString place = u"place"_s;
-  QTemporaryDir m_folder;
-  QByteArray m_others;
-};
-
 void GiveToServer(const QString& folder) {
   const passwd* user = getpwnam("postgres");
   QVERIFY(user != nullptr && chown(QFile::encodeName(folder).constData(), user->pw_uid, user->pw_gid) == 0);
@@ -64,12 +40,15 @@ void GiveToServer(const QString& folder) {
 
 void tst_server_faults::ALostAnswerIsSaidAndNothingSentTwice_data() {
   QTest::addColumn<bool>("inTransaction");
-  QTest::newRow("to COMMIT") << true;
-  QTest::newRow("to a statement") << false;
+  QTest::addColumn<bool>("isAnnounced");
+  QTest::newRow("to COMMIT") << true << false;
+  QTest::newRow("to a statement with its COMMIT") << true << true;
+  QTest::newRow("to a statement") << false << false;
 }
 
 void tst_server_faults::ALostAnswerIsSaidAndNothingSentTwice() {
   QFETCH(const bool, inTransaction);
+  QFETCH(const bool, isAnnounced);
   const TestDatabase database;
   support::Relay relay(database.ConnectionString());
   const auto connection = database::CreateConnection(relay.ConnectionString());
@@ -82,8 +61,10 @@ void tst_server_faults::ALostAnswerIsSaidAndNothingSentTwice() {
       return;
     }
     connection->BeginTrans();
-    connection->Execute(statement);
+    const database::Announcement announcement(*connection, isAnnounced ? QStringList(statement) : QStringList(),
+                                              database::Announcement::End::Commit);
     relay.SwallowAnswerTo("COMMIT");
+    connection->Execute(statement);
     connection->CommitTrans();
   };
   try {
@@ -109,7 +90,7 @@ void tst_server_faults::AFullDiskIsSaid() {
   QVERIFY(QDir().mkpath(tables));
   GiveToServer(disk.Path({}));
   GiveToServer(tables);
-  const OwnServer server;
+  const support::OwnServer server;
   const TestDatabase database;
   database.Server()->Run(u"CREATE TABLESPACE pequeno LOCATION '%1'"_s.arg(tables));
   database.Server()->Run(u"ALTER TABLE kel.cabeceras SET TABLESPACE pequeno"_s);

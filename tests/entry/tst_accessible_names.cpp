@@ -1,13 +1,9 @@
-#include "entry/Dispatch.h"
-#include "support/Expect.h"
+#include "EveryDialog.h"
 
 #include <QAccessible>
-#include <QMessageBox>
-#include <QSet>
 
 using namespace Qt::StringLiterals;
 
-using support::action;
 using support::DialogUser;
 using support::TestHost;
 
@@ -38,35 +34,14 @@ class tst_accessible_names : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void EveryControl_data() {
-    QTest::addColumn<int>("node");
-    QTest::addColumn<int>("id");
-    QSet<QString> known;
-    for (const entry::dispatch::Entry& entry : entry::dispatch::Table()) {
-      if (entry.create != nullptr && !known.contains(entry.dialog)) {
-        known.insert(entry.dialog);
-        QTest::newRow(qPrintable(entry.dialog))
-            << entry.node.toInt() << (entry.opening == entry::dispatch::Opening::GuardedLoadOfARecord ? 1 : 0);
-      }
-    }
-  }
+  void EveryControl_data() { AddEveryDialog(); }
 
   void EveryControl() {
     QFETCH(int, node);
     QFETCH(int, id);
     TestHost host;
-    host.Execute(u"INSERT INTO Bancos(IDBanco,Numero,Nombre) VALUES(1,'0001','Uno')");
-    host.desktop.printers = 1;
-    if (node == support::node.CartasModelo()) {
-      // The editor always asks before it closes.
-      host.driver.Answer(QMessageBox::No);
-    }
-    QStringList nameless{u"not shown"_s};
-    host.driver.On(QTest::currentDataTag(), [&](const DialogUser& dialog) {
-      nameless = Nameless(dialog);
-      dialog.Close();
-    });
-    EXPECT_CLEAN(host, host.PasarDatos(node, id == 0 ? action.Agregar() : action.Modificar(), id, 1));
+    QStringList nameless;
+    EXPECT_CLEAN(host, OpenEach(host, node, id, [&](const DialogUser& dialog) { nameless = Nameless(dialog); }));
     QCOMPARE(nameless.join(u' '), QString());
   }
 };

@@ -1,9 +1,11 @@
 #include "database/sqlite/SqliteConnection.h"
 #include "host/records/ChangeLog.h"
 #include "host/records/OfficeConnection.h"
+#include "host/records/RecordLoader.h"
 #include "host/records/SeenNotes.h"
 #include "host/records/Session.h"
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/contract/cConstNodo.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -29,6 +31,7 @@ class tst_office_connection : public QObject {
   void WhoWhenAndHowLong();
   void WatchesSeeWhatIsCommitted();
   void LateNotesAreSeen();
+  void ListsAreReadOverOneConnection();
   void ABatchIsOneTransaction();
   void ALostBatchDoesNothingMore();
 
@@ -133,11 +136,14 @@ void tst_office_connection::NotesGoWithTheirTransaction() {
   m_office->BeginTrans();
   m_office->Execute(insertBank);
   // What another program adds now is not what the component asks for.
-  QCOMPARE(Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s), u"1"_s);
+  const QString first = Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s);
   m_office->CommitTrans();
   m_office->Execute(u"INSERT INTO Bancos(Numero) VALUES('0200')"_s);
   m_database->Execute(u"INSERT INTO Bancos(Numero) VALUES('7')");
-  QCOMPARE(Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s), u"2"_s);
+  const QString second = Outcome(*m_office, u"SELECT MAX(IDBanco) AS N FROM Bancos"_s);
+  QCOMPARE(m_database->Query(u"SELECT Numero FROM Bancos WHERE IDBanco IN ({},{}) ORDER BY IDBanco",
+                             adodb::Verbatim{first}, adodb::Verbatim{second}),
+           (QStringList{u"0100"_s, u"0200"_s}));
   QCOMPARE(NotesNow().size(), 2);
 }
 
@@ -150,7 +156,13 @@ void tst_office_connection::WhatFailsLeavesNothing() {
   QCOMPARE(NotesNow().size(), 1);
   // Without a note there is no change, either.
   m_database->Execute(u"DELETE FROM Cambios");
-  static_cast<database::SqliteConnection&>(m_database->Connection()).Handle().Run("ALTER TABLE Cambios RENAME TO Otra");
+  if (const support::ServerDatabase* server = m_database->Server()) {
+    server->Run(u"ALTER TABLE kel.cambios RENAME TO otra"_s);
+  } else {
+    static_cast<database::SqliteConnection&>(m_database->Connection())
+        .Handle()
+        .Run("ALTER TABLE Cambios RENAME TO Otra");
+  }
   QCOMPARE(ErrorOf([&] { m_office->Execute(u"UPDATE Bancos SET Nombre='x' WHERE IDBanco=1"_s); }),
            int(adodb::NoSuchTable));
   QCOMPARE(Outcome(m_database->Connection(), u"SELECT Nombre FROM Bancos"_s), u"Uno"_s);
@@ -266,11 +278,34 @@ void tst_office_connection::LateNotesAreSeen() {
     return taken;
   };
   QCOMPARE(take({11, 14}), u"11 11 14"_s);
+  QCOMPARE(take({14}), u"11"_s);
   QCOMPARE(take({13, 14}), u"11 13"_s);
   QCOMPARE(take({12, 13, 14, 15}), u"15 12 15"_s);
   // What was undone is not waited for for ever.
   QCOMPARE(take({17}), u"15 17"_s);
   QCOMPARE(take({1000}), u"799 1000"_s);
+  constexpr qint64 afterManyYears = 1'000'000'000'000;
+  QCOMPARE(take({afterManyYears}), u"999999999799 1000000000000"_s);
+}
+
+void tst_office_connection::ListsAreReadOverOneConnection() {
+  int made = 0;
+  qsizetype read = 0;
+  host::RecordLoader loader([&] {
+    ++made;
+    return database::CreateConnection(m_database->ConnectionString());
+  });
+  connect(&loader, &host::RecordLoader::Loaded, this,
+          [&](const host::SortedRecords& records) { read = records.records.Size(); });
+  const cConstNodo node;
+  for (const int id : {node.Provincias(), node.Paises(), node.Provincias()}) {
+    read = 0;
+    loader.Load(*host::FindNode(id), 0);
+    QTRY_VERIFY(read > 0);
+    m_office->Execute(u"UPDATE Provincias SET Eliminado=-1 WHERE IDProvincia<3"_s);
+  }
+  QCOMPARE(read, 50);
+  QCOMPARE(made, 1);
 }
 
 KEL_TEST(tst_office_connection);

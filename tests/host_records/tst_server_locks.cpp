@@ -5,9 +5,13 @@
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/contract/cConstNodo.h"
 #include "support/ErrorOf.h"
+#include "support/OwnServer.h"
+#include "support/PrivateNetwork.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <atomic>
@@ -28,7 +32,8 @@ const QString save = u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s;
 /// A program of an office: its session over the connection that the component gets.
 struct Program {
   Program(const TestDatabase& database, int user, const QString& options = {})
-      : office(database::CreateConnection(database.ConnectionString() + options), session) {
+      : Program(database.ConnectionString() + options, user) {}
+  Program(const QString& connectionString, int user) : office(database::CreateConnection(connectionString), session) {
     session.connection = &office;
     session.office = &office;
     session.userId = user;
@@ -51,6 +56,7 @@ class tst_server_locks : public QObject {
   void init() { m_database = std::make_unique<TestDatabase>(); }
   void ALockOutlivesACut();
   void ALostLockSavesNothing();
+  void ACutNetworkFreesTheLock();
   void ALockThatCouldNotBeReleasedEnds();
   void ABatchHoldsItsTables();
   void ManyOnOneRecord_data();
@@ -97,6 +103,35 @@ void tst_server_locks::ALostLockSavesNothing() {
   QVERIFY(!ana.Take());
   QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), 0);
   QCOMPARE(Outcome(ana.office, country), u"1"_s);
+}
+
+// Nothing says that the network was cut: what is sent gets no answer.
+void tst_server_locks::ACutNetworkFreesTheLock() {
+  const support::PrivateNetwork network;
+  if (!network.IsThere()) {
+    QSKIP("a network of one's own takes root's rights");
+  }
+  const support::OwnServer server(u"network"_s);
+  const TestDatabase database;
+  static const QRegularExpression place(u"Servidor=[^;]*"_s);
+  const QString country = u"SELECT COUNT(*) FROM Paises WHERE Nombre='x'"_s;
+  Program ana(database.ConnectionString().replace(place, u"Servidor=127.0.0.1"_s), 1);
+  Program blas(database, 2);
+  QVERIFY(ana.Take());
+  network.Cut();
+  QElapsedTimer elapsed;
+  elapsed.start();
+  QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), int(adodb::TransactionLost));
+  QVERIFY2(elapsed.elapsed() < 20000, qPrintable(QString::number(elapsed.elapsed())));
+  QTRY_VERIFY_WITH_TIMEOUT(blas.Take(), 30000 - static_cast<int>(elapsed.elapsed()));
+  network.Mend();
+  try {
+    ana.office.Execute(save);
+    QFAIL("it was saved");
+  } catch (const automation::Error& error) {
+    QVERIFY2(error.Description().contains(u"se perdió"_s), qPrintable(error.Description()));
+  }
+  QCOMPARE(Outcome(blas.office, country), u"0"_s);
 }
 
 void tst_server_locks::ALockThatCouldNotBeReleasedEnds() {

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstring>
+#include <deque>
 #include <stdexcept>
 #include <vector>
 
@@ -50,6 +51,24 @@ bool SendAll(int to, const QByteArray& bytes) {
     sent += count;
   }
   return true;
+}
+
+using Clock = std::chrono::steady_clock;
+
+/// What is on its way, and when it is there.
+struct Parcel {
+  Clock::time_point due;
+  QByteArray bytes;
+  bool isAnswer = false;
+};
+
+// In milliseconds; -1 for no end.
+int TimeToNext(const std::deque<Parcel>& parcels) {
+  if (parcels.empty()) {
+    return -1;
+  }
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(parcels.front().due - Clock::now());
+  return static_cast<int>(std::max<qint64>(left.count(), 0));
 }
 
 }  // namespace
@@ -113,17 +132,30 @@ void Relay::Serve(int client) {
     return;
   }
   bool isToBeCut = false;
-  bool wasAnswer = true;
+  bool wasAnswered = true;
+  std::deque<Parcel> onTheirWay;
   std::array<pollfd, 3> awaited = {pollfd{client, POLLIN, 0}, pollfd{server, POLLIN, 0},
                                    pollfd{m_ending[0], POLLIN, 0}};
-  while (poll(awaited.data(), awaited.size(), -1) > 0 && awaited[2].revents == 0) {
-    const bool isAnswer = awaited[1].revents != 0;
-    const QByteArray bytes = Receive(isAnswer ? server : client);
-    m_roundTrips += wasAnswer && !isAnswer ? 1 : 0;
-    wasAnswer = isAnswer;
-    isToBeCut = isToBeCut || (!isAnswer && HoldsText(bytes));
-    if (bytes.isEmpty() || (isAnswer && isToBeCut) || !SendAll(isAnswer ? client : server, bytes)) {
-      return;
+  while (poll(awaited.data(), awaited.size(), TimeToNext(onTheirWay)) >= 0 && awaited[2].revents == 0) {
+    for (const bool isAnswer : {false, true}) {
+      if (awaited[isAnswer ? 1 : 0].revents == 0) {
+        continue;
+      }
+      const QByteArray bytes = Receive(isAnswer ? server : client);
+      m_roundTrips += wasAnswered && !isAnswer ? 1 : 0;
+      wasAnswered = wasAnswered && isAnswer;
+      isToBeCut = isToBeCut || (!isAnswer && HoldsText(bytes));
+      if (bytes.isEmpty() || (isAnswer && isToBeCut)) {
+        return;
+      }
+      onTheirWay.push_back({Clock::now() + m_delay.load(), bytes, isAnswer});
+    }
+    for (; !onTheirWay.empty() && onTheirWay.front().due <= Clock::now(); onTheirWay.pop_front()) {
+      const auto& [due, bytes, isAnswer] = onTheirWay.front();
+      if (!SendAll(isAnswer ? client : server, bytes)) {
+        return;
+      }
+      wasAnswered = wasAnswered || isAnswer;
     }
   }
 }

@@ -5,12 +5,14 @@
 #include <QTemporaryDir>
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <thread>
 
 namespace support {
 
-/// Stands between a program and a server on a local socket, hands everything on, and cuts lines where a test wants it.
+/// Stands between a program and a server on a local socket, hands everything on as slowly as a test wants it, and cuts
+/// lines.
 class Relay {
  public:
   /// `connectionString` names the folder of the server's socket.
@@ -21,7 +23,10 @@ class Relay {
 
   /// The same database by way of this.
   QString ConnectionString() const;
-  /// How often something was sent and an answer waited for, on all lines.
+  /// What is sent from now on, to the server or from it, is that long on its way.
+  void Delay(std::chrono::milliseconds delay) { m_delay = delay; }
+  /// How often something was sent and an answer waited for, on all lines. Without a delay what is sent in two parts
+  /// may count twice.
   int RoundTrips() const { return m_roundTrips; }
   /// The next message to the server that holds this text gets there, its answer doesn't come back, and the line is cut.
   void SwallowAnswerTo(const QByteArray& text);
@@ -36,6 +41,7 @@ class Relay {
   QString m_serverFolder;
   std::mutex m_mutex;
   QByteArray m_text;
+  std::atomic<std::chrono::milliseconds> m_delay{};
   std::atomic<int> m_roundTrips = 0;
   int m_ending[2] = {-1, -1};
   std::thread m_thread;

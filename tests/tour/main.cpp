@@ -1,6 +1,6 @@
 #include "tour/Walks.h"
 
-#include "host/desktop/DarkPalette.h"
+#include "host/look/Look.h"
 #include "platform/automation/ComponentLibrary.h"
 #include "platform/automation/Error.h"
 
@@ -26,9 +26,7 @@ int main(int argc, char** argv) {
     std::fputs("Uso: kel-tour BIBLIOTECA CARPETA [--oscuro]\n", stderr);
     return 2;
   }
-  if (dark) {
-    host::UseDarkPalette();
-  }
+  host::UseLook({.colours = dark ? host::Look::Colours::Dark : host::Look::Colours::Light});
   QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
   QTranslator translator;
   if (translator.load(u"/usr/share/qt6/translations/qtbase_es.qm"_s)) {

@@ -38,6 +38,19 @@ bool IsStreamableUnion(const Select& select) {
   return true;
 }
 
+// A union whose order nobody asked for and that keeps all rows: those of each select in turn.
+bool ShowsPartsInTurn(const Select& select) {
+  if (!select.orderBy.empty()) {
+    return false;
+  }
+  for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
+    if (!part->unionAll) {
+      return false;
+    }
+  }
+  return true;
+}
+
 /// The bindings of a plan in the order of its text. Where they are shared, equal literals are one parameter, so that
 /// equal expressions are equal to the engine, too.
 class Parameters {
@@ -143,25 +156,35 @@ SqlText StatementWriter::WriteSelect(const Select& select, const Scope* outer, O
 }
 
 SqlText StatementWriter::WriteUnion(const Select& select, const Scope& scope, const Scope* outer, Output& output) {
-  std::vector<SqlText> selects{WriteSimple(select, scope, output)};
+  const bool isInParts = outer == nullptr && !m_target.KeepsKeyOrder() && ShowsPartsInTurn(select);
+  std::vector<SqlText> selects{WritePart(select, scope, output, isInParts)};
   SqlText sql = selects.front();
   for (const Select* part = &select; part->next != nullptr; part = part->next.get()) {
-    selects.push_back(WriteJoined(*part->next, outer, output));
+    selects.push_back(WriteJoined(*part->next, outer, output, isInParts));
     sql += part->unionAll ? u" UNION ALL " : u" UNION ";
     sql += selects.back();
   }
   return IsStreamableUnion(select) ? m_target.Union(selects) : sql;
 }
 
+SqlText StatementWriter::WritePart(const Select& select, const Scope& scope, Output& output, bool isOrdered) {
+  SqlText sql = WriteSimple(select, scope, output);
+  std::vector<SqlText> order;
+  if (isOrdered) {
+    AppendNaturalOrder(select, scope, output, order);
+  }
+  return order.empty() ? sql : SqlText::Filled(u"(%1 ORDER BY %2)", {sql, SqlText::Joined(order, u", ")});
+}
+
 // A select behind UNION, whose columns must fit those before.
-SqlText StatementWriter::WriteJoined(const Select& select, const Scope* outer, Output& output) {
+SqlText StatementWriter::WriteJoined(const Select& select, const Scope* outer, Output& output, bool isOrdered) {
   Scope scope(m_schema, outer);
   for (const auto& reference : select.from) {
     scope.Add(*reference);
   }
   Output more;
   more.targets = output.targets;
-  SqlText sql = WriteSimple(select, scope, more);
+  SqlText sql = WritePart(select, scope, more, isOrdered);
   if (more.columns.size() != output.columns.size()) {
     throw WrongCount();
   }
@@ -284,22 +307,27 @@ SqlText StatementWriter::WriteOrder(const Select& select, const Scope& scope, co
     const SqlText value = WriteOrderItem(*item.expression, scope, output, select.next != nullptr);
     parts.push_back(m_target.OrderItem(value, item.descending));
   }
-  if (!m_target.KeepsKeyOrder() && (isOutermost || select.top)) {
+  if (select.next != nullptr) {
+    if (!parts.empty()) {
+      AppendColumns(output, parts);
+    }
+  } else if (!m_target.KeepsKeyOrder() && (isOutermost || select.top)) {
     AppendNaturalOrder(select, scope, output, parts);
   }
   return parts.empty() ? SqlText() : SqlText::Filled(u" ORDER BY %*", parts);
 }
 
+void StatementWriter::AppendColumns(const Output& output, std::vector<SqlText>& parts) {
+  for (std::size_t i = 0; i < output.columns.size(); ++i) {
+    parts.push_back(m_target.OrderItem(QString::number(i + 1), false));
+  }
+}
+
 // What an engine that reads rows as they lie must be asked for: every run shows them in the same order.
 void StatementWriter::AppendNaturalOrder(const Select& select, const Scope& scope, const Output& output,
                                          std::vector<SqlText>& parts) {
-  if (select.next != nullptr) {
-    return;
-  }
   if (select.distinct) {
-    for (std::size_t i = 0; i < output.columns.size(); ++i) {
-      parts.push_back(m_target.OrderItem(QString::number(i + 1), false));
-    }
+    AppendColumns(output, parts);
     return;
   }
   for (const ExpressionPtr& expression : select.groupBy) {

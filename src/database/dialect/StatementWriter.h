@@ -26,7 +26,8 @@ class StatementWriter : private ExpressionWriter {
   Fragment WriteSubquery(const Select& select, const Scope& scope) override;
   SqlText WriteSelect(const Select& select, const Scope* outer, Output& output);
   SqlText WriteUnion(const Select& select, const Scope& scope, const Scope* outer, Output& output);
-  SqlText WriteJoined(const Select& select, const Scope* outer, Output& output);
+  SqlText WriteJoined(const Select& select, const Scope* outer, Output& output, bool isOrdered);
+  SqlText WritePart(const Select& select, const Scope& scope, Output& output, bool isOrdered);
   SqlText WriteSimple(const Select& select, const Scope& scope, Output& output);
   SqlText WriteItems(const Select& select, const Scope& scope, Output& output);
   void WriteStar(const Scope::Source& source, Output& output, std::vector<SqlText>& parts);
@@ -35,6 +36,7 @@ class StatementWriter : private ExpressionWriter {
   SqlText WriteTables(const Select& select, const Scope& scope);
   SqlText WriteTable(const TableReference& reference, const Scope& scope);
   SqlText WriteOrder(const Select& select, const Scope& scope, const Output& output, bool isOutermost);
+  void AppendColumns(const Output& output, std::vector<SqlText>& parts);
   void AppendNaturalOrder(const Select& select, const Scope& scope, const Output& output, std::vector<SqlText>& parts);
   SqlText WriteOrderItem(const Expression& expression, const Scope& scope, const Output& output, bool isUnion);
   SqlText WriteGroupItem(const Expression& expression, const Scope& scope, const Output& output);

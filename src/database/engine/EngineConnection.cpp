@@ -96,6 +96,7 @@ void EngineConnection::Close() {
     m_recordsets.back()->Close();
   }
   m_keys.ForgetAll();
+  m_announced.Set({}, false);
   m_inTransaction = false;
   m_isOpen = false;
   if (m_session->IsConnected() && m_session->Pause()) {
@@ -115,10 +116,12 @@ void EngineConnection::Detach(EngineRecordset* recordset) {
 
 std::unique_ptr<adodb::Recordset> EngineConnection::Execute(const QString& statement) {
   CheckOpen();
-  if (m_inTransaction && m_session->HasLostTransaction()) {
-    throw PlatformError(adodb::TransactionLost);
+  if (!m_announced.HasRun(statement)) {
+    if (m_inTransaction && m_session->HasLostTransaction()) {
+      throw PlatformError(adodb::TransactionLost);
+    }
+    Revive();
   }
-  Revive();
   try {
     return Run(statement);
   } catch (const automation::Error&) {
@@ -192,6 +195,13 @@ bool EngineConnection::HasEnded(int presence) {
 
 std::unique_ptr<adodb::Recordset> EngineConnection::Run(const QString& statement) {
   m_affected = 0;
+  if (m_announced.GoTo(statement)) {
+    RunAnnounced();
+    if (std::optional<StatementOutcome> outcome = m_announced.Take()) {
+      return Answer(std::move(*outcome));
+    }
+    m_announced.Drop();
+  }
   m_lexer.Read(statement);
   const std::shared_ptr<CachedPlan> plan = m_plans.Take(statement, m_lexer);
   const Effect& effect = plan->plan.effect;
@@ -206,13 +216,67 @@ std::unique_ptr<adodb::Recordset> EngineConnection::Run(const QString& statement
   }
   BufferRecordsets();
   m_affected = m_session->Write(plan, m_values);
-  NoteKey(effect);
+  NoteKey(effect, m_session->NewKey());
   return std::make_unique<EngineRecordset>();
 }
 
-void EngineConnection::NoteKey(const Effect& effect) {
+void EngineConnection::Announce(const QStringList& statements, bool commits) {
+  if (m_session->GainsByAnnouncements()) {
+    m_announced.Set(statements, commits);
+  }
+}
+
+std::optional<ReadyStatement> EngineConnection::MakeReady(const QString& statement) {
+  m_lexer.Read(statement);
+  ReadyStatement ready{m_plans.Take(statement, m_lexer), {}};
+  const Plan& plan = ready.plan->plan;
+  if (plan.effect.maximumOf != nullptr || !(plan.returnsRows || m_inTransaction)) {
+    return std::nullopt;
+  }
+  ready.values.Convert(plan, m_lexer.Literals(), statement);
+  return ready;
+}
+
+// As many of the announced statements as can go together; what is wrong with another one is said when it is asked for.
+void EngineConnection::RunAnnounced() {
+  const QStringList& statements = m_announced.Statements();
+  if (m_announced.HasRun(statements.constFirst())) {
+    return;
+  }
+  std::vector<ReadyStatement> ready;
+  try {
+    for (const QString& statement : statements) {
+      std::optional<ReadyStatement> next = MakeReady(statement);
+      if (!next) {
+        break;
+      }
+      ready.push_back(std::move(*next));
+    }
+  } catch (const automation::Error&) {  // NOLINT(bugprone-empty-catch): see above
+  }
+  const bool commits = m_announced.Commits() && std::ssize(ready) == statements.size();
+  if (ready.size() > 1 || (commits && !ready.empty())) {
+    BufferRecordsets();
+    m_announced.SetOutcomes(m_session->RunAhead(ready, commits));
+  }
+}
+
+std::unique_ptr<adodb::Recordset> EngineConnection::Answer(StatementOutcome outcome) {
+  if (outcome.failure != nullptr) {
+    std::rethrow_exception(outcome.failure);
+  }
+  const Plan& plan = outcome.plan->plan;
+  if (plan.returnsRows) {
+    return std::make_unique<EngineRecordset>(*this, plan.columns, std::move(outcome.rows));
+  }
+  m_affected = outcome.affected;
+  NoteKey(plan.effect, outcome.newKey);
+  return std::make_unique<EngineRecordset>();
+}
+
+void EngineConnection::NoteKey(const Effect& effect, qint64 newKey) {
   if (effect.makesKey) {
-    m_keys.Remember(*effect.writtenTable, m_session->NewKey());
+    m_keys.Remember(*effect.writtenTable, newKey);
   } else {
     m_keys.Forget(*effect.writtenTable);
   }

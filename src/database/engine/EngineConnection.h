@@ -2,6 +2,7 @@
 
 #include "database/Presence.h"
 #include "database/dialect/Lexer.h"
+#include "database/engine/AnnouncedStatements.h"
 #include "database/engine/KeyMemory.h"
 #include "database/engine/Session.h"
 #include "platform/adodb/Connection.h"
@@ -47,6 +48,9 @@ class EngineConnection : public adodb::Connection {
   /// See WriteHold.h.
   void HoldWrites(const std::vector<const Table*>& tables);
 
+  /// See Announcement.h.
+  void Announce(const QStringList& statements, bool commits);
+
   /// See Presence.h.
   int Presence();
   bool HasEnded(int presence);
@@ -76,13 +80,18 @@ class EngineConnection : public adodb::Connection {
   void CarryPresenceOver();
   void BufferRecordsets();
   std::unique_ptr<adodb::Recordset> AnswerMaximum(const QString& statement, const Plan& plan, qint64 key);
-  void NoteKey(const Effect& effect);
+  void NoteKey(const Effect& effect, qint64 newKey);
+  /// The statement's plan and values; nothing where its answer may be known here.
+  std::optional<ReadyStatement> MakeReady(const QString& statement);
+  void RunAnnounced();
+  std::unique_ptr<adodb::Recordset> Answer(StatementOutcome outcome);
 
   std::unique_ptr<Session> m_session;
   ConnectionString m_target;
   bool m_isOpen = false;
   PlanCache m_plans;
   KeyMemory m_keys;
+  AnnouncedStatements m_announced;
   Lexer m_lexer;
   ParameterValues m_values;
   std::vector<EngineRecordset*> m_recordsets;

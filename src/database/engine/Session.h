@@ -5,10 +5,26 @@
 #include "database/engine/PlanCache.h"
 #include "database/engine/Rows.h"
 
+#include <exception>
 #include <memory>
 #include <vector>
 
 namespace database {
+
+/// A statement that can be sent.
+struct ReadyStatement {
+  std::shared_ptr<CachedPlan> plan;
+  ParameterValues values;
+};
+
+/// What came of a statement.
+struct StatementOutcome {
+  std::shared_ptr<CachedPlan> plan;
+  std::unique_ptr<Rows> rows;  ///< In memory; null for one that writes.
+  qint64 affected = 0;
+  qint64 newKey = 0;           ///< See Session::NewKey.
+  std::exception_ptr failure;  ///< Null for one that was run.
+};
 
 /// What an engine does for an EngineConnection, which keeps the contract: it asks for nothing while the session is not
 /// connected, begins no transaction inside another, and ends none that it did not begin. Errors are automation::Error
@@ -51,6 +67,15 @@ class Session {
   virtual qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) = 0;
   /// The key that the engine made for the row of the last Write, whose plan says that it makes one.
   virtual qint64 NewKey() const = 0;
+
+  /// Whether statements cost less together than one by one.
+  virtual bool GainsByAnnouncements() const { return false; }
+  /// Runs the statements at once, as if they came one after the other, and ends with the first that fails. Behind the
+  /// last one the transaction is committed where `commits`; an error of that is the last one's, and the next Commit
+  /// does nothing more. Outside of transactions they only read. Nothing where the engine can't take them so.
+  virtual std::vector<StatementOutcome> RunAhead(const std::vector<ReadyStatement>& /*statements*/, bool /*commits*/) {
+    return {};
+  }
 
   virtual void Begin() = 0;
   /// The same for a transaction that only reads, see Snapshot.h.

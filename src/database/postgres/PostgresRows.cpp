@@ -43,6 +43,9 @@ PostgresRows::PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPip
                            std::shared_ptr<CachedPlan> plan)
     : m_session(session), m_pipeline(std::move(pipeline)), m_plan(std::move(plan)) {}
 
+PostgresRows::PostgresRows(PostgresSession& session, std::deque<PostgresResult> rows)
+    : m_session(session), m_waiting(std::move(rows)) {}
+
 PostgresRows::~PostgresRows() {
   Skip();
 }

@@ -17,6 +17,8 @@ class PostgresRows : public Rows {
  public:
   /// `pipeline` stands at the results of the statement; `session` outlives the rows.
   PostgresRows(PostgresSession& session, std::unique_ptr<PostgresPipeline> pipeline, std::shared_ptr<CachedPlan> plan);
+  /// Rows that have been read.
+  PostgresRows(PostgresSession& session, std::deque<PostgresResult> rows);
   ~PostgresRows() override;
 
   bool Step() override;

@@ -6,49 +6,16 @@
 #include "database/postgres/PostgresPresence.h"
 #include "database/postgres/PostgresRows.h"
 #include "database/postgres/PostgresTarget.h"
+#include "database/postgres/ServerStatements.h"
 #include "platform/adodb/ErrorNumbers.h"
 
 #include <libpq-fe.h>
-
-#include <map>
 
 using namespace Qt::StringLiterals;
 
 namespace database {
 
 namespace {
-
-// A plan's statements on the server, one for each choice of types, and where their names go when nobody needs them.
-class ServerStatements : public PreparedForms {
- public:
-  using Discarded = std::shared_ptr<std::vector<QByteArray>>;
-
-  explicit ServerStatements(Discarded discarded) : m_discarded(std::move(discarded)) {}
-  ~ServerStatements() override {
-    for (const auto& [signature, name] : m_names) {
-      m_discarded->push_back(name);
-    }
-  }
-  ServerStatements(const ServerStatements&) = delete;
-  ServerStatements& operator=(const ServerStatements&) = delete;
-
-  static ServerStatements& Of(CachedPlan& plan, const Discarded& discarded) {
-    if (plan.prepared == nullptr) {
-      plan.prepared = std::make_unique<ServerStatements>(discarded);
-    }
-    return static_cast<ServerStatements&>(*plan.prepared);
-  }
-
-  QByteArray Find(const QByteArray& signature) const {
-    const auto found = m_names.find(signature);
-    return found == m_names.end() ? QByteArray() : found->second;
-  }
-  void Remember(const QByteArray& signature, const QByteArray& name) { m_names.emplace(signature, name); }
-
- private:
-  Discarded m_discarded;
-  std::map<QByteArray, QByteArray> m_names;
-};
 
 // The column that the longest text goes into: of one too long for an index the server names nothing.
 QString LongestText(const Plan& plan, const ParameterValues& values) {
@@ -139,7 +106,7 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = m_isPresent = m_isOutdated = false;
+  m_inTransaction = m_isBegun = m_isLost = m_isCommitted = m_isPresent = m_isOutdated = false;
   if (m_onLine) {
     m_handle->Run("LISTEN kel");
     m_onLine(Socket());
@@ -237,44 +204,63 @@ void PostgresSession::EndRead(const PostgresRows& rows) {
   }
 }
 
-// The pipeline comes back with the statement's own results to be read next, or failed.
-std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const PostgresParameters& parameters) {
-  BufferRows();
-  ServerStatements& statements = ServerStatements::Of(plan, m_discarded);
-  QByteArray name = statements.Find(parameters.Signature());
-  const bool isNew = name.isEmpty();
-  auto pipeline = std::make_unique<PostgresPipeline>(*m_handle);
-  int before = 0;
-  const auto add = [&](const char* command) {
-    pipeline->Add(command);
-    ++before;
-  };
+// What goes before the first statement; how many commands that is.
+int PostgresSession::AddOpening(PostgresPipeline& pipeline) {
+  int count = 0;
   for (const QByteArray& discarded : *m_discarded) {
-    add("DEALLOCATE " + discarded);
+    pipeline.Add("DEALLOCATE " + discarded);
+    ++count;
   }
   m_discarded->clear();
   if (m_inTransaction && !m_isBegun) {
-    add("BEGIN");
+    pipeline.Add("BEGIN");
+    ++count;
   }
+  return count;
+}
+
+// A statement is prepared once for all that follow in the pipeline, too.
+PostgresSession::Sent PostgresSession::Add(PostgresPipeline& pipeline, CachedPlan& plan,
+                                           const PostgresParameters& parameters) {
+  Sent sent{&plan};
   if (m_inTransaction) {
-    add("SAVEPOINT kel");
+    pipeline.Add("SAVEPOINT kel");
+    ++sent.before;
   }
-  if (isNew) {
+  ServerStatements& statements = ServerStatements::Of(plan, m_discarded);
+  QByteArray name = statements.Find(parameters.Signature());
+  if (name.isEmpty()) {
     name = "kel" + QByteArray::number(++m_lastName);
-    pipeline->AddPreparation(name, ServerSql(plan.plan), parameters);
-    ++before;
+    pipeline.AddPreparation(name, ServerSql(plan.plan), parameters);
+    statements.Remember(parameters.Signature(), name);
+    sent.signature = parameters.Signature();
+    ++sent.before;
   }
-  pipeline->AddStatement(name, parameters);
+  pipeline.AddStatement(name, parameters);
   if (m_inTransaction) {
-    pipeline->Add("RELEASE SAVEPOINT kel");
+    pipeline.Add("RELEASE SAVEPOINT kel");
   }
+  return sent;
+}
+
+void PostgresSession::PassTo(PostgresPipeline& pipeline, const Sent& sent) {
+  pipeline.Pass(sent.before);
+  if (pipeline.HasFailed() && sent.signature) {
+    ServerStatements::Of(*sent.plan, m_discarded).Forget(*sent.signature);
+  }
+}
+
+// The pipeline comes back with the statement's own results to be read next, or failed.
+std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const PostgresParameters& parameters) {
+  BufferRows();
+  auto pipeline = std::make_unique<PostgresPipeline>(*m_handle);
+  const int opening = AddOpening(*pipeline);
+  const Sent sent = Add(*pipeline, plan, parameters);
   const bool isAlone = !m_inTransaction && plan.plan.effect.writtenTable != nullptr;
   pipeline->Send(isAlone ? NoticeOf({plan.plan.effect.writtenTable}) : QByteArray());
   m_isBegun = m_inTransaction;
-  pipeline->Pass(before);
-  if (isNew && !pipeline->HasFailed()) {
-    statements.Remember(parameters.Signature(), name);
-  }
+  pipeline->Pass(opening);
+  PassTo(*pipeline, sent);
   return pipeline;
 }
 
@@ -353,6 +339,85 @@ qint64 PostgresSession::Write(const std::shared_ptr<CachedPlan>& plan, const Par
   return affected;
 }
 
+// Keys beyond their sequence's numbers take questions of their own.
+bool PostgresSession::MayGoAhead(const Effect& effect) const {
+  return effect.kind != Effect::Kind::Inserts || (effect.makesKey && !m_givenKeys.contains(effect.writtenTable));
+}
+
+std::vector<StatementOutcome> PostgresSession::RunAhead(const std::vector<ReadyStatement>& statements, bool commits) {
+  std::vector<StatementOutcome> outcomes;
+  std::vector<PostgresParameters> parameters;
+  std::set<const Table*> written = m_written;
+  for (const auto& [plan, values] : statements) {
+    if (!MayGoAhead(plan->plan.effect) || (commits && !m_givenKeys.empty())) {
+      return outcomes;
+    }
+    parameters.emplace_back(plan->plan, values);
+    if (plan->plan.effect.writtenTable != nullptr) {
+      written.insert(plan->plan.effect.writtenTable);
+    }
+  }
+  BufferRows();
+  PostgresPipeline pipeline(*m_handle);
+  std::vector<Sent> sent;
+  const int opening = AddOpening(pipeline);
+  for (std::size_t i = 0; i < statements.size(); ++i) {
+    sent.push_back(Add(pipeline, *statements[i].plan, parameters[i]));
+  }
+  if (commits) {
+    pipeline.Add("COMMIT");
+  }
+  pipeline.Send(commits ? NoticeOf(written) : QByteArray());
+  m_isBegun = m_inTransaction;
+  pipeline.Pass(opening);
+  for (std::size_t i = 0; i < sent.size(); ++i) {
+    const bool isReached = i == 0 || !pipeline.HasFailed();
+    PassTo(pipeline, sent[i]);
+    if (isReached) {
+      outcomes.push_back(Receive(pipeline, statements[i].plan));
+    }
+  }
+  const ReadyStatement& last = statements[outcomes.size() - 1];
+  try {
+    Conclude(pipeline, pipeline.HasFailed() ? ConcernedBy(last.plan->plan, last.values) : QString());
+    if (commits) {
+      m_isCommitted = true;
+      m_inTransaction = m_isBegun = false;
+    }
+  } catch (const automation::Error&) {
+    const bool isUnknown = commits && !m_handle->IsAlive();
+    outcomes.back().failure =
+        isUnknown ? std::make_exception_ptr(OutcomeUnknown(m_handle->Target())) : std::current_exception();
+  }
+  return outcomes;
+}
+
+// The outcome of the next statement, as far as it came.
+StatementOutcome PostgresSession::Receive(PostgresPipeline& pipeline, const std::shared_ptr<CachedPlan>& plan) {
+  StatementOutcome outcome;
+  outcome.plan = plan;
+  std::deque<PostgresResult> rows;
+  pipeline.ReadRowByRow();
+  while (PostgresResult result = pipeline.HasFailed() ? nullptr : pipeline.Next()) {
+    if (PQresultStatus(result.get()) == PGRES_SINGLE_TUPLE) {
+      rows.push_back(std::move(result));
+    } else {
+      outcome.affected = QByteArray(PQcmdTuples(result.get())).toLongLong();
+    }
+  }
+  pipeline.Pass(m_inTransaction ? 1 : 0);
+  const Effect& effect = plan->plan.effect;
+  if (effect.makesKey && !rows.empty()) {
+    outcome.newKey = QByteArray(PQgetvalue(rows.front().get(), 0, 0)).toLongLong();
+  }
+  if (plan->plan.returnsRows) {
+    outcome.rows = std::make_unique<PostgresRows>(*this, std::move(rows));
+  } else if (outcome.affected > 0 && !pipeline.HasFailed()) {
+    m_written.insert(effect.writtenTable);
+  }
+  return outcome;
+}
+
 // A key that a statement brought along may be beyond those that the server would give next.
 void PostgresSession::CountOnFrom(const Table& table) {
   if (table.columns.front().type != ColumnType::Key) {
@@ -379,8 +444,7 @@ void PostgresSession::Begin() {
   BufferRows();
   m_written.clear();
   m_inTransaction = true;
-  m_isBegun = false;
-  m_isLost = false;
+  m_isBegun = m_isLost = m_isCommitted = false;
 }
 
 void PostgresSession::BeginSnapshot() {
@@ -399,6 +463,9 @@ void PostgresSession::HoldWrites(const std::vector<const Table*>& tables) {
 
 void PostgresSession::Commit() {
   BufferRows();
+  if (std::exchange(m_isCommitted, false)) {
+    return;
+  }
   if (m_isBegun) {
     try {
       CountOn();
@@ -425,6 +492,7 @@ void PostgresSession::Commit() {
 void PostgresSession::RollBack() {
   BufferRows();
   m_givenKeys.clear();
+  m_isCommitted = false;
   const bool isBegun = m_isBegun;
   m_inTransaction = m_isBegun = false;
   if (isBegun) {

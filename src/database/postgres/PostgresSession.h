@@ -43,6 +43,8 @@ class PostgresSession : public Session {
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;
   qint64 NewKey() const override { return m_newKey; }
+  bool GainsByAnnouncements() const override { return true; }
+  std::vector<StatementOutcome> RunAhead(const std::vector<ReadyStatement>& statements, bool commits) override;
   void Begin() override;
   void BeginSnapshot() override;
   void HoldWrites(const std::vector<const Table*>& tables) override;
@@ -73,7 +75,19 @@ class PostgresSession : public Session {
  private:
   using Discarded = std::vector<QByteArray>;
 
+  /// A statement in a pipeline: how many commands stand before it, and for which types it is prepared there.
+  struct Sent {
+    CachedPlan* plan = nullptr;
+    int before = 0;
+    std::optional<QByteArray> signature = std::nullopt;
+  };
+
+  int AddOpening(PostgresPipeline& pipeline);
+  Sent Add(PostgresPipeline& pipeline, CachedPlan& plan, const PostgresParameters& parameters);
+  void PassTo(PostgresPipeline& pipeline, const Sent& sent);
   std::unique_ptr<PostgresPipeline> Send(CachedPlan& plan, const PostgresParameters& parameters);
+  StatementOutcome Receive(PostgresPipeline& pipeline, const std::shared_ptr<CachedPlan>& plan);
+  bool MayGoAhead(const Effect& effect) const;
   void BufferRows();
   void Undo(const pg_result* failure);
   void CountOnFrom(const Table& table);
@@ -88,6 +102,7 @@ class PostgresSession : public Session {
   bool m_inTransaction = false;
   bool m_isBegun = false;  ///< The server knows of the transaction, too.
   bool m_isLost = false;
+  bool m_isCommitted = false;  ///< Before Commit was called.
   bool m_isPresent = false;
   bool m_isOutdated = false;
   std::set<const Table*> m_written;  ///< In this transaction.

@@ -5,7 +5,6 @@
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
-#include "host/desktop/DarkPalette.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
@@ -13,6 +12,7 @@
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
 #include "host/services/MessageBox.h"
@@ -26,7 +26,6 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QPalette>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QTimer>
@@ -66,19 +65,6 @@ void SetUpSpanish(QApplication& application) {
   auto* translator = new QTranslator(&application);
   if (translator->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(translator);
-  }
-}
-
-// The icons of tool bars where the desktop has no theme with them; texts stand in their place where this is missing,
-// too.
-void SetUpIcons() {
-  constexpr int middle = 128;
-  const bool isDark = QApplication::palette().color(QPalette::Window).lightness() < middle;
-  const QString theme = isDark ? u"breeze-dark"_s : u"breeze"_s;
-  QIcon::setFallbackThemeName(theme);
-  // Without a theme of the desktop's own no fallback is looked for.
-  if (QIcon::themeName().isEmpty()) {
-    QIcon::setThemeName(theme);
   }
 }
 
@@ -168,10 +154,11 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
   KeepSettingsPrivate();
   SetUpSpanish(*application);
   QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
+  Look look = StoredLook();
   if (line.dark) {
-    UseDarkPalette();
+    look.colours = Look::Colours::Dark;
   }
-  SetUpIcons();
+  UseLook(look);
   if (HasScreen()) {
     database::SetPasswordQuestion(AskPasswordInBox);
   }

@@ -1,6 +1,7 @@
 #include "host/desktop/MainWindow.h"
 
 #include "database/Database.h"
+#include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/ErrorBox.h"
 #include "host/desktop/HelpMenu.h"
@@ -12,6 +13,7 @@
 #include "platform/text/AsItStands.h"
 #include "ui_MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 
@@ -324,7 +326,17 @@ MailingContext MainWindow::ContextForMailing(const QString& connectionString) {
           .readOnly = m_texts.readOnly,
           .demonstration = m_texts.demonstration,
           .helpFile = m_texts.helpFile,
-          .openRecord = [this](int nodeId, int id) { m_dialogs.Modify(*FindNode(nodeId), id, {}); }};
+          .openRecord = [this](int nodeId, int id) { m_dialogs.Modify(*FindNode(nodeId), id, {}); },
+          .calibrate = [this] { CalibratePrinter(); }};
+}
+
+void MainWindow::CalibratePrinter() {
+  try {
+    CalibrationDialog(m_bridge.OpenConnection(), m_texts.user, {}, SystemPrinters(), QApplication::activeWindow())
+        .exec();
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido calibrar la impresora."_s, error);
+  }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

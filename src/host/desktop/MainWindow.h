@@ -68,6 +68,7 @@ class MainWindow : public QMainWindow {
   void UndoDelete();
   void RecoverSelected();
   void ShowLocks();
+  void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
   void NewBranch();
   void Refresh();

@@ -1,6 +1,6 @@
 #include "host/desktop/NodeTree.h"
 
-#include "host/desktop/SelectionTone.h"
+#include "host/look/SelectionTone.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "host/desktop/RecordList.h"
 
 #include "host/desktop/RecordCells.h"
-#include "host/desktop/SelectionTone.h"
+#include "host/look/SelectionTone.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -13,6 +13,8 @@ namespace {
 
 constexpr int narrowestColumn = 8;
 constexpr int widestColumn = 8000;
+// In pixels, of the first start where the screen has room for it.
+constexpr QSize usualSize(1100, 720);
 
 QString ListKey(int nodeId, const char* name) {
   return u"Listas/%1/%2"_s.arg(nodeId).arg(QLatin1StringView(name));
@@ -57,7 +59,8 @@ void SaveListLayout(int nodeId, const ListLayout& layout) {
 void LoadWindow(QMainWindow& window, QSplitter& splitter) {
   const QSettings settings;
   if (!window.restoreGeometry(settings.value(u"Ventana/Geometria"_s).toByteArray())) {
-    window.resize(window.screen()->availableSize() * 2 / 3);
+    const QSize screen = window.screen()->availableSize();
+    window.resize((screen * 2 / 3).expandedTo(usualSize).boundedTo(screen * 9 / 10));
   }
   window.restoreState(settings.value(u"Ventana/Estado"_s).toByteArray());
   if (!splitter.restoreState(settings.value(u"Ventana/Division"_s).toByteArray())) {

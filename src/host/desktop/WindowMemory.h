@@ -21,7 +21,7 @@ struct ListLayout {
 ListLayout LoadListLayout(int nodeId, int columns, int sortColumn, Qt::SortOrder order);
 void SaveListLayout(int nodeId, const ListLayout& layout);
 
-/// Size, place, toolbars and the splitter; a first start takes a share of the screen.
+/// Size, place, toolbars and the splitter; a first start takes a share of the screen, most of a small one.
 void LoadWindow(QMainWindow& window, QSplitter& splitter);
 void SaveWindow(const QMainWindow& window, const QSplitter& splitter);
 

@@ -59,9 +59,8 @@ Change ChangeFrom(adodb::Recordset& row) {
 
 }  // namespace
 
-void Append(adodb::Connection& connection, const Change& change) {
-  Execute(
-      connection,
+QString NoteStatement(const Change& change) {
+  return adodb::StatementText(
       u"INSERT INTO Cambios (Fecha, codUsuario, Usuario, Equipo, Programa, Clase, Tabla, ValorID, Nombre, Columnas, "
       u"Filas) VALUES ('{}', {}, '{}', '{}', '{}', {}, '{}', {}, '{}', '{}', {})",
       change.moment.toString(Qt::ISODate), change.userId, change.userName, change.machine, change.program,

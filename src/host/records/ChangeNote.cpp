@@ -39,7 +39,29 @@ const Node* NodeOf(const QString& table) {
   return found == nodes.end() ? nullptr : &*found;
 }
 
+// All values of a row, lengths for those of long texts.
+QString RowStatement(const database::Table& table, qint64 key) {
+  QStringList values;
+  for (const database::Column& column : table.columns) {
+    values.append(IsLong(column) ? u"LEN(%1) AS Longitud%1"_s.arg(column.name) : column.name);
+  }
+  return adodb::StatementText(u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{values.join(u", "_s)},
+                              adodb::Verbatim{table.name}, adodb::Verbatim{table.columns.front().name}, key);
+}
+
 }  // namespace
+
+QStringList NotedCourse(const QString& statement, const database::WrittenRecord& written) {
+  if (written.kind == Kind::Inserted || written.key.value_or(0) == 0) {
+    return {};
+  }
+  const QString row = RowStatement(*database::Schema::Current().FindTable(written.table), *written.key);
+  QStringList course{row, statement, row};
+  if (const Node* node = NodeOf(written.table)) {
+    course.insert(1, RecordStatement(*node, static_cast<int>(*written.key)));
+  }
+  return course;
+}
 
 ChangeNote::ChangeNote(adodb::Connection& engine, const database::WrittenRecord& written)
     : m_engine(engine),
@@ -53,12 +75,7 @@ ChangeNote::ChangeNote(adodb::Connection& engine, const database::WrittenRecord&
 }
 
 ChangeNote::Row ChangeNote::Read() const {
-  QStringList values;
-  for (const database::Column& column : m_table.columns) {
-    values.append(IsLong(column) ? u"LEN(%1) AS Longitud%1"_s.arg(column.name) : column.name);
-  }
-  const auto rows = adodb::Execute(m_engine, u"SELECT {} FROM {} WHERE {}={}", adodb::Verbatim{values.join(u", "_s)},
-                                   adodb::Verbatim{m_table.name}, adodb::Verbatim{m_table.columns.front().name}, m_key);
+  const auto rows = m_engine.Execute(RowStatement(m_table, m_key));
   Row row;
   for (int i = 0; !rows->AtEnd() && i < rows->FieldCount(); ++i) {
     row.append(rows->Field(i));

@@ -40,7 +40,11 @@ class ChangeNote {
   QString m_name;
 };
 
+/// The statements that are sent one after the other where `statement` is noted, itself among them: what a note of it
+/// reads before and behind it. None where that depends on its outcome.
+QStringList NotedCourse(const QString& statement, const database::WrittenRecord& written);
+
 /// Writes a note into the log; its number is given by the database.
-void Append(adodb::Connection& connection, const Change& change);
+QString NoteStatement(const Change& change);
 
 }  // namespace host

@@ -46,7 +46,7 @@ bool TakeLockFrom(Session& session, const HeldRecord& record) {
     return false;
   }
   if (const Node* node = FindNodeByKey(record.holder.keyColumn)) {
-    Append(*session.connection, Note(session, *node, record));
+    session.connection->Execute(NoteStatement(Note(session, *node, record)));
   }
   together.Commit();
   return true;

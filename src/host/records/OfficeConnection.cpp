@@ -123,19 +123,21 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
     return rows;
   }
   if (m_inTransaction || m_batch == Batch::Running) {
-    return ExecuteNoted(statement, *written);
+    return ExecuteNoted(statement, *written, database::Announcement::End::Open);
   }
   adodb::Transaction around(*m_engine);
   const auto forget = qScopeGuard([this] { Forget(); });
-  std::unique_ptr<adodb::Recordset> rows = ExecuteNoted(statement, *written);
+  std::unique_ptr<adodb::Recordset> rows = ExecuteNoted(statement, *written, database::Announcement::End::Commit);
   around.Commit();
   Committed();
   return rows;
 }
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& statement,
-                                                                 const database::WrittenRecord& written) {
+                                                                 const database::WrittenRecord& written,
+                                                                 database::Announcement::End end) {
   m_session.lockMemory.RequireNoneLost();
+  const database::Announcement course(*m_engine, NotedCourse(statement, written));
   ChangeNote note(*m_engine, written);
   m_affected = 0;
   std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);
@@ -146,7 +148,9 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& 
     change->userName = m_session.userName;
     change->machine = CurrentProcess().machine;
     change->program = m_program;
-    Append(*m_engine, *change);
+    const QString noteStatement = NoteStatement(*change);
+    const database::Announcement last(*m_engine, {noteStatement}, end);
+    m_engine->Execute(noteStatement);
   }
   if (m_affected > 0) {
     m_pending.append({written.table, note.Key()});

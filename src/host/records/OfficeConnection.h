@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/Announcement.h"
 #include "database/ConnectionLayer.h"
 #include "host/records/WriteWatch.h"
 
@@ -77,7 +78,8 @@ class OfficeConnection : public database::ConnectionLayer {
   /// Also that the batch is not lost.
   void CheckBatch() const;
   void CheckInTransaction() const;
-  std::unique_ptr<adodb::Recordset> ExecuteNoted(const QString& statement, const database::WrittenRecord& written);
+  std::unique_ptr<adodb::Recordset> ExecuteNoted(const QString& statement, const database::WrittenRecord& written,
+                                                 database::Announcement::End end);
   void Committed();
   /// What was written in a transaction that is gone.
   void Forget();

@@ -2,6 +2,8 @@
 
 #include "host/records/RecordReader.h"
 
+#include <QScopeGuard>
+
 #include <optional>
 
 namespace host {
@@ -33,9 +35,12 @@ void RecordLoader::Run(const Node& node, int sortColumn, int ticket) {
     return;
   }
   try {
-    const std::unique_ptr<adodb::Connection> connection = m_makeConnection();
-    connection->Open();
-    RecordData read = ReadRecords(*connection, node, wanted);
+    if (!m_connection) {
+      m_connection = m_makeConnection();
+    }
+    m_connection->Open();
+    const auto close = qScopeGuard([this] { m_connection->Close(); });
+    RecordData read = ReadRecords(*m_connection, node, wanted);
     if (wanted()) {
       records = std::make_shared<SortedRecords>(std::move(read), sortColumn);
     }

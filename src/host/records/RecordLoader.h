@@ -14,13 +14,13 @@
 
 namespace host {
 
-/// Reads the lists on a thread of its own, over connections of its own, so that a long list or a busy database never
+/// Reads the lists on a thread of its own, over one connection of its own, so that a long list or a busy database never
 /// holds the window up.
 class RecordLoader : public QObject {
   Q_OBJECT
 
  public:
-  /// Makes a closed connection; called on the loader's thread.
+  /// Makes a closed connection; called once, on the loader's thread. Between two readings the connection is closed.
   using MakeConnection = std::function<std::unique_ptr<adodb::Connection>()>;
 
   explicit RecordLoader(MakeConnection makeConnection, QObject* parent = nullptr);
@@ -43,7 +43,8 @@ class RecordLoader : public QObject {
   MakeConnection m_makeConnection;
   QThread m_thread;
   QObject* m_worker;
-  std::atomic<int> m_ticket = 0;  ///< Of the last reading that was asked for.
+  std::unique_ptr<adodb::Connection> m_connection;  ///< The worker's, from its first reading on.
+  std::atomic<int> m_ticket = 0;                    ///< Of the last reading that was asked for.
   bool m_loading = false;
 };
 

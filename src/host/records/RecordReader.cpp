@@ -43,7 +43,15 @@ void Append(
   }
 }
 
+QString StatementOf(const Node& node, const QStringList& keys) {
+  return ListStatement(node, u" IN ("_s + keys.join(u',') + u')');
+}
+
 }  // namespace
+
+QString RecordStatement(const Node& node, int id) {
+  return StatementOf(node, {QString::number(id)});
+}
 
 RecordData ReadRecords(adodb::Connection& connection, const Node& node, const std::function<bool()>& goOn) {
   RecordData records(node.columns);
@@ -62,7 +70,7 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QL
     for (const int id : ids.mid(from, mostKeys)) {
       keys.append(QString::number(id));
     }
-    Append(records, connection, ListStatement(node, u" IN ("_s + keys.join(u',') + u')'));
+    Append(records, connection, StatementOf(node, keys));
   }
   return records;
 }

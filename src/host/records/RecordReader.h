@@ -15,6 +15,9 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node);
 /// Reads those of these records that are live.
 RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QList<int>& ids);
 
+/// The statement by which one of them is read, or its name (RecordName).
+QString RecordStatement(const Node& node, int id);
+
 /// Reads the live records whose keys are above `key`.
 RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int key);
 

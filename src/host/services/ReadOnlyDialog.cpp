@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTextEdit>
@@ -253,7 +254,8 @@ void ReadOnlyDialog::AddStrip() {
   top->show();
   strip->show();
   m_dialog->layout()->setMenuBar(top);
-  m_dialog->resize(m_dialog->size() + QSize(0, top->sizeHint().height()));
+  m_dialog->resize(
+      (m_dialog->size() + QSize(0, top->sizeHint().height())).boundedTo(m_dialog->screen()->availableSize()));
 }
 
 void ReadOnlyDialog::TryAgain() {

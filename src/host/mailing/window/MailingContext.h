@@ -20,6 +20,8 @@ struct MailingContext {
   QString helpFile;            ///< Opened by F1; empty for none.
   /// Opens the dialog of a letter or a sheet.
   std::function<void(int node, int id)> openRecord;
+  /// Opens the dialog in which printers are measured.
+  std::function<void()> calibrate;
 };
 
 }  // namespace host

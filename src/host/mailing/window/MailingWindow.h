@@ -116,6 +116,7 @@ class MailingWindow : public QMainWindow {
   QAction* m_pdf = nullptr;
   QAction* m_pdfPerPerson = nullptr;
   QAction* m_rtfPerPerson = nullptr;
+  QAction* m_calibrate = nullptr;
   QAction* m_refresh = nullptr;
   SelectionCommands* m_selections = nullptr;
   BackgroundReader m_reader;

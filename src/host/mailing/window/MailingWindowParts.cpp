@@ -49,6 +49,7 @@ void MailingWindow::MakeActions() {
       AddAction("actPdfPorPersona", u"Un P&DF por persona…"_s, u"Un PDF por persona"_s, u"document-multiple"_s, {});
   m_rtfPerPerson =
       AddAction("actRtfPorPersona", u"Un &RTF por persona…"_s, u"Un RTF por persona"_s, u"document-export"_s, {});
+  m_calibrate = AddAction("actCalibrar", u"Cali&brar la impresora…"_s, u"Calibrar la impresora"_s, u"configure"_s, {});
   m_refresh = AddAction("actLeerDeNuevo", u"&Leer de nuevo"_s, u"Leer de nuevo"_s, u"view-refresh"_s,
                         QKeySequence(QKeySequence::Refresh));
   auto* pages = new QActionGroup(this);
@@ -62,12 +63,16 @@ void MailingWindow::MakeActions() {
   connect(m_pdf, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::Pdf); });
   connect(m_pdfPerPerson, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::PdfPerPerson); });
   connect(m_rtfPerPerson, &QAction::triggered, this, [this] { Make(OutputOrder::Kind::RtfPerPerson); });
+  connect(m_calibrate, &QAction::triggered, this, [this] { m_context.calibrate(); });
+  m_calibrate->setVisible(static_cast<bool>(m_context.calibrate));
   connect(m_refresh, &QAction::triggered, this, &MailingWindow::ReadChoices);
 }
 
 void MailingWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(u"&Archivo"_s);
   file->addActions({m_print, m_pdf, m_pdfPerPerson, m_rtfPerPerson});
+  file->addSeparator();
+  file->addAction(m_calibrate);
   file->addSeparator();
   QAction* close = file->addAction(u"&Cerrar"_s, this, &QWidget::close);
   close->setShortcut(QKeySequence::Close);
@@ -94,6 +99,8 @@ void MailingWindow::MakeMenus() {
   m_bar->addActions({m_lettersPage, m_labelsPage});
   m_bar->addSeparator();
   m_bar->addActions({m_print, m_pdf, m_pdfPerPerson, m_rtfPerPerson});
+  m_bar->addSeparator();
+  m_bar->addAction(m_calibrate);
 }
 
 void MailingWindow::MakeLayout() {

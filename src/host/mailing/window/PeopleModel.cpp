@@ -1,5 +1,6 @@
 #include "host/mailing/window/PeopleModel.h"
 
+#include "host/look/Contrast.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QColor>
@@ -16,9 +17,7 @@ namespace {
 
 // Stands out of light and dark grounds.
 QColor Warning() {
-  constexpr int middle = 128;
-  const bool isDark = QGuiApplication::palette().color(QPalette::Base).lightness() < middle;
-  return isDark ? QColor(0xF0, 0xB4, 0x5A) : QColor(0x9A, 0x55, 0x00);
+  return IsDark(QGuiApplication::palette()) ? QColor(0xF0, 0xB4, 0x5A) : QColor(0x9A, 0x55, 0x00);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "host/mailing/window/PeopleTable.h"
 
+#include "host/look/SelectionTone.h"
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -10,6 +12,7 @@ namespace host {
 
 PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new PeopleModel(this)) {
   setModel(m_people);
+  new SelectionTone(this);
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
   setAlternatingRowColors(true);

@@ -206,11 +206,15 @@ bool IsInitial(const QString& name, const QString& value, bool isItem) {
   return initial.value(name).contains(value) && !(isItem && value == u"0in");
 }
 
-/// Neighbours with equal attributes as one, without what does not show: revision numbers, fonts of other scripts.
-QStringList Shown(const QString& path) {
+/// Neighbours with equal attributes as one, without what does not show: revision numbers, fonts of other scripts; and
+/// without `typed`.
+QStringList Shown(const QString& path, QChar typed = {}) {
   QStringList shown;
   QString before;
-  for (const interop::Run& run : interop::ReadRuns(path)) {
+  for (interop::Run& run : interop::ReadRuns(path)) {
+    if (!typed.isNull() && run.text.remove(typed).isEmpty()) {
+      continue;
+    }
     QString attributes;
     for (auto it = run.attributes.begin(); it != run.attributes.end(); ++it) {
       if (!it.key().startsWith(u"officeooo:") && !it.key().endsWith(u"-asian") && !it.key().endsWith(u"-complex") &&
@@ -273,14 +277,34 @@ void Clipboard(const QString& folder) {
   Check(tables(*letter) == 1 && tables(*pasted) == 1, u"copied there, pasted here: the table"_s);
 }
 
-/// What LibreOffice shows of each letter, and of what is written of it when it has been edited.
-void EditedLetters(const QString& folder, const QStringList& files) {
+/// Types a letter that it does not have behind the first one that it has, and returns it; null where there is none.
+QChar TypeOneLetter(QTextDocument& document) {
+  const QString text = document.toPlainText();
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    static const QRegularExpression aLetter(u"\\w"_s, QRegularExpression::UseUnicodePropertiesOption);
+    const qsizetype at = block.text().indexOf(aLetter);
+    for (char16_t letter = at < 0 ? u'{' : u'A'; letter <= u'z'; ++letter) {
+      if (QChar::isLetter(letter) && !text.contains(QChar(letter))) {
+        QTextCursor cursor(block);
+        cursor.setPosition(block.position() + static_cast<int>(at));
+        cursor.movePosition(QTextCursor::NextCharacter);
+        cursor.insertText(QChar(letter));
+        return letter;
+      }
+    }
+  }
+  return {};
+}
+
+/// What LibreOffice shows of each letter, and of what is written when one letter has been typed, or the whole anew.
+void EditedLetters(const QString& folder, const QStringList& files, bool whole) {
   const QString before = folder + u"/before"_s;
-  const QString after = folder + u"/after"_s;
+  const QString after = folder + (whole ? u"/whole"_s : u"/typed"_s);
   QDir(folder).mkpath(before + u"/letters"_s);
   QDir(folder).mkpath(after + u"/letters"_s);
   QStringList originals;
   QStringList edited;
+  QList<QChar> typed;
   for (const QString& path : files) {
     // At the same depth, since links are written as seen from the converted file.
     originals.append(before + u"/letters/"_s + QFileInfo(path).fileName());
@@ -288,19 +312,27 @@ void EditedLetters(const QString& folder, const QStringList& files) {
     QFile letter(path);
     const QByteArray content = letter.open(QFile::ReadOnly) ? letter.readAll() : QByteArray();
     WriteFile(originals.last(), content);
-    WriteFile(edited.last(), rtf::Writer(*support::Document(content)).Write());
+    const auto document = support::Document(content);
+    typed.append(whole ? QChar() : TypeOneLetter(*document));
+    WriteFile(edited.last(), typed.last().isNull() ? rtf::Writer(*document).Write() : rtf::Write(*document));
   }
   Check(Convert(before, u"fodt"_s, originals) && Convert(after, u"fodt"_s, edited), u"edited letters converted"_s);
+  const char* how = whole ? "written anew" : "with a letter typed";
   int same = 0;
-  for (const QString& path : files) {
-    const QString name = u'/' + QFileInfo(path).completeBaseName() + u".fodt"_s;
-    const QString difference = FirstDifference(Shown(before + name), Shown(after + name));
+  for (qsizetype i = 0; i < files.size(); ++i) {
+    const QString name = u'/' + QFileInfo(files[i]).completeBaseName() + u".fodt"_s;
+    const QString difference = FirstDifference(Shown(before + name), Shown(after + name, typed[i]));
     same += difference.isEmpty() ? 1 : 0;
     if (!difference.isEmpty()) {
-      std::printf("  ~ %s after an edit: %s\n", qPrintable(QFileInfo(path).fileName()), qPrintable(difference));
+      std::printf("  ~ %s %s: %s\n", qPrintable(QFileInfo(files[i]).fileName()), how, qPrintable(difference));
     }
   }
-  std::printf("after an edit: %d of %lld show the same\n", same, static_cast<long long>(files.size()));
+  std::printf("%s: %d of %lld show the same\n", how, same, static_cast<long long>(files.size()));
+}
+
+void EditedLetters(const QString& folder, const QStringList& files) {
+  EditedLetters(folder, files, false);
+  EditedLetters(folder, files, true);
 }
 
 QStringList LettersOf(const QStringList& patterns) {

@@ -1,4 +1,6 @@
-#include "host/desktop/SelectionTone.h"
+#include "host/look/SelectionTone.h"
+
+#include "host/look/Colours.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -10,12 +12,6 @@ namespace {
 
 // The share of the selection's colour in a pale selection.
 constexpr double share = 0.25;
-
-QColor Blend(const QColor& over, const QColor& under) {
-  const auto mix = [](float a, float b) { return static_cast<float>(a * share + b * (1 - share)); };
-  return QColor::fromRgbF(mix(over.redF(), under.redF()), mix(over.greenF(), under.greenF()),
-                          mix(over.blueF(), under.blueF()));
-}
 
 }  // namespace
 
@@ -44,7 +40,7 @@ void SelectionTone::Apply(bool focused) {
   if (!focused) {
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
       palette.setColor(group, QPalette::Highlight,
-                       Blend(palette.color(group, QPalette::Highlight), palette.color(group, QPalette::Base)));
+                       Mix(palette.color(group, QPalette::Highlight), palette.color(group, QPalette::Base), share));
       palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
     }
   }

@@ -1,0 +1,107 @@
+#include "host/look/Style.h"
+
+#include "host/look/Colours.h"
+
+#include <QGroupBox>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+constexpr int ringWidth = 2;
+constexpr double cornerRadius = 2.5;
+constexpr double leastContrast = 3;
+// Between the title of a group and its line, as the base style has it.
+constexpr int groupTopMargin = 3;
+
+// Inside the rectangle, `width` pixels wide.
+void DrawOutline(QPainter& painter, const QRect& rect, const QColor& colour, int width, double radius) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(colour, width));
+  const double half = width / 2.0;
+  painter.drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), radius, radius);
+  painter.restore();
+}
+
+void DrawEdge(QPainter& painter, const QStyleOption& option, const QRect& rect, double radius = cornerRadius) {
+  const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
+  const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+  const QColor colour = hasFocus ? RingColour(option.palette) : LineColour(option.palette, isEnabled);
+  DrawOutline(painter, rect, colour, hasFocus ? ringWidth : 1, radius);
+}
+
+// On a selected row, or a strip, the ring's own colour may be that of the ground.
+QColor RingOn(const QStyleOptionFocusRect* ring, const QPalette& palette) {
+  const QColor colour = RingColour(palette);
+  const bool isSeen =
+      ring == nullptr || !ring->backgroundColor.isValid() || Contrast(colour, ring->backgroundColor) >= leastContrast;
+  return isSeen ? colour : palette.color(QPalette::HighlightedText);
+}
+
+QRect BelowTitle(const QStyleOption& option, const QWidget* widget, int markHeight) {
+  const auto* group = qobject_cast<const QGroupBox*>(widget);
+  if (group == nullptr || group->title().isEmpty()) {
+    return option.rect;
+  }
+  return option.rect.adjusted(0, std::max(markHeight, group->fontMetrics().height()) + groupTopMargin, 0, 0);
+}
+
+}  // namespace
+
+Style::Style() : QProxyStyle(u"Fusion"_s) {}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+  if (element == PE_FrameFocusRect) {
+    const auto* ring = qstyleoption_cast<const QStyleOptionFocusRect*>(option);
+    DrawOutline(*painter, option->rect, RingOn(ring, option->palette), ringWidth, cornerRadius);
+    return;
+  }
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  switch (element) {
+    case PE_FrameLineEdit:
+    case PE_Frame:
+      DrawEdge(*painter, *option, option->rect);
+      break;
+    case PE_PanelButtonCommand:
+      DrawEdge(*painter, *option, option->rect);
+      break;
+    case PE_FrameGroupBox:
+      DrawOutline(*painter, BelowTitle(*option, widget, pixelMetric(PM_IndicatorHeight, option, widget)),
+                  LineColour(option->palette), 1, cornerRadius);
+      break;
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorRadioButton: {
+      const bool isEnabled = option->state.testFlag(State_Enabled);
+      const double radius = element == PE_IndicatorCheckBox ? cornerRadius : option->rect.height() / 2.0;
+      DrawOutline(*painter, option->rect, LineColour(option->palette, isEnabled), 1, radius);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                               const QWidget* widget) const {
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+  if (control == CC_ComboBox || control == CC_SpinBox) {
+    DrawEdge(*painter, *option, option->rect);
+  }
+}
+
+int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  // Room for the ring around what scrolls.
+  return metric == PM_DefaultFrameWidth ? ringWidth : QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+}  // namespace host
