@@ -41,6 +41,11 @@ void ConditionBar::Show(const Conditions& conditions) {
   Arrange();
 }
 
+void ConditionBar::ComeAfter(QWidget& field) {
+  m_before = &field;
+  Arrange();
+}
+
 void ConditionBar::Take(const Conditions& conditions) {
   if (conditions != m_conditions) {
     Show(conditions);
@@ -73,6 +78,7 @@ QString ConditionBar::DatesText() const {
 void ConditionBar::Arrange() {
   while (QLayoutItem* item = m_grid->takeAt(0)) {
     item->widget()->hide();
+    item->widget()->setParent(nullptr);
     item->widget()->deleteLater();
     delete item;
   }
@@ -100,6 +106,14 @@ void ConditionBar::Arrange() {
   add->setMenu(menu);
   const int chips = m_grid->count();
   m_grid->addWidget(add, chips / chipsInRow, chips % chipsInRow, Qt::AlignLeft);
+  // What is made later would come last.
+  QWidget* before = m_before;
+  for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
+    if (before != nullptr && !button->isHidden()) {
+      setTabOrder(before, button);
+      before = button;
+    }
+  }
 }
 
 void ConditionBar::AddChip(const QString& name, const QString& text, const std::function<void()>& edit,

@@ -20,6 +20,8 @@ class ConditionBar : public QWidget {
   void SetChoices(const Choices& choices);
   void Show(const Conditions& conditions);
   const Conditions& Shown() const { return m_conditions; }
+  /// Tab comes to the bar from there.
+  void ComeAfter(QWidget& field);
 
  Q_SIGNALS:
   /// By the user.
@@ -39,6 +41,7 @@ class ConditionBar : public QWidget {
   std::array<QList<Choice>, conditionCount> m_records;
   Conditions m_conditions;
   QGridLayout* m_grid;
+  QWidget* m_before = nullptr;
 };
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/mailing/window/ChoiceBox.h"
 #include "host/mailing/window/SheetStartPicture.h"
+#include "host/mailing/window/TabOrder.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -59,6 +60,8 @@ LabelPanel::LabelPanel(QWidget* parent)
   layout->setContentsMargins({});
   layout->addWidget(m_picture, 0, Qt::AlignTop);
   layout->addLayout(fields, 1);
+  InTabOrder({m_sheet, findChild<QPushButton*>(u"cmdModificarHoja"_s), m_whom, m_issuer, m_senderCopies, m_picture,
+              m_first, findChild<QPushButton*>(u"cmdProponer"_s), m_family, m_points, m_margin, m_copies});
   connect(m_sheet, &QComboBox::currentIndexChanged, this, [this] {
     ShowSheet();
     Q_EMIT Changed();

@@ -1,6 +1,7 @@
 #include "host/mailing/window/LetterPanel.h"
 
 #include "host/mailing/window/ChoiceBox.h"
+#include "host/mailing/window/TabOrder.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -52,6 +53,8 @@ LetterPanel::LetterPanel(QWidget* parent)
       m_receiver(new QLineEdit(this)) {
   m_form->setContentsMargins({});
   AddFields();
+  InTabOrder({m_letter, findChild<QPushButton*>(u"cmdModificarCarta"_s), m_letterhead, m_subject, m_which, m_from,
+              m_until, m_year, m_date, m_period, m_receiver});
   connect(m_letter, &QComboBox::currentIndexChanged, this, &LetterPanel::Changed);
   connect(m_letterhead, &QComboBox::currentIndexChanged, this, &LetterPanel::Changed);
   connect(m_subject, &QComboBox::activated, this, [this] {
@@ -192,7 +195,8 @@ void LetterPanel::Adapt(const LetterMailing& letters) {
   m_subject->setCurrentIndex(m_subject->findData(int(subject)));
   ShowRow(m_donations, isDonation);
   ShowRow(m_year, subject == Subject::TaxReturn);
-  ShowRow(m_period, markers.contains(Marker::DonationPeriod) || (isDonation && markers.contains(Marker::SubscriptionPeriod)));
+  ShowRow(m_period,
+          markers.contains(Marker::DonationPeriod) || (isDonation && markers.contains(Marker::SubscriptionPeriod)));
   ShowRow(m_receiver, markers.contains(Marker::SubscriptionReceiver));
 }
 

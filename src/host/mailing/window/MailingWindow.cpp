@@ -281,8 +281,10 @@ void MailingWindow::ForgetMailing(const QString& why) {
 
 void MailingWindow::ShowFailure(Topic topic, const automation::Error& error) {
   switch (topic) {
-    case Topic::People:
     case Topic::Selection:
+      m_people->TakeNobody();
+      [[fallthrough]];
+    case Topic::People:
       m_people->SetError(error.Description());
       ForgetMailing(error.Description());
       break;

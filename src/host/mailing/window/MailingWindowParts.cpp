@@ -119,11 +119,7 @@ void MailingWindow::MakeLayout() {
   splitter->addWidget(m_preview);
   splitter->setStretchFactor(1, 1);
   setCentralWidget(splitter);
-  // In the order of the eyes: whom, what, how, and then the page.
-  setTabOrder(m_people, m_what);
-  setTabOrder(m_what, m_posting);
-  setTabOrder(m_posting, m_notices);
-  setTabOrder(m_notices, m_preview);
+  m_notices->ComeAfter(*m_posting->LastField());
   if (!restoreGeometry(QSettings().value(u"Correo/Geometria"_s).toByteArray())) {
     resize(screen()->availableSize() * 4 / 5);
   }

@@ -24,8 +24,8 @@ void Count(const QList<PersonNote>& notes, const QString& one, const QString& se
     ++reasons[note.reason.section(u',', 0, 0)];
   }
   for (auto reason = reasons.cbegin(); reason != reasons.cend(); ++reason) {
-    const QString text = reason.value() == 1 ? one.arg(reason.key())
-                                             : several.arg(QString::number(reason.value()), reason.key());
+    const QString text =
+        reason.value() == 1 ? one.arg(reason.key()) : several.arg(QString::number(reason.value()), reason.key());
     notices.append({text, Notice::Way::People, filter});
   }
 }
@@ -70,6 +70,7 @@ void NoticeBox::Show(const QList<Notice>& notices) {
     delete item;
   }
   QStringList said;
+  QWidget* before = m_before;
   for (const Notice& notice : notices) {
     auto* line = new QWidget(this);
     auto* row = new QHBoxLayout(line);
@@ -83,6 +84,8 @@ void NoticeBox::Show(const QList<Notice>& notices) {
       way->setAccessibleName(u"%1: %2"_s.arg(way->text(), notice.text));
       way->setAutoDefault(false);
       row->addWidget(way, 0, Qt::AlignTop);
+      setTabOrder(before, way);
+      before = way;
       connect(way, &QPushButton::clicked, this, [this, notice] { Q_EMIT Followed(notice); });
     }
     m_lines->addWidget(line);

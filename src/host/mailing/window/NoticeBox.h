@@ -29,12 +29,15 @@ class NoticeBox : public QFrame {
   explicit NoticeBox(QWidget* parent = nullptr);
 
   void Show(const QList<Notice>& notices);
+  /// Tab comes to the box from there.
+  void ComeAfter(QWidget& field) { m_before = &field; }
 
  Q_SIGNALS:
   void Followed(const host::Notice& notice);
 
  private:
   QVBoxLayout* m_lines;
+  QWidget* m_before = nullptr;
 };
 
 }  // namespace host

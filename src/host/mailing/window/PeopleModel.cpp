@@ -1,6 +1,6 @@
 #include "host/mailing/window/PeopleModel.h"
 
-#include "host/look/Contrast.h"
+#include "host/look/Colours.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QColor>

@@ -2,6 +2,7 @@
 
 #include "host/mailing/window/ConditionBar.h"
 #include "host/mailing/window/PeopleTable.h"
+#include "host/mailing/window/TabOrder.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -49,6 +50,9 @@ PeoplePanel::PeoplePanel(QWidget* parent)
   layout->addWidget(MakeSearchRow());
   layout->addWidget(m_table, 1);
   layout->addWidget(MakeTickRow());
+  InTabOrder({m_saved, m_search, m_filter, m_table, findChild<QPushButton*>(u"cmdTodas"_s),
+              findChild<QPushButton*>(u"cmdNinguna"_s)});
+  m_conditions->ComeAfter(*m_saved);
   connect(m_conditions, &ConditionBar::Changed, this, &PeoplePanel::TakeConditions);
   connect(&m_table->People(), &PeopleModel::Ticked, this, &PeoplePanel::Tick);
 }
@@ -124,6 +128,13 @@ void PeoplePanel::Take(const SavedSelection& selection) {
   m_selection = m_stored = selection;
   ShowSaved(selection.id);
   m_conditions->Show(selection.conditions);
+}
+
+void PeoplePanel::TakeNobody() {
+  m_selection = {};
+  m_selection.onlyTaken = true;
+  m_stored = m_selection;
+  m_conditions->Show({});
 }
 
 void PeoplePanel::SetPeople(std::vector<ListedPerson> people) {

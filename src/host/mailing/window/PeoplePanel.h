@@ -26,6 +26,8 @@ class PeoplePanel : public QWidget {
   void SetChoices(const Choices& choices);
   /// A selection as it was read. It is shown when its people have come.
   void Take(const SavedSelection& selection);
+  /// Leaves the name of what could not be read, and nobody chosen.
+  void TakeNobody();
   void SetPeople(std::vector<ListedPerson> people);
   void SetNotes(const MailingNotes& notes);
   /// How many letters or labels that makes, "306 cartas".

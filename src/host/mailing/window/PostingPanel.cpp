@@ -10,7 +10,10 @@ using namespace Qt::StringLiterals;
 namespace host {
 
 PostingPanel::PostingPanel(QWidget* parent)
-    : QWidget(parent), m_order(new QComboBox(this)), m_together(new QCheckBox(this)), m_withoutAddress(new QCheckBox(this)) {
+    : QWidget(parent),
+      m_order(new QComboBox(this)),
+      m_together(new QCheckBox(this)),
+      m_withoutAddress(new QCheckBox(this)) {
   m_order->setObjectName(u"cboOrden"_s);
   m_order->addItem(u"por apellidos"_s, int(PeopleOrder::Surname));
   m_order->addItem(u"por código postal"_s, int(PeopleOrder::Postcode));
@@ -40,6 +43,10 @@ PostingPanel::PostingPanel(QWidget* parent)
 
 void PostingPanel::SetPiece(const QString& piece) {
   m_together->setText(u"Una sola %1 por &domicilio"_s.arg(piece));
+}
+
+QWidget* PostingPanel::LastField() const {
+  return m_withoutAddress;
 }
 
 PeopleOrder PostingPanel::Order() const {

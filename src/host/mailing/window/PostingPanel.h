@@ -20,6 +20,7 @@ class PostingPanel : public QWidget {
   void SetPiece(const QString& piece);
   void Fill(MailingWish& wish) const;
   PeopleOrder Order() const;
+  QWidget* LastField() const;
 
  Q_SIGNALS:
   void Changed();

@@ -43,6 +43,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   layout->setContentsMargins({});
   layout->setSpacing(0);
   AddBar();
+  setTabOrder(m_zoom, m_view);
   layout->addWidget(m_view, 1);
   layout->addWidget(m_text, 1);
   ShowText({});
