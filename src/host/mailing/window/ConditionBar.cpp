@@ -106,6 +106,7 @@ void ConditionBar::Arrange() {
   add->setMenu(menu);
   const int chips = m_grid->count();
   m_grid->addWidget(add, chips / chipsInRow, chips % chipsInRow, Qt::AlignLeft);
+  add->show();
   // What is made later would come last.
   QWidget* before = m_before;
   for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
@@ -146,6 +147,7 @@ void ConditionBar::AddChip(const QString& name, const QString& text, const std::
   });
   const int chips = m_grid->count();
   m_grid->addWidget(chip, chips / chipsInRow, chips % chipsInRow);
+  chip->show();
 }
 
 void ConditionBar::FillMenu(QMenu& menu) {

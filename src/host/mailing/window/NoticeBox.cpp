@@ -89,6 +89,7 @@ void NoticeBox::Show(const QList<Notice>& notices) {
       connect(way, &QPushButton::clicked, this, [this, notice] { Q_EMIT Followed(notice); });
     }
     m_lines->addWidget(line);
+    line->show();
     said.append(notice.text);
   }
   setAccessibleName(said.join(u' '));

@@ -27,9 +27,9 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
   const int letter = fontMetrics().averageCharWidth();
-  constexpr int nameLetters = 27;
+  constexpr int nameLetters = 34;
   constexpr int postcodeLetters = 8;
-  constexpr int townLetters = 19;
+  constexpr int townLetters = 22;
   setColumnWidth(PeopleModel::Name, letter * nameLetters);
   setColumnWidth(PeopleModel::Postcode, letter * postcodeLetters);
   setColumnWidth(PeopleModel::Town, letter * townLetters);

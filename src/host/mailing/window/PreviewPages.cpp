@@ -77,6 +77,7 @@ class SheetPreview : public paper::Pages {
     constexpr double halfPointsPerMicrometre = halfPointsPerMillimetre / documents::micrometresPerCentimetre * 10;
     const int chosen = m_labels.LabelFor(m_look.person, m_sheet);
     painter.save();
+    painter.setBrush(Qt::NoBrush);
     int label = 0;
     for (const QRectF& place : LabelRectangles(m_labels.Sheet())) {
       ++label;
