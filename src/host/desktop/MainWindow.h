@@ -67,6 +67,7 @@ class MainWindow : public QMainWindow {
   void UndoDelete();
   void RecoverSelected();
   void ShowLocks();
+  void ShowHistory();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
