@@ -280,11 +280,11 @@ void tst_main_window::Preferences() {
       dialog.Dialog()->accept();
     });
     desktop.Action("actPreferences").trigger();
+    UseLook(host::StoredLook());
   };
   choose(2, 150);
   QVERIFY(host::IsDark(QApplication::palette()));
   QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF() * 1.5);
-  QVERIFY(host::StoredLook() == (host::Look{host::Look::Colours::Dark, 150}));
   choose(1, 100);
   QVERIFY(!host::IsDark(QApplication::palette()));
   QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF());

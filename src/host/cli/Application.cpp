@@ -11,6 +11,7 @@
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/help/HelpDesk.h"
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
@@ -95,11 +96,13 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, bool demonstration) {
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, HelpDesk& help,
+              bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
                      started.session.readOnly, demonstration, !started.place.IsFile()});
   window.Offer(rescue);
+  QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -129,6 +132,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
   const ViewOnly viewOnly(*services, bridge);
+  HelpDesk help(started.session.helpFile);
   Housekeeping housekeeping(started.connectionString, {.check = started.leftOpen,
                                                        .copy = started.place.IsFile() && !started.session.readOnly &&
                                                                !line.demonstration && WantsDailyCopies(),
@@ -157,7 +161,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
     rescue.Add(TakeKeptInputs(keptFile));
   }
   return line.command == Command::OpenDialog ? RunDialog(bridge, line)
-                                             : RunWindow(bridge, rescue, started, line.demonstration);
+                                             : RunWindow(bridge, rescue, started, help, line.demonstration);
 }
 
 }  // namespace

@@ -54,6 +54,10 @@ class MainWindow : public QMainWindow {
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
 
+ Q_SIGNALS:
+  /// The page of the menus' keys is to be shown, in HTML.
+  void ShortcutsWanted(const QString& page);
+
  private:
   void SetUpActions();
   void SetUpStatusBar();

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
 
@@ -34,6 +35,9 @@ Preferences::Preferences(QWidget* parent)
   auto* layout = new QFormLayout(this);
   layout->addRow(u"C&olores:"_s, m_colours);
   layout->addRow(u"&Tamaño del texto:"_s, m_text);
+  auto* when = new QLabel(u"Valen desde la próxima vez que abra el programa."_s, this);
+  when->setObjectName(u"lblWhen"_s);
+  layout->addRow(when);
   layout->addRow(buttons);
   connect(buttons, &QDialogButtonBox::accepted, this, &Preferences::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &Preferences::reject);
@@ -48,11 +52,7 @@ void Preferences::Show(const Look& look) {
 
 void Preferences::accept() {
   const Look look{.colours = static_cast<Look::Colours>(m_colours->currentIndex()), .textPercent = m_text->value()};
-  // Colours that were asked for on the command line stay until others are chosen here.
-  if (look != StoredLook()) {
-    StoreLook(look);
-    UseLook(look);
-  }
+  StoreLook(look);
   QDialog::accept();
 }
 

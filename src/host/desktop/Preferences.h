@@ -9,7 +9,7 @@ class QSpinBox;
 
 namespace host {
 
-/// How the program looks to this user of this machine. What is accepted is stored and used at once.
+/// How the program looks to this user of this machine. What is accepted is stored for the next start.
 class Preferences : public QDialog {
   Q_OBJECT
 
