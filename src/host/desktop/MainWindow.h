@@ -77,6 +77,7 @@ class MainWindow : public QMainWindow {
   void ShowLocks();
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
+  void ShowHistory();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
