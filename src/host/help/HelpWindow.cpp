@@ -73,7 +73,7 @@ HelpWindow::HelpWindow(Pages& pages)
   connect(m_browser, &QTextBrowser::sourceChanged, this, &HelpWindow::ShowPlaceInContents);
   const QSettings settings;
   if (!restoreGeometry(settings.value(geometryKey).toByteArray())) {
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
   }
   if (!m_splitter->restoreState(settings.value(splitterKey).toByteArray())) {
     m_splitter->setSizes({leftWidth, usualSize.width() - leftWidth});
@@ -172,11 +172,11 @@ void HelpWindow::FillContents() {
   m_contents->expandAll();
 }
 
-void HelpWindow::ShowPlaceInContents() {
+void HelpWindow::ShowPlaceInContents(const QUrl& shown) {
   const QSignalBlocker quiet(m_contents);
   m_contents->setCurrentItem(nullptr);
   for (QTreeWidgetItemIterator it(m_contents); *it != nullptr; ++it) {
-    if ((*it)->data(0, pageRole).toString() == m_browser->Page()) {
+    if ((*it)->data(0, pageRole).toString() == m_pages.PageOf(shown)) {
       m_contents->setCurrentItem(*it);
     }
   }
