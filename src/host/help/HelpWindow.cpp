@@ -17,6 +17,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -36,6 +37,8 @@ constexpr int largestSteps = 16;
 constexpr QSize usualSize(900, 720);
 constexpr int leftWidth = 270;
 constexpr int margin = 6;
+// In milliseconds: until then the desktop has put its frame around a window that was shown.
+constexpr int frameTime = 100;
 constexpr int placeRole = Qt::UserRole;
 constexpr int pageRole = Qt::UserRole + 1;
 
@@ -247,7 +250,7 @@ void HelpWindow::ShowBeside(QWidget* dialog) {
   }
   show();
   if (dialog != nullptr) {
-    LeaveFree(dialog->window()->frameGeometry());
+    QTimer::singleShot(frameTime, this, [this, place = dialog->window()->frameGeometry()] { LeaveFree(place); });
   }
   raise();
   activateWindow();
