@@ -5,7 +5,6 @@
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
-#include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
@@ -16,7 +15,9 @@
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
+#include "host/services/ErrorBox.h"
 #include "host/services/MessageBox.h"
+#include "host/services/Rescue.h"
 #include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
@@ -95,10 +96,12 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started, HelpDesk& help, bool demonstration) {
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, HelpDesk& help,
+              bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
                      started.session.readOnly, demonstration, !started.place.IsFile()});
+  window.Offer(rescue);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
@@ -147,8 +150,18 @@ int RunSession(const CommandLine& line, StartedSession& started) {
       Notify(notice);
     }
   });
+  Rescue rescue(*services, bridge);
+  const QString keptFile = KeptInputFile(started.place.shown, started.session.userId);
+  const auto keep = qScopeGuard([&] {
+    if (!started.session.readOnly && !WriteKeptInputs(keptFile, rescue.Inputs())) {
+      PrintError(u"Lo que no se guardó no se ha podido conservar en «%1»."_s.arg(keptFile));
+    }
+  });
+  if (!started.session.readOnly) {
+    rescue.Add(TakeKeptInputs(keptFile));
+  }
   return line.command == Command::OpenDialog ? RunDialog(bridge, line)
-                                             : RunWindow(bridge, started, help, line.demonstration);
+                                             : RunWindow(bridge, rescue, started, help, line.demonstration);
 }
 
 }  // namespace

@@ -2,13 +2,14 @@
 
 #include "database/Database.h"
 #include "host/desktop/DeletionDialogs.h"
-#include "host/desktop/ErrorBox.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/help/HelpDesk.h"
 #include "host/help/ShortcutsPage.h"
 #include "host/records/RecordReader.h"
+#include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 #include "platform/text/AsItStands.h"
@@ -88,6 +89,17 @@ MainWindow::~MainWindow() {
 
 void MainWindow::ChooseNode(int nodeId) {
   m_ui->nodeTree->Choose(nodeId);
+}
+
+void MainWindow::Offer(Rescue& rescue) {
+  auto* offers = new RescueStrips(rescue, m_bridge, this);
+  connect(offers, &RescueStrips::Told, m_ui->strips, &Strips::Tell);
+  connect(offers, &RescueStrips::Withdrawn, m_ui->strips, &Strips::Withdraw);
+  connect(offers, &RescueStrips::DialogWanted, this, [this](const ComponentRequest& request) {
+    m_dialogs.OpenAgain(request);
+    Refresh();
+  });
+  offers->Tell();
 }
 
 void MainWindow::SetUpActions() {
