@@ -1,12 +1,14 @@
 #pragma once
 
 #include "host/desktop/LiveRecords.h"
+#include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/Deletion.h"
 #include "host/records/DeletionLog.h"
 #include "host/records/NodeCatalog.h"
 #include "host/records/RecordLoader.h"
+#include "host/services/Rescue.h"
 
 #include <QMainWindow>
 #include <QString>
@@ -48,8 +50,17 @@ class MainWindow : public QMainWindow {
 
   /// Shows the records of a node; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
+  /// Offers what the object keeps, now and later. It outlives the window.
+  void Offer(Rescue& rescue);
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
+
+ Q_SIGNALS:
+  /// The page of the menus' keys is to be shown, in HTML.
+  void ShortcutsWanted(const QString& page);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   void SetUpActions();
@@ -64,6 +75,9 @@ class MainWindow : public QMainWindow {
   void UndoDelete();
   void RecoverSelected();
   void ShowLocks();
+  void CalibratePrinter();
+  MailingContext ContextForMailing(const QString& connectionString);
+  void ShowHistory();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
@@ -96,6 +110,7 @@ class MainWindow : public QMainWindow {
   RecordLoader m_loader;
   std::unique_ptr<LiveRecords> m_live;
   RecordDialogs m_dialogs;
+  MailingOpener m_mailing;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;
