@@ -377,6 +377,9 @@ void tst_rtf_kept::noFontStaysNone() {
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(!written.contains("\\f0") && !written.contains("\\deff"), written.constData());
   QCOMPARE(support::Loss(*document), QString());
+  // Nor does the table grow by an empty one for it.
+  const auto other = Document("{\\rtf1\\deff3{\\fonttbl{\\f0 Arial;}}a\\par}");
+  QCOMPARE(rtf::Writer(*other).Write().count("fonttbl"), 1);
 }
 
 void tst_rtf_kept::tableEdits_data() {
