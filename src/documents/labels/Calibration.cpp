@@ -27,8 +27,9 @@ Axis AxisOf(double edge, double distance, double firstAt, double distanceOnPage)
   return {.offset = edge - firstAt * scale, .scale = scale};
 }
 
+// A ruler has no thousands: a point is a comma.
 std::optional<double> NumberIn(const QString& text) {
-  const std::optional<QByteArray> number = automation::SpanishNumber(text);
+  const std::optional<QByteArray> number = automation::SpanishNumber(QString(text).replace(u'.', u','));
   return number ? std::optional(number->toDouble()) : std::nullopt;
 }
 

@@ -25,16 +25,19 @@ bool EndsLine(QChar c) {
   return c == QChar::LineSeparator || c == QChar::ParagraphSeparator || c.isNonCharacter() || c.isNull();
 }
 
-/// The piece between breaks around a position.
+/// The piece between breaks around a position. Looking at the document character by character is slow.
 Span LineAround(const QTextDocument& letter, int position) {
-  Span line{position, position};
-  while (line.begin > 0 && !EndsLine(letter.characterAt(line.begin - 1))) {
-    --line.begin;
+  const QTextBlock block = letter.findBlock(position);
+  const QString text = block.text();
+  qsizetype begin = position - block.position();
+  qsizetype end = begin;
+  while (begin > 0 && !EndsLine(text[begin - 1])) {
+    --begin;
   }
-  while (!EndsLine(letter.characterAt(line.end))) {
-    ++line.end;
+  while (end < text.size() && !EndsLine(text[end])) {
+    ++end;
   }
-  return line;
+  return {block.position() + static_cast<int>(begin), block.position() + static_cast<int>(end)};
 }
 
 void Remove(QTextDocument& letter, Span span) {
@@ -92,13 +95,11 @@ void CloseGap(QTextDocument& letter, int position) {
 }
 
 bool HoldsSomething(const QTextDocument& letter, Span line) {
-  for (int at = line.begin; at < line.end; ++at) {
-    const QChar c = letter.characterAt(at);
-    if (c.isLetterOrNumber() || c.isSurrogate() || c == QChar::ObjectReplacementCharacter) {
-      return true;
-    }
-  }
-  return false;
+  const QTextBlock block = letter.findBlock(line.begin);
+  const QString text = block.text().mid(line.begin - block.position(), line.end - line.begin);
+  return std::ranges::any_of(text, [](QChar c) {
+    return c.isLetterOrNumber() || c.isSurrogate() || c == QChar::ObjectReplacementCharacter;
+  });
 }
 
 bool MayGo(const QTextBlock& block) {

@@ -56,6 +56,9 @@ Report Reader::Read() {
       break;
     }
     Handle(token);
+    if (m_seams.IsSeam(token.kind == TokenKind::GroupEnd && !m_done)) {
+      NoteSeam(token);
+    }
     if (tokens % tokensBetweenLooks == 0 && m_limits.goOn && !m_limits.goOn()) {
       Refuse(QStringLiteral("Se ha interrumpido su lectura."));
     }
@@ -224,30 +227,37 @@ bool Reader::ApplyDocumentWord(const Keyword& keyword, const Token& token) {
   }
   switch (keyword.action) {
     case Action::CharacterSet:
+      ChangeDocument(false);
       m_preamble.codePage = inTime ? keyword.value : m_preamble.codePage;
       break;
     case Action::CodePage:
+      ChangeDocument(false);
       m_preamble.codePage = inTime && token.parameter > 0 ? token.parameter : m_preamble.codePage;
       break;
     case Action::DefaultFont:
+      ChangeDocument(false);
       if (inTime) {
         m_preamble.defaultFont = std::max(token.parameter, 0);
         m_fonts.SetDefault(m_preamble.defaultFont);
       }
       break;
     case Action::DefaultTab:
+      ChangeDocument(false);
       m_preamble.defaultTab = std::clamp(token.parameter, 0, largestTwips);
       break;
     case Action::CarryDocument: {
+      ChangeDocument(false);
       const CarriedWord word = Carried(keyword, token, m_colours);
       m_preamble.words.Put(keyword, word.hasParameter, word.parameter);
       break;
     }
     case Action::SectionDefaults:
+      ChangeDocument(true);
       m_section.words.Clear();
       m_section.defaults = true;
       break;
     case Action::CarrySection:
+      ChangeDocument(true);
       m_section.words.Put(keyword, token.hasParameter, token.parameter);
       break;
     case Action::RowDefaults:
@@ -328,6 +338,7 @@ void Reader::OpenGroup() {
     ++m_uncounted;
   } else {
     m_groups.push_back(Group(Top()));
+    Top().serial = ++m_groupSerials;
   }
 }
 
@@ -368,6 +379,39 @@ void Reader::Finish() {
   QTextOption option = m_document.defaultTextOption();
   option.setTabStopDistance(m_preamble.defaultTab / 15.0);
   m_document.setDefaultTextOption(option);
+}
+
+/// What was just read holds for the document or the section, not for its place.
+void Reader::ChangeDocument(bool ofSection) {
+  const bool isEmpty = !m_builder.HasText() && m_hidden.isEmpty() && m_break == 0;
+  const bool begins = m_builder.Paragraphs() == 0 && isEmpty;
+  const bool beginsSection = ofSection && !m_section.first && !m_section.hasParagraph;
+  if (begins || !beginsSection) {
+    // What a section begins with is written with its first paragraph.
+    m_seams.ChangeDocument(begins);
+  }
+}
+
+bool Reader::IsBetweenParts() const {
+  const Group& top = m_groups.back();
+  return m_groups.size() > 1 && m_uncounted == 0 && !top.alternatives && !top.nestedRowProperties &&
+         top.openLink == 0 && top.character.link == 0 && !top.character.hidden && m_skip == 0 &&
+         m_pendingTab == TabStop();
+}
+
+void Reader::NoteSeam(const Token& token) {
+  if (m_done) {
+    // In front of the brace that ends the document.
+    m_seams.Place(static_cast<qsizetype>(token.begin), 1, {});
+  } else if (IsBetweenParts()) {
+    ListItem item;
+    const bool isItem = FindListItem(item);
+    m_seams.Place(static_cast<qsizetype>(m_tokenizer.Position()), Top().serial,
+                  {.character = Top().character,
+                   .paragraph = Top().paragraph,
+                   .list = isItem ? item.source : QString(),
+                   .unicodeSkip = Top().unicodeSkip});
+  }
 }
 
 void Reader::Refuse(const QString& reason) {

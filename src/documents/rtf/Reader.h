@@ -7,6 +7,7 @@
 #include "documents/rtf/Preamble.h"
 #include "documents/rtf/Report.h"
 #include "documents/rtf/RowTracker.h"
+#include "documents/rtf/Seams.h"
 #include "documents/rtf/Source.h"
 #include "documents/rtf/StyleWords.h"
 #include "documents/rtf/Styles.h"
@@ -33,6 +34,8 @@ class Reader {
   Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits);
 
   Report Read();
+  /// Of what was read, with `before` bytes in front of it.
+  Seams TakeSeams(qsizetype before) { return m_seams.Take(before); }
 
  private:
   /// What the groups that are open save and restore.
@@ -44,6 +47,7 @@ class Reader {
     bool nestedRowProperties = false;  ///< `\nesttableprops`
     int openLink = 0;                  ///< A field or object of which only the result counts; its index.
     std::size_t contents = 0;          ///< Where the contents of such a group begin.
+    int serial = 0;                    ///< In the order of their beginnings, from 1.
   };
   struct LinkNode {
     int parent = 0;
@@ -78,6 +82,9 @@ class Reader {
   void OpenGroup();
   void CloseGroup();
   void Finish();
+  void ChangeDocument(bool ofSection);
+  bool IsBetweenParts() const;
+  void NoteSeam(const Token& token);
   Group& Top() { return m_groups.back(); }
 
   // ReaderGroups.cpp: destinations, links, pieces.
@@ -122,6 +129,8 @@ class Reader {
   Report m_report;
   DocumentBuilder m_builder;
   RowTracker m_rows;
+  SeamRecorder m_seams;
+  int m_groupSerials = 0;
   TablePath m_lastPath;
   PreambleData m_preamble;
   FontTable m_fonts;
@@ -132,6 +141,7 @@ class Reader {
   bool m_done = false;
   bool m_bodyStarted = false;
   bool m_starred = false;
+  qsizetype m_capturedEnd = -1;   ///< Behind the group that was captured last, -1 where it does not end.
   std::size_t m_destination = 0;  ///< Where a destination's word, or the star in front of it, begins.
   int m_skip = 0;                 ///< Characters of a Unicode escape's fallback that are still to come.
   std::vector<LinkNode> m_links{LinkNode{}};

@@ -62,6 +62,8 @@ QString HyperlinkTarget(std::string_view head, int codePage) {
 void Reader::EnterDestination(const Keyword& keyword, const Token& token) {
   switch (keyword.action) {
     case Action::Document:
+      ChangeDocument(false);
+      return;
     case Action::UnicodeAlternative:
     case Action::Result:
       return;
@@ -105,6 +107,7 @@ void Reader::EnterUnknownDestination(const Token& /*token*/) {
 /// The group that is open at this point, from its destination word on, closed where the input does not close it.
 QByteArray Reader::Capture() {
   const Tokenizer::Contents contents = m_tokenizer.SkipGroup();
+  m_capturedEnd = contents.missing == 0 ? static_cast<qsizetype>(contents.end) + 1 : -1;
   const std::string_view bytes = m_input.substr(m_destination, contents.end - m_destination);
   QByteArray group;
   group.reserve(static_cast<qsizetype>(bytes.size() + contents.missing) + 2);
@@ -121,19 +124,25 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
   }
   switch (keyword.action) {
     case Action::FontTable:
+      ChangeDocument(false);
+      m_seams.EndFontTable(m_capturedEnd);
       m_fonts.Add(View(group), m_preamble.codePage);
       m_preamble.fontTables += group;
       m_codePage = -1;
       return;
     case Action::ColourTable:
+      ChangeDocument(false);
+      m_seams.EndColourTable(m_capturedEnd);
       m_colours.Add(View(group));
       m_preamble.colourTables += group;
       return;
     case Action::ListTable:
+      ChangeDocument(false);
       m_lists.AddLists(View(group));
       m_preamble.listTables += group;
       return;
     case Action::ListOverrides:
+      ChangeDocument(false);
       m_lists.AddOverrides(View(group));
       m_preamble.listTables += group;
       return;
@@ -154,9 +163,11 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
   ++m_report.carried[QString::fromLatin1(keyword.name.data(), static_cast<qsizetype>(keyword.name.size()))];
   switch (keyword.action) {
     case Action::DocumentGroup:
+      ChangeDocument(false);
       m_preamble.groups += group;
       break;
     case Action::SectionGroup:
+      ChangeDocument(true);
       m_section.groups += group;
       break;
     case Action::Picture:
@@ -207,6 +218,7 @@ bool Reader::EnterResult() {
     inner.character.link = Top().openLink;
     m_runIsCurrent = false;
   }
+  inner.serial = ++m_groupSerials;
   m_groups.push_back(inner);
   return true;
 }

@@ -214,6 +214,7 @@ void Reader::EndParagraph() {
                           .item = isItem ? std::optional(item) : std::nullopt,
                           .path = path,
                           .beginsSection = beginsSection});
+  m_seams.EndPart(!path.isEmpty());
   m_runIsCurrent = false;
 }
 
@@ -241,6 +242,9 @@ void Reader::EndRow(int level) {
     EndCell(level);
   }
   m_rows.EndRow(std::min(level, deepestTable), Top().nestedRowProperties, m_builder);
+  if (level == 1) {
+    m_seams.EndRow();
+  }
 }
 
 void Reader::BreakPage() {
@@ -256,6 +260,8 @@ void Reader::EndSection() {
   FlushBytes();
   if (m_builder.HasText() || !m_hidden.isEmpty() || m_break != 0 || m_builder.Paragraphs() == 0) {
     EndParagraph();
+  } else {
+    m_seams.GoOn();
   }
   FinishSection();
   m_section = {.first = false};

@@ -70,8 +70,10 @@ QByteArray RtfOf(QString text, const QFont& font) {
   return Writer(plain).Write();
 }
 
-/// Reads `bytes`; `characters` is the text that they stand for, if that was characters and no RTF.
-Report ReadInto(const QByteArray& bytes, const QString& characters, QTextDocument& document, const Limits& limits) {
+/// Reads `bytes`; `characters` is the text that they stand for, if that was characters and no RTF. `seams` become
+/// those of `bytes`.
+Report ReadInto(const QByteArray& bytes, const QString& characters, QTextDocument& document, const Limits& limits,
+                Seams& seams) {
   Source& source = Source::Of(document);
   source.Forget();
   document.clear();
@@ -80,7 +82,9 @@ Report ReadInto(const QByteArray& bytes, const QString& characters, QTextDocumen
   }
   Report report;
   if (const std::string_view input = RtfIn(bytes); !input.empty()) {
-    report = Reader(input, document, source, limits).Read();
+    Reader reader(input, document, source, limits);
+    report = reader.Read();
+    seams = reader.TakeSeams(bytes.size() - static_cast<qsizetype>(input.size()));
   } else {
     const QByteArray rich = RtfOf(characters.isNull() ? PlainText(bytes) : characters, document.defaultFont());
     report = Reader(RtfIn(rich), document, source, limits).Read();
@@ -108,6 +112,10 @@ QByteArray BytesOf(const QString& characters) {
     }
   }
   return bytes;
+}
+
+QByteArray BytesOf(const Source& source) {
+  return source.Characters().isEmpty() ? source.Bytes() : BytesOf(source.Characters());
 }
 
 /// What is carried byte for byte may hold bytes that no text column takes: binary data is written as digits, which
@@ -188,22 +196,24 @@ bool IsLatin1(const QString& text) {
 }  // namespace
 
 Report Read(const QByteArray& content, QTextDocument& document, const Limits& limits) {
-  const Report report = ReadInto(content, {}, document, limits);
+  Seams seams;
+  const Report report = ReadInto(content, {}, document, limits, seams);
   if (report.outcome != Outcome::Refused) {
-    Source::Of(document).Remember(document, content, {});
+    Source::Of(document).Remember(document, content, {}, seams);
   }
   return report;
 }
 
 Report Read(const QString& content, QTextDocument& document, const Limits& limits) {
+  Seams seams;
   if (content.size() > limits.bytes) {
-    return ReadInto({}, content, document, limits);
+    return ReadInto({}, content, document, limits, seams);
   }
   const QByteArray bytes = BytesOf(content);
-  const Report report = ReadInto(bytes, content.isNull() ? QStringLiteral("") : content, document, limits);
+  const Report report = ReadInto(bytes, content.isNull() ? QStringLiteral("") : content, document, limits, seams);
   if (report.outcome != Outcome::Refused) {
     const bool plainBytes = IsLatin1(content);
-    Source::Of(document).Remember(document, plainBytes ? bytes : QByteArray(), plainBytes ? QString() : content);
+    Source::Of(document).Remember(document, plainBytes ? bytes : QByteArray(), plainBytes ? QString() : content, seams);
   }
   return report;
 }
@@ -213,6 +223,9 @@ QByteArray Write(const QTextDocument& document) {
     if (const auto unchanged = source->UnchangedBytes(document)) {
       return *unchanged;
     }
+    if (const auto patched = source->Patched(document, BytesOf(*source))) {
+      return *patched;
+    }
   }
   return Writer(document).Write();
 }
@@ -221,6 +234,9 @@ QString WriteText(const QTextDocument& document) {
   if (const Source* source = Source::Find(document)) {
     if (const auto unchanged = source->UnchangedCharacters(document)) {
       return *unchanged;
+    }
+    if (const auto patched = source->Patched(document, BytesOf(*source))) {
+      return QString::fromLatin1(WithoutBinary(*patched));
     }
   }
   return QString::fromLatin1(WithoutBinary(Writer(document).Write()));

@@ -32,7 +32,7 @@ class QTextDocument;
 ///   borders, shading, positions, keeping together), for sections and the document (page size, margins), and for rows
 ///   and cells of tables (heights, positions).
 ///
-/// Dropped, and named in the report: words that the keyword table does not have, the trail of editing sessions
+/// Dropped where a paragraph is edited, and named in the report: words that the keyword table does not have, the trail of editing sessions
 /// (`\rsid`), fonts of other scripts that say nothing of the text itself (`\af` and its like), the markup of letters
 /// that were HTML, alternative texts of list items, which are written anew. Lengths are cut at 32,767 twips.
 ///
@@ -52,10 +52,11 @@ KELDOCUMENTOS_EXPORT Report Read(const QByteArray& content, QTextDocument& docum
 KELDOCUMENTOS_EXPORT Report Read(const QString& content, QTextDocument& document, const Limits& limits = {});
 
 /// The document as RTF, in ASCII except for what is carried byte for byte. The very bytes that were read while the
-/// document is as it was read.
+/// document is as it was read; after an edit the bytes up to the first changed paragraph and from behind the last one,
+/// where they can stand around what is written anew (a table is changed as a whole).
 KELDOCUMENTOS_EXPORT QByteArray Write(const QTextDocument& document);
 
-/// The same for a text column: the very text that was read, or ASCII and U+0080 to U+00FF.
+/// The same for a text column: the very text that was read, or characters up to U+00FF.
 KELDOCUMENTOS_EXPORT QString WriteText(const QTextDocument& document);
 
 /// The selection as RTF of its own, for the clipboard; empty without a selection.

@@ -1,13 +1,11 @@
 #include "documents/rtf/Source.h"
 
+#include "documents/rtf/Patch.h"
 #include "documents/rtf/Picture.h"
 
-#include <QCryptographicHash>
 #include <QPointer>
-#include <QTextBlock>
 #include <QTextDocument>
 #include <QTextFrame>
-#include <QTextList>
 #include <QUrl>
 
 namespace rtf {
@@ -15,37 +13,6 @@ namespace rtf {
 namespace {
 
 constexpr int decodedKilobytes = 64 * 1024;
-
-/// A hash over the text and the numbers of its formats, which name the same formats as long as the document lives.
-QByteArray Fingerprint(const QTextDocument& document) {
-  QCryptographicHash hash(QCryptographicHash::Sha1);
-  const auto add = [&hash](const auto* data, qsizetype size) {
-    hash.addData(QByteArrayView(reinterpret_cast<const char*>(data), size));
-  };
-  QList<QTextFrame*> frames{document.rootFrame()};
-  while (!frames.isEmpty()) {
-    const QTextFrame* frame = frames.takeLast();
-    frames.append(frame->childFrames());
-    const int numbers[] = {frame->formatIndex(), frame->firstPosition(), frame->lastPosition()};
-    add(numbers, sizeof numbers);
-  }
-  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-    const QTextList* list = block.textList();
-    // The mark of the first paragraph is the document's: what is pasted in front of it may change it, and no undo
-    // brings it back.
-    const int mark = block.blockNumber() == 0 ? -1 : block.charFormatIndex();
-    const int numbers[] = {block.length(), block.blockFormatIndex(), mark, list == nullptr ? -1 : list->formatIndex()};
-    add(numbers, sizeof numbers);
-    for (auto at = block.begin(); !at.atEnd(); ++at) {
-      const QTextFragment fragment = at.fragment();
-      const int run[] = {fragment.length(), fragment.charFormatIndex()};
-      add(run, sizeof run);
-    }
-    const QString text = block.text();
-    add(text.constData(), text.size() * qsizetype(sizeof(QChar)));
-  }
-  return hash.result();
-}
 
 }  // namespace
 
@@ -65,26 +32,30 @@ const Source* Source::Find(const QTextDocument& document) {
   return document.findChild<Source*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
-void Source::Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters) {
+void Source::Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters,
+                      const Seams& seams) {
   m_bytes = bytes;
   m_characters = characters;
-  m_fingerprint = Fingerprint(document);
+  m_seams = seams;
+  Renew(document);
 }
 
 void Source::Renew(const QTextDocument& document) {
-  m_fingerprint = Fingerprint(document);
+  m_rootFormat = document.rootFrame()->formatIndex();
+  m_parts = PartsOf(document);
 }
 
 void Source::Forget() {
   m_bytes.clear();
   m_characters.clear();
-  m_fingerprint.clear();
+  m_parts.clear();
+  m_seams = {};
   m_pictures.clear();
   m_decoded.clear();
 }
 
 bool Source::IsUnchanged(const QTextDocument& document) const {
-  return !m_fingerprint.isEmpty() && m_fingerprint == Fingerprint(document);
+  return !m_parts.isEmpty() && m_rootFormat == document.rootFrame()->formatIndex() && m_parts == PartsOf(document);
 }
 
 std::optional<QByteArray> Source::UnchangedBytes(const QTextDocument& document) const {
@@ -96,6 +67,11 @@ std::optional<QString> Source::UnchangedCharacters(const QTextDocument& document
     return std::nullopt;
   }
   return m_characters.isEmpty() ? QString::fromLatin1(m_bytes) : m_characters;
+}
+
+std::optional<QByteArray> Source::Patched(const QTextDocument& document, const QByteArray& bytes) const {
+  return m_rootFormat == document.rootFrame()->formatIndex() ? rtf::Patched(document, bytes, m_parts, m_seams)
+                                                             : std::nullopt;
 }
 
 QString Source::AddPicture(const Piece& group) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "documents/rtf/Parts.h"
 #include "documents/rtf/Properties.h"
+#include "documents/rtf/Seams.h"
 
 #include <QCache>
 #include <QHash>
@@ -24,8 +26,9 @@ class Source : public QObject {
   static Source& Of(QTextDocument& document);
   static const Source* Find(const QTextDocument& document);
 
-  /// Takes `original` as what the document holds now. Characters or bytes; one of them is empty.
-  void Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters);
+  /// Takes them as what the document holds now. Characters or bytes; one of them is empty. `seams` are those of the
+  /// bytes, which a document that was changed is written between; none where they were not read.
+  void Remember(const QTextDocument& document, const QByteArray& bytes, const QString& characters, const Seams& seams);
   /// What the document holds now stands for the same original, although other formats show it.
   void Renew(const QTextDocument& document);
   bool IsUnchanged(const QTextDocument& document) const;
@@ -34,6 +37,11 @@ class Source : public QObject {
   /// undoing everything counts as no change.
   std::optional<QByteArray> UnchangedBytes(const QTextDocument& document) const;
   std::optional<QString> UnchangedCharacters(const QTextDocument& document) const;
+  /// What was read with the changed paragraphs in place of those that were; none where it can't be kept around them.
+  /// `bytes` are the original.
+  std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& bytes) const;
+  const QByteArray& Bytes() const { return m_bytes; }
+  const QString& Characters() const { return m_characters; }
 
   /// Keeps a picture's group under the name that an image format has for it, and returns the name.
   QString AddPicture(const Piece& group);
@@ -47,7 +55,9 @@ class Source : public QObject {
 
   QByteArray m_bytes;
   QString m_characters;
-  QByteArray m_fingerprint;
+  QList<Part> m_parts;
+  int m_rootFormat = -1;
+  Seams m_seams;
   QHash<QString, Piece> m_pictures;
   QCache<QString, QImage> m_decoded;
 };

@@ -75,6 +75,28 @@ QByteArray Writer::WriteParagraph(const QTextBlock& block) {
     return {};
   }
   m_text = {};
+  BeginAt(block);
+  WriteBlock(block);
+  CloseLinks(0);
+  return m_text.Bytes();
+}
+
+void Writer::WritePart(const QTextBlock& first, const QTextBlock& last, const ReadingState& before) {
+  m_text = {};
+  if (before.unicodeSkip != 1) {
+    m_text.Word("\\uc", 1);
+  }
+  BeginAt(first);
+  for (QTextBlock block = first; block.isValid() && block != last.next(); block = block.next()) {
+    if (!IsJoint(block)) {
+      WriteBlock(block);
+    }
+  }
+  CloseLinks(0);
+}
+
+/// As if nothing were known of what is in front of it but where that stands.
+void Writer::BeginAt(const QTextBlock& block) {
   m_text.Word("\\pard");
   m_styles.Reset();
   m_inForce = {};
@@ -82,8 +104,29 @@ QByteArray Writer::WriteParagraph(const QTextBlock& block) {
   m_lists.clear();
   const QTextBlock previous = Preceding(block);
   m_path = previous.isValid() ? PathOf(previous) : TablePath();
-  WriteBlock(block);
-  CloseLinks(0);
+}
+
+void Writer::TakeUpParagraph(const ReadingState& state) {
+  ParagraphStyle style = state.paragraph;
+  style.tableLevel = style.Level();
+  style.inTable = false;
+  style.listNumber = noList;
+  style.listLevel = 0;
+  style.numbering = 0;
+  ListState list;
+  (state.list.startsWith(u"\\ls") ? list.words : list.group) = state.list.toLatin1();
+  Paragraph(style, state.list.isEmpty() ? nullptr : &list, false);
+}
+
+void Writer::TakeUpCharacters(const ReadingState& state) {
+  m_styles.Characters(state.character);
+}
+
+QByteArray Writer::EndPart(const ReadingState& state) {
+  if (state.unicodeSkip != 1) {
+    m_text.Word("\\uc", state.unicodeSkip);
+  }
+  m_text.Raw("\r\n");
   return m_text.Bytes();
 }
 
@@ -432,7 +475,7 @@ Writer::ListState* Writer::ListOf(const QTextBlock& block) {
   if (format.hasProperty(ListStartProperty)) {
     state.numbering.start = format.intProperty(ListStartProperty);
   }
-  state.next = state.numbering.start;
+  state.next = state.numbering.start + list->itemNumber(block);
   const int symbols = bullet ? m_tables.FontNumber(SymbolFont()) : -1;
   if (bullet) {
     state.bullet = "\\f" + QByteArray::number(symbols) + "\\'b7";

@@ -3,6 +3,7 @@
 #include "documents/rtf/Numbering.h"
 #include "documents/rtf/Preamble.h"
 #include "documents/rtf/Properties.h"
+#include "documents/rtf/Seams.h"
 #include "documents/rtf/StyleWriter.h"
 #include "documents/rtf/TablePath.h"
 #include "documents/rtf/TableRows.h"
@@ -29,6 +30,13 @@ class Writer {
 
   /// One paragraph, whatever was written before: written one after the other, all of them are the document's text.
   QByteArray WriteParagraph(const QTextBlock& block);
+  /// Some paragraphs in place of others, behind what leaves `before` in force. What is behind them takes up what it
+  /// needs of the state that it was read in, and EndPart gives it all.
+  void WritePart(const QTextBlock& first, const QTextBlock& last, const ReadingState& before);
+  void TakeUpParagraph(const ReadingState& state);
+  void TakeUpCharacters(const ReadingState& state);
+  QByteArray EndPart(const ReadingState& state);
+  const WriterTables& Tables() const { return m_tables; }
   /// Between paragraphs: the document has changed.
   void Forget() { m_rows.Forget(); }
   /// The document around a text that was written by this object.
@@ -66,6 +74,7 @@ class Writer {
     InForce paragraph;
   };
 
+  void BeginAt(const QTextBlock& block);
   void WriteBlock(const QTextBlock& block);
   void BeginSection(const QTextBlockFormat& format);
   void BeginRows(const TablePath& path);

@@ -106,6 +106,7 @@ WriterTables::WriterTables(const PreambleData& preamble)
     m_newColours = ";";
     m_nextColour = 1;
   }
+  m_readColours = m_nextColour;
 }
 
 int WriterTables::FontNumber(const Font& font) {

@@ -25,6 +25,8 @@ class WriterTables {
 
   /// Whether there is a default font to name; readers show one of their own where there is none.
   bool NamesDefaultFont() const { return m_namesDefault; }
+  bool HasNewFonts() const { return !m_newFonts.isEmpty(); }
+  bool HasNewColours() const { return m_nextColour != m_readColours; }
   QByteArray FontGroups() const;
   QByteArray ColourGroups() const;
 
@@ -44,6 +46,7 @@ class WriterTables {
   QHash<int, int> m_colours;
   int m_automatic = 0;
   int m_nextColour = 0;
+  int m_readColours = 0;
   QByteArray m_newColours;
 };
 

@@ -62,4 +62,9 @@ inline QString Loss(const QTextDocument& document) {
   return Difference(Portrait(document), Portrait(*Document(rtf::Writer(document).Write())));
 }
 
+/// What differs when it is written into what it was read from, and not as a whole; empty for nothing.
+inline QString PatchLoss(const QTextDocument& document) {
+  return Difference(Portrait(*Document(rtf::Writer(document).Write())), Portrait(*Document(rtf::Write(document))));
+}
+
 }  // namespace support

@@ -60,6 +60,28 @@ void tst_rtf_files::everyFile() {
   QCOMPARE(rtf::Write(document), content);
   QCOMPARE(support::Loss(document), QString());
 
+  // What is changed is written between the letter's own bytes, and reads as when all is written.
+  constexpr int places = 12;
+  for (int i = 0; i < places; ++i) {
+    QTextCursor edit(document.findBlockByNumber(i * document.blockCount() / places));
+    edit.movePosition(QTextCursor::EndOfBlock);
+    if (i % 3 == 0) {
+      edit.insertText(u"Z"_s);
+    } else if (i % 3 == 1) {
+      edit.insertText(u"Z\nZ"_s);
+    } else {
+      edit.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+      edit.removeSelectedText();
+    }
+    QCOMPARE(support::PatchLoss(document), QString());
+    if (i % 4 == 3) {
+      while (document.isUndoAvailable()) {
+        document.undo();
+      }
+      QCOMPARE(rtf::Write(document), content);
+    }
+  }
+
   // After an edit at the end everything else is as it was.
   QStringList before = support::Portrait(document);
   QTextCursor cursor(&document);

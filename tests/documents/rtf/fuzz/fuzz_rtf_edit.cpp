@@ -1,7 +1,9 @@
-// Any letter under any edits: what is written afterwards has the document's text, undoing everything brings the
-// original bytes back, and a selection can be pasted.
+// Any letter under any edits: what is written afterwards has the document's text and reads as when all of it is
+// written anew, undoing everything brings the original bytes back, and a selection can be pasted.
 
+#include "documents/rtf/Portrait.h"
 #include "documents/rtf/Rtf.h"
+#include "documents/rtf/Writer.h"
 #include "documents/rtf/fuzz/FuzzRun.h"
 
 #include <QTextCursor>
@@ -82,6 +84,11 @@ void FuzzOne(const QByteArray& input) {
   const QByteArray text = document.toPlainText().simplified().toUtf8();
   const QByteArray textAgain = again.toPlainText().simplified().toUtf8();
   Expect(text == textAgain, "other text after edits", text + "\n---\n" + textAgain + "\n---\n" + written);
+  QTextDocument anew;
+  rtf::Read(rtf::Writer(document).Write(), anew);
+  const QString difference = support::Difference(support::Portrait(anew), support::Portrait(again));
+  Expect(difference.isEmpty(), "written between what is kept it reads otherwise",
+         difference.toUtf8() + "\n---\n" + written);
   while (document.isUndoAvailable()) {
     document.undo();
   }

@@ -11,8 +11,10 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTextDocumentFragment>
 #include <QTextFrame>
 #include <QTextList>
+#include <QTextTable>
 
 #include <cstdio>
 
@@ -96,7 +98,7 @@ void WrittenHere(const QString& folder) {
   QTextCursor cursor(document.get());
   cursor.movePosition(QTextCursor::End);
   cursor.insertText(u" fin"_s);
-  WriteFile(folder + u"/here.rtf"_s, rtf::Write(*document));
+  WriteFile(folder + u"/here.rtf"_s, rtf::Writer(*document).Write());
   Check(Convert(folder, u"fodt"_s, {folder + u"/here.rtf"_s}), u"converted"_s);
   const QList<interop::Run> runs = interop::ReadRuns(folder + u"/here.fodt"_s);
   number = 0;
@@ -206,11 +208,15 @@ bool IsInitial(const QString& name, const QString& value, bool isItem) {
   return initial.value(name).contains(value) && !(isItem && value == u"0in");
 }
 
-/// Neighbours with equal attributes as one, without what does not show: revision numbers, fonts of other scripts.
-QStringList Shown(const QString& path) {
+/// Neighbours with equal attributes as one, without what does not show: revision numbers, fonts of other scripts; and
+/// without `typed`.
+QStringList Shown(const QString& path, QChar typed = {}) {
   QStringList shown;
   QString before;
-  for (const interop::Run& run : interop::ReadRuns(path)) {
+  for (interop::Run& run : interop::ReadRuns(path)) {
+    if (!typed.isNull() && run.text.remove(typed).isEmpty()) {
+      continue;
+    }
     QString attributes;
     for (auto it = run.attributes.begin(); it != run.attributes.end(); ++it) {
       if (!it.key().startsWith(u"officeooo:") && !it.key().endsWith(u"-asian") && !it.key().endsWith(u"-complex") &&
@@ -273,14 +279,115 @@ void Clipboard(const QString& folder) {
   Check(tables(*letter) == 1 && tables(*pasted) == 1, u"copied there, pasted here: the table"_s);
 }
 
-/// What LibreOffice shows of each letter, and of what is written of it when it has been edited.
-void EditedLetters(const QString& folder, const QStringList& files) {
+/// As interop::ReadRows has them.
+void CollectRows(const QTextTable& table, QList<QStringList>& rows) {
+  for (int row = 0; row < table.rows(); ++row) {
+    QStringList cells;
+    for (int column = 0; column < table.columns(); ++column) {
+      const QTextTableCell cell = table.cellAt(row, column);
+      if (cell.row() != row || cell.column() != column) {
+        continue;
+      }
+      QString text;
+      for (auto part = cell.begin(); !part.atEnd(); ++part) {
+        if (const auto* inner = qobject_cast<const QTextTable*>(part.currentFrame())) {
+          CollectRows(*inner, rows);
+        }
+        text += part.currentBlock().text() + u' ';
+      }
+      const bool isOne = cell.columnSpan() * cell.rowSpan() == 1;
+      cells.append(text.simplified() + (isOne ? QString() : u"(%1x%2)"_s.arg(cell.columnSpan()).arg(cell.rowSpan())));
+    }
+    rows.append(cells);
+  }
+}
+
+QList<QStringList> RowsOf(const QTextDocument& document) {
+  QList<QStringList> rows;
+  for (const QTextFrame* frame : document.rootFrame()->childFrames()) {
+    if (const auto* table = qobject_cast<const QTextTable*>(frame)) {
+      CollectRows(*table, rows);
+    }
+  }
+  return rows;
+}
+
+/// Tables of every origin, cell by cell: the letter's own after an edit, pieces of them, those of a page of the web or
+/// a spreadsheet, which come to the clipboard as HTML.
+void Tables(const QString& folder) {
+  const QByteArray rows =
+      "\\trowd\\trgaph70\\clmgf\\cellx1000\\clmrg\\cellx3000\\clvmgf\\cellx4500\\pard\\intbl a\\cell\\cell b\\par "
+      "c\\cell\\row"
+      "\\trowd\\trgaph70\\cellx1000\\cellx3000\\clvmrg\\cellx4500\\pard\\intbl d\\cell e\\cell\\cell\\row"
+      "\\trowd\\trgaph70\\cellx2000\\cellx4500\\pard\\intbl f\\cell\\pard\\intbl\\itap2 n\\nestcell o\\nestcell"
+      "{\\*\\nesttableprops\\trowd\\cellx900\\cellx1900\\nestrow}{\\nonesttables\\par}\\pard\\intbl g\\cell\\row\\pard "
+      "fin\\par";
+  const auto letter = support::Document(support::Letter(rows));
+  QTextCursor(letter->find(u"d"_s)).insertText(u"dd"_s);
+  const auto* table = qobject_cast<const QTextTable*>(letter->rootFrame()->childFrames().first());
+  QTextCursor piece = table->cellAt(1, 0).firstCursorPosition();
+  piece.setPosition(table->cellAt(1, 1).lastPosition(), QTextCursor::KeepAnchor);
+  QTextDocument page;
+  QTextCursor(&page).insertFragment(QTextDocumentFragment::fromHtml(
+      u"<table border=1><tr><th colspan=2>t</th><td rowspan=2>u<br>v</td></tr><tr><td>w</td><td>x</td></tr></table>"_s));
+  // As spreadsheets have it: columns with widths, empty cells.
+  QTextDocument sheet;
+  QTextCursor(&sheet).insertFragment(QTextDocumentFragment::fromHtml(
+      u"<table><colgroup><col width=80><col width=120></colgroup><tr><td align=right>1,5</td><td></td></tr>"
+      "<tr><td></td><td bgcolor=#ffff00>suma</td></tr></table>"_s));
+  const std::pair<const char*, QByteArray> origins[] = {{"edited", rtf::Write(*letter)},
+                                                        {"anew", rtf::Writer(*letter).Write()},
+                                                        {"piece", rtf::WriteSelection(piece)},
+                                                        {"page", rtf::Write(page)},
+                                                        {"sheet", rtf::Write(sheet)}};
+  QStringList files;
+  for (const auto& [name, content] : origins) {
+    files.append(folder + u"/table-%1.rtf"_s.arg(QLatin1String(name)));
+    WriteFile(files.last(), content);
+  }
+  Check(Convert(folder, u"fodt"_s, files), u"tables converted"_s);
+  for (const auto& [name, content] : origins) {
+    const QList<QStringList> here = RowsOf(*support::Document(content));
+    const QList<QStringList> there = interop::ReadRows(folder + u"/table-%1.fodt"_s.arg(QLatin1String(name)));
+    QString shown;
+    for (qsizetype i = 0; i < qMax(here.size(), there.size()); ++i) {
+      if (here.value(i) != there.value(i)) {
+        shown += u" '%1' there '%2'"_s.arg(here.value(i).join(u'|'), there.value(i).join(u'|'));
+      }
+    }
+    Check(shown.isEmpty() && !here.isEmpty(),
+          u"cells of %1: %2 rows%3"_s.arg(QLatin1String(name)).arg(here.size()).arg(shown));
+  }
+}
+
+/// Types a letter that it does not have behind the first one that it has, and returns it; null where there is none.
+QChar TypeOneLetter(QTextDocument& document) {
+  const QString text = document.toPlainText();
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    static const QRegularExpression aLetter(u"\\w"_s, QRegularExpression::UseUnicodePropertiesOption);
+    const qsizetype at = block.text().indexOf(aLetter);
+    for (char16_t letter = at < 0 ? u'{' : u'A'; letter <= u'z'; ++letter) {
+      if (QChar::isLetter(letter) && !text.contains(QChar(letter))) {
+        QTextCursor cursor(block);
+        cursor.setPosition(block.position() + static_cast<int>(at));
+        cursor.movePosition(QTextCursor::NextCharacter);
+        cursor.insertText(QChar(letter));
+        return letter;
+      }
+    }
+  }
+  return {};
+}
+
+/// What LibreOffice shows of each letter, and of what is written when one letter has been typed, or the whole anew.
+void EditedLetters(const QString& folder, const QStringList& files, bool whole) {
   const QString before = folder + u"/before"_s;
-  const QString after = folder + u"/after"_s;
+  const QString after = folder + (whole ? u"/whole"_s : u"/typed"_s);
   QDir(folder).mkpath(before + u"/letters"_s);
   QDir(folder).mkpath(after + u"/letters"_s);
   QStringList originals;
   QStringList edited;
+  QList<QChar> typed;
   for (const QString& path : files) {
     // At the same depth, since links are written as seen from the converted file.
     originals.append(before + u"/letters/"_s + QFileInfo(path).fileName());
@@ -288,19 +395,27 @@ void EditedLetters(const QString& folder, const QStringList& files) {
     QFile letter(path);
     const QByteArray content = letter.open(QFile::ReadOnly) ? letter.readAll() : QByteArray();
     WriteFile(originals.last(), content);
-    WriteFile(edited.last(), rtf::Writer(*support::Document(content)).Write());
+    const auto document = support::Document(content);
+    typed.append(whole ? QChar() : TypeOneLetter(*document));
+    WriteFile(edited.last(), typed.last().isNull() ? rtf::Writer(*document).Write() : rtf::Write(*document));
   }
   Check(Convert(before, u"fodt"_s, originals) && Convert(after, u"fodt"_s, edited), u"edited letters converted"_s);
+  const char* how = whole ? "written anew" : "with a letter typed";
   int same = 0;
-  for (const QString& path : files) {
-    const QString name = u'/' + QFileInfo(path).completeBaseName() + u".fodt"_s;
-    const QString difference = FirstDifference(Shown(before + name), Shown(after + name));
+  for (qsizetype i = 0; i < files.size(); ++i) {
+    const QString name = u'/' + QFileInfo(files[i]).completeBaseName() + u".fodt"_s;
+    const QString difference = FirstDifference(Shown(before + name), Shown(after + name, typed[i]));
     same += difference.isEmpty() ? 1 : 0;
     if (!difference.isEmpty()) {
-      std::printf("  ~ %s after an edit: %s\n", qPrintable(QFileInfo(path).fileName()), qPrintable(difference));
+      std::printf("  ~ %s %s: %s\n", qPrintable(QFileInfo(files[i]).fileName()), how, qPrintable(difference));
     }
   }
-  std::printf("after an edit: %d of %lld show the same\n", same, static_cast<long long>(files.size()));
+  std::printf("%s: %d of %lld show the same\n", how, same, static_cast<long long>(files.size()));
+}
+
+void EditedLetters(const QString& folder, const QStringList& files) {
+  EditedLetters(folder, files, false);
+  EditedLetters(folder, files, true);
 }
 
 QStringList LettersOf(const QStringList& patterns) {
@@ -353,6 +468,7 @@ int main(int argc, char** argv) {
     WrittenHere(folder.path());
     WrittenThere(folder.path());
     Clipboard(folder.path());
+    Tables(folder.path());
     RealFiles(folder.path());
   } else {
     EditedLetters(folder.path(), LettersOf(patterns));

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "documents/rtf/Parts.h"
+#include "documents/rtf/Seams.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace rtf {
+
+/// A document that was changed since it was read from `original`: those bytes, with the parts from the first changed
+/// one to the last one written anew. None where the bytes around them can't be kept. `parts` is what was read.
+std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& parts,
+                                  const Seams& seams);
+
+}  // namespace rtf

@@ -1,0 +1,79 @@
+#include "documents/rtf/Seams.h"
+
+#include <utility>
+
+namespace rtf {
+
+size_t qHash(const ReadingState& state, size_t seed) {
+  return qHashMulti(seed, state.character, state.paragraph, state.list, state.unicodeSkip);
+}
+
+void SeamRecorder::EndPart(bool inTable) {
+  if (inTable && std::exchange(m_inTable, inTable)) {
+    // Not before its row ends.
+    m_seams.at.last().state = -1;
+    m_placed = false;
+    return;
+  }
+  m_inTable = inTable;
+  m_seams.at.append(Seam{});
+  m_placed = !inTable;
+  ++m_partsOfToken;
+}
+
+void SeamRecorder::ChangeDocument(bool begins) {
+  if (begins) {
+    m_placed = true;
+    return;
+  }
+  const qsizetype part = m_seams.at.size() - 1;
+  m_seams.bound.insert(part);
+  if (m_inTable) {
+    // Its next row may still come.
+    m_seams.bound.insert(part - 1);
+  }
+}
+
+void SeamRecorder::GoOn() {
+  const qsizetype part = m_seams.at.size() - 1;
+  if (part == 0 || !m_seams.at.last().IsClean()) {
+    return;
+  }
+  m_placed = true;
+  if (m_seams.bound.contains(part)) {
+    m_seams.bound.insert(part - 1);
+  }
+}
+
+bool SeamRecorder::IsSeam(bool closesGroup) {
+  // A token that ended several parts left no places between them.
+  const bool isOne = std::exchange(m_partsOfToken, 0) <= 1;
+  const bool isPlaced = std::exchange(m_placed, false);
+  m_isBehindSeam = isOne && (isPlaced || (closesGroup && m_isBehindSeam));
+  return m_isBehindSeam;
+}
+
+void SeamRecorder::Place(qsizetype offset, int group, const ReadingState& state) {
+  const bool same = !m_seams.states.isEmpty() && m_seams.states.last() == state;
+  int number = static_cast<int>(m_seams.states.size()) - 1;
+  if (!same) {
+    const auto known = m_states.constFind(state);
+    number = known != m_states.constEnd() ? *known : number + 1;
+    if (known == m_states.constEnd()) {
+      m_states.insert(state, number);
+      m_seams.states.append(state);
+    }
+  }
+  m_seams.at.last() = {offset, group, number};
+}
+
+Seams SeamRecorder::Take(qsizetype before) {
+  for (Seam& seam : m_seams.at) {
+    seam.offset += before;
+  }
+  m_seams.fontsEnd += m_seams.fontsEnd < 0 ? 0 : before;
+  m_seams.coloursEnd += m_seams.coloursEnd < 0 ? 0 : before;
+  return std::move(m_seams);
+}
+
+}  // namespace rtf

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "documents/rtf/Styles.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <QString>
+
+namespace rtf {
+
+/// What is in force at a place of a letter.
+struct ReadingState {
+  CharacterStyle character;
+  ParagraphStyle paragraph;
+  QString list;  ///< `\lsN\ilvlN` or the `\pn` group of a list's items, empty outside lists.
+  int unicodeSkip = 1;
+
+  bool operator==(const ReadingState&) const = default;
+};
+
+size_t qHash(const ReadingState& state, size_t seed = 0);
+
+/// A place between two parts of a letter.
+struct Seam {
+  qsizetype offset = 0;
+  /// The innermost group that is open, numbered in the order of their beginnings.
+  int group = 0;
+  /// Its number in Seams::states; -1 where the letter can't be written on from here, as within a field.
+  int state = -1;
+
+  bool IsClean() const { return state >= 0; }
+};
+
+/// Where a letter's bytes may be cut, so that what is written anew stands between what is kept. A part is a paragraph
+/// outside tables, or all rows up to the next such paragraph.
+struct Seams {
+  QList<Seam> at;  ///< In front of each part, and behind the last one.
+  QList<ReadingState> states;
+  /// Parts whose bytes also say something of the whole document.
+  QSet<qsizetype> bound;
+  /// Behind the closing brace of the last table of its kind; -1 where there is none, or none that is closed.
+  qsizetype fontsEnd = -1;
+  qsizetype coloursEnd = -1;
+};
+
+/// Notes the seams of a letter while it is read. The reader says what a token did, then where it ended.
+class SeamRecorder {
+ public:
+  /// What the token did.
+  void EndPart(bool inTable);
+  void EndRow() { m_placed = m_placed || m_inTable; }
+  /// It changed what holds for more than its paragraph; `begins` before the text of the letter.
+  void ChangeDocument(bool begins);
+  /// It ends what the last part's end did not, without text between them.
+  void GoOn();
+
+  /// Whether the end of the token is a seam. `closesGroup` goes on from one that the token before has left.
+  bool IsSeam(bool closesGroup);
+  void Place(qsizetype offset, int group, const ReadingState& state);
+
+  void EndFontTable(qsizetype offset) { m_seams.fontsEnd = offset; }
+  void EndColourTable(qsizetype offset) { m_seams.coloursEnd = offset; }
+  /// What was noted, with `before` bytes in front of it.
+  Seams Take(qsizetype before);
+
+ private:
+  Seams m_seams{.at = {Seam{}}, .states = {}, .bound = {}};
+  QHash<ReadingState, int> m_states;
+  bool m_inTable = false;
+  bool m_placed = false;
+  bool m_isBehindSeam = false;
+  int m_partsOfToken = 0;
+};
+
+}  // namespace rtf

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "moving/Source.h"
+
+#include <QByteArray>
+
+namespace moving {
+
+/// Takes kel-lector's output apart and tells what is in it. Raises 5 for anything that no reader writes: a length, a
+/// number or an order that can't be.
+class FrameParser {
+ public:
+  explicit FrameParser(SourceListener& listener) : m_listener(&listener) {}
+
+  /// The next bytes of the output, in any pieces.
+  void Take(const QByteArray& bytes);
+  /// Whether the whole file was read. Nothing may come behind.
+  bool IsWhole() const { return m_isWhole; }
+  bool IsProtected() const { return m_isProtected; }
+  /// The table that was being read.
+  QString TableName() const { return m_table.name; }
+
+ private:
+  void TakeFrame(char letter, QByteArrayView content);
+  void TakeTable(QByteArrayView content);
+  void TakeRow(QByteArrayView content);
+  void TakeTableEnd(QByteArrayView content);
+
+  SourceListener* m_listener;
+  QByteArray m_waiting;
+  SourceTable m_table;
+  qint64 m_rows = 0;
+  bool m_hasFile = false;
+  bool m_isInTable = false;
+  bool m_isWhole = false;
+  bool m_isProtected = false;
+};
+
+}  // namespace moving
