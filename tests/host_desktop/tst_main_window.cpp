@@ -208,6 +208,9 @@ void tst_main_window::FailedDialogLosesNothing() {
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
+  if (desktop.database.Server() != nullptr) {
+    QSKIP("a server's database is no file that goes");
+  }
   desktop.ChooseNode(cConstNodo().Paises());
   desktop.database.Connection().Close();
   const QString file = desktop.database.Path(u"kel.db"_s);
@@ -240,7 +243,7 @@ void tst_main_window::MissingComponentIsExplained() {
   FakeComponent::Unregister();
   QFile file(desktop.database.Path(u"clases.ini"_s));
   QVERIFY(file.open(QIODevice::WriteOnly));
-  file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
+  file.write((registry.contains(u'%') ? registry.arg(file.fileName()) : registry).toUtf8());
   file.close();
   desktop.ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
