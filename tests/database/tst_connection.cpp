@@ -253,6 +253,7 @@ void tst_connection::AnnouncementsChangeNoOutcome() {
   {
     // What reads may be left out; a key is remembered where its row was announced.
     const database::Announcement course(connection, {count, names, rename, names, wrong, count});
+    QCOMPARE(Outcome(connection, count), u"1"_s);
     connection.Execute(rename);
     QCOMPARE(Outcome(connection, names), u"ab"_s);
     QCOMPARE(ErrorOf([&] { connection.Execute(wrong); }), int(automation::TypeMismatch));
