@@ -34,6 +34,7 @@ QStringList PageNames() {
   for (const QString& file : QDir(folder).entryList({u"*.html"_s}, QDir::Files)) {
     names.append(file.chopped(5));
   }
+  names.sort();
   return names;
 }
 

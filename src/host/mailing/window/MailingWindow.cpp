@@ -1,6 +1,7 @@
 #include "host/mailing/window/MailingWindow.h"
 
 #include "database/Database.h"
+#include "host/help/HelpDesk.h"
 #include "host/mailing/pieces/Choices.h"
 #include "host/mailing/pieces/SheetUse.h"
 #include "host/mailing/window/LabelPanel.h"
@@ -51,6 +52,7 @@ MailingWindow::MailingWindow(MailingContext context, QWidget* parent)
       m_reader(
           [connectionString = m_context.connectionString] { return database::CreateConnection(connectionString); }) {
   setObjectName(u"mailingWindow"_s);
+  setProperty(HelpDesk::topicProperty, u"cartas-y-etiquetas"_s);
   m_selections = new SelectionCommands(m_context, m_reader, *m_people, *this);
   const QSettings settings;
   m_wantedLetter = settings.value(lastLetter).toInt();
