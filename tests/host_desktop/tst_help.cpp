@@ -113,6 +113,7 @@ void tst_help::LinksPicturesAndContents() {
     for (const QString& picture : Caught(html, u"src=\"([^\"]*)\""_s)) {
       QVERIFY2(QFile::exists(folder + u'/' + picture), qPrintable(page + u" -> "_s + picture));
     }
+    QVERIFY2(!html.contains(u"[["_s), qPrintable(page));
     // Colours of their own would not be seen in the dark.
     QVERIFY2(!html.contains(QRegularExpression(u"color *[=:]"_s)), qPrintable(page));
   }
@@ -159,9 +160,7 @@ void tst_help::Search_data() {
   QTest::newRow("a row of a table") << u"ctrl f busqueda flecha"_s
                                     << u"teclas|Ctrl+F: Va al cuadro de búsqueda; Esc lo vacía; flecha abajo o Intro "
                                        "van a la lista"_s;
-  QTest::newRow("with the titles above") << u"deduccion fisica personas"_s
-                                         << u"frmTipoDonativo|(*) Deducción física. El porcentaje que deducen las "
-                                            "personas."_s;
+  QTest::newRow("with the titles above") << u"emisor poblacion"_s << u"frmEmisor|Población. Localidad."_s;
   QTest::newRow("markup is a text") << u"<b>"_s << QString();
   QTest::newRow("nothing") << u"  "_s << QString();
 }
@@ -237,6 +236,15 @@ void tst_help::WhatIsInFront() {
   QTRY_VERIFY(list.isActiveWindow());
   PressF1();
   QCOMPARE(shown(), u"tablas.html#Paises"_s);
+  QLineEdit search(&list);
+  search.setObjectName(u"txtSearch"_s);
+  search.show();
+  search.setFocus();
+  help.Window()->close();
+  list.activateWindow();
+  QTRY_VERIFY(search.hasFocus());
+  PressF1();
+  QCOMPARE(shown(), u"ventana.html#txtSearch"_s);
   // A dialog of the host over one of the component; its own name has no page, and it does nothing at F1 by itself.
   QDialog form;
   form.setObjectName(u"frmBanco"_s);
@@ -251,8 +259,9 @@ void tst_help::WhatIsInFront() {
   QTest::keyClick(&button, Qt::Key_F1);
   QCOMPARE(shown(), u"frmBanco.html#cmdBanco_3"_s);
   // In the help there is no help.
+  help.Window()->ShowTopic(u"teclas"_s, {});
   QTest::keyClick(help.Window(), Qt::Key_F1);
-  QCOMPARE(shown(), u"frmBanco.html#cmdBanco_3"_s);
+  QCOMPARE(shown(), u"teclas.html#"_s);
   inner.hide();
   form.hide();
   QDialog nameless;

@@ -15,6 +15,9 @@ namespace host {
 
 namespace {
 
+// Of the windows of the program itself.
+const QString windowsPage = u"ventana"_s;
+
 // What has the focus, or would have it in a window that is not active yet.
 const QWidget* InFront() {
   const QWidget* window = QApplication::activeModalWidget();
@@ -67,20 +70,19 @@ bool HelpDesk::eventFilter(QObject* watched, QEvent* event) {
 HelpDesk::Topic HelpDesk::TopicOf(const QWidget* widget) {
   QStringList names;
   for (; widget != nullptr; widget = widget->parentWidget()) {
-    const QString topic = widget->property(topicProperty).toString();
+    const QString name = widget->objectName();
+    names.append(name);
+    for (const QString& page : widget->isWindow() ? QStringList{name, windowsPage} : QStringList()) {
+      for (const QString& control : names) {
+        if (m_pages.Has(page) && m_pages.HasAnchor(page, control)) {
+          return {page, control};
+        }
+      }
+    }
+    const QString topic = widget->isWindow() && m_pages.Has(name) ? name : widget->property(topicProperty).toString();
     if (!topic.isEmpty()) {
       return {topic.section(u'#', 0, 0), topic.section(u'#', 1)};
     }
-    const QString name = widget->objectName();
-    if (widget->isWindow() && m_pages.Has(name)) {
-      for (const QString& control : names) {
-        if (m_pages.HasAnchor(name, control)) {
-          return {name, control};
-        }
-      }
-      return {name, {}};
-    }
-    names.append(name);
   }
   return {};
 }

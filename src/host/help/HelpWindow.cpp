@@ -236,8 +236,7 @@ void HelpWindow::ShowBeside(QWidget* dialog) {
   QWindow* beside = dialog != nullptr ? dialog->window()->windowHandle() : nullptr;
   winId();
   if (windowHandle()->transientParent() != beside) {
-    // A modal window blocks all others but those that belong to it; whether one is blocked is looked at when it is
-    // shown.
+    // A modal window blocks all others but those that belong to it. The desktop learns of that when a window is shown.
     hide();
     windowHandle()->setTransientParent(beside);
     if (beside != nullptr) {
