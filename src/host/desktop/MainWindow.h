@@ -55,12 +55,12 @@ class MainWindow : public QMainWindow {
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
 
- protected:
-  void closeEvent(QCloseEvent* event) override;
-
  Q_SIGNALS:
   /// The page of the menus' keys is to be shown, in HTML.
   void ShortcutsWanted(const QString& page);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   void SetUpActions();
@@ -77,6 +77,7 @@ class MainWindow : public QMainWindow {
   void ShowLocks();
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
+  void ShowHistory();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
