@@ -61,6 +61,8 @@ void tst_server_faults::ALostAnswerIsSaidAndNothingSentTwice() {
       return;
     }
     connection->BeginTrans();
+    // COMMIT is prepared with the first statement of all.
+    connection->Execute(u"SELECT COUNT(*) FROM Bancos"_s);
     const database::Announcement announcement(*connection, isAnnounced ? QStringList(statement) : QStringList(),
                                               database::Announcement::End::Commit);
     relay.SwallowAnswerTo("COMMIT");

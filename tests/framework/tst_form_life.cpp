@@ -231,7 +231,8 @@ class tst_form_life : public QObject {
   void ErrorsOfALoadAreToldAsTheCardSays_data() {
     QTest::addColumn<int>("policy");
     QTest::addColumn<QString>("told");
-    const QString origin = u"Prueba|critico|Error 1234: propio\n\nOrigen: KelConfiguracion / "_s;
+    const QString origin =
+        u"Prueba|critico|El cuadro no se ha podido abrir.|propio|Error 1234\nOrigen: KelConfiguracion / "_s;
     QTest::newRow("own box") << 0 << u"Prueba|critico|Error 1234: propio"_s;
     QTest::newRow("reported") << 1 << origin + u"frmOtro / Form Load"_s;
     QTest::newRow("reported under other names") << 2 << origin + u"Emisores / Form_Load()"_s;

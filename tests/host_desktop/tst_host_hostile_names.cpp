@@ -3,8 +3,8 @@
 #include "support/TestProgram.h"
 #include "support/TrapFile.h"
 
-#include "host/desktop/ErrorBox.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 

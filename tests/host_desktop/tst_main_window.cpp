@@ -187,8 +187,10 @@ void tst_main_window::FailedDialogLosesNothing() {
   desktop.List().SelectRecord(35);
   desktop.driver.Answer(QMessageBox::Ok);
   desktop.Action("actModify").trigger();
-  QCOMPARE(desktop.TakeBoxes(), QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|No cabe el 100%1 de «%2»"
-                                            "\n\nError 438 · Origen: frmPais"_s));
+  QCOMPARE(desktop.TakeBoxes(),
+           QStringList(u"Kel|critico|El cuadro de «Países» ha fallado.|Es un fallo del programa. "
+                       "Vuelva a intentarlo y, si se repite, copie los detalles y envíelos a quien "
+                       "mantiene el programa.|No cabe el 100%1 de «%2»\nError 438\nOrigen: frmPais"_s));
   QCOMPARE(support::Outcome(desktop.database.Connection(), u"SELECT Nombre FROM Paises WHERE IDPais=35"_s),
            u"España"_s);
   FakeComponent::Register({});

@@ -88,8 +88,11 @@ void tst_services::ErrorIsShown() {
   automation::Err().Set(automation::Error(13, u"<b>No coinciden</b> 100%1"_s));
   Call(m_api.get(), "VerError", u"Form Load"_s, u"Emisores"_s, u"KelConfiguracion"_s);
   automation::Err().Clear();
-  QCOMPARE(driver.TakeBoxes(), QStringList(u"Benefactores|critico|Error 13: <b>No coinciden</b> 100%1\n\nOrigen: "
-                                           "KelConfiguracion / Emisores / Form Load"_s));
+  QCOMPARE(
+      driver.TakeBoxes(),
+      QStringList(u"Benefactores|critico|El cuadro no se ha podido abrir.|Un texto no vale donde va un número o una "
+                  "fecha. Compruebe lo que ha escrito.|<b>No coinciden</b> 100%1\nError 13\nOrigen: "
+                  "KelConfiguracion / Emisores / Form Load"_s));
   QCOMPARE(driver.TakeProblems(), QStringList());
 }
 

@@ -450,8 +450,9 @@ class tst_letter_tools : public QObject {
     letter.undo();
     letter.undo();
     QCOMPARE(letter.Content(), content);
-    // Wide enough, the stop is where it was.
+    // Wide enough, the stop is where it was; and there still is nothing to undo.
     page.SetRightMargin({.left = 1, .right = 1});
+    QVERIFY(!letter.document()->isUndoAvailable());
     QCOMPARE(letter.document()->begin().blockFormat().tabPositions()[0].position, 9072 / 15.0);
   }
 

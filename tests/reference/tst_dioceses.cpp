@@ -20,7 +20,7 @@ class tst_dioceses : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(node.Diocesis(), action.Modificar(), 1));
     const QString box = host.driver.Boxes().value(0);
-    QVERIFY2(box.startsWith(u"Prueba|critico|Error 3021: "_s), qPrintable(box));
+    QVERIFY2(box.contains(u"\nError 3021\n"_s), qPrintable(box));
     QVERIFY2(box.endsWith(u"frmDiocesis / Form Load"_s), qPrintable(box));
   }
 

@@ -75,7 +75,7 @@ QString Verdict(const QString& box) {
       {u"informacion|El código de control del"_s, u"wrong letter"_s},
       {u"informacion|Ya existe en la base de datos un"_s, u"valid"_s},
       {u"aviso|El NIF introducido es incorrecto"_s, u"refused"_s},
-      {u"critico|Error -2147467259: sin conexión"_s, u"valid"_s},
+      {u"critico|No se ha podido terminar lo que había pedido.|sin conexión"_s, u"valid"_s},
   };
   for (const auto& [beginning, verdict] : beginnings) {
     if (box.startsWith(u"Prueba|"_s + beginning)) {
@@ -266,7 +266,9 @@ class tst_parties : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(party->node, action.Agregar()));
     QCOMPARE(host.driver.Boxes(),
-             QStringList(u"Prueba|critico|Error -2147467259: sin conexión\n\nOrigen: KelConfiguracion / "_s + origin));
+             QStringList(u"Prueba|critico|No se ha podido terminar lo que había pedido.|sin conexión|"
+                         "Error -2147467259\nOrigen: KelConfiguracion / "_s +
+                         origin));
     QCOMPARE(Stored(host, *party).last(), u"L'Orde|A11111119|009"_s);
   }
 

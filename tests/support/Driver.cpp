@@ -233,7 +233,10 @@ void Driver::OnShown(QDialog* dialog) {
 
 void Driver::OnMessageBox(QDialog* dialog) {
   auto* box = static_cast<QMessageBox*>(dialog);
-  const QString more = box->informativeText().isEmpty() ? QString() : u'|' + box->informativeText();
+  QString more;
+  for (const QString& text : {box->informativeText(), box->detailedText()}) {
+    more += text.isEmpty() ? QString() : u'|' + text;
+  }
   const QString line = box->windowTitle() + u'|' + IconName(box->icon()) + u'|' + box->text() + more;
   m_boxes.append(line);
   if (box->textFormat() != Qt::PlainText) {

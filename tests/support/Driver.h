@@ -82,7 +82,7 @@ class Driver : public QObject {
   void EndBy(std::function<void(QDialog&)> end) { m_end = std::move(end); }
 
   /// Boxes shown so far, a line each: "title|icon|text", with icon one of ninguno, informacion, aviso, critico,
-  /// pregunta, and "|further text" where a box has one. A box whose text is not plain is a problem.
+  /// pregunta, and "|further text" and "|details" where a box has them. A box whose text is not plain is a problem.
   QStringList Boxes() const { return m_boxes; }
   QStringList TakeBoxes();
   /// Everything that went otherwise than scripted, and clears it. A test compares it with an empty list.

@@ -89,7 +89,7 @@ class tst_community_deductions : public QObject {
     host.driver.Answer(QMessageBox::Ok);
     EXPECT_CLEAN(host, host.PasarDatos(node.ComunidadAutonoma(), action.Agregar(), 0, 77));
     QCOMPARE(host.services().property("IDAux"), QVariant(77));
-    QVERIFY(host.driver.Boxes().value(0).startsWith(u"Prueba|critico|Error -2147467259: sin conexión"_s));
+    QVERIFY(host.driver.Boxes().value(0).contains(u"|sin conexión|Error -2147467259\n"_s));
     QCOMPARE(host.Query(u"SELECT Codigo FROM ComunidadAutonoma WHERE Nombre='Enlloc'"), QStringList(u"99"_s));
   }
 };

@@ -136,6 +136,21 @@ Error ErrorFor(const QByteArray& state, const QString& concerned, const Connecti
   return Error(isCut ? int(adodb::CannotOpen) : meaning->number, text.replace(u"%1"_s, shown));
 }
 
+// The column that the longest text goes into: of one too long for an index the server names nothing.
+QString LongestText(const Plan& plan, const ParameterValues& values) {
+  constexpr std::size_t longestIndexed = 2000;
+  std::size_t longest = longestIndexed;
+  QString name;
+  for (std::size_t i = 0; i < plan.bindings.size(); ++i) {
+    const Column* column = plan.bindings[i].column;
+    if (values.Values()[i].size > longest && column != nullptr && plan.effect.writtenTable != nullptr) {
+      longest = values.Values()[i].size;
+      name = plan.effect.writtenTable->name + u'.' + column->name;
+    }
+  }
+  return name;
+}
+
 }  // namespace
 
 QByteArray SqlState(const pg_result* result) {
@@ -172,6 +187,28 @@ Error ConnectingError(const pg_conn* connection, const ConnectionString& target)
 
 Error UnusableServer(const ConnectionString& target, const QString& reason) {
   return Error(adodb::CannotOpen, u"No se puede usar la base de datos «%1»: %2."_s.arg(target.ShownName(), reason));
+}
+
+QString ConcernedBy(const Plan& plan, const ParameterValues& values) {
+  if (plan.effect.writtenTable != nullptr) {
+    const QString text = LongestText(plan, values);
+    return text.isEmpty() ? plan.effect.writtenTable->name : text;
+  }
+  return NamesOf(plan.readTables);
+}
+
+automation::Error CutOff(const ConnectionString& target) {
+  return automation::Error(
+      adodb::TransactionLost,
+      u"Se cortó la conexión con la base de datos «%1»: no se ha guardado ninguno de los cambios. Vuelva a "
+      "intentarlo."_s.arg(target.ShownName()));
+}
+
+automation::Error OutcomeUnknown(const ConnectionString& target) {
+  return automation::Error(
+      adodb::TransactionLost,
+      u"Se cortó la conexión con la base de datos «%1» mientras guardaba: no se sabe si los cambios "
+      "se han guardado. Compruébelo antes de repetirlos."_s.arg(target.ShownName()));
 }
 
 }  // namespace database

@@ -2,6 +2,7 @@
 
 #include "database/ConnectionString.h"
 #include "database/Schema.h"
+#include "database/engine/ParameterValues.h"
 #include "platform/automation/Error.h"
 
 #include <QByteArray>
@@ -27,6 +28,16 @@ automation::Error ServerError(const pg_result* result, const ConnectionString& t
 
 /// The tables as an error names them.
 QString NamesOf(const std::vector<const Table*>& tables);
+
+/// What the error of a statement names where the server names nothing: its table, the column of a text that is too long
+/// for an index, the tables that it reads.
+QString ConcernedBy(const Plan& plan, const ParameterValues& values);
+
+/// The line was cut inside a transaction, which is undone.
+automation::Error CutOff(const ConnectionString& target);
+
+/// The line was cut where the server may have saved already.
+automation::Error OutcomeUnknown(const ConnectionString& target);
 
 /// The error for a connection that did not come to be.
 automation::Error ConnectingError(const pg_conn* connection, const ConnectionString& target);

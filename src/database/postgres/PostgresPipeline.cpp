@@ -22,6 +22,14 @@ void PostgresPipeline::Add(const char* command) {
   Require(PQsendQueryParams(m_handle.Engine(), command, 0, nullptr, nullptr, nullptr, nullptr, 0));
 }
 
+void PostgresPipeline::AddPreparation(const char* command) {
+  Require(PQsendPrepare(m_handle.Engine(), command, command, 0, nullptr));
+}
+
+void PostgresPipeline::AddPrepared(const char* command) {
+  Require(PQsendQueryPrepared(m_handle.Engine(), command, 0, nullptr, nullptr, nullptr, 0));
+}
+
 void PostgresPipeline::AddPreparation(const QByteArray& name, const QByteArray& sql,
                                       const PostgresParameters& parameters) {
   Require(PQsendPrepare(m_handle.Engine(), name.constData(), sql.constData(), parameters.Count(), parameters.Types()));

@@ -11,35 +11,17 @@
 
 #include <libpq-fe.h>
 
-using namespace Qt::StringLiterals;
+#include <array>
 
 namespace database {
 
 namespace {
 
-// The column that the longest text goes into: of one too long for an index the server names nothing.
-QString LongestText(const Plan& plan, const ParameterValues& values) {
-  constexpr std::size_t longestIndexed = 2000;
-  std::size_t longest = longestIndexed;
-  QString name;
-  for (std::size_t i = 0; i < plan.bindings.size(); ++i) {
-    const Column* column = plan.bindings[i].column;
-    if (values.Values()[i].size > longest && column != nullptr && plan.effect.writtenTable != nullptr) {
-      longest = values.Values()[i].size;
-      name = plan.effect.writtenTable->name + u'.' + column->name;
-    }
-  }
-  return name;
-}
-
-// What an error names where the server names nothing.
-QString ConcernedBy(const Plan& plan, const ParameterValues& values) {
-  if (plan.effect.writtenTable != nullptr) {
-    const QString text = LongestText(plan, values);
-    return text.isEmpty() ? plan.effect.writtenTable->name : text;
-  }
-  return NamesOf(plan.readTables);
-}
+constexpr const char* begin = "BEGIN";
+constexpr const char* savepoint = "SAVEPOINT kel";
+constexpr const char* release = "RELEASE SAVEPOINT kel";
+constexpr const char* commit = "COMMIT";
+constexpr std::array commands = {begin, savepoint, release, commit};
 
 // A new row comes back with the key that the server made for it.
 QByteArray ServerSql(const Plan& plan) {
@@ -58,20 +40,6 @@ QByteArray NoticeOf(const std::set<const Table*>& tables) {
     names += table->name;
   }
   return names.isEmpty() ? QByteArray() : "NOTIFY kel, '" + names.join(u',').toUtf8() + '\'';
-}
-
-automation::Error CutOff(const ConnectionString& target) {
-  return automation::Error(
-      adodb::TransactionLost,
-      u"Se cortó la conexión con la base de datos «%1»: no se ha guardado ninguno de los cambios. Vuelva a "
-      "intentarlo."_s.arg(target.ShownName()));
-}
-
-automation::Error OutcomeUnknown(const ConnectionString& target) {
-  return automation::Error(
-      adodb::TransactionLost,
-      u"Se cortó la conexión con la base de datos «%1» mientras guardaba: no se sabe si los cambios "
-      "se han guardado. Compruébelo antes de repetirlos."_s.arg(target.ShownName()));
 }
 
 }  // namespace
@@ -106,7 +74,7 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = m_isCommitted = m_isPresent = m_isOutdated = false;
+  m_inTransaction = m_isBegun = m_isLost = m_isCommitted = m_hasCommands = m_isPresent = m_isOutdated = false;
   if (m_onLine) {
     m_handle->Run("LISTEN kel");
     m_onLine(Socket());
@@ -212,11 +180,23 @@ int PostgresSession::AddOpening(PostgresPipeline& pipeline) {
     ++count;
   }
   m_discarded->clear();
+  if (m_inTransaction && !m_hasCommands) {
+    for (const char* command : commands) {
+      pipeline.AddPreparation(command);
+      ++count;
+    }
+  }
   if (m_inTransaction && !m_isBegun) {
-    pipeline.Add("BEGIN");
+    pipeline.AddPrepared(begin);
     ++count;
   }
   return count;
+}
+
+void PostgresSession::PassOpening(PostgresPipeline& pipeline, int opening) {
+  m_isBegun = m_inTransaction;
+  pipeline.Pass(opening);
+  m_hasCommands = m_hasCommands || (m_inTransaction && !pipeline.HasFailed());
 }
 
 // A statement is prepared once for all that follow in the pipeline, too.
@@ -224,7 +204,7 @@ PostgresSession::Sent PostgresSession::Add(PostgresPipeline& pipeline, CachedPla
                                            const PostgresParameters& parameters) {
   Sent sent{&plan};
   if (m_inTransaction) {
-    pipeline.Add("SAVEPOINT kel");
+    pipeline.AddPrepared(savepoint);
     ++sent.before;
   }
   ServerStatements& statements = ServerStatements::Of(plan, m_discarded);
@@ -238,7 +218,7 @@ PostgresSession::Sent PostgresSession::Add(PostgresPipeline& pipeline, CachedPla
   }
   pipeline.AddStatement(name, parameters);
   if (m_inTransaction) {
-    pipeline.Add("RELEASE SAVEPOINT kel");
+    pipeline.AddPrepared(release);
   }
   return sent;
 }
@@ -258,8 +238,7 @@ std::unique_ptr<PostgresPipeline> PostgresSession::Send(CachedPlan& plan, const 
   const Sent sent = Add(*pipeline, plan, parameters);
   const bool isAlone = !m_inTransaction && plan.plan.effect.writtenTable != nullptr;
   pipeline->Send(isAlone ? NoticeOf({plan.plan.effect.writtenTable}) : QByteArray());
-  m_isBegun = m_inTransaction;
-  pipeline->Pass(opening);
+  PassOpening(*pipeline, opening);
   PassTo(*pipeline, sent);
   return pipeline;
 }
@@ -365,11 +344,10 @@ std::vector<StatementOutcome> PostgresSession::RunAhead(const std::vector<ReadyS
     sent.push_back(Add(pipeline, *statements[i].plan, parameters[i]));
   }
   if (commits) {
-    pipeline.Add("COMMIT");
+    pipeline.AddPrepared(commit);
   }
   pipeline.Send(commits ? NoticeOf(written) : QByteArray());
-  m_isBegun = m_inTransaction;
-  pipeline.Pass(opening);
+  PassOpening(pipeline, opening);
   for (std::size_t i = 0; i < sent.size(); ++i) {
     const bool isReached = i == 0 || !pipeline.HasFailed();
     PassTo(pipeline, sent[i]);
@@ -470,7 +448,7 @@ void PostgresSession::Commit() {
     try {
       CountOn();
       PostgresPipeline pipeline(*m_handle);
-      pipeline.Add("COMMIT");
+      m_hasCommands ? pipeline.AddPrepared(commit) : pipeline.Add(commit);
       pipeline.Send(NoticeOf(m_written));
       pipeline.Finish();
       if (pipeline.HasFailed()) {

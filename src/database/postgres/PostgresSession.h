@@ -83,6 +83,7 @@ class PostgresSession : public Session {
   };
 
   int AddOpening(PostgresPipeline& pipeline);
+  void PassOpening(PostgresPipeline& pipeline, int opening);
   Sent Add(PostgresPipeline& pipeline, CachedPlan& plan, const PostgresParameters& parameters);
   void PassTo(PostgresPipeline& pipeline, const Sent& sent);
   std::unique_ptr<PostgresPipeline> Send(CachedPlan& plan, const PostgresParameters& parameters);
@@ -102,6 +103,7 @@ class PostgresSession : public Session {
   bool m_inTransaction = false;
   bool m_isBegun = false;  ///< The server knows of the transaction, too.
   bool m_isLost = false;
+  bool m_hasCommands = false;  ///< Those of transactions are prepared on this line.
   bool m_isCommitted = false;  ///< Before Commit was called.
   bool m_isPresent = false;
   bool m_isOutdated = false;

@@ -2,6 +2,7 @@
 
 #include "documents/letter/PageFields.h"
 #include "documents/letter/SmallCapitals.h"
+#include "documents/letter/TableBreaks.h"
 #include "documents/rtf/FittedTabs.h"
 #include "documents/rtf/Rtf.h"
 
@@ -81,6 +82,7 @@ void LetterPainter::Paint(QPainter& painter, int page) const {
   // A line that begins where the page ends is the next page's.
   context.clip.setBottom(context.clip.bottom() - 1);
   m_pages->documentLayout()->draw(&painter, context);
+  PaintTableBreaks(painter, *m_pages, page);
   painter.restore();
   if (m_strips != nullptr) {
     m_strips->Paint(painter, page, m_pages->pageCount(), m_paperHeight);

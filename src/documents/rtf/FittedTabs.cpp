@@ -72,7 +72,8 @@ void FitTabs(QTextDocument& document, int width) {
   Source& source = Source::Of(document);
   const bool isUnchanged = source.IsUnchanged(document);
   const bool isModified = document.isModified();
-  const bool hasNoSteps = !document.isUndoAvailable() && !document.isRedoAvailable() && document.isUndoRedoEnabled();
+  // Otherwise it would be a step of its own, and nothing would show when it is undone.
+  const bool hasNoSteps = !document.isUndoAvailable() && document.isUndoRedoEnabled();
   if (hasNoSteps) {
     document.setUndoRedoEnabled(false);
   }

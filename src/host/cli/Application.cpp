@@ -5,17 +5,19 @@
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
-#include "host/desktop/ErrorBox.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/help/HelpDesk.h"
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/NodeCatalog.h"
+#include "host/services/ErrorBox.h"
 #include "host/services/MessageBox.h"
+#include "host/services/Rescue.h"
 #include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/automation/Error.h"
@@ -94,10 +96,13 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, const StartedSession& started, bool demonstration) {
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, HelpDesk& help,
+              bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
                      started.session.readOnly, demonstration, !started.place.IsFile()});
+  window.Offer(rescue);
+  QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -127,6 +132,7 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   ComponentBridge bridge(*services, started.session);
   const ProgramEnd end(bridge);
   const ViewOnly viewOnly(*services, bridge);
+  HelpDesk help(started.session.helpFile);
   Housekeeping housekeeping(started.connectionString, {.check = started.leftOpen,
                                                        .copy = started.place.IsFile() && !started.session.readOnly &&
                                                                !line.demonstration && WantsDailyCopies(),
@@ -144,7 +150,18 @@ int RunSession(const CommandLine& line, StartedSession& started) {
       Notify(notice);
     }
   });
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line) : RunWindow(bridge, started, line.demonstration);
+  Rescue rescue(*services, bridge);
+  const QString keptFile = KeptInputFile(started.place.shown, started.session.userId);
+  const auto keep = qScopeGuard([&] {
+    if (!started.session.readOnly && !WriteKeptInputs(keptFile, rescue.Inputs())) {
+      PrintError(u"Lo que no se guardó no se ha podido conservar en «%1»."_s.arg(keptFile));
+    }
+  });
+  if (!started.session.readOnly) {
+    rescue.Add(TakeKeptInputs(keptFile));
+  }
+  return line.command == Command::OpenDialog ? RunDialog(bridge, line)
+                                             : RunWindow(bridge, rescue, started, help, line.demonstration);
 }
 
 }  // namespace

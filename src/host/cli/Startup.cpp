@@ -64,7 +64,7 @@ void RequireUnexposedFolder(const database::Place& place) {
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
 QString HelpFile() {
-  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/help.html"_s);
+  const QFileInfo file(QCoreApplication::applicationDirPath() + u"/../share/kel/ayuda/contenido.html"_s);
   return file.exists() ? file.canonicalFilePath() : QString();
 }
 

@@ -1,6 +1,6 @@
 #include "host/desktop/LocksDialog.h"
 
-#include "host/desktop/ErrorBox.h"
+#include "host/services/ErrorBox.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 

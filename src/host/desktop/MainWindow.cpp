@@ -2,14 +2,18 @@
 
 #include "database/Database.h"
 #include "host/desktop/DeletionDialogs.h"
-#include "host/desktop/ErrorBox.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/help/HelpDesk.h"
+#include "host/help/ShortcutsPage.h"
 #include "host/records/RecordReader.h"
+#include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 #include "platform/text/AsItStands.h"
+#include "platform/text/FoldForSearch.h"
 #include "ui_MainWindow.h"
 
 #include <QLabel>
@@ -30,6 +34,11 @@ constexpr int newsTime = 8000;
 
 QString EndOf(const QString& text, qsizetype length) {
   return text.size() > length ? QChar(0x2026) + text.right(length) : text;
+}
+
+// The manual has a page for each group, named after it, with an anchor for each table.
+QString HelpTopic(const Node& node) {
+  return texts::FoldForSearch(node.group).replace(u' ', u'-') + u'#' + node.table;
 }
 
 QString CountText(int shown, int total) {
@@ -82,6 +91,17 @@ void MainWindow::ChooseNode(int nodeId) {
   m_ui->nodeTree->Choose(nodeId);
 }
 
+void MainWindow::Offer(Rescue& rescue) {
+  auto* offers = new RescueStrips(rescue, m_bridge, this);
+  connect(offers, &RescueStrips::Told, m_ui->strips, &Strips::Tell);
+  connect(offers, &RescueStrips::Withdrawn, m_ui->strips, &Strips::Withdraw);
+  connect(offers, &RescueStrips::DialogWanted, this, [this](const ComponentRequest& request) {
+    m_dialogs.OpenAgain(request);
+    Refresh();
+  });
+  offers->Tell();
+}
+
 void MainWindow::SetUpActions() {
   connect(m_ui->actAdd, &QAction::triggered, this, &MainWindow::Add);
   connect(m_ui->actModify, &QAction::triggered, this, &MainWindow::Modify);
@@ -99,8 +119,11 @@ void MainWindow::SetUpActions() {
   });
   connect(m_ui->actQuit, &QAction::triggered, this, &QWidget::close);
   connect(m_ui->actHelp, &QAction::triggered, this, [this] { OpenHelp(m_texts.title, m_texts.helpFile); });
+  connect(m_ui->actShortcuts, &QAction::triggered, this,
+          [this] { Q_EMIT ShortcutsWanted(ShortcutsPage(*m_ui->mainMenu)); });
   connect(m_ui->actAbout, &QAction::triggered, this, [this] { ShowAbout(this, m_texts.title); });
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
+  m_ui->actShortcuts->setVisible(!m_texts.helpFile.isEmpty());
   m_ui->recordList->addActions(
       {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
 }
@@ -150,6 +173,7 @@ void MainWindow::ShowNode(const Node& node) {
   m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetColumnWidths(layout.widths);
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
+  setProperty(HelpDesk::topicProperty, HelpTopic(node));
   Refresh();
 }
 

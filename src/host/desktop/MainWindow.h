@@ -7,6 +7,7 @@
 #include "host/records/DeletionLog.h"
 #include "host/records/NodeCatalog.h"
 #include "host/records/RecordLoader.h"
+#include "host/services/Rescue.h"
 
 #include <QMainWindow>
 #include <QString>
@@ -48,8 +49,14 @@ class MainWindow : public QMainWindow {
 
   /// Shows the records of a node; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
+  /// Offers what the object keeps, now and later. It outlives the window.
+  void Offer(Rescue& rescue);
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
+
+ Q_SIGNALS:
+  /// The page of the menus' keys is to be shown, in HTML.
+  void ShortcutsWanted(const QString& page);
 
  private:
   void SetUpActions();

@@ -1,7 +1,7 @@
 #include "host/desktop/RecordDialogs.h"
 
-#include "host/desktop/ErrorBox.h"
 #include "host/records/MomentText.h"
+#include "host/services/ErrorBox.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstAccion.h"
@@ -53,6 +53,13 @@ void RecordDialogs::Modify(const Node& node, int id, const QString& name) {
 void RecordDialogs::AddBranch(int bankId, const QString& name) {
   Guarded(*FindNode(cConstNodo().Bancos()),
           {.node = cConstNodo().Sucursales(), .action = cConstAccion().Agregar(), .aux = bankId}, name);
+}
+
+void RecordDialogs::OpenAgain(const ComponentRequest& request) {
+  const bool isBranch = request.node == cConstNodo().Sucursales();
+  if (const Node* node = FindNode(isBranch ? cConstNodo().Bancos() : request.node)) {
+    Guarded(*node, request, {});
+  }
 }
 
 void RecordDialogs::Guarded(const Node& node, const ComponentRequest& request, const QString& name) {

@@ -31,6 +31,9 @@ class RecordDialogs : public QObject {
   /// A new branch of the bank, which is not locked for that: several people may add branches to it.
   void AddBranch(int bankId, const QString& name);
 
+  /// A request whose dialog was open before.
+  void OpenAgain(const ComponentRequest& request);
+
   /// Any request; `node` is where what it is about stands in the tree, a branch below its bank. Errors leave it.
   void Open(const Node& node, const ComponentRequest& request, const QString& name);
 

@@ -18,7 +18,8 @@ QColor Ground(StripText::Tone tone) {
 
 }  // namespace
 
-Strip::Strip(const StripText& content, QWidget* parent) : QFrame(parent), m_mayGo(!content.ways.isEmpty()) {
+Strip::Strip(const StripText& content, QWidget* parent)
+    : QFrame(parent), m_mayGo(!content.ways.isEmpty() && !content.stays) {
   setObjectName(content.subject);
   setAccessibleName(content.text);
   setAutoFillBackground(true);
@@ -36,8 +37,10 @@ Strip::Strip(const StripText& content, QWidget* parent) : QFrame(parent), m_mayG
   for (const StripText::Way& way : content.ways) {
     auto* button = new QPushButton(way.text, this);
     row->addWidget(button);
-    connect(button, &QPushButton::clicked, this, [this, act = way.act] {
-      Leave();
+    connect(button, &QPushButton::clicked, this, [this, act = way.act, stays = way.stays] {
+      if (!stays) {
+        Leave();
+      }
       if (act) {
         act();
       }

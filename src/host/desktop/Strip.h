@@ -16,12 +16,14 @@ struct StripText {
   struct Way {
     QString text;  ///< Of the button, with its `&`.
     std::function<void()> act = {};
+    bool stays = false;  ///< The strip does not go with it.
   };
 
   QString subject;  ///< What it is about; the name of the strip.
   QString text;     ///< Plain text of any length.
   QList<Way> ways = {};
   Tone tone = Tone::News;
+  bool stays = false;  ///< Only its ways take it away: neither Escape nor newer strips.
 };
 
 /// A line that tells something and makes nobody wait, as a box does. It goes when one of its ways is chosen, or with

@@ -44,6 +44,15 @@ void Strips::Tell(const StripText& content) {
   QAccessible::updateAccessibility(&told);
 }
 
+void Strips::Withdraw(const QString& subject) {
+  for (Strip* shown : Shown()) {
+    if (shown->objectName() == subject) {
+      Remove(shown);
+    }
+  }
+  setVisible(!Shown().isEmpty());
+}
+
 void Strips::Remove(Strip* strip) {
   m_column->removeWidget(strip);
   strip->hide();

@@ -18,6 +18,8 @@ class Strips : public QWidget {
   /// Shows a strip; it takes the place of one about the same subject. Of those that may go a few are kept, and the
   /// oldest leaves for a further one.
   void Tell(const StripText& content);
+  /// Takes the strip of that subject away, if it is there.
+  void Withdraw(const QString& subject);
 
  Q_SIGNALS:
   /// A strip went by the user's will: the focus wants another place.

@@ -1,5 +1,6 @@
 #include "host/desktop/ViewOnly.h"
 
+#include "host/services/ToolkitBox.h"
 #include "platform/automation/Invoke.h"
 
 #include <QApplication>
@@ -7,20 +8,7 @@
 #include <QEvent>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace host {
-
-namespace {
-
-bool IsBoxOfTheToolkit(const QObject& dialog) {
-  constexpr const char* boxes[] = {"QMessageBox",   "QInputDialog",   "QFileDialog",      "QAbstractPrintDialog",
-                                   "QColorDialog",  "QFontDialog",    "QPageSetupDialog", "QPrintPreviewDialog",
-                                   "QErrorMessage", "QProgressDialog"};
-  return std::ranges::any_of(boxes, [&](const char* box) { return dialog.inherits(box); });
-}
-
-}  // namespace
 
 ViewOnly::ViewOnly(QObject& services, const ComponentBridge& bridge) : m_services(services), m_bridge(bridge) {
   qApp->installEventFilter(this);

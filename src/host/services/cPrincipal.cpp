@@ -5,6 +5,7 @@
 #include "host/services/ChangeTracking.h"
 #include "host/services/ColumnWidths.h"
 #include "host/services/ComboFilling.h"
+#include "host/services/ErrorBox.h"
 #include "host/services/Euros.h"
 #include "host/services/MessageBox.h"
 #include "host/services/PostcodeCoupling.h"
@@ -44,6 +45,15 @@ adodb::Connection* ConnectionOf(QObject* services) {
     }
     return nullptr;
   }
+}
+
+// Reports name the procedure as the component spells it.
+QString WhatFailed(const QString& procedure) {
+  if (procedure.contains("unload"_L1, Qt::CaseInsensitive)) {
+    return u"El cuadro no se ha cerrado bien."_s;
+  }
+  return procedure.contains("load"_L1, Qt::CaseInsensitive) ? u"El cuadro no se ha podido abrir."_s
+                                                            : u"No se ha podido terminar lo que había pedido."_s;
 }
 
 QDialog* DialogOf(QObject* control) {
@@ -164,10 +174,11 @@ void cPrincipal::CargarAnchos(QObject* rejilla, const QString& clave, const QStr
 
 void cPrincipal::VerError(const QString& procedimiento, const QString& entidad, const QString& componente) {
   const automation::ErrObject& error = automation::Err();
-  const QString what = error.Number == 0 ? u"Se ha producido un error del que no se conocen más datos."_s
-                                         : u"Error %1: %2"_s.arg(QString::number(error.Number), error.Description);
+  const QString description =
+      error.Number == 0 ? u"Se ha producido un error del que no se conocen más datos."_s : error.Description;
   const QStringList origin{componente, entidad, procedimiento};
-  ShowMessage(QMessageBox::Critical, what + u"\n\nOrigen: "_s + origin.join(u" / "_s), m_session.title);
+  ShowError(QApplication::activeWindow(), m_session.title, WhatFailed(procedimiento),
+            automation::Error(error.Number, description, origin.join(u" / "_s)));
 }
 
 int cPrincipal::CIF_NIF_Valido(const QString& texto, QString& tipo, QString& control) {

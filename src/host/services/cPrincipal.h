@@ -75,7 +75,8 @@ class cPrincipal : public QObject {
   Q_INVOKABLE void SalvarAnchos(QObject* rejilla, const QString& clave, const QString& formulario);
   Q_INVOKABLE void CargarAnchos(QObject* rejilla, const QString& clave, const QString& formulario);
 
-  /// Shows automation::Err(): number, description, and where it happened. The error stays set.
+  /// Shows automation::Err(): what failed, what to do, and folded number, description and where it happened. The error
+  /// stays set.
   Q_INVOKABLE void VerError(const QString& procedimiento, const QString& entidad, const QString& componente);
 
   /// Checks a Spanish tax identifier (see TaxIdentifier.h): 1 valid, 2 format not recognised, 3 wrong check character,

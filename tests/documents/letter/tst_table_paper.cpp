@@ -98,6 +98,42 @@ class tst_table_paper : public QObject {
     QVERIFY(IsDark(rowOf(Page(painter, 0)).pixel(400, 20)));
     QCOMPARE(rowOf(Page(painter, 1)), rowOf(Page(painter, 0)));
   }
+
+  void TablesAreClosedWherePagesEnd_data() {
+    QTest::addColumn<QByteArray>("rows");
+    QTest::newRow("between rows") << Row("", "a\\cell\\cell").repeated(120);
+    QTest::newRow("behind a repeated row") << Row("\\trhdr", "a\\cell\\cell") + Row("", "a\\cell\\cell").repeated(120);
+    QTest::newRow("in a row") << Row("", QByteArray("a\\par ").repeated(120) + "\\cell\\cell");
+    QTest::newRow("in a merged cell") << Row("", "a\\cell\\cell").repeated(20) + Row("\\clvmgf", "\\cell x\\cell") +
+                                             Row("\\clvmrg", "\\cell x\\cell").repeated(99);
+  }
+
+  void TablesAreClosedWherePagesEnd() {
+    QFETCH(QByteArray, rows);
+    QTextDocument letter;
+    rtf::Read("{\\rtf1\\ansi " + rows + "}", letter);
+    const LetterPainter painter(letter, {});
+    QVERIFY(painter.PageCount() > 1);
+    // Where what is dark begins and ends: at the left line, and in the first column where no text is.
+    const auto ends = [](const QImage& page, int twips) {
+      const int x = qRound((leftMargin + twips) / twipsPerPixel);
+      QList<int> dark;
+      for (int y = 0; y < page.height(); ++y) {
+        if (IsDark(page.pixel(x, y))) {
+          dark.append(y);
+        }
+      }
+      return dark.isEmpty() ? std::pair(0, 0) : std::pair(dark.first(), dark.last());
+    };
+    for (int page = 0; page < 2; ++page) {
+      const QImage image = Page(painter, page);
+      const auto line = ends(image, -108);
+      const auto inside = ends(image, 1500);
+      QVERIFY(line.second > line.first);
+      QVERIFY2(qAbs(line.first - inside.first) <= scale && (page == 1 || qAbs(line.second - inside.second) <= scale),
+               qPrintable(u"%1 %2, %3 %4"_s.arg(line.first).arg(line.second).arg(inside.first).arg(inside.second)));
+    }
+  }
 };
 
 KEL_TEST(tst_table_paper);

@@ -1,5 +1,6 @@
 #include "host/mailing/selection/Addressees.h"
 
+#include "documents/people/MissingSigns.h"
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "platform/adodb/Statement.h"
@@ -98,6 +99,11 @@ bool GetsMail(const Person& person, const MailingWish& wish, MailingNotes& notes
   }
   if (posting == Posting::Doubtful) {
     notes.doubtful.append(u"%1: código postal dudoso, «%2»"_s.arg(name, person.address.postcode));
+  }
+  const QString missing =
+      documents::SignsWithoutFont(name + person.title + person.address.street + person.address.town);
+  if (!missing.isEmpty()) {
+    notes.doubtful.append(u"%1: ninguna letra de este equipo tiene «%2»; sale un recuadro"_s.arg(name, missing));
   }
   if (person.address.isAbroad && person.address.country.trimmed().isEmpty()) {
     notes.doubtful.append(u"%1: su país ya no existe"_s.arg(name));

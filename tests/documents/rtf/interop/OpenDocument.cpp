@@ -129,6 +129,37 @@ class Parser {
 
 }  // namespace
 
+QList<QStringList> ReadRows(const QString& path) {
+  QFile file(path);
+  QXmlStreamReader xml(file.open(QFile::ReadOnly) ? &file : nullptr);
+  QList<QStringList> rows;
+  QList<QStringList> openRows;
+  QStringList openCells;
+  while (!xml.atEnd()) {
+    const QXmlStreamReader::TokenType token = xml.readNext();
+    const QString name = xml.qualifiedName().toString();
+    if (token == QXmlStreamReader::Characters && !openCells.isEmpty()) {
+      openCells.last() += xml.text();
+    } else if (token == QXmlStreamReader::StartElement && name == u"table:table-row") {
+      openRows.append(QStringList());
+    } else if (token == QXmlStreamReader::EndElement && name == u"table:table-row") {
+      rows.append(openRows.takeLast());
+    } else if (token == QXmlStreamReader::StartElement && name == u"table:table-cell") {
+      const auto span = [&](const QString& of) { return qMax(1, xml.attributes().value(of).toInt()); };
+      const int columns = span(u"table:number-columns-spanned"_s);
+      const int lines = span(u"table:number-rows-spanned"_s);
+      openRows.last().append(columns * lines == 1 ? QString() : u"(%1x%2)"_s.arg(columns).arg(lines));
+      openCells.append(QString());
+    } else if (token == QXmlStreamReader::EndElement && name == u"table:table-cell") {
+      openRows.last().last().prepend(openCells.takeLast().simplified());
+    } else if (token == QXmlStreamReader::EndElement && (name == u"text:p" || name == u"text:line-break") &&
+               !openCells.isEmpty()) {
+      openCells.last() += u' ';
+    }
+  }
+  return rows;
+}
+
 QList<Run> ReadRuns(const QString& path) {
   QFile file(path);
   return file.open(QFile::ReadOnly) ? Parser(file).Read() : QList<Run>();

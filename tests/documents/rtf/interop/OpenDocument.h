@@ -20,4 +20,8 @@ inline const QString cellMark = QStringLiteral("\u00A6");
 /// attribute "list", its level's kind ("bullet" or the number format).
 QList<Run> ReadRuns(const QString& path);
 
+/// The rows of all tables in order, each cell as its text, paragraphs parted by a blank, and "(columns x rows)" where it
+/// spans more than one; those that are part of another are left out. A table in a cell stands where its cell ends.
+QList<QStringList> ReadRows(const QString& path);
+
 }  // namespace interop

@@ -13,8 +13,10 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTextDocumentFragment>
 #include <QTextFrame>
 #include <QTextList>
+#include <QTextTable>
 
 #include <cstdio>
 
@@ -98,7 +100,7 @@ void WrittenHere(const QString& folder) {
   QTextCursor cursor(document.get());
   cursor.movePosition(QTextCursor::End);
   cursor.insertText(u" fin"_s);
-  WriteFile(folder + u"/here.rtf"_s, rtf::Write(*document));
+  WriteFile(folder + u"/here.rtf"_s, rtf::Writer(*document).Write());
   Check(Convert(folder, u"fodt"_s, {folder + u"/here.rtf"_s}), u"converted"_s);
   const QList<interop::Run> runs = interop::ReadRuns(folder + u"/here.fodt"_s);
   number = 0;
@@ -319,6 +321,87 @@ void PrintedLetters(const QString& folder) {
   }
 }
 
+/// As interop::ReadRows has them.
+void CollectRows(const QTextTable& table, QList<QStringList>& rows) {
+  for (int row = 0; row < table.rows(); ++row) {
+    QStringList cells;
+    for (int column = 0; column < table.columns(); ++column) {
+      const QTextTableCell cell = table.cellAt(row, column);
+      if (cell.row() != row || cell.column() != column) {
+        continue;
+      }
+      QString text;
+      for (auto part = cell.begin(); !part.atEnd(); ++part) {
+        if (const auto* inner = qobject_cast<const QTextTable*>(part.currentFrame())) {
+          CollectRows(*inner, rows);
+        }
+        text += part.currentBlock().text() + u' ';
+      }
+      const bool isOne = cell.columnSpan() * cell.rowSpan() == 1;
+      cells.append(text.simplified() + (isOne ? QString() : u"(%1x%2)"_s.arg(cell.columnSpan()).arg(cell.rowSpan())));
+    }
+    rows.append(cells);
+  }
+}
+
+QList<QStringList> RowsOf(const QTextDocument& document) {
+  QList<QStringList> rows;
+  for (const QTextFrame* frame : document.rootFrame()->childFrames()) {
+    if (const auto* table = qobject_cast<const QTextTable*>(frame)) {
+      CollectRows(*table, rows);
+    }
+  }
+  return rows;
+}
+
+/// Tables of every origin, cell by cell: the letter's own after an edit, pieces of them, those of a page of the web or
+/// a spreadsheet, which come to the clipboard as HTML.
+void Tables(const QString& folder) {
+  const QByteArray rows =
+      "\\trowd\\trgaph70\\clmgf\\cellx1000\\clmrg\\cellx3000\\clvmgf\\cellx4500\\pard\\intbl a\\cell\\cell b\\par "
+      "c\\cell\\row"
+      "\\trowd\\trgaph70\\cellx1000\\cellx3000\\clvmrg\\cellx4500\\pard\\intbl d\\cell e\\cell\\cell\\row"
+      "\\trowd\\trgaph70\\cellx2000\\cellx4500\\pard\\intbl f\\cell\\pard\\intbl\\itap2 n\\nestcell o\\nestcell"
+      "{\\*\\nesttableprops\\trowd\\cellx900\\cellx1900\\nestrow}{\\nonesttables\\par}\\pard\\intbl g\\cell\\row\\pard "
+      "fin\\par";
+  const auto letter = support::Document(support::Letter(rows));
+  QTextCursor(letter->find(u"d"_s)).insertText(u"dd"_s);
+  const auto* table = qobject_cast<const QTextTable*>(letter->rootFrame()->childFrames().first());
+  QTextCursor piece = table->cellAt(1, 0).firstCursorPosition();
+  piece.setPosition(table->cellAt(1, 1).lastPosition(), QTextCursor::KeepAnchor);
+  QTextDocument page;
+  QTextCursor(&page).insertFragment(QTextDocumentFragment::fromHtml(
+      u"<table border=1><tr><th colspan=2>t</th><td rowspan=2>u<br>v</td></tr><tr><td>w</td><td>x</td></tr></table>"_s));
+  // As spreadsheets have it: columns with widths, empty cells.
+  QTextDocument sheet;
+  QTextCursor(&sheet).insertFragment(QTextDocumentFragment::fromHtml(
+      u"<table><colgroup><col width=80><col width=120></colgroup><tr><td align=right>1,5</td><td></td></tr>"
+      "<tr><td></td><td bgcolor=#ffff00>suma</td></tr></table>"_s));
+  const std::pair<const char*, QByteArray> origins[] = {{"edited", rtf::Write(*letter)},
+                                                        {"anew", rtf::Writer(*letter).Write()},
+                                                        {"piece", rtf::WriteSelection(piece)},
+                                                        {"page", rtf::Write(page)},
+                                                        {"sheet", rtf::Write(sheet)}};
+  QStringList files;
+  for (const auto& [name, content] : origins) {
+    files.append(folder + u"/table-%1.rtf"_s.arg(QLatin1String(name)));
+    WriteFile(files.last(), content);
+  }
+  Check(Convert(folder, u"fodt"_s, files), u"tables converted"_s);
+  for (const auto& [name, content] : origins) {
+    const QList<QStringList> here = RowsOf(*support::Document(content));
+    const QList<QStringList> there = interop::ReadRows(folder + u"/table-%1.fodt"_s.arg(QLatin1String(name)));
+    QString shown;
+    for (qsizetype i = 0; i < qMax(here.size(), there.size()); ++i) {
+      if (here.value(i) != there.value(i)) {
+        shown += u" '%1' there '%2'"_s.arg(here.value(i).join(u'|'), there.value(i).join(u'|'));
+      }
+    }
+    Check(shown.isEmpty() && !here.isEmpty(),
+          u"cells of %1: %2 rows%3"_s.arg(QLatin1String(name)).arg(here.size()).arg(shown));
+  }
+}
+
 /// Types a letter that it does not have behind the first one that it has, and returns it; null where there is none.
 QChar TypeOneLetter(QTextDocument& document) {
   const QString text = document.toPlainText();
@@ -428,6 +511,7 @@ int main(int argc, char** argv) {
     WrittenThere(folder.path());
     Clipboard(folder.path());
     PrintedLetters(folder.path());
+    Tables(folder.path());
     RealFiles(folder.path());
   } else {
     EditedLetters(folder.path(), LettersOf(patterns));

@@ -8,7 +8,8 @@ class QWidget;
 
 namespace host {
 
-/// Shows an error with its number, text and origin, as plain text. `what` says what could not be done.
+/// Shows an error as plain text: what could not be done, then what to do, or the error's own text where that says it.
+/// Number, text and origin are folded, and can be copied.
 void ShowError(QWidget* parent, const QString& title, const QString& what, const automation::Error& error);
 
 /// The error as one text: what could not be done, the description, number and origin.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/records/ComponentBridge.h"
+#include "host/services/DialogValues.h"
+
+#include <QDateTime>
+#include <QJsonObject>
+#include <QList>
+#include <QStringList>
+
+#include <optional>
+
+namespace host {
+
+/// What a user had typed into a dialog that closed without saving it.
+struct KeptInput {
+  /// Opens the dialog again; none for one that only another dialog can open.
+  std::optional<ComponentRequest> request;
+  QString dialog;              ///< Its class.
+  QString title;               ///< As the window had it.
+  QDateTime moment;            ///< When it closed.
+  QString reason;              ///< The last message that was shown; may be empty.
+  QString focus;               ///< The control that had the focus.
+  QList<ControlValue> values;  ///< Those that differ from what the dialog began with.
+  QStringList rows;            ///< Of its lists, which can't be put back.
+
+  /// All of it as text with line breaks, for copying.
+  QString Text() const;
+};
+
+QJsonObject ToJson(const KeptInput& input);
+/// Nothing for an object that is no such input.
+std::optional<KeptInput> KeptInputFrom(const QJsonObject& object);
+
+/// Keeps inputs in a private file of their own, before those that another program kept there. False when it could not
+/// be written.
+bool WriteKeptInputs(const QString& file, const QList<KeptInput>& inputs);
+/// Reads what was kept there, and takes the file away. A file that is damaged, or longer than any such one, gives none.
+QList<KeptInput> TakeKeptInputs(const QString& file);
+
+/// The file of a user and a database, in the user's data folder.
+QString KeptInputFile(const QString& database, int userId);
+
+}  // namespace host
