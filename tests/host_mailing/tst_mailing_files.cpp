@@ -178,8 +178,8 @@ void tst_mailing_files::HostileValues() {
   wish.order = host::PeopleOrder::Number;
   const auto letters = host::ReadLetters(database.ConnectionString(), wish, 1);
   QCOMPARE(letters->Count(), names.size());
-  QVERIFY2(letters->Notes().doubtful.join(u'|').contains(u"sale un recuadro"_s),
-           qPrintable(letters->Notes().doubtful.join(u'|')));
+  QVERIFY2(host::Sentences(letters->Notes().doubtful).join(u'|').contains(u"sale un recuadro"_s),
+           qPrintable(host::Sentences(letters->Notes().doubtful).join(u'|')));
   const QDir folder(database.Path(u"hostil"_s));
   host::WritePdfFiles(*letters, folder.path(), m_control);
   host::WriteFiles(
