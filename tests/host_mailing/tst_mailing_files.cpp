@@ -28,6 +28,7 @@ class tst_mailing_files : public QObject {
   void LettersInOneFile();
   void HeadersTablesAndPages();
   void FilesPerPerson();
+  void HostileValues();
   void Cancelled();
   void NothingIsLeftOfAFailure();
   void Names();
@@ -155,6 +156,46 @@ void tst_mailing_files::FilesPerPerson() {
       words.append(word.text);
     }
     QCOMPARE(words.join(u' '), read.toPlainText().simplified());
+  }
+}
+
+/// Values are text whatever they hold, in files that stay in their folder.
+void tst_mailing_files::HostileValues() {
+  const QStringList names = {u"{\\b x}"_s, u"a\\par b"_s,  u"[NIF]"_s, u"[Nombre"_s,       u"שלום"_s,
+                             u"../../x"_s, u"a\tb\x01z"_s, u"𓀀"_s,     QString(300, u'ñ'), u"\U000F0000"_s};
+  support::TestDatabase database(database::Content::Demonstration);
+  database.Execute(u"UPDATE CartasModelo SET Contenido='{}' WHERE IDCartaModelo=1",
+                   u"{\\rtf1\\ansi <[Nombre]>\\par}"_s);
+  for (int i = 0; i < names.size(); ++i) {
+    database.Execute(u"UPDATE Colaboradores SET Nombre='{0}', Apellido1='{0}', Apellido2='' WHERE IDColaborador={1}",
+                     names[i], i + 1);
+    database.Execute(u"INSERT INTO SeleccionesPersonas (codSeleccion, codColaborador, Incluida) VALUES (1, {}, -1)",
+                     i + 1);
+  }
+  host::LetterWish wish;
+  wish.letter = 1;
+  wish.selection = u"Todas las personas"_s;
+  wish.order = host::PeopleOrder::Number;
+  const auto letters = host::ReadLetters(database.ConnectionString(), wish, 1);
+  QCOMPARE(letters->Count(), names.size());
+  QVERIFY2(host::Sentences(letters->Notes().doubtful).join(u'|').contains(u"sale un recuadro"_s),
+           qPrintable(host::Sentences(letters->Notes().doubtful).join(u'|')));
+  const QDir folder(database.Path(u"hostil"_s));
+  host::WritePdfFiles(*letters, folder.path(), m_control);
+  host::WriteFiles(
+      *letters, folder.path(), u".rtf"_s, [&](int i) { return rtf::Write(*letters->Filled(i)); }, m_control);
+  QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden).size(), 2 * names.size());
+  for (int i = 0; i < names.size(); ++i) {
+    const QStringList mine = folder.entryList({u"*(%1).rtf"_s.arg(i + 1)}, QDir::Files);
+    QCOMPARE(mine.size(), 1);
+    QFile rich(folder.filePath(mine.constFirst()));
+    QVERIFY(rich.open(QFile::ReadOnly));
+    QTextDocument read;
+    rtf::Read(rich.readAll(), read);
+    QCOMPARE(read.toPlainText(), letters->Filled(i)->toPlainText());
+    const QString printed = names[i] == u"a\tb\x01z"_s ? read.toPlainText() : u'<' + names[i] + u'>';
+    QCOMPARE(read.toPlainText(), printed);
+    QVERIFY(!printed.contains(u'\x01'));
   }
 }
 

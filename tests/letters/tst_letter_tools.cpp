@@ -218,7 +218,7 @@ class tst_letter_tools : public QObject {
     letters::ToggleList(letter, ListKind::Bullets);
     letters::ToggleList(letter, ListKind::Numbers);
     QCOMPARE(number(2), u"3."_s);
-    QCOMPARE(letter.textCursor().blockFormat().leftMargin(), 48);
+    QCOMPARE(letter.textCursor().blockFormat().leftMargin(), 72);
     QTextDocument stored;
     rtf::Read(letter.Content(), stored);
     QCOMPARE(stored.lastBlock().textList()->itemText(stored.lastBlock()), u"3."_s);

@@ -93,8 +93,8 @@ QString Alignments(const DialogUser& dialog) {
   return alignments;
 }
 
-double LeftIndentTwips(const DialogUser& dialog) {
-  return Letter(dialog)->textCursor().blockFormat().leftMargin() * 15;
+int LeftIndentTwips(const DialogUser& dialog) {
+  return qRound(Letter(dialog)->textCursor().blockFormat().leftMargin() * 10);
 }
 
 }  // namespace

@@ -40,7 +40,9 @@ Shows KindOf(const QTextCharFormat& format) {
   }
   static const QRegularExpression code(QStringLiteral("\\\\fldinst\\W*(?:\\\\\\w+\\W*)*(PAGE|NUMPAGES)\\b"),
                                        QRegularExpression::CaseInsensitiveOption);
-  const QString word = code.match(QString::fromLatin1(instruction)).captured(1);
+  // It stands at the beginning of what may be an embedded object of many megabytes.
+  constexpr qsizetype longest = 4096;
+  const QString word = code.match(QString::fromLatin1(instruction.left(longest))).captured(1);
   if (word.isEmpty()) {
     return Shows::Nothing;
   }
@@ -53,7 +55,7 @@ QList<Field> FieldsOf(const QTextDocument& pages) {
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       const QTextFragment run = at.fragment();
       const QString name = NameOf(run.charFormat());
-      if (name.isEmpty()) {
+      if (name.isEmpty() || run.charFormat().isImageFormat()) {
         continue;
       }
       if (!fields.isEmpty() && fields.last().name == name &&

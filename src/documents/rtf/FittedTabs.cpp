@@ -19,7 +19,8 @@ constexpr double inside = 0.5;
 
 Tabs Fitted(const QTextBlock& block, double width) {
   const QTextBlockFormat format = block.blockFormat();
-  const double end = width - format.leftMargin() - format.textIndent() - format.rightMargin() - inside;
+  const double indents = (format.leftMargin() + format.textIndent() + format.rightMargin()) * twipsPerIndent;
+  const double end = width - indents / twipsPerPixel - inside;
   Tabs tabs = OwnTabs(format, block.textList() != nullptr);
   for (QTextOption::Tab& tab : tabs) {
     const bool isBeyond = tab.position > end && end > 0;

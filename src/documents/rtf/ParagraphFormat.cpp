@@ -17,6 +17,10 @@ int Twips(double pixels) {
   return qRound(qBound(-1e6, pixels, 1e6) * twipsPerPixel);
 }
 
+int IndentTwips(double halfPoints) {
+  return qRound(qBound(-1e6, halfPoints, 1e6) * twipsPerIndent);
+}
+
 QTextOption::TabType TypeOf(TabKind kind) {
   switch (kind) {
     case TabKind::Centre:
@@ -205,14 +209,14 @@ QList<QTextOption::Tab> OwnTabs(const QTextBlockFormat& format, bool listItem) {
 QTextBlockFormat ToBlockFormat(const ParagraphStyle& style, bool listItem) {
   QTextBlockFormat format;
   format.setAlignment(Shown(style.alignment));
-  format.setLeftMargin(style.left / twipsPerPixel);
-  format.setRightMargin(style.right / twipsPerPixel);
+  format.setLeftMargin(style.left / twipsPerIndent);
+  format.setRightMargin(style.right / twipsPerIndent);
   format.setTopMargin(style.before / twipsPerPixel);
   format.setBottomMargin(style.after / twipsPerPixel);
   if (listItem) {
     format.setProperty(FirstIndentProperty, style.first);
   } else {
-    format.setTextIndent(style.first / twipsPerPixel);
+    format.setTextIndent(style.first / twipsPerIndent);
   }
   SetLineSpacing(format, style);
   if (style.rightToLeft) {
@@ -238,12 +242,12 @@ ParagraphStyle FromBlockFormat(const QTextBlockFormat& format, const QTextListFo
   ParagraphStyle style;
   style.alignment = AlignmentOf(format);
   const double indents = format.indent() + (list == nullptr ? 0 : list->indent());
-  style.left = Twips(format.leftMargin() + indents * indentWidth);
-  style.right = Twips(format.rightMargin());
+  style.left = IndentTwips(format.leftMargin()) + Twips(indents * indentWidth);
+  style.right = IndentTwips(format.rightMargin());
   style.before = Twips(format.topMargin());
   style.after = Twips(format.bottomMargin());
   if (list == nullptr) {
-    style.first = Twips(format.textIndent());
+    style.first = IndentTwips(format.textIndent());
   } else if (format.hasProperty(FirstIndentProperty)) {
     style.first = format.intProperty(FirstIndentProperty);
   } else {

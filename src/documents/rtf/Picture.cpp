@@ -7,6 +7,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 namespace rtf {
@@ -143,8 +144,12 @@ QImage Load(const QByteArray& data, const char* format) {
   buffer.setData(data);
   QImageReader reader(&buffer, format);
   const QSize size = reader.size();
-  if (!size.isValid() || qint64(size.width()) * size.height() > mostPicturePixels) {
+  const qint64 pixels = qint64(size.width()) * size.height();
+  if (!size.isValid() || pixels > mostPicturePixels) {
     return {};
+  }
+  if (pixels > mostShownPixels) {
+    reader.setScaledSize((QSizeF(size) * std::sqrt(double(mostShownPixels) / double(pixels))).toSize());
   }
   return reader.read();
 }

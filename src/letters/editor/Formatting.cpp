@@ -22,10 +22,6 @@ constexpr double twipsPerPoint = 20;
 constexpr double leastPoints = 0.02;  // Less than a twip.
 constexpr double single = 100;        // A single line in percent.
 
-double PixelsOf(Twips length) {
-  return length.count / rtf::twipsPerPixel;
-}
-
 bool HasAttribute(const QTextCharFormat& format, Attribute attribute) {
   switch (attribute) {
     case Attribute::Bold:
@@ -101,7 +97,7 @@ QTextList* NumbersAbove(const QTextCursor& cursor) {
 }
 
 void Indent(QTextBlockFormat& format, Twips distance) {
-  format.setLeftMargin(std::max(0.0, format.leftMargin() + PixelsOf(distance)));
+  format.setLeftMargin(std::max(0.0, format.leftMargin() + distance.count / rtf::twipsPerIndent));
 }
 
 Twips IndentOf(ListKind kind) {

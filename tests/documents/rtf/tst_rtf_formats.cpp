@@ -131,19 +131,19 @@ void tst_rtf_formats::paragraphs_data() {
   row("\\qr\\pard X\\par", plain);
   row("a\\line\\pard\\qr X\\par", u"align2 left0 right0 first0 before0 after0"_s);
   row("{\\qc X\\par}", u"align4 left0 right0 first0 before0 after0"_s);
-  row("\\li720\\ri360\\fi180\\sb120\\sa240 X\\par", u"align1 left48 right24 first12 before8 after16"_s);
+  row("\\li720\\ri360\\fi180\\sb120\\sa240 X\\par", u"align1 left72 right36 first18 before8 after16"_s);
   row("\\sl276\\slmult1 X\\par", plain + u" line1:115"_s);
   row("\\sl-300 X\\par", plain + u" line2:20"_s);
   row("\\sl300\\slmult0 X\\par", plain + u" line3:20"_s);
   row("\\tx720\\tqr\\tldot\\tx9000\\tqdec\\tx1500 X\\par", plain + u" tab0:48 tab3:100 tab1:600"_s);
   row("\\li720\\fi-360\\tx720\\tx1440 X\\par",
-      u"align1 left48 right0 first-24 before0 after0 tab0:24 tab0:24 tab0:72"_s);
-  row("a\\par\\pard\\li720\\qr X", u"align2 left48 right0 first0 before0 after0"_s);
+      u"align1 left72 right0 first-36 before0 after0 tab0:24 tab0:24 tab0:72"_s);
+  row("a\\par\\pard\\li720\\qr X", u"align2 left72 right0 first0 before0 after0"_s);
   row("{\\qr a}\\qc{\\b X}", u"align4 left0 right0 first0 before0 after0"_s);
   row("\\page X\\par", plain + u" page"_s);
   row("\\pagebb X\\par", plain + u" page"_s);
   row("\\qc{\\field{\\*\\fldinst Y}{\\fldrslt\\pard\\qr a}}X\\par", u"align4 left0 right0 first0 before0 after0"_s);
-  row("\\li99999999999 X\\par", u"align1 left2184.47 right0 first0 before0 after0"_s);
+  row("\\li99999999999 X\\par", u"align1 left3276.7 right0 first0 before0 after0"_s);
 }
 
 void tst_rtf_formats::paragraphs() {
@@ -168,7 +168,7 @@ void tst_rtf_formats::lists_data() {
       << QByteArray(
              "\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}\\fi-360\\li720 a\\par"
              "{\\pntext\\f1\\'B7\\tab}b\\par\\pard c\\par")
-      << u"a=-1 48 0.1,b=-1 48 0.2,c"_s;
+      << u"a=-1 72 0.1,b=-1 72 0.2,c"_s;
   QTest::newRow("numbers") << QByteArray("\\pard{\\*\\pn\\pnlvlbody\\pnstart3\\pnucrm{\\pntxta)}}a\\par b\\par")
                            << u"a=-8) 0 0.1,b=-8) 0 0.2"_s;
   QTest::newRow("a list of the list table goes on behind other text")
@@ -240,7 +240,7 @@ void tst_rtf_formats::formatsOfTheEditor() {
   const QTextBlock item = again->findBlockByNumber(1);
   QVERIFY(item.textList() != nullptr && item.textList() == again->findBlockByNumber(2).textList());
   QCOMPARE(int(item.textList()->format().style()), int(QTextListFormat::ListDisc));
-  QCOMPARE(Describe(item), u"align8 left80 right0 first0 before0 after0"_s);
+  QCOMPARE(Describe(item), u"align8 left120 right0 first0 before0 after0"_s);
   QVERIFY2(written.contains("{\\pntext\\f"), written.constData());
   QVERIFY(written.contains("\\deflang3082"));
   QCOMPARE(support::Loss(*again), QString());
@@ -251,7 +251,7 @@ void tst_rtf_formats::tabsFollowTheColumnsEdge() {
   const auto document = Document(Letter("\\tqr\\tldot\\tx9072 X\\par"));
   QTextCursor cursor(document.get());
   QTextBlockFormat indented;
-  indented.setLeftMargin(48);
+  indented.setLeftMargin(72);
   cursor.mergeBlockFormat(indented);
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(written.contains("\\li720\\tqr\\tldot\\tx9072"), written.constData());

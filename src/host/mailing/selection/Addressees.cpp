@@ -1,5 +1,6 @@
 #include "host/mailing/selection/Addressees.h"
 
+#include "documents/people/MissingSigns.h"
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "platform/adodb/Statement.h"
@@ -81,6 +82,12 @@ bool GetsMail(const Person& person, const MailingWish& wish, MailingNotes& notes
   const QString doubt = DoubtAbout(person.address);
   if (!doubt.isEmpty()) {
     notes.doubtful.append({person.id, name, doubt});
+  }
+  const QString missing =
+      documents::SignsWithoutFont(name + person.title + person.address.street + person.address.town);
+  if (!missing.isEmpty()) {
+    notes.doubtful.append(
+        {person.id, name, u"ninguna letra de este equipo tiene «%1»: sale un recuadro"_s.arg(missing)});
   }
   return true;
 }

@@ -3,8 +3,10 @@
 // what LibreOffice shows of it before and after an edit (of those letters only that arguments name, "*carta*.rtf").
 // Exit code 1 for a difference.
 
+#include "documents/letter/LetterTemplate.h"
 #include "documents/rtf/Documents.h"
 #include "documents/rtf/interop/OpenDocument.h"
+#include "documents/rtf/interop/PrintedPages.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -279,6 +281,46 @@ void Clipboard(const QString& folder) {
   Check(tables(*letter) == 1 && tables(*pasted) == 1, u"copied there, pasted here: the table"_s);
 }
 
+/// The same filled letter on paper, printed here and there: the text of each page, and each line within a millimetre.
+void PrintedLetters(const QString& folder) {
+  const QByteArray text =
+      "Gracias a personas como usted la Fundaci\\'f3n ha podido atender este a\\'f1o a m\\'e1s de doscientas familias, "
+      "abrir un comedor nuevo y conceder treinta becas de estudio. ";
+  const QByteArray begin =
+      "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\froman Liberation Serif;}{\\f1\\fswiss Liberation Sans;}}"
+      "\\paperw11906\\paperh16838{\\footer\\pard\\qc\\f0\\fs18 Calle del Olivar, 24\\par}\\f0\\fs24\\pard\\qr Madrid, "
+      "[dd/mm/aaaa]\\par\\pard [Tratamiento] [Nombre y apellidos]\\par [Direccion]\\par [Pais]\\par\\par ";
+  const QByteArray end = "\\pard\\qj " + text.repeated(4) + "\\par\\pard\\li720\\fi-360\\f1\\fs20 " + text.repeated(2) +
+                         "\\par\\pard\\sb240\\qc\\b [Nombre y apellidos]\\b0\\par}";
+  const QByteArray table = "\\trowd\\trgaph0\\cellx3000\\cellx8500\\pard\\intbl [Nombre y apellidos]\\cell " + text +
+                           "\\cell\\row\\trowd\\trgaph0\\cellx3000\\cellx8500\\pard\\intbl dos\\cell "
+                           "tres\\cell\\row\\pard\\par ";
+  // No longer ones: lines are up to a half-point higher here, which makes a full page one line.
+  const std::pair<QString, QByteArray> letters[] = {{u"plain"_s, begin + end}, {u"table"_s, begin + table + end}};
+  for (const auto& [name, content] : letters) {
+    documents::LetterTemplate letter(support::Document(content), documents::Margins());
+    QStringList values;
+    for (const documents::Marker marker : letter.Markers()) {
+      values.append(marker == documents::Marker::Date      ? u"22/11/2026"_s
+                    : marker == documents::Marker::Country ? QString()
+                    : marker == documents::Marker::Street  ? u"Calle de los Álamos, 69"_s
+                    : marker == documents::Marker::Title   ? u"D.ª"_s
+                                                           : u"Adela Abadía Fariñas"_s);
+    }
+    const auto filled = letter.Filled(values);
+    const QString file = folder + u"/printed-"_s + name;
+    WriteFile(file + u".rtf"_s, rtf::Write(*filled));
+    interop::PrintLetter(*filled, file + u"-here.pdf"_s);
+    Check(Convert(folder, u"pdf"_s, {file + u".rtf"_s}), u"printed there: %1"_s.arg(name));
+    const QList<interop::Line> ours = interop::LinesOf(file + u"-here.pdf"_s);
+    const QStringList difference = interop::Differences(ours, interop::LinesOf(file + u".pdf"_s));
+    Check(!ours.isEmpty() && difference.isEmpty(), u"on paper: %1, %2 lines"_s.arg(name).arg(ours.size()));
+    for (const QString& line : difference) {
+      std::printf("     %s\n", qPrintable(line));
+    }
+  }
+}
+
 /// As interop::ReadRows has them.
 void CollectRows(const QTextTable& table, QList<QStringList>& rows) {
   for (int row = 0; row < table.rows(); ++row) {
@@ -468,6 +510,7 @@ int main(int argc, char** argv) {
     WrittenHere(folder.path());
     WrittenThere(folder.path());
     Clipboard(folder.path());
+    PrintedLetters(folder.path());
     Tables(folder.path());
     RealFiles(folder.path());
   } else {
