@@ -91,7 +91,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                const QWidget* widget) const {
   QProxyStyle::drawComplexControl(control, option, painter, widget);
-  if (control == CC_ComboBox || control == CC_SpinBox) {
+  // A list is painted as the button that it is.
+  if (control == CC_SpinBox) {
     DrawEdge(*painter, *option);
   }
 }
