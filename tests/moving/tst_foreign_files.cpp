@@ -235,9 +235,11 @@ void tst_foreign_files::HostileSheets() {
   }
   QCOMPARE(Read(Workbook(folder, "<row r=\"9999999\"><c t=\"b\"><v>1</v></c></row>")).last(), u"error 5"_s);
   QCOMPARE(Read(Workbook(folder, "<row><c r=\"A1\" t=\"s\"><v>9</v></c></row>")).last(), u"error 5"_s);
-  // Something that unpacks to a hundred times the memory that there is.
-  const QByteArray bomb = "<si><t>" + QByteArray(300 << 20, 'x') + "</t></si>";
-  QCOMPARE(Read(Workbook(folder, "<row/>", bomb)).last(), u"error 5"_s);
+  // Something that unpacks to more memory than a reader may have; under the sanitizers it has no limit.
+  if (!IS_SANITIZED) {
+    const QByteArray bomb = "<si><t>" + QByteArray(300 << 20, 'x') + "</t></si>";
+    QCOMPARE(Read(Workbook(folder, "<row/>", bomb)).last(), u"error 5"_s);
+  }
 }
 
 void tst_foreign_files::WhatWeWroteIsRead() {

@@ -6,6 +6,7 @@
 #include "platform/automation/Error.h"
 #include "support/DesktopFile.h"
 #include "support/ErrorOf.h"
+#include "support/RecordingConnection.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
@@ -397,6 +398,16 @@ void tst_import::WhatCanNotComeIn() {
       u"Bancos"_s,
       {{u"IDBanco"_s, DesktopFile::Long}, {u"Numero"_s, DesktopFile::Text}, {u"Nombre"_s, DesktopFile::Text}});
   QVERIFY(!Import(database, WriteFile(folder.filePath(u"c.mdb"_s), nothing.Bytes())).isWritten);
+  QCOMPARE(Dump(database), before);
+  // A refusal of the engine ends everything, and says where.
+  support::RecordingConnection refusing(database.Connection());
+  refusing.FailAt(u"INSERT"_s);
+  try {
+    moving::Import(path, refusing, Wishes(true));
+    QFAIL("written");
+  } catch (const automation::Error& error) {
+    QVERIFY2(error.Description().startsWith(u"Bancos, IDBanco 1: "_s), error.what());
+  }
   QCOMPARE(Dump(database), before);
   // Stopped wherever it asks: all or nothing.
   int stops = 0;
