@@ -176,6 +176,25 @@ const Table* Schema::FindTable(QStringView name) const {
   return found == m_byName.cend() ? nullptr : &m_tables[*found];
 }
 
+const Table* Schema::ReferredTable(const Column& column) const {
+  if (column.type != ColumnType::Id || !column.name.startsWith(u"Cod"_s, Qt::CaseInsensitive)) {
+    return nullptr;
+  }
+  const QStringView what = QStringView(column.name).mid(3);
+  const Table* beginning = nullptr;
+  for (const Table& table : m_tables) {
+    const QStringView key = QStringView(table.columns.front().name).mid(2);
+    if (key.compare(what, Qt::CaseInsensitive) == 0) {
+      return &table;
+    }
+    if (what.startsWith(key, Qt::CaseInsensitive) ||
+        key.compare(u"Tipo"_s + what.toString(), Qt::CaseInsensitive) == 0) {
+      beginning = &table;
+    }
+  }
+  return beginning;
+}
+
 int SchemaVersion() {
   return Schema::Current().Version();
 }

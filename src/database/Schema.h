@@ -74,6 +74,9 @@ class KELDATOS_EXPORT Schema {
   const std::vector<Table>& Tables() const { return m_tables; }
   /// The table of that name without regard to case, nullptr for none.
   const Table* FindTable(QStringView name) const;
+  /// The table whose rows a column of identifiers names: CodPais those of the key IDPais, CodTipoDeduccionFisica those
+  /// of IDTipoDeduccion, CodDeduccion, too. nullptr for a column that names none.
+  const Table* ReferredTable(const Column& column) const;
 
  private:
   std::vector<Table> m_tables;

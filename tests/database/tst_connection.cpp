@@ -2,6 +2,7 @@
 #include "database/ChangeClock.h"
 #include "database/Maintenance.h"
 #include "database/Snapshot.h"
+#include "database/WrittenRecord.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "support/ErrorOf.h"
@@ -241,6 +242,7 @@ void tst_connection::AnnouncementsChangeNoOutcome() {
     QCOMPARE(Outcome(connection, count), u"0"_s);
     connection.Execute(add);
     QCOMPARE(connection.RecordsAffected(), 1);
+    QVERIFY(database::NewKeyOf(connection, u"Bancos"_s).has_value());
     QCOMPARE(Outcome(connection, count), u"1"_s);
     // A number that is there already: what follows it goes on.
     QCOMPARE(ErrorOf([&] { connection.Execute(add); }), int(adodb::ConstraintViolation));

@@ -369,15 +369,15 @@ void tst_maintenance::AColumnNamesTheTableOfItsKey() {
   QStringList none;
   for (const database::Table& table : schema.Tables()) {
     for (const database::Column& column : table.columns) {
-      if (column.type == database::ColumnType::Id && database::ReferredTable(schema, column) == nullptr) {
+      if (column.type == database::ColumnType::Id && schema.ReferredTable(column) == nullptr) {
         none += column.name;
       }
     }
   }
   QCOMPARE(none, QStringList({u"codDescripcion"_s, u"codTabla"_s, u"ValorID"_s, u"ValorID"_s, u"ValorID"_s}));
   const database::Table* deductions = schema.FindTable(u"Deduccion_Comunidad");
-  QCOMPARE(database::ReferredTable(schema, *deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
-  QCOMPARE(database::ReferredTable(schema, *schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,
+  QCOMPARE(schema.ReferredTable(*deductions->FindColumn(u"CodDeduccion"))->name, u"TipoDeducciones"_s);
+  QCOMPARE(schema.ReferredTable(*schema.FindTable(u"Recibos")->FindColumn(u"CodEmisor_Cuenta"))->name,
            u"Emisores_Cuentas"_s);
 }
 

@@ -1,3 +1,4 @@
+#include "database/Announcement.h"
 #include "database/Notices.h"
 #include "database/Password.h"
 #include "database/Presence.h"
@@ -160,8 +161,10 @@ void tst_presence::WritesAreTold() {
   other->Execute(addBank);
   QTRY_COMPARE(told, QStringList(u"Bancos"_s));
   other->BeginTrans();
+  const QString country = u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s;
+  const database::Announcement both(*other, {addBank, country});
   other->Execute(addBank);
-  other->Execute(u"UPDATE Paises SET Nombre='x' WHERE IDPais=1"_s);
+  other->Execute(country);
   other->Execute(u"UPDATE Provincias SET Nombre='x' WHERE IDProvincia=-1"_s);
   // Nothing is told before it is there.
   QTest::qWait(50);

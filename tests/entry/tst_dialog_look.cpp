@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTextEdit>
 
@@ -40,22 +41,27 @@ qsizetype PixelsOf(QRgb colour, const QImage& image) {
   return count;
 }
 
-qsizetype RingPixels(QWidget& control) {
+qsizetype PixelsIn(QWidget& control, const QColor& colour) {
   const QPoint corner = control.mapTo(control.window(), QPoint());
   const QImage seen = control.window()->grab(QRect(corner, control.size())).toImage();
-  return PixelsOf(host::RingColour(QApplication::palette()).rgb(), seen.convertToFormat(QImage::Format_RGB32));
+  return PixelsOf(colour.rgb(), seen.convertToFormat(QImage::Format_RGB32));
 }
 
-/// The controls that have no ring with the focus, or have one without it.
+/// The controls that have no ring with the focus, or have one without it, or no line around them then.
 QStringList WithoutRing(const DialogUser& dialog) {
   QStringList names;
+  const QColor ring = host::RingColour(QApplication::palette());
+  const QColor line = host::LineColour(QApplication::palette());
   const QList<QWidget*> controls = KeyboardControls(dialog);
   for (QWidget* control : controls) {
     (control == controls.first() ? controls.last() : controls.first())->setFocus(Qt::TabFocusReason);
-    const qsizetype without = RingPixels(*control);
+    const qsizetype without = PixelsIn(*control, ring);
+    // A circle has no pixel of just that colour.
+    const bool isCircle = qobject_cast<QRadioButton*>(control) != nullptr;
+    const bool hasLine = isCircle || controls.size() == 1 || PixelsIn(*control, line) >= control->height() / 2;
     control->setFocus(Qt::TabFocusReason);
-    const qsizetype added = RingPixels(*control) - without;
-    if (added < control->height()) {
+    const qsizetype added = PixelsIn(*control, ring) - without;
+    if (added < control->height() || !hasLine) {
       names.append(u"%1 %2"_s.arg(control->objectName()).arg(added));
     }
   }

@@ -19,6 +19,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -194,12 +195,14 @@ void tst_help::F1InADialog() {
   QVERIFY(automation::ComponentLibrary(QStringLiteral(KEL_COMPONENT)).Register());
   host::HelpDesk help(firstPage);
   QString page;
+  QString place;
   QString marked;
   int pages = 0;
   desktop.driver.On("frmEmisor", [&](const support::DialogUser& user) {
     user.Find("txtSufijo")->setFocus();
     user.Key(Qt::Key_F1);
     page = help.Window()->Browser().Page();
+    place = help.Window()->findChild<QTreeWidget*>(u"helpContents"_s)->currentItem()->text(0);
     marked = help.Window()->Browser().extraSelections().value(0).cursor.selectedText();
     for (int i = 0; i < 50; ++i) {
       QKeyEvent held(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
@@ -214,6 +217,7 @@ void tst_help::F1InADialog() {
   desktop.ChooseNode(cConstNodo().Emisores());
   desktop.Action("actAdd").trigger();
   QCOMPARE(page, u"frmEmisor"_s);
+  QCOMPARE(place, u"Emisor"_s);
   QVERIFY2(marked.startsWith(u"(*) Sufijo."_s), qPrintable(marked));
   QCOMPARE(pages, 0);
   QVERIFY(help.Window()->isVisible());

@@ -62,6 +62,11 @@ void tst_live_records::OthersChangesAppear() {
   QCOMPARE(desktop.List().Records().TotalCount(), 1);
   QCOMPARE(lorenzo.Delete(cConstNodo().Provincias(), newest - 1, u"Ítaca"_s), QString());
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), 2, soon);
+  // The notes themselves.
+  desktop.ChooseNode(host::changesNode);
+  const int noted = desktop.List().Records().TotalCount();
+  lorenzo.Execute(u"UPDATE Provincias SET Nombre='Yyy' WHERE IDProvincia=1");
+  QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), noted + 1, soon);
 }
 
 void tst_live_records::PlaceIsKept() {

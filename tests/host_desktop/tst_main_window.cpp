@@ -2,14 +2,20 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
+#include "host/look/Colours.h"
+#include "host/look/Look.h"
+
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QSettings>
+#include <QSpinBox>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -40,6 +46,8 @@ class tst_main_window : public QObject {
   void LostDatabaseIsFoundAgain();
   void MissingComponentIsExplained_data();
   void MissingComponentIsExplained();
+  void HistoryOfARecord();
+  void Preferences();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
   void KeysOfTheTree();
@@ -200,6 +208,9 @@ void tst_main_window::FailedDialogLosesNothing() {
 
 void tst_main_window::LostDatabaseIsFoundAgain() {
   TestDesktop desktop;
+  if (desktop.database.Server() != nullptr) {
+    QSKIP("a server's database is no file that goes");
+  }
   desktop.ChooseNode(cConstNodo().Paises());
   desktop.database.Connection().Close();
   const QString file = desktop.database.Path(u"kel.db"_s);
@@ -232,7 +243,7 @@ void tst_main_window::MissingComponentIsExplained() {
   FakeComponent::Unregister();
   QFile file(desktop.database.Path(u"clases.ini"_s));
   QVERIFY(file.open(QIODevice::WriteOnly));
-  file.write((registry.contains(u'%') ? registry.arg(desktop.database.Path(u"kel.db"_s)) : registry).toUtf8());
+  file.write((registry.contains(u'%') ? registry.arg(file.fileName()) : registry).toUtf8());
   file.close();
   desktop.ChooseNode(cConstNodo().Paises());
   desktop.driver.Answer(QMessageBox::Ok);
@@ -240,6 +251,49 @@ void tst_main_window::MissingComponentIsExplained() {
   const QString text = desktop.TakeBoxes().join(u'\n');
   QVERIFY2(text.contains(mentioned) && text.contains(u"kel-host registrar"_s), qPrintable(text));
   QVERIFY(desktop.List().Records().TotalCount() > 0);
+}
+
+void tst_main_window::HistoryOfARecord() {
+  TestDesktop desktop;
+  adodb::Execute(desktop.Office(), u"UPDATE Paises SET Nombre='Hispania' WHERE IDPais=35");
+  desktop.ChooseNode(cConstNodo().Paises());
+  QStringList told;
+  const auto look = [&](const support::DialogUser& dialog) {
+    const auto* list = dialog.Dialog()->findChild<QTreeWidget*>();
+    const QTreeWidgetItem* item = list != nullptr ? list->topLevelItem(0) : nullptr;
+    told.append(item != nullptr ? item->text(1) + u'|' + item->text(2) + u'|' + item->child(0)->text(0) : u"-"_s);
+    dialog.Close();
+  };
+  for (const int id : {35, 1}) {
+    desktop.List().SelectRecord(id);
+    desktop.driver.On("historyDialog", look);
+    desktop.Action("actHistory").trigger();
+  }
+  QCOMPARE(told, QStringList({u"Cambiado|ana|Nombre: de «España» a «Hispania»"_s, u"-"_s}));
+}
+
+void tst_main_window::Preferences() {
+  TestDesktop desktop;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  const QFont font = QApplication::font();
+  const auto choose = [&](int colours, int percent) {
+    desktop.driver.On("preferences", [=](const support::DialogUser& dialog) {
+      dialog.Find<QComboBox>("cboColours")->setCurrentIndex(colours);
+      dialog.Find<QSpinBox>("spnText")->setValue(percent);
+      dialog.Dialog()->accept();
+    });
+    desktop.Action("actPreferences").trigger();
+    UseLook(host::StoredLook());
+  };
+  choose(2, 150);
+  QVERIFY(host::IsDark(QApplication::palette()));
+  QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF() * 1.5);
+  choose(1, 100);
+  QVERIFY(!host::IsDark(QApplication::palette()));
+  QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF());
+  QSettings().setValue(u"Aspecto/Texto"_s, 4000);
+  QSettings().setValue(u"Aspecto/Colores"_s, u"rosas"_s);
+  QVERIFY(host::StoredLook() == host::Look());
 }
 
 void tst_main_window::WhatANodeAllows_data() {

@@ -1,4 +1,5 @@
 #include "TestDesktop.h"
+#include "support/Relay.h"
 #include "support/TestProgram.h"
 
 #include "host/desktop/PatientConnection.h"
@@ -99,6 +100,28 @@ class tst_patient_connection : public QObject {
     });
     QCOMPARE(ErrorOf(*m_connection), adodb::DatabaseLocked);
     QVERIFY(m_time.elapsed() < longest.count());
+  }
+
+  void AServerIsWaitedForUntilItIsBack() {
+    if (m_database->Server() == nullptr) {
+      QSKIP("a file does not come back");
+    }
+    m_other->RollbackTrans();
+    support::Relay relay(m_database->ConnectionString());
+    host::PatientConnection connection(
+        database::CreateConnection(relay.ConnectionString(), host::PatientConnection::tryTime), longest);
+    connection.Open();
+    relay.BeAway(true);
+    m_database->Server()->Run(
+        u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE application_name LIKE 'kel %' AND "
+        "datname=current_database()"_s);
+    bool shown = false;
+    QTimer::singleShot(longest + 700ms, this, [&] {
+      shown = Box() != nullptr;
+      relay.BeAway(false);
+    });
+    QCOMPARE(ErrorOf(connection), 0);
+    QVERIFY(shown);
   }
 
   // The lock of a dialog that met a busy database does not stay behind.

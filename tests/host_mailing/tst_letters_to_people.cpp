@@ -162,14 +162,14 @@ void tst_letters_to_people::Installations() {
 
 void tst_letters_to_people::LeftOut() {
   QCOMPARE(Letters(u"[Importe del donativo]"_s, u"321 333 342"_s), u"5,00"_s);
-  QCOMPARE(m_notes.leftOut.join(u'|'),
+  QCOMPARE(host::Sentences(m_notes.leftOut).join(u'|'),
            u"Escudero Núñez, Violeta (321): sin dirección|Parroquia de Nuestra Señora de los "
            "Remedios (333): sin donativo"_s);
   QCOMPARE(m_notes.doubtful.size(), 1);
-  QVERIFY(m_notes.doubtful.constFirst().contains(u"26127"_s));
+  QVERIFY(m_notes.doubtful.constFirst().reason.contains(u"26127"_s));
   Letters(u"{\\header\\fs400 alto\\par alto\\par}{\\shp{\\*\\shpinst x}}[NIF]"_s, u"342"_s);
-  QCOMPARE(m_notes.doubtful.size(), 2);
-  QVERIFY2(m_notes.doubtful[1].contains(u"RTF por persona"_s), qPrintable(m_notes.doubtful.join(u'|')));
+  QCOMPARE(m_notes.remarks.size(), 2);
+  QVERIFY2(m_notes.remarks[1].contains(u"RTF por persona"_s), qPrintable(m_notes.remarks.join(u'|')));
 }
 
 void tst_letters_to_people::Refused_data() {

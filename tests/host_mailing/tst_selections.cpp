@@ -1,4 +1,5 @@
-#include "host/mailing/selection/Addressees.h"
+#include "host/mailing/selection/PeopleList.h"
+#include "host/mailing/selection/SelectionStore.h"
 #include "platform/automation/Error.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -33,6 +34,9 @@ class tst_selections : public QObject {
   void Refused_data();
   void Refused();
   void TakenByName();
+  void Kept();
+  void SeveralUsers();
+  void Listed();
 
  private:
   QString Choose(const QString& conditions) {
@@ -121,6 +125,96 @@ void tst_selections::TakenByName() {
   QCOMPARE(conditions(1), QString());
   m_database.Execute(u"UPDATE Selecciones SET Compartida=0 WHERE IDSeleccion=1");
   QVERIFY_THROWS_EXCEPTION(automation::Error, conditions(3));
+}
+
+/// What is saved is what is read, also for thousands of people; a change of somebody else's is never written over.
+void tst_selections::Kept() {
+  const host::SelectionUser luis{3, false};
+  adodb::Connection& connection = m_database.Connection();
+  host::SavedSelection selection;
+  selection.name = u" O'Higgins "_s;
+  selection.conditions.values[4] = {28, 40};
+  for (int person = 1; person <= 2000; ++person) {
+    selection.people.insert(person, person % 2 == 0);
+  }
+  const int id = host::SaveSelection(connection, selection, {}, luis);
+  selection.id = id;
+  selection.name = u"O'Higgins"_s;
+  const host::SavedSelection before = host::ReadSelection(connection, id, 3);
+  QCOMPARE(before, selection);
+  QVERIFY(host::ReadPeople(connection, selection, host::PeopleOrder::Number).size() > 160);
+  host::SavedSelection changed = before;
+  changed.people = {{7, false}};
+  QCOMPARE(host::SaveSelection(connection, changed, before, luis), id);
+  QCOMPARE(host::ReadSelection(connection, id, 3), changed);
+  QVERIFY_THROWS_EXCEPTION(automation::Error, host::SaveSelection(connection, selection, before, luis));
+  QCOMPARE(host::ReadSelection(connection, id, 3), changed);
+  host::SavedSelection nobody;
+  nobody.name = u"Nadie"_s;
+  nobody.onlyTaken = true;
+  QVERIFY_THROWS_EXCEPTION(automation::Error, host::SaveSelection(connection, nobody, {}, luis));
+  nobody.people = {{5, true}};
+  const int picked = host::SaveSelection(connection, nobody, {}, luis);
+  QCOMPARE(Keys(host::ReadPeople(connection, host::ReadSelection(connection, picked, 3), {})), u"5"_s);
+}
+
+/// Names are one in what a user sees; a shared selection is changed by its owner or an administrator.
+void tst_selections::SeveralUsers() {
+  const host::SelectionUser owner{11, false};
+  const host::SelectionUser other{12, false};
+  const host::SelectionUser administrator{13, true};
+  adodb::Connection& connection = m_database.Connection();
+  host::SavedSelection selection;
+  selection.name = u"Amigos"_s;
+  const int id = host::SaveSelection(connection, selection, {}, owner);
+  const int others = host::SaveSelection(connection, selection, {}, other);
+  const auto refused = [&](const auto& work) {
+    try {
+      work();
+      return QString();
+    } catch (const automation::Error& error) {
+      return error.Description();
+    }
+  };
+  const auto names = [&](int user) {
+    QStringList list;
+    for (const host::StoredSelection& stored : host::ListSelections(connection, user)) {
+      list.append(stored.name);
+    }
+    return list.join(u',');
+  };
+  QVERIFY(refused([&] { host::SaveSelection(connection, selection, {}, owner); }).contains(u"Ya hay"_s));
+  QVERIFY(refused([&] { host::ShareSelection(connection, id, true, owner); }).contains(u"Ya hay"_s));
+  QVERIFY(refused([&] { host::RenameSelection(connection, id, u"x"_s, administrator); }).contains(u"otra persona"_s));
+  host::RenameSelection(connection, id, u"Amistades"_s, owner);
+  host::ShareSelection(connection, id, true, owner);
+  QVERIFY(names(12).contains(u"Amigos,Amistades"_s));
+  QVERIFY(refused([&] { host::RenameSelection(connection, others, u"amistades"_s, other); }).contains(u"Ya hay"_s));
+  QVERIFY(refused([&] { host::DeleteSelection(connection, id, other); }).contains(u"otra persona"_s));
+  host::RenameSelection(connection, id, u"De todos"_s, administrator);
+  host::DeleteSelection(connection, id, administrator);
+  QVERIFY(!names(11).contains(u"De todos"_s));
+  QVERIFY(refused([&] { host::ReadSelection(connection, id, 11); }).contains(u"eliminado"_s));
+  QVERIFY(refused([&] { host::RenameSelection(connection, others, QString(101, u'x'), other); }).contains(u"100"_s));
+}
+
+/// Who is left out by hand stays in sight; who shares an address, or has none, is told.
+void tst_selections::Listed() {
+  host::SavedSelection selection;
+  selection.conditions = host::ConditionsIn(u"Provincia=28"_s);
+  selection.people = {{1, true}, {321, true}, {301, false}};
+  const auto people = host::ListPeople(m_database.Connection(), selection, host::PeopleOrder::Number);
+  const auto find = [&](int id) {
+    const auto found = std::ranges::find(people, id, &host::ListedPerson::id);
+    return found == people.end() ? host::ListedPerson() : *found;
+  };
+  QCOMPARE(find(1).id, 1);
+  QCOMPARE(find(321).missing, u"sin dirección"_s);
+  QVERIFY(find(301).shares && find(302).shares && !find(1).shares);
+  QVERIFY(people.size() < 100);
+  selection.conditions = {};
+  selection.onlyTaken = true;
+  QCOMPARE(host::ListPeople(m_database.Connection(), selection, {}).size(), std::size_t(337));
 }
 
 KEL_TEST(tst_selections);

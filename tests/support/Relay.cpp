@@ -21,12 +21,13 @@ namespace support {
 
 namespace {
 
+const QString socketName = u".s.PGSQL.5432"_s;
 const QRegularExpression folderPart(u"Servidor=([^;]*)"_s);
 
 sockaddr_un SocketIn(const QString& folder) {
   sockaddr_un address = {};
   address.sun_family = AF_UNIX;
-  const QByteArray path = QFile::encodeName(folder + u"/.s.PGSQL.5432"_s);
+  const QByteArray path = QFile::encodeName(folder + u'/' + socketName);
   std::strncpy(address.sun_path, path.constData(), sizeof(address.sun_path) - 1);
   return address;
 }
@@ -92,6 +93,12 @@ Relay::~Relay() {
 
 QString Relay::ConnectionString() const {
   return QString(m_original).replace(folderPart, u"Servidor="_s + m_folder.path());
+}
+
+void Relay::BeAway(bool away) {
+  const QString there = m_folder.filePath(socketName);
+  const QString hidden = m_folder.filePath(u"away"_s);
+  QFile::rename(away ? there : hidden, away ? hidden : there);
 }
 
 void Relay::SwallowAnswerTo(const QByteArray& text) {

@@ -25,6 +25,8 @@ class Relay {
   QString ConnectionString() const;
   /// What is sent from now on, to the server or from it, is that long on its way.
   void Delay(std::chrono::milliseconds delay) { m_delay = delay; }
+  /// Whether new lines find nobody.
+  void BeAway(bool away);
   /// How often something was sent and an answer waited for, on all lines. Without a delay what is sent in two parts
   /// may count twice.
   int RoundTrips() const { return m_roundTrips; }

@@ -68,15 +68,24 @@ void Tour::OnAnEmptyDatabase(const std::function<void()>& walk) {
 }
 
 void Tour::Step(const QString& title, const Request& request, const QString& query, const QStringList& expected) {
-  Result result{.title = title, .written = {}, .problems = {}};
-  m_office.recording->Clear();
-  try {
+  const auto ask = [&] {
     automation::Put(m_services.get(), "IDNodo", request.node);
     automation::Put(m_services.get(), "Accion", request.action);
     automation::Put(m_services.get(), "IDSeleccionado", request.id);
     automation::Put(m_services.get(), "IDAux", request.aux);
     const auto component = automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
     automation::Call(component.get(), request.deletes ? "EliminarRegistro" : "PasarDatos", m_services.get());
+    return QStringList();
+  };
+  Act(title, ask, query, expected);
+}
+
+void Tour::Act(const QString& title, const std::function<QStringList()>& work, const QString& query,
+               const QStringList& expected) {
+  Result result{.title = title, .written = {}, .problems = {}};
+  m_office.recording->Clear();
+  try {
+    result.problems = work();
   } catch (const automation::Error& error) {
     result.problems.append(u"error %1: %2"_s.arg(error.Number()).arg(error.Description()));
   }

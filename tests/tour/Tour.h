@@ -36,6 +36,10 @@ class Tour {
   /// Makes the request. Afterwards `query` must answer `expected`, rows as "value|value"; an empty query is not asked.
   void Step(const QString& title, const Request& request, const QString& query, const QStringList& expected);
 
+  /// Does something else, with what `work` returns as its problems.
+  void Act(const QString& title, const std::function<QStringList()>& work, const QString& query = {},
+           const QStringList& expected = {});
+
   support::Driver& Windows() { return m_driver; }
   /// A dialog's picture, as NAME.png in the folder.
   void Picture(const support::DialogUser& dialog, const QString& name);

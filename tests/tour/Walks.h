@@ -18,6 +18,7 @@ void WalkPublications(Tour& tour);
 void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
 void WalkLetterEditor(Tour& tour);
+void WalkMailing(Tour& tour);
 void WalkDeletions(Tour& tour);
 
 }  // namespace tour

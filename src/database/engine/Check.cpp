@@ -62,7 +62,7 @@ void CheckTable(adodb::Connection& connection, const Table& table, const QString
     if (column.since > version) {
       continue;
     }
-    const Table* target = ReferredTable(Schema::Current(), column);
+    const Table* target = Schema::Current().ReferredTable(column);
     if (target != nullptr && present.contains(target->name, Qt::CaseInsensitive)) {
       CheckReference(connection, table, column, *target, findings.references);
     }
@@ -73,25 +73,6 @@ void CheckTable(adodb::Connection& connection, const Table& table, const QString
 }
 
 }  // namespace
-
-const Table* ReferredTable(const Schema& schema, const Column& column) {
-  if (column.type != ColumnType::Id || !column.name.startsWith(u"Cod"_s, Qt::CaseInsensitive)) {
-    return nullptr;
-  }
-  const QStringView what = QStringView(column.name).mid(3);
-  const Table* beginning = nullptr;
-  for (const Table& table : schema.Tables()) {
-    const QStringView key = QStringView(table.columns.front().name).mid(2);
-    if (key.compare(what, Qt::CaseInsensitive) == 0) {
-      return &table;
-    }
-    if (what.startsWith(key, Qt::CaseInsensitive) ||
-        key.compare(u"Tipo"_s + what.toString(), Qt::CaseInsensitive) == 0) {
-      beginning = &table;
-    }
-  }
-  return beginning;
-}
 
 void CheckContents(adodb::Connection& connection, const QStringList& present, int version, Findings& findings) {
   for (const Table& table : Schema::Current().Tables()) {

@@ -74,7 +74,7 @@ void PostgresSession::Connect(const ConnectionString& target) {
   RequireCurrentDatabase(handle);
   m_handle.emplace(std::move(handle));
   m_discarded = std::make_shared<Discarded>();
-  m_inTransaction = m_isBegun = m_isLost = m_isCommitted = m_hasCommands = m_isPresent = m_isOutdated = false;
+  m_inTransaction = m_isBegun = m_isLost = m_hasCommands = m_isPresent = m_isOutdated = false;
   if (m_onLine) {
     m_handle->Run("LISTEN kel");
     m_onLine(Socket());
@@ -359,7 +359,6 @@ std::vector<StatementOutcome> PostgresSession::RunAhead(const std::vector<ReadyS
   try {
     Conclude(pipeline, pipeline.HasFailed() ? ConcernedBy(last.plan->plan, last.values) : QString());
     if (commits) {
-      m_isCommitted = true;
       m_inTransaction = m_isBegun = false;
     }
   } catch (const automation::Error&) {
@@ -422,7 +421,7 @@ void PostgresSession::Begin() {
   BufferRows();
   m_written.clear();
   m_inTransaction = true;
-  m_isBegun = m_isLost = m_isCommitted = false;
+  m_isBegun = m_isLost = false;
 }
 
 void PostgresSession::BeginSnapshot() {
@@ -441,9 +440,6 @@ void PostgresSession::HoldWrites(const std::vector<const Table*>& tables) {
 
 void PostgresSession::Commit() {
   BufferRows();
-  if (std::exchange(m_isCommitted, false)) {
-    return;
-  }
   if (m_isBegun) {
     try {
       CountOn();
@@ -470,7 +466,6 @@ void PostgresSession::Commit() {
 void PostgresSession::RollBack() {
   BufferRows();
   m_givenKeys.clear();
-  m_isCommitted = false;
   const bool isBegun = m_isBegun;
   m_inTransaction = m_isBegun = false;
   if (isBegun) {

@@ -104,7 +104,6 @@ class PostgresSession : public Session {
   bool m_isBegun = false;  ///< The server knows of the transaction, too.
   bool m_isLost = false;
   bool m_hasCommands = false;  ///< Those of transactions are prepared on this line.
-  bool m_isCommitted = false;  ///< Before Commit was called.
   bool m_isPresent = false;
   bool m_isOutdated = false;
   std::set<const Table*> m_written;  ///< In this transaction.

@@ -68,6 +68,7 @@ void LabelPainter::Paint(QPainter& painter, int label, const QStringList& lines)
   const double scale = fitting.value_or(m_smallest);
   const double height = scale * m_lineHeight * double(lines.size());
   painter.save();
+  painter.setPen(Qt::black);
   if (!fitting) {
     painter.setClipRect(place);
   }

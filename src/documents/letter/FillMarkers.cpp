@@ -60,7 +60,7 @@ QList<QTextCharFormat> PiecesIn(const QTextDocument& letter, Span marker) {
   return pieces;
 }
 
-void Replace(QTextDocument& letter, Span marker, const QString& value) {
+void Replace(QTextDocument& letter, Span marker, const QString& value, const QColor& ground) {
   const QList<QTextCharFormat> pieces = PiecesIn(letter, marker);
   int behindBracket = marker.begin + 1;
   while (letter.characterAt(behindBracket) == QChar::ObjectReplacementCharacter) {
@@ -68,7 +68,10 @@ void Replace(QTextDocument& letter, Span marker, const QString& value) {
   }
   QTextCursor cursor(&letter);
   cursor.setPosition(behindBracket + 1);
-  const QTextCharFormat format = cursor.charFormat();
+  QTextCharFormat format = cursor.charFormat();
+  if (ground.isValid()) {
+    format.setBackground(ground);
+  }
   cursor.setPosition(marker.begin);
   cursor.setPosition(marker.end, QTextCursor::KeepAnchor);
   cursor.insertText(value, format);
@@ -97,9 +100,8 @@ void CloseGap(QTextDocument& letter, int position) {
 bool HoldsSomething(const QTextDocument& letter, Span line) {
   const QTextBlock block = letter.findBlock(line.begin);
   const QString text = block.text().mid(line.begin - block.position(), line.end - line.begin);
-  return std::ranges::any_of(text, [](QChar c) {
-    return c.isLetterOrNumber() || c.isSurrogate() || c == QChar::ObjectReplacementCharacter;
-  });
+  return std::ranges::any_of(
+      text, [](QChar c) { return c.isLetterOrNumber() || c.isSurrogate() || c == QChar::ObjectReplacementCharacter; });
 }
 
 bool MayGo(const QTextBlock& block) {
@@ -144,7 +146,8 @@ void CloseLine(QTextDocument& letter, int position) {
 
 }  // namespace
 
-void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const QStringList& values) {
+void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const QStringList& values,
+                 const QColor& ground) {
   QTextCursor wholeEdit(&letter);
   wholeEdit.beginEditBlock();
   for (qsizetype i = places.size() - 1; i >= 0; --i) {
@@ -152,7 +155,7 @@ void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places, const 
     const int lineBegin = LineAround(letter, place.position).begin;
     QString value = ValueText(values[i]);
     value.replace(u'\n', QChar::LineSeparator);
-    Replace(letter, {place.position, place.position + place.length}, value);
+    Replace(letter, {place.position, place.position + place.length}, value, ground);
     if (value.isEmpty()) {
       CloseGap(letter, place.position);
     }

@@ -3,6 +3,7 @@
 #include "documents/Export.h"
 #include "documents/markers/Markers.h"
 
+#include <QColor>
 #include <QList>
 #include <QStringList>
 
@@ -32,8 +33,8 @@ KELDOCUMENTOS_EXPORT LetterMarkers FindMarkers(const QTextDocument& letter);
 /// brackets in them are not looked at again. Where a value is empty a blank beside it goes, and brackets around it; a
 /// line that had a marker and now holds no letter, digit or object goes with its break, but not where it ends a cell or
 /// begins a page. `letter` is the document that the places were found in, or an unchanged copy; there are as many
-/// values as places.
+/// values as places. A valid `ground` is the colour behind the values, so that they are seen.
 KELDOCUMENTOS_EXPORT void FillMarkers(QTextDocument& letter, const QList<MarkerPlace>& places,
-                                      const QStringList& values);
+                                      const QStringList& values, const QColor& ground = {});
 
 }  // namespace documents

@@ -124,13 +124,20 @@ void LetterTemplate::FillCarried(QTextDocument& copy, const QStringList& values)
   }
 }
 
-std::unique_ptr<QTextDocument> LetterTemplate::Filled(const QStringList& values) const {
+std::unique_ptr<QTextDocument> LetterTemplate::Filled(const QStringList& values, const QColor& ground) const {
   std::unique_ptr<QTextDocument> copy(m_letter->clone());
   copy->setUndoRedoEnabled(false);
   copy->setResourceProvider(m_letter->resourceProvider());
   FillCarried(*copy, values);
-  FillMarkers(*copy, m_places, values.first(m_places.size()));
+  FillMarkers(*copy, m_places, values.first(m_places.size()), ground);
   return copy;
+}
+
+void LetterTemplate::MoveTo(QThread* thread) {
+  m_letter->moveToThread(thread);
+  for (const Carried& carried : m_carried) {
+    carried.document->moveToThread(thread);
+  }
 }
 
 }  // namespace documents

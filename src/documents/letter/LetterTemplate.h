@@ -5,10 +5,13 @@
 #include "documents/letter/Margins.h"
 
 #include <QByteArray>
+#include <QColor>
 #include <QTextDocument>
 
 #include <memory>
 #include <vector>
+
+class QThread;
 
 namespace documents {
 
@@ -27,8 +30,10 @@ class KELDOCUMENTOS_EXPORT LetterTemplate {
   /// Whether the marker of that number stands directly behind a title.
   bool FollowsTitle(qsizetype number) const;
 
-  /// A copy of the letter with a value for each marker, as FillMarkers puts it.
-  std::unique_ptr<QTextDocument> Filled(const QStringList& values) const;
+  /// A copy of the letter with a value for each marker, as FillMarkers puts it; `ground` is that of the text's.
+  std::unique_ptr<QTextDocument> Filled(const QStringList& values, const QColor& ground = {}) const;
+  /// Gives the template to another thread; called in the one that has it.
+  void MoveTo(QThread* thread);
 
  private:
   /// A carried group with markers. It is a footnote where it has a place in the text.

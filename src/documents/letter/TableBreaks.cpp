@@ -37,12 +37,12 @@ class BrokenTable {
       row = next;
     }
     const double bottom = BottomOf(row);
-    const bool isSplit = bottom > y + tolerance;
     ForEachCell(row, [&](const QTextTableCell& cell, double left, double right) {
       const QTextTableCellFormat format = cell.format().toTableCellFormat();
       const double width = format.bottomBorder() * scale;
       if (format.bottomBorderStyle() != QTextFrameFormat::BorderStyle_None && width > 0) {
-        const bool goesOn = isSplit || cell.row() + cell.rowSpan() > row + 1;
+        // A cell that goes on below its row ends with the page, as a row does that has no room.
+        const bool goesOn = cell.row() + cell.rowSpan() > row + 1;
         const double line = goesOn ? y - width : std::min(bottom, y - width);
         painter.fillRect(QRectF(left, line, right - left, width), format.bottomBorderBrush());
       }

@@ -32,7 +32,8 @@ class QTextDocument;
 ///   borders, shading, positions, keeping together), for sections and the document (page size, margins), and for rows
 ///   and cells of tables (heights, positions).
 ///
-/// Dropped where a paragraph is edited, and named in the report: words that the keyword table does not have, the trail of editing sessions
+/// Dropped where a paragraph is edited, and named in the report: words that the keyword table does not have, the trail
+/// of editing sessions
 /// (`\rsid`), fonts of other scripts that say nothing of the text itself (`\af` and its like), the markup of letters
 /// that were HTML, alternative texts of list items, which are written anew. Lengths are cut at 32,767 twips.
 ///

@@ -173,6 +173,9 @@ int WriterTables::AddColour(int colour) {
 
 /// A damaged table may hide what is added to it; then the new fonts are a table of their own.
 QByteArray WriterTables::FontGroups() const {
+  if (m_newFonts.isEmpty()) {
+    return m_fontGroups;
+  }
   const QByteArray extended = Extended(m_fontGroups, m_newFonts);
   FontTable fonts;
   fonts.Add(View(extended), m_codePage);

@@ -72,7 +72,7 @@ class Parser {
     } else if (name == u"--oscuro"_s) {
       m_line.dark = true;
     } else {
-      return TakeMailingFlag(name, m_line.mailing);
+      return TakeMailingFlag(name, m_line.mailing) || TakeMovingFlag(name, m_line.moving);
     }
     return true;
   }
@@ -95,8 +95,8 @@ class Parser {
     } else if (name == u"--limite"_s) {
       m_line.limit = Number(name);
     } else {
-      return TakeMailingOption(
-          name, [&] { return Value(name); }, m_line.mailing);
+      const auto value = [&] { return Value(name); };
+      return TakeMailingOption(name, value, m_line.mailing) || TakeMovingOption(name, value, m_line.moving);
     }
     return true;
   }
@@ -174,6 +174,9 @@ class Parser {
       LockWords();
     } else if (command == u"cartas"_s || command == u"etiquetas"_s) {
       m_line.command = command == u"cartas"_s ? Command::Letters : Command::Labels;
+    } else if (command == u"importar"_s || command == u"exportar"_s) {
+      m_line.command = command == u"importar"_s ? Command::Import : Command::Export;
+      m_line.moving.file = m_words.isEmpty() ? QString() : m_words.takeFirst();
     } else {
       Refuse(u"No se conoce la orden «%1»."_s.arg(command));
     }
@@ -225,6 +228,13 @@ class Parser {
       CheckLabelOptions(m_line.mailing);
     } else if (m_line.mailing.given && m_line.command != Command::Help) {
       Refuse(u"Las opciones de los envíos solo sirven con las órdenes «cartas» y «etiquetas»."_s);
+    }
+    if (m_line.command == Command::Import) {
+      CheckImportOptions(m_line.moving);
+    } else if (m_line.command == Command::Export) {
+      CheckExportOptions(m_line.moving);
+    } else if (m_line.moving.given && m_line.command != Command::Help) {
+      Refuse(u"Las opciones del traslado solo sirven con las órdenes «importar» y «exportar»."_s);
     }
     if (m_line.command == Command::OpenDialog) {
       CheckDialog();
@@ -317,9 +327,15 @@ QString CommandLineHelp() {
       "  --desde-la-ultima          con «etiquetas»: empieza detrás de la última que salió bien\n"
       "  --recordar                 con «etiquetas»: apunta dónde acaba la última hoja\n"
       "  --discos N,N, --emisor N,N con una hoja de discos: cuáles, y de qué emisor si el presentador tiene varios\n"
+      "  --prueba       con «importar»: dice qué entraría, sin escribir nada\n"
+      "  --aunque-falten            con «importar»: deja fuera lo que no pueda entrar y trae el resto\n"
+      "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
+      "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
+      "  --informe F    con «importar»: el informe, también en un archivo\n"
       "  --ayuda        esta ayuda\n"
       "  --version      versión del programa\n\n"
-      "Termina con 0, con 1 si no se puede seguir y con 2 si los argumentos no valen.\n"_s;
+      "Termina con 0, con 1 si no se puede seguir, con 2 si los argumentos no valen y con 3 si algo quedaría sin "
+      "traer, y por eso no se ha traído nada.\n"_s;
   return text;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/cli/MailingOptions.h"
+#include "host/cli/MovingOptions.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,6 +25,8 @@ enum class Command {
   Locks,
   Letters,
   Labels,
+  Import,
+  Export,
   Help,
   Version,
 };
@@ -43,6 +46,7 @@ struct CommandLine {
   QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
   MailingOptions mailing;      ///< Of cartas and etiquetas.
+  MovingOptions moving;        ///< Of importar and exportar.
   int node = -1;
   int action = 0;
   int id = 0;

@@ -30,10 +30,11 @@ namespace {
 void Tell(const MailingNotes& notes) {
   QTextStream out(stderr);
   if (!notes.leftOut.isEmpty()) {
-    out << u"Se quedan fuera:\n  "_s << notes.leftOut.join(u"\n  "_s) << u'\n';
+    out << u"Se quedan fuera:\n  "_s << Sentences(notes.leftOut).join(u"\n  "_s) << u'\n';
   }
-  if (!notes.doubtful.isEmpty()) {
-    out << u"Conviene mirarlo:\n  "_s << notes.doubtful.join(u"\n  "_s) << u'\n';
+  const QStringList doubtful = notes.remarks + Sentences(notes.doubtful);
+  if (!doubtful.isEmpty()) {
+    out << u"Conviene mirarlo:\n  "_s << doubtful.join(u"\n  "_s) << u'\n';
   }
 }
 

@@ -4,6 +4,7 @@
 #include "host/cli/DatabaseCommands.h"
 #include "host/cli/LockCommand.h"
 #include "host/cli/MailingCommand.h"
+#include "host/cli/MovingCommand.h"
 #include "host/cli/Registration.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/verification/Verification.h"
@@ -62,6 +63,10 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     case host::Command::Letters:
     case host::Command::Labels:
       return host::RunMailingCommand(line, argc, argv);
+    case host::Command::Import:
+      return host::RunImportCommand(line, argc, argv);
+    case host::Command::Export:
+      return host::RunExportCommand(line, argc, argv);
     default:
       return host::RunApplication(line, argc, argv);
   }

@@ -1,9 +1,12 @@
 #include "host/desktop/MainWindow.h"
 
 #include "database/Database.h"
+#include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/HelpMenu.h"
+#include "host/desktop/HistoryDialog.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/Preferences.h"
 #include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/help/HelpDesk.h"
@@ -16,6 +19,8 @@
 #include "platform/text/FoldForSearch.h"
 #include "ui_MainWindow.h"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 
 #include <algorithm>
@@ -31,6 +36,7 @@ namespace {
 constexpr qsizetype longestShownPath = 60;
 // In milliseconds; what a person does next takes the news away, too.
 constexpr int newsTime = 8000;
+constexpr int mostShownChanges = 500;
 
 QString EndOf(const QString& text, qsizetype length) {
   return text.size() > length ? QChar(0x2026) + text.right(length) : text;
@@ -55,7 +61,8 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
       m_loader([connectionString] { return database::CreateConnection(connectionString); }),
-      m_dialogs(bridge, this) {
+      m_dialogs(bridge, this),
+      m_mailing([this, connectionString] { return ContextForMailing(connectionString); }) {
   m_ui->setupUi(this);
   m_live = std::make_unique<LiveRecords>(bridge, m_loader, *m_ui->recordList, connectionString);
   m_ui->nodeTree->SetNodes(m_nodes);
@@ -110,7 +117,11 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actRecover, &QAction::triggered, this, &MainWindow::RecoverSelected);
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
   m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
+  connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
   connect(m_ui->actNewBranch, &QAction::triggered, this, &MainWindow::NewBranch);
+  connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
+  connect(m_ui->actWriteToPeople, &QAction::triggered, this, [this] { m_mailing.Open(m_node, SelectedId()); });
+  connect(m_ui->actHistory, &QAction::triggered, this, &MainWindow::ShowHistory);
   connect(m_ui->actRefresh, &QAction::triggered, m_ui->statusBar, &QStatusBar::clearMessage);
   connect(m_ui->actRefresh, &QAction::triggered, this, &MainWindow::Refresh);
   connect(m_ui->actFind, &QAction::triggered, m_ui->txtSearch, [box = m_ui->txtSearch] {
@@ -124,8 +135,8 @@ void MainWindow::SetUpActions() {
   connect(m_ui->actAbout, &QAction::triggered, this, [this] { ShowAbout(this, m_texts.title); });
   m_ui->actHelp->setVisible(!m_texts.helpFile.isEmpty());
   m_ui->actShortcuts->setVisible(!m_texts.helpFile.isEmpty());
-  m_ui->recordList->addActions(
-      {m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch, m_ui->actRefresh});
+  m_ui->recordList->addActions({m_ui->actAdd, m_ui->actModify, m_ui->actDelete, m_ui->actRecover, m_ui->actNewBranch,
+                                m_ui->actHistory, m_ui->actWriteToPeople, m_ui->actRefresh});
 }
 
 void MainWindow::SetUpStatusBar() {
@@ -334,6 +345,46 @@ void MainWindow::ShowLocks() {
   LocksDialog(m_bridge.Session(), this).exec();
 }
 
+MailingContext MainWindow::ContextForMailing(const QString& connectionString) {
+  const Session& session = m_bridge.Session();
+  return {.connectionString = connectionString,
+          .title = session.title,
+          .userName = m_texts.user,
+          .database = m_texts.database,
+          .user = {.id = session.userId, .isAdministrator = session.IsAdministrator()},
+          .readOnly = m_texts.readOnly,
+          .demonstration = m_texts.demonstration,
+          .helpFile = m_texts.helpFile,
+          .openRecord = [this](int nodeId, int id) { m_dialogs.Modify(*FindNode(nodeId), id, {}); },
+          .calibrate = [this] { CalibratePrinter(); }};
+}
+
+void MainWindow::CalibratePrinter() {
+  try {
+    CalibrationDialog(m_bridge.OpenConnection(), m_texts.user, {}, SystemPrinters(), QApplication::activeWindow())
+        .exec();
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido calibrar la impresora."_s, error);
+  }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(m_mailing.Close());
+}
+
+void MainWindow::ShowHistory() {
+  if (m_node == nullptr || SelectedId() == 0) {
+    return;
+  }
+  try {
+    HistoryDialog(SelectedName(), ChangesOf(m_bridge.OpenConnection(), m_node->table, SelectedId(), mostShownChanges),
+                  this)
+        .exec();
+  } catch (const automation::Error& error) {
+    ShowError(this, m_texts.title, u"No se ha podido leer el historial."_s, error);
+  }
+}
+
 QList<DeletionTarget> MainWindow::SelectedTargets() const {
   const RecordModel& records = m_ui->recordList->Records();
   QList<DeletionTarget> targets;
@@ -402,6 +453,9 @@ void MainWindow::UpdateState() {
   m_ui->actRecover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_ui->actNewBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
   m_ui->actNewBranch->setEnabled(mayChange && m_node->id == cConstNodo().Bancos() && selected == 1);
+  m_ui->actWriteToPeople->setVisible(m_node != nullptr && MailingOpener::IsFor(*m_node));
+  m_ui->actWriteToPeople->setEnabled(m_node != nullptr && MailingOpener::IsFor(*m_node) && selected == 1);
+  m_ui->actHistory->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
   m_ui->actRefresh->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());

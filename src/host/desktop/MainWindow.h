@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/desktop/LiveRecords.h"
+#include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/Deletion.h"
@@ -58,6 +59,9 @@ class MainWindow : public QMainWindow {
   /// The page of the menus' keys is to be shown, in HTML.
   void ShortcutsWanted(const QString& page);
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void SetUpActions();
   void SetUpStatusBar();
@@ -71,6 +75,9 @@ class MainWindow : public QMainWindow {
   void UndoDelete();
   void RecoverSelected();
   void ShowLocks();
+  void CalibratePrinter();
+  MailingContext ContextForMailing(const QString& connectionString);
+  void ShowHistory();
   void NewBranch();
   void Refresh();
   void Search(const QString& typed);
@@ -103,6 +110,7 @@ class MainWindow : public QMainWindow {
   RecordLoader m_loader;
   std::unique_ptr<LiveRecords> m_live;
   RecordDialogs m_dialogs;
+  MailingOpener m_mailing;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;

@@ -26,7 +26,9 @@ namespace {
 constexpr std::chrono::milliseconds unseen{400};
 
 const QString locked = u"Otro programa está usando la base de datos. Esperando a que termine…"_s;
-const QString unreachable = u"No hay conexión con el servidor de la base de datos. Esperando a que vuelva…"_s;
+const QString unreachable =
+    u"No hay conexión con el servidor de la base de datos. Esperando a que vuelva…\n"
+    "Si cancela, se pierde lo que no haya guardado."_s;
 
 automation::Error LockedFor(std::chrono::milliseconds time) {
   return automation::Error(
@@ -36,7 +38,7 @@ automation::Error LockedFor(std::chrono::milliseconds time) {
           (time.count() + 999) / 1000));
 }
 
-/// The box of one wait. Closing it, by whatever means, gives up.
+/// The box of one wait. Closing it, by whatever means, gives up. `longest` 0 is a wait without an end of its own.
 class WaitBox : public QDialog {
  public:
   WaitBox(std::chrono::milliseconds longest, const QString& reason) : QDialog(QApplication::activeModalWidget()) {
@@ -63,7 +65,7 @@ class WaitBox : public QDialog {
 
   /// False when the user gave up.
   bool GoOn(std::chrono::milliseconds waited) {
-    m_bar->setValue(static_cast<int>(waited.count()));
+    m_bar->setValue(m_bar->maximum() == 0 ? 0 : static_cast<int>(waited.count()));
     QCoreApplication::processEvents();
     return isVisible();
   }
@@ -103,9 +105,11 @@ void PatientConnection::Patiently(const std::function<void()>& work) {
     const bool isLocked = refusal->Number() == adodb::DatabaseLocked;
     const auto time = std::chrono::milliseconds(waited.elapsed());
     if (!box && time >= unseen && !m_hasGivenUp) {
-      box.emplace(m_longest, isLocked ? locked : unreachable);
+      box.emplace(isLocked ? m_longest : std::chrono::milliseconds(0), isLocked ? locked : unreachable);
     }
-    if (m_hasGivenUp || time >= m_longest || (box && !box->GoOn(time))) {
+    // What was typed is not lost while the user waits for the server.
+    const bool isOver = isLocked && time >= m_longest;
+    if (m_hasGivenUp || isOver || (box && !box->GoOn(time))) {
       m_hasGivenUp = true;
       throw isLocked ? LockedFor(time) : automation::Error(*refusal);
     }

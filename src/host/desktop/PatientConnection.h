@@ -9,11 +9,11 @@
 
 namespace host {
 
-/// A connection that waits where the user sees it. What another program's lock holds back, or a server that is not
-/// there while the connection is open, is tried again for up to `longest`, with a box that says so and can end it after
-/// the first moment, while the program goes on hearing signals. Whoever has waited in vain does not wait a second time
-/// until the connection is closed or a statement has passed. A statement that was refused has changed nothing, in a
-/// transaction either.
+/// A connection that waits where the user sees it. What another program's lock holds back is tried again for up to
+/// `longest`, and what finds no server while the connection is open until there is one, with a box that says so and can
+/// end it after the first moment, while the program goes on hearing signals. Whoever has waited in vain does not wait a
+/// second time until the connection is closed or a statement has passed. A statement that was refused has changed
+/// nothing, in a transaction either.
 ///
 /// Raises what the other connection raises; DatabaseLocked says how long was waited.
 class PatientConnection : public database::ConnectionLayer {

@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-constexpr double markShare = 0.22;
+constexpr double markShare = 0.3;
 constexpr int margin = 18;
 
 const QString missing =

@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 
@@ -48,10 +49,14 @@ void HelpDesk::Open(const QUrl& url) {
 }
 
 bool HelpDesk::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) {
+    return false;
+  }
   const auto* window = qobject_cast<QWidget*>(watched);
-  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1 || window == nullptr ||
-      !window->isWindow() || m_pages.Has(window->objectName()) || !m_pages.Has(Pages::first)) {
-    return QObject::eventFilter(watched, event);
+  const bool isBox = qobject_cast<QMessageBox*>(watched) != nullptr;
+  if (window == nullptr || !window->isWindow() || isBox || m_pages.Has(window->objectName()) ||
+      !m_pages.Has(Pages::first)) {
+    return false;
   }
   if (window != m_window.get()) {
     ShowWhatIsInFront();

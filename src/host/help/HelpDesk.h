@@ -12,7 +12,7 @@ class HelpWindow;
 
 /// The program's help, while the object lives: whoever opens the manual's first page by the desktop's services (the
 /// component at F1, the window's menu) sees the page about what is in front, from the control with the focus on.
-/// Windows that do nothing at F1 by themselves get the same. Other files go on to the desktop.
+/// Windows that do nothing at F1 by themselves get the same, boxes excepted. Other files go on to the desktop.
 ///
 /// A page about a window has the window's name, and anchors with names of controls. A widget of another name, or one
 /// that shows now this and now that, has the page, or "page#anchor", in the property `topicProperty`.

@@ -17,6 +17,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -36,6 +37,8 @@ constexpr int largestSteps = 16;
 constexpr QSize usualSize(900, 720);
 constexpr int leftWidth = 270;
 constexpr int margin = 6;
+// In milliseconds: until then the desktop has put its frame around a window that was shown.
+constexpr int frameTime = 100;
 constexpr int placeRole = Qt::UserRole;
 constexpr int pageRole = Qt::UserRole + 1;
 
@@ -73,7 +76,7 @@ HelpWindow::HelpWindow(Pages& pages)
   connect(m_browser, &QTextBrowser::sourceChanged, this, &HelpWindow::ShowPlaceInContents);
   const QSettings settings;
   if (!restoreGeometry(settings.value(geometryKey).toByteArray())) {
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
   }
   if (!m_splitter->restoreState(settings.value(splitterKey).toByteArray())) {
     m_splitter->setSizes({leftWidth, usualSize.width() - leftWidth});
@@ -172,11 +175,11 @@ void HelpWindow::FillContents() {
   m_contents->expandAll();
 }
 
-void HelpWindow::ShowPlaceInContents() {
+void HelpWindow::ShowPlaceInContents(const QUrl& shown) {
   const QSignalBlocker quiet(m_contents);
   m_contents->setCurrentItem(nullptr);
   for (QTreeWidgetItemIterator it(m_contents); *it != nullptr; ++it) {
-    if ((*it)->data(0, pageRole).toString() == m_browser->Page()) {
+    if ((*it)->data(0, pageRole).toString() == m_pages.PageOf(shown)) {
       m_contents->setCurrentItem(*it);
     }
   }
@@ -247,7 +250,7 @@ void HelpWindow::ShowBeside(QWidget* dialog) {
   }
   show();
   if (dialog != nullptr) {
-    LeaveFree(dialog->window()->frameGeometry());
+    QTimer::singleShot(frameTime, this, [this, place = dialog->window()->frameGeometry()] { LeaveFree(place); });
   }
   raise();
   activateWindow();

@@ -42,7 +42,7 @@ class HelpWindow : public QMainWindow {
   void SetUpLeftSide();
   void FillContents();
   void ShowContentsEntry();
-  void ShowPlaceInContents();
+  void ShowPlaceInContents(const QUrl& shown);
   void Search(const QString& words);
   void ShowHit();
   void Enlarge(int steps);

@@ -4,7 +4,6 @@
 
 #include <QGroupBox>
 #include <QPainter>
-#include <QStyleFactory>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -32,11 +31,11 @@ void DrawOutline(QPainter& painter, const QRect& rect, const QColor& colour, int
   painter.restore();
 }
 
-void DrawEdge(QPainter& painter, const QStyleOption& option, const QRect& rect, double radius = cornerRadius) {
+void DrawEdge(QPainter& painter, const QStyleOption& option) {
   const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
   const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
   const QColor colour = hasFocus ? RingColour(option.palette) : LineColour(option.palette, isEnabled);
-  DrawOutline(painter, rect, colour, hasFocus ? ringWidth : 1, radius);
+  DrawOutline(painter, option.rect, colour, hasFocus ? ringWidth : 1, cornerRadius);
 }
 
 // On a selected row, or a strip, the ring's own colour may be that of the ground.
@@ -70,10 +69,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   switch (element) {
     case PE_FrameLineEdit:
     case PE_Frame:
-      DrawEdge(*painter, *option, option->rect);
-      break;
     case PE_PanelButtonCommand:
-      DrawEdge(*painter, *option, option->rect);
+      DrawEdge(*painter, *option);
       break;
     case PE_FrameGroupBox:
       DrawOutline(*painter, BelowTitle(*option, widget, pixelMetric(PM_IndicatorHeight, option, widget)),
@@ -94,8 +91,9 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                const QWidget* widget) const {
   QProxyStyle::drawComplexControl(control, option, painter, widget);
-  if (control == CC_ComboBox || control == CC_SpinBox) {
-    DrawEdge(*painter, *option, option->rect);
+  // A list is painted as the button that it is.
+  if (control == CC_SpinBox) {
+    DrawEdge(*painter, *option);
   }
 }
 

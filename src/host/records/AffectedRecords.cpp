@@ -20,6 +20,10 @@ std::optional<QList<int>> AffectedRecords(adodb::Connection& connection, const N
                                           const QList<Change>& changes) {
   QSet<int> affected;
   for (const Change& change : changes) {
+    if (node.id == changesNode) {
+      affected.insert(static_cast<int>(change.number));
+      continue;
+    }
     const bool isOwn = change.table.compare(node.table, Qt::CaseInsensitive) == 0;
     const bool isShown = isOwn || RefersTo(node, change.table);
     if ((isShown && change.key == 0) || (node.canRecover && ConcernsDeletions(change))) {

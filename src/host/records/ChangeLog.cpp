@@ -59,6 +59,24 @@ Change ChangeFrom(adodb::Recordset& row) {
 
 }  // namespace
 
+QString KindText(ChangeKind kind) {
+  switch (kind) {
+    case ChangeKind::Added:
+      return u"Agregado"_s;
+    case ChangeKind::Changed:
+      return u"Cambiado"_s;
+    case ChangeKind::Deleted:
+      return u"Eliminado"_s;
+    case ChangeKind::Recovered:
+      return u"Recuperado"_s;
+    case ChangeKind::Several:
+      return u"Cambiados varios"_s;
+    case ChangeKind::LockReleased:
+      return u"Bloqueo soltado"_s;
+  }
+  return {};
+}
+
 QString NoteStatement(const Change& change) {
   return adodb::StatementText(
       u"INSERT INTO Cambios (Fecha, codUsuario, Usuario, Equipo, Programa, Clase, Tabla, ValorID, Nombre, Columnas, "
@@ -85,6 +103,16 @@ std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString&
       Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} AND Clase<>{} ORDER BY IDCambio DESC",
               table, key, static_cast<int>(ChangeKind::LockReleased));
   return rows->AtEnd() ? std::nullopt : std::optional(ChangeFrom(*rows));
+}
+
+QList<Change> ChangesOf(adodb::Connection& connection, const QString& table, qint64 key, int most) {
+  QList<Change> changes;
+  const auto rows =
+      Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} ORDER BY IDCambio DESC", table, key);
+  for (; !rows->AtEnd() && changes.size() < most; rows->MoveNext()) {
+    changes.append(ChangeFrom(*rows));
+  }
+  return changes;
 }
 
 std::optional<Change> LockReleaseAfter(adodb::Connection& connection, qint64 number, const QString& table, qint64 key) {

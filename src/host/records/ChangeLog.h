@@ -21,6 +21,9 @@ enum class ChangeKind {
   LockReleased = 6,
 };
 
+/// "Agregado", "Cambiado", ...
+QString KindText(ChangeKind kind);
+
 /// A column before and after, as texts (automation::Text): of a long one the first 200 characters, of one without a
 /// usual length, such as a letter's, only how many characters it had.
 struct ColumnChange {
@@ -54,6 +57,9 @@ QList<Change> ChangesAfter(adodb::Connection& connection, qint64 number, int mos
 
 /// The last note of what was done to a record; nothing where it has none.
 std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key);
+
+/// What was done to a record, the newest first, at most `most` notes.
+QList<Change> ChangesOf(adodb::Connection& connection, const QString& table, qint64 key, int most);
 
 /// The first note with a higher number than `number` of a record's lock that was taken from whoever held it; nothing
 /// where it has none.

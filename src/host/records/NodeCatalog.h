@@ -57,6 +57,9 @@ struct Node {
 /// The number of the node of deleted records, which the component does not know.
 constexpr int deletedRecordsNode = 1000;
 
+/// That of the change log.
+constexpr int changesNode = 1001;
+
 /// Every node of the tree, grouped and in the tree's order.
 const std::vector<Node>& NodeCatalog();
 

@@ -41,6 +41,12 @@ std::optional<database::WrittenRecord> Written(const QString& statement) {
 
 }  // namespace
 
+struct OfficeConnection::Noted {
+  std::unique_ptr<adodb::Recordset> rows;
+  std::optional<Change> change;
+  std::optional<WrittenRow> row;
+};
+
 OfficeConnection::OfficeConnection(std::unique_ptr<adodb::Connection> engine, Session& session)
     : m_engine(std::move(engine)), m_session(session), m_program(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
   database::OnNewPresence(
@@ -122,40 +128,65 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
     m_affected = m_engine->RecordsAffected();
     return rows;
   }
-  if (m_inTransaction || m_batch == Batch::Running) {
-    return ExecuteNoted(statement, *written, database::Announcement::End::Open);
+  if (!m_inTransaction && m_batch != Batch::Running) {
+    return ExecuteAlone(statement, *written);
   }
-  adodb::Transaction around(*m_engine);
-  const auto forget = qScopeGuard([this] { Forget(); });
-  std::unique_ptr<adodb::Recordset> rows = ExecuteNoted(statement, *written, database::Announcement::End::Commit);
-  around.Commit();
-  Committed();
-  return rows;
+  Noted noted = RunNoted(statement, *written);
+  Note(noted, database::Announcement::End::Open);
+  return std::move(noted.rows);
 }
 
-std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteNoted(const QString& statement,
-                                                                 const database::WrittenRecord& written,
-                                                                 database::Announcement::End end) {
+std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteAlone(const QString& statement,
+                                                                 const database::WrittenRecord& written) {
+  for (bool isAgain = false;; isAgain = true) {
+    adodb::Transaction around(*m_engine);
+    const auto forget = qScopeGuard([this] { Forget(); });
+    Noted noted;
+    try {
+      noted = RunNoted(statement, written);
+    } catch (const Error& error) {
+      if (isAgain || error.Number() != adodb::TransactionLost) {
+        throw;
+      }
+      continue;
+    }
+    Note(noted, database::Announcement::End::Commit);
+    around.Commit();
+    Committed();
+    return std::move(noted.rows);
+  }
+}
+
+OfficeConnection::Noted OfficeConnection::RunNoted(const QString& statement, const database::WrittenRecord& written) {
   m_session.lockMemory.RequireNoneLost();
   const database::Announcement course(*m_engine, NotedCourse(statement, written));
   ChangeNote note(*m_engine, written);
   m_affected = 0;
-  std::unique_ptr<adodb::Recordset> rows = m_engine->Execute(statement);
+  Noted noted;
+  noted.rows = m_engine->Execute(statement);
   m_affected = m_engine->RecordsAffected();
-  if (std::optional<Change> change = note.After(m_affected)) {
-    change->moment = QDateTime::currentDateTimeUtc();
-    change->userId = m_session.userId;
-    change->userName = m_session.userName;
-    change->machine = CurrentProcess().machine;
-    change->program = m_program;
-    const QString noteStatement = NoteStatement(*change);
-    const database::Announcement last(*m_engine, {noteStatement}, end);
-    m_engine->Execute(noteStatement);
-  }
+  noted.change = note.After(m_affected);
   if (m_affected > 0) {
-    m_pending.append({written.table, note.Key()});
+    noted.row = WrittenRow{written.table, note.Key()};
   }
-  return rows;
+  return noted;
+}
+
+void OfficeConnection::Note(const Noted& noted, database::Announcement::End end) {
+  if (noted.change) {
+    Change change = *noted.change;
+    change.moment = QDateTime::currentDateTimeUtc();
+    change.userId = m_session.userId;
+    change.userName = m_session.userName;
+    change.machine = CurrentProcess().machine;
+    change.program = m_program;
+    const QString statement = NoteStatement(change);
+    const database::Announcement last(*m_engine, {statement}, end);
+    m_engine->Execute(statement);
+  }
+  if (noted.row) {
+    m_pending.append(*noted.row);
+  }
 }
 
 void OfficeConnection::Committed() {

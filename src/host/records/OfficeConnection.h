@@ -29,7 +29,8 @@ struct Session;
 ///   - After a cut the session's record locks go over to its new presence, and nothing is written to the office's
 ///     tables while one of them is lost (LockMemory).
 ///
-/// Where a note can't be written the statement has failed, with the note's error.
+/// Where a note can't be written the statement has failed, with the note's error. A statement outside of transactions
+/// whose own one is lost before its COMMIT was sent (a cut line, a deadlock) has done nothing, and is run once more.
 class OfficeConnection : public database::ConnectionLayer {
  public:
   /// `session` says who writes, at each note; it outlives the connection.
@@ -78,8 +79,11 @@ class OfficeConnection : public database::ConnectionLayer {
   /// Also that the batch is not lost.
   void CheckBatch() const;
   void CheckInTransaction() const;
-  std::unique_ptr<adodb::Recordset> ExecuteNoted(const QString& statement, const database::WrittenRecord& written,
-                                                 database::Announcement::End end);
+  /// A statement that was run, with what is to be noted of it.
+  struct Noted;
+  Noted RunNoted(const QString& statement, const database::WrittenRecord& written);
+  void Note(const Noted& noted, database::Announcement::End end);
+  std::unique_ptr<adodb::Recordset> ExecuteAlone(const QString& statement, const database::WrittenRecord& written);
   void Committed();
   /// What was written in a transaction that is gone.
   void Forget();

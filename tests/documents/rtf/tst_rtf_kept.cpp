@@ -150,6 +150,10 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("a group around two of three", "\\wa a\\par{\\b\\wb X\\par\\wc c}\\par\\wd d\\par", 'l', "ad");
   row("a field around two of three", "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt\\wb X\\par\\wc c}}\\par\\wd d\\par",
       'l', "ad");
+  row("in a field", "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt\\wb b\\par X\\par\\wc c}}\\par\\wd d\\par", 'l',
+      "ad");
+  row("in a row that never ends", "\\wa a\\par\\trowd\\cellx900\\wb\\intbl X\\cell x\\cell\\pard\\wc c\\par\\wd d\\par",
+      'l', "ad");
   row("fallbacks of another length", "\\uc2\\wa a\\u8364??\\par X\\par\\wb\\u8364??\\par", 'n', "ab");
   row("a new font and colour", "\\wa a\\par X\\par\\wb b\\par", 'c', "ab");
   row("a paragraph less", "\\wa a\\par\\wb b\\par\\wc X\\par\\wd d\\par", 'd', "ad");
@@ -200,6 +204,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
   QVERIFY2(found == kept, written.constData());
   QVERIFY(kept.isEmpty() || written.startsWith("  {\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang3082{\\fonttbl"));
   QCOMPARE(support::PatchLoss(*document), QString());
+  const auto sections = [](const QByteArray& letter) { return letter.count("\\sect") - letter.count("\\sectd"); };
+  QCOMPARE(sections(written), sections(rtf::Writer(*document).Write()));
   while (document->isUndoAvailable()) {
     document->undo();
   }
@@ -371,6 +377,9 @@ void tst_rtf_kept::noFontStaysNone() {
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(!written.contains("\\f0") && !written.contains("\\deff"), written.constData());
   QCOMPARE(support::Loss(*document), QString());
+  // Nor does the table grow by an empty one for it.
+  const auto other = Document("{\\rtf1\\deff3{\\fonttbl{\\f0 Arial;}}a\\par}");
+  QCOMPARE(rtf::Writer(*other).Write().count("fonttbl"), 1);
 }
 
 void tst_rtf_kept::tableEdits_data() {

@@ -10,6 +10,8 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using documents::LabelPart;
@@ -22,6 +24,22 @@ constexpr QStringView people = u"COLABORADORES";
 
 [[noreturn]] void Refuse(const QString& text) {
   throw automation::Error(automation::InvalidProcedureCall, text);
+}
+
+/// The copies of everybody's subscriptions, of these publications or of all.
+QHash<int, int> ReadCopies(adodb::Connection& connection, const QList<int>& publications) {
+  // One mistyped number must not fill a thousand sheets.
+  constexpr int most = 500;
+  const auto rows = adodb::Execute(
+      connection, u"SELECT CodColaborador, NumeroEjemplares, CodTipoPublicacion FROM Suscripciones WHERE Eliminado=0");
+  QHash<int, int> copies;
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    if (publications.isEmpty() || publications.contains(automation::CLng(rows->Field(2)))) {
+      int& own = copies[automation::CLng(rows->Field(0))];
+      own = std::clamp(own + automation::CLng(rows->Field(1)), 0, most);
+    }
+  }
+  return copies;
 }
 
 bool IsName(const LabelField& field) {
@@ -68,11 +86,20 @@ LabelMailing::LabelMailing(adodb::Connection& connection, const LabelWish& wish,
 
 void LabelMailing::AddPeople(adodb::Connection& connection, const LabelWish& wish, int userId) {
   const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::People, m_faults);
-  const SavedSelection selection = ReadSelection(connection, wish.selection, userId);
+  const SavedSelection selection = SelectionOf(connection, wish, userId);
   const auto addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), wish, m_notes);
   const QHash<int, QStringList> values = ReadFieldValues(connection, fields);
+  const QHash<int, int> copies =
+      wish.asManyAsCopies ? ReadCopies(connection, selection.conditions.Of(Condition::Publication)) : QHash<int, int>();
   for (const Addressee& addressee : addressees) {
-    Add(NameInLists(addressee.constFirst()), LinesFor(fields, values.value(addressee.constFirst().id), addressee));
+    QList<int> keys;
+    int wanted = 0;
+    for (const documents::Person& person : addressee) {
+      keys.append(person.id);
+      wanted += copies.value(person.id);
+    }
+    Add(NameInLists(addressee.constFirst()), LinesFor(fields, values.value(keys.constFirst()), addressee), keys,
+        std::max(1, wanted));
   }
 }
 
@@ -80,7 +107,7 @@ void LabelMailing::AddDisks(adodb::Connection& connection, const LabelWish& wish
   const QList<LabelField> fields = ReadLabelFields(connection, wish.sheet, LabelsFor::Disks, m_faults);
   for (const DiskLabel& label : ReadDiskLabels(connection, fields, wish.disks)) {
     if (!label.hasIssuer) {
-      m_notes.doubtful.append(u"%1: su presentador no tiene ningún emisor"_s.arg(label.name));
+      m_notes.remarks.append(u"%1: su presentador no tiene ningún emisor."_s.arg(label.name));
     }
     QList<LabelPart> parts;
     for (qsizetype i = 0; i < fields.size(); ++i) {
@@ -93,21 +120,19 @@ void LabelMailing::AddDisks(adodb::Connection& connection, const LabelWish& wish
 
 void LabelMailing::AddSenders(adodb::Connection& connection, const LabelWish& wish) {
   const QStringList lines = ReadLetterhead(connection, wish.letterhead);
-  for (int copy = 0; copy < wish.copies; ++copy) {
-    Add(lines.constFirst(), lines);
-  }
-  m_faults.removeDuplicates();
+  Add(lines.constFirst(), lines, {}, wish.copies);
 }
 
-void LabelMailing::Add(const QString& name, const QStringList& lines) {
+void LabelMailing::Add(const QString& name, const QStringList& lines, const QList<int>& people, int copies) {
   if (lines.isEmpty()) {
-    m_notes.leftOut.append(u"%1: no hay nada que imprimir"_s.arg(name));
+    m_notes.leftOut.append({people.value(0), name, u"no hay nada que imprimir"_s});
     return;
   }
   if (!m_painter->ScaleOf(lines)) {
     m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
   }
-  m_labels.push_back(lines);
+  m_labels.insert(m_labels.end(), static_cast<std::size_t>(copies), lines);
+  m_people.resize(m_labels.size(), people);
 }
 
 void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wish) {
@@ -118,7 +143,7 @@ void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wis
   }
   m_name = automation::Text(row->Field(u"NOMBRE"));
   m_isForDisks = automation::CBool(row->Field(u"DISCO"));
-  const bool wantsDisks = wish.selection.isEmpty() && wish.letterhead == 0;
+  const bool wantsDisks = wish.selection.isEmpty() && !wish.chosen && wish.letterhead == 0;
   if (m_isForDisks != wantsDisks) {
     Refuse(m_isForDisks
                ? u"La hoja «%1» es de discos bancarios. Elija otra."_s.arg(m_name)
@@ -175,6 +200,29 @@ QStringList LabelMailing::LinesFor(const QList<LabelField>& fields, const QStrin
 
 QString LabelMailing::NameOf(int sheet) const {
   return u"%1 (%2)"_s.arg(m_name, QString::number(sheet + 1));
+}
+
+int LabelMailing::PieceFor(int person) const {
+  const auto found = std::ranges::find_if(m_people, [&](const QList<int>& keys) { return keys.contains(person); });
+  return found == m_people.end() ? -1 : static_cast<int>(found - m_people.begin());
+}
+
+int LabelMailing::PartFor(int person) const {
+  const int piece = PieceFor(person);
+  return piece < 0 ? -1 : m_places->Of(piece).sheet;
+}
+
+int LabelMailing::LabelFor(int person, int sheet) const {
+  const int piece = PieceFor(person);
+  return piece < 0 || m_places->Of(piece).sheet != sheet ? 0 : m_places->Of(piece).label;
+}
+
+QList<std::size_t> LabelMailing::Fingerprints() const {
+  QList<std::size_t> fingerprints;
+  for (std::size_t piece = 0; piece < m_labels.size(); ++piece) {
+    fingerprints.append(qHashMulti(0, m_people[piece], m_labels[piece]));
+  }
+  return fingerprints;
 }
 
 void LabelMailing::Paint(int sheet, PaintedPages& pages) const {

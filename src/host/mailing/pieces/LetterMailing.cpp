@@ -50,7 +50,7 @@ LetterMailing::LetterMailing(adodb::Connection& connection, const LetterWish& wi
   ReadInstallation(connection);
   ReadTemplate(connection, wish);
   ChooseSubject(wish);
-  MakePieces(connection, wish, ReadSelection(connection, wish.selection, userId));
+  MakePieces(connection, wish, SelectionOf(connection, wish, userId));
 }
 
 void LetterMailing::ReadInstallation(adodb::Connection& connection) {
@@ -98,10 +98,10 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
 }
 
 void LetterMailing::NameWhatIsNotOnPaper(const QTextDocument& letter, const rtf::Report& report) {
-  m_notes.doubtful += documents::LetterPainter(letter, m_margins).Problems();
+  m_notes.remarks += documents::LetterPainter(letter, m_margins).Problems();
   for (const QString& drawing : {u"shp"_s, u"shpgrp"_s, u"do"_s, u"object"_s}) {
     if (report.carried.contains(drawing)) {
-      m_notes.doubtful.append(
+      m_notes.remarks.append(
           u"La carta tiene dibujos u objetos que no salen en el papel ni en un PDF: use un RTF por persona."_s);
       return;
     }
@@ -115,19 +115,21 @@ void LetterMailing::ChooseSubject(const LetterWish& wish) {
       kinds.append(u"%1 (%2)"_s.arg(TextOf(marker), SubjectName(SubjectOf(marker))));
     }
   }
-  const QList<Subject> possible = SubjectsOf(m_template->Markers(), m_velumar);
+  m_subjects = SubjectsOf(m_template->Markers(), m_velumar);
   kinds.removeDuplicates();
-  if (possible.isEmpty()) {
+  if (m_subjects.isEmpty()) {
     Refuse(
         u"La carta «%1» mezcla campos de distinta clase: %2. Use los de una sola."_s.arg(m_name, kinds.join(u", "_s)));
   }
-  if (wish.subject && !possible.contains(*wish.subject)) {
+  if (wish.subject && !m_subjects.contains(*wish.subject)) {
     Refuse(u"La carta «%1» no lleva campos %2."_s.arg(m_name, SubjectName(*wish.subject)));
   }
-  if (!wish.subject && possible.size() > 1) {
+  const std::optional<documents::Subject> wished = wish.subject ? wish.subject : wish.usually;
+  const bool isSaid = wished && m_subjects.contains(*wished);
+  if (!isSaid && m_subjects.size() > 1) {
     Refuse(u"Los campos de la carta «%1» valen para donativos y para suscripciones. Diga para cuál es."_s.arg(m_name));
   }
-  m_subject = wish.subject.value_or(possible.constFirst());
+  m_subject = isSaid ? *wished : m_subjects.constFirst();
 }
 
 bool LetterMailing::MayBeJoined() const {
@@ -138,7 +140,7 @@ void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& 
   MailingWish people = wish;
   people.onePerAddress = wish.onePerAddress && MayBeJoined();
   if (wish.onePerAddress && !people.onePerAddress) {
-    m_notes.doubtful.append(u"La carta lleva datos de cada persona: no se juntan las que comparten domicilio."_s);
+    m_notes.remarks.append(u"La carta lleva datos de cada persona: no se juntan las que comparten domicilio."_s);
   }
   m_addressees = AddresseesOf(ReadPeople(connection, selection, wish.order), people, m_notes);
   const QHash<int, QList<MailedRow>> rows =
@@ -161,16 +163,37 @@ void LetterMailing::AddPieces(int addressee, const QHash<int, QList<MailedRow>>&
   const QList<MailedRow> own = rows.value(person.id);
   if (own.isEmpty()) {
     const QString what = m_subject == Subject::Subscription ? u"suscripción"_s : u"donativo"_s;
-    m_notes.leftOut.append(u"%1: sin %2"_s.arg(NameInLists(person), what));
+    m_notes.leftOut.append({person.id, NameInLists(person), u"sin "_s + what});
   }
   for (const MailedRow& row : own) {
     m_pieces.push_back({addressee, row});
   }
 }
 
+const Addressee& LetterMailing::PeopleOf(int letter) const {
+  return m_addressees[static_cast<std::size_t>(m_pieces[static_cast<std::size_t>(letter)].addressee)];
+}
+
 QString LetterMailing::NameOf(int letter) const {
-  return NameInLists(
-      m_addressees[static_cast<std::size_t>(m_pieces[static_cast<std::size_t>(letter)].addressee)].constFirst());
+  return NameInLists(PeopleOf(letter).constFirst());
+}
+
+int LetterMailing::PartFor(int person) const {
+  const auto isFor = [&](const Piece& piece) {
+    const Addressee& people = m_addressees[static_cast<std::size_t>(piece.addressee)];
+    return std::ranges::any_of(people, [&](const documents::Person& member) { return member.id == person; });
+  };
+  const auto found = std::ranges::find_if(m_pieces, isFor);
+  return found == m_pieces.end() ? -1 : static_cast<int>(found - m_pieces.begin());
+}
+
+QList<std::size_t> LetterMailing::Fingerprints() const {
+  QList<std::size_t> fingerprints;
+  for (const Piece& piece : m_pieces) {
+    const documents::Person& first = m_addressees[static_cast<std::size_t>(piece.addressee)].constFirst();
+    fingerprints.append(qHashMulti(0, first.id, ValuesFor(piece)));
+  }
+  return fingerprints;
 }
 
 QString LetterMailing::PersonValue(Marker marker, const Addressee& people, bool titled) const {
@@ -255,13 +278,16 @@ QString LetterMailing::ValueOf(qsizetype number, const Piece& piece) const {
   return PersonValue(marker, m_addressees[static_cast<std::size_t>(piece.addressee)], titled);
 }
 
-std::unique_ptr<QTextDocument> LetterMailing::Filled(int letter) const {
-  const Piece& piece = m_pieces[static_cast<std::size_t>(letter)];
+QStringList LetterMailing::ValuesFor(const Piece& piece) const {
   QStringList values;
   for (qsizetype number = 0; number < m_template->Markers().size(); ++number) {
     values.append(ValueOf(number, piece));
   }
-  return m_template->Filled(values);
+  return values;
+}
+
+std::unique_ptr<QTextDocument> LetterMailing::Filled(int letter, const QColor& ground) const {
+  return m_template->Filled(ValuesFor(m_pieces[static_cast<std::size_t>(letter)]), ground);
 }
 
 void LetterMailing::Paint(int letter, PaintedPages& pages) const {

@@ -2,8 +2,8 @@
 
 #include "documents/letter/LetterTemplate.h"
 #include "documents/rtf/Report.h"
-#include "host/mailing/output/PrintedWork.h"
 #include "host/mailing/pieces/MailedRow.h"
+#include "host/mailing/pieces/Mailing.h"
 #include "host/mailing/selection/Addressees.h"
 
 #include <QDateTime>
@@ -17,6 +17,7 @@ struct LetterWish : MailingWish {
   int letterhead = 0;                         ///< Above the letter; 0 for none.
   QDateTime moment;                           ///< The letters' date, the same for all.
   std::optional<documents::Subject> subject;  ///< Where the letter may be for two.
+  std::optional<documents::Subject> usually;  ///< That one where `subject` does not say; passed over in other letters.
   QDate from;                                 ///< See RowWish.
   QDate until;
   int year = 0;
@@ -25,7 +26,7 @@ struct LetterWish : MailingWish {
 };
 
 /// Letters to people, made one by one from a template.
-class LetterMailing : public PrintedWork {
+class LetterMailing : public Mailing {
  public:
   /// Reads everything that the letters need; the connection is not used afterwards. Raises 5, in words, where there is
   /// no such letter or selection, where the letter can't be read or has no room for text, and where its markers are
@@ -41,8 +42,22 @@ class LetterMailing : public PrintedWork {
   QString NameOf(int letter) const override;
   void Paint(int letter, PaintedPages& pages) const override;
 
-  /// The letter, filled.
-  std::unique_ptr<QTextDocument> Filled(int letter) const;
+  int PartFor(int person) const override;
+  QList<std::size_t> Fingerprints() const override;
+
+  /// The letter, filled; values on a ground of that colour where it is valid.
+  std::unique_ptr<QTextDocument> Filled(int letter, const QColor& ground = {}) const;
+  /// Who gets the letter.
+  const Addressee& PeopleOf(int letter) const;
+  const documents::Margins& Margins() const { return m_margins; }
+  const QList<documents::Marker>& Markers() const { return m_template->Markers(); }
+  documents::Subject About() const { return m_subject; }
+  /// What the letter may be for.
+  const QList<documents::Subject>& Subjects() const { return m_subjects; }
+  /// Whether one letter can be for several people.
+  bool MayBeJoined() const;
+  /// For who goes on with the mailing in another thread than the one that read it.
+  void MoveTo(QThread* thread) { m_template->MoveTo(thread); }
 
  private:
   struct Piece {
@@ -56,7 +71,7 @@ class LetterMailing : public PrintedWork {
   void ChooseSubject(const LetterWish& wish);
   void MakePieces(adodb::Connection& connection, const LetterWish& wish, const SavedSelection& selection);
   void AddPieces(int addressee, const QHash<int, QList<MailedRow>>& rows);
-  bool MayBeJoined() const;
+  QStringList ValuesFor(const Piece& piece) const;
   QString ValueOf(qsizetype number, const Piece& piece) const;
   QString PersonValue(documents::Marker marker, const Addressee& people, bool titled) const;
   QString RowValue(documents::Marker marker, const MailedRow& row) const;
@@ -65,6 +80,7 @@ class LetterMailing : public PrintedWork {
   documents::Margins m_margins;
   std::optional<documents::LetterTemplate> m_template;
   documents::Subject m_subject = documents::Subject::Person;
+  QList<documents::Subject> m_subjects;
   bool m_velumar = false;
   bool m_namesTitles = false;
   QString m_jointHeading;

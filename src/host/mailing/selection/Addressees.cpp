@@ -57,30 +57,35 @@ Person PersonAt(adodb::Recordset& row) {
   return person;
 }
 
-QString ByHand(const SavedSelection& selection, bool taken) {
-  QStringList keys;
+/// Everybody who meets the conditions or was taken by hand.
+QString ClauseOf(const SavedSelection& selection) {
+  const QString conditions = ClauseOf(selection.conditions);
+  QStringList taken;
   for (auto person = selection.people.cbegin(); person != selection.people.cend(); ++person) {
-    if (person.value() == taken) {
-      keys.append(QString::number(person.key()));
+    if (person.value()) {
+      taken.append(QString::number(person.key()));
     }
   }
-  return keys.join(u',');
+  return conditions.isEmpty() || taken.isEmpty()
+             ? conditions
+             : adodb::StatementText(u" AND ((1=1{}) OR Colaboradores.IDColaborador IN ({}))", Verbatim{conditions},
+                                    Verbatim{taken.join(u',')});
 }
 
-QString ClauseOf(const SavedSelection& selection) {
-  QString result = ClauseOf(selection.conditions);
-  const QString taken = ByHand(selection, true);
-  const QString leftOut = ByHand(selection, false);
-  if (!taken.isEmpty()) {
-    result = result.isEmpty() ? adodb::StatementText(u" AND Colaboradores.IDColaborador IN ({})", Verbatim{taken})
-                              : adodb::StatementText(u" AND ((1=1{}) OR Colaboradores.IDColaborador IN ({}))",
-                                                     Verbatim{result}, Verbatim{taken});
+bool GetsMail(const Person& person, const MailingWish& wish, MailingNotes& notes) {
+  const QString name = NameInLists(person);
+  if (documents::PostingOf(person.address) == Posting::Impossible && !wish.withoutAddressToo) {
+    notes.leftOut.append({person.id, name, WhatIsMissing(person.address)});
+    return false;
   }
-  if (!leftOut.isEmpty()) {
-    result += adodb::StatementText(u" AND Colaboradores.IDColaborador NOT IN ({})", Verbatim{leftOut});
+  const QString doubt = DoubtAbout(person.address);
+  if (!doubt.isEmpty()) {
+    notes.doubtful.append({person.id, name, doubt});
   }
-  return result;
+  return true;
 }
+
+}  // namespace
 
 QString WhatIsMissing(const documents::PostalAddress& address) {
   if (address.street.trimmed().isEmpty()) {
@@ -89,23 +94,29 @@ QString WhatIsMissing(const documents::PostalAddress& address) {
   return address.town.trimmed().isEmpty() ? u"sin población"_s : u"sin código postal"_s;
 }
 
-bool GetsMail(const Person& person, const MailingWish& wish, MailingNotes& notes) {
-  const QString name = NameInLists(person);
-  const Posting posting = documents::PostingOf(person.address);
-  if (posting == Posting::Impossible && !wish.withoutAddressToo) {
-    notes.leftOut.append(u"%1: %2"_s.arg(name, WhatIsMissing(person.address)));
-    return false;
+QString DoubtAbout(const documents::PostalAddress& address) {
+  if (address.isAbroad && address.country.trimmed().isEmpty()) {
+    return u"su país ya no existe"_s;
   }
-  if (posting == Posting::Doubtful) {
-    notes.doubtful.append(u"%1: código postal dudoso, «%2»"_s.arg(name, person.address.postcode));
-  }
-  if (person.address.isAbroad && person.address.country.trimmed().isEmpty()) {
-    notes.doubtful.append(u"%1: su país ya no existe"_s.arg(name));
-  }
-  return true;
+  return documents::PostingOf(address) == Posting::Doubtful ? u"código postal dudoso, «%1»"_s.arg(address.postcode)
+                                                            : QString();
 }
 
-}  // namespace
+QStringList Sentences(const QList<PersonNote>& notes) {
+  QStringList sentences;
+  for (const PersonNote& note : notes) {
+    sentences.append(u"%1: %2"_s.arg(note.name, note.reason));
+  }
+  return sentences;
+}
+
+SavedSelection SelectionOf(adodb::Connection& connection, const MailingWish& wish, int userId) {
+  if (!wish.chosen) {
+    return ReadSelection(connection, wish.selection, userId);
+  }
+  RequireRecords(connection, *wish.chosen);
+  return *wish.chosen;
+}
 
 QString NameInLists(const Person& person) {
   const QString name = documents::LastNameFirst(person);
@@ -128,7 +139,10 @@ std::vector<Person> ReadPeople(adodb::Connection& connection, const SavedSelecti
       Verbatim{ClauseOf(selection)}, Verbatim{OrderOf(order)});
   std::vector<Person> people;
   for (; !rows->AtEnd(); rows->MoveNext()) {
-    people.push_back(PersonAt(*rows));
+    Person person = PersonAt(*rows);
+    if (selection.Takes(person.id)) {
+      people.push_back(std::move(person));
+    }
   }
   return people;
 }

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace host {
@@ -15,7 +16,8 @@ enum class PeopleOrder { Surname, Postcode, Number };
 
 /// Who gets a piece of mail, and how many pieces.
 struct MailingWish {
-  QString selection;
+  QString selection;                     ///< The name of a saved one.
+  std::optional<SavedSelection> chosen;  ///< In its place.
   PeopleOrder order = PeopleOrder::Surname;
   bool onePerAddress = false;
   bool withoutAddressToo = false;  ///< Also who can't get mail.
@@ -24,11 +26,25 @@ struct MailingWish {
 /// One piece's people: several only where they live together and share it. Never empty.
 using Addressee = QList<documents::Person>;
 
-/// What the user is told of a mailing before it is made, in sentences; personal data stands in it.
-struct MailingNotes {
-  QStringList leftOut;   ///< Who gets nothing, and why.
-  QStringList doubtful;  ///< What is printed although it looks wrong.
+/// What there is to say of one person.
+struct PersonNote {
+  int person = 0;
+  QString name;    ///< As NameInLists has it.
+  QString reason;  ///< "sin dirección"
 };
+
+/// What the user is told of a mailing before it is made; personal data stands in it.
+struct MailingNotes {
+  QList<PersonNote> leftOut;   ///< Who gets nothing, and why.
+  QList<PersonNote> doubtful;  ///< What is printed although it looks wrong.
+  QStringList remarks;         ///< The same of the letter, in sentences.
+};
+
+/// "Pérez Gil, Ana (123): sin dirección"
+QStringList Sentences(const QList<PersonNote>& notes);
+
+/// Who the wish means; see ReadSelection for what it raises.
+SavedSelection SelectionOf(adodb::Connection& connection, const MailingWish& wish, int userId);
 
 /// Everybody of the selection in the wished order.
 std::vector<documents::Person> ReadPeople(adodb::Connection& connection, const SavedSelection& selection,
@@ -38,6 +54,12 @@ std::vector<documents::Person> ReadPeople(adodb::Connection& connection, const S
 /// stands.
 std::vector<Addressee> AddresseesOf(const std::vector<documents::Person>& people, const MailingWish& wish,
                                     MailingNotes& notes);
+
+/// What keeps mail from an address that can't be posted: "sin población".
+QString WhatIsMissing(const documents::PostalAddress& address);
+
+/// What looks wrong with an address that mail goes to: "código postal dudoso, «2812»"; empty for nothing.
+QString DoubtAbout(const documents::PostalAddress& address);
 
 /// "Pérez Gil, Ana (123)"
 QString NameInLists(const documents::Person& person);

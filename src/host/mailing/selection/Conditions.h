@@ -28,6 +28,7 @@ struct Conditions {
   QDate donationsUntil;
 
   const QList<int>& Of(Condition condition) const { return values[static_cast<std::size_t>(condition)]; }
+  bool AskNothing() const { return *this == Conditions(); }
   bool operator==(const Conditions&) const = default;
 };
 

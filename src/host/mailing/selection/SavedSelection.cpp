@@ -16,7 +16,8 @@ namespace {
   throw automation::Error(automation::InvalidProcedureCall, text);
 }
 
-// A condition on what is gone would choose nobody, or other people than it says.
+}  // namespace
+
 void RequireRecords(adodb::Connection& connection, const SavedSelection& selection) {
   for (std::size_t i = 0; i < conditionCount; ++i) {
     const auto condition = Condition(i);
@@ -35,28 +36,49 @@ void RequireRecords(adodb::Connection& connection, const SavedSelection& selecti
   }
 }
 
-}  // namespace
+namespace {
 
-SavedSelection ReadSelection(adodb::Connection& connection, const QString& name, int userId) {
-  const auto rows = adodb::Execute(connection,
-                                   u"SELECT IDSeleccion, Nombre, Condiciones FROM Selecciones WHERE Eliminado=0 AND "
-                                   u"Nombre='{0}' AND (codUsuario={1} OR Compartida=True) ORDER BY "
-                                   u"IIF(codUsuario={1}, 0, 1), IDSeleccion",
-                                   name, userId);
-  if (rows->AtEnd()) {
-    Refuse(u"No hay ninguna selección con el nombre «%1»."_s.arg(name));
-  }
-  SavedSelection selection{.id = automation::CLng(rows->Field(0)),
-                           .name = automation::Text(rows->Field(1)),
-                           .conditions = ConditionsIn(automation::Text(rows->Field(2))),
-                           .people = {}};
+/// The selection in a row of number, name and conditions.
+SavedSelection SelectionAt(adodb::Connection& connection, adodb::Recordset& row) {
+  SavedSelection selection{.id = automation::CLng(row.Field(0)),
+                           .name = automation::Text(row.Field(1)),
+                           .conditions = ConditionsIn(automation::Text(row.Field(2))),
+                           .people = {},
+                           .onlyTaken = false};
   const auto people = adodb::Execute(
       connection, u"SELECT codColaborador, Incluida FROM SeleccionesPersonas WHERE codSeleccion={}", selection.id);
   for (; !people->AtEnd(); people->MoveNext()) {
-    selection.people.insert(automation::CLng(people->Field(0)), automation::CBool(people->Field(1)));
+    const bool taken = automation::CBool(people->Field(1));
+    selection.people.insert(automation::CLng(people->Field(0)), taken);
+    selection.onlyTaken = selection.onlyTaken || (taken && selection.conditions.AskNothing());
   }
   RequireRecords(connection, selection);
   return selection;
+}
+
+}  // namespace
+
+SavedSelection ReadSelection(adodb::Connection& connection, const QString& name, int userId) {
+  const auto row = adodb::Execute(connection,
+                                  u"SELECT IDSeleccion, Nombre, Condiciones FROM Selecciones WHERE Eliminado=0 AND "
+                                  u"Nombre='{0}' AND (codUsuario={1} OR Compartida=True) ORDER BY "
+                                  u"IIF(codUsuario={1}, 0, 1), IDSeleccion",
+                                  name, userId);
+  if (row->AtEnd()) {
+    Refuse(u"No hay ninguna selección con el nombre «%1»."_s.arg(name));
+  }
+  return SelectionAt(connection, *row);
+}
+
+SavedSelection ReadSelection(adodb::Connection& connection, int id, int userId) {
+  const auto row = adodb::Execute(connection,
+                                  u"SELECT IDSeleccion, Nombre, Condiciones FROM Selecciones WHERE Eliminado=0 AND "
+                                  u"IDSeleccion={} AND (codUsuario={} OR Compartida=True)",
+                                  id, userId);
+  if (row->AtEnd()) {
+    Refuse(u"Otra persona ha eliminado esta selección, o ya no la comparte. Elija otra."_s);
+  }
+  return SelectionAt(connection, *row);
 }
 
 }  // namespace host

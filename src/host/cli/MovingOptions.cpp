@@ -1,0 +1,72 @@
+#include "host/cli/MovingOptions.h"
+
+#include "platform/automation/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+[[noreturn]] void Refuse(const QString& text) {
+  throw automation::Error(automation::InvalidProcedureCall, text);
+}
+
+void TakePair(const QString& name, const QString& value, QMap<QString, QString>& pairs) {
+  const qsizetype equals = value.indexOf(u'=');
+  if (equals <= 0 || equals + 1 == value.size()) {
+    Refuse(u"«%1» no sirve como valor de «%2»: escriba NOMBRE-DEL-ARCHIVO=NOMBRE-DE-AQUÍ."_s.arg(value, name));
+  }
+  pairs.insert(value.left(equals), value.mid(equals + 1));
+}
+
+}  // namespace
+
+bool TakeMovingFlag(const QString& name, MovingOptions& options) {
+  if (name == u"--prueba"_s) {
+    options.isTrial = true;
+  } else if (name == u"--aunque-falten"_s) {
+    options.acceptsLosses = true;
+  } else {
+    return false;
+  }
+  options.given = true;
+  return true;
+}
+
+bool TakeMovingOption(const QString& name, const std::function<QString()>& value, MovingOptions& options) {
+  if (name == u"--tabla"_s) {
+    const QString given = value();
+    if (given.contains(u'=')) {
+      TakePair(name, given, options.names.tables);
+    } else {
+      options.table = given;
+    }
+  } else if (name == u"--columna"_s) {
+    TakePair(name, value(), options.names.columns);
+  } else if (name == u"--informe"_s) {
+    options.report = value();
+  } else {
+    return false;
+  }
+  options.given = true;
+  return true;
+}
+
+void CheckImportOptions(const MovingOptions& options) {
+  if (options.file.isEmpty()) {
+    Refuse(u"Falta el archivo que se trae: kel-host importar ARCHIVO"_s);
+  }
+}
+
+void CheckExportOptions(const MovingOptions& options) {
+  if (options.file.isEmpty()) {
+    Refuse(u"Falta el archivo que se escribe: kel-host exportar ARCHIVO"_s);
+  }
+  if (options.isTrial || options.acceptsLosses || !options.report.isEmpty() || !options.names.tables.isEmpty() ||
+      !options.names.columns.isEmpty()) {
+    Refuse(u"Con la orden «exportar» sólo sirve «--tabla TABLA»."_s);
+  }
+}
+
+}  // namespace host

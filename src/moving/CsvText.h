@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace moving {
+
+/// The characters of a list's bytes: by its mark; else UTF-8 where all of it is that; else Windows-1252.
+QString DecodeList(const QByteArray& bytes);
+
+}  // namespace moving

@@ -1,0 +1,88 @@
+#include "moving/NameMatch.h"
+
+#include "platform/text/FoldForSearch.h"
+
+using namespace Qt::StringLiterals;
+
+namespace moving {
+
+namespace {
+
+QString WithoutEnding(const QString& name) {
+  for (const QString& ending : {u"es"_s, u"s"_s}) {
+    if (name.endsWith(ending) && name.size() > ending.size() + 2) {
+      return name.chopped(ending.size());
+    }
+  }
+  return name;
+}
+
+QString WithoutPrefix(const QString& name) {
+  return name.startsWith(u"tbl") ? name.mid(3) : name;
+}
+
+const TableRule* RuleOf(const QString& folded) {
+  const TableRule* alike = nullptr;
+  for (const TableRule& rule : TableRules()) {
+    const QString here = FoldedName(rule.table->name);
+    if (here == folded) {
+      return &rule;
+    }
+    if (WithoutEnding(here) == WithoutEnding(WithoutPrefix(folded))) {
+      alike = &rule;
+    }
+  }
+  return alike;
+}
+
+const database::Column* ColumnOf(const TableRule& rule, const QString& name) {
+  const QString folded = FoldedName(name);
+  for (const database::Column& column : rule.table->columns) {
+    if (FoldedName(column.name) == folded) {
+      return &column;
+    }
+  }
+  return nullptr;
+}
+
+QString Wish(const QMap<QString, QString>& wishes, const QString& name, const QString& otherwise) {
+  for (auto at = wishes.begin(); at != wishes.end(); ++at) {
+    if (at.key().compare(name, Qt::CaseInsensitive) == 0) {
+      return at.value();
+    }
+  }
+  return wishes.value(u"*"_s, otherwise);
+}
+
+}  // namespace
+
+QString FoldedName(const QString& name) {
+  QString folded = texts::FoldForSearch(name);
+  folded.removeIf([](QChar each) { return !each.isLetterOrNumber(); });
+  return folded;
+}
+
+std::optional<TableMatch> MatchTable(const SourceTable& table, const NameWishes& wishes) {
+  TableMatch match;
+  match.rule = RuleOf(FoldedName(Wish(wishes.tables, table.name, table.name)));
+  if (match.rule == nullptr) {
+    return std::nullopt;
+  }
+  qsizetype matched = 0;
+  for (const SourceColumn& column : table.columns) {
+    const database::Column* here =
+        ColumnOf(*match.rule, Wish(wishes.columns, table.name + u'.' + column.name, column.name));
+    // A heading that is there twice counts once.
+    here = match.columns.contains(here) ? nullptr : here;
+    if (here != nullptr && here->type == database::ColumnType::Key) {
+      match.key = int(match.columns.size());
+    }
+    matched += here != nullptr ? 1 : 0;
+    match.columns.append(here);
+  }
+  // A key is much alike already.
+  const qsizetype enough = match.key >= 0 ? 2 : qMin(qsizetype(match.rule->table->columns.size()) / 2, qsizetype(4));
+  return matched >= enough ? std::optional(match) : std::nullopt;
+}
+
+}  // namespace moving

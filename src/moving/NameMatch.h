@@ -1,0 +1,33 @@
+#pragma once
+
+#include "moving/Source.h"
+#include "moving/TableRules.h"
+
+#include <QMap>
+
+#include <optional>
+
+namespace moving {
+
+/// What a person said about names that do not match by themselves; names of the file in any case.
+struct NameWishes {
+  QMap<QString, QString> tables;   ///< Table of the file, "*" for any other, to table here.
+  QMap<QString, QString> columns;  ///< "Table.Column" of the file to column here.
+};
+
+/// Where a table of a file goes.
+struct TableMatch {
+  const TableRule* rule = nullptr;
+  /// For each column of the file its column here, nullptr for one that goes nowhere.
+  QList<const database::Column*> columns;
+  int key = -1;  ///< Position of the key; -1 where the rows have none.
+};
+
+/// Names without case, accents, anything but letters and digits.
+QString FoldedName(const QString& name);
+
+/// The match of a table by its name and columns: equal names; else without "tbl", "t" and a plural ending; it must have
+/// the key, or be a list without one, and half of the other columns or four of them. Nothing where no table fits.
+std::optional<TableMatch> MatchTable(const SourceTable& table, const NameWishes& wishes);
+
+}  // namespace moving

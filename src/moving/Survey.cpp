@@ -1,0 +1,56 @@
+#include "moving/Survey.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace moving {
+
+void Survey::BeginTable(const SourceTable& table) {
+  SurveyedTable surveyed;
+  surveyed.source = table;
+  surveyed.report.there = table.name;
+  surveyed.report.why = u"no es una tabla de este programa, o no tiene sus columnas"_s;
+  if (const auto match = MatchTable(table, *m_names)) {
+    const bool isTaken = std::any_of(tables.begin(), tables.end(), [&](const SurveyedTable& each) {
+      return each.match && each.match->rule == match->rule;
+    });
+    if (isTaken) {
+      surveyed.report.why = u"otra tabla del archivo ocupa su sitio; diga cuál con «--tabla»"_s;
+    } else {
+      surveyed.match = std::make_unique<TableMatch>(*match);
+      surveyed.shape = std::make_unique<TableShape>(*match);
+      surveyed.report.here = match->rule->table->name;
+    }
+  }
+  tables.push_back(std::move(surveyed));
+}
+
+void Survey::Row(const SourceRow& row) {
+  SurveyedTable& table = tables.back();
+  ++table.report.read;
+  if (!table.match) {
+    return;
+  }
+  const ConvertedRow converted = Convert(*table.match, row);
+  table.rows.push_back(table.shape->FactsOf(converted.values));
+  if (!converted.refusal.isEmpty()) {
+    table.rows.back().isRefused = true;
+    table.report.AddLine(u"%1 no entra: %2"_s.arg(RowName(table, qsizetype(table.rows.size()) - 1), converted.refusal));
+  }
+  for (const QString& remark : converted.remarks) {
+    ++table.report.remarks[remark];
+  }
+}
+
+void Survey::EndTable(qint64 missing) {
+  tables.back().report.missing = missing;
+}
+
+QString RowName(const SurveyedTable& table, qsizetype row) {
+  const qint64 key = table.rows[std::size_t(row)].key;
+  return key != 0 ? u"%1 %2"_s.arg(table.shape->Here().columns.front().name, QString::number(key))
+                  : u"Fila %1"_s.arg(row + 1);
+}
+
+}  // namespace moving

@@ -1,0 +1,155 @@
+#include "tour/Walks.h"
+
+#include "host/mailing/pieces/ReadMailing.h"
+#include "host/mailing/printing/Printing.h"
+#include "host/mailing/window/MailingWindow.h"
+#include "host/mailing/window/SheetStartPicture.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+
+using support::DialogUser;
+using namespace Qt::StringLiterals;
+
+namespace tour {
+
+namespace {
+
+/// The window of letters and labels, used as a person does.
+class Office {
+ public:
+  explicit Office(Tour& tour) : m_tour(tour), m_window(Context(tour)) {
+    m_window.resize(1400, 900);
+    m_window.show();
+    Wait();
+  }
+
+  void Wait() {
+    constexpr int longest = 60'000;
+    if (!QTest::qWaitFor([this] { return !m_window.IsBusy(); }, longest)) {
+      throw support::Failure("still busy:", m_window.windowTitle());
+    }
+  }
+  template <typename Control>
+  Control* Find(const char* name) {
+    auto* control = m_window.findChild<Control*>(QString::fromUtf8(name));
+    if (control == nullptr) {
+      throw support::Failure("no control", QString::fromUtf8(name));
+    }
+    return control;
+  }
+  void Choose(const char* box, const QString& item) {
+    auto* combo = Find<QComboBox>(box);
+    combo->setCurrentIndex(combo->findText(item));
+    Q_EMIT combo->activated(combo->currentIndex());
+    Wait();
+  }
+  void Trigger(const char* action) {
+    Find<QAction>(action)->trigger();
+    Wait();
+  }
+  /// What the status line says when that was written into the file or folder.
+  QString Write(const char* action, const char* dialog, const QString& target) {
+    m_tour.Windows().On(dialog, [target](const DialogUser& user) {
+      user.Find<QLineEdit>("fileNameEdit")->setText(target);
+      user.Dialog()->findChild<QDialogButtonBox*>()->buttons().constFirst()->click();
+    });
+    Trigger(action);
+    return Find<QLabel>("lblEstado")->text();
+  }
+  void Picture(const QString& name) { m_window.grab().save(m_tour.File(name + u".png"_s)); }
+
+ private:
+  static host::MailingContext Context(Tour& tour) {
+    return {.connectionString = database::ConnectionStringForFile(tour.File(u"demostracion.db"_s)),
+            .title = u"Kel"_s,
+            .userName = u"Administrador"_s,
+            .database = u"demostracion.db"_s,
+            .user = {.id = 1, .isAdministrator = true},
+            .demonstration = true,
+            .helpFile = {},
+            .openRecord = {},
+            .calibrate = {}};
+  }
+
+  Tour& m_tour;
+  host::MailingWindow m_window;
+};
+
+QStringList Differs(const QString& found, const QString& expected) {
+  return found == expected ? QStringList() : QStringList(u"se esperaba [%1] y hay [%2]"_s.arg(expected, found));
+}
+
+/// From label 7, with label 15 left out; who shares an address gets one.
+QStringList MakeLabels(Tour& tour, Office& office) {
+  office.Trigger("actEtiquetas");
+  office.Choose("cboSeleccion", u"Suscriptores del Boletín (compartida)"_s);
+  office.Choose("cboHoja", u"A4, 24 etiquetas (70 x 37)"_s);
+  auto* picture = office.Find<host::SheetStartPicture>("picHoja");
+  const auto click = [picture](int column, int row, Qt::KeyboardModifiers keys) {
+    QTest::mouseClick(picture, Qt::LeftButton, keys,
+                      QPoint(picture->width() * (2 * column + 1) / 6, picture->height() * (2 * row + 1) / 16));
+  };
+  click(0, 2, {});
+  click(2, 4, Qt::ControlModifier);
+  office.Wait();
+  office.Picture(u"correo-etiquetas"_s);
+  const QString pieces = office.Find<QLabel>("lblPersonas")->text().section(u" · "_s, 1);
+  const QString file = tour.File(u"etiquetas.pdf"_s);
+  // One name is longer than its label.
+  tour.Windows().Answer(QMessageBox::Yes);
+  const QString said = office.Write("actPdf", "dlgPdf", file);
+  return Differs(said, u"%1, 3 hojas, en «%2»."_s.arg(pieces, file)) +
+         Differs(QString::number(picture->Start().first), u"7"_s);
+}
+
+QStringList MakeLetters(Tour& tour, Office& office) {
+  office.Trigger("actCartas");
+  office.Choose("cboSeleccion", u"Colaboradores del extranjero (compartida)"_s);
+  office.Choose("cboCarta", u"Agradecimiento de donativo"_s);
+  office.Picture(u"correo-cartas"_s);
+  const QString file = tour.File(u"cartas.pdf"_s);
+  QStringList problems = Differs(office.Write("actPdf", "dlgPdf", file), u"13 cartas en «%1»."_s.arg(file));
+  for (const auto& [action, name] :
+       {std::pair("actPdfPorPersona", u"cartas-pdf"_s), {"actRtfPorPersona", u"cartas-rtf"_s}}) {
+    const QString folder = tour.File(name);
+    QDir().mkpath(folder);
+    problems += Differs(office.Write(action, "dlgCarpeta", folder), u"13 archivos en «%1»."_s.arg(folder));
+  }
+  return problems;
+}
+
+/// What a printer gets that moves the page, without the printer.
+QStringList PaintForPaper(Tour& tour) {
+  host::LabelWish wish;
+  wish.sheet = 1;
+  wish.selection = u"Suscriptores del Boletín"_s;
+  wish.onePerAddress = true;
+  const auto labels = host::ReadLabels(database::ConnectionStringForFile(tour.File(u"demostracion.db"_s)), wish, 1);
+  host::PrintWish printing;
+  printing.calibration.offset = {1.2, -0.9};
+  QFile file(tour.File(u"impresora.pdf"_s));
+  if (!file.open(QFile::WriteOnly)) {
+    return {file.errorString()};
+  }
+  host::RunControl control;
+  return Differs(QString::number(host::PaintForPrinter(*labels, printing, file, control)),
+                 QString::number(labels->Count()));
+}
+
+}  // namespace
+
+void WalkMailing(Tour& tour) {
+  Office office(tour);
+  tour.Act(u"Etiquetas: desde la 7, sin la 15"_s, [&] { return MakeLabels(tour, office); });
+  tour.Act(u"Cartas: un PDF, un PDF y un RTF por persona"_s, [&] { return MakeLetters(tour, office); });
+  tour.Act(u"Etiquetas: lo que recibe una impresora calibrada"_s, [&] { return PaintForPaper(tour); });
+}
+
+}  // namespace tour
