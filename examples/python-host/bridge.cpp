@@ -164,6 +164,12 @@ class Lists : public QObject {
 
 namespace {
 
+void Request(Services& request, const char* method, int node, int record) {
+  automation::Put(&request, "IDNodo", node);
+  automation::Put(&request, "IDSeleccionado", record);
+  automation::Call(automation::CreateObject(u"KelConfiguracion.CPrincipal"_s).get(), method, &request);
+}
+
 // Runs `work` and gives what it let out as a number, with its text in UTF-8; 0 for nothing. At most `size` bytes.
 template <typename Work>
 int Guarded(char* text, int size, const Work& work) {
@@ -194,14 +200,21 @@ Q_DECL_EXPORT int kel_open(const char* connectionString, QObject* object, char* 
   });
 }
 
-Q_DECL_EXPORT int kel_request(int node, int action, int record, char* text, int size) {
+// `aux`: IDAux before, and afterwards what the component left there.
+Q_DECL_EXPORT int kel_request(int node, int action, int record, int* aux, char* text, int size) {
   return Guarded(text, size, [&] {
-    const auto component = automation::CreateObject(u"KelConfiguracion.CPrincipal"_s);
     Services request;
-    automation::Put(&request, "IDNodo", node);
     automation::Put(&request, "Accion", action);
-    automation::Put(&request, "IDSeleccionado", record);
-    automation::Call(component.get(), "PasarDatos", &request);
+    automation::Put(&request, "IDAux", *aux);
+    Request(request, "PasarDatos", node, record);
+    *aux = automation::CLng(automation::Get(&request, "IDAux"));
+  });
+}
+
+Q_DECL_EXPORT int kel_delete(int node, int record, char* text, int size) {
+  return Guarded(text, size, [&] {
+    Services request;
+    Request(request, "EliminarRegistro", node, record);
   });
 }
 

@@ -8,7 +8,7 @@ from PyQt6 import sip
 from PyQt6.QtCore import QItemSelectionModel, QObject, Qt, QTimer, pyqtSlot
 from PyQt6.QtWidgets import QAbstractButton, QApplication, QLineEdit, QMessageBox
 
-COUNTRIES, ADD = 20, 1
+COUNTRIES, ADD, MODIFY, NEW = 20, 1, 2, 4
 
 
 class KelError(Exception):
@@ -29,8 +29,14 @@ class Kel:
             raise KelError(number, text.value.decode())
         return text.value.decode()
 
-    def request(self, node, action, record=0):
-        self.call("kel_request", node, action, record)
+    def request(self, node, action, record=0, aux=0):
+        """Answers what the component left in IDAux."""
+        left = ctypes.c_int(aux)
+        self.call("kel_request", node, action, record, ctypes.byref(left))
+        return left.value
+
+    def delete(self, node, record):
+        self.call("kel_delete", node, record)
 
     def query(self, statement):
         return json.loads(self.call("kel_query", statement.encode()))
@@ -158,11 +164,22 @@ class Services(QObject):
         combo.setCurrentIndex(codes.index(text) if text and text in codes else -1)
 
 
-def type_a_country():
+def accept_country(name):
     """Plays the user: names of controls are part of the contract."""
     dialog = QApplication.activeModalWidget()
-    dialog.findChild(QLineEdit, "txtPais").setText("Atlántida")
+    dialog.findChild(QLineEdit, "txtPais").setText(name)
     dialog.findChild(QAbstractButton, "cmdPais_0").click()
+
+
+def play():
+    """Adds a country, which hands its key back, changes it, and deletes another one."""
+    QTimer.singleShot(500, lambda: accept_country("Lemuria"))
+    lemuria = kel.request(COUNTRIES, NEW)
+    kel.delete(COUNTRIES, lemuria)
+    QTimer.singleShot(500, lambda: accept_country("Atlantis"))
+    atlantis = kel.request(COUNTRIES, NEW)
+    QTimer.singleShot(500, lambda: accept_country("Atlántida"))
+    kel.request(COUNTRIES, MODIFY, atlantis)
 
 
 if len(sys.argv) < 2:
@@ -172,8 +189,10 @@ services = Services()
 try:
     kel = Kel(sys.argv[1], "Motor=sqlite;Archivo=oficina.db", services)
     if "--demostrar" in sys.argv:
-        QTimer.singleShot(500, type_a_country)
-    kel.request(COUNTRIES, ADD)
-    print("the newest country is", kel.query("SELECT Nombre FROM Paises ORDER BY IDPais DESC")[0]["nombre"])
+        play()
+    else:
+        kel.request(COUNTRIES, ADD)
+    newest = kel.query("SELECT Nombre FROM Paises WHERE Eliminado=0 ORDER BY IDPais DESC")
+    print("the newest country is", newest[0]["nombre"])
 except KelError as error:
     sys.exit("Error {}: {}".format(*error.args))

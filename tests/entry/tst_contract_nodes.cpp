@@ -138,7 +138,7 @@ bool IsModify(int requested) {
 QString CellOf(const Row& row, int requested) {
   const QMap<int, QString> columns{
       {action.Agregar(), u"Agregar"_s}, {action.Nuevo(), u"Nuevo"_s}, {action.Modificar(), u"Modificar"_s}};
-  return row[columns.value(requested, u"3, 5, 255"_s)];
+  return row[columns.value(requested, u"any other"_s)];
 }
 
 QString Line(int requested, End end, const QString& locked, const QString& written, const QString& aux) {

@@ -84,6 +84,58 @@ class Forgetful : public QObject {
   Q_INVOKABLE void VerificarEuros(int& key, const QVariant&, int, int) { key = key == '7' || key > ',' ? 0 : key; }
 };
 
+// What a host keeps in the object, although each call comes to another one; and half of what is asked.
+class Personal : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE bool BloqueoRegistro(QObject*&, const QString&, const QString&, int, bool& held) {
+    held = Holder() == nullptr || Holder() == this;
+    Holder() = held ? this : Holder();
+    return !held;
+  }
+  Q_INVOKABLE void DesbloqueoRegistro(QObject*&, const QString&, const QString&, int) {
+    Holder() = Holder() == this ? nullptr : Holder();
+  }
+  Q_INVOKABLE void BloquearControles(QObject* control) {
+    if (auto* widget = qobject_cast<QWidget*>(control)) {
+      widget->setEnabled(false);
+    }
+  }
+  Q_INVOKABLE void establecercontrolcambioformulario(const QObjectList& controls) {
+    m_text = controls.at(0)->property("text").toString();
+  }
+  Q_INVOKABLE bool controlcambioformulario(const QObjectList& controls) {
+    return controls.at(0)->property("text").toString() != m_text;
+  }
+  Q_INVOKABLE void SalvarAnchos(QObject* grid, const QString&, const QString&) {
+    Width() = qobject_cast<QTableWidget*>(grid)->columnWidth(0);
+  }
+  Q_INVOKABLE void CargarAnchos(QObject* grid, const QString&, const QString&) {
+    qobject_cast<QTableWidget*>(grid)->setColumnWidth(0, Width());
+  }
+  Q_INVOKABLE void VerError(const QString& procedure, const QString&, const QString&) {
+    QMessageBox::critical(nullptr, procedure, QStringLiteral("Algo ha fallado"));
+  }
+  Q_INVOKABLE int Validar_NIF(const QString&) { return 1; }
+  Q_INVOKABLE QString FormatearAEuros(const QVariant& amount) {
+    return amount.toDouble() > 0 || amount.toString().startsWith(QLatin1Char('1')) ? QStringLiteral("1.234,50")
+                                                                                   : QString();
+  }
+
+ private:
+  static const QObject*& Holder() {
+    static const QObject* holder = nullptr;
+    return holder;
+  }
+  static int& Width() {
+    static int width = 0;
+    return width;
+  }
+
+  QString m_text;
+};
+
 // And those that stop everything.
 class Hanging : public QObject {
   Q_OBJECT
@@ -159,6 +211,44 @@ class ForgetfulLists : public QObject {
   }
 };
 
+// Right lists but for what they are asked beside.
+class CarelessLists : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE void RellenarComboPais(adodb::Connection* connection, QObject* combo, const QVariant& id, bool empties) {
+    Fill(combo, *connection, QStringLiteral("SELECT IDPais,Nombre FROM Paises WHERE Eliminado=0 ORDER BY IDPais DESC"),
+         id, empties);
+  }
+  Q_INVOKABLE void RellenarComboProvincias(adodb::Connection* connection, QObject* combo, int country,
+                                           const QVariant& id, bool) {
+    Fill(combo, *connection,
+         QStringLiteral("SELECT IDProvincia,Nombre FROM Provincias WHERE Eliminado=0 AND CodPais=%1 ORDER BY Nombre")
+             .arg(country),
+         id, true);
+  }
+  Q_INVOKABLE void rellenarcombobancos(QObject* combo, adodb::Connection* connection, const QVariant& id,
+                                       bool empties) {
+    const QSignalBlocker quiet(combo);
+    Fill(combo, *connection, QStringLiteral("SELECT IDBanco,Nombre FROM Bancos WHERE Eliminado=0 ORDER BY Nombre"), id,
+         empties);
+  }
+
+ private:
+  static void Fill(QObject* combo, adodb::Connection& connection, const QString& statement, const QVariant& id,
+                   bool empties) {
+    auto* list = qobject_cast<QComboBox*>(combo);
+    if (empties) {
+      list->clear();
+    }
+    for (const auto rows = connection.Execute(statement); !rows->AtEnd(); rows->MoveNext()) {
+      list->addItem(rows->Field(1).toString(), rows->Field(0));
+    }
+    list->setCurrentIndex(-1);
+    list->setCurrentIndex(id.isValid() ? list->findData(id) : -1);
+  }
+};
+
 template <typename Class>
 struct FactoryOf : automation::ClassFactory {
   std::unique_ptr<QObject> CreateInstance() override { return std::make_unique<Class>(); }
@@ -173,9 +263,12 @@ Q_DECL_EXPORT int DllGetClassObject(const char* progId, automation::ClassFactory
   static FactoryOf<Forgetful> forgetful;
   static FactoryOf<Hanging> hanging;
   static FactoryOf<ForgetfulLists> forgetfulLists;
+  static FactoryOf<Personal> personal;
+  static FactoryOf<CarelessLists> carelessLists;
   const QHash<QByteArray, automation::ClassFactory*> classes{
-      {"Mala.cPrincipal", &services},  {"Peor.cPrincipal", &more},      {"Mala.cListas", &lists},
-      {"Fina.cPrincipal", &forgetful}, {"Quieta.cPrincipal", &hanging}, {"Fina.cListas", &forgetfulLists}};
+      {"Mala.cPrincipal", &services},   {"Peor.cPrincipal", &more},      {"Mala.cListas", &lists},
+      {"Fina.cPrincipal", &forgetful},  {"Quieta.cPrincipal", &hanging}, {"Fina.cListas", &forgetfulLists},
+      {"Propia.cPrincipal", &personal}, {"Vaga.cListas", &carelessLists}};
   *factory = classes.value(progId);
   return *factory != nullptr ? automation::LibraryOk : automation::LibraryClassNotAvailable;
 }

@@ -27,13 +27,21 @@ bool Has(const char* thing) {
   return qgetenv("KEL_SIN") != thing;
 }
 
+QVariant Told(const QVariant& value) {
+  if (value.typeId() != QMetaType::QString) {
+    return value;
+  }
+  const QString text = value.toString();
+  return !Has("long") ? text.left(65535) : !Has("breaks") ? text.simplified() : !Has("blanks") ? text.trimmed() : text;
+}
+
 class SqlRecordset : public adodb::Recordset {
  public:
   explicit SqlRecordset(QSqlQuery query) : m_isOpen(query.isSelect()), m_columns(query.record()) {
     while (m_isOpen && query.next()) {
       QVariantList row;
       for (int i = 0; i < m_columns.count(); ++i) {
-        row.append(query.isNull(i) && Has("nulls") ? automation::Null() : query.value(i));
+        row.append(query.isNull(i) && Has("nulls") ? automation::Null() : Told(query.value(i)));
       }
       m_rows.append(row);
     }
@@ -101,13 +109,24 @@ class SqlConnection : public adodb::Connection {
     }
     m_isOpen = true;
   }
-  void Open(const QString&, const QString&, const QString&, int) override { Open(); }
-  void Close() override { m_isOpen = false; }
+  void Open(const QString&, const QString&, const QString&, int options) override {
+    if (options == -1 && !Has("stored")) {
+      throw automation::Error(automation::InvalidProcedureCall, u"falta la cadena de conexión"_s);
+    }
+    Open();
+  }
+  void Close() override {
+    if (m_isInTransaction && Has("undoing")) {
+      RollbackTrans();
+    }
+    m_isOpen = false;
+  }
   std::unique_ptr<adodb::Recordset> Execute(const QString& statement) override {
     if (!m_isOpen) {
       throw automation::Error(adodb::ObjectClosed, u"está cerrada"_s);
     }
-    return std::make_unique<SqlRecordset>(Run(Translated(statement)));
+    QSqlQuery query = Run(Translated(statement));
+    return query.isSelect() || Has("closed") ? std::make_unique<SqlRecordset>(std::move(query)) : nullptr;
   }
   qint64 RecordsAffected() const override { return 0; }
   void BeginTrans() override {
@@ -147,9 +166,10 @@ class SqlConnection : public adodb::Connection {
     QStringList columns;
     for (const database::Column& column : table.columns) {
       const bool isText = !database::IsNumericType(column.type);
-      const QString type = column.type == database::ColumnType::Key ? u"INTEGER PRIMARY KEY AUTOINCREMENT"_s
-                           : isText                                 ? u"TEXT COLLATE es"_s
-                                                                    : u"REAL"_s;
+      const QString type = column.type == database::ColumnType::Key
+                               ? u"INTEGER PRIMARY KEY"_s + (Has("new keys") ? u" AUTOINCREMENT"_s : QString())
+                           : isText ? u"TEXT COLLATE es"_s
+                                    : u"REAL"_s;
       columns.append(column.name + u' ' + type + (column.required && !isText ? u" DEFAULT 0"_s : QString()));
     }
     Run(u"CREATE TABLE %1 (%2)"_s.arg(table.name, columns.join(u", "_s)));

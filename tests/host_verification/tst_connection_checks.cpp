@@ -80,6 +80,13 @@ void tst_connection_checks::OtherConnections_data() {
   QTest::newRow("decimals as texts") << u"decimals"_s << u"en ImporteNacional da 1.234,00 (QString) y no 1234"_s;
   QTest::newRow("Nulls") << u"nulls"_s << u"y no Null"_s;
   QTest::newRow("errors of transactions") << u"transactions"_s << u"falla con el error"_s;
+  QTest::newRow("long texts") << u"long"_s << u"en Contenido da"_s;
+  QTest::newRow("line breaks") << u"breaks"_s << u"en Contenido da"_s;
+  QTest::newRow("blanks at the ends") << u"blanks"_s << u"en NombreCampo da Sr. (QString) y no ' Sr. '"_s;
+  QTest::newRow("the stored string") << u"stored"_s << u"falta la cadena"_s;
+  QTest::newRow("transactions undone at the end") << u"undoing"_s << u"en Nombre da Iberia (QString) y no 'España'"_s;
+  QTest::newRow("closed recordsets") << u"closed"_s << u"no devuelve un Recordset"_s;
+  QTest::newRow("keys never given twice") << u"new keys"_s << u"y no {>campo}"_s;
 }
 
 void tst_connection_checks::OtherConnections() {

@@ -87,7 +87,7 @@ void tst_verification::FaultsAreNamed_data() {
   row(services, u"SeleccionarFila"_s, u"fila entera"_s);
   row(services, u"SalvarAnchos"_s, u"falla con el error 75: no se puede escribir"_s);
   row(services, u"CargarAnchos"_s, u"no repone"_s);
-  row(services, u"VerError"_s, {});
+  row(services, u"VerError"_s, u"no enseña «Un error de prueba»"_s);
   row(services, u"CIF_NIF_Valido"_s, u"no contesta 3 y la letra Z"_s);
   row(services, u"Validar_NIF"_s, u"contesta QString (1) donde el contrato pide un número"_s);
   row(services, u"FormatearAEuros"_s, u"contesta double"_s);
@@ -112,6 +112,19 @@ void tst_verification::FaultsAreNamed_data() {
   row(forgetfulLists, u"rellenarcombosucursales"_s, u"no da un registro"_s);
   row(forgetfulLists, u"CargarBancoSucursalCaja"_s, u"no da el número"_s);
   row(forgetfulLists, u"CargarBancoSucursalLista"_s, u"no elige el banco"_s);
+  const QString personal = u"Propia.cPrincipal"_s;
+  row(personal, u"BloqueoRegistro"_s, {});
+  row(personal, u"DesbloqueoRegistro"_s, u"sigue viendo el bloqueo después de soltarlo"_s);
+  row(personal, u"BloquearControles"_s, u"QAction"_s);
+  row(personal, u"controlcambioformulario"_s, u"ve un cambio donde no lo hay (otro objeto"_s);
+  row(personal, u"CargarAnchos"_s, u"con esa clave"_s);
+  row(personal, u"VerError"_s, u"no enseña «Un error de prueba»"_s);
+  row(personal, u"Validar_NIF"_s, u"contesta 1 para 12345678A"_s);
+  row(personal, u"FormatearAEuros"_s, u"no deja como está"_s);
+  const QString careless = u"Vaga.cListas"_s;
+  row(careless, u"RellenarComboPais"_s, u"alfabeto español"_s);
+  row(careless, u"RellenarComboProvincias"_s, u"aunque no se le pide"_s);
+  row(careless, u"rellenarcombobancos"_s, u"currentIndexChanged"_s);
   const QString lists = u"Mala.cListas"_s;
   row(lists, u"RellenarCombo"_s, u"no vacía"_s);
   row(lists, u"RellenarComboPais"_s, u"«uno» no lleva su identificador"_s);
@@ -143,7 +156,7 @@ void tst_verification::Program_data() {
   QTest::addColumn<int>("code");
   QTest::addColumn<QString>("said");
   QTest::newRow("services") << QStringLiteral(FAULTY_SERVICES " Mala.cPrincipal") << 1
-                            << u"Mala.cPrincipal: 27 miembros, 22 con faltas"_s;
+                            << u"Mala.cPrincipal: 27 miembros, 23 con faltas"_s;
   QTest::newRow("list helper") << QStringLiteral(FAULTY_SERVICES " Mala.cListas") << 1
                                << u"Mala.cListas: 8 miembros, 8 con faltas"_s;
   QTest::newRow("a member that never returns") << QStringLiteral(FAULTY_SERVICES " Quieta.cPrincipal --limite 1") << 1

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QMessageBox>
 #include <QMetaMethod>
 
 #include <chrono>
@@ -24,6 +25,20 @@ namespace {
 
 bool IsText(const QVariant& value) {
   return value.typeId() == QMetaType::QString;
+}
+
+// What the user could read in it.
+QString TextsOf(const QWidget& window) {
+  QStringList texts{window.windowTitle()};
+  if (const auto* box = qobject_cast<const QMessageBox*>(&window)) {
+    texts << box->text() << box->informativeText() << box->detailedText();
+  }
+  for (const QWidget* part : window.findChildren<QWidget*>()) {
+    for (const char* property : {"text", "plainText"}) {
+      texts << part->property(property).toString();
+    }
+  }
+  return texts.join(u'\n');
 }
 
 }  // namespace
@@ -54,6 +69,7 @@ void CheckBench::CloseWindows() {
     return;
   }
   ++m_windowsShown;
+  m_textsShown = TextsOf(*shown);
   // A box whose buttons all agree can't be closed, but it can be done with.
   if (auto* dialog = qobject_cast<QDialog*>(shown)) {
     dialog->done(QDialog::Rejected);

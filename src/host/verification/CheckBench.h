@@ -49,6 +49,8 @@ class CheckBench {
   adodb::Connection& Connection() { return *m_connection; }
   /// How many windows members have opened so far; closes those that are still there.
   int WindowsShown();
+  /// What the last of them said, folded or not.
+  const QString& TextsShown() const { return m_textsShown; }
 
  private:
   void CloseWindows();
@@ -57,6 +59,7 @@ class CheckBench {
   std::unique_ptr<adodb::Connection> m_connection;
   QTimer m_closer;
   int m_windowsShown = 0;
+  QString m_textsShown;
 };
 
 /// Throws Fault with `text` unless `holds`.

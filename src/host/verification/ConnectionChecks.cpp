@@ -39,9 +39,22 @@ QList<Entry> Entries() {
   return entries;
 }
 
+QString Shortened(const QString& text) {
+  constexpr qsizetype longest = 98;
+  return text.size() > longest ? text.left(longest - 1) + u'…' : text;
+}
+
+// What a line of the file can't hold: breaks, and what is long.
+QString Filled(QString text) {
+  constexpr int longText = 200000;
+  return text.replace(u'↵', u"\r\n"_s).replace(u"{largo}"_s, QString(longText, u'ñ'));
+}
+
 QString Said(const QVariant& value) {
-  return automation::IsNull(value) ? u"Null"_s
-                                   : u"%1 (%2)"_s.arg(automation::Text(value), QString::fromLatin1(value.typeName()));
+  if (automation::IsNull(value)) {
+    return u"Null"_s;
+  }
+  return u"%1 (%2)"_s.arg(Shortened(automation::Text(value)), QString::fromLatin1(value.typeName()));
 }
 
 /// The statements' run: the connection, and the keys of new records by their names.
@@ -56,8 +69,10 @@ class StatementRun {
       return;
     }
     const std::unique_ptr<adodb::Recordset> rows = Run(entry.statement);
+    Require(rows != nullptr || Acts().contains(entry.statement),
+            u"no devuelve un Recordset; el de una sentencia sin filas está cerrado"_s);
     if (!entry.expected.isEmpty()) {
-      Require(rows != nullptr && rows->State() == adodb::StateOpen, u"no contesta filas"_s);
+      Require(rows->State() == adodb::StateOpen, u"no contesta filas"_s);
       // A dialog reads one recordset while another is open.
       const std::unique_ptr<adodb::Recordset> beside = Run(entry.statement);
       CheckRows(*rows, entry.expected);
@@ -65,18 +80,24 @@ class StatementRun {
   }
 
  private:
-  std::unique_ptr<adodb::Recordset> Run(const QString& statement) {
-    static const QMap<QString, std::function<void(adodb::Connection&)>> acts{
+  using Act = std::function<void(adodb::Connection&)>;
+  static const QMap<QString, Act>& Acts() {
+    static const QMap<QString, Act> acts{
         {u"OPEN"_s, [](adodb::Connection& connection) { connection.Open(); }},
+        {u"OPEN STORED"_s, [](adodb::Connection& connection) { connection.Open({}, {}, {}, -1); }},
         {u"CLOSE"_s, [](adodb::Connection& connection) { connection.Close(); }},
         {u"BEGIN"_s, [](adodb::Connection& connection) { connection.BeginTrans(); }},
         {u"COMMIT"_s, [](adodb::Connection& connection) { connection.CommitTrans(); }},
         {u"ROLLBACK"_s, [](adodb::Connection& connection) { connection.RollbackTrans(); }}};
-    if (acts.contains(statement)) {
-      acts[statement](m_connection);
+    return acts;
+  }
+
+  std::unique_ptr<adodb::Recordset> Run(const QString& statement) {
+    if (const Act act = Acts().value(statement)) {
+      act(m_connection);
       return nullptr;
     }
-    QString text = statement;
+    QString text = Filled(statement);
     for (auto key = m_keys.begin(); key != m_keys.end(); ++key) {
       text.replace(u'{' + key.key() + u'}', QString::number(*key));
     }
@@ -136,13 +157,15 @@ class StatementRun {
     } else if (expected == u"True" || expected == u"False") {
       holds = isNumber && automation::CBool(value) == (expected == u"True");
     } else if (expected.startsWith(u'\'')) {
-      holds = isText && value.toString() == expected.sliced(1).chopped(1).replace(u"''"_s, u"'"_s);
+      holds = isText && value.toString() == Filled(expected.sliced(1).chopped(1).replace(u"''"_s, u"'"_s));
+    } else if (expected.startsWith(u"{>"_s)) {
+      holds = isNumber && automation::CLng(value) > m_keys.value(expected.sliced(2).chopped(1));
     } else if (expected.startsWith(u'{')) {
       holds = isNumber && IsKey(expected.sliced(1).chopped(1), automation::CLng(value));
     } else {
       holds = isNumber && automation::CDbl(value) == automation::CDbl(expected);
     }
-    Require(holds, u"en %1 da %2 y no %3"_s.arg(column, Said(value), expected));
+    Require(holds, u"en %1 da %2 y no %3"_s.arg(column, Said(value), Shortened(expected)));
   }
 
   // The first mention of a key gives it its name.
@@ -173,15 +196,12 @@ void RequireEmptyTables(adodb::Connection& connection, const QList<Entry>& entri
 }  // namespace
 
 std::vector<MemberCheck> ConnectionChecks(adodb::Connection& connection) {
-  constexpr qsizetype longestTitle = 98;
   const QList<Entry> entries = Entries();
   RequireEmptyTables(connection, entries);
   const auto run = std::make_shared<StatementRun>(connection);
   std::vector<MemberCheck> checks;
   for (const Entry& entry : entries) {
-    const bool isLong = entry.statement.size() > longestTitle;
-    checks.push_back({isLong ? entry.statement.left(longestTitle - 1) + u'…' : entry.statement,
-                      [run, entry] { run->Check(entry); }});
+    checks.push_back({Shortened(entry.statement), [run, entry] { run->Check(entry); }});
   }
   return checks;
 }

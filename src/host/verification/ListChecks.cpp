@@ -13,6 +13,8 @@ namespace {
 const QString leftover = u"resto"_s;
 const QString live = u"Verificar, vivo"_s;
 const QString deleted = u"Verificar, borrado"_s;
+// Others that live, in the order of Spanish dictionaries, which is not that of the characters' numbers.
+const QStringList sorted{u"Nube, verificar"_s, u"Ñu, verificar"_s, u"Oca, verificar"_s};
 // A bank's number and a branch's code have four characters.
 const QString liveCode = u"9V9V"_s;
 const QString deletedCode = u"9V9B"_s;
@@ -38,6 +40,15 @@ class Samples {
               isDeleted ? deletedCode : liveCode, name, isDeleted);
       branch = Newest(u"SELECT MAX(IDSucursal) AS n FROM Sucursales");
     }
+    for (const int i : {1, 2, 0}) {
+      const QString& name = sorted[i];
+      const QString code = u"9V%1V"_s.arg(i);
+      Execute(u"INSERT INTO Paises(nombre,eliminado) VALUES('{}',{})", name, false);
+      Execute(u"INSERT INTO Bancos(Numero,Nombre,Eliminado) VALUES('{}','{}',{})", code, name, false);
+      Execute(u"INSERT INTO Provincias(CodPais,Nombre,eliminado) VALUES({},'{}',{})", country, name, false);
+      Execute(u"INSERT INTO Sucursales(codBanco,Codigo,Nombre,Eliminado) VALUES({},'{}','{}',{})", bank, code, name,
+              false);
+    }
   }
 
   qint32 country = 0;
@@ -59,11 +70,28 @@ class Samples {
   adodb::Transaction m_transaction;
 };
 
-/// A filling of the bench's list: with the key to select, and the key of the live record among those listed.
+/// What a filling of the bench's list is asked for.
+struct Wish {
+  QVariant selected = {};
+  bool empties = true;
+};
+
+/// A filling, and the key of the live record among those listed.
 struct Filling {
-  std::function<void(QObject* combo, const Samples& samples, const QVariant& selected)> fill;
+  std::function<void(QObject* combo, const Samples& samples, const Wish& wish)> fill;
   qint32 Samples::*record;
 };
+
+// Runs `act`; whether the list said to whoever listens, which is how dialogs know, that its selection is another.
+template <typename Act>
+bool SaysSelection(QComboBox& combo, Act act) {
+  bool said = false;
+  const auto connection = QObject::connect(&combo, &QComboBox::currentIndexChanged,
+                                           [&](int index) { said |= index >= 0 && index == combo.currentIndex(); });
+  act();
+  QObject::disconnect(connection);
+  return said;
+}
 
 // The item's data is its record's key, as a number.
 qint32 KeyOf(const QComboBox& combo, int index) {
@@ -80,25 +108,40 @@ void CheckFilling(adodb::Connection& connection, CheckBench& bench, const Fillin
   const Samples samples(connection);
   bench.combo->clear();
   bench.combo->addItem(leftover, NobodysKey);
-  filling.fill(bench.combo, samples, QVariant());
+  filling.fill(bench.combo, samples, {});
   Require(bench.combo->findText(leftover) < 0, u"no vacía la lista, aunque se le pide"_s);
   Require(bench.combo->currentIndex() < 0, u"deja un elemento elegido que nadie ha pedido"_s);
   bool listed = false;
   for (int i = 0; i < bench.combo->count(); ++i) {
-    listed |= KeyOf(*bench.combo, i) == samples.*filling.record;
+    if (KeyOf(*bench.combo, i) == samples.*filling.record) {
+      listed = true;
+      Require(bench.combo->itemText(i) == live, u"da «%1» por «%2»"_s.arg(bench.combo->itemText(i), live));
+    }
   }
   Require(bench.combo->findText(deleted) < 0, u"da un registro borrado"_s);
   Require(listed, u"no da un registro que está en la conexión"_s);
-  filling.fill(bench.combo, samples, samples.*filling.record);
+  const bool said =
+      SaysSelection(*bench.combo, [&] { filling.fill(bench.combo, samples, {.selected = samples.*filling.record}); });
   Require(bench.combo->currentText() == live, u"no elige el registro que se le dice"_s);
+  Require(said, u"elige sin que la lista lo diga (currentIndexChanged)"_s);
+  std::vector<int> places;
+  for (const QString& name : sorted) {
+    places.push_back(bench.combo->findText(name));
+  }
+  Require(std::is_sorted(places.begin(), places.end()), u"no da los registros en el orden del alfabeto español"_s);
+  bench.combo->addItem(leftover, NobodysKey);
+  filling.fill(bench.combo, samples, {.empties = false});
+  Require(bench.combo->findText(leftover) >= 0, u"vacía la lista, aunque no se le pide"_s);
 }
 
 void CheckSearch(QObject& lists, CheckBench& bench) {
   bench.combo->clear();
   bench.combo->addItem(u"uno"_s, 3);
   bench.combo->addItem(u"dos"_s, 8);
-  Call(&lists, "LocalizarElementoLista", static_cast<QObject*>(bench.combo), 8);
+  const bool said = SaysSelection(
+      *bench.combo, [&] { Call(&lists, "LocalizarElementoLista", static_cast<QObject*>(bench.combo), 8); });
   Require(bench.combo->currentIndex() == 1, u"no elige el elemento de ese identificador"_s);
+  Require(said, u"elige sin que la lista lo diga (currentIndexChanged)"_s);
   Call(&lists, "LocalizarElementoLista", static_cast<QObject*>(bench.combo), NobodysKey);
   Require(bench.combo->currentIndex() == 1, u"cambia lo elegido por un identificador que no está"_s);
 }
@@ -146,34 +189,42 @@ std::vector<MemberCheck> ListChecks(QObject& lists, adodb::Connection* own, Chec
   };
   return {
       filling("RellenarCombo", &Samples::country,
-              [&lists](QObject* combo, const Samples& samples, const QVariant& selected) {
-                Call(&lists, "RellenarCombo", combo, u"Paises"_s, u"Nombre"_s, u"IDPais"_s, true);
-                Call(&lists, "RellenarCombo", combo, u"SELECT IDPais,Nombre FROM Paises WHERE Eliminado=0"_s,
-                     u"Nombre"_s, u"IDPais"_s, true);
+              [&lists](QObject* combo, const Samples& samples, const Wish& wish) {
+                if (wish.empties) {
+                  Call(&lists, "RellenarCombo", combo, u"Paises"_s, u"Nombre"_s, u"IDPais"_s, true);
+                  auto* list = static_cast<QComboBox*>(combo);
+                  Require(list->findText(leftover) < 0, u"no vacía la lista, aunque se le pide"_s);
+                  list->clear();
+                }
+                Call(&lists, "RellenarCombo", combo,
+                     u"SELECT IDPais,Nombre FROM Paises WHERE Eliminado=0 ORDER BY Nombre"_s, u"Nombre"_s, u"IDPais"_s,
+                     wish.empties);
                 // It has no key to select.
-                if (selected.isValid()) {
+                if (wish.selected.isValid()) {
                   static_cast<QComboBox*>(combo)->setCurrentIndex(
                       static_cast<QComboBox*>(combo)->findData(samples.country));
                 }
               }),
       filling("RellenarComboPais", &Samples::country,
-              [=, &lists](QObject* combo, const Samples&, const QVariant& selected) {
-                Call(&lists, "RellenarComboPais", given, combo, selected, true);
+              [=, &lists](QObject* combo, const Samples&, const Wish& wish) {
+                Call(&lists, "RellenarComboPais", given, combo, wish.selected, wish.empties);
               }),
       filling("RellenarComboProvincias", &Samples::province,
-              [=, &lists](QObject* combo, const Samples& samples, const QVariant& selected) {
-                Call(&lists, "RellenarComboProvincias", given, combo, 0, QVariant(), true);
-                Require(static_cast<QComboBox*>(combo)->count() == 0,
-                        u"da provincias para el país 0, que no es ninguno"_s);
-                Call(&lists, "RellenarComboProvincias", given, combo, samples.country, selected, true);
+              [=, &lists](QObject* combo, const Samples& samples, const Wish& wish) {
+                if (wish.empties) {
+                  Call(&lists, "RellenarComboProvincias", given, combo, 0, QVariant(), true);
+                  Require(static_cast<QComboBox*>(combo)->count() == 0,
+                          u"da provincias para el país 0, que no es ninguno"_s);
+                }
+                Call(&lists, "RellenarComboProvincias", given, combo, samples.country, wish.selected, wish.empties);
               }),
       filling("rellenarcombobancos", &Samples::bank,
-              [=, &lists](QObject* combo, const Samples&, const QVariant& selected) {
-                Call(&lists, "rellenarcombobancos", combo, given, selected, true);
+              [=, &lists](QObject* combo, const Samples&, const Wish& wish) {
+                Call(&lists, "rellenarcombobancos", combo, given, wish.selected, wish.empties);
               }),
       filling("rellenarcombosucursales", &Samples::branch,
-              [=, &lists](QObject* combo, const Samples& samples, const QVariant& selected) {
-                Call(&lists, "rellenarcombosucursales", combo, samples.bank, given, selected, true);
+              [=, &lists](QObject* combo, const Samples& samples, const Wish& wish) {
+                Call(&lists, "rellenarcombosucursales", combo, samples.bank, given, wish.selected, wish.empties);
               }),
       {u"LocalizarElementoLista"_s, [&] { CheckSearch(lists, bench); }},
       {u"CargarBancoSucursalCaja"_s, [=, &lists] { CheckCode(lists, own); }},

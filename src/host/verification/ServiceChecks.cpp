@@ -3,6 +3,8 @@
 #include "platform/automation/Error.h"
 #include "platform/automation/Invoke.h"
 
+#include <QAction>
+
 namespace host {
 
 using automation::Call;
@@ -16,7 +18,9 @@ namespace {
 const QString form = u"frmPrueba"_s;
 const QString keyColumn = u"IDPrueba"_s;
 const QString widthsKey = u"Prueba\\verificar-servicios"_s;
+const QString otherWidthsKey = u"Prueba\\verificar-servicios-2"_s;
 constexpr int widthKept = 77;
+constexpr int otherWidthKept = 55;
 constexpr int widthMeanwhile = 33;
 
 // A request's number: what is put is what is got.
@@ -58,6 +62,7 @@ LockAnswer AskForLock(QObject& services, bool held = false) {
   const bool refused =
       Boolean(Call(&services, "BloqueoRegistro", Ref(request), form, keyColumn, NobodysKey, Ref(held)));
   Require(!refused || !held, u"dice que otro tiene el registro y que lo tiene este cuadro"_s);
+  Require(refused || held, u"dice que el registro no lo tiene nadie, ni siquiera este cuadro"_s);
   return {refused, held};
 }
 
@@ -66,9 +71,9 @@ void Release(QObject& services) {
   Call(&services, "DesbloqueoRegistro", Ref(request), form, keyColumn, NobodysKey);
 }
 
-void CheckLock(QObject& services, QObject& second) {
-  AskForLock(services);
+void CheckLock(QObject& services, QObject& second, bool& granted) {
   RequireReference(services, "BloqueoRegistro", 5, 4);
+  granted = AskForLock(services).held;
   // Whether a second object of the same user may have it, too, is the host's; what it is told must agree.
   if (AskForLock(second, true).held) {
     Release(second);
@@ -76,31 +81,44 @@ void CheckLock(QObject& services, QObject& second) {
   }
 }
 
-// The check before this one had the lock taken.
-void CheckUnlock(QObject& services, QObject& second) {
-  Release(services);
-  const LockAnswer first = AskForLock(services);
-  Release(services);
-  const LockAnswer other = AskForLock(second);
-  if (other.held) {
-    Release(second);
+// The check before this one had the lock taken, and `granted`: a host that can't write refuses always. Another object
+// lets go than the one that took it, as in a dialog.
+void CheckUnlock(QObject& services, QObject& second, bool granted) {
+  for (QObject* object : {&second, &services}) {
+    Release(*object);
+    Require(AskForLock(*object).held || !granted, u"otro objeto sigue viendo el bloqueo después de soltarlo"_s);
   }
-  // A host that can't write refuses always.
-  Require(first.refused || !other.refused, u"otro objeto sigue viendo el bloqueo después de soltarlo"_s);
+  Release(services);
 }
 
 void CheckDisabling(QObject& services, CheckBench& bench) {
+  const auto disable = [&](QObject* control) { Call(&services, "BloquearControles", control); };
   bench.button->setEnabled(true);
-  Call(&services, "BloquearControles", static_cast<QObject*>(bench.button));
+  disable(bench.button);
   Require(!bench.button->isEnabled(), u"no desactiva el control"_s);
+  // «Guardar» of a letter.
+  QAction item(&bench.otherWindow);
+  item.setObjectName(u"mnuPrueba"_s);
+  disable(&item);
+  Require(!item.isEnabled(), u"no desactiva una opción de menú (QAction)"_s);
 }
 
-// The check before this one had the values remembered.
-void CheckChangeTracking(QObject& services, CheckBench& bench) {
-  const auto changed = [&] { return Boolean(Call(&services, "controlcambioformulario", bench.Controls())); };
-  Require(!changed(), u"ve un cambio donde no lo hay"_s);
+void CheckRemembering(QObject& services, CheckBench& bench) {
+  bench.combo->clear();
+  bench.combo->addItems({u"uno"_s, u"dos"_s});
+  Call(&services, "establecercontrolcambioformulario", bench.Controls());
+}
+
+// The check before this one had the values remembered, by another object.
+void CheckChangeTracking(QObject& second, CheckBench& bench) {
+  const auto changed = [&] { return Boolean(Call(&second, "controlcambioformulario", bench.Controls())); };
+  Require(!changed(), u"ve un cambio donde no lo hay (otro objeto guardó los valores)"_s);
+  const QString before = bench.box->text();
   bench.box->setText(u"otro texto"_s);
   Require(changed(), u"no ve que un texto ha cambiado"_s);
+  bench.box->setText(before);
+  bench.combo->setCurrentIndex(1);
+  Require(changed(), u"no ve que se ha elegido otra cosa en una lista"_s);
 }
 
 void CheckTextSelection(QObject& services, CheckBench& bench) {
@@ -115,22 +133,30 @@ void CheckRowSelection(QObject& services, CheckBench& bench) {
 }
 
 void CheckWidthsKept(QObject& services, CheckBench& bench) {
-  bench.grid->setColumnWidth(0, widthKept);
-  Call(&services, "SalvarAnchos", static_cast<QObject*>(bench.grid), widthsKey, form);
+  const auto keep = [&](const QString& key, int width) {
+    bench.grid->setColumnWidth(0, width);
+    Call(&services, "SalvarAnchos", static_cast<QObject*>(bench.grid), key, form);
+  };
+  keep(widthsKey, widthKept);
+  keep(otherWidthsKey, otherWidthKept);
 }
 
 void CheckWidthsRestored(QObject& services, CheckBench& bench) {
   bench.grid->setColumnWidth(0, widthMeanwhile);
   Call(&services, "CargarAnchos", static_cast<QObject*>(bench.grid), widthsKey, form);
-  Require(bench.grid->columnWidth(0) == widthKept, u"no repone los anchos que se guardaron"_s);
+  Require(bench.grid->columnWidth(0) == widthKept, u"no repone los anchos que otro objeto guardó con esa clave"_s);
 }
 
 void CheckErrorReport(QObject& services, CheckBench& bench) {
   const int before = bench.WindowsShown();
-  automation::Err().Set(automation::Error(automation::Overflow));
+  const automation::Error error(32123, u"Un error de prueba"_s);
+  automation::Err().Set(error);
   Call(&services, "VerError", u"cmdAceptar_Click"_s, form, u"KelConfiguracion"_s);
   automation::Err().Clear();
   Require(bench.WindowsShown() > before, u"no enseña el error"_s);
+  for (const QString& part : {error.Description(), QString::number(error.Number())}) {
+    Require(bench.TextsShown().contains(part), u"no enseña «%1», que es del error"_s.arg(part));
+  }
 }
 
 int TaxIdentifier(QObject& services, const QString& text, QString& control) {
@@ -149,7 +175,9 @@ void CheckTaxIdentifier(QObject& services) {
 }
 
 void CheckTaxIdentifierAlone(QObject& services) {
-  Require(Number(Call(&services, "Validar_NIF", u"12345678Z"_s)) == 1, u"no contesta 1 para el NIF válido 12345678Z"_s);
+  const auto answer = [&](const QString& text) { return Number(Call(&services, "Validar_NIF", text)); };
+  Require(answer(u"12345678Z"_s) == 1, u"no contesta 1 para el NIF válido 12345678Z"_s);
+  Require(answer(u"12345678A"_s) != 1, u"contesta 1 para 12345678A, que no es válido"_s);
 }
 
 void CheckAmountText(QObject& services) {
@@ -161,6 +189,7 @@ void CheckAmountText(QObject& services) {
             u"da «%1» por mil doscientos treinta y cuatro y medio, y no «1.234,50»"_s.arg(given));
   }
   Require(text(automation::Null()).isEmpty(), u"da un importe donde no hay ninguno (Null)"_s);
+  Require(text(u"doce"_s) == u"doce", u"no deja como está un texto que no es un importe"_s);
 }
 
 void CheckAmountKey(QObject& services, CheckBench& bench) {
@@ -190,6 +219,7 @@ void CheckPostcode(QObject& services, CheckBench& bench) {
 }  // namespace
 
 std::vector<MemberCheck> ServiceChecks(QObject& services, QObject& second, CheckBench& bench) {
+  const auto granted = std::make_shared<bool>(false);
   return {
       Carried(services, "IDNodo", 20),
       Carried(services, "Accion", 2),
@@ -203,16 +233,15 @@ std::vector<MemberCheck> ServiceChecks(QObject& services, QObject& second, Check
       NumberProperty(services, "IDUsuario"),
       NumberProperty(services, "TipoUsuario"),
       {u"velumar"_s, [&] { Boolean(Get(&services, "velumar")); }},
-      {u"BloqueoRegistro"_s, [&] { CheckLock(services, second); }},
-      {u"DesbloqueoRegistro"_s, [&] { CheckUnlock(services, second); }},
+      {u"BloqueoRegistro"_s, [&, granted] { CheckLock(services, second, *granted); }},
+      {u"DesbloqueoRegistro"_s, [&, granted] { CheckUnlock(services, second, *granted); }},
       {u"BloquearControles"_s, [&] { CheckDisabling(services, bench); }},
-      {u"establecercontrolcambioformulario"_s,
-       [&] { Call(&services, "establecercontrolcambioformulario", bench.Controls()); }},
-      {u"controlcambioformulario"_s, [&] { CheckChangeTracking(services, bench); }},
+      {u"establecercontrolcambioformulario"_s, [&] { CheckRemembering(services, bench); }},
+      {u"controlcambioformulario"_s, [&] { CheckChangeTracking(second, bench); }},
       {u"SeleccionarTexto"_s, [&] { CheckTextSelection(services, bench); }},
       {u"SeleccionarFila"_s, [&] { CheckRowSelection(services, bench); }},
       {u"SalvarAnchos"_s, [&] { CheckWidthsKept(services, bench); }},
-      {u"CargarAnchos"_s, [&] { CheckWidthsRestored(services, bench); }},
+      {u"CargarAnchos"_s, [&] { CheckWidthsRestored(second, bench); }},
       {u"VerError"_s, [&] { CheckErrorReport(services, bench); }},
       {u"CIF_NIF_Valido"_s, [&] { CheckTaxIdentifier(services); }},
       {u"Validar_NIF"_s, [&] { CheckTaxIdentifierAlone(services); }},
