@@ -34,6 +34,8 @@ QStringList PageNames() {
   for (const QString& file : QDir(folder).entryList({u"*.html"_s}, QDir::Files)) {
     names.append(file.chopped(5));
   }
+  // With their endings they stand in another order.
+  names.sort();
   return names;
 }
 
