@@ -41,8 +41,7 @@ QList<Choice> Records(adodb::Connection& connection, const QString& table, const
 }
 
 QList<SheetChoice> Sheets(adodb::Connection& connection) {
-  const auto rows =
-      adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 ORDER BY NOMBRE");
+  const auto rows = adodb::Execute(connection, u"SELECT * FROM ETIQUETAS WHERE Eliminado=0 ORDER BY NOMBRE");
   QList<SheetChoice> sheets;
   for (; !rows->AtEnd(); rows->MoveNext()) {
     SheetChoice sheet;

@@ -18,8 +18,8 @@ struct LabelWish : MailingWish {
   int sheet = 0;
   documents::SheetStart start;
   bool asManyAsCopies = false;  ///< As many labels as the person's subscriptions ask for copies.
-  int letterhead = 0;  ///< A sender's labels; 0 for none.
-  int copies = 1;      ///< So many of them.
+  int letterhead = 0;           ///< A sender's labels; 0 for none.
+  int copies = 1;               ///< So many of them.
   DiskWish disks;
 };
 

@@ -23,7 +23,8 @@ constexpr QRectF usual(20, 45, 90, 35);
 QRectF Paper() {
   constexpr double millimetres = 10;
   const documents::Paper& paper = documents::UsualPaper();
-  return {0, 0, documents::InCentimetres(paper.width) * millimetres, documents::InCentimetres(paper.height) * millimetres};
+  return {0, 0, documents::InCentimetres(paper.width) * millimetres,
+          documents::InCentimetres(paper.height) * millimetres};
 }
 
 }  // namespace

@@ -138,8 +138,9 @@ void SelectionCommands::Delete() {
   const StoredSelection selection = *Chosen();
   PlainBox box(QMessageBox::Question, m_context.title, u"¿Desea eliminar la selección «%1»?"_s.arg(selection.name),
                QMessageBox::Yes | QMessageBox::No, &m_window);
-  box.SetFurtherText(selection.isShared ? u"La comparten todas las personas. Nadie se elimina de la lista de personas."_s
-                                        : u"Nadie se elimina de la lista de personas."_s);
+  box.SetFurtherText(selection.isShared
+                         ? u"La comparten todas las personas. Nadie se elimina de la lista de personas."_s
+                         : u"Nadie se elimina de la lista de personas."_s);
   box.setDefaultButton(QMessageBox::No);
   if (box.exec() == QMessageBox::Yes) {
     Do([selection, user = m_context.user](adodb::Connection& connection) {
