@@ -34,10 +34,7 @@ QStringList PageNames() {
   for (const QString& file : QDir(folder).entryList({u"*.html"_s}, QDir::Files)) {
     names.append(file.chopped(5));
   }
-<<<<<<< HEAD
-=======
   // With their endings they stand in another order.
->>>>>>> hE
   names.sort();
   return names;
 }
