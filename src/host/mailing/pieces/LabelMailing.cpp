@@ -123,16 +123,16 @@ void LabelMailing::AddSenders(adodb::Connection& connection, const LabelWish& wi
   Add(lines.constFirst(), lines, {}, wish.copies);
 }
 
-void LabelMailing::Add(const QString& name, const QStringList& lines, const QList<int>& people, int copies) {
+void LabelMailing::Add(const QString& name, const QStringList& lines, const QList<int>& keys, int copies) {
   if (lines.isEmpty()) {
-    m_notes.leftOut.append({people.value(0), name, u"no hay nada que imprimir"_s});
+    m_notes.leftOut.append({keys.value(0), name, u"no hay nada que imprimir"_s});
     return;
   }
   if (!m_painter->ScaleOf(lines)) {
     m_faults.append(u"El texto de %1 no cabe en la etiqueta: se corta."_s.arg(name));
   }
   m_labels.insert(m_labels.end(), static_cast<std::size_t>(copies), lines);
-  m_people.resize(m_labels.size(), people);
+  m_people.resize(m_labels.size(), keys);
 }
 
 void LabelMailing::ReadSheet(adodb::Connection& connection, const LabelWish& wish) {

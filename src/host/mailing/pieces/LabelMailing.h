@@ -56,8 +56,8 @@ class LabelMailing : public Mailing {
   void AddSenders(adodb::Connection& connection, const LabelWish& wish);
   void AddDisks(adodb::Connection& connection, const LabelWish& wish);
   void AddPeople(adodb::Connection& connection, const LabelWish& wish, int userId);
-  /// `people` share the label; it is made so many times.
-  void Add(const QString& name, const QStringList& lines, const QList<int>& people = {}, int copies = 1);
+  /// The people of those keys share the label; it is made so many times.
+  void Add(const QString& name, const QStringList& lines, const QList<int>& keys = {}, int copies = 1);
   QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people) const;
   static QStringList LinesFor(const QList<LabelField>& fields, const QStringList& values, const Addressee& people,
                               const QStringList& name);
