@@ -87,7 +87,7 @@ void tst_verification::FaultsAreNamed_data() {
   row(services, u"SeleccionarFila"_s, u"fila entera"_s);
   row(services, u"SalvarAnchos"_s, u"falla con el error 75: no se puede escribir"_s);
   row(services, u"CargarAnchos"_s, u"no repone"_s);
-  row(services, u"VerError"_s, u"no enseña «Un error de prueba»"_s);
+  row(services, u"VerError"_s, u"ni el texto ni el número"_s);
   row(services, u"CIF_NIF_Valido"_s, u"no contesta 3 y la letra Z"_s);
   row(services, u"Validar_NIF"_s, u"contesta QString (1) donde el contrato pide un número"_s);
   row(services, u"FormatearAEuros"_s, u"contesta double"_s);
@@ -118,7 +118,7 @@ void tst_verification::FaultsAreNamed_data() {
   row(personal, u"BloquearControles"_s, u"QAction"_s);
   row(personal, u"controlcambioformulario"_s, u"ve un cambio donde no lo hay (otro objeto"_s);
   row(personal, u"CargarAnchos"_s, u"con esa clave"_s);
-  row(personal, u"VerError"_s, u"no enseña «Un error de prueba»"_s);
+  row(personal, u"VerError"_s, u"ni el texto ni el número"_s);
   row(personal, u"Validar_NIF"_s, u"contesta 1 para 12345678A"_s);
   row(personal, u"FormatearAEuros"_s, u"no deja como está"_s);
   const QString careless = u"Vaga.cListas"_s;
