@@ -1,5 +1,7 @@
 #include "moving/CsvText.h"
 
+#include "platform/text/Windows1252.h"
+
 #include <QStringDecoder>
 
 #include <optional>
@@ -7,11 +9,6 @@
 namespace moving {
 
 namespace {
-
-// 80 to 9F of Windows-1252, as the WHATWG's encoding standard has them; the rest is Latin 1.
-constexpr char16_t windows[] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-                                0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-                                0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
 std::optional<QString> Decoded(const QByteArray& bytes, QStringConverter::Encoding encoding) {
   QStringDecoder decoder(encoding);
@@ -22,8 +19,8 @@ std::optional<QString> Decoded(const QByteArray& bytes, QStringConverter::Encodi
 QString FromWindows(const QByteArray& bytes) {
   QString text = QString::fromLatin1(bytes);
   for (QChar& each : text) {
-    if (each >= QChar(0x80) && each < QChar(0xA0)) {
-      each = QChar(windows[each.unicode() - 0x80]);
+    if (each >= QChar(0x80)) {
+      each = QChar(texts::windows1252[each.unicode() - 0x80]);
     }
   }
   return text;

@@ -1,5 +1,7 @@
 #include "documents/rtf/CodePages.h"
 
+#include "platform/text/Windows1252.h"
+
 #include <QByteArray>
 #include <QStringDecoder>
 
@@ -14,23 +16,6 @@ namespace rtf {
 namespace {
 
 using UpperHalf = std::array<char16_t, 128>;
-
-// Source: Unicode's mapping file for Windows-1252, with the best fit (the control character) for the five free bytes.
-constexpr UpperHalf western = [] {
-  UpperHalf half{};
-  for (std::size_t i = 0; i < half.size(); ++i) {
-    half[i] = static_cast<char16_t>(0x80 + i);
-  }
-  constexpr std::pair<std::size_t, char16_t> own[] = {
-      {0x80, 0x20AC}, {0x82, 0x201A}, {0x83, 0x0192}, {0x84, 0x201E}, {0x85, 0x2026}, {0x86, 0x2020}, {0x87, 0x2021},
-      {0x88, 0x02C6}, {0x89, 0x2030}, {0x8A, 0x0160}, {0x8B, 0x2039}, {0x8C, 0x0152}, {0x8E, 0x017D}, {0x91, 0x2018},
-      {0x92, 0x2019}, {0x93, 0x201C}, {0x94, 0x201D}, {0x95, 0x2022}, {0x96, 0x2013}, {0x97, 0x2014}, {0x98, 0x02DC},
-      {0x99, 0x2122}, {0x9A, 0x0161}, {0x9B, 0x203A}, {0x9C, 0x0153}, {0x9E, 0x017E}, {0x9F, 0x0178}};
-  for (const auto& [byte, character] : own) {
-    half[byte - 0x80] = character;
-  }
-  return half;
-}();
 
 // A converter per code page, made when it is first needed; null for a page that this system does not know.
 QStringDecoder* DecoderOf(int codePage) {
@@ -77,7 +62,7 @@ const UpperHalf& UpperHalfOf(int codePage) {
   if (known != halves.end()) {
     return known->second;
   }
-  UpperHalf half = western;
+  UpperHalf half = texts::windows1252;
   if (QStringDecoder* decoder = DecoderOf(codePage)) {
     for (std::size_t i = 0; i < half.size(); ++i) {
       const char byte = static_cast<char>(0x80 + i);
@@ -137,7 +122,8 @@ void Decode(QString& text, std::string_view bytes, int codePage) {
       return;
     }
   }
-  const UpperHalf& half = codePage == westernCodePage || codePage == symbolCodePage ? western : UpperHalfOf(codePage);
+  const UpperHalf& half =
+      codePage == westernCodePage || codePage == symbolCodePage ? texts::windows1252 : UpperHalfOf(codePage);
   const qsizetype start = text.size();
   text.resize(start + static_cast<qsizetype>(bytes.size()));
   QChar* out = text.data() + start;
@@ -166,8 +152,8 @@ int WesternByte(char16_t character) {
   if (character < 0x100) {
     return character;
   }
-  const auto found = std::find(western.begin(), western.end(), character);
-  return found == western.end() ? -1 : static_cast<int>(0x80 + (found - western.begin()));
+  const auto found = std::find(texts::windows1252.begin(), texts::windows1252.end(), character);
+  return found == texts::windows1252.end() ? -1 : static_cast<int>(0x80 + (found - texts::windows1252.begin()));
 }
 
 }  // namespace rtf
