@@ -1,12 +1,9 @@
 #include "host/desktop/MailingOpener.h"
 
-#include "host/help/HelpDesk.h"
 #include "host/records/NodeCatalog.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <utility>
-
-using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -21,7 +18,6 @@ void MailingOpener::Open(const Node* node, int id) {
   // One that was closed begins anew, with what the database holds now.
   if (!m_window || !m_window->isVisible()) {
     m_window = std::make_unique<MailingWindow>(m_context());
-    m_window->setProperty(HelpDesk::topicProperty, u"cartas-y-etiquetas"_s);
   }
   if (node != nullptr && IsFor(*node)) {
     const bool isLetter = node->id == cConstNodo().CartasModelo();

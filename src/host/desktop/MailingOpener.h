@@ -7,9 +7,6 @@
 #include <functional>
 #include <memory>
 
-class QAction;
-class QWidget;
-
 namespace host {
 
 struct Node;
