@@ -104,7 +104,7 @@ int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& sta
   window.Offer(rescue);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
-  window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
+  window.ChooseNode(LoadLastNode(homeNode));
   return QApplication::exec();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordPage.h"
 #include "host/desktop/TreeCounts.h"
@@ -43,7 +44,7 @@ class MainWindow : public QMainWindow {
   /// Remembers how the window looked.
   ~MainWindow() override;
 
-  /// Shows the records of a node; a number that the tree does not have changes nothing.
+  /// Shows the records of a node, or the start page for homeNode; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
@@ -58,6 +59,7 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void SetUpHome(const QString& connectionString);
   void SetUpPage(const QString& connectionString);
   void SetUpActions();
   void SetUpStatusBar();
@@ -66,6 +68,7 @@ class MainWindow : public QMainWindow {
   void Announce(const QString& news);
   void UpdateStatus();
   void ShowNode(const Node& node);
+  void ShowHome();
   void ShowLocks();
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
@@ -79,6 +82,7 @@ class MainWindow : public QMainWindow {
   TreeCounts m_counts;
   QLabel* m_selection;
   QLabel* m_freshness;
+  HomePage* m_home = nullptr;
   std::unique_ptr<RecordPage> m_page;  // its actions and nodes are the window's
 };
 
