@@ -11,6 +11,8 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -83,8 +85,8 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
     Refuse(u"La carta «%1» no se puede leer. %2"_s.arg(m_name, report.reason));
   }
   if (letter->characterCount() > mostCharacters) {
-    Refuse(u"La carta «%1» tiene más de %L2 letras, demasiadas para escribirla a cada persona. Acórtela."_s.arg(m_name)
-               .arg(mostCharacters));
+    Refuse(u"La carta «%1» tiene más de %2 letras, demasiadas para escribirla a cada persona. Acórtela."_s.arg(
+        m_name, QLocale(QLocale::Spanish).toString(mostCharacters)));
   }
   if (wish.letterhead != 0) {
     PutAbove(*letter, ReadLetterhead(connection, wish.letterhead));
