@@ -68,6 +68,7 @@ LabelPanel::LabelPanel(QWidget* parent)
   });
   connect(m_picture, &SheetStartPicture::Changed, this, &LabelPanel::TakeStart);
   connect(m_copies, &QCheckBox::toggled, this, &LabelPanel::Changed);
+  ShowFields();
 }
 
 QWidget* LabelPanel::MakeSheetRow() {
@@ -76,7 +77,6 @@ QWidget* LabelPanel::MakeSheetRow() {
   layout->setContentsMargins({});
   m_sheet->setObjectName(u"cboHoja"_s);
   m_sheet->setAccessibleName(u"Hoja"_s);
-  m_sheet->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* caption = new QLabel(u"&Hoja:"_s, row);
   caption->setBuddy(m_sheet);
   auto* edit = new QPushButton(u"Mod&ificar…"_s, row);

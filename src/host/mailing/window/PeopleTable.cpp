@@ -23,6 +23,8 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 3);
+  constexpr int fewestRows = 4;
+  setMinimumHeight(horizontalHeader()->sizeHint().height() + fewestRows * verticalHeader()->defaultSectionSize());
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
@@ -33,6 +35,11 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   setColumnWidth(PeopleModel::Name, letter * nameLetters);
   setColumnWidth(PeopleModel::Postcode, letter * postcodeLetters);
   setColumnWidth(PeopleModel::Town, letter * townLetters);
+}
+
+// Its layout gives it what others leave.
+QSize PeopleTable::sizeHint() const {
+  return {QTableView::sizeHint().width(), minimumHeight()};
 }
 
 void PeopleTable::GoTo(int person) {

@@ -1,6 +1,7 @@
 #include "host/mailing/window/PreviewPanel.h"
 
 #include "documents/people/Names.h"
+#include "host/mailing/window/ElidedLabel.h"
 #include "host/mailing/window/EnvelopeDialog.h"
 #include "paper/PageView.h"
 
@@ -28,7 +29,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
       m_view(new paper::PageView(this)),
       m_text(new QLabel(this)),
       m_count(new QLabel(this)),
-      m_name(new QLabel(this)),
+      m_name(new ElidedLabel(this)),
       m_zoom(new QComboBox(this)) {
   m_look.envelope = EnvelopeWindow();
   m_view->setObjectName(u"pagVista"_s);
@@ -62,9 +63,7 @@ void PreviewPanel::AddBar() {
   m_number->setKeyboardTracking(false);
   m_count->setObjectName(u"lblPiezas"_s);
   m_name->setObjectName(u"lblPersona"_s);
-  m_name->setTextFormat(Qt::PlainText);
-  m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  constexpr int nameLetters = 12;
+  constexpr int nameLetters = 4;
   m_name->setMinimumWidth(nameLetters * fontMetrics().averageCharWidth());
   m_zoom->setObjectName(u"cboTamano"_s);
   m_zoom->setAccessibleName(u"Tamaño en pantalla"_s);
