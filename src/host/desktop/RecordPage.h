@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/desktop/ListOutput.h"
 #include "host/desktop/LiveRecords.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
@@ -32,6 +33,10 @@ struct RecordActions {
   QAction* newBranch;
   QAction* history;
   QAction* writeToPeople;  ///< The page says when; the window writes.
+  QAction* copy;
+  QAction* copyWithHeadings;
+  QAction* exportList;
+  QAction* print;
   QAction* refresh;
   QAction* find;
 };
@@ -76,12 +81,16 @@ class RecordPage : public QWidget {
 
  private:
   void ConnectActions();
+  void ConnectOutput();
   void Add();
   void Modify();
   void Delete();
   void UndoDelete();
   void RecoverSelected();
   void ShowHistory();
+  void Export();
+  void Print();
+  ListHead Head() const;
   void NewBranch();
   void Search(const QString& typed);
   void UpdateState();
@@ -105,6 +114,7 @@ class RecordPage : public QWidget {
 
   ComponentBridge& m_bridge;
   const RecordActions m_actions;
+  const QString m_connectionString;
   const QString m_title;
   const bool m_readOnly;
   std::unique_ptr<Ui::RecordPage> m_ui;
