@@ -106,6 +106,10 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .newBranch = m_ui->actNewBranch,
                               .history = m_ui->actHistory,
                               .writeToPeople = m_ui->actWriteToPeople,
+                              .copy = m_ui->actCopy,
+                              .copyWithHeadings = m_ui->actCopyWithHeadings,
+                              .exportList = m_ui->actExport,
+                              .print = m_ui->actPrint,
                               .refresh = m_ui->actRefresh,
                               .find = m_ui->actFind,
                               .detail = m_ui->actDetail};

@@ -1,5 +1,7 @@
 #include "host/desktop/RecordPage.h"
 
+#include "database/Database.h"
+#include "database/Place.h"
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/HistoryDialog.h"
 #include "host/desktop/MailingOpener.h"
@@ -12,6 +14,7 @@
 #include "ui_RecordPage.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QResizeEvent>
 
 #include <algorithm>
@@ -39,6 +42,7 @@ RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QS
     : QWidget(parent),
       m_bridge(bridge),
       m_actions(actions),
+      m_connectionString(connectionString),
       m_title(std::move(title)),
       m_readOnly(readOnly),
       m_ui(std::make_unique<Ui::RecordPage>()),
@@ -50,6 +54,7 @@ RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QS
   m_live = std::make_unique<LiveRecords>(bridge, thread, m_loader, *m_ui->recordList, connectionString);
   ConnectActions();
   SetUpDetail();
+  ConnectOutput();
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &RecordPage::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_actions.modify, &QAction::trigger);
@@ -130,6 +135,19 @@ void RecordPage::ShowRecords(int nodeId, const QList<int>& ids) {
   }
   Q_EMIT NodeWanted(nodeId);
   m_selectWhenRead = ids;
+}
+
+void RecordPage::ConnectOutput() {
+  connect(m_actions.copy, &QAction::triggered, m_ui->recordList, [list = m_ui->recordList] { list->Copy(false); });
+  connect(m_actions.copyWithHeadings, &QAction::triggered, m_ui->recordList,
+          [list = m_ui->recordList] { list->Copy(true); });
+  connect(m_actions.exportList, &QAction::triggered, this, &RecordPage::Export);
+  connect(m_actions.print, &QAction::triggered, this, &RecordPage::Print);
+  // Where a text has the focus it is copied.
+  for (QAction* copy : {m_actions.copy, m_actions.copyWithHeadings}) {
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    m_ui->recordList->addAction(copy);
+  }
 }
 
 void RecordPage::Show(const Node& node) {
@@ -319,6 +337,25 @@ void RecordPage::ShowHistory() {
   }
 }
 
+ListHead RecordPage::Head() const {
+  return {.title = m_node->title,
+          .search = m_ui->txtSearch->text().trimmed(),
+          .origin = QFileInfo(database::PlaceOf(m_connectionString).shown).fileName(),
+          .user = m_bridge.Session().userName};
+}
+
+void RecordPage::Export() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(ExportShownList(*m_ui->recordList, Head(), this));
+  }
+}
+
+void RecordPage::Print() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(PrintShownList(*m_ui->recordList, Head(), m_connectionString, this));
+  }
+}
+
 QList<DeletionTarget> RecordPage::SelectedTargets() const {
   const RecordModel& records = m_ui->recordList->Records();
   QList<DeletionTarget> targets;
@@ -390,6 +427,10 @@ void RecordPage::UpdateState() {
   m_actions.writeToPeople->setVisible(m_node != nullptr && MailingOpener::IsFor(*m_node));
   m_actions.writeToPeople->setEnabled(m_node != nullptr && MailingOpener::IsFor(*m_node) && selected == 1);
   m_actions.history->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
+  m_actions.copy->setEnabled(selected > 0);
+  m_actions.copyWithHeadings->setEnabled(selected > 0);
+  m_actions.exportList->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
+  m_actions.print->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
   m_actions.refresh->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/desktop/DetailPane.h"
+#include "host/desktop/ListOutput.h"
 #include "host/desktop/LiveRecords.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
@@ -33,6 +34,10 @@ struct RecordActions {
   QAction* newBranch;
   QAction* history;
   QAction* writeToPeople;  ///< The page says when; the window writes.
+  QAction* copy;
+  QAction* copyWithHeadings;
+  QAction* exportList;
+  QAction* print;
   QAction* refresh;
   QAction* find;
   QAction* detail;  ///< Checked while the pane of the chosen record is to be seen.
@@ -90,12 +95,16 @@ class RecordPage : public QWidget {
 
  private:
   void ConnectActions();
+  void ConnectOutput();
   void Add();
   void Modify();
   void Delete();
   void UndoDelete();
   void RecoverSelected();
   void ShowHistory();
+  void Export();
+  void Print();
+  ListHead Head() const;
   void NewBranch();
   void Search(const QString& typed);
   void SetUpDetail();
@@ -122,6 +131,7 @@ class RecordPage : public QWidget {
 
   ComponentBridge& m_bridge;
   const RecordActions m_actions;
+  const QString m_connectionString;
   const QString m_title;
   const bool m_readOnly;
   std::unique_ptr<Ui::RecordPage> m_ui;
