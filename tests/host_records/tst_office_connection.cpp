@@ -109,6 +109,7 @@ void tst_office_connection::Notes_data() {
       "changed CartasModelo 1 «Vieja» 1 Contenido:9>9", 1);
   row("UPDATE CartasModelo SET Nombre='Vieja' WHERE IDCartaModelo=1", "", 1);
   row("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'IDPais',35)", "", 1);
+  row("INSERT INTO Claves(codUsuario,Hash) VALUES(1,'secreto')", "", 1);
   row("SELECT Nombre FROM Paises WHERE IDPais=35", "", 0);
 }
 

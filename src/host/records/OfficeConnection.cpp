@@ -23,10 +23,16 @@ namespace {
 
 // The host's own tables, which tell of the office's.
 bool IsOwn(const QString& table) {
-  static const QStringList own{
-      u"BloqueoRegistros"_s,  u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
-      u"Ajustes"_s,           u"Selecciones"_s,   u"SeleccionesPersonas"_s,    u"ImpresorasCalibracion"_s,
-      u"EtiquetasImpresion"_s};
+  static const QStringList own{u"BloqueoRegistros"_s,
+                               u"Eliminaciones"_s,
+                               u"EliminacionesRegistros"_s,
+                               u"Cambios"_s,
+                               u"Ajustes"_s,
+                               u"Selecciones"_s,
+                               u"SeleccionesPersonas"_s,
+                               u"ImpresorasCalibracion"_s,
+                               u"EtiquetasImpresion"_s,
+                               u"Claves"_s};
   return own.contains(table);
 }
 

@@ -68,6 +68,18 @@ Painted PaintSome(const PrintedWork& work, int first, const RunControl& control)
   return painted;
 }
 
+/// Runs what writes files one by one; an error says how many there are.
+int CountFiles(const QString& folder, const RunControl& control, const std::function<void()>& write) {
+  try {
+    write();
+  } catch (const automation::Error& error) {
+    throw automation::Error(error.Number(), u"%1 Quedan %2 de %3 archivos en «%4»."_s.arg(
+                                                error.Description(), QString::number(control.Done()),
+                                                QString::number(control.Parts()), folder));
+  }
+  return control.Done();
+}
+
 }  // namespace
 
 bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control) {
@@ -90,31 +102,33 @@ bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control)
 int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& control) {
   control.Begin(work.Count());
   Folder target(folder);
-  for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
-    const Painted painted = PaintSome(work, first, control);
-    if (painted.ends.isEmpty()) {
-      break;
+  return CountFiles(folder, control, [&] {
+    for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
+      const Painted painted = PaintSome(work, first, control);
+      if (painted.ends.isEmpty()) {
+        break;
+      }
+      const PdfCutter cutter(painted.content);
+      int begin = 0;
+      for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
+        target.Write(work.NameOf(first + i), u".pdf"_s, cutter.Pages(begin, painted.ends[i]));
+        begin = painted.ends[i];
+        control.PartDone();
+      }
     }
-    const PdfCutter cutter(painted.content);
-    int begin = 0;
-    for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
-      target.Write(work.NameOf(first + i), u".pdf"_s, cutter.Pages(begin, painted.ends[i]));
-      begin = painted.ends[i];
-      control.PartDone();
-    }
-  }
-  return control.Done();
+  });
 }
 
 int WriteFiles(const PrintedWork& work, const QString& folder, const QString& suffix,
                const std::function<QByteArray(int part)>& part, RunControl& control) {
   control.Begin(work.Count());
   Folder target(folder);
-  for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
-    target.Write(work.NameOf(i), suffix, part(i));
-    control.PartDone();
-  }
-  return control.Done();
+  return CountFiles(folder, control, [&] {
+    for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
+      target.Write(work.NameOf(i), suffix, part(i));
+      control.PartDone();
+    }
+  });
 }
 
 }  // namespace host

@@ -150,7 +150,10 @@ void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& 
                             .year = wish.year,
                             .publications = selection.conditions.Of(Condition::Publication)});
   for (int i = 0; i < static_cast<int>(m_addressees.size()); ++i) {
+    const std::size_t before = m_pieces.size();
     AddPieces(i, rows);
+    m_notes.abroad +=
+        GoesAbroad(m_addressees[static_cast<std::size_t>(i)]) ? static_cast<int>(m_pieces.size() - before) : 0;
   }
 }
 

@@ -35,6 +35,8 @@ int Print(const PrintedWork& work, const PrintWish& wish, RunControl& control) {
     return 0;
   }
   file.RequireWhole();
+  // Painting took its time.
+  RequirePrintQueue(wish.queue);
   return SendToPrinter(file.Path(), {.queue = wish.queue,
                                      .tray = wish.tray,
                                      .title = work.Title(),

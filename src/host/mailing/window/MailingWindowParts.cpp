@@ -13,6 +13,7 @@
 #include <QActionGroup>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -29,6 +30,12 @@
 using namespace Qt::StringLiterals;
 
 namespace host {
+
+namespace {
+
+const QString lastFolder = u"Correo/Carpeta"_s;
+
+}  // namespace
 
 QAction* MailingWindow::AddAction(const char* name, const QString& text, const QString& brief, const QString& icon,
                                   const QKeySequence& key) {
@@ -154,6 +161,11 @@ QString MailingWindow::AskForTarget(OutputOrder::Kind kind) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setAcceptMode(isFile ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(isFile ? QFileDialog::AnyFile : QFileDialog::Directory);
+  // Where the last ones went, of this session or an earlier one.
+  QSettings settings;
+  if (const QFileInfo last(settings.value(lastFolder).toString()); last.isDir()) {
+    dialog.setDirectory(last.filePath());
+  }
   if (isFile) {
     QString name = m_page == Page::Letters ? m_letter->Name() : m_label->Name();
     dialog.setNameFilter(u"PDF (*.pdf)"_s);
@@ -162,7 +174,12 @@ QString MailingWindow::AskForTarget(OutputOrder::Kind kind) {
   } else {
     dialog.setOption(QFileDialog::ShowDirsOnly);
   }
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  if (dialog.exec() != QDialog::Accepted) {
+    return {};
+  }
+  const QString target = dialog.selectedFiles().value(0);
+  settings.setValue(lastFolder, isFile ? QFileInfo(target).absolutePath() : target);
+  return target;
 }
 
 }  // namespace host
