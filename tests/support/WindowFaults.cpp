@@ -107,12 +107,14 @@ class Look {
   void Mnemonics() {
     QList<QPair<QString, QString>> texts;
     for (QLabel* label : Shown<QLabel>()) {
-      if (label->buddy() != nullptr) {
+      if (label->buddy() != nullptr && label->buddy()->isEnabled()) {
         texts.append({Called(*label), label->text()});
       }
     }
     for (QAbstractButton* button : Shown<QAbstractButton>()) {
-      texts.append({Called(*button), button->text()});
+      if (button->isEnabled()) {
+        texts.append({Called(*button), button->text()});
+      }
     }
     for (QGroupBox* group : Shown<QGroupBox>()) {
       texts.append({Called(*group), group->title()});
