@@ -32,6 +32,8 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   constexpr int nameLetters = 34;
   constexpr int postcodeLetters = 8;
   constexpr int townLetters = 22;
+  // What is left for the last one, which takes it, may be less than its title.
+  horizontalHeader()->setMinimumSectionSize(horizontalHeader()->sectionSizeHint(PeopleModel::Remark));
   setColumnWidth(PeopleModel::Name, letter * nameLetters);
   setColumnWidth(PeopleModel::Postcode, letter * postcodeLetters);
   setColumnWidth(PeopleModel::Town, letter * townLetters);
