@@ -1,4 +1,5 @@
 #include "host/desktop/MainWindow.h"
+#include "host/desktop/MovingOpener.h"
 
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/HelpMenu.h"
@@ -57,6 +58,12 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
+  connect(m_ui->actImport, &QAction::triggered, this, [this, connectionString] {
+    if (BringFileIn(m_bridge.Session(), connectionString, this)) {
+      m_ui->actRefresh->trigger();
+    }
+  });
+  m_ui->actImport->setVisible(m_bridge.Session().IsAdministrator() && !m_texts.readOnly);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
   connect(m_ui->nodeTree, &NodeTree::ListWanted, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
