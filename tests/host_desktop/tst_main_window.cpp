@@ -47,6 +47,7 @@ class tst_main_window : public QObject {
   void MissingComponentIsExplained_data();
   void MissingComponentIsExplained();
   void HistoryOfARecord();
+  void DetailOfARecord();
   void Preferences();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
@@ -270,6 +271,36 @@ void tst_main_window::HistoryOfARecord() {
     desktop.Action("actHistory").trigger();
   }
   QCOMPARE(told, QStringList({u"Cambiado|ana|Nombre: de «España» a «Hispania»"_s, u"-"_s}));
+}
+
+void tst_main_window::DetailOfARecord() {
+  TestDesktop desktop;
+  adodb::Execute(desktop.Office(), u"UPDATE Paises SET Nombre='Hispania' WHERE IDPais=35");
+  desktop.Window().resize(1000, 900);
+  desktop.ChooseNode(cConstNodo().Paises());
+  desktop.List().SelectRecord(35);
+  const auto text = [&](const char* name) {
+    return desktop.Window().findChild<QLabel*>(QLatin1StringView(name))->text();
+  };
+  const auto* list = desktop.Window().findChild<host::RecordList*>(u"detailList"_s);
+  QTRY_COMPARE(list->Records().TotalCount(), 52);
+  QCOMPARE(text("lblDetailTitle"), u"Hispania"_s);
+  QVERIFY(text("lblDetailUses").contains(u">52 provincias<"_s));
+  QVERIFY(text("lblDetailChange").startsWith(u"Cambiado hoy"_s) && text("lblDetailChange").endsWith(u"por «ana»"_s));
+  // What another program writes shows, and the links lead to the records.
+  desktop.database.Execute(u"UPDATE Provincias SET Eliminado=-1 WHERE IDProvincia=1");
+  adodb::Execute(desktop.Office(), u"UPDATE Provincias SET Nombre='Zzz' WHERE IDProvincia=2");
+  QTRY_COMPARE_WITH_TIMEOUT(list->Records().TotalCount(), 51, 5000);
+  Q_EMIT desktop.Window()
+      .findChild<QLabel*>(u"lblDetailUses"_s)
+      ->linkActivated(QString::number(cConstNodo().Provincias()));
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().SelectedCount(), 51);
+  QTRY_COMPARE(text("lblDetailChange"), u"51 registros elegidos"_s);
+  desktop.Action("actDetail").trigger();
+  QVERIFY(!list->isVisible());
+  desktop.Restart().resize(1000, 900);
+  QVERIFY(!desktop.Action("actDetail").isChecked());
 }
 
 void tst_main_window::Preferences() {

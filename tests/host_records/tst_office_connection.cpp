@@ -292,10 +292,11 @@ void tst_office_connection::LateNotesAreSeen() {
 void tst_office_connection::ListsAreReadOverOneConnection() {
   int made = 0;
   qsizetype read = 0;
-  host::RecordLoader loader([&] {
+  host::DatabaseThread thread([&] {
     ++made;
     return database::CreateConnection(m_database->ConnectionString());
   });
+  host::RecordLoader loader(thread);
   connect(&loader, &host::RecordLoader::Loaded, this,
           [&](const host::SortedRecords& records) { read = records.records.Size(); });
   const cConstNodo node;

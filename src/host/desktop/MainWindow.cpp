@@ -1,9 +1,10 @@
 #include "host/desktop/MainWindow.h"
-#include "host/desktop/MovingOpener.h"
 
+#include "database/Database.h"
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/MovingOpener.h"
 #include "host/desktop/Preferences.h"
 #include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
@@ -18,6 +19,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QTimer>
 
 #include <utility>
 
@@ -49,7 +51,13 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
       m_nodes(NodesFor(bridge.Session().IsAdministrator())),
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
-      m_mailing([this, connectionString] { return ContextForMailing(connectionString); }) {
+      m_mailing([this, connectionString] { return ContextForMailing(connectionString); }),
+      m_thread([connectionString] { return database::CreateConnection(connectionString); }),
+      m_counts(m_thread, m_nodes),
+      m_selection(new QLabel(this)),
+      m_freshness(new QLabel(this)) {
+  m_selection->setObjectName(u"lblSelection"_s);
+  m_freshness->setObjectName(u"lblFreshness"_s);
   m_ui->setupUi(this);
   m_ui->nodeTree->SetNodes(m_nodes);
   SetUpStrips();
@@ -64,6 +72,11 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
     }
   });
   m_ui->actImport->setVisible(m_bridge.Session().IsAdministrator() && !m_texts.readOnly);
+  connect(&m_counts, &TreeCounts::Counted, m_ui->nodeTree, &NodeTree::SetCounts);
+  connect(m_page.get(), &RecordPage::Noticed, &m_counts, &TreeCounts::Follow);
+  connect(m_ui->actRefresh, &QAction::triggered, &m_counts, &TreeCounts::CountAll);
+  // Behind the first list.
+  QTimer::singleShot(0, &m_counts, &TreeCounts::CountAll);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
   connect(m_ui->nodeTree, &NodeTree::ListWanted, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
@@ -100,15 +113,19 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .newBranch = m_ui->actNewBranch,
                               .history = m_ui->actHistory,
                               .writeToPeople = m_ui->actWriteToPeople,
+                              .copy = m_ui->actCopy,
+                              .copyWithHeadings = m_ui->actCopyWithHeadings,
+                              .exportList = m_ui->actExport,
+                              .print = m_ui->actPrint,
                               .refresh = m_ui->actRefresh,
-                              .find = m_ui->actFind};
-  m_page = std::make_unique<RecordPage>(m_bridge, connectionString, actions, m_texts.title, m_texts.readOnly);
+                              .find = m_ui->actFind,
+                              .detail = m_ui->actDetail};
+  m_page = std::make_unique<RecordPage>(m_bridge, m_thread, connectionString, actions, m_texts.title, m_texts.readOnly);
   m_ui->splitter->addWidget(m_page.get());
   m_ui->splitter->setStretchFactor(1, 1);
   connect(m_page.get(), &RecordPage::Told, m_ui->strips, &Strips::Tell);
   connect(m_page.get(), &RecordPage::NewsChanged, this, &MainWindow::Announce);
-  connect(m_page.get(), &RecordPage::MayHaveChanged, m_ui->statusBar,
-          [this] { m_ui->statusBar->showMessage(u"Puede haber cambios (F5)"_s); });
+  connect(m_page.get(), &RecordPage::StateChanged, this, &MainWindow::UpdateStatus);
   connect(m_page.get(), &RecordPage::NodeWanted, this, &MainWindow::ChooseNode);
   connect(m_ui->strips, &Strips::Left, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
@@ -135,7 +152,10 @@ void MainWindow::SetUpStatusBar() {
   label->setObjectName(u"lblSession"_s);
   label->setTextFormat(Qt::PlainText);
   label->setToolTip(texts::AsItStands(m_texts.database));
+  m_ui->statusBar->addWidget(m_selection);
   m_ui->statusBar->addPermanentWidget(label);
+  m_freshness->setToolTip(u"Si la lista está como la base de datos"_s);
+  m_ui->statusBar->addPermanentWidget(m_freshness);
 }
 
 // What is not as usual stands in the title and in a strip that stays.
@@ -157,6 +177,13 @@ void MainWindow::SetUpStrips() {
 
 void MainWindow::Announce(const QString& news) {
   m_ui->statusBar->showMessage(news, newsTime);
+}
+
+void MainWindow::UpdateStatus() {
+  m_selection->setText(m_page->SelectionText());
+  m_freshness->setText(!m_page->IsListRead() ? u"○ Leyendo…"_s
+                       : m_page->IsInDoubt() ? u"○ Puede haber cambios (F5)"_s
+                                             : u"● Al día"_s);
 }
 
 void MainWindow::ShowNode(const Node& node) {

@@ -2,7 +2,9 @@
 
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordPage.h"
+#include "host/desktop/TreeCounts.h"
 #include "host/records/ComponentBridge.h"
+#include "host/records/DatabaseThread.h"
 #include "host/records/NodeCatalog.h"
 #include "host/services/Rescue.h"
 
@@ -11,6 +13,8 @@
 
 #include <memory>
 #include <vector>
+
+class QLabel;
 
 namespace Ui {
 class MainWindow;
@@ -60,6 +64,7 @@ class MainWindow : public QMainWindow {
   void SetUpStrips();
   /// Says in the status line what was done, for a while; an empty text takes away what is there.
   void Announce(const QString& news);
+  void UpdateStatus();
   void ShowNode(const Node& node);
   void ShowLocks();
   void CalibratePrinter();
@@ -70,6 +75,10 @@ class MainWindow : public QMainWindow {
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   MailingOpener m_mailing;
+  DatabaseThread m_thread;
+  TreeCounts m_counts;
+  QLabel* m_selection;
+  QLabel* m_freshness;
   std::unique_ptr<RecordPage> m_page;  // its actions and nodes are the window's
 };
 

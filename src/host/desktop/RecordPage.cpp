@@ -1,17 +1,21 @@
 #include "host/desktop/RecordPage.h"
 
 #include "database/Database.h"
+#include "database/Place.h"
 #include "host/desktop/DeletionDialogs.h"
 #include "host/desktop/HistoryDialog.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/records/RecordReader.h"
+#include "host/records/RecordReferences.h"
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
 #include "ui_RecordPage.h"
 
 #include <QAction>
+#include <QFileInfo>
+#include <QResizeEvent>
 
 #include <algorithm>
 #include <utility>
@@ -23,6 +27,8 @@ namespace host {
 namespace {
 
 constexpr int mostShownChanges = 500;
+// In lines of text.
+constexpr int lowestWithDetail = 20;
 
 QString CountText(int shown, int total) {
   const QString records = total == 1 ? u"registro"_s : u"registros"_s;
@@ -31,20 +37,24 @@ QString CountText(int shown, int total) {
 
 }  // namespace
 
-RecordPage::RecordPage(ComponentBridge& bridge, const QString& connectionString, const RecordActions& actions,
-                       QString title, bool readOnly, QWidget* parent)
+RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QString& connectionString,
+                       const RecordActions& actions, QString title, bool readOnly, QWidget* parent)
     : QWidget(parent),
       m_bridge(bridge),
       m_actions(actions),
+      m_connectionString(connectionString),
       m_title(std::move(title)),
       m_readOnly(readOnly),
       m_ui(std::make_unique<Ui::RecordPage>()),
-      m_loader([connectionString] { return database::CreateConnection(connectionString); }),
-      m_dialogs(bridge, this) {
+      m_loader(thread),
+      m_dialogs(bridge, this),
+      m_detail(new DetailPane(thread, bridge.Session().velumar, this)) {
   m_ui->setupUi(this);
   setFocusProxy(m_ui->recordList);
-  m_live = std::make_unique<LiveRecords>(bridge, m_loader, *m_ui->recordList, connectionString);
+  m_live = std::make_unique<LiveRecords>(bridge, thread, m_loader, *m_ui->recordList, connectionString);
   ConnectActions();
+  SetUpDetail();
+  ConnectOutput();
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &RecordPage::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_actions.modify, &QAction::trigger);
@@ -52,7 +62,11 @@ RecordPage::RecordPage(ComponentBridge& bridge, const QString& connectionString,
   connect(&m_loader, &RecordLoader::Loaded, this, &RecordPage::ShowList);
   connect(&m_loader, &RecordLoader::Failed, this, &RecordPage::ShowReadError);
   connect(m_live.get(), &LiveRecords::Updated, this, &RecordPage::UpdateState);
-  connect(m_live.get(), &LiveRecords::MayHaveChanged, this, &RecordPage::MayHaveChanged);
+  connect(m_live.get(), &LiveRecords::Noticed, this, &RecordPage::Noticed);
+  connect(m_live.get(), &LiveRecords::MayHaveChanged, this, [this] {
+    m_isInDoubt = true;
+    Q_EMIT StateChanged();
+  });
   connect(&m_dialogs, &RecordDialogs::Told, this, &RecordPage::Told);
   connect(&m_dialogs, &RecordDialogs::RecoveryWanted, this, [this](int note) { RecoverAndShow({note}); });
   connect(&m_dialogs, &RecordDialogs::RecordWanted, this, [this](const Node& node, int id) { Open(node, id, {}); });
@@ -83,6 +97,59 @@ void RecordPage::ConnectActions() {
                                 m_actions.newBranch, m_actions.history, m_actions.writeToPeople, m_actions.refresh});
 }
 
+void RecordPage::SetUpDetail() {
+  m_ui->detailSplitter->addWidget(m_detail);
+  m_ui->detailSplitter->setStretchFactor(0, 3);
+  m_ui->detailSplitter->setStretchFactor(1, 2);
+  LoadDetail(*m_ui->detailSplitter, *m_actions.detail);
+  connect(m_actions.detail, &QAction::toggled, this, &RecordPage::ShowDetail);
+  connect(m_live.get(), &LiveRecords::Noticed, m_detail, &DetailPane::Refresh);
+  connect(m_detail, &DetailPane::UsesWanted, this, &RecordPage::ShowUses);
+  connect(m_detail, &DetailPane::RecordWanted, this,
+          [this](int nodeId, int id, const QString& name) { Open(*FindNode(nodeId), id, name); });
+  ShowDetail();
+}
+
+// Where the window is too low for both, the list has it alone.
+void RecordPage::ShowDetail() {
+  m_detail->setVisible(m_actions.detail->isChecked() && height() >= fontMetrics().height() * lowestWithDetail);
+}
+
+void RecordPage::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ShowDetail();
+}
+
+void RecordPage::ShowUses(int nodeId, const QString& table, int id) {
+  try {
+    ShowRecords(nodeId, ReferringIds(m_bridge.OpenConnection(), *FindNode(nodeId), table, id));
+  } catch (const automation::Error& error) {
+    ShowError(this, m_title, u"No se ha podido leer la base de datos."_s, error);
+  }
+}
+
+void RecordPage::ShowRecords(int nodeId, const QList<int>& ids) {
+  if (m_node != nullptr && nodeId == m_node->id) {
+    Select(ids);
+    return;
+  }
+  Q_EMIT NodeWanted(nodeId);
+  m_selectWhenRead = ids;
+}
+
+void RecordPage::ConnectOutput() {
+  connect(m_actions.copy, &QAction::triggered, m_ui->recordList, [list = m_ui->recordList] { list->Copy(false); });
+  connect(m_actions.copyWithHeadings, &QAction::triggered, m_ui->recordList,
+          [list = m_ui->recordList] { list->Copy(true); });
+  connect(m_actions.exportList, &QAction::triggered, this, &RecordPage::Export);
+  connect(m_actions.print, &QAction::triggered, this, &RecordPage::Print);
+  // Where a text has the focus it is copied.
+  for (QAction* copy : {m_actions.copy, m_actions.copyWithHeadings}) {
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    m_ui->recordList->addAction(copy);
+  }
+}
+
 void RecordPage::Show(const Node& node) {
   StoreLayout();
   Q_EMIT NewsChanged({});
@@ -101,6 +168,7 @@ void RecordPage::Show(const Node& node) {
 
 void RecordPage::ShowList(SortedRecords& records) {
   m_readFailed = false;
+  m_isInDoubt = false;
   if (m_shown) {
     m_ui->recordList->Refresh(std::move(records));
   } else {
@@ -228,8 +296,7 @@ void RecordPage::RecoverAndShow(const QList<int>& notes) {
   if (node == m_node->id) {
     ShowChanged(ids, ids);
   } else {
-    Q_EMIT NodeWanted(node);
-    m_selectWhenRead = ids;
+    ShowRecords(node, ids);
   }
 }
 
@@ -267,6 +334,25 @@ void RecordPage::ShowHistory() {
         .exec();
   } catch (const automation::Error& error) {
     ShowError(this, m_title, u"No se ha podido leer el historial."_s, error);
+  }
+}
+
+ListHead RecordPage::Head() const {
+  return {.title = m_node->title,
+          .search = m_ui->txtSearch->text().trimmed(),
+          .origin = QFileInfo(database::PlaceOf(m_connectionString).shown).fileName(),
+          .user = m_bridge.Session().userName};
+}
+
+void RecordPage::Export() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(ExportShownList(*m_ui->recordList, Head(), this));
+  }
+}
+
+void RecordPage::Print() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(PrintShownList(*m_ui->recordList, Head(), m_connectionString, this));
   }
 }
 
@@ -341,9 +427,27 @@ void RecordPage::UpdateState() {
   m_actions.writeToPeople->setVisible(m_node != nullptr && MailingOpener::IsFor(*m_node));
   m_actions.writeToPeople->setEnabled(m_node != nullptr && MailingOpener::IsFor(*m_node) && selected == 1);
   m_actions.history->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
+  m_actions.copy->setEnabled(selected > 0);
+  m_actions.copyWithHeadings->setEnabled(selected > 0);
+  m_actions.exportList->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
+  m_actions.print->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
   m_actions.refresh->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());
+  if (selected == 1) {
+    m_detail->Show(*m_node, SelectedId(), SelectedName());
+  } else {
+    m_detail->ShowNothing(selected == 0 ? QString() : u"%1 registros elegidos"_s.arg(selected));
+  }
+  Q_EMIT StateChanged();
+}
+
+QString RecordPage::SelectionText() const {
+  const int shown = m_ui->recordList->Records().rowCount();
+  const int selected = m_ui->recordList->SelectedCount();
+  return shown == 0
+             ? QString()
+             : u"%1 de %2 %3"_s.arg(selected).arg(shown).arg(selected == 1 ? u"seleccionado"_s : u"seleccionados"_s);
 }
 
 QString RecordPage::EmptyText() const {
@@ -377,6 +481,7 @@ void RecordPage::StoreLayout() const {
     return;
   }
   const RecordList& list = *m_ui->recordList;
+  SaveDetail(*m_ui->detailSplitter, *m_actions.detail);
   SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
 }
 

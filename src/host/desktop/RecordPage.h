@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/desktop/DetailPane.h"
+#include "host/desktop/ListOutput.h"
 #include "host/desktop/LiveRecords.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
@@ -32,8 +34,13 @@ struct RecordActions {
   QAction* newBranch;
   QAction* history;
   QAction* writeToPeople;  ///< The page says when; the window writes.
+  QAction* copy;
+  QAction* copyWithHeadings;
+  QAction* exportList;
+  QAction* print;
   QAction* refresh;
   QAction* find;
+  QAction* detail;  ///< Checked while the pane of the chosen record is to be seen.
 };
 
 /// The records of a node: search, list, and what can be done with them. Lists are read beside the window's own work.
@@ -43,9 +50,10 @@ class RecordPage : public QWidget {
   Q_OBJECT
 
  public:
-  /// Borrows bridge and actions. `connectionString` is of the bridge's database; `title` is of the message boxes.
-  RecordPage(ComponentBridge& bridge, const QString& connectionString, const RecordActions& actions, QString title,
-             bool readOnly, QWidget* parent = nullptr);
+  /// Borrows bridge, thread and actions. `connectionString` is of the bridge's database; `title` is of the message
+  /// boxes.
+  RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QString& connectionString,
+             const RecordActions& actions, QString title, bool readOnly, QWidget* parent = nullptr);
   /// Remembers how the list looked.
   ~RecordPage() override;
 
@@ -57,10 +65,16 @@ class RecordPage : public QWidget {
   void Refresh();
   /// False while the list is being read.
   bool IsListRead() const { return !m_loader.IsLoading(); }
+  /// Another program may have written since, and the list is too long to be read anew for that.
+  bool IsInDoubt() const { return m_isInDoubt; }
   /// The only selected record, 0 when there are more or none.
   int SelectedId() const;
   /// Opens a record of any node.
   void Open(const Node& node, int id, const QString& name);
+  /// Shows the list of a node and selects these records.
+  void ShowRecords(int nodeId, const QList<int>& ids);
+  /// "1 de 6 seleccionado"; empty without records.
+  QString SelectionText() const;
   /// Opens a dialog of any record again.
   void OpenAgain(const ComponentRequest& request);
 
@@ -69,21 +83,33 @@ class RecordPage : public QWidget {
   void Told(const host::StripText& content);
   /// What was done, or empty when something else begins.
   void NewsChanged(const QString& news);
-  /// The list may not be what the database has.
-  void MayHaveChanged();
+  /// Something was written, by this program or another.
+  void Noticed(const host::SeenChanges& changes);
+  /// What is selected, listed or under way is another.
+  void StateChanged();
   /// The records of that node are to be shown, by Show().
   void NodeWanted(int nodeId);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   void ConnectActions();
+  void ConnectOutput();
   void Add();
   void Modify();
   void Delete();
   void UndoDelete();
   void RecoverSelected();
   void ShowHistory();
+  void Export();
+  void Print();
+  ListHead Head() const;
   void NewBranch();
   void Search(const QString& typed);
+  void SetUpDetail();
+  void ShowUses(int nodeId, const QString& table, int id);
+  void ShowDetail();
   void UpdateState();
   void StoreLayout() const;
 
@@ -105,15 +131,18 @@ class RecordPage : public QWidget {
 
   ComponentBridge& m_bridge;
   const RecordActions m_actions;
+  const QString m_connectionString;
   const QString m_title;
   const bool m_readOnly;
   std::unique_ptr<Ui::RecordPage> m_ui;
   RecordLoader m_loader;
   std::unique_ptr<LiveRecords> m_live;
   RecordDialogs m_dialogs;
+  DetailPane* m_detail;
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;
+  bool m_isInDoubt = false;
   QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last
   QList<int> m_selectWhenRead;
 };

@@ -29,6 +29,7 @@ struct Node {
   QString group;   ///< The tree's branch, "Tablas".
   QString title;   ///< "Países"
   QString record;  ///< One record with its article, as a question names it: "el país".
+  QString icon;    ///< The name of its icon in the themes.
   QString table;
   QString key;
   /// Selects the key, then one value for each of `columns`, without a condition.

@@ -204,8 +204,10 @@ QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, boo
   QList<RowCount> counts;
   for (const Use& use : AllUses()) {
     if (use.nodeId == nodeId && !(velumar && use.table == dioceses)) {
+      const Node* node = FindNodeByTable(use.table);
       AppendIfAny(counts, {use.one, use.many,
-                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id)});
+                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id),
+                           node == nullptr ? 0 : node->id});
     }
   }
   return counts;

@@ -16,6 +16,7 @@ struct RowCount {
   QString one;   ///< "sucursal"
   QString many;  ///< "sucursales"
   int count = 0;
+  int nodeId = 0;  ///< The node that lists them; 0 for none.
 
   QString Text() const;
 };

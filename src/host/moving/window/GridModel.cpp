@@ -1,5 +1,7 @@
 #include "host/moving/window/GridModel.h"
 
+#include "platform/text/AsItStands.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -44,8 +46,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   const GridCell cell = m_cell(index.row(), index.column());
   switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
       return cell.text;
+    case Qt::ToolTipRole:
+      return texts::AsItStands(cell.text);
     case Qt::EditRole:
       return cell.choices ? QVariant(cell.choice) : QVariant(cell.text);
     case choicesRole:

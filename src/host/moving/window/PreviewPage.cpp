@@ -1,8 +1,10 @@
 #include "host/moving/window/PreviewPage.h"
 
+#include "platform/text/AsItStands.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -84,7 +86,7 @@ PreviewPage::PreviewPage(const QString& copies, QWidget* parent)
   m_info->setPalette(QPalette(Qt::black, QColor(0xDD, 0xEC, 0xF5)));
   m_info->setMargin(fontMetrics().height() / 2);
   m_tables->SetWidths({24, 24, 9, 9, 13, 12, 20});
-  m_findings->SetWidths({32, 40, 24});
+  m_findings->SetWidths({32, 38, 38});
   m_accept->setObjectName(u"chkAunqueFalten"_s);
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setChildrenCollapsible(false);
@@ -95,7 +97,10 @@ PreviewPage::PreviewPage(const QString& copies, QWidget* parent)
   auto* save = new QPushButton(u"&Guardar informe…"_s, this);
   save->setObjectName(u"cmdGuardarPrevio"_s);
   save->setAutoDefault(false);
-  auto* copy = new QLabel(u"Antes se hace una copia en «%1»; con ella se deshace todo."_s.arg(copies), this);
+  auto* copy = new QLabel(
+      u"Antes se hace una copia en la carpeta «%1»; con ella se deshace todo."_s.arg(QFileInfo(copies).fileName()),
+      this);
+  copy->setToolTip(texts::AsItStands(copies));
   copy->setTextFormat(Qt::PlainText);
   copy->setWordWrap(true);
   auto* last = new QHBoxLayout;
@@ -261,11 +266,15 @@ GridCell PreviewPage::FindingCell(int row, int column) const {
 void PreviewPage::ShowFindings() {
   const moving::TableReport* table = Current();
   const qint64 more = table == nullptr ? 0 : table->moreFindings;
-  m_heading->setText(
-      table == nullptr ? QString()
-                       : u"%1: %2 cosas que ver%3"_s.arg(
-                             table->here.isEmpty() ? table->there : table->here, Number(table->findings.size() + more),
-                             more > 0 ? u", aquí las primeras %1"_s.arg(Number(table->findings.size())) : QString()));
+  if (table == nullptr) {
+    m_heading->clear();
+  } else {
+    const qint64 count = table->findings.size() + more;
+    const QString counted = count == 1 ? u"1 cosa que ver"_s : u"%1 cosas que ver"_s.arg(Number(count));
+    const QString shown = u", aquí las primeras %1"_s.arg(Number(table->findings.size()));
+    m_heading->setText((table->here.isEmpty() ? table->there : table->here) + QStringLiteral(": ") + counted +
+                       (more > 0 ? shown : QString()));
+  }
   Arrange();
 }
 
