@@ -4,6 +4,7 @@
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/MovingOpener.h"
 #include "host/desktop/Preferences.h"
 #include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
@@ -65,6 +66,12 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
+  connect(m_ui->actImport, &QAction::triggered, this, [this, connectionString] {
+    if (BringFileIn(m_bridge.Session(), connectionString, this)) {
+      m_ui->actRefresh->trigger();
+    }
+  });
+  m_ui->actImport->setVisible(m_bridge.Session().IsAdministrator() && !m_texts.readOnly);
   connect(&m_counts, &TreeCounts::Counted, m_ui->nodeTree, &NodeTree::SetCounts);
   connect(m_page.get(), &RecordPage::Noticed, &m_counts, &TreeCounts::Follow);
   connect(m_ui->actRefresh, &QAction::triggered, &m_counts, &TreeCounts::CountAll);
