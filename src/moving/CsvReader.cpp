@@ -120,7 +120,7 @@ QChar SeparatorOf(const QString& text) {
   return u';';
 }
 
-QString Content(const QString& path) {
+QString Content(const QString& path, const QString& encoding) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {
     throw automation::Error(automation::InvalidProcedureCall,
@@ -130,17 +130,17 @@ QString Content(const QString& path) {
   if (bytes.size() > mostBytes) {
     throw automation::Error(automation::InvalidProcedureCall, u"El archivo «%1» es demasiado grande."_s.arg(path));
   }
-  return DecodeList(bytes);
+  return DecodeList(bytes, encoding);
 }
 
 }  // namespace
 
-void ReadCsv(const QString& path, SourceListener& listener, const database::Stop& stop) {
-  const QString text = Content(path);
+void ReadCsv(const QString& path, const ListForm& form, SourceListener& listener, const database::Stop& stop) {
+  const QString text = Content(path, form.encoding);
   if (const qsizetype nul = text.indexOf(QChar(0)); nul >= 0) {
     Refuse(QStringView(text).first(nul).count(u'\n') + 1, u"no es texto");
   }
-  Fields fields(text, SeparatorOf(text));
+  Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator);
   listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}});
   while (!fields.AtEnd()) {
     if (stop && stop()) {

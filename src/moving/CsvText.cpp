@@ -28,9 +28,15 @@ QString FromWindows(const QByteArray& bytes) {
 
 }  // namespace
 
-QString DecodeList(const QByteArray& bytes) {
+QString DecodeList(const QByteArray& bytes, const QString& encoding) {
+  if (encoding == u"windows-1252") {
+    return FromWindows(bytes);
+  }
+  if (encoding == u"utf-8") {
+    return QStringDecoder(QStringConverter::Utf8).decode(bytes);
+  }
   // The mark says which bytes come first, and is taken away.
-  if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
+  if (encoding == u"utf-16" || bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
     return QStringDecoder(QStringConverter::Utf16).decode(bytes);
   }
   const auto text = Decoded(bytes, QStringConverter::Utf8);

@@ -50,6 +50,11 @@ void tst_live_records::OthersChangesAppear() {
   const int total = desktop.List().Records().TotalCount();
   lorenzo.Execute(u"UPDATE Provincias SET Nombre='Zzz' WHERE IDProvincia=1");
   QTRY_VERIFY_WITH_TIMEOUT(Names(desktop.List()).constLast().startsWith(u"Zzz"_s), soon);
+  QVERIFY(desktop.List().IsMarked(total - 1) && !desktop.List().IsMarked(0));
+  adodb::Execute(desktop.Office(), u"UPDATE Provincias SET Nombre='000' WHERE IDProvincia=2");
+  QTRY_VERIFY_WITH_TIMEOUT(Names(desktop.List()).constFirst().startsWith(u"000"_s), soon);
+  QVERIFY(!desktop.List().IsMarked(0));
+  QTRY_VERIFY_WITH_TIMEOUT(!desktop.List().IsMarked(total - 1), soon);
   lorenzo.Execute(u"INSERT INTO Provincias(Nombre,CodPais) VALUES('Ítaca',35)");
   lorenzo.Execute(u"INSERT INTO Provincias(Nombre,CodPais) VALUES('Feacia',35)");
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), total + 2, soon);

@@ -7,7 +7,6 @@
 #include "support/TestProgram.h"
 
 #include "host/desktop/ProgramEnd.h"
-#include "host/mailing/printing/CalibrationRecords.h"
 #include "host/mailing/window/SheetStartPicture.h"
 
 #include <QMessageBox>
@@ -128,8 +127,10 @@ void tst_mailing_troubles::Printed() {
   QVERIFY2(some.options.contains(u" copies=2 "_s) && some.options.contains(u" Duplex=None "_s),
            qPrintable(some.options));
 
-  host::KeepCalibration(m_database->Connection(), {.printer = u"oficina"_s, .tray = {}},
-                        {.offset = {1.5, -2}, .scale = {1, 1}}, u"ana"_s);
+  m_database->Execute(
+      u"INSERT INTO ImpresorasCalibracion (Equipo, Impresora, Bandeja, DesplazamientoX, DesplazamientoY, EscalaX, "
+      u"EscalaY) VALUES ('{}', 'oficina', '', '1,5', '-2', '1', '1')",
+      QSysInfo::machineHostName());
   user.Trigger("actEtiquetas");
   user.Find<QSpinBox>("numPrimera")->setValue(7);
   user.Wait();

@@ -153,6 +153,8 @@ PrintServer::PrintServer() {
     throw std::runtime_error("no print server");
   }
   qputenv("CUPS_SERVER", QFile::encodeName(socket));
+  // This thread may have asked another one before.
+  cupsSetServer(QFile::encodeName(socket));
 }
 
 PrintServer::~PrintServer() {

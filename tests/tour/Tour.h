@@ -41,6 +41,8 @@ class Tour {
            const QStringList& expected = {});
 
   support::Driver& Windows() { return m_driver; }
+  host::Session& Session() { return m_session; }
+  QObject& Services() { return *m_services; }
   /// A dialog's picture, as NAME.png in the folder.
   void Picture(const support::DialogUser& dialog, const QString& name);
   /// A path in the folder.
@@ -52,6 +54,8 @@ class Tour {
   }
   QStringList Rows(const QString& query);
 
+  /// Runs `walk` on another database, a new one of that name in the folder.
+  void OnANewDatabase(const QString& file, const std::function<void()>& walk);
   /// Runs `walk` on another database, which has no country, province, bank or party in it.
   void OnAnEmptyDatabase(const std::function<void()>& walk);
 

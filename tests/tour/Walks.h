@@ -19,6 +19,8 @@ void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
 void WalkLetterEditor(Tour& tour);
 void WalkMailing(Tour& tour);
+void WalkMoving(Tour& tour);
 void WalkDeletions(Tour& tour);
+void WalkWindow(Tour& tour);
 
 }  // namespace tour

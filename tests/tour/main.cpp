@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
   const QTemporaryDir registry;
   qputenv("KEL_CLASES", registry.filePath(u"clases.ini"_s).toUtf8());
   qputenv("XDG_DATA_HOME", registry.path().toUtf8());
+  qputenv("XDG_CONFIG_HOME", registry.path().toUtf8());
   QApplication application(argc, argv);
   const bool dark = argc == 4 && qstrcmp(argv[3], "--oscuro") == 0;
   if (argc != 3 && !dark) {
@@ -38,9 +39,9 @@ int main(int argc, char** argv) {
       return 1;
     }
     tour::Tour walk(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2])));
-    for (const auto part :
-         {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes, tour::WalkPublications,
-          tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor, tour::WalkMailing, tour::WalkDeletions}) {
+    for (const auto part : {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes,
+                            tour::WalkPublications, tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor,
+                            tour::WalkMailing, tour::WalkMoving, tour::WalkDeletions, tour::WalkWindow}) {
       part(walk);
     }
     return walk.Report() ? 0 : 1;

@@ -81,7 +81,7 @@ void DocumentBuilder::EndParagraph(const Paragraph& end) {
   m_paragraph.path = end.path;
   m_paragraph.beginsSection = end.beginsSection;
   RepairSurrogates(m_paragraph.text);
-  ++m_paragraphs;
+  m_paragraph.number = m_paragraphs++;
   const bool goesOn = !m_waiting.isEmpty() && !end.path.isEmpty() &&
                       !(end.beginsSection && m_waiting.last().path.first().row != end.path.first().row);
   if (!goesOn) {
@@ -155,6 +155,9 @@ void DocumentBuilder::FillBlock(const Paragraph& paragraph, bool isNew) {
     m_current = {};
   }
   InsertRuns(paragraph);
+  if (m_put) {
+    m_put(paragraph.number, m_cursor.block());
+  }
 }
 
 void DocumentBuilder::InsertRuns(const Paragraph& paragraph) {

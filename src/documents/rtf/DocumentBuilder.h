@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextCursor>
@@ -42,6 +43,7 @@ struct Paragraph {
   std::optional<ListItem> item = {};
   TablePath path = {};
   bool beginsSection = false;
+  int number = 0;  ///< In the order of reading.
 };
 
 /// Builds the document a paragraph at a time, in one edit without undo. Text is gathered with its formats and inserted
@@ -58,6 +60,9 @@ class DocumentBuilder {
   ~DocumentBuilder();
   DocumentBuilder(const DocumentBuilder&) = delete;
   DocumentBuilder& operator=(const DocumentBuilder&) = delete;
+
+  /// Calls `put` with the number of each paragraph that gets a block of its own, and that.
+  void OnBlock(std::function<void(int, const QTextBlock&)> put) { m_put = std::move(put); }
 
   /// The text of the paragraph so far. What is appended to it belongs to the run begun last.
   QString& Text() { return m_paragraph.text; }
@@ -96,6 +101,7 @@ class DocumentBuilder {
   void AddToList(OpenList& open, const ListItem& item);
 
   QTextDocument& m_document;
+  std::function<void(int, const QTextBlock&)> m_put;
   int m_tableLevels;
   QTextCursor m_cursor;
   bool m_isEmpty = true;

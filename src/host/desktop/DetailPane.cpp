@@ -3,9 +3,9 @@
 #include "host/desktop/RecordList.h"
 #include "host/records/MomentText.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QTabBar>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -55,7 +55,8 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
       m_title(PlainLabel(u"lblDetailTitle"_s, this)),
       m_uses(PlainLabel(u"lblDetailUses"_s, this)),
       m_change(PlainLabel(u"lblDetailChange"_s, this)),
-      m_kinds(new QTabBar(this)),
+      m_kinds(new QComboBox(this)),
+      m_kind(PlainLabel(u"lblDetailKind"_s, this)),
       m_list(new RecordList(this)),
       m_more(PlainLabel(u"lblDetailMore"_s, this)),
       m_text(PlainLabel(u"lblDetailText"_s, this)),
@@ -69,9 +70,8 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
   m_uses->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
   m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   m_kinds->setObjectName(u"detailKinds"_s);
-  m_kinds->setAccessibleName(u"Clases de registros relacionados"_s);
-  m_kinds->setDrawBase(false);
-  m_kinds->setExpanding(false);
+  m_kinds->setAccessibleName(u"Qué se ve del registro elegido"_s);
+  m_kinds->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   m_list->setObjectName(u"detailList"_s);
   auto* layout = new QVBoxLayout(this);
   auto* below = new QHBoxLayout;
@@ -79,7 +79,7 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
   below->addWidget(m_text, 1);
   below->addWidget(m_sheet);
   for (QWidget* part : {static_cast<QWidget*>(m_title), static_cast<QWidget*>(m_uses), static_cast<QWidget*>(m_change),
-                        static_cast<QWidget*>(m_kinds)}) {
+                        static_cast<QWidget*>(m_kinds), static_cast<QWidget*>(m_kind)}) {
     layout->addWidget(part);
   }
   layout->addLayout(below, 1);
@@ -87,7 +87,7 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
   m_rest.setSingleShot(true);
   m_rest.setInterval(rest);
   connect(&m_rest, &QTimer::timeout, this, &DetailPane::Read);
-  connect(m_kinds, &QTabBar::currentChanged, this, [this](int index) {
+  connect(m_kinds, &QComboBox::currentIndexChanged, this, [this](int index) {
     m_isAnother = true;
     ShowRelated(index);
   });
@@ -151,14 +151,14 @@ void DetailPane::Take(const Shown& shown) {
   m_sheet->Show(shown.preview.sheet);
   const int current = m_kinds->currentIndex();
   const QSignalBlocker blocker(m_kinds);
-  while (m_kinds->count() > 0) {
-    m_kinds->removeTab(0);
-  }
+  m_kinds->clear();
   m_related = shown.detail.related;
   for (const RelatedRecords& related : std::as_const(m_related)) {
-    m_kinds->addTab(related.total == 0 ? related.title : u"%1 (%2)"_s.arg(related.title).arg(related.total));
+    m_kinds->addItem(related.total == 0 ? related.title : u"%1 (%2)"_s.arg(related.title).arg(related.total));
   }
-  m_kinds->setVisible(!m_related.isEmpty());
+  m_kinds->setVisible(m_related.size() > 1);
+  m_kind->setText(m_kinds->itemText(0));
+  m_kind->setVisible(m_related.size() == 1);
   m_kinds->setCurrentIndex(current >= 0 && current < m_related.size() ? current : 0);
   m_isAnother = m_isAnother || m_kinds->currentIndex() != current;
   ShowRelated(m_kinds->currentIndex());
@@ -175,7 +175,7 @@ void DetailPane::ShowRelated(int index) {
 
 // Who reads in the list of a record keeps the place while others write.
 void DetailPane::ShowList(const RelatedRecords& related) {
-  m_list->setAccessibleName(related.title);
+  m_list->setAccessibleName(u"%1 del registro elegido"_s.arg(related.title));
   if (std::exchange(m_isAnother, false)) {
     m_list->Show(related.records);
     m_list->SetColumnWidths({});

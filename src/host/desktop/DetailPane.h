@@ -8,8 +8,8 @@
 #include <QTimer>
 #include <QWidget>
 
+class QComboBox;
 class QLabel;
-class QTabBar;
 
 namespace host {
 
@@ -64,7 +64,8 @@ class DetailPane : public QWidget {
   QLabel* m_title;
   QLabel* m_uses;
   QLabel* m_change;
-  QTabBar* m_kinds;
+  QComboBox* m_kinds;
+  QLabel* m_kind;  ///< Of one kind.
   RecordList* m_list;
   QLabel* m_more;
   QLabel* m_text;

@@ -77,6 +77,7 @@ HomePage::HomePage(DatabaseThread& thread, const std::vector<Node>& nodes, Texts
   setObjectName(u"homePage"_s);
   setAccessibleName(u"Inicio"_s);
   setWidgetResizable(true);
+  setFocusPolicy(Qt::NoFocus);
   setFrameShape(QFrame::NoFrame);
   auto* page = new QWidget(this);
   auto* layout = new QVBoxLayout(page);

@@ -1,6 +1,7 @@
 #include "host/desktop/LiveRecords.h"
 
 #include "host/records/AffectedRecords.h"
+#include "host/records/OfficeConnection.h"
 #include "host/records/RecordReader.h"
 #include "platform/automation/Error.h"
 
@@ -133,9 +134,21 @@ void LiveRecords::Update() {
   }
   if (!ids->isEmpty()) {
     m_list.Update(*ids, ReadRecords(connection, *m_node, *ids));
+    m_list.Mark(WrittenByOthers());
     Q_EMIT Updated();
   }
   m_pending.clear();
+}
+
+QList<int> LiveRecords::WrittenByOthers() const {
+  const OfficeConnection* office = m_bridge.Session().office;
+  QList<int> ids;
+  for (const Change& change : m_pending) {
+    if ((office == nullptr || change.program != office->Program()) && change.table == m_node->table) {
+      ids.append(static_cast<int>(change.key));
+    }
+  }
+  return ids;
 }
 
 void LiveRecords::ReadAnew() {

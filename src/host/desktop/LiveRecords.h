@@ -44,6 +44,7 @@ class LiveRecords : public QObject {
   void TakeNote(const SeenChanges& changes);
   void Apply();
   void Update();
+  QList<int> WrittenByOthers() const;
   void ReadAnew();
   bool MayDisturb() const;
 

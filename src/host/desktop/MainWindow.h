@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/access/AccessDesk.h"
 #include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordPage.h"
@@ -48,6 +49,8 @@ class MainWindow : public QMainWindow {
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
+  /// Offers users and passwords. It outlives the window.
+  void Offer(AccessDesk& desk);
   /// False while the list is being read.
   bool IsListRead() const;
 
@@ -64,6 +67,8 @@ class MainWindow : public QMainWindow {
   void SetUpActions();
   void SetUpStatusBar();
   void SetUpStrips();
+  /// What is not as usual stands in the title and in a strip that stays.
+  void TellState(const QString& subject, const QString& text, const QString& inTitle);
   /// Says in the status line what was done, for a while; an empty text takes away what is there.
   void Announce(const QString& news);
   void UpdateStatus();

@@ -1,5 +1,7 @@
 #include "host/desktop/RecordCells.h"
 
+#include "host/desktop/RecordList.h"
+
 #include <QApplication>
 
 namespace host {
@@ -15,6 +17,9 @@ int Room(const QStyleOptionViewItem& option) {
 void RecordCells::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
+  if (const auto* list = qobject_cast<const RecordList*>(cell.widget); list != nullptr && list->IsMarked(index.row())) {
+    cell.font.setBold(true);
+  }
   const QStyle* style = cell.widget != nullptr ? cell.widget->style() : QApplication::style();
   if (cell.displayAlignment & Qt::AlignRight) {
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);

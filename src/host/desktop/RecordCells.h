@@ -4,7 +4,8 @@
 
 namespace host {
 
-/// Draws the cells of a list: numbers stand at the right with room between them and the next column.
+/// Draws the cells of a list: numbers stand at the right with room between them and the next column, marked
+/// records are bold.
 class RecordCells : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

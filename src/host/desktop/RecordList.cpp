@@ -3,17 +3,20 @@
 #include "host/desktop/RecordCells.h"
 #include "host/look/SelectionTone.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSet>
 
 #include <algorithm>
+#include <chrono>
 
 namespace host {
 
@@ -21,10 +24,24 @@ namespace {
 
 // In characters; a longer text is cut until the user widens its column.
 constexpr int widestFittedColumn = 45;
+constexpr std::chrono::seconds markTime{2};
 
 }  // namespace
 
-RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new RecordModel(this)) {
+RecordList::RecordList(QWidget* parent)
+    : QTableView(parent), m_records(new RecordModel(this)), m_way(new QPushButton(viewport())) {
+  m_way->hide();
+  connect(m_way, &QPushButton::clicked, this, [this] {
+    if (m_wayAction) {
+      m_wayAction->trigger();
+    }
+  });
+  m_markTime.setSingleShot(true);
+  m_markTime.setInterval(markTime);
+  connect(&m_markTime, &QTimer::timeout, this, [this] {
+    m_marked.clear();
+    viewport()->update();
+  });
   setModel(m_records);
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
@@ -165,18 +182,64 @@ QList<int> RecordList::ChosenWidths() const {
   return widths;
 }
 
-QString RecordList::SelectedText() const {
-  QStringList lines;
-  for (const int row : SelectedRows()) {
-    lines.append(m_records->LineAt(row));
+QList<int> RecordList::ShownColumns() const {
+  QList<int> columns;
+  for (int place = 0; place < m_records->columnCount(); ++place) {
+    const int column = horizontalHeader()->logicalIndex(place);
+    if (!isColumnHidden(column)) {
+      columns.append(column);
+    }
   }
-  return lines.join(u'\n');
+  return columns;
 }
 
-void RecordList::SetEmptyText(const QString& text) {
+void RecordList::Copy(bool withHeadings) const {
+  const QList<int> columns = ShownColumns();
+  QStringList lines;
+  const QList<int> rows = SelectedRows();
+  for (const int row : rows) {
+    lines.append(m_records->LineAt(row, columns));
+  }
+  if (withHeadings && !lines.isEmpty()) {
+    lines.prepend(m_records->Headings(columns));
+  }
+  if (!lines.isEmpty()) {
+    QApplication::clipboard()->setText(lines.join(u'\n'));
+  }
+}
+
+void RecordList::SetEmptyText(const QString& text, QAction* way) {
   m_emptyText = text;
-  setAccessibleDescription(m_records->rowCount() == 0 ? text : QString());
+  m_wayAction = way;
+  const bool isEmpty = m_records->rowCount() == 0;
+  setAccessibleDescription(isEmpty ? text : QString());
+  m_way->setText(way == nullptr ? QString() : way->text().section(u'\t', 0, 0).remove(u'&'));
+  m_way->setVisible(isEmpty && way != nullptr);
+  PlaceWay();
   viewport()->update();
+}
+
+QRect RecordList::EmptyTextPlace() const {
+  const int margin = fontMetrics().height() * 2;
+  return viewport()->rect().adjusted(margin, margin, -margin, -margin);
+}
+
+void RecordList::PlaceWay() {
+  const QRect place = EmptyTextPlace();
+  const int below = fontMetrics().boundingRect(place, Qt::AlignHCenter | Qt::TextWordWrap, m_emptyText).bottom();
+  const QSize size = m_way->sizeHint();
+  m_way->setGeometry((viewport()->width() - size.width()) / 2, below + fontMetrics().height(), size.width(),
+                     size.height());
+}
+
+void RecordList::Mark(const QList<int>& ids) {
+  m_marked.unite(QSet<int>(ids.begin(), ids.end()));
+  m_markTime.start();
+  viewport()->update();
+}
+
+bool RecordList::IsMarked(int row) const {
+  return !m_marked.isEmpty() && m_marked.contains(m_records->IdAt(row));
 }
 
 RecordList::Place RecordList::Remember() const {
@@ -260,10 +323,6 @@ void RecordList::keyboardSearch(const QString& typed) {
 }
 
 void RecordList::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) {
-    QApplication::clipboard()->setText(SelectedText());
-    return;
-  }
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && currentIndex().isValid()) {
     Q_EMIT RecordActivated();
@@ -287,9 +346,12 @@ void RecordList::paintEvent(QPaintEvent* event) {
   }
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  const int margin = fontMetrics().height() * 2;
-  painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                   Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_emptyText);
+  painter.drawText(EmptyTextPlace(), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_emptyText);
+}
+
+void RecordList::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  PlaceWay();
 }
 
 void RecordList::changeEvent(QEvent* event) {

@@ -4,7 +4,13 @@
 
 #include <QElapsedTimer>
 #include <QList>
+#include <QPointer>
+#include <QSet>
 #include <QTableView>
+#include <QTimer>
+
+class QAction;
+class QPushButton;
 
 namespace host {
 
@@ -39,10 +45,16 @@ class RecordList : public QTableView {
   void SetColumnWidths(const QList<int>& widths);
   /// Empty unless the user chose them, now or when they were remembered.
   QList<int> ChosenWidths() const;
-  /// The selected records as lines of texts with tabs between them; empty without a selection.
-  QString SelectedText() const;
-  /// What an empty list says.
-  void SetEmptyText(const QString& text);
+  /// The columns in sight, by their places in the records, in the order shown.
+  QList<int> ShownColumns() const;
+  /// The selected records into the clipboard, a line each with tabs between the shown columns; with a first line of the
+  /// columns' headings where they are wanted. Nothing without a selection.
+  void Copy(bool withHeadings) const;
+  /// What an empty list says, and the next step below it, with a button; nullptr for none.
+  void SetEmptyText(const QString& text, QAction* way = nullptr);
+  /// Shows these records in bold for a moment.
+  void Mark(const QList<int>& ids);
+  bool IsMarked(int row) const;
 
  Q_SIGNALS:
   /// Enter, or a double click on a record.
@@ -57,6 +69,7 @@ class RecordList : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
@@ -75,9 +88,15 @@ class RecordList : public QTableView {
   void Select(const QList<int>& ids, int currentRow);
   void FitRowHeight();
   bool Fills(int column) const;
+  QRect EmptyTextPlace() const;
+  void PlaceWay();
 
   RecordModel* m_records;
   QString m_emptyText;
+  QPushButton* m_way;
+  QPointer<QAction> m_wayAction;
+  QSet<int> m_marked;
+  QTimer m_markTime;
   Place m_place;  ///< The last one while the list had rows.
   int m_typedColumn = 0;
   QString m_typed;

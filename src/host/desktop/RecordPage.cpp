@@ -1,10 +1,10 @@
 #include "host/desktop/RecordPage.h"
 
-#include "host/desktop/DeletionDialogs.h"
+#include "database/Database.h"
+#include "database/Place.h"
 #include "host/desktop/HistoryDialog.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/WindowMemory.h"
-#include "host/records/DeletedRecord.h"
 #include "host/records/RecordReader.h"
 #include "host/records/RecordReferences.h"
 #include "host/services/ErrorBox.h"
@@ -13,6 +13,7 @@
 #include "ui_RecordPage.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QResizeEvent>
 
 #include <algorithm>
@@ -40,6 +41,7 @@ RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QS
     : QWidget(parent),
       m_bridge(bridge),
       m_actions(actions),
+      m_connectionString(connectionString),
       m_title(std::move(title)),
       m_readOnly(readOnly),
       m_ui(std::make_unique<Ui::RecordPage>()),
@@ -49,8 +51,11 @@ RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QS
   m_ui->setupUi(this);
   setFocusProxy(m_ui->recordList);
   m_live = std::make_unique<LiveRecords>(bridge, thread, m_loader, *m_ui->recordList, connectionString);
+  m_showAll = new QAction(u"Ver todos"_s, this);
+  connect(m_showAll, &QAction::triggered, m_ui->txtSearch, &QLineEdit::clear);
   ConnectActions();
   SetUpDetail();
+  ConnectOutput();
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &RecordPage::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_actions.modify, &QAction::trigger);
@@ -150,6 +155,19 @@ void RecordPage::ShowRecords(int nodeId, const QList<int>& ids) {
   m_selectWhenRead = ids;
 }
 
+void RecordPage::ConnectOutput() {
+  connect(m_actions.copy, &QAction::triggered, m_ui->recordList, [list = m_ui->recordList] { list->Copy(false); });
+  connect(m_actions.copyWithHeadings, &QAction::triggered, m_ui->recordList,
+          [list = m_ui->recordList] { list->Copy(true); });
+  connect(m_actions.exportList, &QAction::triggered, this, &RecordPage::Export);
+  connect(m_actions.print, &QAction::triggered, this, &RecordPage::Print);
+  // Where a text has the focus it is copied.
+  for (QAction* copy : {m_actions.copy, m_actions.copyWithHeadings}) {
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    m_ui->recordList->addAction(copy);
+  }
+}
+
 void RecordPage::Show(const Node& node) {
   StoreLayout();
   Q_EMIT NewsChanged({});
@@ -245,100 +263,6 @@ void RecordPage::NewBranch() {
   }
 }
 
-void RecordPage::Delete() {
-  const QList<DeletionTarget> targets = SelectedTargets();
-  if (m_node == nullptr || !m_node->canDelete || targets.isEmpty()) {
-    return;
-  }
-  try {
-    DeleteTargets(targets);
-  } catch (const automation::Error& error) {
-    ShowError(this, m_title, u"No se ha podido eliminar."_s, error);
-    Refresh();
-  }
-}
-
-void RecordPage::DeleteTargets(const QList<DeletionTarget>& targets) {
-  // Otherwise each of the records would fail with the same long text.
-  ComponentBridge::CheckComponent();
-  const std::optional<DeletionResult> result = DeleteAsTheUserSays(this, m_bridge, *m_node, targets);
-  if (!result || m_bridge.IsEnding()) {
-    return;
-  }
-  if (!result->notes.isEmpty()) {
-    m_deletions.append(result->notes);
-  }
-  Q_EMIT NewsChanged(DeletionHeadline(*result));
-  QList<int> ids;
-  for (const DeletionTarget& target : targets) {
-    ids.append(target.id);
-  }
-  ShowChanged(ids);
-}
-
-void RecordPage::UndoDelete() {
-  if (!m_deletions.isEmpty()) {
-    RecoverAndShow(m_deletions.takeLast());
-  }
-}
-
-void RecordPage::RecoverAndShow(const QList<int>& notes) {
-  const QList<Recovery> recoveries = Recover(notes);
-  QList<int> ids;
-  for (const Recovery& recovery : recoveries) {
-    ids.append(recovery.id);
-  }
-  if (ids.isEmpty()) {
-    return;
-  }
-  // The user may be at another list.
-  const int node = recoveries.constFirst().nodeId;
-  if (m_node != nullptr && node == m_node->id) {
-    ShowChanged(ids, ids);
-  } else {
-    ShowRecords(node, ids);
-  }
-}
-
-void RecordPage::RecoverRecord(const Node& node, int id) {
-  try {
-    const std::optional<DeletedRecord> deleted = FindDeleted(m_bridge.OpenConnection(), node, id);
-    if (!deleted) {
-      ShowRecords(node.id, {id});
-    } else if (deleted->note != 0) {
-      RecoverAndShow({deleted->note});
-    } else {
-      Q_EMIT NewsChanged(u"No se sabe qué se eliminó con ese registro: no se puede recuperar."_s);
-    }
-  } catch (const automation::Error& error) {
-    ShowError(this, m_title, u"No se ha podido recuperar."_s, error);
-  }
-}
-
-void RecordPage::RecoverSelected() {
-  if (m_node != nullptr && m_node->canRecover) {
-    const QList<int> notes = m_ui->recordList->SelectedIds();
-    Recover(notes);
-    ShowChanged(notes);
-  }
-}
-
-QList<Recovery> RecordPage::Recover(const QList<int>& notes) {
-  QList<Recovery> recoveries;
-  try {
-    m_bridge.OpenConnection();
-    DeletionLog log(m_bridge.Session());
-    for (const int note : notes) {
-      recoveries.append(log.Recover(note));
-    }
-  } catch (const automation::Error& error) {
-    ShowError(this, m_title, u"No se ha podido recuperar."_s, error);
-  }
-  Q_EMIT NewsChanged(RecoveryHeadline(recoveries));
-  ShowRefusedRecoveries(this, m_title, recoveries);
-  return recoveries;
-}
-
 void RecordPage::ShowHistory() {
   if (m_node == nullptr || SelectedId() == 0) {
     return;
@@ -349,6 +273,25 @@ void RecordPage::ShowHistory() {
         .exec();
   } catch (const automation::Error& error) {
     ShowError(this, m_title, u"No se ha podido leer el historial."_s, error);
+  }
+}
+
+ListHead RecordPage::Head() const {
+  return {.title = m_node->title,
+          .search = m_ui->txtSearch->text().trimmed(),
+          .origin = QFileInfo(database::PlaceOf(m_connectionString).shown).fileName(),
+          .user = m_bridge.Session().userName};
+}
+
+void RecordPage::Export() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(ExportShownList(*m_ui->recordList, Head(), this));
+  }
+}
+
+void RecordPage::Print() {
+  if (m_node != nullptr) {
+    Q_EMIT NewsChanged(PrintShownList(*m_ui->recordList, Head(), m_connectionString, this));
   }
 }
 
@@ -411,11 +354,11 @@ void RecordPage::Search(const QString& typed) {
 void RecordPage::UpdateState() {
   const RecordList& list = *m_ui->recordList;
   const qsizetype selected = list.SelectedCount();
-  const bool mayChange = m_node != nullptr && !m_readOnly;
+  const bool mayChange = m_node != nullptr && !m_readOnly && !m_bridge.Session().readOnly;
   m_actions.add->setEnabled(mayChange && m_node->canAdd);
   m_actions.modify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
-  m_actions.remove->setEnabled(mayChange && m_node->canDelete && selected > 0);
-  m_actions.undoDelete->setEnabled(!m_readOnly && !m_deletions.isEmpty());
+  m_actions.remove->setEnabled(mayChange && m_bridge.Session().mayDelete && m_node->canDelete && selected > 0);
+  m_actions.undoDelete->setEnabled(!m_readOnly && !m_bridge.Session().readOnly && !m_deletions.isEmpty());
   m_actions.recover->setVisible(m_node != nullptr && m_node->canRecover);
   m_actions.recover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_actions.newBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
@@ -423,9 +366,13 @@ void RecordPage::UpdateState() {
   m_actions.writeToPeople->setVisible(m_node != nullptr && MailingOpener::IsFor(*m_node));
   m_actions.writeToPeople->setEnabled(m_node != nullptr && MailingOpener::IsFor(*m_node) && selected == 1);
   m_actions.history->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
+  m_actions.copy->setEnabled(selected > 0);
+  m_actions.copyWithHeadings->setEnabled(selected > 0);
+  m_actions.exportList->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
+  m_actions.print->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
   m_actions.find->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
-  m_ui->recordList->SetEmptyText(EmptyText());
+  ShowEmptyState();
   if (selected == 1 && m_node != nullptr) {
     m_detail->Show(*m_node, SelectedId(), SelectedName());
   } else {
@@ -442,6 +389,20 @@ QString RecordPage::SelectionText() const {
              : u"%1 de %2 %3"_s.arg(selected).arg(shown).arg(selected == 1 ? u"seleccionado"_s : u"seleccionados"_s);
 }
 
+// One sentence, and the next step.
+void RecordPage::ShowEmptyState() {
+  const bool isSearch = !m_loader.IsLoading() && m_ui->recordList->Records().TotalCount() > 0;
+  QAction* way = nullptr;
+  if (isSearch) {
+    way = m_showAll;
+  } else if (m_readFailed) {
+    way = m_actions.refresh;
+  } else if (!m_loader.IsLoading() && m_actions.add->isEnabled()) {
+    way = m_actions.add;
+  }
+  m_ui->recordList->SetEmptyText(EmptyText(), way);
+}
+
 QString RecordPage::EmptyText() const {
   if (m_node == nullptr) {
     return u"Elija a la izquierda qué registros quiere ver."_s;
@@ -450,17 +411,15 @@ QString RecordPage::EmptyText() const {
     return u"Leyendo la lista…"_s;
   }
   if (m_ui->recordList->Records().TotalCount() > 0) {
-    return u"Ningún registro contiene «%1». Pulse Esc en el cuadro de búsqueda para verlos todos."_s.arg(
-        m_ui->txtSearch->text().trimmed());
+    return u"Ningún registro contiene «%1»."_s.arg(m_ui->txtSearch->text().trimmed());
   }
   if (m_readFailed) {
-    return u"No se ha podido leer la lista. Pulse F5 para volver a intentarlo."_s;
+    return u"No se ha podido leer la lista."_s;
   }
   if (m_node->canRecover) {
     return u"No hay registros eliminados que se puedan recuperar."_s;
   }
-  return m_actions.add->isEnabled() ? u"No hay registros. Pulse Ins o «Agregar» para añadir el primero."_s
-                                    : u"No hay registros."_s;
+  return u"No hay registros."_s;
 }
 
 int RecordPage::SelectedId() const {

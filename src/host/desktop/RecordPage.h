@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/desktop/DetailPane.h"
+#include "host/desktop/ListOutput.h"
 #include "host/desktop/LiveRecords.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/records/ComponentBridge.h"
@@ -33,6 +34,10 @@ struct RecordActions {
   QAction* newBranch;
   QAction* history;
   QAction* writeToPeople;  ///< The page says when; the window writes.
+  QAction* copy;
+  QAction* copyWithHeadings;
+  QAction* exportList;
+  QAction* print;
   QAction* refresh;
   QAction* find;
   QAction* detail;  ///< Checked while the pane of the chosen record is to be seen.
@@ -94,12 +99,16 @@ class RecordPage : public QWidget {
 
  private:
   void ConnectActions();
+  void ConnectOutput();
   void Add();
   void Modify();
   void Delete();
   void UndoDelete();
   void RecoverSelected();
   void ShowHistory();
+  void Export();
+  void Print();
+  ListHead Head() const;
   void NewBranch();
   void Search(const QString& typed);
   void SetUpDetail();
@@ -122,10 +131,12 @@ class RecordPage : public QWidget {
   QList<Recovery> Recover(const QList<int>& notes);
   /// The same, and shows what is live again, in its own list.
   void RecoverAndShow(const QList<int>& notes);
+  void ShowEmptyState();
   QString EmptyText() const;
 
   ComponentBridge& m_bridge;
   const RecordActions m_actions;
+  const QString m_connectionString;
   const QString m_title;
   const bool m_readOnly;
   std::unique_ptr<Ui::RecordPage> m_ui;
@@ -133,6 +144,7 @@ class RecordPage : public QWidget {
   std::unique_ptr<LiveRecords> m_live;
   RecordDialogs m_dialogs;
   DetailPane* m_detail;
+  QAction* m_showAll = nullptr;  ///< Ends the search.
   const Node* m_node = nullptr;
   bool m_shown = false;  ///< The node's records have been in the list.
   bool m_readFailed = false;

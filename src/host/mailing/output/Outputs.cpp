@@ -58,7 +58,7 @@ Painted PaintSome(const PrintedWork& work, int first, const RunControl& control)
   Painted painted;
   QBuffer buffer(&painted.content);
   buffer.open(QIODevice::WriteOnly);
-  PdfPages pages(buffer, work.Title());
+  PdfPages pages(buffer, work.Title(), work.Paper());
   const int end = std::min(work.Count(), first + partsAtOnce);
   for (int part = first; part < end && !control.IsCancelled(); ++part) {
     work.Paint(part, pages);
@@ -85,7 +85,7 @@ int CountFiles(const QString& folder, const RunControl& control, const std::func
 bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control) {
   control.Begin(work.Count());
   files::NewFile target(file);
-  PdfPages pages(target.Device(), work.Title());
+  PdfPages pages(target.Device(), work.Title(), work.Paper());
   for (int part = 0; part < work.Count(); ++part) {
     if (control.IsCancelled()) {
       pages.Finish();

@@ -1,11 +1,13 @@
 // What the window is made of: actions, menus, layout, status bar, and what it asks for files and folders.
 
+#include "host/mailing/window/ElidedLabel.h"
 #include "host/mailing/window/LabelPanel.h"
 #include "host/mailing/window/LetterPanel.h"
 #include "host/mailing/window/MailingWindow.h"
 #include "host/mailing/window/PeoplePanel.h"
 #include "host/mailing/window/PostingPanel.h"
 #include "host/mailing/window/PreviewPanel.h"
+#include "host/mailing/window/ScrolledColumn.h"
 #include "host/mailing/window/SelectionCommands.h"
 #include "platform/text/AsItStands.h"
 
@@ -114,11 +116,15 @@ void MailingWindow::MakeLayout() {
   m_what->addWidget(m_letter);
   m_what->addWidget(m_label);
   m_what->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  auto* fields = new QWidget(this);
+  auto* rows = new QVBoxLayout(fields);
+  rows->setContentsMargins({});
+  rows->addWidget(m_people, 1);
+  rows->addWidget(m_what);
+  rows->addWidget(m_posting);
   auto* left = new QWidget(this);
   auto* column = new QVBoxLayout(left);
-  column->addWidget(m_people, 1);
-  column->addWidget(m_what);
-  column->addWidget(m_posting);
+  column->addWidget(new ScrolledColumn(fields, left), 1);
   column->addWidget(m_notices);
   auto* splitter = new QSplitter(this);
   splitter->setChildrenCollapsible(false);
@@ -133,10 +139,8 @@ void MailingWindow::MakeLayout() {
 }
 
 void MailingWindow::MakeStatusBar() {
-  m_state = new QLabel(this);
+  m_state = new ElidedLabel(this);
   m_state->setObjectName(u"lblEstado"_s);
-  m_state->setTextFormat(Qt::PlainText);
-  m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   m_progress = new QProgressBar(this);
   m_progress->setObjectName(u"progreso"_s);
   m_progress->setAccessibleName(u"Progreso"_s);
