@@ -104,6 +104,31 @@ void MainWindow::Offer(Rescue& rescue) {
   offers->Tell();
 }
 
+void MainWindow::Offer(AccessDesk& desk) {
+  const auto showWhatIsOffered = [this, &desk] {
+    m_ui->actUsers->setVisible(desk.MayManageUsers());
+    for (QAction* action : {m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
+      action->setVisible(desk.AsksForPasswords());
+    }
+  };
+  connect(&desk, &AccessDesk::Changed, this, showWhatIsOffered);
+  connect(&desk, &AccessDesk::Reduced, this, [this](const QString& text) {
+    TellState(u"stripReadOnly"_s, text, u"solo lectura"_s);
+    m_page->Refresh();
+  });
+  connect(m_ui->actUsers, &QAction::triggered, this, [this, &desk] {
+    desk.ShowUsers(this);
+    m_page->Refresh();
+  });
+  connect(m_ui->actOwnPassword, &QAction::triggered, this, [this, &desk] { desk.ChangeOwnPassword(this); });
+  connect(m_ui->actLock, &QAction::triggered, &desk, &AccessDesk::Lock);
+  connect(m_ui->actOtherUser, &QAction::triggered, this, [this, &desk] {
+    desk.WantOtherUser(true);
+    desk.WantOtherUser(close());
+  });
+  showWhatIsOffered();
+}
+
 void MainWindow::SetUpPage(const QString& connectionString) {
   const RecordActions actions{.add = m_ui->actAdd,
                               .modify = m_ui->actModify,
@@ -133,6 +158,9 @@ void MainWindow::SetUpPage(const QString& connectionString) {
 void MainWindow::SetUpActions() {
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
   m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
+  for (QAction* action : {m_ui->actUsers, m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
+    action->setVisible(false);
+  }
   connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
   connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
   connect(m_ui->actWriteToPeople, &QAction::triggered, this,
@@ -158,20 +186,22 @@ void MainWindow::SetUpStatusBar() {
   m_ui->statusBar->addPermanentWidget(m_freshness);
 }
 
-// What is not as usual stands in the title and in a strip that stays.
+void MainWindow::TellState(const QString& subject, const QString& text, const QString& inTitle) {
+  m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
+  m_texts.title += u" (%1)"_s.arg(inTitle);
+}
+
 void MainWindow::SetUpStrips() {
-  const auto tell = [this](const QString& subject, const QString& text, const QString& inTitle) {
-    m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
-    m_texts.title += u" (%1)"_s.arg(inTitle);
-  };
   if (m_texts.demonstration) {
-    tell(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+    TellState(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
   }
   if (m_texts.readOnly) {
-    const QString reason = m_texts.onServer
+    const QString reason = m_bridge.Session().isViewer ? u"su usuario solo puede consultar."_s
+                           : m_texts.onServer
                                ? u"su usuario solo puede leer la base de datos. Pida permiso a quien la administra."_s
                                : u"el archivo de la base de datos o su carpeta no se pueden escribir."_s;
-    tell(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason), u"solo lectura"_s);
+    TellState(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason),
+              u"solo lectura"_s);
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/access/AccessDesk.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordPage.h"
 #include "host/desktop/TreeCounts.h"
@@ -47,6 +48,8 @@ class MainWindow : public QMainWindow {
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
+  /// Offers users and passwords. It outlives the window.
+  void Offer(AccessDesk& desk);
   /// False while the list is being read.
   bool IsListRead() const;
 
@@ -62,6 +65,8 @@ class MainWindow : public QMainWindow {
   void SetUpActions();
   void SetUpStatusBar();
   void SetUpStrips();
+  /// What is not as usual stands in the title and in a strip that stays.
+  void TellState(const QString& subject, const QString& text, const QString& inTitle);
   /// Says in the status line what was done, for a while; an empty text takes away what is there.
   void Announce(const QString& news);
   void UpdateStatus();

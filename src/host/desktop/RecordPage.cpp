@@ -415,10 +415,10 @@ void RecordPage::Search(const QString& typed) {
 void RecordPage::UpdateState() {
   const RecordList& list = *m_ui->recordList;
   const qsizetype selected = list.SelectedCount();
-  const bool mayChange = m_node != nullptr && !m_readOnly;
+  const bool mayChange = m_node != nullptr && !m_readOnly && !m_bridge.Session().readOnly;
   m_actions.add->setEnabled(mayChange && m_node->canAdd);
   m_actions.modify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
-  m_actions.remove->setEnabled(mayChange && m_node->canDelete && selected > 0);
+  m_actions.remove->setEnabled(mayChange && m_bridge.Session().mayDelete && m_node->canDelete && selected > 0);
   m_actions.undoDelete->setEnabled(mayChange && !m_deletions.isEmpty());
   m_actions.recover->setVisible(m_node != nullptr && m_node->canRecover);
   m_actions.recover->setEnabled(mayChange && m_node->canRecover && selected > 0);
