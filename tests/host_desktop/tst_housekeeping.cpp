@@ -1,7 +1,7 @@
 #include "database/Maintenance.h"
-#include "host/cli/DailyCopies.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
+#include "host/records/DailyCopies.h"
 #include "support/ErrorOf.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"

@@ -1,19 +1,22 @@
 #include "host/cli/Application.h"
 
 #include "database/Password.h"
-#include "host/cli/DailyCopies.h"
+#include "host/cli/DatabaseChoice.h"
+#include "host/cli/FirstWindow.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
+#include "host/desktop/RecentDatabases.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/help/HelpDesk.h"
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
+#include "host/records/DailyCopies.h"
 #include "host/records/NodeCatalog.h"
 #include "host/services/ErrorBox.h"
 #include "host/services/MessageBox.h"
@@ -96,13 +99,14 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, HelpDesk& help,
-              bool demonstration) {
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, StartedSession& started, HelpDesk& help, bool demonstration) {
   MainWindow window(bridge, started.connectionString,
-                    {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
-                     started.session.readOnly, demonstration, !started.place.IsFile()});
+                    {started.session.title, started.session.userName, started.place.shown, UsualDatabaseFile(false),
+                     started.session.helpFile, started.session.readOnly, demonstration, !started.place.IsFile()});
   window.Offer(rescue);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
+  QObject::connect(&window, &MainWindow::NextStartWanted, &window,
+                   [&started](const NextStart& next) { started.next = next; });
   window.show();
   window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
   return QApplication::exec();
@@ -164,6 +168,49 @@ int RunSession(const CommandLine& line, StartedSession& started) {
                                              : RunWindow(bridge, rescue, started, help, line.demonstration);
 }
 
+bool HasWindow(const CommandLine& line) {
+  return line.command == Command::Window && HasScreen();
+}
+
+// One session; what the user left it for.
+std::optional<NextStart> RunDatabase(const CommandLine& line, int& code) {
+  const QString target = DatabaseOf(line);
+  std::optional<FirstWindow> window;
+  if (HasWindow(line)) {
+    const QString who = target + u'|' + QString::number(line.user.value_or(0));
+    if (!line.newWindow && FirstWindow::Show(who)) {
+      code = ExitDone;
+      return {};
+    }
+    window.emplace(who);
+    QObject::connect(&*window, &FirstWindow::Wanted, qApp, ShowWindows);
+  }
+  const std::unique_ptr<StartedSession> started = StartSession(line);
+  if (HasWindow(line) && !line.demonstration) {
+    NoteDatabase(target);
+  }
+  code = RunSession(line, *started);
+  return started->next;
+}
+
+// One database after the other, as the user leaves one for another or one can't be opened.
+int RunDatabases(const CommandLine& arguments) {
+  int code = ExitDone;
+  std::optional<CommandLine> line = HasWindow(arguments) ? FirstDatabase(arguments) : arguments;
+  while (line) {
+    try {
+      const std::optional<NextStart> next = RunDatabase(*line, code);
+      line = next ? std::optional(PrepareNext(*next, *line)) : std::nullopt;
+    } catch (const std::exception&) {
+      code = CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
+      line = HasWindow(arguments) && MayChooseDatabase(arguments)
+                 ? AskForDatabase(arguments, u"¿Con qué base de datos quiere trabajar?"_s)
+                 : std::nullopt;
+    }
+  }
+  return code;
+}
+
 }  // namespace
 
 int RunApplication(const CommandLine& line, int& argc, char** argv) {
@@ -180,8 +227,7 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     database::SetPasswordQuestion(AskPasswordInBox);
   }
   try {
-    const std::unique_ptr<StartedSession> started = StartSession(line);
-    return RunSession(line, *started);
+    return RunDatabases(line);
   } catch (const std::exception&) {
     return CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
   }
