@@ -1,6 +1,8 @@
 #include "host/cli/Application.h"
 
 #include "database/Password.h"
+#include "host/access/AccessDesk.h"
+#include "host/access/SignIn.h"
 #include "host/cli/DatabaseChoice.h"
 #include "host/cli/FirstWindow.h"
 #include "host/cli/Housekeeping.h"
@@ -99,16 +101,18 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, Rescue& rescue, StartedSession& started, HelpDesk& help, bool demonstration) {
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, AccessDesk& desk, StartedSession& started, HelpDesk& help,
+              bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, UsualDatabaseFile(false),
                      started.session.helpFile, started.session.readOnly, demonstration, !started.place.IsFile()});
   window.Offer(rescue);
+  window.Offer(desk);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   QObject::connect(&window, &MainWindow::NextStartWanted, &window,
                    [&started](const NextStart& next) { started.next = next; });
   window.show();
-  window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
+  window.ChooseNode(LoadLastNode(homeNode));
   return QApplication::exec();
 }
 
@@ -129,7 +133,8 @@ int RunDialog(ComponentBridge& bridge, const CommandLine& line) {
   return ExitDone;
 }
 
-int RunSession(const CommandLine& line, StartedSession& started) {
+int RunSession(const CommandLine& line, StartedSession& started, Door& door, const std::optional<Account>& account,
+               bool& isOtherUserWanted) {
   RegisterClasses(started.session);
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
@@ -164,20 +169,49 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   if (!started.session.readOnly) {
     rescue.Add(TakeKeptInputs(keptFile));
   }
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line)
-                                             : RunWindow(bridge, rescue, started, help, line.demonstration);
+  AccessDesk desk(bridge, door, rescue, account, started.place.shown, started.place.IsFile());
+  const int code = line.command == Command::OpenDialog
+                       ? RunDialog(bridge, line)
+                       : RunWindow(bridge, rescue, desk, started, help, line.demonstration);
+  isOtherUserWanted = desk.IsOtherUserWanted();
+  return code;
 }
 
 bool HasWindow(const CommandLine& line) {
   return line.command == Command::Window && HasScreen();
 }
 
-// One session; what the user left it for.
+// One user after the other, each with a session of their own; what the last one left it for.
+int RunSessions(const CommandLine& line, std::optional<NextStart>& next) {
+  Door door;
+  for (;;) {
+    const std::unique_ptr<StartedSession> started = StartSession(line);
+    if (HasWindow(line) && !line.demonstration) {
+      NoteDatabase(DatabaseOf(line));
+    }
+    std::optional<Account> account;
+    if (started->place.IsFile() && AsksForPasswords(*started->connection)) {
+      const QString proposed = line.user ? started->session.userName : QString();
+      account.emplace();
+      if (!AskWhoWorks(started->session, door, started->place.shown, proposed, *account)) {
+        return ExitDone;
+      }
+      UseAccount(started->session, *account);
+    }
+    bool isOtherUserWanted = false;
+    const int code = RunSession(line, *started, door, account, isOtherUserWanted);
+    if (!isOtherUserWanted) {
+      next = started->next;
+      return code;
+    }
+  }
+}
+
+// What the user left the database for.
 std::optional<NextStart> RunDatabase(const CommandLine& line, int& code) {
-  const QString target = DatabaseOf(line);
   std::optional<FirstWindow> window;
   if (HasWindow(line)) {
-    const QString who = target + u'|' + QString::number(line.user.value_or(0));
+    const QString who = DatabaseOf(line) + u'|' + QString::number(line.user.value_or(0));
     if (!line.newWindow && FirstWindow::Show(who)) {
       code = ExitDone;
       return {};
@@ -185,12 +219,9 @@ std::optional<NextStart> RunDatabase(const CommandLine& line, int& code) {
     window.emplace(who);
     QObject::connect(&*window, &FirstWindow::Wanted, qApp, ShowWindows);
   }
-  const std::unique_ptr<StartedSession> started = StartSession(line);
-  if (HasWindow(line) && !line.demonstration) {
-    NoteDatabase(target);
-  }
-  code = RunSession(line, *started);
-  return started->next;
+  std::optional<NextStart> next;
+  code = RunSessions(line, next);
+  return next;
 }
 
 // One database after the other, as the user leaves one for another or one can't be opened.
