@@ -1,5 +1,6 @@
 #include "database/Maintenance.h"
 #include "host/access/Door.h"
+#include "host/access/RightsWatch.h"
 #include "host/access/UserRules.h"
 #include "host/records/OfficeConnection.h"
 #include "host/records/OfficeSettings.h"
@@ -61,6 +62,8 @@ class tst_users : public QObject {
   void TwoAdministratorsAtOnce();
   void SpoiledRows();
   void PasswordsAreNoted();
+  void RightsThatAreLost_data();
+  void RightsThatAreLost();
   void Waits();
   void TwoProgramsGuess();
   void AClockThatIsSet();
@@ -224,6 +227,53 @@ void tst_users::PasswordsAreNoted() {
   const QString notes = m_database->Query(u"SELECT Usuario, Nombre, Columnas FROM Cambios").join(u'/');
   QCOMPARE(notes.count(u"Contraseña"_s), 3);
   QVERIFY(!notes.contains(u'$') && notes.contains(u"a1|marta|[[\"Contraseña\",\"\",\"nueva\"]]"_s));
+}
+
+void tst_users::RightsThatAreLost_data() {
+  QTest::addColumn<int>("rights");
+  QTest::addColumn<QString>("statement");
+  QTest::addColumn<QString>("said");
+  const auto row = [](const char* name, Rights rights, const char* statement, const char* said) {
+    QTest::newRow(name) << int(rights) << QString::fromUtf8(statement) << QString::fromUtf8(said);
+  };
+  row("nothing lost", Rights::Changes, "UPDATE Claves SET Derechos=3", "");
+  row("viewer from the start", Rights::Viewer, "UPDATE Claves SET Derechos=1", "viewer");
+  row("deleted", Rights::Changes, "UPDATE Usuarios SET Eliminado=True WHERE Nombre='marta'", "eliminado");
+  row("switched off", Rights::Changes, "UPDATE Claves SET Desactivado=True", "desactivado");
+  row("demoted", Rights::Administrator, "UPDATE Usuarios SET Administrador=False WHERE Nombre='marta'", "derechos");
+  row("less than before", Rights::ChangesAndDeletes, "UPDATE Claves SET Derechos=2", "derechos");
+}
+
+// In the middle of the work, seen at the next write.
+void tst_users::RightsThatAreLost() {
+  QFETCH(const int, rights);
+  QFETCH(const QString, statement);
+  QFETCH(const QString, said);
+  const int id = AddUser(u"marta"_s, static_cast<Rights>(rights));
+  Administrator marta(*m_database, 1);
+  QStringList told;
+  host::RightsWatch watch(marta.session, Read(id));
+  connect(&watch, &host::RightsWatch::Reduced, this, [&](const QString& text) { told.append(text); });
+  QCOMPARE(marta.session.IsAdministrator(), static_cast<Rights>(rights) == Rights::Administrator);
+  const auto save = [&](const char* name) {
+    return Refusal([&] {
+      adodb::Execute(*marta.session.connection, u"UPDATE Paises SET Nombre='{}' WHERE IDPais=35",
+                     QString::fromLatin1(name));
+    });
+  };
+  QCOMPARE(save("Hispania").isEmpty(), said != u"viewer");
+  m_database->Connect()->Execute(statement);
+  const bool isLost = !said.isEmpty();
+  QCOMPARE(!save("Iberia").isEmpty(), isLost);
+  QCOMPARE(!save("Sefarad").isEmpty(), isLost);
+  QCOMPARE(told.size(), isLost && said != u"viewer" ? 1 : 0);
+  QVERIFY(told.join(u' ').contains(said) || said == u"viewer");
+  QVERIFY(marta.session.readOnly == isLost && marta.session.isViewer == isLost);
+  if (isLost) {
+    QVERIFY(!marta.session.IsAdministrator() && !marta.session.mayDelete);
+    QCOMPARE(m_database->Query(u"SELECT Nombre FROM Paises WHERE IDPais=35").join(u'/'),
+             said == u"viewer" ? u"España"_s : u"Hispania"_s);
+  }
 }
 
 void tst_users::Waits() {

@@ -190,6 +190,12 @@ void UserRules::TurnOff() {
   step.Commit();
 }
 
+void UserRules::LockAfter(int minutes) {
+  Step step(m_session);
+  SetIdleMinutes(step.Connection(), minutes);
+  step.Commit();
+}
+
 void UserRules::ChangeOwnPassword(const QString& hash) {
   Step step(m_session, Step::Who::Anybody);
   step.SetPassword(step.Require(m_session.userId), hash, false);

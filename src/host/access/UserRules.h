@@ -32,6 +32,8 @@ class UserRules {
   /// From now on a user and a password are asked for. This user is the first to have one, and gets that name.
   void TurnOn(const QString& name, const QString& hash);
   void TurnOff();
+  /// Minutes without use, 0 for never.
+  void LockAfter(int minutes);
 
   /// One's own password, for which nobody needs rights.
   void ChangeOwnPassword(const QString& hash);

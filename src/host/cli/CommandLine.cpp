@@ -96,7 +96,10 @@ class Parser {
       m_line.limit = Number(name);
     } else {
       const auto value = [&] { return Value(name); };
-      return TakeMailingOption(name, value, m_line.mailing) || TakeMovingOption(name, value, m_line.moving);
+      // --hoja is a sheet of labels, or of a workbook.
+      const bool isMoving = m_arguments.contains(u"importar"_s) || m_arguments.contains(u"exportar"_s);
+      return (isMoving && TakeMovingOption(name, value, m_line.moving)) ||
+             TakeMailingOption(name, value, m_line.mailing) || TakeMovingOption(name, value, m_line.moving);
     }
     return true;
   }

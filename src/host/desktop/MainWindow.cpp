@@ -1,9 +1,11 @@
 #include "host/desktop/MainWindow.h"
 
 #include "database/Database.h"
+#include "database/Place.h"
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
+#include "host/desktop/MovingOpener.h"
 #include "host/desktop/Preferences.h"
 #include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
@@ -62,23 +64,29 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpPage(connectionString);
+  SetUpHome(connectionString);
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
+  connect(m_ui->actImport, &QAction::triggered, this, [this, connectionString] {
+    if (BringFileIn(m_bridge.Session(), connectionString, this)) {
+      m_ui->actRefresh->trigger();
+    }
+  });
+  m_ui->actImport->setVisible(m_bridge.Session().IsAdministrator() && !m_texts.readOnly);
   connect(&m_counts, &TreeCounts::Counted, m_ui->nodeTree, &NodeTree::SetCounts);
   connect(m_page.get(), &RecordPage::Noticed, &m_counts, &TreeCounts::Follow);
   connect(m_ui->actRefresh, &QAction::triggered, &m_counts, &TreeCounts::CountAll);
   // Behind the first list.
   QTimer::singleShot(0, &m_counts, &TreeCounts::CountAll);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
-  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_page.get(), qOverload<>(&QWidget::setFocus));
+  connect(m_ui->nodeTree, &NodeTree::HomeChosen, this, &MainWindow::ShowHome);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, this, [this] { m_ui->pages->currentWidget()->setFocus(); });
 }
 
 MainWindow::~MainWindow() {
   SaveWindow(*this, *m_ui->splitter);
-  if (m_page->Shown() != nullptr) {
-    SaveLastNode(m_page->Shown()->id);
-  }
+  SaveLastNode(m_page->Shown() == nullptr ? homeNode : m_page->Shown()->id);
 }
 
 void MainWindow::ChooseNode(int nodeId) {
@@ -95,6 +103,31 @@ void MainWindow::Offer(Rescue& rescue) {
   connect(offers, &RescueStrips::Withdrawn, m_ui->strips, &Strips::Withdraw);
   connect(offers, &RescueStrips::DialogWanted, m_page.get(), &RecordPage::OpenAgain);
   offers->Tell();
+}
+
+void MainWindow::Offer(AccessDesk& desk) {
+  const auto showWhatIsOffered = [this, &desk] {
+    m_ui->actUsers->setVisible(desk.MayManageUsers());
+    for (QAction* action : {m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
+      action->setVisible(desk.AsksForPasswords());
+    }
+  };
+  connect(&desk, &AccessDesk::Changed, this, showWhatIsOffered);
+  connect(&desk, &AccessDesk::Reduced, this, [this](const QString& text) {
+    TellState(u"stripReadOnly"_s, text, u"solo lectura"_s);
+    m_page->Refresh();
+  });
+  connect(m_ui->actUsers, &QAction::triggered, this, [this, &desk] {
+    desk.ShowUsers(this);
+    m_page->Refresh();
+  });
+  connect(m_ui->actOwnPassword, &QAction::triggered, this, [this, &desk] { desk.ChangeOwnPassword(this); });
+  connect(m_ui->actLock, &QAction::triggered, &desk, &AccessDesk::Lock);
+  connect(m_ui->actOtherUser, &QAction::triggered, this, [this, &desk] {
+    desk.WantOtherUser(true);
+    desk.WantOtherUser(close());
+  });
+  showWhatIsOffered();
 }
 
 void MainWindow::SetUpPage(const QString& connectionString) {
@@ -114,7 +147,7 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .find = m_ui->actFind,
                               .detail = m_ui->actDetail};
   m_page = std::make_unique<RecordPage>(m_bridge, m_thread, connectionString, actions, m_texts.title, m_texts.readOnly);
-  m_ui->splitter->addWidget(m_page.get());
+  m_ui->pages->addWidget(m_page.get());
   m_ui->splitter->setStretchFactor(1, 1);
   connect(m_page.get(), &RecordPage::Told, m_ui->strips, &Strips::Tell);
   connect(m_page.get(), &RecordPage::NewsChanged, this, &MainWindow::Announce);
@@ -123,9 +156,34 @@ void MainWindow::SetUpPage(const QString& connectionString) {
   connect(m_ui->strips, &Strips::Left, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
 
+void MainWindow::SetUpHome(const QString& connectionString) {
+  const database::Place place = database::PlaceOf(connectionString);
+  m_home = new HomePage(m_thread, m_nodes,
+                        {.user = m_texts.user,
+                         .database = m_texts.database,
+                         .databaseFile = place.IsFile() ? place.file : QString(),
+                         .readOnly = m_texts.readOnly,
+                         .administrator = m_bridge.Session().IsAdministrator()});
+  m_ui->pages->addWidget(m_home);
+  connect(&m_counts, &TreeCounts::Counted, m_home, &HomePage::SetCounts);
+  connect(m_page.get(), &RecordPage::Noticed, m_home, &HomePage::Refresh);
+  connect(m_ui->actRefresh, &QAction::triggered, m_home, &HomePage::Refresh);
+  connect(m_home, &HomePage::RecordsWanted, m_page.get(), &RecordPage::ShowRecords);
+  connect(m_home, &HomePage::RecoveryWanted, this,
+          [this](int nodeId, int id) { m_page->RecoverRecord(*FindNode(nodeId), id); });
+  connect(m_home, &HomePage::LocksWanted, this, &MainWindow::ShowLocks);
+  connect(m_home, &HomePage::AdditionWanted, this, [this](int nodeId) {
+    ChooseNode(nodeId);
+    m_ui->actAdd->trigger();
+  });
+}
+
 void MainWindow::SetUpActions() {
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
   m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
+  for (QAction* action : {m_ui->actUsers, m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
+    action->setVisible(false);
+  }
   connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
   connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
   connect(m_ui->actWriteToPeople, &QAction::triggered, this,
@@ -151,20 +209,22 @@ void MainWindow::SetUpStatusBar() {
   m_ui->statusBar->addPermanentWidget(m_freshness);
 }
 
-// What is not as usual stands in the title and in a strip that stays.
+void MainWindow::TellState(const QString& subject, const QString& text, const QString& inTitle) {
+  m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
+  m_texts.title += u" (%1)"_s.arg(inTitle);
+}
+
 void MainWindow::SetUpStrips() {
-  const auto tell = [this](const QString& subject, const QString& text, const QString& inTitle) {
-    m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
-    m_texts.title += u" (%1)"_s.arg(inTitle);
-  };
   if (m_texts.demonstration) {
-    tell(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
+    TellState(u"stripDemonstration"_s, u"Demostración: los datos son inventados."_s, u"Demostración"_s);
   }
   if (m_texts.readOnly) {
-    const QString reason = m_texts.onServer
+    const QString reason = m_bridge.Session().isViewer ? u"su usuario solo puede consultar."_s
+                           : m_texts.onServer
                                ? u"su usuario solo puede leer la base de datos. Pida permiso a quien la administra."_s
                                : u"el archivo de la base de datos o su carpeta no se pueden escribir."_s;
-    tell(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason), u"solo lectura"_s);
+    TellState(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason),
+              u"solo lectura"_s);
   }
 }
 
@@ -182,7 +242,16 @@ void MainWindow::UpdateStatus() {
 void MainWindow::ShowNode(const Node& node) {
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   setProperty(HelpDesk::topicProperty, HelpTopic(node));
+  m_ui->pages->setCurrentWidget(m_page.get());
   m_page->Show(node);
+}
+
+void MainWindow::ShowHome() {
+  setWindowTitle(u"Inicio – %1"_s.arg(m_texts.title));
+  setProperty(HelpDesk::topicProperty, u"inicio"_s);
+  m_page->Leave();
+  m_ui->pages->setCurrentWidget(m_home);
+  UpdateStatus();
 }
 
 void MainWindow::ShowLocks() {

@@ -30,7 +30,10 @@ QString MakeCopy(const MovingPlace& place, const database::Stop& stop) {
     Refuse(u"No se puede usar la carpeta «%1» para la copia de antes; no se ha traído nada."_s.arg(folder.path()));
   }
   const QString moment = QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s);
-  const QString copy = folder.filePath(u"kel-antes-de-traer-%1.db"_s.arg(moment));
+  QString copy = folder.filePath(u"kel-antes-de-traer-%1.db"_s.arg(moment));
+  for (int number = 2; QFile::exists(copy); ++number) {
+    copy = folder.filePath(u"kel-antes-de-traer-%1-%2.db"_s.arg(moment).arg(number));
+  }
   database::CopyDatabase(place.connectionString, copy, stop);
   return copy;
 }

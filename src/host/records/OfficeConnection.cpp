@@ -134,12 +134,20 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
     m_affected = m_engine->RecordsAffected();
     return rows;
   }
+  RequireMayWrite();
   if (!m_inTransaction && m_batch != Batch::Running) {
     return ExecuteAlone(statement, *written);
   }
   Noted noted = RunNoted(statement, *written);
   Note(noted, database::Announcement::End::Open);
   return std::move(noted.rows);
+}
+
+void OfficeConnection::RequireMayWrite() const {
+  m_session.LookAtRights(*m_engine);
+  if (m_session.isViewer) {
+    throw Error(adodb::DatabaseReadOnly, u"Su usuario solo puede consultar. No se ha guardado nada."_s);
+  }
 }
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteAlone(const QString& statement,

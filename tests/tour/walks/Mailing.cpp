@@ -64,7 +64,11 @@ class Office {
     Trigger(action);
     return Find<QLabel>("lblEstado")->text();
   }
-  void Picture(const QString& name) { m_window.grab().save(m_tour.File(name + u".png"_s)); }
+  /// Without what was written before, which names folders.
+  void Picture(const QString& name) {
+    Find<QLabel>("lblEstado")->clear();
+    m_window.grab().save(m_tour.File(name + u".png"_s));
+  }
 
  private:
   static host::MailingContext Context(Tour& tour) {
@@ -76,7 +80,7 @@ class Office {
             .demonstration = true,
             .helpFile = {},
             .openRecord = {},
-            .calibrate = {}};
+            .calibrate = [] {}};
   }
 
   Tour& m_tour;
@@ -137,6 +141,7 @@ QStringList Calibrate(Tour& tour) {
       database::CreateConnection(database::ConnectionStringForFile(tour.File(u"demostracion.db"_s)));
   connection->Open();
   host::CalibrationDialog dialog(*connection, u"Administrador"_s, u"oficina"_s, host::SystemPrinters());
+  dialog.resize(dialog.sizeHint());
   tour.Windows().On("calibrationDialog", [&](const DialogUser& user) {
     user.Press("printCalibration");
     for (const auto& [field, text] : {std::pair("measure_0", u"21,2"_s),
@@ -185,8 +190,7 @@ void WalkMailing(Tour& tour) {
   const support::PrintServer printers;
   Office office(tour);
   tour.Act(u"Impresora calibrada"_s, [&] { return Calibrate(tour); },
-           u"SELECT Impresora, DesplazamientoX, DesplazamientoY FROM ImpresorasCalibracion"_s,
-           {u"oficina|1,2|-0,9"_s});
+           u"SELECT Impresora, DesplazamientoX, DesplazamientoY FROM ImpresorasCalibracion"_s, {u"oficina|1,2|-0,9"_s});
   tour.Act(u"Etiquetas: desde la 7, sin la 15"_s, [&] { return MakeLabels(tour, office); });
   tour.Act(u"Cartas: un PDF, un PDF y un RTF por persona"_s, [&] { return MakeLetters(tour, office); });
   tour.Act(u"Cartas y etiquetas impresas"_s, [&] { return PrintAll(tour, office, printers); },
