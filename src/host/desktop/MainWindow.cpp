@@ -1,7 +1,10 @@
 #include "host/desktop/MainWindow.h"
 
 #include "database/Database.h"
+#include "database/Place.h"
 #include "host/calibration/CalibrationDialog.h"
+#include "host/desktop/CopiesDialog.h"
+#include "host/desktop/DatabaseDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/MovingOpener.h"
@@ -49,6 +52,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
     : QMainWindow(parent),
       m_bridge(bridge),
       m_nodes(NodesFor(bridge.Session().IsAdministrator())),
+      m_connectionString(connectionString),
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
       m_mailing([this, connectionString] { return ContextForMailing(connectionString); }),
@@ -63,6 +67,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpPage(connectionString);
+  SetUpHome(connectionString);
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
@@ -78,14 +83,13 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   // Behind the first list.
   QTimer::singleShot(0, &m_counts, &TreeCounts::CountAll);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
-  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_page.get(), qOverload<>(&QWidget::setFocus));
+  connect(m_ui->nodeTree, &NodeTree::HomeChosen, this, &MainWindow::ShowHome);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, this, [this] { m_ui->pages->currentWidget()->setFocus(); });
 }
 
 MainWindow::~MainWindow() {
   SaveWindow(*this, *m_ui->splitter);
-  if (m_page->Shown() != nullptr) {
-    SaveLastNode(m_page->Shown()->id);
-  }
+  SaveLastNode(m_page->Shown() == nullptr ? homeNode : m_page->Shown()->id);
 }
 
 void MainWindow::ChooseNode(int nodeId) {
@@ -142,11 +146,12 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .copyWithHeadings = m_ui->actCopyWithHeadings,
                               .exportList = m_ui->actExport,
                               .print = m_ui->actPrint,
+                              .columns = m_ui->actColumns,
                               .refresh = m_ui->actRefresh,
                               .find = m_ui->actFind,
                               .detail = m_ui->actDetail};
   m_page = std::make_unique<RecordPage>(m_bridge, m_thread, connectionString, actions, m_texts.title, m_texts.readOnly);
-  m_ui->splitter->addWidget(m_page.get());
+  m_ui->pages->addWidget(m_page.get());
   m_ui->splitter->setStretchFactor(1, 1);
   connect(m_page.get(), &RecordPage::Told, m_ui->strips, &Strips::Tell);
   connect(m_page.get(), &RecordPage::NewsChanged, this, &MainWindow::Announce);
@@ -155,12 +160,36 @@ void MainWindow::SetUpPage(const QString& connectionString) {
   connect(m_ui->strips, &Strips::Left, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
 
+void MainWindow::SetUpHome(const QString& connectionString) {
+  const database::Place place = database::PlaceOf(connectionString);
+  m_home = new HomePage(m_thread, m_nodes,
+                        {.user = m_texts.user,
+                         .database = m_texts.database,
+                         .databaseFile = place.IsFile() ? place.file : QString(),
+                         .readOnly = m_texts.readOnly,
+                         .administrator = m_bridge.Session().IsAdministrator()});
+  m_ui->pages->addWidget(m_home);
+  connect(&m_counts, &TreeCounts::Counted, m_home, &HomePage::SetCounts);
+  connect(m_page.get(), &RecordPage::Noticed, m_home, &HomePage::Refresh);
+  connect(m_ui->actRefresh, &QAction::triggered, m_home, &HomePage::Refresh);
+  connect(m_home, &HomePage::RecordsWanted, m_page.get(), &RecordPage::ShowRecords);
+  connect(m_home, &HomePage::RecoveryWanted, this,
+          [this](int nodeId, int id) { m_page->RecoverRecord(*FindNode(nodeId), id); });
+  connect(m_home, &HomePage::LocksWanted, this, &MainWindow::ShowLocks);
+  connect(m_home, &HomePage::AdditionWanted, this, [this](int nodeId) {
+    ChooseNode(nodeId);
+    m_ui->actAdd->trigger();
+  });
+}
+
 void MainWindow::SetUpActions() {
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
   m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   for (QAction* action : {m_ui->actUsers, m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
     action->setVisible(false);
   }
+  connect(m_ui->actCopies, &QAction::triggered, this, &MainWindow::ShowCopies);
+  connect(m_ui->actDatabase, &QAction::triggered, this, &MainWindow::ChooseDatabase);
   connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
   connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
   connect(m_ui->actWriteToPeople, &QAction::triggered, this,
@@ -219,11 +248,41 @@ void MainWindow::UpdateStatus() {
 void MainWindow::ShowNode(const Node& node) {
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   setProperty(HelpDesk::topicProperty, HelpTopic(node));
+  m_ui->pages->setCurrentWidget(m_page.get());
   m_page->Show(node);
+}
+
+void MainWindow::ShowHome() {
+  setWindowTitle(u"Inicio – %1"_s.arg(m_texts.title));
+  setProperty(HelpDesk::topicProperty, u"inicio"_s);
+  m_page->Leave();
+  m_ui->pages->setCurrentWidget(m_home);
+  UpdateStatus();
 }
 
 void MainWindow::ShowLocks() {
   LocksDialog(m_bridge.Session(), this).exec();
+}
+
+void MainWindow::ShowCopies() {
+  const bool mayRestore = m_bridge.Session().IsAdministrator() && !m_texts.readOnly;
+  CopiesDialog dialog(m_connectionString, m_texts.title, mayRestore, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    Leave({.connectionString = m_connectionString, .copy = dialog.Wanted(), .demonstration = m_texts.demonstration});
+  }
+}
+
+void MainWindow::ChooseDatabase() {
+  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    Leave(dialog.Chosen());
+  }
+}
+
+void MainWindow::Leave(const NextStart& next) {
+  if (close()) {
+    Q_EMIT NextStartWanted(next);
+  }
 }
 
 MailingContext MainWindow::ContextForMailing(const QString& connectionString) {

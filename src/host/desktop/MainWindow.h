@@ -1,7 +1,9 @@
 #pragma once
 
 #include "host/access/AccessDesk.h"
+#include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
+#include "host/desktop/NextStart.h"
 #include "host/desktop/RecordPage.h"
 #include "host/desktop/TreeCounts.h"
 #include "host/records/ComponentBridge.h"
@@ -28,6 +30,7 @@ struct WindowTexts {
   QString title;               ///< Of the window and of its message boxes.
   QString user;                ///< The signed-in user's name.
   QString database;            ///< The database, as the user knows it.
+  QString usualFile = {};      ///< Where a new database goes unless the user says otherwise.
   QString helpFile;            ///< Opened by F1; empty for none.
   bool readOnly = false;       ///< Records can be looked at, nothing can be changed.
   bool demonstration = false;  ///< The data are invented.
@@ -44,7 +47,7 @@ class MainWindow : public QMainWindow {
   /// Remembers how the window looked.
   ~MainWindow() override;
 
-  /// Shows the records of a node; a number that the tree does not have changes nothing.
+  /// Shows the records of a node, or the start page for homeNode; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
@@ -56,11 +59,14 @@ class MainWindow : public QMainWindow {
  Q_SIGNALS:
   /// The page of the menus' keys is to be shown, in HTML.
   void ShortcutsWanted(const QString& page);
+  /// The window has closed; the program is to go on with that.
+  void NextStartWanted(const host::NextStart& next);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void SetUpHome(const QString& connectionString);
   void SetUpPage(const QString& connectionString);
   void SetUpActions();
   void SetUpStatusBar();
@@ -71,12 +77,18 @@ class MainWindow : public QMainWindow {
   void Announce(const QString& news);
   void UpdateStatus();
   void ShowNode(const Node& node);
+  void ShowHome();
   void ShowLocks();
+  void ShowCopies();
+  void ChooseDatabase();
+  /// Closes the window, unless something in it has to be finished, and goes on with that.
+  void Leave(const NextStart& next);
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
 
   ComponentBridge& m_bridge;
   const std::vector<Node> m_nodes;
+  const QString m_connectionString;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   MailingOpener m_mailing;
@@ -84,6 +96,7 @@ class MainWindow : public QMainWindow {
   TreeCounts m_counts;
   QLabel* m_selection;
   QLabel* m_freshness;
+  HomePage* m_home = nullptr;
   std::unique_ptr<RecordPage> m_page;  // its actions and nodes are the window's
 };
 

@@ -38,6 +38,7 @@ struct RecordActions {
   QAction* copyWithHeadings;
   QAction* exportList;
   QAction* print;
+  QAction* columns;
   QAction* refresh;
   QAction* find;
   QAction* detail;  ///< Checked while the pane of the chosen record is to be seen.
@@ -59,7 +60,9 @@ class RecordPage : public QWidget {
 
   /// Reads the node's records. The node must outlive the page.
   void Show(const Node& node);
-  /// Null before the first.
+  /// The page goes behind another one, and shows nothing.
+  void Leave();
+  /// Null where it shows nothing.
   const Node* Shown() const { return m_node; }
   /// Reads the list again.
   void Refresh();
@@ -71,6 +74,8 @@ class RecordPage : public QWidget {
   int SelectedId() const;
   /// Opens a record of any node.
   void Open(const Node& node, int id, const QString& name);
+  /// Undoes the deletion of a record, and shows it.
+  void RecoverRecord(const Node& node, int id);
   /// Shows the list of a node and selects these records.
   void ShowRecords(int nodeId, const QList<int>& ids);
   /// "1 de 6 seleccionado"; empty without records.
@@ -112,6 +117,8 @@ class RecordPage : public QWidget {
   void ShowDetail();
   void UpdateState();
   void StoreLayout() const;
+  /// Under which the lists' layouts are kept.
+  QString ListScope() const;
 
   void ShowList(SortedRecords& records);
   void ShowReadError(const automation::Error& error);
