@@ -67,6 +67,8 @@ class Parser {
       m_line.command = Command::Version;
     } else if (name == u"--crear"_s) {
       m_line.create = true;
+    } else if (name == u"--nueva-ventana"_s) {
+      m_line.newWindow = true;
     } else if (name == u"--demo"_s) {
       m_line.demonstration = true;
     } else if (name == u"--oscuro"_s) {
@@ -329,6 +331,7 @@ QString CommandLineHelp() {
       "  --demo         base de datos de ejemplo, aparte de la propia\n"
       "  --usuario N    número del usuario que trabaja\n"
       "  --oscuro       colores oscuros\n"
+      "  --nueva-ventana            otra ventana, aunque ya haya una con la misma base de datos\n"
       "  --nodo N       con «abrir»: clase de registro, por su número:\n"_s;
   for (const Node& node : NodeCatalog()) {
     if (node.hasDialog) {

@@ -41,6 +41,7 @@ struct CommandLine {
   QString file;              ///< --archivo; empty for the usual one.
   QString connectionString;  ///< --base; empty for the file's.
   bool create = false;       ///< --crear: the file may be a new one.
+  bool newWindow = false;    ///< --nueva-ventana: beside one that has the same database open.
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;

@@ -48,8 +48,11 @@ void SignIn(adodb::Connection& connection, const std::optional<int>& user, Sessi
 }
 
 void ReadInstallation(adodb::Connection& connection, Session& session) {
-  const auto rows = adodb::Execute(connection, u"SELECT velumar FROM configuracion");
-  session.velumar = !rows->AtEnd() && automation::CBool(rows->Field(0));
+  const auto rows = adodb::Execute(connection, u"SELECT velumar, Identidad FROM configuracion");
+  if (!rows->AtEnd()) {
+    session.velumar = automation::CBool(rows->Field(0));
+    session.database = automation::Text(rows->Field(1)).left(longestName);
+  }
 }
 
 // The mode of the file itself is the user's choice, about which PermissionNotice has a word.

@@ -2,12 +2,14 @@
 
 #include "database/Place.h"
 #include "host/cli/CommandLine.h"
+#include "host/desktop/NextStart.h"
 #include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace host {
 
@@ -17,7 +19,8 @@ struct StartedSession {
   Session session;
   std::unique_ptr<OfficeConnection> connection;  ///< The session's.
   database::Place place;
-  bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
+  std::optional<NextStart> next;  ///< What the window left the session for.
+  bool leftOpen = false;          ///< The last program that had the file open ended without closing it.
 };
 
 /// The database that the arguments name.
