@@ -1,3 +1,4 @@
+#include "host/records/Attention.h"
 #include "host/records/NodeCatalog.h"
 #include "host/records/NodeCounts.h"
 #include "host/records/RecordReader.h"
@@ -24,6 +25,8 @@ class tst_node_catalogue : public QObject {
   void WhatBelongsToARecord_data();
   void WhatBelongsToARecord();
   void MuchThatBelongsIsCut();
+  void WhatWantsMending_data();
+  void WhatWantsMending();
   void ListsAreCounted();
   void WhatIsCountedAgain_data();
   void WhatIsCountedAgain();
@@ -174,6 +177,36 @@ void tst_node_catalogue::MuchThatBelongsIsCut() {
   QCOMPARE(host::JoinCounts(detail.uses), u"%1 provincias"_s.arg(detail.related[0].total));
   QCOMPARE(detail.uses[0].nodeId, cConstNodo().Provincias());
   QVERIFY(!detail.lastChange);
+}
+
+void tst_node_catalogue::WhatWantsMending_data() {
+  QTest::addColumn<QString>("statement");
+  QTest::addColumn<QString>("concerns");
+  QTest::newRow("nothing") << u"UPDATE Provincias SET Prefijo='28' WHERE IDProvincia=1"_s << QString();
+  QTest::newRow("no prefix") << u"UPDATE Provincias SET Prefijo='' WHERE IDProvincia IN (3,4)"_s
+                             << u"2 provincias sin prefijo postal 3 4"_s;
+  QTest::newRow("no prefix abroad") << u"INSERT INTO Provincias(Nombre,CodPais) VALUES('Ática',36)"_s << QString();
+  QTest::newRow("no prefix, deleted") << u"UPDATE Provincias SET Prefijo='', Eliminado=-1 WHERE IDProvincia=3"_s
+                                      << u"1 registro que nombra otro ya eliminado («Diócesis») 38"_s;
+  QTest::newRow("no account") << u"UPDATE Emisores_Cuentas SET Eliminado=-1 WHERE CodEmisor=2"_s
+                              << u"1 emisor sin cuenta 2"_s;
+  QTest::newRow("long text") << u"UPDATE Bancos SET Numero='12345' WHERE IDBanco=2"_s
+                             << u"1 registro con un texto demasiado largo («Bancos») 2"_s;
+}
+
+void tst_node_catalogue::WhatWantsMending() {
+  QFETCH(QString, statement);
+  const support::TestDatabase database(database::Content::Demonstration);
+  adodb::Execute(database.Connection(), u"{}", adodb::Verbatim{statement});
+  QStringList concerns;
+  for (const host::Concern& concern : host::FindConcerns(database.Connection(), host::NodeCatalog())) {
+    QString text = concern.text;
+    for (const int id : concern.ids) {
+      text += u' ' + QString::number(id);
+    }
+    concerns.append(text);
+  }
+  QTEST(concerns.join(u'/'), "concerns");
 }
 
 void tst_node_catalogue::ListsAreCounted() {

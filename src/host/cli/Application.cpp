@@ -107,7 +107,7 @@ int RunWindow(ComponentBridge& bridge, Rescue& rescue, AccessDesk& desk, const S
   window.Offer(desk);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
-  window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
+  window.ChooseNode(LoadLastNode(homeNode));
   return QApplication::exec();
 }
 

@@ -92,6 +92,9 @@ void LiveRecords::Tick() {
 
 void LiveRecords::TakeNote(const SeenChanges& changes) {
   Q_EMIT Noticed(changes);
+  if (m_node == nullptr && !m_loader.IsLoading()) {
+    return;
+  }
   m_pending += changes.notes;
   const bool isSuspicion = changes.isUnknown && !changes.mayBeLocks && !std::exchange(m_maybeOurs, false);
   if (m_list.Records().TotalCount() <= longestReadAnew) {

@@ -1,6 +1,7 @@
 #include "host/desktop/MainWindow.h"
 
 #include "database/Database.h"
+#include "database/Place.h"
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
@@ -63,6 +64,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpPage(connectionString);
+  SetUpHome(connectionString);
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
@@ -78,14 +80,13 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   // Behind the first list.
   QTimer::singleShot(0, &m_counts, &TreeCounts::CountAll);
   connect(m_ui->nodeTree, &NodeTree::NodeChosen, this, &MainWindow::ShowNode);
-  connect(m_ui->nodeTree, &NodeTree::ListWanted, m_page.get(), qOverload<>(&QWidget::setFocus));
+  connect(m_ui->nodeTree, &NodeTree::HomeChosen, this, &MainWindow::ShowHome);
+  connect(m_ui->nodeTree, &NodeTree::ListWanted, this, [this] { m_ui->pages->currentWidget()->setFocus(); });
 }
 
 MainWindow::~MainWindow() {
   SaveWindow(*this, *m_ui->splitter);
-  if (m_page->Shown() != nullptr) {
-    SaveLastNode(m_page->Shown()->id);
-  }
+  SaveLastNode(m_page->Shown() == nullptr ? homeNode : m_page->Shown()->id);
 }
 
 void MainWindow::ChooseNode(int nodeId) {
@@ -146,13 +147,35 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .find = m_ui->actFind,
                               .detail = m_ui->actDetail};
   m_page = std::make_unique<RecordPage>(m_bridge, m_thread, connectionString, actions, m_texts.title, m_texts.readOnly);
-  m_ui->splitter->addWidget(m_page.get());
+  m_ui->pages->addWidget(m_page.get());
   m_ui->splitter->setStretchFactor(1, 1);
   connect(m_page.get(), &RecordPage::Told, m_ui->strips, &Strips::Tell);
   connect(m_page.get(), &RecordPage::NewsChanged, this, &MainWindow::Announce);
   connect(m_page.get(), &RecordPage::StateChanged, this, &MainWindow::UpdateStatus);
   connect(m_page.get(), &RecordPage::NodeWanted, this, &MainWindow::ChooseNode);
   connect(m_ui->strips, &Strips::Left, m_page.get(), qOverload<>(&QWidget::setFocus));
+}
+
+void MainWindow::SetUpHome(const QString& connectionString) {
+  const database::Place place = database::PlaceOf(connectionString);
+  m_home = new HomePage(m_thread, m_nodes,
+                        {.user = m_texts.user,
+                         .database = m_texts.database,
+                         .databaseFile = place.IsFile() ? place.file : QString(),
+                         .readOnly = m_texts.readOnly,
+                         .administrator = m_bridge.Session().IsAdministrator()});
+  m_ui->pages->addWidget(m_home);
+  connect(&m_counts, &TreeCounts::Counted, m_home, &HomePage::SetCounts);
+  connect(m_page.get(), &RecordPage::Noticed, m_home, &HomePage::Refresh);
+  connect(m_ui->actRefresh, &QAction::triggered, m_home, &HomePage::Refresh);
+  connect(m_home, &HomePage::RecordsWanted, m_page.get(), &RecordPage::ShowRecords);
+  connect(m_home, &HomePage::RecoveryWanted, this,
+          [this](int nodeId, int id) { m_page->RecoverRecord(*FindNode(nodeId), id); });
+  connect(m_home, &HomePage::LocksWanted, this, &MainWindow::ShowLocks);
+  connect(m_home, &HomePage::AdditionWanted, this, [this](int nodeId) {
+    ChooseNode(nodeId);
+    m_ui->actAdd->trigger();
+  });
 }
 
 void MainWindow::SetUpActions() {
@@ -219,7 +242,16 @@ void MainWindow::UpdateStatus() {
 void MainWindow::ShowNode(const Node& node) {
   setWindowTitle(u"%1 – %2"_s.arg(node.title, m_texts.title));
   setProperty(HelpDesk::topicProperty, HelpTopic(node));
+  m_ui->pages->setCurrentWidget(m_page.get());
   m_page->Show(node);
+}
+
+void MainWindow::ShowHome() {
+  setWindowTitle(u"Inicio – %1"_s.arg(m_texts.title));
+  setProperty(HelpDesk::topicProperty, u"inicio"_s);
+  m_page->Leave();
+  m_ui->pages->setCurrentWidget(m_home);
+  UpdateStatus();
 }
 
 void MainWindow::ShowLocks() {

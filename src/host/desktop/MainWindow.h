@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/access/AccessDesk.h"
+#include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/RecordPage.h"
 #include "host/desktop/TreeCounts.h"
@@ -44,7 +45,7 @@ class MainWindow : public QMainWindow {
   /// Remembers how the window looked.
   ~MainWindow() override;
 
-  /// Shows the records of a node; a number that the tree does not have changes nothing.
+  /// Shows the records of a node, or the start page for homeNode; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
@@ -61,6 +62,7 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void SetUpHome(const QString& connectionString);
   void SetUpPage(const QString& connectionString);
   void SetUpActions();
   void SetUpStatusBar();
@@ -71,6 +73,7 @@ class MainWindow : public QMainWindow {
   void Announce(const QString& news);
   void UpdateStatus();
   void ShowNode(const Node& node);
+  void ShowHome();
   void ShowLocks();
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
@@ -84,6 +87,7 @@ class MainWindow : public QMainWindow {
   TreeCounts m_counts;
   QLabel* m_selection;
   QLabel* m_freshness;
+  HomePage* m_home = nullptr;
   std::unique_ptr<RecordPage> m_page;  // its actions and nodes are the window's
 };
 

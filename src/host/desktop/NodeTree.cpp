@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace host {
 
 namespace {
@@ -21,7 +23,7 @@ constexpr int nodeRole = Qt::UserRole;
 constexpr int countColumn = 1;
 
 bool IsHeading(const QModelIndex& index) {
-  return index.isValid() && !index.parent().isValid();
+  return index.isValid() && !index.data(nodeRole).isValid();
 }
 
 QString CountText(int count) {
@@ -46,6 +48,9 @@ NodeTree::NodeTree(QWidget* parent) : QTreeWidget(parent) {
 
 void NodeTree::SetNodes(const std::vector<Node>& nodes) {
   m_nodes = &nodes;
+  auto* home = new QTreeWidgetItem(this, {u"Inicio"_s});
+  home->setData(0, nodeRole, homeNode);
+  home->setIcon(0, QIcon::fromTheme(u"go-home"_s));
   QTreeWidgetItem* group = nullptr;
   for (const Node& node : nodes) {
     if (group == nullptr || group->text(0) != node.group) {
@@ -96,9 +101,12 @@ void NodeTree::DressHeadings() {
   small.setCapitalization(QFont::AllUppercase);
   const QSize row(0, fontMetrics().height() * 3 / 2);
   for (int i = 0; i < topLevelItemCount(); ++i) {
-    topLevelItem(i)->setSizeHint(0, row);
-    topLevelItem(i)->setFont(0, small);
-    topLevelItem(i)->setForeground(0, palette().color(QPalette::PlaceholderText));
+    QTreeWidgetItem* item = topLevelItem(i);
+    item->setSizeHint(0, row);
+    if (IsHeading(indexFromItem(item))) {
+      item->setFont(0, small);
+      item->setForeground(0, palette().color(QPalette::PlaceholderText));
+    }
   }
 }
 
@@ -142,6 +150,10 @@ void NodeTree::keyPressEvent(QKeyEvent* event) {
 void NodeTree::Announce(QTreeWidgetItem* item) {
   const QVariant id = item == nullptr ? QVariant() : item->data(0, nodeRole);
   if (!id.isValid()) {
+    return;
+  }
+  if (id == QVariant(homeNode)) {
+    Q_EMIT HomeChosen();
     return;
   }
   const auto node = std::ranges::find(*m_nodes, id.toInt(), &Node::id);

@@ -16,15 +16,16 @@ class NodeTree : public QTreeWidget {
   /// As wide as the longest title with its number.
   QSize sizeHint() const override;
 
-  /// The nodes to show, grouped; they must outlive the tree.
+  /// The nodes to show, grouped, behind one for the start page; they must outlive the tree.
   void SetNodes(const std::vector<Node>& nodes);
-  /// Makes a node the chosen one; a number that the tree does not have changes nothing.
+  /// Makes a node, or homeNode, the chosen one; a number that the tree does not have changes nothing.
   void Choose(int nodeId);
   /// Shows how many records nodes have, by their numbers; of a node that is not in it nothing changes.
   void SetCounts(const QHash<int, int>& counts);
 
  Q_SIGNALS:
   void NodeChosen(const host::Node& node);
+  void HomeChosen();
   /// Enter on a node.
   void ListWanted();
 

@@ -6,6 +6,7 @@
 #include "host/desktop/HistoryDialog.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/records/DeletedRecord.h"
 #include "host/records/RecordReader.h"
 #include "host/records/RecordReferences.h"
 #include "host/services/ErrorBox.h"
@@ -95,6 +96,23 @@ void RecordPage::ConnectActions() {
   });
   m_ui->recordList->addActions({m_actions.add, m_actions.modify, m_actions.remove, m_actions.recover,
                                 m_actions.newBranch, m_actions.history, m_actions.writeToPeople, m_actions.refresh});
+}
+
+void RecordPage::Leave() {
+  if (m_node == nullptr) {
+    return;
+  }
+  StoreLayout();
+  Q_EMIT NewsChanged({});
+  m_loader.Withdraw();
+  m_live->Follow(nullptr);
+  m_ui->txtSearch->clear();
+  m_ui->recordList->Show({RecordData(m_node->columns)});
+  m_node = nullptr;
+  m_shown = false;
+  m_isInDoubt = false;
+  m_selectWhenRead.clear();
+  UpdateState();
 }
 
 void RecordPage::SetUpDetail() {
@@ -288,15 +306,30 @@ void RecordPage::RecoverAndShow(const QList<int>& notes) {
   for (const Recovery& recovery : recoveries) {
     ids.append(recovery.id);
   }
-  if (ids.isEmpty() || m_node == nullptr) {
+  if (ids.isEmpty()) {
     return;
   }
   // The user may be at another list.
   const int node = recoveries.constFirst().nodeId;
-  if (node == m_node->id) {
+  if (m_node != nullptr && node == m_node->id) {
     ShowChanged(ids, ids);
   } else {
     ShowRecords(node, ids);
+  }
+}
+
+void RecordPage::RecoverRecord(const Node& node, int id) {
+  try {
+    const std::optional<DeletedRecord> deleted = FindDeleted(m_bridge.OpenConnection(), node, id);
+    if (!deleted) {
+      ShowRecords(node.id, {id});
+    } else if (deleted->note != 0) {
+      RecoverAndShow({deleted->note});
+    } else {
+      Q_EMIT NewsChanged(u"No se sabe qué se eliminó con ese registro: no se puede recuperar."_s);
+    }
+  } catch (const automation::Error& error) {
+    ShowError(this, m_title, u"No se ha podido recuperar."_s, error);
   }
 }
 
@@ -419,7 +452,7 @@ void RecordPage::UpdateState() {
   m_actions.add->setEnabled(mayChange && m_node->canAdd);
   m_actions.modify->setEnabled(m_node != nullptr && m_node->hasDialog && selected == 1);
   m_actions.remove->setEnabled(mayChange && m_bridge.Session().mayDelete && m_node->canDelete && selected > 0);
-  m_actions.undoDelete->setEnabled(mayChange && !m_deletions.isEmpty());
+  m_actions.undoDelete->setEnabled(!m_readOnly && !m_bridge.Session().readOnly && !m_deletions.isEmpty());
   m_actions.recover->setVisible(m_node != nullptr && m_node->canRecover);
   m_actions.recover->setEnabled(mayChange && m_node->canRecover && selected > 0);
   m_actions.newBranch->setVisible(m_node != nullptr && m_node->id == cConstNodo().Bancos());
@@ -431,10 +464,10 @@ void RecordPage::UpdateState() {
   m_actions.copyWithHeadings->setEnabled(selected > 0);
   m_actions.exportList->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
   m_actions.print->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
-  m_actions.refresh->setEnabled(m_node != nullptr);
+  m_actions.find->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());
-  if (selected == 1) {
+  if (selected == 1 && m_node != nullptr) {
     m_detail->Show(*m_node, SelectedId(), SelectedName());
   } else {
     m_detail->ShowNothing(selected == 0 ? QString() : u"%1 registros elegidos"_s.arg(selected));

@@ -59,7 +59,9 @@ class RecordPage : public QWidget {
 
   /// Reads the node's records. The node must outlive the page.
   void Show(const Node& node);
-  /// Null before the first.
+  /// The page goes behind another one, and shows nothing.
+  void Leave();
+  /// Null where it shows nothing.
   const Node* Shown() const { return m_node; }
   /// Reads the list again.
   void Refresh();
@@ -71,6 +73,8 @@ class RecordPage : public QWidget {
   int SelectedId() const;
   /// Opens a record of any node.
   void Open(const Node& node, int id, const QString& name);
+  /// Undoes the deletion of a record, and shows it.
+  void RecoverRecord(const Node& node, int id);
   /// Shows the list of a node and selects these records.
   void ShowRecords(int nodeId, const QList<int>& ids);
   /// "1 de 6 seleccionado"; empty without records.

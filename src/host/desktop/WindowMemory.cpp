@@ -92,6 +92,14 @@ void SaveDetail(const QSplitter& splitter, const QAction& wanted) {
   settings.setValue(u"Ventana/Detalle"_s, wanted.isChecked());
 }
 
+bool WantsFirstSteps() {
+  return QSettings().value(u"Inicio/PrimerosPasos"_s, true).toBool();
+}
+
+void ForgoFirstSteps() {
+  QSettings().setValue(u"Inicio/PrimerosPasos"_s, false);
+}
+
 int LoadLastNode(int otherwise) {
   return QSettings().value(u"Ventana/Nodo"_s, otherwise).toInt();
 }

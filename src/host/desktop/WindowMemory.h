@@ -31,6 +31,10 @@ void SaveWindow(const QMainWindow& window, const QSplitter& splitter);
 void LoadDetail(QSplitter& splitter, QAction& wanted);
 void SaveDetail(const QSplitter& splitter, const QAction& wanted);
 
+/// Whether the first steps are to be shown: until the user forgoes them.
+bool WantsFirstSteps();
+void ForgoFirstSteps();
+
 /// The node that was shown last; `otherwise` when none was.
 int LoadLastNode(int otherwise);
 void SaveLastNode(int nodeId);

@@ -58,6 +58,9 @@ struct Node {
 /// The number of the node of deleted records, which the component does not know.
 constexpr int deletedRecordsNode = 1000;
 
+/// What stands for no node, where the page that everything begins with is meant.
+constexpr int homeNode = 1002;
+
 /// That of the change log.
 constexpr int changesNode = 1001;
 

@@ -245,6 +245,19 @@ std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const R
   return std::nullopt;
 }
 
+QString NamesADeleted(const Node& node) {
+  QStringList conditions;
+  for (const Link& link : AllLinks()) {
+    if (IsTable(link.table, node.table)) {
+      const Node& parent = *FindNode(link.nodeId);
+      const QString column = node.table + u'.' + link.column;
+      conditions.append(u"(%1<>0 AND NOT EXISTS (SELECT P.%2 FROM %3 AS P WHERE P.%2=%1 AND P.Eliminado=0))"_s.arg(
+          column, parent.key, parent.table));
+    }
+  }
+  return conditions.join(u" OR "_s);
+}
+
 bool RefersTo(const Node& node, const QString& table) {
   return std::ranges::any_of(AllLinks(), [&](const Link& link) { return Joins(link, node, table); });
 }

@@ -53,6 +53,10 @@ struct ParentRecord {
 /// A deleted record that the row refers to; nothing where all that it refers to is live, or the row is not there.
 std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row);
 
+/// The condition on rows of the node's table that they refer to a record that is deleted, or not there; empty for a
+/// node whose records refer to none.
+QString NamesADeleted(const Node& node);
+
 /// Whether records of the node refer to records of the table.
 bool RefersTo(const Node& node, const QString& table);
 /// The records of `node` that refer to the row of that table and key: what shows the other's name in a list.
