@@ -53,6 +53,15 @@ void NewPassword::Build(const Question& question) {
   m_accept = buttons->button(QDialogButtonBox::Ok);
   m_accept->setText(u"&Aceptar"_s);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  QWidget* before = m_name != nullptr ? static_cast<QWidget*>(m_name) : m_current;
+  if (before != nullptr) {
+    setTabOrder(before, m_first);
+    before->setFocus();
+  }
+  setTabOrder(m_first, m_second);
+  setTabOrder(m_second, m_accept);
+  setTabOrder(m_accept, buttons->button(QDialogButtonBox::Cancel));
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
   all->addWidget(text);
   all->addLayout(form);

@@ -98,11 +98,15 @@ void SignIn::Build(const QString& place) {
   auto* leave = new QPushButton(u"&Salir"_s, this);
   leave->setObjectName(u"leave"_s);
   leave->setAutoDefault(false);
+  setTabOrder(m_password, m_enter);
+  setTabOrder(m_enter, leave);
+  setTabOrder(leave, forgotten);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(forgotten);
   buttons->addStretch(1);
   buttons->addWidget(m_enter);
   buttons->addWidget(leave);
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
   all->addWidget(heading);
   all->addWidget(PlainLabel(u"%1 · %2"_s.arg(QFileInfo(place).fileName(), QSysInfo::machineHostName()), this));

@@ -42,6 +42,7 @@ void UserDialog::Build(const Account& account) {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setText(u"&Aceptar"_s);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* form = new QFormLayout(this);
   form->addRow(u"&Usuario:"_s, m_name);
   form->addRow(u"&Nombre completo:"_s, m_fullName);

@@ -16,10 +16,13 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -27,19 +30,19 @@ namespace host {
 
 namespace {
 
-QString PasswordText(const Account& account, bool asks) {
+QString PasswordText(const Account& account) {
   if (account.isOff) {
     return u"desactivado"_s;
   }
   if (account.hash.isEmpty()) {
-    return asks ? u"no tiene: no puede entrar"_s : u"no tiene"_s;
+    return u"no tiene"_s;
   }
   return account.mustChange ? u"por elegir al entrar"_s : u"puesta "_s + DayAndTime(account.passwordSince);
 }
 
-QStringList Cells(const Account& account, bool asks) {
+QStringList Cells(const Account& account) {
   return {account.name, account.fullName, RightsText(account.rights),
-          account.lastEntry.isValid() ? DayAndTime(account.lastEntry) : QString(), PasswordText(account, asks)};
+          account.lastEntry.isValid() ? DayAndTime(account.lastEntry) : QString(), PasswordText(account)};
 }
 
 }  // namespace
@@ -63,8 +66,13 @@ UsersDialog::UsersDialog(ComponentBridge& bridge, QWidget* parent)
   grid->addWidget(buttons, 2, 0, 1, 2);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   Read();
-  constexpr int lines = 8;
-  m_list->setMinimumSize(fontMetrics().averageCharWidth() * 60, fontMetrics().height() * lines);
+  constexpr int lines = 14;
+  const QMargins margins = grid->contentsMargins();
+  constexpr int slack = 10;
+  resize(m_list->header()->length() + fontMetrics().averageCharWidth() * slack +
+             m_list->verticalScrollBar()->sizeHint().width() + m_password->sizeHint().width() +
+             grid->horizontalSpacing() + margins.left() + margins.right() + 2 * m_list->frameWidth(),
+         std::max(sizeHint().height(), fontMetrics().height() * 2 * lines));
 }
 
 void UsersDialog::BuildList() {
@@ -148,7 +156,7 @@ void UsersDialog::Read() {
     const QSignalBlocker quiet(m_list);
     m_list->clear();
     for (const Account& account : std::as_const(m_accounts)) {
-      new QTreeWidgetItem(m_list, Cells(account, asks));
+      new QTreeWidgetItem(m_list, Cells(account));
     }
     m_asks->setChecked(asks);
     m_locks->setEnabled(asks);
@@ -158,6 +166,7 @@ void UsersDialog::Read() {
   });
   for (int column = 0; column < m_list->columnCount(); ++column) {
     m_list->resizeColumnToContents(column);
+    m_list->setColumnWidth(column, m_list->columnWidth(column) + fontMetrics().averageCharWidth() * 2);
   }
   Choose(id);
 }
@@ -184,7 +193,7 @@ void UsersDialog::ShowChoice() {
   const bool isOwn = account != nullptr && account->id == m_bridge.Session().userId;
   m_switch->setEnabled(account != nullptr && !isOwn);
   m_delete->setEnabled(account != nullptr && !isOwn);
-  m_switch->setText(account != nullptr && account->isOff ? u"A&ctivar"_s : u"&Desactivar"_s);
+  m_switch->setText(account != nullptr && account->isOff ? u"Act&ivar"_s : u"&Desactivar"_s);
 }
 
 void UsersDialog::Add() {

@@ -67,6 +67,8 @@ class Parser {
       m_line.command = Command::Version;
     } else if (name == u"--crear"_s) {
       m_line.create = true;
+    } else if (name == u"--nueva-ventana"_s) {
+      m_line.newWindow = true;
     } else if (name == u"--demo"_s) {
       m_line.demonstration = true;
     } else if (name == u"--oscuro"_s) {
@@ -175,6 +177,9 @@ class Parser {
     } else if (command == u"bloqueos"_s) {
       m_line.command = Command::Locks;
       LockWords();
+    } else if (command == u"usuarios"_s) {
+      m_line.command = Command::Users;
+      UserWords();
     } else if (command == u"cartas"_s || command == u"etiquetas"_s) {
       m_line.command = command == u"cartas"_s ? Command::Letters : Command::Labels;
     } else if (command == u"importar"_s || command == u"exportar"_s) {
@@ -201,6 +206,21 @@ class Parser {
     if (!valid) {
       Refuse(u"Diga qué bloqueo se suelta: kel-host bloqueos soltar NÚMERO"_s);
     }
+  }
+
+  void UserWords() {
+    const QString act = m_words.isEmpty() ? u"lista"_s : m_words.takeFirst();
+    if (act == u"lista"_s) {
+      return;
+    }
+    if (act != u"nueva-clave"_s && act != u"administrador"_s) {
+      Refuse(u"No se conoce la orden «usuarios %1»."_s.arg(act));
+    }
+    m_line.userAct = act == u"nueva-clave"_s ? UserAct::NewPassword : UserAct::Administrator;
+    if (m_words.isEmpty()) {
+      Refuse(u"Diga de quién: kel-host usuarios %1 NOMBRE"_s.arg(act));
+    }
+    m_line.userName = m_words.takeFirst();
   }
 
   void Check() const {
@@ -291,6 +311,9 @@ QString CommandLineHelp() {
       "permisos\n"
       "     kel-host bloqueos                       dice quién está modificando qué registro\n"
       "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
+      "     kel-host usuarios                       dice quién puede entrar en la base de datos, y con qué derechos\n"
+      "     kel-host usuarios nueva-clave NOMBRE    le da otra contraseña (solo el dueño del archivo)\n"
+      "     kel-host usuarios administrador NOMBRE  lo hace administrador (solo el dueño del archivo)\n"
       "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
       "     kel-host etiquetas --hoja I --seleccion NOMBRE SALIDA   escribe etiquetas de envío\n"
       "     kel-host etiquetas --hoja I --cabecera I SALIDA         etiquetas de remite (--cuantas N)\n"
@@ -302,6 +325,7 @@ QString CommandLineHelp() {
       "  --demo         base de datos de ejemplo, aparte de la propia\n"
       "  --usuario N    número del usuario que trabaja\n"
       "  --oscuro       colores oscuros\n"
+      "  --nueva-ventana            otra ventana, aunque ya haya una con la misma base de datos\n"
       "  --nodo N       con «abrir»: clase de registro, por su número:\n"_s;
   for (const Node& node : NodeCatalog()) {
     if (node.hasDialog) {
