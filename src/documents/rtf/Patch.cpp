@@ -26,8 +26,8 @@ struct Stretch {
 
 class Patch {
  public:
-  Patch(const QTextDocument& document, const QList<Part>& read, const Seams& seams)
-      : m_document(document), m_read(read), m_now(PartsOf(document)), m_seams(seams) {}
+  Patch(const QTextDocument& document, const QList<Part>& read, const QList<Part>& now, const Seams& seams)
+      : m_document(document), m_read(read), m_now(now), m_seams(seams) {}
 
   /// None where bytes that have to be written anew say more than their parts.
   std::optional<Stretch> Find() {
@@ -103,7 +103,7 @@ class Patch {
 
   const QTextDocument& m_document;
   const QList<Part>& m_read;
-  QList<Part> m_now;
+  const QList<Part>& m_now;
   const Seams& m_seams;
   Stretch m_change;
 };
@@ -146,12 +146,12 @@ bool Extend(QByteArray& bytes, qsizetype end, const QByteArray& read, const QByt
 
 }  // namespace
 
-std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& parts,
-                                  const Seams& seams) {
-  if (seams.at.size() != parts.size() + 1) {
+std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& read,
+                                  const QList<Part>& now, const Seams& seams) {
+  if (seams.at.size() != read.size() + 1) {
     return std::nullopt;
   }
-  Patch patch(document, parts, seams);
+  Patch patch(document, read, now, seams);
   const std::optional<Stretch> change = patch.Find();
   if (!change) {
     return std::nullopt;
