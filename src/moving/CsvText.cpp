@@ -4,17 +4,9 @@
 
 #include <QStringDecoder>
 
-#include <optional>
-
 namespace moving {
 
 namespace {
-
-std::optional<QString> Decoded(const QByteArray& bytes, QStringConverter::Encoding encoding) {
-  QStringDecoder decoder(encoding);
-  QString text = decoder.decode(bytes);
-  return decoder.hasError() ? std::nullopt : std::optional(text);
-}
 
 QString FromWindows(const QByteArray& bytes) {
   QString text = QString::fromLatin1(bytes);
@@ -28,13 +20,16 @@ QString FromWindows(const QByteArray& bytes) {
 
 }  // namespace
 
-QString DecodeList(const QByteArray& bytes) {
-  // The mark says which bytes come first, and is taken away.
+QByteArray ListAsUtf8(QByteArray bytes) {
+  const QByteArray mark = "\xEF\xBB\xBF";
   if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
-    return QStringDecoder(QStringConverter::Utf16).decode(bytes);
+    // The mark says which bytes come first, and is taken away.
+    return QString(QStringDecoder(QStringConverter::Utf16).decode(bytes)).toUtf8();
   }
-  const auto text = Decoded(bytes, QStringConverter::Utf8);
-  return text ? *text : FromWindows(bytes);
+  if (!QByteArrayView(bytes).isValidUtf8()) {
+    return FromWindows(bytes).toUtf8();
+  }
+  return bytes.startsWith(mark) ? bytes.remove(0, mark.size()) : bytes;
 }
 
 }  // namespace moving

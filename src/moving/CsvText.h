@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 namespace moving {
 
-/// The characters of a list's bytes: by its mark; else UTF-8 where all of it is that; else Windows-1252.
-QString DecodeList(const QByteArray& bytes);
+/// A list's bytes as UTF-8 without a mark: by their mark; else taken for UTF-8 where all of it is that; else for
+/// Windows-1252.
+QByteArray ListAsUtf8(QByteArray bytes);
 
 }  // namespace moving

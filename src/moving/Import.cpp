@@ -58,7 +58,7 @@ class Writer : public SourceListener {
     if (!m_table->match) {
       return;
     }
-    if (m_row >= m_table->rows.size()) {
+    if (m_row >= m_table->rows.Count()) {
       RefuseChanged();
     }
     const Fate& fate = m_plan.FateOf(*m_table, m_row);
@@ -72,7 +72,7 @@ class Writer : public SourceListener {
   }
 
   void EndTable(qint64 /*missing*/) override {
-    if (m_table->match && m_row != m_table->rows.size()) {
+    if (m_table->match && m_row != m_table->rows.Count()) {
       RefuseChanged();
     }
   }
@@ -101,8 +101,8 @@ class Writer : public SourceListener {
     if (fate.isDemoted) {
       values[shape.PositionOf(u"Eliminado"_s)] = {Value::Kind::Number, u"-1"_s};
     }
-    if (!fate.suffix.isEmpty()) {
-      values[shape.PositionOf(rule.beside)].text += fate.suffix;
+    if (fate.number != 0) {
+      values[shape.PositionOf(rule.beside)].text += fate.Suffix();
     }
     QStringList names;
     QStringList literals;

@@ -56,7 +56,7 @@ class Plan::TableDecision {
         m_fates(plan.m_fates[m_rule.table->name]) {}
 
   void Run() {
-    m_fates.resize(m_table.rows.size());
+    m_fates.resize(m_table.rows.Count());
     for (std::size_t i = 0; i < m_fates.size(); ++i) {
       DecideRow(i);
     }
@@ -67,7 +67,7 @@ class Plan::TableDecision {
     // Rows of other tables find them by the file's keys.
     QHash<qint64, qint64> here;
     for (std::size_t i = 0; i < m_fates.size(); ++i) {
-      const qint64 there = m_table.rows[i].key;
+      const qint64 there = m_table.rows.KeyAt(i);
       if (there != 0 && m_fates[i].key != 0 && !here.contains(there)) {
         here.insert(there, m_fates[i].key);
       }
@@ -79,7 +79,7 @@ class Plan::TableDecision {
   TableReport& Report() { return m_table.report; }
 
   void DecideRow(std::size_t i) {
-    const RowFacts& facts = m_table.rows[i];
+    const RowFacts facts = m_table.rows.At(i);
     Fate& fate = m_fates[i];
     if (facts.isRefused) {
       ++Report().leftOut;
@@ -103,15 +103,14 @@ class Plan::TableDecision {
     } else if (m_rule.onlyKnown) {
       ++Report().remarks[u"no existen aquí; lo que los usa queda como texto libre"_s];
     } else {
-      DecideNew(i, translated);
+      DecideNew(i, facts, translated);
     }
   }
 
-  void DecideNew(std::size_t i, const RowFacts& translated) {
-    const RowFacts& facts = m_table.rows[i];
+  void DecideNew(std::size_t i, const RowFacts& facts, const RowFacts& translated) {
     Fate& fate = m_fates[i];
     const qsizetype before = m_unique.Before(facts, qsizetype(i));
-    if (before >= 0 && m_unique.HaveOneName(facts, m_table.rows[std::size_t(before)])) {
+    if (before >= 0 && m_unique.HaveOneName(facts, m_table.rows.At(std::size_t(before)))) {
       fate.kind = Fate::Kind::Known;
       ++Report().known;
       m_joined.emplace_back(i, std::size_t(before));
@@ -128,9 +127,9 @@ class Plan::TableDecision {
           u"%1: su número es también el de %2; entra como eliminado"_s.arg(NameOf(i), NameOf(std::size_t(before))));
     }
     if (m_beside >= 0 && facts.isLive && m_known.TakenNames().contains(facts.match[m_beside])) {
-      fate.suffix = FreeSuffix(facts.match[m_beside]);
+      fate.number = FreeNumber(facts.match[m_beside]);
       Report().AddLine(
-          u"%1: aquí hay otro que se llama igual; entra con «%2» detrás del nombre"_s.arg(NameOf(i), fate.suffix));
+          u"%1: aquí hay otro que se llama igual; entra con «%2» detrás del nombre"_s.arg(NameOf(i), fate.Suffix()));
     }
     for (qsizetype at = 0; at < facts.references.size(); ++at) {
       if (facts.references[at] != 0 && translated.references[at] == 0) {
@@ -149,26 +148,26 @@ class Plan::TableDecision {
     return false;
   }
 
-  QString FreeSuffix(const QString& folded) const {
+  int FreeNumber(const QString& folded) const {
     int number = 2;
     while (m_known.TakenNames().contains(folded + QString::number(number))) {
       ++number;
     }
-    return u" (%1)"_s.arg(number);
+    return number;
   }
 
   void GiveNumbers() {
     QSet<qint64> seen;
     bool areKept = true;
     for (const std::size_t row : m_new) {
-      const qint64 key = m_table.rows[row].key;
+      const qint64 key = m_table.rows.KeyAt(row);
       areKept = areKept && key >= 1 && key <= highestKept && !m_known.HasKey(key) && !seen.contains(key);
       seen.insert(key);
     }
     qint64 next = qMax(m_known.HighestKey(), qint64(0)) + 1;
     Report().firstNumber = areKept ? 0 : next;
     for (const std::size_t row : m_new) {
-      m_fates[row].key = areKept ? m_table.rows[row].key : next++;
+      m_fates[row].key = areKept ? m_table.rows.KeyAt(row) : next++;
     }
   }
 

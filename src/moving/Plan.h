@@ -9,11 +9,13 @@ namespace moving {
 
 /// What becomes of a row.
 struct Fate {
-  enum class Kind { New, Known, Revived, LeftOut };
+  enum class Kind : quint8 { New, Known, Revived, LeftOut };
   Kind kind = Kind::LeftOut;
-  qint64 key = 0;          ///< Here; 0 for one that is left out.
   bool isDemoted = false;  ///< Comes in as deleted, for its number is taken.
-  QString suffix;          ///< " (2)": goes behind the name.
+  int number = 0;          ///< Goes behind the name, which is taken; 0 for none.
+  qint64 key = 0;          ///< Here; 0 for one that is left out.
+
+  QString Suffix() const { return number == 0 ? QString() : QStringLiteral(" (%1)").arg(number); }
 };
 
 /// Decides for every row of a survey whether it is a record that is here already, under which number it comes in

@@ -33,10 +33,12 @@ void Survey::Row(const SourceRow& row) {
     return;
   }
   const ConvertedRow converted = Convert(*table.match, row);
-  table.rows.push_back(table.shape->FactsOf(converted.values));
-  if (!converted.refusal.isEmpty()) {
-    table.rows.back().isRefused = true;
-    table.report.AddLine(u"%1 no entra: %2"_s.arg(RowName(table, qsizetype(table.rows.size()) - 1), converted.refusal));
+  RowFacts facts = table.shape->FactsOf(converted.values);
+  facts.isRefused = !converted.refusal.isEmpty();
+  table.rows.Append(facts);
+  if (facts.isRefused) {
+    table.report.AddLine(
+        u"%1 no entra: %2"_s.arg(RowName(table, qsizetype(table.rows.Count()) - 1), converted.refusal));
   }
   for (const QString& remark : converted.remarks) {
     ++table.report.remarks[remark];
@@ -48,7 +50,7 @@ void Survey::EndTable(qint64 missing) {
 }
 
 QString RowName(const SurveyedTable& table, qsizetype row) {
-  const qint64 key = table.rows[std::size_t(row)].key;
+  const qint64 key = table.rows.KeyAt(std::size_t(row));
   return key != 0 ? u"%1 %2"_s.arg(table.shape->Here().columns.front().name, QString::number(key))
                   : u"Fila %1"_s.arg(row + 1);
 }

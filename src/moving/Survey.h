@@ -1,7 +1,7 @@
 #pragma once
 
 #include "moving/ImportReport.h"
-#include "moving/TableShape.h"
+#include "moving/KeptFacts.h"
 
 #include <memory>
 #include <vector>
@@ -13,7 +13,7 @@ struct SurveyedTable {
   SourceTable source;
   std::unique_ptr<TableMatch> match;  ///< Null for a table that does not come in.
   std::unique_ptr<TableShape> shape;
-  std::vector<RowFacts> rows;
+  KeptFacts rows;
   TableReport report;
 };
 
