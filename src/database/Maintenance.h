@@ -32,8 +32,8 @@ struct CopySize {
 
 /// Copies the database as it is at one moment, while others go on writing, into the new file `file`, which is the
 /// user's alone; then opens and checks the copy. A copy is always a file of the engine for files; that of a server has
-/// all rows with their keys, and no locks. An existing `file` is refused with CannotOpen; a copy that does not
-/// pass is deleted, and DatabaseDamaged raised. The file appears under its name only when it is whole.
+/// all rows with their keys, but no locks and no passwords. An existing `file` is refused with CannotOpen; a copy that
+/// does not pass is deleted, and DatabaseDamaged raised. The file appears under its name only when it is whole.
 KELDATOS_EXPORT CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop = {});
 
 /// Checks `copy` and puts it in the place of the database's file, or makes that file. Gives the name under which the

@@ -172,6 +172,16 @@ ConvertedRow Convert(const TableMatch& match, const SourceRow& row) {
   return RowConversion(match, row).Run();
 }
 
+QString Shown(const Value& value) {
+  constexpr qsizetype most = 60;
+  constexpr int digits = 15;
+  if (value.kind == Kind::Number) {
+    return QString::number(value.text.toDouble(), 'g', digits).replace(u'.', u',');
+  }
+  const QString text = value.text.left(most + 1).simplified();
+  return value.text.size() > most ? text.left(most) + u'…' : text;
+}
+
 QString Literal(const Value& value) {
   switch (value.kind) {
     case Kind::None:

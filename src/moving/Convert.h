@@ -10,6 +10,7 @@ struct Value {
   Kind kind = Kind::None;
   QString text;
 
+  bool IsEmpty() const { return text.isEmpty(); }
   /// 0 for what is no whole number of 32 bits.
   qint64 ToId() const;
 };
@@ -24,6 +25,9 @@ struct ConvertedRow {
 /// Gives a row of the file the types and forms of its table: numbers that were stored as texts and the other way round,
 /// zeros in front of codes, dates as yyyy-mm-dd, words for Booleans. A text that is too long comes in whole.
 ConvertedRow Convert(const TableMatch& match, const SourceRow& row);
+
+/// The value for people: a number with its comma, of a text the beginning, without line breaks.
+QString Shown(const Value& value);
 
 /// The value as it stands in a statement of the layer, with its quotes.
 QString Literal(const Value& value);

@@ -123,7 +123,7 @@ char SeparatorOf(QByteArrayView text) {
   return ';';
 }
 
-QByteArray Content(const QString& path) {
+QByteArray Content(const QString& path, const QString& encoding) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {
     throw automation::Error(automation::InvalidProcedureCall,
@@ -133,17 +133,17 @@ QByteArray Content(const QString& path) {
   if (bytes.size() > mostBytes) {
     throw automation::Error(automation::InvalidProcedureCall, u"El archivo «%1» es demasiado grande."_s.arg(path));
   }
-  return ListAsUtf8(std::move(bytes));
+  return ListAsUtf8(std::move(bytes), encoding);
 }
 
 }  // namespace
 
-void ReadCsv(const QString& path, SourceListener& listener, const database::Stop& stop) {
-  const QByteArray text = Content(path);
+void ReadCsv(const QString& path, const ListForm& form, SourceListener& listener, const database::Stop& stop) {
+  const QByteArray text = Content(path, form.encoding);
   if (const qsizetype nul = text.indexOf('\0'); nul >= 0) {
     Refuse(QByteArrayView(text).first(nul).count('\n') + 1, u"no es texto");
   }
-  Fields fields(text, SeparatorOf(text));
+  Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator.toLatin1());
   listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}});
   while (!fields.AtEnd()) {
     if (stop && stop()) {

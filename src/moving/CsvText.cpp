@@ -20,14 +20,19 @@ QString FromWindows(const QByteArray& bytes) {
 
 }  // namespace
 
-QByteArray ListAsUtf8(QByteArray bytes) {
+QByteArray ListAsUtf8(QByteArray bytes, const QString& encoding) {
   const QByteArray mark = "\xEF\xBB\xBF";
-  if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
-    // The mark says which bytes come first, and is taken away.
+  const bool isOpen = encoding.isEmpty();
+  // A mark says which bytes come first, and is taken away.
+  if (encoding == u"utf-16" || (isOpen && (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")))) {
     return QString(QStringDecoder(QStringConverter::Utf16).decode(bytes)).toUtf8();
   }
-  if (!QByteArrayView(bytes).isValidUtf8()) {
+  const bool isUtf8 = QByteArrayView(bytes).isValidUtf8();
+  if (encoding == u"windows-1252" || (isOpen && !isUtf8)) {
     return FromWindows(bytes).toUtf8();
+  }
+  if (!isUtf8) {
+    bytes = QString::fromUtf8(bytes).toUtf8();
   }
   return bytes.startsWith(mark) ? bytes.remove(0, mark.size()) : bytes;
 }

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace moving {
 
-/// A list's bytes as UTF-8 without a mark: by their mark; else taken for UTF-8 where all of it is that; else for
-/// Windows-1252.
-QByteArray ListAsUtf8(QByteArray bytes);
+/// A list's bytes as UTF-8 without a mark, from the encoding of ListForm; without one by their mark, else UTF-8 where
+/// all of it is that, else Windows-1252.
+QByteArray ListAsUtf8(QByteArray bytes, const QString& encoding = {});
 
 }  // namespace moving

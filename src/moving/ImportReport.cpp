@@ -12,6 +12,10 @@ namespace moving {
 
 namespace {
 
+// Of a table, in the text; a window shows them all.
+constexpr qsizetype mostLines = 1000;
+constexpr qsizetype mostFindings = 20'000;
+
 QString Number(qint64 number) {
   return QLocale(QLocale::Spanish, QLocale::Spain).toString(number);
 }
@@ -25,46 +29,73 @@ QString Row(const TableReport& table) {
   return u"  %1 %2\n"_s.arg(name, -30).arg(counts);
 }
 
+QStringList Findings(const TableReport& table) {
+  QStringList lines;
+  qint64 more = table.moreFindings;
+  for (const Finding& finding : table.findings) {
+    if (lines.size() < mostLines) {
+      lines += finding.Line();
+    } else {
+      ++more;
+    }
+  }
+  if (more > 0) {
+    lines += u"y %1 más"_s.arg(Number(more));
+  }
+  return lines;
+}
+
 QString Details(const TableReport& table) {
   QStringList lines;
-  if (table.missing > 0) {
-    lines += u"faltan %1 registros que el archivo dice tener"_s.arg(Number(table.missing));
-  }
-  if (table.revived > 0) {
-    lines += u"%1 estaban eliminados aquí y vuelven a estar"_s.arg(Number(table.revived));
-  }
+  const auto count = [&lines](qint64 number, const QString& text) {
+    if (number > 0) {
+      lines += text.arg(Number(number));
+    }
+  };
+  count(table.missing, u"faltan %1 registros que el archivo dice tener"_s);
+  count(table.revived, u"%1 estaban eliminados aquí y vuelven a estar"_s);
+  count(table.changed, u"%1 de los que ya estaban cambian"_s);
+  count(table.differing, u"%1 de los que ya estaban tienen aquí otros valores, que se quedan"_s);
+  count(table.skipped, u"%1 eliminados, que nadie usa, no se traen"_s);
   if (table.firstNumber > 0) {
     lines += u"números nuevos desde el %1"_s.arg(table.firstNumber);
   }
   for (auto at = table.remarks.begin(); at != table.remarks.end(); ++at) {
     lines += u"%1 (%2)"_s.arg(at.key(), Number(at.value()));
   }
-  lines += table.lines;
-  if (table.moreLines > 0) {
-    lines += u"y %1 más"_s.arg(Number(table.moreLines));
-  }
+  lines += Findings(table);
   return lines.isEmpty() ? QString() : u"      "_s + lines.join(u"\n      "_s) + u'\n';
 }
 
 }  // namespace
 
-void TableReport::AddLine(const QString& line) {
-  constexpr qsizetype most = 1000;
-  if (lines.size() < most) {
-    lines.append(line);
+QString Finding::Line() const {
+  const QString line = u"%1%2: %3"_s.arg(name, label.isEmpty() ? QString() : u" (%1)"_s.arg(label), what);
+  const QString whole = here.isEmpty() ? line : u"%1; aquí, %2"_s.arg(line, here);
+  return IsQuestion() ? u"%1; %2 [%3=%4]"_s.arg(whole, choices[answer].text, question, choices[answer].word) : whole;
+}
+
+void TableReport::Add(Finding finding) {
+  if (findings.size() < mostFindings) {
+    findings.append(std::move(finding));
   } else {
-    ++moreLines;
+    ++moreFindings;
   }
 }
 
-qint64 ImportReport::Read() const {
+qint64 ImportReport::Sum(qint64 TableReport::*count) const {
   return std::accumulate(tables.begin(), tables.end(), qint64(0),
-                         [](qint64 sum, const TableReport& table) { return sum + table.read; });
+                         [count](qint64 sum, const TableReport& table) { return sum + table.*count; });
 }
 
-qint64 ImportReport::Created() const {
-  return std::accumulate(tables.begin(), tables.end(), qint64(0),
-                         [](qint64 sum, const TableReport& table) { return sum + table.created; });
+qint64 ImportReport::Written() const {
+  return Sum(&TableReport::created) + Sum(&TableReport::changed) + Sum(&TableReport::revived);
+}
+
+qint64 ImportReport::Questions() const {
+  return std::accumulate(tables.begin(), tables.end(), qint64(0), [](qint64 sum, const TableReport& table) {
+    return sum + std::ranges::count_if(table.findings, &Finding::IsQuestion);
+  });
 }
 
 bool ImportReport::HasLosses() const {
@@ -75,9 +106,12 @@ bool ImportReport::HasLosses() const {
 
 QString ImportReport::Text() const {
   QString text = u"%1: %2 tablas, %3 registros leídos, %4 nuevos. %5\n"_s.arg(
-      QFileInfo(file).fileName(), QString::number(tables.size()), Number(Read()), Number(Created()),
-      isWritten ? u"Se han traído."_s : u"No se ha escrito nada."_s);
+      QFileInfo(file).fileName(), QString::number(tables.size()), Number(Sum(&TableReport::read)),
+      Number(Sum(&TableReport::created)), isWritten ? u"Se han traído."_s : u"No se ha escrito nada."_s);
   text += u"SHA-256 %1\n"_s.arg(digest);
+  for (const QString& warning : warnings) {
+    text += warning + u'\n';
+  }
   for (const TableReport& table : tables) {
     text += table.here.isEmpty()
                 ? u"  %1 no entra: %2 (%3 registros)\n"_s.arg(table.there, table.why, Number(table.read))

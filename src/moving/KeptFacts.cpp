@@ -4,12 +4,18 @@ namespace moving {
 
 void KeptFacts::Append(const RowFacts& facts) {
   m_referencesOfRow = std::size_t(facts.references.size());
-  m_matchesOfRow = std::size_t(facts.match.size());
-  m_rows.push_back({facts.key, facts.content, m_text.size(), facts.isLive, facts.isRefused});
+  m_textsOfRow = std::size_t(facts.match.size()) + 1;
+  m_rows.push_back({.key = facts.key,
+                    .content = facts.content,
+                    .text = m_text.size(),
+                    .isLive = facts.isLive,
+                    .isGranted = facts.isGranted,
+                    .isRefused = facts.isRefused,
+                    .isSkipped = facts.isSkipped});
   m_references.insert(m_references.end(), facts.references.begin(), facts.references.end());
-  for (const QString& match : facts.match) {
-    m_lengths.push_back(int(match.size()));
-    m_text += match;
+  for (const QString& text : facts.match + QStringList{facts.alike}) {
+    m_lengths.push_back(int(text.size()));
+    m_text += text;
   }
 }
 
@@ -19,17 +25,21 @@ RowFacts KeptFacts::At(std::size_t row) const {
                  .content = kept.content,
                  .references = {},
                  .match = {},
+                 .alike = {},
                  .isLive = kept.isLive,
-                 .isRefused = kept.isRefused};
+                 .isGranted = kept.isGranted,
+                 .isRefused = kept.isRefused,
+                 .isSkipped = kept.isSkipped};
   for (std::size_t i = 0; i < m_referencesOfRow; ++i) {
     facts.references.append(m_references[row * m_referencesOfRow + i]);
   }
   qsizetype begin = kept.text;
-  for (std::size_t i = 0; i < m_matchesOfRow; ++i) {
-    const int length = m_lengths[row * m_matchesOfRow + i];
+  for (std::size_t i = 0; i < m_textsOfRow; ++i) {
+    const int length = m_lengths[row * m_textsOfRow + i];
     facts.match.append(m_text.mid(begin, length));
     begin += length;
   }
+  facts.alike = facts.match.takeLast();
   return facts;
 }
 

@@ -13,6 +13,7 @@ class KeptFacts {
   /// All rows have as many references and matches as the first.
   void Append(const RowFacts& facts);
   RowFacts At(std::size_t row) const;
+  void Skip(std::size_t row) { m_rows[row].isSkipped = true; }
   qint64 KeyAt(std::size_t row) const { return m_rows[row].key; }
   std::size_t Count() const { return m_rows.size(); }
 
@@ -20,16 +21,18 @@ class KeptFacts {
   struct Row {
     qint64 key = 0;
     quint64 content = 0;
-    qsizetype text = 0;  ///< Where its matches begin in m_text, one behind the other.
+    qsizetype text = 0;  ///< Where its matches begin in m_text, one behind the other, and `alike` behind them.
     bool isLive = true;
+    bool isGranted = false;
     bool isRefused = false;
+    bool isSkipped = false;
   };
 
   std::vector<Row> m_rows;
   std::size_t m_referencesOfRow = 0;
-  std::size_t m_matchesOfRow = 0;
+  std::size_t m_textsOfRow = 0;
   std::vector<qint64> m_references;
-  std::vector<int> m_lengths;  ///< Of the matches.
+  std::vector<int> m_lengths;  ///< Of the matches and `alike`.
   QString m_text;
 };
 

@@ -62,26 +62,32 @@ QString FoldedName(const QString& name) {
   return folded;
 }
 
+const TableRule* MeantTable(const SourceTable& table, const NameWishes& wishes) {
+  return RuleOf(FoldedName(Wish(wishes.tables, table.name, table.name)));
+}
+
+QList<const database::Column*> MeantColumns(const TableRule& rule, const SourceTable& table, const NameWishes& wishes) {
+  QList<const database::Column*> columns;
+  for (const SourceColumn& column : table.columns) {
+    const database::Column* here = ColumnOf(rule, Wish(wishes.columns, table.name + u'.' + column.name, column.name));
+    // A heading that is there twice counts once.
+    columns.append(columns.contains(here) ? nullptr : here);
+  }
+  return columns;
+}
+
 std::optional<TableMatch> MatchTable(const SourceTable& table, const NameWishes& wishes) {
   TableMatch match;
-  match.rule = RuleOf(FoldedName(Wish(wishes.tables, table.name, table.name)));
+  match.rule = MeantTable(table, wishes);
   if (match.rule == nullptr) {
     return std::nullopt;
   }
-  qsizetype matched = 0;
-  for (const SourceColumn& column : table.columns) {
-    const database::Column* here =
-        ColumnOf(*match.rule, Wish(wishes.columns, table.name + u'.' + column.name, column.name));
-    // A heading that is there twice counts once.
-    here = match.columns.contains(here) ? nullptr : here;
-    if (here != nullptr && here->type == database::ColumnType::Key) {
-      match.key = int(match.columns.size());
-    }
-    matched += here != nullptr ? 1 : 0;
-    match.columns.append(here);
-  }
+  match.columns = MeantColumns(*match.rule, table, wishes);
+  match.key = int(match.columns.indexOf(&match.rule->table->columns.front()));
+  const qsizetype matched = match.columns.size() - match.columns.count(nullptr);
   // A key is much alike already.
-  const qsizetype enough = match.key >= 0 ? 2 : qMin(qsizetype(match.rule->table->columns.size()) / 2, qsizetype(4));
+  const qsizetype usual = match.key >= 0 ? 2 : qMin(qsizetype(match.rule->table->columns.size()) / 2, qsizetype(4));
+  const qsizetype enough = wishes.tables.contains(table.name) ? 1 : usual;
   return matched >= enough ? std::optional(match) : std::nullopt;
 }
 

@@ -11,7 +11,7 @@ void Survey::BeginTable(const SourceTable& table) {
   surveyed.source = table;
   surveyed.report.there = table.name;
   surveyed.report.why = u"no es una tabla de este programa, o no tiene sus columnas"_s;
-  if (const auto match = MatchTable(table, *m_names)) {
+  if (const auto match = MatchTable(table, m_wishes->names)) {
     const bool isTaken = std::any_of(tables.begin(), tables.end(), [&](const SurveyedTable& each) {
       return each.match && each.match->rule == match->rule;
     });
@@ -29,19 +29,29 @@ void Survey::BeginTable(const SourceTable& table) {
 void Survey::Row(const SourceRow& row) {
   SurveyedTable& table = tables.back();
   ++table.report.read;
+  constexpr qint64 betweenNews = 256;
+  if (m_wishes->progress && ++m_read % betweenNews == 0) {
+    m_wishes->progress(ImportStep::Reading, m_read, 0);
+  }
   if (!table.match) {
     return;
   }
   const ConvertedRow converted = Convert(*table.match, row);
+  const auto number = qsizetype(table.rows.Count());
   RowFacts facts = table.shape->FactsOf(converted.values);
   facts.isRefused = !converted.refusal.isEmpty();
   table.rows.Append(facts);
   if (facts.isRefused) {
-    table.report.AddLine(
-        u"%1 no entra: %2"_s.arg(RowName(table, qsizetype(table.rows.Count()) - 1), converted.refusal));
+    table.report.Add(NoteOn(table, number, u"no entra: "_s + converted.refusal));
+    return;
   }
   for (const QString& remark : converted.remarks) {
     ++table.report.remarks[remark];
+  }
+  if (m_wishes->inspect) {
+    for (const QString& remark : m_wishes->inspect(table.shape->Here(), converted.values)) {
+      table.report.Add(NoteOn(table, number, remark));
+    }
   }
 }
 
@@ -53,6 +63,15 @@ QString RowName(const SurveyedTable& table, qsizetype row) {
   const qint64 key = table.rows.KeyAt(std::size_t(row));
   return key != 0 ? u"%1 %2"_s.arg(table.shape->Here().columns.front().name, QString::number(key))
                   : u"Fila %1"_s.arg(row + 1);
+}
+
+QString RowWord(const SurveyedTable& table, qsizetype row) {
+  const qint64 key = table.rows.KeyAt(std::size_t(row));
+  return key != 0 ? QString::number(key) : u"fila-%1"_s.arg(row + 1);
+}
+
+Finding NoteOn(const SurveyedTable& table, qsizetype row, const QString& what) {
+  return {.row = row, .name = RowName(table, row), .what = what};
 }
 
 }  // namespace moving

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "moving/ImportReport.h"
+#include "moving/ImportWishes.h"
 #include "moving/KeptFacts.h"
 
 #include <memory>
@@ -15,12 +16,16 @@ struct SurveyedTable {
   std::unique_ptr<TableShape> shape;
   KeptFacts rows;
   TableReport report;
+
+  /// A table without keys, or with only some: a sheet or a list.
+  bool IsList() const { return !source.count; }
 };
 
 /// The first reading of a file: which tables fit, and what decides about each row. Nothing is asked of the database.
 class Survey : public SourceListener {
  public:
-  explicit Survey(const NameWishes& names) : m_names(&names) {}
+  /// Borrows the wishes.
+  explicit Survey(const ImportWishes& wishes) : m_wishes(&wishes) {}
 
   void BeginTable(const SourceTable& table) override;
   void Row(const SourceRow& row) override;
@@ -33,10 +38,15 @@ class Survey : public SourceListener {
   QStringList unreadable;
 
  private:
-  const NameWishes* m_names;
+  const ImportWishes* m_wishes;
+  qint64 m_read = 0;
 };
 
 /// "IDBanco 5", for people.
 QString RowName(const SurveyedTable& table, qsizetype row);
+/// "41", "fila-3": as answers name the row.
+QString RowWord(const SurveyedTable& table, qsizetype row);
+/// A note on the row.
+Finding NoteOn(const SurveyedTable& table, qsizetype row, const QString& what);
 
 }  // namespace moving

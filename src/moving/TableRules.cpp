@@ -42,6 +42,12 @@ void Take(TableRule& rule, const QString& word) {
   } else if (name == u"unique") {
     rule.unique = column;
     rule.uniqueName = more;
+  } else if (name == u"alike") {
+    rule.alike = value.split(u'+');
+  } else if (name == u"grant") {
+    rule.grant = value;
+  } else if (name == u"ask") {
+    rule.asks = true;
   } else if (name == u"only") {
     rule.onlyKnown = true;
   } else {

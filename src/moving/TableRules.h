@@ -17,6 +17,8 @@ struct TableRule {
   QString identifier;  ///< nif
   QString beside;
   QStringList owners;
+  QStringList alike;
+  QString grant;
   QHash<QString, int> widths;  ///< pad, by columns in small letters.
   QString postcode;
   QStringList dates;
@@ -26,6 +28,7 @@ struct TableRule {
   QString unique;      ///< The column of `unique`,
   QString uniqueName;  ///< and its name.
   bool onlyKnown = false;
+  bool asks = false;
 
   /// Every column that decides which record a row is.
   QStringList MatchColumns() const;

@@ -29,6 +29,7 @@ TableShape::TableShape(const TableMatch& match) : m_rule(match.rule) {
   m_deleted = PositionOf(u"Eliminado"_s);
   m_beside = PositionOf(m_rule->beside);
   m_free = PositionOf(m_rule->freeText);
+  m_grant = PositionOf(m_rule->grant);
   for (int i = 1; i < int(columns.size()); ++i) {
     const Column& column = columns[std::size_t(i)];
     if (!match.columns.contains(&column)) {
@@ -37,14 +38,26 @@ TableShape::TableShape(const TableMatch& match) : m_rule(match.rule) {
     }
     m_positions.append(i);
     const bool isDemoted = i == m_deleted && !m_rule->unique.isEmpty();
+    const bool isOwner = m_rule->owners.contains(column.name, Qt::CaseInsensitive);
+    const bool isOurs = i == m_grant || m_rule->zeros.contains(column.name);
     if (const database::Table* target = schema.ReferredTable(column)) {
-      m_references.append({i, target, m_rule->owners.contains(column.name, Qt::CaseInsensitive)});
-    } else if (!isDemoted && !m_rule->zeros.contains(column.name)) {
+      m_references.append({i, target, isOwner});
+    } else if (!isDemoted && !isOurs) {
       m_content.append(i);
+    }
+    if (i != m_deleted && !isOwner && !isOurs) {
+      m_changeable.append(i);
+    }
+    constexpr qsizetype labelled = 3;
+    if (column.type == database::ColumnType::Text && m_label.size() < labelled) {
+      m_label.append(i);
     }
   }
   for (const QString& name : m_rule->MatchColumns()) {
     m_match.append(PositionOf(name));
+  }
+  for (const QString& name : m_rule->alike) {
+    m_alike.append(PositionOf(name));
   }
 }
 
@@ -69,8 +82,32 @@ RowFacts TableShape::FactsOf(const QList<Value>& values) const {
     const QString folded = FoldedName(text);
     facts.match.append(folded.isEmpty() ? text : folded);
   }
+  QStringList alike;
+  for (const int position : m_alike) {
+    alike.append(FoldedName(values[position].text));
+  }
+  facts.alike = alike.contains(QString()) ? QString() : alike.join(u'|');
+  facts.isGranted = m_grant >= 0 && values[m_grant].ToId() != 0;
   facts.isLive = m_deleted < 0 || values[m_deleted].ToId() == 0;
   return facts;
+}
+
+bool TableShape::IsReference(int position) const {
+  return std::ranges::find(m_references, position, &Reference::position) != m_references.end();
+}
+
+bool TableShape::AreSame(int position, const Value& one, const Value& other) const {
+  const Column& column = m_rule->table->columns[std::size_t(position)];
+  return Canonical(column, one) == Canonical(column, other);
+}
+
+QString TableShape::LabelOf(const QList<Value>& values) const {
+  QStringList texts;
+  for (const int position : m_label) {
+    texts += Shown(values[position]);
+  }
+  texts.removeAll(QString());
+  return texts.join(u" · "_s);
 }
 
 // Without what coming in may have put before or behind it.

@@ -83,6 +83,21 @@ std::optional<Workbook> ReadWorkbook(const ZipFile& file) {
   return hasTargets && isWhole ? std::optional(workbook) : std::nullopt;
 }
 
+QByteArray PlainText(const QString& text) {
+  constexpr qsizetype length = 7;  // _xHHHH_
+  constexpr qsizetype digits = 4;
+  constexpr int hexadecimal = 16;
+  QString plain = text;
+  for (qsizetype at = plain.indexOf(u"_x"); at >= 0 && at + length <= plain.size(); at = plain.indexOf(u"_x", at + 1)) {
+    bool isNumber = false;
+    const ushort code = QStringView(plain).mid(at + 2, digits).toUShort(&isNumber, hexadecimal);
+    if (isNumber && plain.at(at + length - 1) == u'_') {
+      plain.replace(at, length, QChar(code));
+    }
+  }
+  return plain.toUtf8();
+}
+
 std::optional<QByteArrayList> ReadSharedTexts(const ZipFile& file) {
   QByteArrayList texts;
   const bool isWhole = ForEachElement(file, "xl/sharedStrings.xml", [&](QXmlStreamReader& xml) {
@@ -91,7 +106,7 @@ std::optional<QByteArrayList> ReadSharedTexts(const ZipFile& file) {
     } else if (xml.name() == u"rPh") {
       xml.skipCurrentElement();
     } else if (xml.name() == u"t" && !texts.isEmpty()) {
-      texts.last() += xml.readElementText().toUtf8();
+      texts.last() += PlainText(xml.readElementText());
     }
   });
   return isWhole ? std::optional(texts) : std::nullopt;

@@ -22,6 +22,9 @@ struct Workbook {
 };
 std::optional<Workbook> ReadWorkbook(const ZipFile& file);
 
+/// A text of a workbook, whose "_x000D_" stands for the character of that number (Office Open XML, ST_Xstring).
+QByteArray PlainText(const QString& text);
+
 /// The texts that cells name by their number; empty where there is no such part.
 std::optional<QByteArrayList> ReadSharedTexts(const ZipFile& file);
 

@@ -100,7 +100,7 @@ class Sheet {
       return isNumber && number >= 0 && number < m_texts->size() && AddText(m_texts->at(number));
     }
     if (type == u"inlineStr" || type == u"str") {
-      return AddText((type == u"str" ? value : inlined).toUtf8());
+      return AddText(PlainText(type == u"str" ? value : inlined));
     }
     if (type == u"e") {
       return m_rows->AddCells(1, Cell::Unreadable, {});

@@ -3,7 +3,7 @@
 
 #include "platform/contract/cConstNodo.h"
 
-#include <QStatusBar>
+#include <QLabel>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -42,11 +42,12 @@ void tst_foreign_writes::ALongListOnlySaysSo() {
   desktop.database.Execute(
       u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario) VALUES (7, 'IDPais', 1, 'blas')");
   QTest::qWait(2500);
-  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
+  const auto* freshness = desktop.Window().findChild<QLabel*>(u"lblFreshness"_s);
+  QCOMPARE(freshness->text(), u"● Al día"_s);
   desktop.database.Execute(u"UPDATE Cabeceras SET Nombre='Zzz' WHERE IDCabecera=1");
-  QTRY_COMPARE_WITH_TIMEOUT(desktop.Window().statusBar()->currentMessage(), u"Puede haber cambios (F5)"_s, soon);
+  QTRY_COMPARE_WITH_TIMEOUT(freshness->text(), u"○ Puede haber cambios (F5)"_s, soon);
   desktop.Refresh();
-  QCOMPARE(desktop.Window().statusBar()->currentMessage(), QString());
+  QCOMPARE(freshness->text(), u"● Al día"_s);
 }
 
 KEL_TEST(tst_foreign_writes);

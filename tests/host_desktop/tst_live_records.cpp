@@ -8,6 +8,7 @@
 
 #include <QDialog>
 #include <QScrollBar>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,7 @@ class tst_live_records : public QObject {
 
  private Q_SLOTS:
   void OthersChangesAppear();
+  void TheTreeCounts();
   void PlaceIsKept();
   void NothingMovesBehindADialog();
   void OnlyWhatLooksOtherwiseIsRead_data();
@@ -67,6 +69,27 @@ void tst_live_records::OthersChangesAppear() {
   const int noted = desktop.List().Records().TotalCount();
   lorenzo.Execute(u"UPDATE Provincias SET Nombre='Yyy' WHERE IDProvincia=1");
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), noted + 1, soon);
+}
+
+void tst_live_records::TheTreeCounts() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  FakeComponent::Register([](adodb::Connection& connection, int id) {
+    adodb::Execute(connection, u"UPDATE Provincias SET Eliminado=-1 WHERE IDProvincia={}", id);
+  });
+  auto* tree = desktop.Window().findChild<QTreeWidget*>(u"nodeTree"_s);
+  const auto count = [tree](const QString& title) {
+    return tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).constFirst()->text(1);
+  };
+  desktop.ChooseNode(cConstNodo().Paises());
+  QTRY_COMPARE_WITH_TIMEOUT(count(u"Provincias"_s), u"52"_s, soon);
+  QCOMPARE(count(u"Registros eliminados"_s), u"0"_s);
+  lorenzo.Execute(u"INSERT INTO Provincias(Nombre,CodPais) VALUES('Ítaca',35)");
+  QTRY_COMPARE_WITH_TIMEOUT(count(u"Provincias"_s), u"53"_s, soon);
+  const int newest = desktop.database.Id(u"SELECT MAX(IDProvincia) FROM Provincias");
+  QCOMPARE(lorenzo.Delete(cConstNodo().Provincias(), newest, u"Ítaca"_s), QString());
+  QTRY_COMPARE_WITH_TIMEOUT(count(u"Registros eliminados"_s), u"1"_s, soon);
+  QTRY_COMPARE_WITH_TIMEOUT(count(u"Provincias"_s), u"52"_s, soon);
 }
 
 void tst_live_records::PlaceIsKept() {

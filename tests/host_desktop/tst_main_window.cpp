@@ -47,6 +47,7 @@ class tst_main_window : public QObject {
   void MissingComponentIsExplained_data();
   void MissingComponentIsExplained();
   void HistoryOfARecord();
+  void DetailOfARecord();
   void Preferences();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
@@ -272,6 +273,36 @@ void tst_main_window::HistoryOfARecord() {
   QCOMPARE(told, QStringList({u"Cambiado|ana|Nombre: de «España» a «Hispania»"_s, u"-"_s}));
 }
 
+void tst_main_window::DetailOfARecord() {
+  TestDesktop desktop;
+  adodb::Execute(desktop.Office(), u"UPDATE Paises SET Nombre='Hispania' WHERE IDPais=35");
+  desktop.Window().resize(1000, 900);
+  desktop.ChooseNode(cConstNodo().Paises());
+  desktop.List().SelectRecord(35);
+  const auto text = [&](const char* name) {
+    return desktop.Window().findChild<QLabel*>(QLatin1StringView(name))->text();
+  };
+  const auto* list = desktop.Window().findChild<host::RecordList*>(u"detailList"_s);
+  QTRY_COMPARE(list->Records().TotalCount(), 52);
+  QCOMPARE(text("lblDetailTitle"), u"Hispania"_s);
+  QVERIFY(text("lblDetailUses").contains(u">52 provincias<"_s));
+  QVERIFY(text("lblDetailChange").startsWith(u"Cambiado hoy"_s) && text("lblDetailChange").endsWith(u"por «ana»"_s));
+  // What another program writes shows, and the links lead to the records.
+  desktop.database.Execute(u"UPDATE Provincias SET Eliminado=-1 WHERE IDProvincia=1");
+  adodb::Execute(desktop.Office(), u"UPDATE Provincias SET Nombre='Zzz' WHERE IDProvincia=2");
+  QTRY_COMPARE_WITH_TIMEOUT(list->Records().TotalCount(), 51, 5000);
+  Q_EMIT desktop.Window()
+      .findChild<QLabel*>(u"lblDetailUses"_s)
+      ->linkActivated(QString::number(cConstNodo().Provincias()));
+  desktop.WaitForTheList();
+  QCOMPARE(desktop.List().SelectedCount(), 51);
+  QTRY_COMPARE(text("lblDetailChange"), u"51 registros elegidos"_s);
+  desktop.Action("actDetail").trigger();
+  QVERIFY(!list->isVisible());
+  desktop.Restart().resize(1000, 900);
+  QVERIFY(!desktop.Action("actDetail").isChecked());
+}
+
 void tst_main_window::Preferences() {
   TestDesktop desktop;
   desktop.ChooseNode(cConstNodo().Bancos());
@@ -329,7 +360,9 @@ void tst_main_window::KeysOfTheTree() {
     return tree->currentItem()->text(0);
   };
   tree->setFocus();
-  QCOMPARE(press(Qt::Key_Up), u"Bancos"_s);
+  QCOMPARE(press(Qt::Key_Up), u"Inicio"_s);
+  QCOMPARE(press(Qt::Key_Up), u"Inicio"_s);
+  QCOMPARE(press(Qt::Key_Down), u"Bancos"_s);
   press(Qt::Key_Down);
   QCOMPARE(press(Qt::Key_Left), u"Presentadores"_s);
   for (int i = 0; i < 2; ++i) {
@@ -337,11 +370,12 @@ void tst_main_window::KeysOfTheTree() {
   }
   QCOMPARE(press(Qt::Key_Down), u"Países"_s);
   QCOMPARE(press(Qt::Key_Up), u"Colectoras"_s);
-  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(tree->topLevelItem(1)).center());
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(tree->topLevelItem(2)).center());
   QCOMPARE(tree->currentItem()->text(0), u"Colectoras"_s);
-  QVERIFY(!tree->topLevelItem(1)->isExpanded());
+  QVERIFY(!tree->topLevelItem(2)->isExpanded());
   QVERIFY(press(Qt::Key_Down) != u"Tablas"_s);
-  QCOMPARE(press(Qt::Key_Home), u"Bancos"_s);
+  QCOMPARE(press(Qt::Key_Home), u"Inicio"_s);
+  press(Qt::Key_Down);
   desktop.WaitForTheList();
   press(Qt::Key_Return);
   QCOMPARE(QApplication::focusWidget(), &desktop.List());

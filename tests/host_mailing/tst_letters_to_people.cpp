@@ -54,6 +54,10 @@ void tst_letters_to_people::initTestCase() {
       u"INSERT INTO Colaboradores (IDColaborador, Tratamiento, Nombre, Apellido1, Apellido2, NIF, "
       u"Direccion, Poblacion, CP, CodProvincia, codpais, CodEncabezado) VALUES (342, 'D.ª', 'Ana', 'Pérez', "
       u"'Gil', '99000103F', 'Calle Mayor, 1', 'Soria', '42001', 42, 35, 1)");
+  // 343: in a country that is gone.
+  m_database.Execute(
+      u"INSERT INTO Colaboradores (IDColaborador, Apellido1, Direccion, Poblacion, codpais) VALUES "
+      u"(343, 'Sol', 'Rua A, 1', 'Ponta', 9999)");
   for (const QString& row : {u"1, '1.000,50', '2023-03-01', 'uno'"_s, u"1, '249,50', '2023-12-31', 'dos'"_s,
                              u"2, '10', '2023-06-01', 'tres'"_s, u"4, '7', '2023-07-01', 'cuatro'"_s,
                              u"1, '0', '2024-01-01', 'cinco'"_s, u"1, '5', 'enero', 'seis'"_s}) {
@@ -121,7 +125,16 @@ void tst_letters_to_people::Filled_data() {
       {{u"join"_s, true}},
       u"D. Lorenzo y D.ª Inés Bermúdez Olmedo|Ronda del Mirador, 18|Estimados amigos:#D. Martín Escudero Lozano y D.ª "
       "Adela Fariñas Rebollo|Calle Mayor, 7, 2.º A|Estimados amigos:"_s);
+  row("below a letterhead", "[Nombre]", "342", {{u"letterhead"_s, 2}},
+      u"FUNDACIÓN PUENTE DE LUZ/Delegación Norte/Calle de la Ría, 7/39003 Santander/|Ana"_s);
   row("never joined", "[NIF]x", "341 341", {{u"join"_s, true}, {u"all"_s, true}}, u"x"_s);
+  for (const auto& [marker, expected] : {std::pair("[Nombre]", u"Lorenzo#Inés"_s),
+                                         {"[Apellidos]", u"Bermúdez Olmedo#Bermúdez Olmedo"_s},
+                                         {"[Apellidos y nombre]", u"Bermúdez Olmedo, Lorenzo#Bermúdez Olmedo, Inés"_s},
+                                         {"[NIF]", u"99400138A#99400175V"_s},
+                                         {"[Cod. Benefactor]", u"301#302"_s}}) {
+    row(marker, marker, "301 302", {{u"join"_s, true}}, expected);
+  }
 }
 
 void tst_letters_to_people::Filled() {
@@ -134,6 +147,7 @@ void tst_letters_to_people::Filled() {
   wanted.from = wish.value(u"from"_s).toDate();
   wanted.until = wish.value(u"until"_s).toDate();
   wanted.year = wish.value(u"year"_s).toInt();
+  wanted.letterhead = wish.value(u"letterhead"_s).toInt();
   wanted.donationPeriod = wish.value(u"period"_s).toString();
   QStringList keys = people.split(u' ');
   keys.removeDuplicates();
@@ -169,7 +183,18 @@ void tst_letters_to_people::LeftOut() {
   QVERIFY(m_notes.doubtful.constFirst().reason.contains(u"26127"_s));
   Letters(u"{\\header\\fs400 alto\\par alto\\par}{\\shp{\\*\\shpinst x}}[NIF]"_s, u"342"_s);
   QCOMPARE(m_notes.remarks.size(), 2);
+  QCOMPARE(m_notes.abroad, 0);
   QVERIFY2(m_notes.remarks[1].contains(u"RTF por persona"_s), qPrintable(m_notes.remarks.join(u'|')));
+  Letters(u"[CP] [Poblacion]"_s, u"337 342 343"_s);
+  QCOMPARE(m_notes.abroad, 2);
+  QVERIFY2(m_notes.remarks.join(u' ').contains(u"«[Pais]»"_s), qPrintable(m_notes.remarks.join(u'|')));
+  QCOMPARE(host::Sentences(m_notes.doubtful).join(u'|'), u"Sol (343): su país ya no existe"_s);
+  m_database.Execute(u"UPDATE CartasModelo SET Contenido='Hola, [Nombre]' WHERE IDCartaModelo=2");
+  host::LetterWish wish;
+  wish.letter = 2;
+  wish.selection = u"Todas las personas"_s;
+  const host::LetterMailing plain(m_database.Connection(), wish, 1);
+  QVERIFY2(plain.Faults().join(u' ').contains(u"sin formato"_s), qPrintable(plain.Faults().join(u'|')));
 }
 
 void tst_letters_to_people::Refused_data() {
@@ -177,6 +202,7 @@ void tst_letters_to_people::Refused_data() {
   QTest::addColumn<QString>("word");
   QTest::newRow("no letter") << u"Eliminado=True"_s << u"número 3"_s;
   QTest::newRow("two kinds") << u"Contenido='[NIF] [Importe total] [Importe del donativo]'"_s << u"[Importe total]"_s;
+  QTest::newRow("20 MB") << u"Contenido='{\\rtf1 "_s + QString(20 * 1024 * 1024, u'x') + u"}'"_s << u"demasiadas"_s;
   QTest::newRow("no room") << u"MargenIzquierdo='12', MargenDerecho='10'"_s << u"márgenes"_s;
 }
 

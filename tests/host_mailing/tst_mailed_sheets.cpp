@@ -10,6 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
+using adodb::Verbatim;
+
 /// Labels of senders and of bank disks, and what is remembered of sheets.
 class tst_mailed_sheets : public QObject {
   Q_OBJECT
@@ -30,6 +32,27 @@ void tst_mailed_sheets::Made_data() {
       u"INSERT INTO EtiquetasCampos (codEtiqueta, NombreCampo, Disco, Linea, Orden, codTipoCampoEtiqueta) VALUES (3, "
       u"'[EMISORES].[CP]', True, 5, 2, 0)");
   m_database.Execute(u"INSERT INTO Discos (IDDisco, CodPresentador, FechaCreacion) VALUES (7, 99, 'x')");
+  // One person with two subscriptions; a sheet with fifty fields; one that is wider than the paper.
+  m_database.Execute(u"INSERT INTO Selecciones (IDSeleccion, Nombre, codUsuario) VALUES (77, 'Uno', 1)");
+  m_database.Execute(u"INSERT INTO SeleccionesPersonas (codSeleccion, codColaborador, Incluida) VALUES (77, 302, -1)");
+  m_database.Execute(u"UPDATE Suscripciones SET NumeroEjemplares=2 WHERE CodColaborador=302");
+  m_database.Execute(
+      u"INSERT INTO Suscripciones (CodColaborador, CodTipoPublicacion, NumeroEjemplares) VALUES (302, 3, 1)");
+  for (const QString& measures : {u"50, 'h50', 4, 1, 5, 20"_s, u"51, 'h51', 4, 1, 5, 21"_s}) {
+    m_database.Execute(
+        u"INSERT INTO ETIQUETAS (IDETIQUETA, NOMBRE, NETIQUETASTOTAL, NETIQUETASANCHO, ALTOETIQUETA, ANCHOETIQUETA, "
+        u"ALTOSEPARACION, ANCHOSEPARACION, ALTO1ETIQUETA, ANCHO1ETIQUETA) VALUES ({}, 0, 0, 0, '0,5')",
+        Verbatim{measures});
+  }
+  for (int field = 0; field < 50; ++field) {
+    m_database.Execute(
+        u"INSERT INTO EtiquetasCampos (codEtiqueta, NombreCampo, Disco, Linea, Orden, codTipoCampoEtiqueta) VALUES "
+        u"({}, '{}', 0, {}, {}, 0)",
+        50, field % 10 == 9 ? u"[COLABORADORES].[CP]"_s : u"*a"_s, 1 + field / 10, 1 + field % 10);
+  }
+  m_database.Execute(
+      u"INSERT INTO EtiquetasCampos (codEtiqueta, NombreCampo, Disco, Linea, Orden, codTipoCampoEtiqueta) VALUES (51, "
+      u"'[COLABORADORES].[NOMBRE]', 0, 1, 1, 0)");
   const auto row = [](const char* name, const QVariantMap& wish, const QString& expected) {
     QTest::newRow(name) << wish << expected;
   };
@@ -44,6 +67,11 @@ void tst_mailed_sheets::Made_data() {
   row("sender", {{u"sheet"_s, 1}, {u"letterhead"_s, 2}, {u"copies"_s, 2}},
       u"FUNDACIÓN PUENTE DE LUZ Delegación Norte Calle de la Ría, 7 39003 Santander FUNDACIÓN PUENTE DE LUZ "
       "Delegación Norte Calle de la Ría, 7 39003 Santander"_s);
+  const QString one = u"Uno"_s;
+  const QString fields = u"a a a a a a a a a 28470"_s;
+  row("fifty fields", {{u"sheet"_s, 50}, {u"people"_s, one}}, (fields + u' ').repeated(5).trimmed());
+  row("beyond the paper", {{u"sheet"_s, 51}, {u"people"_s, one}}, u"Inés * h51"_s);
+  row("one for each copy", {{u"sheet"_s, 51}, {u"people"_s, one}, {u"asCopies"_s, true}}, u"Inés Inés Inés * h51"_s);
   row("no such sender", {{u"sheet"_s, 1}, {u"letterhead"_s, 9}}, u"cabecera con el número 9"_s);
 }
 
@@ -54,6 +82,7 @@ void tst_mailed_sheets::Made() {
   wanted.sheet = wish.value(u"sheet"_s).toInt();
   wanted.letterhead = wish.value(u"letterhead"_s).toInt();
   wanted.copies = wish.value(u"copies"_s, 1).toInt();
+  wanted.asManyAsCopies = wish.value(u"asCopies"_s).toBool();
   wanted.selection = wish.value(u"people"_s).toString();
   if (wish.contains(u"disk"_s)) {
     wanted.disks.disks.append(wish.value(u"disk"_s).toInt());
@@ -89,8 +118,10 @@ void tst_mailed_sheets::Remembered() {
   }
   QVERIFY(host::RememberLastLabel(connection, 2, 30));
   QCOMPARE(host::LastUsedSheet(connection), 2);
-  QCOMPARE(m_database.Query(u"SELECT NULTIMAETIQUETA, ULTIMOUTILIZADO FROM ETIQUETAS ORDER BY IDETIQUETA").join(u' '),
-           u"1|0 30|1 0|0"_s);
+  QCOMPARE(
+      m_database.Query(u"SELECT NULTIMAETIQUETA, ULTIMOUTILIZADO FROM ETIQUETAS WHERE IDETIQUETA<4 ORDER BY IDETIQUETA")
+          .join(u' '),
+      u"1|0 30|1 0|0"_s);
   // A sheet that is gone or has fewer labels now.
   QVERIFY(!host::RememberLastLabel(connection, 9, 1));
   QVERIFY(!host::RememberLastLabel(connection, 1, 25));

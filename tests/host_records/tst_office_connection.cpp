@@ -109,6 +109,7 @@ void tst_office_connection::Notes_data() {
       "changed CartasModelo 1 «Vieja» 1 Contenido:9>9", 1);
   row("UPDATE CartasModelo SET Nombre='Vieja' WHERE IDCartaModelo=1", "", 1);
   row("INSERT INTO BloqueoRegistros(codUsuario,campoID,ValorID) VALUES(1,'IDPais',35)", "", 1);
+  row("INSERT INTO Claves(codUsuario,Hash) VALUES(1,'secreto')", "", 1);
   row("SELECT Nombre FROM Paises WHERE IDPais=35", "", 0);
 }
 
@@ -291,10 +292,11 @@ void tst_office_connection::LateNotesAreSeen() {
 void tst_office_connection::ListsAreReadOverOneConnection() {
   int made = 0;
   qsizetype read = 0;
-  host::RecordLoader loader([&] {
+  host::DatabaseThread thread([&] {
     ++made;
     return database::CreateConnection(m_database->ConnectionString());
   });
+  host::RecordLoader loader(thread);
   connect(&loader, &host::RecordLoader::Loaded, this,
           [&](const host::SortedRecords& records) { read = records.records.Size(); });
   const cConstNodo node;

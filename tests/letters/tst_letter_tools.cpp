@@ -447,8 +447,20 @@ class tst_letter_tools : public QObject {
     QCOMPARE(lines(), (QList<int>{1, 1}));
     QVERIFY(letter.Content().contains(u"\\tqr\\tx9072"_s));
     QVERIFY(letter.Content().contains(u"\\tqc\\tx12000"_s));
-    letter.undo();
-    letter.undo();
+    // What was typed is one step, with the stops and the other way.
+    QTest::keyClick(&letter, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!letter.document()->isUndoAvailable());
+    QCOMPARE(letter.Content(), content);
+    letter.Redo();
+    QVERIFY(letter.toPlainText().startsWith(u'x') && !letter.document()->isRedoAvailable());
+    QTest::keyClicks(&letter, u"y"_s);
+    letter.Undo();
+    QVERIFY(letter.toPlainText().startsWith(u"xM"_s));
+    page.SetRightMargin({.left = 3, .right = 7});
+    letter.Undo();
+    QVERIFY(!letter.document()->isUndoAvailable());
+    QTest::keyClicks(&letter, u"yz"_s);
+    letter.Undo();
     QCOMPARE(letter.Content(), content);
     // Wide enough, the stop is where it was; and there still is nothing to undo.
     page.SetRightMargin({.left = 1, .right = 1});

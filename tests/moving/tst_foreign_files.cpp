@@ -196,10 +196,11 @@ void tst_foreign_files::Workbooks() {
           "<row r=\"2\"><c r=\"A2\" t=\"s\"><v>0</v></c><c r=\"C2\" t=\"s\"><v>1</v></c></row>"
           "<row r=\"3\"><c r=\"A3\" s=\"1\"><v>37623</v></c><c r=\"B3\" s=\"2\"><v>37623</v></c><c r=\"C3\" s=\"3\">"
           "<v>37623.5</v></c><c r=\"D3\" t=\"b\"><v>1</v></c><c r=\"E3\" t=\"e\"><v>#N/A</v></c><c r=\"F3\" "
-          "t=\"inlineStr\"><is><t>dentro</t></is></c><c r=\"G3\" t=\"str\"><f>A1</f><v>f</v></c><c r=\"H3\"><f>1</f>"
+          "t=\"inlineStr\"><is><t>dentro_x000A_y_x00G0_</t></is></c><c r=\"G3\" t=\"str\"><f>A1</f><v>f</v></c><c "
+          "r=\"H3\"><f>1</f>"
           "</c><c r=\"I3\"><v>1E-3</v></c></row><row r=\"5\"><c r=\"A5\"/></row>")),
       QStringList({u"T Hoja & 1"_s, u""_s, u"t0049|-|tCaja Norte"_s,
-                   u"d2003-01-02|n37623|d2003-01-02T12:00:00|b-1|!|tdentro|tf|-|n0.001"_s, u"X Gráfico"_s}));
+                   u"d2003-01-02|n37623|d2003-01-02T12:00:00|b-1|!|tdentro\ny_x00G0_|tf|-|n0.001"_s, u"X Gráfico"_s}));
 }
 
 void tst_foreign_files::Sheets() {
@@ -313,6 +314,10 @@ void tst_foreign_files::NonsenseFromTheReader() {
         file + frame('L', text(QByteArray(5000, 'x')))}) {
     QCOMPARE(support::ErrorOf([&] { moving::FrameParser(lines).Take(bad); }), 5);
   }
+  // A flood of rows ends, too.
+  moving::FrameParser flooded(lines, 2);
+  flooded.Take(file + table + row + row);
+  QCOMPARE(support::ErrorOf([&] { flooded.Take(row); }), 5);
 }
 
 void tst_foreign_files::OtherKindsAreNamed() {

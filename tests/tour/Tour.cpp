@@ -58,13 +58,19 @@ void Tour::MoveInto(Office office) {
   m_session.connection = m_office.recording.get();
 }
 
-void Tour::OnAnEmptyDatabase(const std::function<void()>& walk) {
+void Tour::OnANewDatabase(const QString& file, const std::function<void()>& walk) {
   Office before = std::exchange(m_office, {});
-  MoveInto(OpenOffice(u"vacia.db"_s, database::Content::Reference));
-  m_office.reader->Execute(u"DELETE FROM Paises"_s);
-  m_office.reader->Execute(u"DELETE FROM Provincias"_s);
+  MoveInto(OpenOffice(file, database::Content::Reference));
   walk();
   MoveInto(std::move(before));
+}
+
+void Tour::OnAnEmptyDatabase(const std::function<void()>& walk) {
+  OnANewDatabase(u"vacia.db"_s, [&] {
+    m_office.reader->Execute(u"DELETE FROM Paises"_s);
+    m_office.reader->Execute(u"DELETE FROM Provincias"_s);
+    walk();
+  });
 }
 
 void Tour::Step(const QString& title, const Request& request, const QString& query, const QStringList& expected) {

@@ -52,6 +52,8 @@ class Tour {
   }
   QStringList Rows(const QString& query);
 
+  /// Runs `walk` on another database, a new one of that name in the folder.
+  void OnANewDatabase(const QString& file, const std::function<void()>& walk);
   /// Runs `walk` on another database, which has no country, province, bank or party in it.
   void OnAnEmptyDatabase(const std::function<void()>& walk);
 

@@ -19,6 +19,7 @@ void WalkLabels(Tour& tour);
 void WalkLetters(Tour& tour);
 void WalkLetterEditor(Tour& tour);
 void WalkMailing(Tour& tour);
+void WalkMoving(Tour& tour);
 void WalkDeletions(Tour& tour);
 
 }  // namespace tour

@@ -38,9 +38,9 @@ int main(int argc, char** argv) {
       return 1;
     }
     tour::Tour walk(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2])));
-    for (const auto part :
-         {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes, tour::WalkPublications,
-          tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor, tour::WalkMailing, tour::WalkDeletions}) {
+    for (const auto part : {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes,
+                            tour::WalkPublications, tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor,
+                            tour::WalkMailing, tour::WalkMoving, tour::WalkDeletions}) {
       part(walk);
     }
     return walk.Report() ? 0 : 1;

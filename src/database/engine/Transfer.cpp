@@ -109,7 +109,7 @@ qint64 CarryTable(const TransferSource& source, const TransferTarget& target, co
 }  // namespace
 
 bool IsCarried(const Table& table) {
-  return table.name != u"BloqueoRegistros";
+  return table.name != u"BloqueoRegistros" && table.name != u"Claves";
 }
 
 CopySize CarryRows(const TransferSource& source, const TransferTarget& target, const Stop& stop) {

@@ -57,7 +57,7 @@ class TransferTarget : public TransferSource {
   virtual void CountOnFrom(const Table& table, qint64 key) const = 0;
 };
 
-/// Whether a table goes along: locks belong to the programs that are at work on a database.
+/// Whether a table goes along: locks belong to the programs that are at work on a database, passwords to a file.
 bool IsCarried(const Table& table);
 
 /// Carries all rows over with their keys, reads back what has arrived and compares it: number of rows, last key, and a

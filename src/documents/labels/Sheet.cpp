@@ -64,6 +64,10 @@ Micrometres End(Micrometres first, Micrometres size, Micrometres gap, int count)
 
 }  // namespace
 
+QString ColumnOf(SheetNumber number) {
+  return QStringView(rows[static_cast<std::size_t>(number)].column).toString();
+}
+
 Limits BoundsOf(SheetNumber number) {
   return rows[static_cast<std::size_t>(number)].bounds;
 }

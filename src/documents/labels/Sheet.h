@@ -27,6 +27,8 @@ struct Limits {
   int max = 0;
 };
 
+/// The column of ETIQUETAS that holds the number.
+KELDOCUMENTOS_EXPORT QString ColumnOf(SheetNumber number);
 /// The bounds within which a sheet is described.
 KELDOCUMENTOS_EXPORT Limits BoundsOf(SheetNumber number);
 inline constexpr int mostRows = 10;

@@ -123,6 +123,15 @@ void LetterStrips::Paint(QPainter& painter, int page, int pages, double height) 
   painter.restore();
 }
 
+QStringList LetterStrips::MissingFonts() const {
+  QStringList fonts;
+  for (const auto& strip : m_strips) {
+    fonts += strip != nullptr ? strip->MissingFonts() : QStringList();
+  }
+  fonts.removeDuplicates();
+  return fonts;
+}
+
 QStringList LetterStrips::Problems() const {
   // Half a line of the smallest text may be lacking without a letter being cut.
   constexpr double tolerance = 4;
@@ -141,10 +150,29 @@ QStringList LetterStrips::Problems() const {
         u"El pie de las páginas no cabe en el margen inferior y se imprimirá cortado. Aumente el margen "
         "inferior de la carta."_s);
   }
-  if (std::any_of(m_strips.begin(), m_strips.end(), [](const auto& strip) { return strip && strip->IsTooLong(); })) {
+  const auto any = [this](const auto& is) {
+    return std::any_of(m_strips.begin(), m_strips.end(), [&](const auto& strip) { return strip && is(*strip); });
+  };
+  if (any([](const SectionStrip& strip) { return strip.IsTooLong(); })) {
     problems.append(
         u"Un encabezado o pie de página es demasiado largo y no se imprimirá. Acórtelo en el programa con el "
         "que se hizo la carta."_s);
+  }
+  const double paper = ToHalfPoints(FromCentimetres(InCentimetres(m_paper.width) - m_margins.left));
+  if (any([&](const SectionStrip& strip) { return strip.Width() > paper; })) {
+    problems.append(
+        u"Un encabezado o pie de página es más ancho que el papel y se imprimirá cortado. Estréchelo en el "
+        "programa con el que se hizo la carta."_s);
+  }
+  if (any([](const SectionStrip& strip) { return strip.HidesObjects(); })) {
+    problems.append(
+        u"Un encabezado o pie de página tiene dibujos, objetos o imágenes que no se pueden mostrar y no se "
+        "imprimirán."_s);
+  }
+  if (const QStringList fonts = MissingFonts(); !fonts.isEmpty()) {
+    problems.append(
+        u"Los encabezados o pies de página se imprimirán con otra letra: en este ordenador no está %1."_s.arg(
+            fonts.join(u", "_s)));
   }
   if (m_othersFollow) {
     problems.append(

@@ -38,6 +38,7 @@ class KELDOCUMENTOS_EXPORT LetterStrips {
 
   void ReadGroups(const QTextDocument& letter);
   SectionStrip* StripOf(int page, bool footer) const;
+  QStringList MissingFonts() const;
   double HeaderRoom() const;
   double FooterRoom() const;
 

@@ -3,19 +3,55 @@
 #include "documents/letter/PageFields.h"
 #include "documents/letter/SmallCapitals.h"
 #include "documents/rtf/FittedTabs.h"
+#include "documents/rtf/Properties.h"
 #include "documents/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextDocument>
+#include <QTextFragment>
+#include <QUrl>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace documents {
 
 namespace {
 
 constexpr int mostCharacters = 5'000;
+
+/// The font that the system takes for one that it has nothing better for.
+QString FamilyFor(const QString& family) {
+  return QFontInfo(QFont(family)).family();
+}
+
+bool IsUnknown(const QString& family) {
+  static const QString forUnknown = FamilyFor(u"Kel sin esta letra"_s);
+  return !family.isEmpty() && !QFontDatabase::hasFamily(family) && FamilyFor(family) == forUnknown;
+}
+
+/// Something that is kept at its place and would show elsewhere.
+bool IsHiddenObject(const QTextCharFormat& format, const QTextDocument& text) {
+  if (format.isImageFormat()) {
+    return text.resource(QTextDocument::ImageResource, QUrl(format.toImageFormat().name())).isNull();
+  }
+  const QByteArray piece = format.property(rtf::PieceProperty).value<rtf::Piece>().Bytes();
+  return piece.startsWith("{\\shp") || piece.startsWith("{\\*\\do") || piece.startsWith("{\\object");
+}
+
+template <typename Look>
+void ForEachRun(const QTextDocument& text, const Look& look) {
+  for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      look(at.fragment());
+    }
+  }
+}
 
 }  // namespace
 
@@ -47,6 +83,27 @@ void SectionStrip::SetWidth(int width) {
 
 double SectionStrip::Height() const {
   return m_text->size().height();
+}
+
+double SectionStrip::Width() const {
+  return m_text->size().width();
+}
+
+QStringList SectionStrip::MissingFonts() const {
+  QStringList missing;
+  ForEachRun(*m_text, [&missing](const QTextFragment& run) {
+    const QString family = run.charFormat().fontFamilies().toStringList().value(0);
+    if (!missing.contains(family) && !run.text().trimmed().isEmpty() && IsUnknown(family)) {
+      missing.append(family);
+    }
+  });
+  return missing;
+}
+
+bool SectionStrip::HidesObjects() const {
+  bool hides = false;
+  ForEachRun(*m_text, [&](const QTextFragment& run) { hides = hides || IsHiddenObject(run.charFormat(), *m_text); });
+  return hides;
 }
 
 void SectionStrip::Paint(QPainter& painter, int page, int pages, double room) {

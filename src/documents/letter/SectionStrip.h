@@ -4,6 +4,7 @@
 #include "documents/letter/HalfPoints.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <memory>
 
@@ -24,8 +25,13 @@ class KELDOCUMENTOS_EXPORT SectionStrip {
   void SetWidth(int width);
   /// Longer ones than any margin holds are not laid out, and show nothing.
   bool IsTooLong() const { return m_isTooLong; }
-  /// In half-points.
+  /// In half-points; wider than its lines may be if a table or a picture is.
   double Height() const;
+  double Width() const;
+  /// Its fonts that this system knows nothing of, not even which one does in their place.
+  QStringList MissingFonts() const;
+  /// Whether it has drawings, objects or pictures that do not show.
+  bool HidesObjects() const;
   /// Paints it for a page, from 1, at the painter's origin, as far down as `room` half-points.
   void Paint(QPainter& painter, int page, int pages, double room);
 

@@ -40,8 +40,8 @@ QTextBlockFormat TakeBreaks(QTextBlockFormat& format) {
 
 }  // namespace
 
-DocumentBuilder::DocumentBuilder(QTextDocument& document, int tableLevels)
-    : m_document(document), m_tableLevels(tableLevels) {
+DocumentBuilder::DocumentBuilder(QTextDocument& document, const Limits& limits)
+    : m_document(document), m_limits(limits) {
   m_undo = document.isUndoRedoEnabled();
   document.setUndoRedoEnabled(false);
   document.clear();
@@ -81,7 +81,7 @@ void DocumentBuilder::EndParagraph(const Paragraph& end) {
   m_paragraph.path = end.path;
   m_paragraph.beginsSection = end.beginsSection;
   RepairSurrogates(m_paragraph.text);
-  ++m_paragraphs;
+  m_paragraph.number = m_paragraphs++;
   const bool goesOn = !m_waiting.isEmpty() && !end.path.isEmpty() &&
                       !(end.beginsSection && m_waiting.last().path.first().row != end.path.first().row);
   if (!goesOn) {
@@ -103,7 +103,7 @@ void DocumentBuilder::EndTable() {
   }
   QList<Paragraph> paragraphs = std::exchange(m_waiting, {});
   TableBuilder table(paragraphs, m_cursor, [this](const Paragraph& part, bool isNew) { FillBlock(part, isNew); });
-  if (!table.CanHold(m_tableLevels)) {
+  if (!table.CanHold(m_limits)) {
     for (Paragraph& paragraph : paragraphs) {
       SetPath(paragraph.format, paragraph.path);
       InsertParagraph(paragraph);
@@ -155,6 +155,9 @@ void DocumentBuilder::FillBlock(const Paragraph& paragraph, bool isNew) {
     m_current = {};
   }
   InsertRuns(paragraph);
+  if (m_put) {
+    m_put(paragraph.number, m_cursor.block());
+  }
 }
 
 void DocumentBuilder::InsertRuns(const Paragraph& paragraph) {

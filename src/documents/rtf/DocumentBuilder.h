@@ -2,11 +2,13 @@
 
 #include "documents/rtf/Numbering.h"
 #include "documents/rtf/Properties.h"
+#include "documents/rtf/Report.h"
 #include "documents/rtf/TablePath.h"
 
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextCursor>
@@ -42,6 +44,7 @@ struct Paragraph {
   std::optional<ListItem> item = {};
   TablePath path = {};
   bool beginsSection = false;
+  int number = 0;  ///< In the order of reading.
 };
 
 /// Builds the document a paragraph at a time, in one edit without undo. Text is gathered with its formats and inserted
@@ -52,12 +55,15 @@ class DocumentBuilder {
   /// Qt's lists take time in proportion to their length for every item; a longer one is made in parts.
   static constexpr int longestList = 500;
 
-  /// Empties the document; the edit ends with the builder. Tables within more than `tableLevels` others stay
-  /// paragraphs, with all that is around them.
-  DocumentBuilder(QTextDocument& document, int tableLevels);
+  /// Empties the document; the edit ends with the builder. Tables within too many others stay paragraphs, with all that
+  /// is around them.
+  DocumentBuilder(QTextDocument& document, const Limits& limits);
   ~DocumentBuilder();
   DocumentBuilder(const DocumentBuilder&) = delete;
   DocumentBuilder& operator=(const DocumentBuilder&) = delete;
+
+  /// Calls `put` with the number of each paragraph that gets a block of its own, and that.
+  void OnBlock(std::function<void(int, const QTextBlock&)> put) { m_put = std::move(put); }
 
   /// The text of the paragraph so far. What is appended to it belongs to the run begun last.
   QString& Text() { return m_paragraph.text; }
@@ -96,7 +102,8 @@ class DocumentBuilder {
   void AddToList(OpenList& open, const ListItem& item);
 
   QTextDocument& m_document;
-  int m_tableLevels;
+  std::function<void(int, const QTextBlock&)> m_put;
+  Limits m_limits;
   QTextCursor m_cursor;
   bool m_isEmpty = true;
   Paragraph m_paragraph;

@@ -1,8 +1,10 @@
 #include "documents/rtf/Patch.h"
 
+#include "documents/rtf/Rewording.h"
 #include "documents/rtf/Tokenizer.h"
 #include "documents/rtf/Writer.h"
 
+#include <QMap>
 #include <QTextList>
 
 #include <algorithm>
@@ -17,6 +19,7 @@ struct Stretch {
   qsizetype end = 0;
   qsizetype endNow = 0;
 
+  bool IsEmpty() const { return from == end && from == endNow; }
   bool Back() { return --from >= 0; }
   bool On(qsizetype parts) {
     ++endNow;
@@ -26,16 +29,34 @@ struct Stretch {
 
 class Patch {
  public:
-  Patch(const QTextDocument& document, const QList<Part>& read, const QList<Part>& now, const Seams& seams)
-      : m_document(document), m_read(read), m_now(now), m_seams(seams) {}
+  Patch(const QTextDocument& document, const QByteArray& original, const QList<Part>& read, const QList<Part>& now,
+        const Seams& seams)
+      : m_document(document), m_original(original), m_read(read), m_now(now), m_seams(seams) {}
 
   /// None where bytes that have to be written anew say more than their parts.
   std::optional<Stretch> Find() {
     FindChange();
+    if (m_change.IsEmpty()) {
+      return m_change;
+    }
+    if (m_seams.at.size() != m_read.size() + 1) {
+      return std::nullopt;
+    }
     const bool isBound = !Widen() || std::any_of(m_seams.bound.begin(), m_seams.bound.end(), [this](qsizetype part) {
       return part >= m_change.from && part < m_change.end;
     });
     return isBound || m_change.from == m_change.endNow ? std::nullopt : std::optional(m_change);
+  }
+
+  /// What was only reworded, outside the stretch.
+  QList<Splice> Reworded() const {
+    QList<Splice> splices;
+    for (auto it = m_reworded.begin(); it != m_reworded.end(); ++it) {
+      if (it.key() < m_change.from || it.key() >= m_change.end) {
+        splices += *it;
+      }
+    }
+    return splices;
   }
 
   QTextBlock First() const { return Block(m_now[m_change.from].first); }
@@ -46,11 +67,29 @@ class Patch {
 
   void FindChange() {
     const auto behind = std::mismatch(m_read.begin(), m_read.end(), m_now.begin(), m_now.end());
-    m_change.from = behind.first - m_read.begin();
-    m_change.end = m_read.size();
-    m_change.endNow = m_now.size();
+    m_change = {behind.first - m_read.begin(), m_read.size(), m_now.size()};
+    const auto same = [](const Part& read, const Part& now) { return read == now; };
+    TrimEnd(same);
+    // Only now, as reading the original again takes its time.
+    const Rewording rewording(m_document, m_original);
+    const auto reworded = [&](const Part& read, const Part& now) {
+      const auto splices = read == now ? QList<Splice>() : rewording.SplicesFor(read, now);
+      if (splices) {
+        m_reworded.insert(&read - m_read.constData(), *splices);
+      }
+      return splices.has_value();
+    };
+    TrimEnd(reworded);
+    while (m_change.from < std::min(m_change.end, m_change.endNow) &&
+           reworded(m_read[m_change.from], m_now[m_change.from])) {
+      ++m_change.from;
+    }
+  }
+
+  template <typename IsKept>
+  void TrimEnd(const IsKept& isKept) {
     while (m_change.end > m_change.from && m_change.endNow > m_change.from &&
-           m_read[m_change.end - 1] == m_now[m_change.endNow - 1]) {
+           isKept(m_read[m_change.end - 1], m_now[m_change.endNow - 1])) {
       --m_change.end;
       --m_change.endNow;
     }
@@ -102,10 +141,12 @@ class Patch {
   }
 
   const QTextDocument& m_document;
+  const QByteArray& m_original;
   const QList<Part>& m_read;
   const QList<Part>& m_now;
   const Seams& m_seams;
   Stretch m_change;
+  QMap<qsizetype, QList<Splice>> m_reworded;  ///< By part.
 };
 
 /// The changed part, so that what is read behind it is read as before. `rest` are those bytes.
@@ -129,53 +170,57 @@ QByteArray Written(Writer& writer, const Patch& patch, const ReadingState& befor
   return writer.EndPart(after);
 }
 
-/// Puts into `bytes` what `table` has beyond the same table as it was read, which ends at `end`.
-bool Extend(QByteArray& bytes, qsizetype end, const QByteArray& read, const QByteArray& table) {
-  if (end < 0 || end > bytes.size() || read.isEmpty()) {
-    return false;
+/// What `table` has beyond the same table as it was read, which ends at `end`.
+std::optional<Splice> Extension(qsizetype end, const QByteArray& read, const QByteArray& table) {
+  if (end < 0 || read.isEmpty()) {
+    return std::nullopt;
   }
   if (table.startsWith(read)) {
-    bytes.insert(end, table.sliced(read.size()));
-  } else if (table.startsWith(read.chopped(1))) {
-    bytes.insert(end - 1, table.sliced(read.size() - 1).chopped(1));
-  } else {
-    return false;
+    return Splice{end, 0, table.sliced(read.size())};
   }
-  return true;
+  if (table.startsWith(read.chopped(1))) {
+    return Splice{end - 1, 0, table.sliced(read.size() - 1).chopped(1)};
+  }
+  return std::nullopt;
+}
+
+/// New fonts and colours; false where there is no table to put them into.
+bool ExtendTables(const WriterTables& tables, const PreambleData& preamble, const Seams& seams, qsizetype begin,
+                  QList<Splice>& splices) {
+  const auto add = [&](qsizetype end, const QByteArray& read, const QByteArray& table) {
+    const std::optional<Splice> splice = end <= begin ? Extension(end, read, table) : std::nullopt;
+    if (splice) {
+      splices.append(*splice);
+    }
+    return splice.has_value();
+  };
+  return (!tables.HasNewFonts() || add(seams.fontsEnd, preamble.fontTables, tables.FontGroups())) &&
+         (!tables.HasNewColours() || add(seams.coloursEnd, preamble.colourTables, tables.ColourGroups()));
 }
 
 }  // namespace
 
 std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& read,
                                   const QList<Part>& now, const Seams& seams) {
-  if (seams.at.size() != read.size() + 1) {
-    return std::nullopt;
-  }
-  Patch patch(document, read, now, seams);
+  Patch patch(document, original, read, now, seams);
   const std::optional<Stretch> change = patch.Find();
   if (!change) {
     return std::nullopt;
   }
+  QList<Splice> splices = patch.Reworded();
+  if (change->IsEmpty()) {
+    return Spliced(original, splices);
+  }
   const Seam& begin = seams.at[change->from];
   const Seam& end = seams.at[change->end];
   Writer writer(document);
-  const QByteArray rest = original.sliced(end.offset);
-  const QByteArray part = Written(writer, patch, seams.states[begin.state], seams.states[end.state], rest);
-  QByteArray head = original.first(begin.offset);
-  const PreambleData& preamble = *PreambleOf(document).data;
-  // From behind, so that places stay right.
-  const bool coloursLast = seams.coloursEnd > seams.fontsEnd;
-  for (const bool colours : {coloursLast, !coloursLast}) {
-    const WriterTables& tables = writer.Tables();
-    const bool complete =
-        colours
-            ? !tables.HasNewColours() || Extend(head, seams.coloursEnd, preamble.colourTables, tables.ColourGroups())
-            : !tables.HasNewFonts() || Extend(head, seams.fontsEnd, preamble.fontTables, tables.FontGroups());
-    if (!complete) {
-      return std::nullopt;
-    }
+  const QByteArray part =
+      Written(writer, patch, seams.states[begin.state], seams.states[end.state], original.sliced(end.offset));
+  if (!ExtendTables(writer.Tables(), *PreambleOf(document).data, seams, begin.offset, splices)) {
+    return std::nullopt;
   }
-  return head + part + rest;
+  splices.append({begin.offset, end.offset - begin.offset, part});
+  return Spliced(original, splices);
 }
 
 }  // namespace rtf

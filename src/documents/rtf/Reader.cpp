@@ -39,13 +39,22 @@ void Count(QMap<QString, int>& names, std::string_view name) {
 
 }  // namespace
 
+std::string_view RtfIn(const QByteArray& content) {
+  std::string_view view(content.constData(), static_cast<std::size_t>(content.size()));
+  if (view.substr(0, 3) == "\xEF\xBB\xBF") {
+    view.remove_prefix(3);
+  }
+  view.remove_prefix(std::min(view.find_first_not_of(" \t\r\n"), view.size()));
+  return view.substr(0, 5) == "{\\rtf" ? view : std::string_view();
+}
+
 Reader::Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits)
     : m_input(input),
       m_tokenizer(input),
       m_document(document),
       m_source(source),
       m_limits(limits),
-      m_builder(document, limits.tableLevels) {
+      m_builder(document, limits) {
   m_groups.emplace_back();
 }
 
@@ -55,7 +64,11 @@ Report Reader::Read() {
     if (token.kind == TokenKind::End) {
       break;
     }
-    Handle(token);
+    if (m_places == nullptr) {
+      Handle(token);
+    } else {
+      HandleNoted(token);
+    }
     if (m_seams.IsSeam(token.kind == TokenKind::GroupEnd && !m_done)) {
       NoteSeam(token);
     }

@@ -11,6 +11,7 @@
 #include "documents/rtf/Source.h"
 #include "documents/rtf/StyleWords.h"
 #include "documents/rtf/Styles.h"
+#include "documents/rtf/TextPlaces.h"
 #include "documents/rtf/Tokenizer.h"
 
 #include <QHash>
@@ -21,6 +22,9 @@
 #include <vector>
 
 namespace rtf {
+
+/// The RTF in a letter, behind blanks and the mark of a UTF-8 file; empty where it is none.
+std::string_view RtfIn(const QByteArray& content);
 
 /// Reads one RTF text into a document: tokens in, formatting state in the middle, paragraphs out to a DocumentBuilder.
 /// Nested groups cost no stack: their state is kept for `deepestGroup` levels, deeper ones are only counted.
@@ -34,6 +38,8 @@ class Reader {
   Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits);
 
   Report Read();
+  /// Has it note in `places` where the text stands, with `before` bytes in front of the input. Before reading.
+  void NotePlaces(TextPlaces& places, qsizetype before);
   /// Of what was read, with `before` bytes in front of it.
   Seams TakeSeams(qsizetype before) { return m_seams.Take(before); }
 
@@ -86,6 +92,13 @@ class Reader {
   bool IsBetweenParts() const;
   void NoteSeam(const Token& token);
   Group& Top() { return m_groups.back(); }
+
+  // ReaderPlaces.cpp: where the text stands.
+  void HandleNoted(const Token& token);
+  void NoteText(const Token& token, qsizetype grown, std::size_t skipped);
+  void NoteBytes(const Token& token, std::size_t count);
+  void FlushNoted();
+  TextPlaces::Place PlaceHere(qsizetype length, std::size_t begin, std::size_t end);
 
   // ReaderGroups.cpp: destinations, links, pieces.
   void EnterDestination(const Keyword& keyword, const Token& token);
@@ -163,6 +176,10 @@ class Reader {
   bool m_runIsCurrent = false;  ///< The builder's last run has the style in force.
   CharacterStyle m_runStyle;
   int m_codePage = -1;  ///< Of the style in force, -1 if that changed.
+  TextPlaces* m_places = nullptr;
+  qsizetype m_placesBefore = 0;
+  bool m_fallbackIsNoted = false;                                 ///< The character that it belongs to has a place.
+  std::vector<std::pair<std::size_t, std::size_t>> m_byteRanges;  ///< Of `m_bytes`, one by one.
 };
 
 }  // namespace rtf

@@ -22,16 +22,6 @@ namespace rtf {
 
 namespace {
 
-/// Behind blanks and the mark of a UTF-8 file.
-std::string_view RtfIn(const QByteArray& content) {
-  std::string_view view(content.constData(), static_cast<std::size_t>(content.size()));
-  if (view.substr(0, 3) == "\xEF\xBB\xBF") {
-    view.remove_prefix(3);
-  }
-  view.remove_prefix(std::min(view.find_first_not_of(" \t\r\n"), view.size()));
-  return view.substr(0, 5) == "{\\rtf" ? view : std::string_view();
-}
-
 QString PlainText(const QByteArray& content) {
   QStringDecoder utf8(QStringDecoder::Utf8);
   QString text = utf8.decode(content);

@@ -55,8 +55,9 @@ KELDOCUMENTOS_EXPORT Report Read(const QString& content, QTextDocument& document
                                  int textWidth = 0);
 
 /// The document as RTF, in ASCII except for what is carried byte for byte. The very bytes that were read while the
-/// document is as it was read; after an edit the bytes up to the first changed paragraph and from behind the last one,
-/// where they can stand around what is written anew (a table is changed as a whole).
+/// document is as it was read. After an edit all of them but for the words typed or deleted within runs; where more has
+/// changed, the bytes up to the first such paragraph and from behind the last one, where they can stand around what is
+/// written anew (a table is, as a whole). That reads the original once more.
 KELDOCUMENTOS_EXPORT QByteArray Write(const QTextDocument& document);
 
 /// The same for a text column: the very text that was read, or characters up to U+00FF.

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -38,6 +39,18 @@ QLabel* Text(const QString& text, QWidget* parent, int pointsMore = 0) {
   return label;
 }
 
+// As large as its content where the screen has room for it.
+class StepsArea : public QScrollArea {
+ public:
+  StepsArea(QWidget* content, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(content);
+  }
+  QSize sizeHint() const override { return widget()->sizeHint(); }
+};
+
 QString Number(double value, int decimals) {
   return QString::number(value, 'f', decimals).replace(u'.', u',').replace(u'-', u'\u2212');
 }
@@ -60,16 +73,22 @@ CalibrationDialog::CalibrationDialog(adodb::Connection& connection, const QStrin
   setObjectName(u"calibrationDialog"_s);
   setWindowTitle(u"Calibrar impresora"_s);
   m_picture = new CalibrationPicture(this);
-  auto* left = new QVBoxLayout;
-  left->addWidget(Text(
+  auto* content = new QWidget(this);
+  auto* steps = new QVBoxLayout(content);
+  steps->setContentsMargins({});
+  steps->addWidget(Text(
       u"Casi todas las impresoras mueven la hoja un milímetro o más y encogen un poco lo que imprimen. Se mide una "
       "vez por impresora y bandeja; las etiquetas y las cartas lo tienen en cuenta desde entonces. Los PDF no "
       "cambian."_s,
       this));
-  BuildPrinter(*left);
-  BuildMeasures(*left);
-  BuildResult(*left);
-  left->addStretch();
+  BuildPrinter(*steps);
+  BuildMeasures(*steps);
+  BuildResult(*steps);
+  steps->addStretch();
+  // Large texts have no room on a small screen.
+  auto* left = new QVBoxLayout;
+  m_steps = new StepsArea(content, this);
+  left->addWidget(m_steps);
   BuildButtons(*left);
   auto* both = new QHBoxLayout(this);
   both->addLayout(left, 1);
@@ -182,6 +201,9 @@ bool CalibrationDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
     const auto box = std::ranges::find(m_measures, watched);
     const bool isIn = event->type() == QEvent::FocusIn && box != m_measures.end();
+    if (isIn) {
+      m_steps->ensureWidgetVisible(*box);
+    }
     m_picture->SetMarked(isIn ? static_cast<int>(box - m_measures.begin()) : -1);
   }
   return QDialog::eventFilter(watched, event);

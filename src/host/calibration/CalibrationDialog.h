@@ -15,6 +15,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QScrollArea;
 
 namespace host {
 
@@ -52,6 +53,7 @@ class CalibrationDialog : public QDialog {
   adodb::Connection& m_connection;
   QString m_user;
   Printers m_printers;
+  QScrollArea* m_steps;
   QComboBox* m_printer;
   QComboBox* m_tray;
   QLabel* m_state;

@@ -76,6 +76,11 @@ QSize CalibrationPicture::sizeHint() const {
   return {fontMetrics().height() * 24, fontMetrics().height() * 34};
 }
 
+// Smaller, its letters can't be read.
+QSize CalibrationPicture::minimumSizeHint() const {
+  return {fontMetrics().height() * 16, fontMetrics().height() * 22};
+}
+
 void CalibrationPicture::paintEvent(QPaintEvent* /*event*/) {
   constexpr double millimetresPerCentimetre = 10;
   const QSizeF paper = QSizeF(documents::InCentimetres(documents::UsualPaper().width),

@@ -15,6 +15,7 @@ class CalibrationPicture : public QWidget {
   /// The length that is being typed stands out: 0 to 3 for A to D, -1 for none.
   void SetMarked(int length);
   QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -1,6 +1,8 @@
 #include "host/cli/Application.h"
 
 #include "database/Password.h"
+#include "host/access/AccessDesk.h"
+#include "host/access/SignIn.h"
 #include "host/cli/DailyCopies.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
@@ -96,15 +98,16 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, Rescue& rescue, const StartedSession& started, HelpDesk& help,
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, AccessDesk& desk, const StartedSession& started, HelpDesk& help,
               bool demonstration) {
   MainWindow window(bridge, started.connectionString,
                     {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
                      started.session.readOnly, demonstration, !started.place.IsFile()});
   window.Offer(rescue);
+  window.Offer(desk);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
   window.show();
-  window.ChooseNode(LoadLastNode(cConstNodo().Bancos()));
+  window.ChooseNode(LoadLastNode(homeNode));
   return QApplication::exec();
 }
 
@@ -125,7 +128,8 @@ int RunDialog(ComponentBridge& bridge, const CommandLine& line) {
   return ExitDone;
 }
 
-int RunSession(const CommandLine& line, StartedSession& started) {
+int RunSession(const CommandLine& line, StartedSession& started, Door& door, const std::optional<Account>& account,
+               bool& isOtherUserWanted) {
   RegisterClasses(started.session);
   const auto unregister = qScopeGuard([] { UnregisterClasses(); });
   const std::unique_ptr<QObject> services = automation::CreateObject(u"KelAPI.cPrincipal"_s);
@@ -160,8 +164,34 @@ int RunSession(const CommandLine& line, StartedSession& started) {
   if (!started.session.readOnly) {
     rescue.Add(TakeKeptInputs(keptFile));
   }
-  return line.command == Command::OpenDialog ? RunDialog(bridge, line)
-                                             : RunWindow(bridge, rescue, started, help, line.demonstration);
+  AccessDesk desk(bridge, door, rescue, account, started.place.shown, started.place.IsFile());
+  const int code = line.command == Command::OpenDialog
+                       ? RunDialog(bridge, line)
+                       : RunWindow(bridge, rescue, desk, started, help, line.demonstration);
+  isOtherUserWanted = desk.IsOtherUserWanted();
+  return code;
+}
+
+// One user after the other, each with a session of their own.
+int RunSessions(const CommandLine& line) {
+  Door door;
+  for (;;) {
+    const std::unique_ptr<StartedSession> started = StartSession(line);
+    std::optional<Account> account;
+    if (started->place.IsFile() && AsksForPasswords(*started->connection)) {
+      const QString proposed = line.user ? started->session.userName : QString();
+      account.emplace();
+      if (!AskWhoWorks(started->session, door, started->place.shown, proposed, *account)) {
+        return ExitDone;
+      }
+      UseAccount(started->session, *account);
+    }
+    bool isOtherUserWanted = false;
+    const int code = RunSession(line, *started, door, account, isOtherUserWanted);
+    if (!isOtherUserWanted) {
+      return code;
+    }
+  }
 }
 
 }  // namespace
@@ -180,8 +210,7 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     database::SetPasswordQuestion(AskPasswordInBox);
   }
   try {
-    const std::unique_ptr<StartedSession> started = StartSession(line);
-    return RunSession(line, *started);
+    return RunSessions(line);
   } catch (const std::exception&) {
     return CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
   }

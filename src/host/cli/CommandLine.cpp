@@ -96,7 +96,10 @@ class Parser {
       m_line.limit = Number(name);
     } else {
       const auto value = [&] { return Value(name); };
-      return TakeMailingOption(name, value, m_line.mailing) || TakeMovingOption(name, value, m_line.moving);
+      // --hoja is a sheet of labels, or of a workbook.
+      const bool isMoving = m_arguments.contains(u"importar"_s) || m_arguments.contains(u"exportar"_s);
+      return (isMoving && TakeMovingOption(name, value, m_line.moving)) ||
+             TakeMailingOption(name, value, m_line.mailing) || TakeMovingOption(name, value, m_line.moving);
     }
     return true;
   }
@@ -331,6 +334,12 @@ QString CommandLineHelp() {
       "  --aunque-falten            con «importar»: deja fuera lo que no pueda entrar y trae el resto\n"
       "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
       "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
+      "  --hoja H       con «importar»: la única hoja o tabla que se lee, por su nombre o su número\n"
+      "  --codificacion C, --separador S  con «importar»: cómo leer una lista: utf-8, utf-16 o windows-1252; «;», "
+      "«,»,\n"
+      "                 «|» o tab\n"
+      "  --respuestas F con «importar»: respuestas a las preguntas, como las da el informe entre corchetes\n"
+      "  --sin-eliminados  con «importar»: deja fuera lo eliminado que nadie usa\n"
       "  --informe F    con «importar»: el informe, también en un archivo\n"
       "  --ayuda        esta ayuda\n"
       "  --version      versión del programa\n\n"

@@ -20,6 +20,13 @@ void TakePair(const QString& name, const QString& value, QMap<QString, QString>&
   pairs.insert(value.left(equals), value.mid(equals + 1));
 }
 
+QString OneOf(const QString& name, const QString& value, const QStringList& words) {
+  if (!words.contains(value, Qt::CaseInsensitive)) {
+    Refuse(u"«%1» no sirve como valor de «%2»: escriba %3."_s.arg(value, name, words.join(u" o "_s)));
+  }
+  return value.toLower();
+}
+
 }  // namespace
 
 bool TakeMovingFlag(const QString& name, MovingOptions& options) {
@@ -27,6 +34,8 @@ bool TakeMovingFlag(const QString& name, MovingOptions& options) {
     options.isTrial = true;
   } else if (name == u"--aunque-falten"_s) {
     options.acceptsLosses = true;
+  } else if (name == u"--sin-eliminados"_s) {
+    options.skipsDeleted = true;
   } else {
     return false;
   }
@@ -46,6 +55,15 @@ bool TakeMovingOption(const QString& name, const std::function<QString()>& value
     TakePair(name, value(), options.names.columns);
   } else if (name == u"--informe"_s) {
     options.report = value();
+  } else if (name == u"--respuestas"_s) {
+    options.answers = value();
+  } else if (name == u"--hoja"_s) {
+    options.read.sheet = value();
+  } else if (name == u"--codificacion"_s) {
+    options.read.list.encoding = OneOf(name, value(), {u"utf-8"_s, u"utf-16"_s, u"windows-1252"_s});
+  } else if (name == u"--separador"_s) {
+    const QString given = value();
+    options.read.list.separator = given == u"tab" ? u'\t' : OneOf(name, given, {u";"_s, u","_s, u"|"_s}).front();
   } else {
     return false;
   }
@@ -63,8 +81,11 @@ void CheckExportOptions(const MovingOptions& options) {
   if (options.file.isEmpty()) {
     Refuse(u"Falta el archivo que se escribe: kel-host exportar ARCHIVO"_s);
   }
-  if (options.isTrial || options.acceptsLosses || !options.report.isEmpty() || !options.names.tables.isEmpty() ||
-      !options.names.columns.isEmpty()) {
+  MovingOptions wanted;
+  wanted.file = options.file;
+  wanted.table = options.table;
+  wanted.given = options.given;
+  if (options != wanted) {
     Refuse(u"Con la orden «exportar» sólo sirve «--tabla TABLA»."_s);
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "moving/NameMatch.h"
+#include "moving/ReadFile.h"
 
 #include <QString>
 
@@ -15,8 +16,13 @@ struct MovingOptions {
   moving::NameWishes names;    ///< --tabla THERE=HERE, --columna TABLE.THERE=HERE.
   bool isTrial = false;        ///< --prueba
   bool acceptsLosses = false;  ///< --aunque-falten
+  bool skipsDeleted = false;   ///< --sin-eliminados
+  moving::ReadWishes read;     ///< --hoja, --codificacion, --separador
+  QString answers;             ///< --respuestas: a file, see moving::Answers.
   QString report;              ///< --informe: a file for the report.
   bool given = false;          ///< Whether any of the options was there.
+
+  bool operator==(const MovingOptions&) const = default;
 };
 
 /// As TakeMailingFlag and TakeMailingOption.

@@ -1,6 +1,5 @@
 #include "host/desktop/LiveRecords.h"
 
-#include "database/Database.h"
 #include "host/records/AffectedRecords.h"
 #include "host/records/RecordReader.h"
 #include "platform/automation/Error.h"
@@ -44,13 +43,13 @@ qint64 NewestNote(ComponentBridge& bridge) {
 
 }  // namespace
 
-LiveRecords::LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, RecordList& list,
+LiveRecords::LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const RecordLoader& loader, RecordList& list,
                          const QString& connectionString, QObject* parent)
     : QObject(parent),
       m_bridge(bridge),
       m_loader(loader),
       m_list(list),
-      m_reader([connectionString] { return database::CreateConnection(connectionString); }),
+      m_reader(thread),
       m_notices(Listen(bridge, [this](const QStringList& tables) { HearOf(tables); })),
       m_watch(connectionString, NewestNote(bridge), m_notices == nullptr) {
   connect(&m_watch, &ChangeWatch::Seen, this, &LiveRecords::TakeNote);
@@ -76,6 +75,9 @@ void LiveRecords::HearOf(const QStringList& tables) {
 
 void LiveRecords::Follow(const Node* node) {
   m_node = node;
+  if (m_node == nullptr) {
+    m_pending.clear();
+  }
 }
 
 void LiveRecords::Tick() {
@@ -89,6 +91,10 @@ void LiveRecords::Tick() {
 }
 
 void LiveRecords::TakeNote(const SeenChanges& changes) {
+  Q_EMIT Noticed(changes);
+  if (m_node == nullptr && !m_loader.IsLoading()) {
+    return;
+  }
   m_pending += changes.notes;
   const bool isSuspicion = changes.isUnknown && !changes.mayBeLocks && !std::exchange(m_maybeOurs, false);
   if (m_list.Records().TotalCount() <= longestReadAnew) {

@@ -4,6 +4,7 @@
 #include "host/desktop/RecordList.h"
 #include "host/records/ChangeWatch.h"
 #include "host/records/ComponentBridge.h"
+#include "host/records/DatabaseThread.h"
 #include "host/records/RecordLoader.h"
 
 #include <QList>
@@ -23,8 +24,8 @@ class LiveRecords : public QObject {
 
  public:
   /// Borrows all but the string; `loader` is the one that fills the list.
-  LiveRecords(ComponentBridge& bridge, const RecordLoader& loader, RecordList& list, const QString& connectionString,
-              QObject* parent = nullptr);
+  LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const RecordLoader& loader, RecordList& list,
+              const QString& connectionString, QObject* parent = nullptr);
 
   /// The node whose records the list shows from now on; nullptr while it shows none.
   void Follow(const Node* node);
@@ -32,6 +33,8 @@ class LiveRecords : public QObject {
  Q_SIGNALS:
   /// The list was brought up to date.
   void Updated();
+  /// Something was written, by this program or another.
+  void Noticed(const host::SeenChanges& changes);
   /// Another program may have written, and the list is too long to be read anew for that.
   void MayHaveChanged();
 

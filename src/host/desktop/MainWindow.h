@@ -1,23 +1,22 @@
 #pragma once
 
-#include "host/desktop/LiveRecords.h"
+#include "host/access/AccessDesk.h"
+#include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
-#include "host/desktop/RecordDialogs.h"
+#include "host/desktop/RecordPage.h"
+#include "host/desktop/TreeCounts.h"
 #include "host/records/ComponentBridge.h"
-#include "host/records/Deletion.h"
-#include "host/records/DeletionLog.h"
+#include "host/records/DatabaseThread.h"
 #include "host/records/NodeCatalog.h"
-#include "host/records/RecordLoader.h"
 #include "host/services/Rescue.h"
 
 #include <QMainWindow>
 #include <QString>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
-class QAction;
+class QLabel;
 
 namespace Ui {
 class MainWindow;
@@ -36,9 +35,7 @@ struct WindowTexts {
   bool onServer = false;
 };
 
-/// The host's window: the tree of the nodes, the records of the chosen one, and what can be done with them. Lists are
-/// read beside the window's own work. Every change is made by the component through the bridge; the window reads the
-/// records concerned again afterwards.
+/// The host's window: menus, the tree of the nodes, strips, the status line, and the page of the chosen node.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
@@ -48,12 +45,14 @@ class MainWindow : public QMainWindow {
   /// Remembers how the window looked.
   ~MainWindow() override;
 
-  /// Shows the records of a node; a number that the tree does not have changes nothing.
+  /// Shows the records of a node, or the start page for homeNode; a number that the tree does not have changes nothing.
   void ChooseNode(int nodeId);
   /// Offers what the object keeps, now and later. It outlives the window.
   void Offer(Rescue& rescue);
+  /// Offers users and passwords. It outlives the window.
+  void Offer(AccessDesk& desk);
   /// False while the list is being read.
-  bool IsListRead() const { return !m_loader.IsLoading(); }
+  bool IsListRead() const;
 
  Q_SIGNALS:
   /// The page of the menus' keys is to be shown, in HTML.
@@ -63,59 +62,33 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void SetUpHome(const QString& connectionString);
+  void SetUpPage(const QString& connectionString);
   void SetUpActions();
   void SetUpStatusBar();
   void SetUpStrips();
-  /// Says in the status line what was done, for a while.
+  /// What is not as usual stands in the title and in a strip that stays.
+  void TellState(const QString& subject, const QString& text, const QString& inTitle);
+  /// Says in the status line what was done, for a while; an empty text takes away what is there.
   void Announce(const QString& news);
+  void UpdateStatus();
   void ShowNode(const Node& node);
-  void Add();
-  void Modify();
-  void Delete();
-  void UndoDelete();
-  void RecoverSelected();
+  void ShowHome();
   void ShowLocks();
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
-  void ShowHistory();
-  void NewBranch();
-  void Refresh();
-  void Search(const QString& typed);
-  void UpdateState();
-  void StoreLayout() const;
-
-  void Open(const Node& node, int id, const QString& name);
-  void ShowList(SortedRecords& records);
-  void ShowReadError(const automation::Error& error);
-  /// Reads these records again, and selects those given.
-  void ShowChanged(const QList<int>& ids, const QList<int>& selected = {});
-  /// True when the list is still being read: what comes may be older than a change, so it is read from the beginning.
-  bool ReadsAllAnew(const QList<int>& selected);
-  void Select(const QList<int>& ids);
-  QList<DeletionTarget> SelectedTargets() const;
-  QString SelectedName() const;
-  void DeleteTargets(const QList<DeletionTarget>& targets);
-  /// Recovers the deletions of these notes; an error is shown, and the rest stays deleted.
-  QList<Recovery> Recover(const QList<int>& notes);
-  /// The same, and shows what is live again, in its own list.
-  void RecoverAndShow(const QList<int>& notes);
-  /// The only selected record, 0 when there are more or none.
-  int SelectedId() const;
-  QString EmptyText() const;
 
   ComponentBridge& m_bridge;
   const std::vector<Node> m_nodes;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
-  RecordLoader m_loader;
-  std::unique_ptr<LiveRecords> m_live;
-  RecordDialogs m_dialogs;
   MailingOpener m_mailing;
-  const Node* m_node = nullptr;
-  bool m_shown = false;  ///< The node's records have been in the list.
-  bool m_readFailed = false;
-  QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last
-  QList<int> m_selectWhenRead;
+  DatabaseThread m_thread;
+  TreeCounts m_counts;
+  QLabel* m_selection;
+  QLabel* m_freshness;
+  HomePage* m_home = nullptr;
+  std::unique_ptr<RecordPage> m_page;  // its actions and nodes are the window's
 };
 
 }  // namespace host

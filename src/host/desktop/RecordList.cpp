@@ -165,12 +165,30 @@ QList<int> RecordList::ChosenWidths() const {
   return widths;
 }
 
-QString RecordList::SelectedText() const {
-  QStringList lines;
-  for (const int row : SelectedRows()) {
-    lines.append(m_records->LineAt(row));
+QList<int> RecordList::ShownColumns() const {
+  QList<int> columns;
+  for (int place = 0; place < m_records->columnCount(); ++place) {
+    const int column = horizontalHeader()->logicalIndex(place);
+    if (!isColumnHidden(column)) {
+      columns.append(column);
+    }
   }
-  return lines.join(u'\n');
+  return columns;
+}
+
+void RecordList::Copy(bool withHeadings) const {
+  const QList<int> columns = ShownColumns();
+  QStringList lines;
+  const QList<int> rows = SelectedRows();
+  for (const int row : rows) {
+    lines.append(m_records->LineAt(row, columns));
+  }
+  if (withHeadings && !lines.isEmpty()) {
+    lines.prepend(m_records->Headings(columns));
+  }
+  if (!lines.isEmpty()) {
+    QApplication::clipboard()->setText(lines.join(u'\n'));
+  }
 }
 
 void RecordList::SetEmptyText(const QString& text) {
@@ -260,10 +278,6 @@ void RecordList::keyboardSearch(const QString& typed) {
 }
 
 void RecordList::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) {
-    QApplication::clipboard()->setText(SelectedText());
-    return;
-  }
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && currentIndex().isValid()) {
     Q_EMIT RecordActivated();

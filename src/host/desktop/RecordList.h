@@ -39,8 +39,11 @@ class RecordList : public QTableView {
   void SetColumnWidths(const QList<int>& widths);
   /// Empty unless the user chose them, now or when they were remembered.
   QList<int> ChosenWidths() const;
-  /// The selected records as lines of texts with tabs between them; empty without a selection.
-  QString SelectedText() const;
+  /// The columns in sight, by their places in the records, in the order shown.
+  QList<int> ShownColumns() const;
+  /// The selected records into the clipboard, a line each with tabs between the shown columns; with a first line of the
+  /// columns' headings where they are wanted. Nothing without a selection.
+  void Copy(bool withHeadings) const;
   /// What an empty list says.
   void SetEmptyText(const QString& text);
 

@@ -1,5 +1,6 @@
 #include "host/desktop/WindowMemory.h"
 
+#include <QAction>
 #include <QMainWindow>
 #include <QScreen>
 #include <QSettings>
@@ -74,6 +75,29 @@ void SaveWindow(const QMainWindow& window, const QSplitter& splitter) {
   settings.setValue(u"Ventana/Geometria"_s, window.saveGeometry());
   settings.setValue(u"Ventana/Estado"_s, window.saveState());
   settings.setValue(u"Ventana/Division"_s, splitter.saveState());
+}
+
+void LoadDetail(QSplitter& splitter, QAction& wanted) {
+  const QSettings settings;
+  if (!splitter.restoreState(settings.value(u"Ventana/DivisionDetalle"_s).toByteArray())) {
+    splitter.setSizes({3000, 2000});
+  }
+  splitter.setOrientation(Qt::Vertical);
+  wanted.setChecked(settings.value(u"Ventana/Detalle"_s, true).toBool());
+}
+
+void SaveDetail(const QSplitter& splitter, const QAction& wanted) {
+  QSettings settings;
+  settings.setValue(u"Ventana/DivisionDetalle"_s, splitter.saveState());
+  settings.setValue(u"Ventana/Detalle"_s, wanted.isChecked());
+}
+
+bool WantsFirstSteps() {
+  return QSettings().value(u"Inicio/PrimerosPasos"_s, true).toBool();
+}
+
+void ForgoFirstSteps() {
+  QSettings().setValue(u"Inicio/PrimerosPasos"_s, false);
 }
 
 int LoadLastNode(int otherwise) {

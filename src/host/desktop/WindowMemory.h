@@ -3,6 +3,7 @@
 #include <QList>
 #include <Qt>
 
+class QAction;
 class QMainWindow;
 class QSplitter;
 
@@ -24,6 +25,15 @@ void SaveListLayout(int nodeId, const ListLayout& layout);
 /// Size, place, toolbars and the splitter; a first start takes a share of the screen, most of a small one.
 void LoadWindow(QMainWindow& window, QSplitter& splitter);
 void SaveWindow(const QMainWindow& window, const QSplitter& splitter);
+
+/// Whether the pane below the list is wanted, as the action says, and how the two share their place. It is, until the
+/// user takes it away.
+void LoadDetail(QSplitter& splitter, QAction& wanted);
+void SaveDetail(const QSplitter& splitter, const QAction& wanted);
+
+/// Whether the first steps are to be shown: until the user forgoes them.
+bool WantsFirstSteps();
+void ForgoFirstSteps();
 
 /// The node that was shown last; `otherwise` when none was.
 int LoadLastNode(int otherwise);

@@ -3,6 +3,7 @@
 #include "host/look/Colours.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -54,9 +55,26 @@ QRect BelowTitle(const QStyleOption& option, const QWidget* widget, int markHeig
   return option.rect.adjusted(0, std::max(markHeight, group->fontMetrics().height()) + groupTopMargin, 0, 0);
 }
 
+void NameByItsLabel(QWidget& control, QString name) {
+  constexpr QStringView mandatory = u"(*)";
+  if (name.contains(mandatory)) {
+    control.setAccessibleDescription(u"Obligatorio"_s);
+  }
+  name = name.remove(mandatory.toString()).remove(u'&').trimmed();
+  control.setAccessibleName(name.endsWith(u':') ? name.chopped(1) : name);
+}
+
 }  // namespace
 
 Style::Style() : QProxyStyle(u"Fusion"_s) {}
+
+void Style::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  const auto* label = qobject_cast<QLabel*>(widget);
+  if (label != nullptr && label->buddy() != nullptr && label->buddy()->accessibleName().isEmpty()) {
+    NameByItsLabel(*label->buddy(), label->text());
+  }
+}
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {

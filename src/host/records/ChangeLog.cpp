@@ -98,6 +98,18 @@ QList<Change> ChangesAfter(adodb::Connection& connection, qint64 number, int mos
   return changes;
 }
 
+QList<Change> NewestChanges(adodb::Connection& connection, const QStringList& tables, int most) {
+  QList<Change> changes;
+  const auto rows =
+      Execute(connection,
+              u"SELECT TOP {} * FROM Cambios WHERE ValorID<>0 AND Clase<>{} AND Tabla IN ('{}') ORDER BY IDCambio DESC",
+              most, static_cast<int>(ChangeKind::LockReleased), adodb::Verbatim{tables.join(u"','"_s)});
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    changes.append(ChangeFrom(*rows));
+  }
+  return changes;
+}
+
 std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key) {
   const auto rows =
       Execute(connection, u"SELECT * FROM Cambios WHERE Tabla='{}' AND ValorID={} AND Clase<>{} ORDER BY IDCambio DESC",

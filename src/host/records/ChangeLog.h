@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -54,6 +55,9 @@ qint64 NewestChange(adodb::Connection& connection);
 
 /// The notes with higher numbers than `number`, in their order, at most `most` of them.
 QList<Change> ChangesAfter(adodb::Connection& connection, qint64 number, int most);
+
+/// The notes about single records of these tables, the newest first, at most `most`; of locks none.
+QList<Change> NewestChanges(adodb::Connection& connection, const QStringList& tables, int most);
 
 /// The last note of what was done to a record; nothing where it has none.
 std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key);

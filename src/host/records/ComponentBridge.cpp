@@ -71,6 +71,9 @@ void ComponentBridge::Call(QByteArrayView method, const ComponentRequest& reques
   ++m_calls;
   const auto atEnd = qScopeGuard([this] { --m_calls; });
   try {
+    if (m_session.lookAtRights) {
+      m_session.LookAtRights(OpenConnection());
+    }
     const std::unique_ptr<QObject> component = CreateComponent();
     Fill(request);
     automation::Call(component.get(), method, &m_services);

@@ -42,10 +42,15 @@ QString UserReason(adodb::Connection& connection, const Session& session, int id
 // Why the record has to stay; empty where it can go. The component, which has the last word, does not say why.
 QString ReasonToStay(ComponentBridge& bridge, const Node& node, int id) {
   adodb::Connection& connection = bridge.OpenConnection();
-  if (node.id == cConstNodo().Usuarios()) {
-    return UserReason(connection, bridge.Session(), id);
+  const Session& session = bridge.Session();
+  session.LookAtRights(connection);
+  if (session.isViewer || !session.mayDelete) {
+    return u"su usuario no puede eliminar registros"_s;
   }
-  const QList<RowCount> uses = CountUses(connection, node.id, id, bridge.Session().velumar);
+  if (node.id == cConstNodo().Usuarios()) {
+    return UserReason(connection, session, id);
+  }
+  const QList<RowCount> uses = CountUses(connection, node.id, id, session.velumar);
   if (uses.isEmpty()) {
     return {};
   }

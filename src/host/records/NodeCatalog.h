@@ -29,6 +29,7 @@ struct Node {
   QString group;   ///< The tree's branch, "Tablas".
   QString title;   ///< "Países"
   QString record;  ///< One record with its article, as a question names it: "el país".
+  QString icon;    ///< The name of its icon in the themes.
   QString table;
   QString key;
   /// Selects the key, then one value for each of `columns`, without a condition.
@@ -56,6 +57,9 @@ struct Node {
 
 /// The number of the node of deleted records, which the component does not know.
 constexpr int deletedRecordsNode = 1000;
+
+/// What stands for no node, where the page that everything begins with is meant.
+constexpr int homeNode = 1002;
 
 /// That of the change log.
 constexpr int changesNode = 1001;

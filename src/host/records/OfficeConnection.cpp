@@ -23,10 +23,16 @@ namespace {
 
 // The host's own tables, which tell of the office's.
 bool IsOwn(const QString& table) {
-  static const QStringList own{
-      u"BloqueoRegistros"_s,  u"Eliminaciones"_s, u"EliminacionesRegistros"_s, u"Cambios"_s,
-      u"Ajustes"_s,           u"Selecciones"_s,   u"SeleccionesPersonas"_s,    u"ImpresorasCalibracion"_s,
-      u"EtiquetasImpresion"_s};
+  static const QStringList own{u"BloqueoRegistros"_s,
+                               u"Eliminaciones"_s,
+                               u"EliminacionesRegistros"_s,
+                               u"Cambios"_s,
+                               u"Ajustes"_s,
+                               u"Selecciones"_s,
+                               u"SeleccionesPersonas"_s,
+                               u"ImpresorasCalibracion"_s,
+                               u"EtiquetasImpresion"_s,
+                               u"Claves"_s};
   return own.contains(table);
 }
 
@@ -128,12 +134,20 @@ std::unique_ptr<adodb::Recordset> OfficeConnection::Execute(const QString& state
     m_affected = m_engine->RecordsAffected();
     return rows;
   }
+  RequireMayWrite();
   if (!m_inTransaction && m_batch != Batch::Running) {
     return ExecuteAlone(statement, *written);
   }
   Noted noted = RunNoted(statement, *written);
   Note(noted, database::Announcement::End::Open);
   return std::move(noted.rows);
+}
+
+void OfficeConnection::RequireMayWrite() const {
+  m_session.LookAtRights(*m_engine);
+  if (m_session.isViewer) {
+    throw Error(adodb::DatabaseReadOnly, u"Su usuario solo puede consultar. No se ha guardado nada."_s);
+  }
 }
 
 std::unique_ptr<adodb::Recordset> OfficeConnection::ExecuteAlone(const QString& statement,

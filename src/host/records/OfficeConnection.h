@@ -29,6 +29,8 @@ struct Session;
 ///   - After a cut the session's record locks go over to its new presence, and nothing is written to the office's
 ///     tables while one of them is lost (LockMemory).
 ///
+/// A viewer's session writes nothing of the office's (DatabaseReadOnly).
+///
 /// Where a note can't be written the statement has failed, with the note's error. A statement outside of transactions
 /// whose own one is lost before its COMMIT was sent (a cut line, a deadlock) has done nothing, and is run once more.
 class OfficeConnection : public database::ConnectionLayer {
@@ -79,6 +81,8 @@ class OfficeConnection : public database::ConnectionLayer {
   /// Also that the batch is not lost.
   void CheckBatch() const;
   void CheckInTransaction() const;
+  /// By the rights of the session's user.
+  void RequireMayWrite() const;
   /// A statement that was run, with what is to be noted of it.
   struct Noted;
   Noted RunNoted(const QString& statement, const database::WrittenRecord& written);

@@ -64,9 +64,7 @@ bool NumberBefore(double left, double right) {
 template <typename Keys, typename Less>
 std::vector<int> StableOrder(const Keys& keys, Less less) {
   std::vector<int> rows = Rows(static_cast<int>(keys.size()));
-  std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) {
-    return less(keys[static_cast<std::size_t>(left)], keys[static_cast<std::size_t>(right)]);
-  });
+  std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) { return less(keys.at(left), keys.at(right)); });
   return rows;
 }
 
@@ -116,27 +114,26 @@ void RecordData::Append(int id, const QList<QVariant>& values) {
 }
 
 void RecordData::Append(const RecordData& other) {
-  const auto append = [](auto& values, const auto& more) { values.insert(values.end(), more.begin(), more.end()); };
-  append(m_ids, other.m_ids);
-  append(m_searchTexts, other.m_searchTexts);
+  m_ids.append(other.m_ids);
+  m_searchTexts.append(other.m_searchTexts);
   for (std::size_t column = 0; column < m_cells.size(); ++column) {
-    append(m_cells[column].texts, other.m_cells[column].texts);
-    append(m_cells[column].numbers, other.m_cells[column].numbers);
+    m_cells[column].texts.append(other.m_cells[column].texts);
+    m_cells[column].numbers.append(other.m_cells[column].numbers);
   }
 }
 
 std::vector<int> RecordData::Remove(const QSet<int>& ids) {
   std::vector<int> newRows;
   int kept = 0;
-  for (const int id : m_ids) {
+  for (const int id : std::as_const(m_ids)) {
     newRows.push_back(ids.contains(id) ? -1 : kept++);
   }
   const auto compact = [&newRows](auto& values) {
-    if (values.empty()) {
+    if (values.isEmpty()) {
       return;
     }
     std::size_t row = 0;
-    std::erase_if(values, [&](const auto&) { return newRows[row++] < 0; });
+    values.removeIf([&](const auto&) { return newRows[row++] < 0; });
   };
   compact(m_ids);
   compact(m_searchTexts);
@@ -151,9 +148,21 @@ QString RecordData::Display(int row, int column) const {
   const Cells& cells = m_cells[static_cast<std::size_t>(column)];
   const ColumnKind kind = m_columns[column].kind;
   if (kind == ColumnKind::Text) {
-    return cells.texts[static_cast<std::size_t>(row)];
+    return cells.texts[row];
   }
-  return DisplayNumber(cells.numbers[static_cast<std::size_t>(row)], kind);
+  return DisplayNumber(cells.numbers[row], kind);
+}
+
+QVariant RecordData::Value(int row, int column) const {
+  const ColumnKind kind = m_columns[column].kind;
+  if (kind == ColumnKind::Text || kind == ColumnKind::Moment) {
+    return Display(row, column);
+  }
+  const double number = m_cells[static_cast<std::size_t>(column)].numbers[row];
+  if (std::isnan(number)) {
+    return {};
+  }
+  return kind == ColumnKind::YesNo ? QVariant(number != 0) : QVariant(number);
 }
 
 std::vector<int> RecordData::SortedBy(int column) const {
@@ -168,15 +177,13 @@ std::function<bool(int, int)> RecordData::Before(int column) const {
   const Cells& cells = m_cells[static_cast<std::size_t>(column)];
   if (m_columns[column].kind == ColumnKind::Text) {
     return [&texts = cells.texts, collator = SpanishCollator()](int left, int right) {
-      return collator.compare(texts[static_cast<std::size_t>(left)], texts[static_cast<std::size_t>(right)]) < 0;
+      return collator.compare(texts[left], texts[right]) < 0;
     };
   }
-  return [&numbers = cells.numbers](int left, int right) {
-    return NumberBefore(numbers[static_cast<std::size_t>(left)], numbers[static_cast<std::size_t>(right)]);
-  };
+  return [&numbers = cells.numbers](int left, int right) { return NumberBefore(numbers[left], numbers[right]); };
 }
 
-std::vector<int> RecordData::SortedByText(const std::vector<QString>& texts) const {
+std::vector<int> RecordData::SortedByText(const QList<QString>& texts) const {
   const QCollator collator = SpanishCollator();
   std::vector<QCollatorSortKey> keys;
   keys.reserve(texts.size());

@@ -14,7 +14,7 @@
 namespace host {
 
 /// The records of one list, column by column: numbers as numbers, texts as texts, and per record the text that a
-/// search looks at.
+/// search looks at. A copy shares everything until one of the two is changed.
 class RecordData {
  public:
   explicit RecordData(QList<ListColumn> columns = {});
@@ -29,10 +29,12 @@ class RecordData {
 
   const QList<ListColumn>& Columns() const { return m_columns; }
   int Size() const { return static_cast<int>(m_ids.size()); }
-  int Id(int row) const { return m_ids[static_cast<std::size_t>(row)]; }
+  int Id(int row) const { return m_ids[row]; }
   QString Display(int row, int column) const;
+  /// The same for a spreadsheet: texts and moments as texts, numbers as numbers, Booleans, Empty for nothing.
+  QVariant Value(int row, int column) const;
   /// Folded as searches compare, a line for each column.
-  QStringView SearchText(int row) const { return m_searchTexts[static_cast<std::size_t>(row)]; }
+  QStringView SearchText(int row) const { return m_searchTexts[row]; }
   /// The rows in ascending order of a column: texts by Spanish rules, numbers as numbers and behind those without
   /// one. Records that are equal there stay as they were appended.
   std::vector<int> SortedBy(int column) const;
@@ -41,16 +43,22 @@ class RecordData {
 
  private:
   struct Cells {
-    std::vector<QString> texts;
-    std::vector<double> numbers;
+    QList<QString> texts;
+    QList<double> numbers;
   };
 
-  std::vector<int> SortedByText(const std::vector<QString>& texts) const;
+  std::vector<int> SortedByText(const QList<QString>& texts) const;
 
   QList<ListColumn> m_columns;
-  std::vector<int> m_ids;
+  QList<int> m_ids;
   std::vector<Cells> m_cells;
-  std::vector<QString> m_searchTexts;
+  QList<QString> m_searchTexts;
+};
+
+/// Some records of a list in an order of their own, as they were at one moment; for any thread.
+struct RecordExtract {
+  RecordData records;
+  std::vector<int> rows;  ///< Those of `records`.
 };
 
 /// Records with their ascending order by one column, so that the order can be made where nobody waits for it.

@@ -7,7 +7,9 @@ namespace host {
 RecordHold::RecordHold(ComponentBridge& bridge, const Node& node, int id) : m_bridge(bridge), m_node(node), m_id(id) {
   adodb::Connection& connection = bridge.OpenConnection();
   auto release = qScopeGuard([this] { m_bridge.ReleaseLock(m_node.key, m_id); });
-  if (!bridge.Session().readOnly) {
+  bridge.Session().LookAtRights(connection);
+  m_locks = !bridge.Session().readOnly;
+  if (m_locks) {
     m_holder = bridge.Session().Locks().Take(m_node.key, m_id);
     m_newest = NewestChange(connection);
   }
@@ -16,13 +18,13 @@ RecordHold::RecordHold(ComponentBridge& bridge, const Node& node, int id) : m_br
 }
 
 RecordHold::~RecordHold() {
-  if (!m_bridge.Session().readOnly && !m_holder) {
+  if (m_locks && !m_holder) {
     m_bridge.ReleaseLock(m_node.key, m_id);
   }
 }
 
 std::optional<Change> RecordHold::LockReleased() const {
-  if (m_bridge.Session().readOnly || m_holder) {
+  if (!m_locks || m_holder) {
     return std::nullopt;
   }
   return LockReleaseAfter(m_bridge.OpenConnection(), m_newest, m_node.table, m_id);

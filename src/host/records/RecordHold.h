@@ -31,7 +31,8 @@ class RecordHold {
   ComponentBridge& m_bridge;
   const Node& m_node;
   int m_id;
-  qint64 m_newest = 0;  ///< The newest note when the lock was taken.
+  bool m_locks = false;  ///< The session could write when this began.
+  qint64 m_newest = 0;   ///< The newest note when the lock was taken.
   std::optional<LockHolder> m_holder;
   std::optional<DeletedRecord> m_deleted;
 };

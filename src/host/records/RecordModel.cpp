@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <numeric>
+#include <utility>
 
 namespace host {
 
@@ -96,12 +98,34 @@ int RecordModel::Find(const QString& typed, int column, int from) const {
   return -1;
 }
 
-QString RecordModel::LineAt(int row) const {
+RecordExtract RecordModel::Extract(const QList<int>& rows) const {
+  if (rows.isEmpty()) {
+    return {m_records, m_visible};
+  }
+  std::vector<int> wanted;
+  std::ranges::transform(rows, std::back_inserter(wanted),
+                         [this](int row) { return m_visible[static_cast<std::size_t>(row)]; });
+  return {m_records, std::move(wanted)};
+}
+
+QString RecordModel::LineAt(int row, QList<int> columns) const {
+  if (columns.isEmpty()) {
+    columns.resize(columnCount());
+    std::iota(columns.begin(), columns.end(), 0);
+  }
   QStringList texts;
-  for (int column = 0; column < columnCount(); ++column) {
+  for (const int column : std::as_const(columns)) {
     texts.append(m_records.Display(m_visible[static_cast<std::size_t>(row)], column).simplified());
   }
   return texts.join(u'\t');
+}
+
+QString RecordModel::Headings(const QList<int>& columns) const {
+  QStringList titles;
+  for (const int column : columns) {
+    titles.append(m_records.Columns()[column].title);
+  }
+  return titles.join(u'\t');
 }
 
 QString RecordModel::NameAt(int row, int columns) const {

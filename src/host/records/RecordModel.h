@@ -34,8 +34,12 @@ class RecordModel : public QAbstractTableModel {
   /// The first row from `from` on, then from the top, whose text in the column begins with `typed`, without regard to
   /// case and accents; -1 for none.
   int Find(const QString& typed, int column, int from) const;
-  /// The record's whole texts with tabs between them.
-  QString LineAt(int row) const;
+  /// What the view shows of these rows, in their order; of all rows without them.
+  RecordExtract Extract(const QList<int>& rows = {}) const;
+  /// The record's whole texts with tabs between them, of these columns, or of all.
+  QString LineAt(int row, QList<int> columns = {}) const;
+  /// The columns' titles with tabs between them.
+  QString Headings(const QList<int>& columns) const;
   /// The record as a question names it: its first `columns` columns.
   QString NameAt(int row, int columns) const;
 

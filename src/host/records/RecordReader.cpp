@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype mostKeys = 500;
 const QString eliminated = u"Eliminado"_s;
 
-QString ListStatement(const Node& node, const QString& condition = {}) {
+QString Where(const Node& node, const QString& condition = {}) {
   QStringList conditions;
   if (node.marksDeleted) {
     conditions.append(node.table + u".Eliminado=0"_s);
@@ -26,8 +26,11 @@ QString ListStatement(const Node& node, const QString& condition = {}) {
   if (!condition.isEmpty()) {
     conditions.append(node.table + u'.' + node.key + condition);
   }
-  const QString where = conditions.isEmpty() ? QString() : u" WHERE "_s + conditions.join(u" AND "_s);
-  return node.select + where + u" ORDER BY "_s + node.order;
+  return conditions.isEmpty() ? QString() : u" WHERE "_s + conditions.join(u" AND "_s);
+}
+
+QString ListStatement(const Node& node, const QString& condition = {}) {
+  return node.select + Where(node, condition) + u" ORDER BY "_s + node.order;
 }
 
 void Append(
@@ -48,6 +51,10 @@ QString StatementOf(const Node& node, const QStringList& keys) {
 }
 
 }  // namespace
+
+QString CountStatement(const Node& node) {
+  return u"SELECT %1 AS Nodo, COUNT(*) AS Cuantos FROM "_s.arg(node.id) + node.table + Where(node);
+}
 
 QString RecordStatement(const Node& node, int id) {
   return StatementOf(node, {QString::number(id)});

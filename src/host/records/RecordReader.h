@@ -18,6 +18,9 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QL
 /// The statement by which one of them is read, or its name (RecordName).
 QString RecordStatement(const Node& node, int id);
 
+/// The statement that gives the node's number and how many live records its list has.
+QString CountStatement(const Node& node);
+
 /// Reads the live records whose keys are above `key`.
 RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int key);
 

@@ -204,8 +204,10 @@ QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, boo
   QList<RowCount> counts;
   for (const Use& use : AllUses()) {
     if (use.nodeId == nodeId && !(velumar && use.table == dioceses)) {
+      const Node* node = FindNodeByTable(use.table);
       AppendIfAny(counts, {use.one, use.many,
-                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id)});
+                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id),
+                           node == nullptr ? 0 : node->id});
     }
   }
   return counts;
@@ -241,6 +243,19 @@ std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const R
     }
   }
   return std::nullopt;
+}
+
+QString NamesADeleted(const Node& node) {
+  QStringList conditions;
+  for (const Link& link : AllLinks()) {
+    if (IsTable(link.table, node.table)) {
+      const Node& parent = *FindNode(link.nodeId);
+      const QString column = node.table + u'.' + link.column;
+      conditions.append(u"(%1<>0 AND NOT EXISTS (SELECT P.%2 FROM %3 AS P WHERE P.%2=%1 AND P.Eliminado=0))"_s.arg(
+          column, parent.key, parent.table));
+    }
+  }
+  return conditions.join(u" OR "_s);
 }
 
 bool RefersTo(const Node& node, const QString& table) {

@@ -16,6 +16,7 @@ struct RowCount {
   QString one;   ///< "sucursal"
   QString many;  ///< "sucursales"
   int count = 0;
+  int nodeId = 0;  ///< The node that lists them; 0 for none.
 
   QString Text() const;
 };
@@ -51,6 +52,10 @@ struct ParentRecord {
 
 /// A deleted record that the row refers to; nothing where all that it refers to is live, or the row is not there.
 std::optional<ParentRecord> DeletedParent(adodb::Connection& connection, const RowKey& row);
+
+/// The condition on rows of the node's table that they refer to a record that is deleted, or not there; empty for a
+/// node whose records refer to none.
+QString NamesADeleted(const Node& node);
 
 /// Whether records of the node refer to records of the table.
 bool RefersTo(const Node& node, const QString& table);

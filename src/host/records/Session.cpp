@@ -12,6 +12,12 @@ QString Session::DefaultSettingsFile() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/Kel/kel-host.ini"_s;
 }
 
+void Session::LookAtRights(adodb::Connection& at) const {
+  if (lookAtRights) {
+    lookAtRights(at);
+  }
+}
+
 RecordLocks Session::Locks() {
   return {Opened(connection), userId, userName, &lockMemory};
 }

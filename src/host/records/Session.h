@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace host {
@@ -23,6 +24,14 @@ struct Session {
   int userKind = 0;  ///< 1 is an administrator.
   bool IsAdministrator() const { return userKind == 1; }
   bool velumar = false;
+  /// Records may be deleted from the lists.
+  bool mayDelete = true;
+  /// The user may only look, whatever the database allows: `readOnly`, too, and nothing of the office's is written.
+  bool isViewer = false;
+  /// Looks whether the user still has the session's rights, before each act of theirs; none where nobody signs in.
+  std::function<void(adodb::Connection& connection)> lookAtRights;
+  /// The same, where somebody does.
+  void LookAtRights(adodb::Connection& connection) const;
   /// Nothing can be written: no record is locked, every one opens as if another user held it.
   bool readOnly = false;
   /// The file of column widths; DefaultSettingsFile() unless set.

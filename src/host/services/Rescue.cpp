@@ -248,7 +248,10 @@ void Rescue::Close(Watched& watched) {
   Keep(watched.input);
 }
 
-bool Rescue::IsWorthKeeping(const Watched& watched) {
+bool Rescue::IsWorthKeeping(const Watched& watched) const {
+  if (m_keepsEverything) {
+    return true;
+  }
   if (watched.answer == Answer::No || watched.cancelled) {
     return false;
   }

@@ -35,6 +35,9 @@ class Rescue : public QObject {
   void Add(const QList<KeptInput>& inputs);
   void Discard(const KeptInput& input);
 
+  /// From now on a No and Cancel are no wish of the user's: the program ends with nobody there.
+  void KeepEverything() { m_keepsEverything = true; }
+
   /// When the dialog of that input appears next, and can be changed, its values are put into it, and it is kept no
   /// longer. What could not be put back is told.
   void PutBackInto(const KeptInput& input);
@@ -74,7 +77,7 @@ class Rescue : public QObject {
   /// How the dialog is asked for; none for one that only another dialog opens.
   std::optional<ComponentRequest> RequestOf(const QDialog& dialog, bool savesInOuter) const;
   void Close(Watched& watched);
-  static bool IsWorthKeeping(const Watched& watched);
+  bool IsWorthKeeping(const Watched& watched) const;
   void Keep(const KeptInput& input);
   void PutBackNow(QDialog& dialog, const KeptInput& input);
 
@@ -83,6 +86,7 @@ class Rescue : public QObject {
   std::vector<std::unique_ptr<Watched>> m_open;  ///< The innermost last.
   QList<KeptInput> m_kept;
   std::optional<KeptInput> m_wanted;
+  bool m_keepsEverything = false;
 };
 
 }  // namespace host

@@ -4,12 +4,16 @@
 
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace letters {
 
 namespace {
 
 constexpr Twips usualWidth{13500};
 constexpr Twips usualHeight{11000};
+// What the strip needs, which is more than the page does where texts are large.
+constexpr int stripCharacters = 72;
 
 }  // namespace
 
@@ -23,7 +27,8 @@ void EditorArea::SetParts(const QList<QToolBar*>& bars, LetterPage* ground, QWid
 
 QSize EditorArea::sizeHint() const {
   const Scale scale = ScreenScale(logicalDpiX());
-  return {scale.Pixels(usualWidth), scale.Pixels(usualHeight)};
+  const int strip = stripCharacters * fontMetrics().horizontalAdvance(u'0');
+  return {std::max(scale.Pixels(usualWidth), strip), scale.Pixels(usualHeight)};
 }
 
 void EditorArea::Arrange() {

@@ -61,10 +61,10 @@ void LetterDesk::Run(Command command) {
   }
   switch (command) {
     case Command::Undo:
-      letter->undo();
+      letter->Undo();
       break;
     case Command::Redo:
-      letter->redo();
+      letter->Redo();
       break;
     case Command::Cut:
       letter->cut();

@@ -121,7 +121,8 @@ std::unique_ptr<QTextDocument> InLines(const QTextDocument& letter) {
 
 }  // namespace
 
-LetterEdit::LetterEdit(QWidget* parent) : QTextEdit(parent), m_scale(ScreenScale(logicalDpiX())) {
+LetterEdit::LetterEdit(QWidget* parent)
+    : QTextEdit(parent), m_steps(std::make_unique<UndoSteps>(*this)), m_scale(ScreenScale(logicalDpiX())) {
   setFrameStyle(QFrame::NoFrame);
   setViewportMargins(0, 0, 0, 0);
   setContextMenuPolicy(Qt::PreventContextMenu);
@@ -183,6 +184,7 @@ void LetterEdit::Show(QTextDocument* letter) {
   letter->documentLayout()->setPaintDevice(&m_device);
   rtf::FitTabs(*letter, TextTwips());
   setDocument(letter);
+  m_steps = std::make_unique<UndoSteps>(*this);
   // The base class's own says nothing of the format at its place until it moves.
   setTextCursor(QTextCursor(letter));
   setTabStopDistance(tabs);
@@ -204,7 +206,7 @@ void LetterEdit::SetTextWidth(Twips width) {
   // Also for the same width the base class would lay the whole letter out again.
   if (const int halfPoints = std::max(1, ToHalfPoints(width)); halfPoints != lineWrapColumnOrWidth()) {
     setLineWrapColumnOrWidth(halfPoints);
-    rtf::FitTabs(*document(), width.count);
+    m_steps->Hide([&] { rtf::FitTabs(*document(), width.count); });
   }
 }
 
@@ -350,6 +352,10 @@ void LetterEdit::keyPressEvent(QKeyEvent* event) {
     LeaveByTab(event->key() == Qt::Key_Tab);
   } else if (event->key() == Qt::Key_Menu || (shift && event->key() == Qt::Key_F10)) {
     Q_EMIT MenuWanted(viewport()->mapToGlobal(CaretRect().bottomRight()));
+  } else if (!isReadOnly() && event->matches(QKeySequence::Undo)) {
+    Undo();
+  } else if (!isReadOnly() && event->matches(QKeySequence::Redo)) {
+    Redo();
   } else if (HandleTableKey(*this, *event)) {
     event->accept();
   } else if (event->matches(QKeySequence::InsertParagraphSeparator)) {

@@ -3,11 +3,13 @@
 #include "documents/letter/HalfPoints.h"
 #include "documents/rtf/Report.h"
 #include "letters/editor/PageGeometry.h"
+#include "letters/editor/UndoSteps.h"
 
 #include <QBasicTimer>
 #include <QTextEdit>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace letters {
@@ -34,6 +36,10 @@ class LetterEdit : public QTextEdit {
   void Start(const QFont& font);
   /// The letter as it is stored: what was loaded, to the character, while it is unchanged.
   QString Content() const;
+
+  /// One step of what shows; instead of the base class's own.
+  void Undo() { m_steps->Undo(); }
+  void Redo() { m_steps->Redo(); }
 
   /// Breaks the lines at this width.
   void SetTextWidth(Twips width);
@@ -107,6 +113,7 @@ class LetterEdit : public QTextEdit {
   int TextTwips() const;
 
   documents::HalfPointDevice m_device;
+  std::unique_ptr<UndoSteps> m_steps;
   std::function<void(QPainter& painter, const QRect& part)> m_underlay;
   /// What is stored, of a letter that is shown for reading.
   std::optional<QString> m_original;

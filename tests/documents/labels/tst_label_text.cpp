@@ -46,6 +46,7 @@ class tst_label_text : public QObject {
   void Lines();
   void Places_data();
   void Places();
+  void EveryStart();
   void Fits();
   void CalibrationComesBack();
   void MeasuresAreRefused_data();
@@ -109,6 +110,26 @@ void tst_label_text::Places() {
   QTEST(where.SheetsFor(pieces), "sheets");
 }
 
+/// Whatever is used or torn of a sheet: labels come in their order, each once, and none that is left out.
+void tst_label_text::EveryStart() {
+  for (int totals = 1; totals <= 40; ++totals) {
+    for (int first = 1; first <= totals; ++first) {
+      const documents::SheetStart start{.first = first, .skipped = {first + 1, first + 3, totals}};
+      const documents::SheetPlaces where(SheetOf(totals, 1 + totals % 4), start);
+      int last = 0;
+      for (int piece = 0; piece < 2 * totals; ++piece) {
+        const auto at = where.Of(piece);
+        const int number = at.sheet * totals + at.label;
+        QVERIFY(number > last && at.label <= totals);
+        // A sheet with no label left is a new one.
+        QVERIFY(at.sheet > 0 || first == totals || (at.label >= first && !start.skipped.contains(at.label)));
+        last = number;
+      }
+      QCOMPARE(where.SheetsFor(2 * totals), where.Of(2 * totals - 1).sheet + 1);
+    }
+  }
+}
+
 void tst_label_text::Fits() {
   const documents::LabelPainter painter(SheetOf(24, 3), {.family = u"Liberation Sans"_s});
   QCOMPARE(painter.ScaleOf({u"D.ª Ana Pérez Gil"_s}).value_or(0), 1.0);
@@ -117,6 +138,10 @@ void tst_label_text::Fits() {
   QVERIFY(!painter.ScaleOf({QString(200, u'm')}));
   QVERIFY(painter.ScaleOf(QStringList(9, u"x"_s)).value_or(1) < 1);
   QVERIFY(!painter.ScaleOf(QStringList(14, u"x"_s)));
+  // Small letters are not made much smaller.
+  const documents::LabelPainter small(SheetOf(24, 3), {.family = u"Liberation Sans"_s, .points = 8});
+  QVERIFY(small.ScaleOf(QStringList(12, u"x"_s)).value_or(1) < 1);
+  QVERIFY(!small.ScaleOf(QStringList(14, u"x"_s)));
 }
 
 /// Measures of a page that a printer shifted and stretched, to a quarter of a millimetre: corrected, each cross is

@@ -58,6 +58,7 @@ class tst_letter_markers : public QObject {
   void Faults();
   void FormatsStay();
   void WhatIsCarried();
+  void WhatHasNoMarkerStays();
 };
 
 void tst_letter_markers::Filled_data() {
@@ -194,6 +195,29 @@ void tst_letter_markers::WhatIsCarried() {
     found.append(at.next().captured().trimmed());
   }
   QCOMPARE(found.join(u' '), u"\\f1 \\b dos \\b0 \\f1 tres a uno nota de cu \\{atr\\}o"_s);
+}
+
+/// Pictures, objects, definitions of rows, links and headers without markers keep their bytes in a filled letter.
+void tst_letter_markers::WhatHasNoMarkerStays() {
+  const QByteArrayList pieces = {
+      "{\\header\\pard\\qr\\b Fundaci\\'f3n\\par}",
+      "{\\pict\\pngblip\\picwgoal300\\pichgoal300 "
+      "89504e470d0a1a0a0000000d49484452000000010000000108000000003a7e9b550000000a49444154789c63680000008200"
+      "8177cd72b60000000049454e44ae426082}",
+      "{\\object\\objemb{\\*\\objdata 0105}{\\result x}}",
+      "\\trowd\\trgaph70\\trleft-70\\clbrdrt\\brdrs\\brdrw15\\cellx3000\\cellx6000",
+      "{\\field{\\*\\fldinst HYPERLINK \"https://ejemplo.invalid/\"}{\\fldrslt\\ul enlace}}"};
+  auto letter = std::make_unique<QTextDocument>();
+  rtf::Read(Letter(pieces[0] + "\\pard Para [Nombre]: " + pieces[1] + " y " + pieces[2] + "\\par " + pieces[3] +
+                   "\\pard\\intbl [CP]\\cell b\\cell\\row\\pard " + pieces[4] + " [Nombre]\\par"),
+            *letter);
+  const documents::LetterTemplate whole(std::move(letter), {.left = 2, .right = 2, .top = 2, .bottom = 2});
+  QCOMPARE(whole.Markers().size(), 3);
+  const QByteArray written = rtf::Write(*whole.Filled({u"Ana"_s, u"28001"_s, u"Luz"_s}));
+  for (const QByteArray& piece : pieces) {
+    QVERIFY2(written.contains(piece), written.constData());
+  }
+  QVERIFY(written.contains("Ana") && written.contains("28001") && written.contains("Luz"));
 }
 
 KEL_TEST(tst_letter_markers);

@@ -118,6 +118,21 @@ class tst_letter_strips : public QObject {
     QVERIFY(HasInk(page, topMargin - 30, topMargin));
     QCOMPARE(page.copy(0, topMargin, width, 400),
              Page(LetterPainter(*Read(Letter("")), {}), 0).copy(0, topMargin, width, 400));
+    // What shows otherwise than it is, or not at all.
+    const std::pair<QByteArray, QString> said[] = {
+        {"{\\f7 x}{\\f8 y}{\\f9  }", u"no está Sin Letra Kel."_s},
+        {"\\trowd\\cellx14000\\pard\\intbl a\\cell\\row\\pard", u"más ancho que el papel"_s},
+        {"x{\\shp{\\*\\shpinst{\\shptxt y}}}", u"dibujos, objetos o imágenes"_s},
+        {"{\\pict\\pngblip 00}", u"dibujos, objetos o imágenes"_s}};
+    for (const auto& [header, problem] : said) {
+      const QStringList problems =
+          LetterPainter(*Read("{\\rtf1{\\fonttbl{\\f7 Sin Letra Kel;}{\\f8 DejaVu Sans;}{\\f9 Otra "
+                              "Sin;}}{\\footer\\pard " +
+                              header + "\\par}x\\par}"),
+                        {})
+              .Problems();
+      QVERIFY2(problems.size() == 1 && problems.first().contains(problem), qPrintable(problems.join(u'\n')));
+    }
     const auto two = Read("{\\rtf1{\\header a}x\\par\\sect\\sectd{\\header b}y\\par}");
     QVERIFY(LetterPainter(*two, {}).Problems().value(0).contains(u"otra sección"));
     // With room for it there is nothing to say.

@@ -1,17 +1,18 @@
+#include "support/PrintServer.h"
 #include "tour/Walks.h"
 
-#include "host/mailing/pieces/ReadMailing.h"
-#include "host/mailing/printing/Printing.h"
+#include "host/calibration/CalibrationDialog.h"
 #include "host/mailing/window/MailingWindow.h"
 #include "host/mailing/window/SheetStartPicture.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProcess>
 #include <QTest>
 
 using support::DialogUser;
@@ -63,7 +64,11 @@ class Office {
     Trigger(action);
     return Find<QLabel>("lblEstado")->text();
   }
-  void Picture(const QString& name) { m_window.grab().save(m_tour.File(name + u".png"_s)); }
+  /// Without what was written before, which names folders.
+  void Picture(const QString& name) {
+    Find<QLabel>("lblEstado")->clear();
+    m_window.grab().save(m_tour.File(name + u".png"_s));
+  }
 
  private:
   static host::MailingContext Context(Tour& tour) {
@@ -75,7 +80,7 @@ class Office {
             .demonstration = true,
             .helpFile = {},
             .openRecord = {},
-            .calibrate = {}};
+            .calibrate = [] {}};
   }
 
   Tour& m_tour;
@@ -105,7 +110,12 @@ QStringList MakeLabels(Tour& tour, Office& office) {
   // One name is longer than its label.
   tour.Windows().Answer(QMessageBox::Yes);
   const QString said = office.Write("actPdf", "dlgPdf", file);
+  QProcess text;
+  text.start(u"pdftotext"_s, {file, u"-"_s});
+  text.waitForFinished();
+  const bool isJoined = QString::fromUtf8(text.readAll()).contains(u"D.ª Inés y D. Lorenzo Bermúdez Olmedo"_s);
   return Differs(said, u"%1, 3 hojas, en «%2»."_s.arg(pieces, file)) +
+         (isJoined ? QStringList() : QStringList(u"no se juntan los que viven juntos"_s)) +
          Differs(QString::number(picture->Start().first), u"7"_s);
 }
 
@@ -125,31 +135,66 @@ QStringList MakeLetters(Tour& tour, Office& office) {
   return problems;
 }
 
-/// What a printer gets that moves the page, without the printer.
-QStringList PaintForPaper(Tour& tour) {
-  host::LabelWish wish;
-  wish.sheet = 1;
-  wish.selection = u"Suscriptores del Boletín"_s;
-  wish.onePerAddress = true;
-  const auto labels = host::ReadLabels(database::ConnectionStringForFile(tour.File(u"demostracion.db"_s)), wish, 1);
-  host::PrintWish printing;
-  printing.calibration.offset = {1.2, -0.9};
-  QFile file(tour.File(u"impresora.pdf"_s));
-  if (!file.open(QFile::WriteOnly)) {
-    return {file.errorString()};
+/// A printer that moves the page is measured with a ruler.
+QStringList Calibrate(Tour& tour) {
+  const auto connection =
+      database::CreateConnection(database::ConnectionStringForFile(tour.File(u"demostracion.db"_s)));
+  connection->Open();
+  host::CalibrationDialog dialog(*connection, u"Administrador"_s, u"oficina"_s, host::SystemPrinters());
+  dialog.resize(dialog.sizeHint());
+  tour.Windows().On("calibrationDialog", [&](const DialogUser& user) {
+    user.Press("printCalibration");
+    for (const auto& [field, text] : {std::pair("measure_0", u"21,2"_s),
+                                      {"measure_1", u"19,1"_s},
+                                      {"measure_2", u"170"_s},
+                                      {"measure_3", u"250"_s}}) {
+      user.Type(field, text);
+    }
+    tour.Picture(user, u"correo-calibrar"_s);
+    user.Press("keepCalibration");
+  });
+  dialog.exec();
+  return {};
+}
+
+/// Both pages on the printer; the labels have come out well.
+QStringList PrintAll(Tour& tour, Office& office, const support::PrintServer& printers) {
+  QStringList problems;
+  for (const bool isLetters : {true, false}) {
+    office.Trigger(isLetters ? "actCartas" : "actEtiquetas");
+    tour.Windows().On("dlgImprimir", [&](const DialogUser& user) {
+      user.Choose("cboImpresora", u"Oficina"_s);
+      if (isLetters) {
+        user.Find<QCheckBox>("chkDosCaras")->click();
+        tour.Picture(user, u"correo-imprimir"_s);
+      }
+      user.Press("cmdImprimirYa");
+    });
+    if (!isLetters) {
+      tour.Windows().Answer(QMessageBox::Yes);
+    }
+    office.Trigger("actImprimir");
+    const int job = isLetters ? 2 : 3;
+    problems +=
+        Differs(office.Find<QLabel>("lblEstado")->text(), u"Enviado a la impresora «oficina», trabajo %1."_s.arg(job));
+    const bool isOnBothSides =
+        problems.isEmpty() && printers.Delivered(job).options.contains(u" Duplex=DuplexNoTumble "_s);
+    problems += Differs(QVariant(isOnBothSides).toString(), QVariant(isLetters).toString());
   }
-  host::RunControl control;
-  return Differs(QString::number(host::PaintForPrinter(*labels, printing, file, control)),
-                 QString::number(labels->Count()));
+  return problems;
 }
 
 }  // namespace
 
 void WalkMailing(Tour& tour) {
+  const support::PrintServer printers;
   Office office(tour);
+  tour.Act(u"Impresora calibrada"_s, [&] { return Calibrate(tour); },
+           u"SELECT Impresora, DesplazamientoX, DesplazamientoY FROM ImpresorasCalibracion"_s, {u"oficina|1,2|-0,9"_s});
   tour.Act(u"Etiquetas: desde la 7, sin la 15"_s, [&] { return MakeLabels(tour, office); });
   tour.Act(u"Cartas: un PDF, un PDF y un RTF por persona"_s, [&] { return MakeLetters(tour, office); });
-  tour.Act(u"Etiquetas: lo que recibe una impresora calibrada"_s, [&] { return PaintForPaper(tour); });
+  tour.Act(u"Cartas y etiquetas impresas"_s, [&] { return PrintAll(tour, office, printers); },
+           u"SELECT NULTIMAETIQUETA, ULTIMOUTILIZADO FROM ETIQUETAS WHERE IDETIQUETA=1"_s, {u"21|1"_s});
 }
 
 }  // namespace tour

@@ -58,7 +58,7 @@ Painted PaintSome(const PrintedWork& work, int first, const RunControl& control)
   Painted painted;
   QBuffer buffer(&painted.content);
   buffer.open(QIODevice::WriteOnly);
-  PdfPages pages(buffer, work.Title());
+  PdfPages pages(buffer, work.Title(), work.Paper());
   const int end = std::min(work.Count(), first + partsAtOnce);
   for (int part = first; part < end && !control.IsCancelled(); ++part) {
     work.Paint(part, pages);
@@ -68,12 +68,24 @@ Painted PaintSome(const PrintedWork& work, int first, const RunControl& control)
   return painted;
 }
 
+/// Runs what writes files one by one; an error says how many there are.
+int CountFiles(const QString& folder, const RunControl& control, const std::function<void()>& write) {
+  try {
+    write();
+  } catch (const automation::Error& error) {
+    throw automation::Error(error.Number(), u"%1 Quedan %2 de %3 archivos en «%4»."_s.arg(
+                                                error.Description(), QString::number(control.Done()),
+                                                QString::number(control.Parts()), folder));
+  }
+  return control.Done();
+}
+
 }  // namespace
 
 bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control) {
   control.Begin(work.Count());
   files::NewFile target(file);
-  PdfPages pages(target.Device(), work.Title());
+  PdfPages pages(target.Device(), work.Title(), work.Paper());
   for (int part = 0; part < work.Count(); ++part) {
     if (control.IsCancelled()) {
       pages.Finish();
@@ -90,32 +102,34 @@ bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control)
 int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& control) {
   control.Begin(work.Count());
   Folder target(folder);
-  for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
-    const Painted painted = PaintSome(work, first, control);
-    if (painted.ends.isEmpty()) {
-      break;
+  return CountFiles(folder, control, [&] {
+    for (int first = 0; first < work.Count() && !control.IsCancelled(); first += partsAtOnce) {
+      const Painted painted = PaintSome(work, first, control);
+      if (painted.ends.isEmpty()) {
+        break;
+      }
+      const PdfCutter cutter(painted.content);
+      int begin = 0;
+      for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
+        const int end = painted.ends[i];
+        target.Write(work.NameOf(first + i), u".pdf"_s, [&](QIODevice& file) { cutter.WritePages(begin, end, file); });
+        begin = end;
+        control.PartDone();
+      }
     }
-    const PdfCutter cutter(painted.content);
-    int begin = 0;
-    for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
-      const int end = painted.ends[i];
-      target.Write(work.NameOf(first + i), u".pdf"_s, [&](QIODevice& file) { cutter.WritePages(begin, end, file); });
-      begin = end;
-      control.PartDone();
-    }
-  }
-  return control.Done();
+  });
 }
 
 int WriteFiles(const PrintedWork& work, const QString& folder, const QString& suffix,
                const std::function<QByteArray(int part)>& part, RunControl& control) {
   control.Begin(work.Count());
   Folder target(folder);
-  for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
-    target.Write(work.NameOf(i), suffix, [&](QIODevice& file) { file.write(part(i)); });
-    control.PartDone();
-  }
-  return control.Done();
+  return CountFiles(folder, control, [&] {
+    for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
+      target.Write(work.NameOf(i), suffix, [&](QIODevice& file) { file.write(part(i)); });
+      control.PartDone();
+    }
+  });
 }
 
 }  // namespace host

@@ -12,7 +12,8 @@ namespace host {
 bool WritePdf(const PrintedWork& work, const QString& file, RunControl& control);
 
 /// A PDF for each part in a folder, which is made where it is missing; names are the parts', made safe. The finished
-/// ones stay after a cancellation or an error. Returns how many there are. Raises 5 where something can't be written.
+/// ones stay after a cancellation or an error. Returns how many there are. Raises 5 where something can't be written,
+/// with how many there are.
 int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& control);
 
 /// The same for files whose contents `part` gives.

@@ -1,16 +1,15 @@
 #include "host/mailing/output/PdfPages.h"
 
 #include "documents/letter/HalfPoints.h"
-#include "documents/letter/Paper.h"
 
 #include <QPageLayout>
 
 namespace host {
 
 // Without margins: coordinates are the paper's.
-PdfPages::PdfPages(QIODevice& file, const QString& title, const QTransform& correction)
+PdfPages::PdfPages(QIODevice& file, const QString& title, const documents::Paper& paper, const QTransform& correction)
     : m_writer(&file), m_correction(correction) {
-  m_writer.setPageLayout(QPageLayout(documents::UsualPaper().PageSize(), QPageLayout::Portrait, QMarginsF()));
+  m_writer.setPageLayout(QPageLayout(paper.PageSize(), QPageLayout::Portrait, QMarginsF()));
   m_writer.setTitle(title);
   m_writer.setCreator(QStringLiteral("kel-host"));
 }

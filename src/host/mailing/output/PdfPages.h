@@ -9,11 +9,12 @@
 
 namespace host {
 
-/// Pages of a PDF on the usual paper. The file is whole when Finish has returned.
+/// Pages of a PDF. The file is whole when Finish has returned.
 class PdfPages : public PaintedPages {
  public:
   /// `correction` takes back what a printer does to the half-points.
-  PdfPages(QIODevice& file, const QString& title, const QTransform& correction = {});
+  PdfPages(QIODevice& file, const QString& title, const documents::Paper& paper = documents::UsualPaper(),
+           const QTransform& correction = {});
 
   QPainter& Next() override;
   int Count() const { return m_count; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "documents/letter/Paper.h"
+
 #include <QString>
 
 class QPainter;
@@ -14,7 +16,7 @@ class PaintedPages {
   virtual QPainter& Next() = 0;
 };
 
-/// Work for paper in parts: letters, or sheets of labels.
+/// Work for paper in parts: letters, sheets of labels, or pages of a list.
 class PrintedWork {
  public:
   PrintedWork() = default;
@@ -24,6 +26,8 @@ class PrintedWork {
 
   virtual QString Title() const = 0;
   virtual int Count() const = 0;
+  /// Of all its pages; wider than high for pages that lie.
+  virtual const documents::Paper& Paper() const { return documents::UsualPaper(); }
   /// What a file of the part is called, without its suffix; it may hold anything.
   virtual QString NameOf(int part) const = 0;
   virtual void Paint(int part, PaintedPages& pages) const = 0;

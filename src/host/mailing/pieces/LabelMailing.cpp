@@ -98,8 +98,10 @@ void LabelMailing::AddPeople(adodb::Connection& connection, const LabelWish& wis
       keys.append(person.id);
       wanted += copies.value(person.id);
     }
+    const int before = Labels();
     Add(NameInLists(addressee.constFirst()), LinesFor(fields, values.value(keys.constFirst()), addressee), keys,
         std::max(1, wanted));
+    m_notes.abroad += GoesAbroad(addressee) ? Labels() - before : 0;
   }
 }
 

@@ -12,6 +12,8 @@
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +24,9 @@ using documents::Subject;
 namespace host {
 
 namespace {
+
+// Some seventy pages. Each letter is filled and laid out when it is looked at.
+constexpr int mostCharacters = 200'000;
 
 [[noreturn]] void Refuse(const QString& text) {
   throw automation::Error(automation::InvalidProcedureCall, text);
@@ -79,6 +84,10 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
   const rtf::Report report = rtf::Read(automation::Text(row->Field(1)), *letter);
   if (report.outcome == rtf::Outcome::Refused) {
     Refuse(u"La carta «%1» no se puede leer. %2"_s.arg(m_name, report.reason));
+  }
+  if (letter->characterCount() > mostCharacters) {
+    Refuse(u"La carta «%1» tiene más de %2 letras, demasiadas para escribirla a cada persona. Acórtela."_s.arg(
+        m_name, QLocale(QLocale::Spanish).toString(mostCharacters)));
   }
   if (wish.letterhead != 0) {
     PutAbove(*letter, ReadLetterhead(connection, wish.letterhead));
@@ -151,7 +160,15 @@ void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& 
                             .year = wish.year,
                             .publications = selection.conditions.Of(Condition::Publication)});
   for (int i = 0; i < static_cast<int>(m_addressees.size()); ++i) {
+    const std::size_t before = m_pieces.size();
     AddPieces(i, rows);
+    m_notes.abroad +=
+        GoesAbroad(m_addressees[static_cast<std::size_t>(i)]) ? static_cast<int>(m_pieces.size() - before) : 0;
+  }
+  const QList<Marker>& markers = m_template->Markers();
+  if (m_notes.abroad > 0 && markers.contains(Marker::Town) && !markers.contains(Marker::Country)) {
+    m_notes.remarks.append(u"A la dirección de la carta le falta el campo «%1»: al extranjero va sin país."_s.arg(
+        TextOf(Marker::Country)));
   }
 }
 

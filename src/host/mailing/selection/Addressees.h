@@ -26,6 +26,10 @@ struct MailingWish {
 /// One piece's people: several only where they live together and share it. Never empty.
 using Addressee = QList<documents::Person>;
 
+inline bool GoesAbroad(const Addressee& people) {
+  return people.constFirst().address.isAbroad;
+}
+
 /// What there is to say of one person.
 struct PersonNote {
   int person = 0;
@@ -38,6 +42,7 @@ struct MailingNotes {
   QList<PersonNote> leftOut;   ///< Who gets nothing, and why.
   QList<PersonNote> doubtful;  ///< What is printed although it looks wrong.
   QStringList remarks;         ///< The same of the letter, in sentences.
+  int abroad = 0;              ///< How many letters or labels go abroad.
 };
 
 /// "Pérez Gil, Ana (123): sin dirección"

@@ -22,6 +22,7 @@ ListedPerson Listed(const Person& person) {
   listed.town = address.isAbroad ? u"%1 (%2)"_s.arg(address.town, address.country) : address.town;
   listed.missing = posting == Posting::Impossible ? WhatIsMissing(address) : QString();
   listed.doubt = DoubtAbout(address);
+  listed.isAbroad = address.isAbroad;
   listed.folded = texts::FoldForSearch(
       QStringList{listed.name, listed.postcode, listed.town, address.street, QString::number(person.id)}.join(u' '));
   return listed;

@@ -14,9 +14,10 @@ struct ListedPerson {
   int id = 0;
   QString name;  ///< "Pérez Gil, Ana"
   QString postcode;
-  QString town;         ///< Abroad with the country: "Lisboa (Portugal)".
-  QString missing;      ///< What keeps mail from the address; empty for nothing.
-  QString doubt;        ///< What looks wrong with an address that mail goes to.
+  QString town;     ///< Abroad with the country: "Lisboa (Portugal)".
+  QString missing;  ///< What keeps mail from the address; empty for nothing.
+  QString doubt;    ///< What looks wrong with an address that mail goes to.
+  bool isAbroad = false;
   bool shares = false;  ///< The address is that of somebody else of the list, too.
   QString folded;       ///< As searches compare it.
 };

@@ -1,7 +1,7 @@
 #include "host/mailing/window/BackgroundReader.h"
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 
 namespace host {
 
@@ -13,67 +13,42 @@ std::size_t Number(BackgroundReader::Topic topic) {
 
 }  // namespace
 
-BackgroundReader::BackgroundReader(MakeConnection makeConnection, QObject* parent)
-    : QObject(parent), m_makeConnection(std::move(makeConnection)), m_worker(new QObject) {
-  m_worker->moveToThread(&m_thread);
-  connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
-  m_thread.start();
-}
+BackgroundReader::BackgroundReader(DatabaseThread::MakeConnection makeConnection, QObject* parent)
+    : QObject(parent), m_thread(std::move(makeConnection)) {}
 
 BackgroundReader::~BackgroundReader() {
   for (std::atomic<int>& ticket : m_tickets) {
     ++ticket;
   }
-  // The connection ends in the thread that opened it.
-  QMetaObject::invokeMethod(m_worker, [this] { m_connection.reset(); });
-  QMetaObject::invokeMethod(m_worker, [this] { m_thread.quit(); });
-  m_thread.wait();
 }
 
 bool BackgroundReader::IsBusy() const {
   return std::ranges::any_of(m_waiting, [](int jobs) { return jobs > 0; });
 }
 
+// All of them are answered, the unwanted with nothing: who waits for them is told.
 void BackgroundReader::Run(Topic topic, Job job) {
-  const int ticket = ++m_tickets[Number(topic)];
+  const auto wanted = [this, topic, ticket = ++m_tickets[Number(topic)]] {
+    return topic == Topic::Write || m_tickets[Number(topic)] == ticket;
+  };
   ++m_waiting[Number(topic)];
-  QMetaObject::invokeMethod(m_worker, [this, topic, ticket, job = std::move(job)] { Work(topic, ticket, job); });
+  m_thread.Run([] { return true; },
+               [this, topic, wanted, job = std::move(job)](adodb::Connection& connection) -> Done {
+                 const Done done = wanted() ? job(connection) : Done();
+                 return [this, topic, wanted, done] { Finish(topic, wanted() ? done : Done()); };
+               },
+               [this, topic, wanted](const automation::Error& error) {
+                 Finish(topic, wanted() ? [this, topic, error] { Q_EMIT Failed(topic, error); } : Done());
+               });
   Q_EMIT BusyChanged();
 }
 
-adodb::Connection& BackgroundReader::Opened() {
-  if (!m_connection) {
-    m_connection = m_makeConnection();
+void BackgroundReader::Finish(Topic topic, const Done& done) {
+  --m_waiting[Number(topic)];
+  if (done) {
+    done();
   }
-  if (m_connection->State() == adodb::StateClosed) {
-    m_connection->Open();
-  }
-  return *m_connection;
-}
-
-void BackgroundReader::Work(Topic topic, int ticket, const Job& job) {
-  const auto wanted = [this, topic, ticket] { return topic == Topic::Write || m_tickets[Number(topic)] == ticket; };
-  Done done;
-  std::optional<automation::Error> error;
-  if (wanted()) {
-    try {
-      done = job(Opened());
-      m_connection->Close();
-    } catch (const std::exception&) {
-      error = automation::CurrentError();
-      // The next job begins anew.
-      m_connection.reset();
-    }
-  }
-  QMetaObject::invokeMethod(this, [this, topic, wanted, done = std::move(done), error] {
-    --m_waiting[Number(topic)];
-    if (error && wanted()) {
-      Q_EMIT Failed(topic, *error);
-    } else if (done && wanted()) {
-      done();
-    }
-    Q_EMIT BusyChanged();
-  });
+  Q_EMIT BusyChanged();
 }
 
 }  // namespace host

@@ -1,20 +1,15 @@
 #pragma once
 
-#include "platform/adodb/Connection.h"
-#include "platform/automation/Error.h"
+#include "host/records/DatabaseThread.h"
 
 #include <QObject>
-#include <QThread>
 
 #include <array>
 #include <atomic>
-#include <functional>
-#include <memory>
 
 namespace host {
 
-/// Does the window's work on the database on a thread and over a connection of its own, one job after the other, so
-/// that neither a long list nor a busy database holds the window up.
+/// Does the window's work on the database in the background, and knows what of it is still wanted.
 class BackgroundReader : public QObject {
   Q_OBJECT
 
@@ -24,12 +19,11 @@ class BackgroundReader : public QObject {
   static constexpr std::size_t topicCount = 6;
 
   /// Runs in the window's thread when the job has ended.
-  using Done = std::function<void()>;
-  /// Runs in the reader's thread, with an open connection; it may raise.
-  using Job = std::function<Done(adodb::Connection& connection)>;
-  using MakeConnection = std::function<std::unique_ptr<adodb::Connection>()>;
+  using Done = DatabaseThread::Answer;
+  /// Runs in the background, with an open connection; it may raise.
+  using Job = DatabaseThread::Work;
 
-  explicit BackgroundReader(MakeConnection makeConnection, QObject* parent = nullptr);
+  explicit BackgroundReader(DatabaseThread::MakeConnection makeConnection, QObject* parent = nullptr);
   /// Waits for the job in progress; what waits behind it is dropped, writes are done.
   ~BackgroundReader() override;
 
@@ -43,15 +37,11 @@ class BackgroundReader : public QObject {
   void BusyChanged();
 
  private:
-  void Work(Topic topic, int ticket, const Job& job);
-  adodb::Connection& Opened();
+  void Finish(Topic topic, const Done& done);
 
-  MakeConnection m_makeConnection;
-  std::unique_ptr<adodb::Connection> m_connection;  ///< The thread's.
   std::array<std::atomic<int>, topicCount> m_tickets = {};
   std::array<int, topicCount> m_waiting = {};
-  QThread m_thread;
-  QObject* m_worker;
+  DatabaseThread m_thread;
 };
 
 }  // namespace host

@@ -44,7 +44,7 @@ struct OptionalDay {
     box->setObjectName(u"chk"_s + name);
     box->setChecked(day.isValid());
     edit->setObjectName(u"dat"_s + name);
-    edit->setAccessibleName(QString(text).remove(u'&'));
+    edit->setAccessibleName(QString(text).remove(u'&') + u" el día"_s);
     edit->setCalendarPopup(true);
     edit->setDisplayFormat(u"dd/MM/yyyy"_s);
     edit->setEnabled(day.isValid());

@@ -54,8 +54,8 @@ bool AskForEnvelopeWindow(QWidget* parent) {
   const QSpinBox* width = add(u"A&nchura:"_s, "numAnchura", before.width(), Paper().width());
   const QSpinBox* height = add(u"Al&tura:"_s, "numAltura", before.height(), Paper().height());
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-  buttons->button(QDialogButtonBox::Ok)->setText(u"&Aceptar"_s);
-  buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  buttons->button(QDialogButtonBox::Ok)->setText(u"Aceptar"_s);
+  buttons->button(QDialogButtonBox::Cancel)->setText(u"Cancelar"_s);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   form->addRow(buttons);

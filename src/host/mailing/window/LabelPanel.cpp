@@ -68,6 +68,7 @@ LabelPanel::LabelPanel(QWidget* parent)
   });
   connect(m_picture, &SheetStartPicture::Changed, this, &LabelPanel::TakeStart);
   connect(m_copies, &QCheckBox::toggled, this, &LabelPanel::Changed);
+  ShowFields();
 }
 
 QWidget* LabelPanel::MakeSheetRow() {
@@ -76,10 +77,9 @@ QWidget* LabelPanel::MakeSheetRow() {
   layout->setContentsMargins({});
   m_sheet->setObjectName(u"cboHoja"_s);
   m_sheet->setAccessibleName(u"Hoja"_s);
-  m_sheet->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* caption = new QLabel(u"&Hoja:"_s, row);
   caption->setBuddy(m_sheet);
-  auto* edit = new QPushButton(u"Mod&ificar…"_s, row);
+  auto* edit = new QPushButton(u"Modi&ficar…"_s, row);
   edit->setObjectName(u"cmdModificarHoja"_s);
   edit->setToolTip(u"Abrir la hoja de etiquetas para cambiarla"_s);
   connect(edit, &QPushButton::clicked, this, [this] { Q_EMIT EditWanted(Sheet()); });
@@ -127,7 +127,7 @@ QWidget* LabelPanel::MakeStartRow() {
   m_first->setKeyboardTracking(false);
   auto* caption = new QLabel(u"&Empezar en la etiqueta:"_s, row);
   caption->setBuddy(m_first);
-  auto* again = new QPushButton(u"Propon&er"_s, row);
+  auto* again = new QPushButton(u"Pro&poner"_s, row);
   again->setObjectName(u"cmdProponer"_s);
   again->setToolTip(u"Empezar detrás de la última que se usó, sin saltar ninguna"_s);
   layout->addWidget(caption);

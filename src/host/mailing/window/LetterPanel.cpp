@@ -80,7 +80,7 @@ QWidget* LetterPanel::MakeLetterRow() {
   layout->setContentsMargins({});
   m_letter->setObjectName(u"cboCarta"_s);
   m_letter->setAccessibleName(u"Carta modelo"_s);
-  auto* edit = new QPushButton(u"Mo&dificar…"_s, row);
+  auto* edit = new QPushButton(u"Modificar…"_s, row);
   edit->setObjectName(u"cmdModificarCarta"_s);
   edit->setToolTip(u"Abrir la carta modelo para cambiarla"_s);
   connect(edit, &QPushButton::clicked, this, [this] { Q_EMIT EditWanted(Letter()); });
@@ -112,11 +112,11 @@ void LetterPanel::AddFields() {
   m_form->addRow(u"Car&ta modelo:"_s, letters);
   static_cast<QLabel*>(m_form->labelForField(letters))->setBuddy(m_letter);
   m_letterhead->setObjectName(u"cboCabecera"_s);
-  m_form->addRow(u"Ca&becera:"_s, m_letterhead);
+  m_form->addRow(u"Cabec&era:"_s, m_letterhead);
   m_subject->setObjectName(u"cboClase"_s);
   m_subject->addItem(u"donativos"_s, int(Subject::Donation));
   m_subject->addItem(u"suscripciones"_s, int(Subject::Subscription));
-  m_form->addRow(u"Los campos &son de:"_s, m_subject);
+  m_form->addRow(u"&Los campos son de:"_s, m_subject);
   QWidget* donations = MakeDonationRow();
   m_form->addRow(u"Do&nativos:"_s, donations);
   static_cast<QLabel*>(m_form->labelForField(donations))->setBuddy(m_which);

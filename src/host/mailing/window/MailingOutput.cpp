@@ -45,20 +45,22 @@ QString WholeFile(bool isWhole, const QString& text, const OutputOrder& order) {
   return isWhole ? u"%1 en «%2»."_s.arg(text, order.target) : u"Interrumpido: no se ha dejado ningún archivo."_s;
 }
 
-void PrintIt(const PrintedWork& work, const QString& connectionString, PrintWish wish, RunControl& control,
-             RunResult& result) {
+}  // namespace
+
+RunResult PrintCalibrated(const PrintedWork& work, const QString& connectionString, PrintWish wish,
+                          RunControl& control) {
   const auto connection = database::CreateConnection(connectionString);
   connection->Open();
   if (const auto kept = FindCalibration(*connection, {wish.queue, wish.tray})) {
     wish.calibration = kept->calibration;
   }
+  RunResult result;
   const int job = Print(work, wish, control);
   result.isWhole = job != 0;
   result.text = result.isWhole ? u"Enviado a la impresora «%1», trabajo %2."_s.arg(wish.queue).arg(job)
                                : u"Interrumpido: no se ha impreso nada."_s;
+  return result;
 }
-
-}  // namespace
 
 int DifferingPieces(QList<std::size_t> before, QList<std::size_t> now) {
   std::ranges::sort(before);
@@ -81,8 +83,9 @@ RunResult MakeLetters(const QString& connectionString, const LetterWish& wish, i
     return result;
   }
   if (order.kind == OutputOrder::Kind::Printer) {
-    PrintIt(*letters, connectionString, order.printing, control, result);
-    return result;
+    RunResult printed = PrintCalibrated(*letters, connectionString, order.printing, control);
+    printed.differing = result.differing;
+    return printed;
   }
   const auto rich = [&](int letter) { return rtf::Write(*letters->Filled(letter)); };
   const int written = order.kind == OutputOrder::Kind::PdfPerPerson
@@ -100,10 +103,11 @@ RunResult MakeLabels(const QString& connectionString, const LabelWish& wish, int
   RunResult result;
   result.differing = DifferingPieces(order.seen, labels->Fingerprints());
   if (order.kind == OutputOrder::Kind::Printer) {
-    PrintIt(*labels, connectionString, order.printing, control, result);
+    RunResult printed = PrintCalibrated(*labels, connectionString, order.printing, control);
+    printed.differing = result.differing;
     const bool isToTheEnd = order.printing.pages.last == 0 || order.printing.pages.last >= labels->Count();
-    result.lastLabel = result.isWhole && isToTheEnd ? labels->LastLabel() : 0;
-    return result;
+    printed.lastLabel = printed.isWhole && isToTheEnd ? labels->LastLabel() : 0;
+    return printed;
   }
   result.isWhole = WritePdf(*labels, order.target, control);
   result.text = WholeFile(result.isWhole,

@@ -26,6 +26,10 @@ RunResult MakeLetters(const QString& connectionString, const LetterWish& wish, i
 RunResult MakeLabels(const QString& connectionString, const LabelWish& wish, int userId, const OutputOrder& order,
                      RunControl& control);
 
+/// Prints with the calibration that the database keeps for the printer, for any thread.
+RunResult PrintCalibrated(const PrintedWork& work, const QString& connectionString, PrintWish wish,
+                          RunControl& control);
+
 /// How many letters or labels differ between two readings: new ones, changed ones and those that are gone.
 int DifferingPieces(QList<std::size_t> before, QList<std::size_t> now);
 

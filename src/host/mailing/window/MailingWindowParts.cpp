@@ -1,11 +1,13 @@
 // What the window is made of: actions, menus, layout, status bar, and what it asks for files and folders.
 
+#include "host/mailing/window/ElidedLabel.h"
 #include "host/mailing/window/LabelPanel.h"
 #include "host/mailing/window/LetterPanel.h"
 #include "host/mailing/window/MailingWindow.h"
 #include "host/mailing/window/PeoplePanel.h"
 #include "host/mailing/window/PostingPanel.h"
 #include "host/mailing/window/PreviewPanel.h"
+#include "host/mailing/window/ScrolledColumn.h"
 #include "host/mailing/window/SelectionCommands.h"
 #include "platform/text/AsItStands.h"
 
@@ -13,6 +15,7 @@
 #include <QActionGroup>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -29,6 +32,12 @@
 using namespace Qt::StringLiterals;
 
 namespace host {
+
+namespace {
+
+const QString lastFolder = u"Correo/Carpeta"_s;
+
+}  // namespace
 
 QAction* MailingWindow::AddAction(const char* name, const QString& text, const QString& brief, const QString& icon,
                                   const QKeySequence& key) {
@@ -107,11 +116,15 @@ void MailingWindow::MakeLayout() {
   m_what->addWidget(m_letter);
   m_what->addWidget(m_label);
   m_what->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  auto* fields = new QWidget(this);
+  auto* rows = new QVBoxLayout(fields);
+  rows->setContentsMargins({});
+  rows->addWidget(m_people, 1);
+  rows->addWidget(m_what);
+  rows->addWidget(m_posting);
   auto* left = new QWidget(this);
   auto* column = new QVBoxLayout(left);
-  column->addWidget(m_people, 1);
-  column->addWidget(m_what);
-  column->addWidget(m_posting);
+  column->addWidget(new ScrolledColumn(fields, left), 1);
   column->addWidget(m_notices);
   auto* splitter = new QSplitter(this);
   splitter->setChildrenCollapsible(false);
@@ -126,10 +139,8 @@ void MailingWindow::MakeLayout() {
 }
 
 void MailingWindow::MakeStatusBar() {
-  m_state = new QLabel(this);
+  m_state = new ElidedLabel(this);
   m_state->setObjectName(u"lblEstado"_s);
-  m_state->setTextFormat(Qt::PlainText);
-  m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   m_progress = new QProgressBar(this);
   m_progress->setObjectName(u"progreso"_s);
   m_progress->setAccessibleName(u"Progreso"_s);
@@ -154,6 +165,11 @@ QString MailingWindow::AskForTarget(OutputOrder::Kind kind) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setAcceptMode(isFile ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(isFile ? QFileDialog::AnyFile : QFileDialog::Directory);
+  // Where the last ones went, of this session or an earlier one.
+  QSettings settings;
+  if (const QFileInfo last(settings.value(lastFolder).toString()); last.isDir()) {
+    dialog.setDirectory(last.filePath());
+  }
   if (isFile) {
     QString name = m_page == Page::Letters ? m_letter->Name() : m_label->Name();
     dialog.setNameFilter(u"PDF (*.pdf)"_s);
@@ -162,7 +178,12 @@ QString MailingWindow::AskForTarget(OutputOrder::Kind kind) {
   } else {
     dialog.setOption(QFileDialog::ShowDirsOnly);
   }
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  if (dialog.exec() != QDialog::Accepted) {
+    return {};
+  }
+  const QString target = dialog.selectedFiles().value(0);
+  settings.setValue(lastFolder, isFile ? QFileInfo(target).absolutePath() : target);
+  return target;
 }
 
 }  // namespace host

@@ -41,6 +41,10 @@ QList<Notice> NoticesOf(const MailingNotes& notes, const QStringList& faults, co
         notices);
   Count(notes.doubtful, u"1 persona, que se imprime: %1."_s, u"%1 personas, que se imprimen: %2."_s,
         PeopleFilter::Doubtful, notices);
+  if (notes.abroad > 0) {
+    notices.append({notes.abroad == 1 ? u"1 va al extranjero."_s : u"%1 van al extranjero."_s.arg(notes.abroad),
+                    Notice::Way::People, PeopleFilter::Abroad});
+  }
   for (const QString& line : faults + notes.remarks) {
     notices.append({line});
   }

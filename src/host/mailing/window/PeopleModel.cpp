@@ -74,6 +74,8 @@ bool PeopleModel::Passes(const ListedPerson& person) const {
       return person.shares;
     case PeopleFilter::Doubtful:
       return !person.doubt.isEmpty();
+    case PeopleFilter::Abroad:
+      return person.isAbroad;
     case PeopleFilter::LeftOut:
       return m_reasons.contains(person.id);
     default:

@@ -12,7 +12,7 @@
 namespace host {
 
 /// Which people the list shows.
-enum class PeopleFilter { All, Ticked, WithoutAddress, Sharing, Doubtful, LeftOut };
+enum class PeopleFilter { All, Ticked, WithoutAddress, Sharing, Doubtful, Abroad, LeftOut };
 
 /// The people of a selection with their boxes, those that search and filter let through.
 class PeopleModel : public QAbstractTableModel {

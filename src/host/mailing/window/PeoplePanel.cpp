@@ -78,7 +78,7 @@ QWidget* PeoplePanel::MakeSearchRow() {
   m_filter->setObjectName(u"cboFiltro"_s);
   m_filter->setAccessibleName(u"Qué personas se ven"_s);
   m_filter->addItems({u"Todas"_s, u"Las marcadas"_s, u"Sin dirección"_s, u"Comparten domicilio"_s, u"C.P. dudoso"_s,
-                      u"Las que se quedan fuera"_s});
+                      u"En el extranjero"_s, u"Las que se quedan fuera"_s});
   layout->addWidget(m_filter);
   connect(m_search, &QLineEdit::textChanged, this, [this](const QString& typed) {
     m_table->People().SetSearch(typed);

@@ -23,6 +23,8 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 3);
+  constexpr int fewestRows = 4;
+  setMinimumHeight(horizontalHeader()->sizeHint().height() + fewestRows * verticalHeader()->defaultSectionSize());
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
@@ -30,9 +32,16 @@ PeopleTable::PeopleTable(QWidget* parent) : QTableView(parent), m_people(new Peo
   constexpr int nameLetters = 34;
   constexpr int postcodeLetters = 8;
   constexpr int townLetters = 22;
+  // What is left for the last one, which takes it, may be less than its title.
+  horizontalHeader()->setMinimumSectionSize(horizontalHeader()->sectionSizeHint(PeopleModel::Remark));
   setColumnWidth(PeopleModel::Name, letter * nameLetters);
   setColumnWidth(PeopleModel::Postcode, letter * postcodeLetters);
   setColumnWidth(PeopleModel::Town, letter * townLetters);
+}
+
+// Its layout gives it what others leave.
+QSize PeopleTable::sizeHint() const {
+  return {QTableView::sizeHint().width(), minimumHeight()};
 }
 
 void PeopleTable::GoTo(int person) {

@@ -20,6 +20,7 @@ class PeopleTable : public QTableView {
   void GoTo(int person);
   /// What an empty table says.
   void SetEmptyText(const QString& text);
+  QSize sizeHint() const override;
 
  Q_SIGNALS:
   /// The user went to somebody.

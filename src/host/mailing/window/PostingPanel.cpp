@@ -20,7 +20,7 @@ PostingPanel::PostingPanel(QWidget* parent)
   m_order->addItem(u"por número"_s, int(PeopleOrder::Number));
   m_together->setObjectName(u"chkJuntar"_s);
   m_withoutAddress->setObjectName(u"chkSinDireccion"_s);
-  m_withoutAddress->setText(u"También a quien no tiene direcció&n"_s);
+  m_withoutAddress->setText(u"También a quien no tiene dirección"_s);
   const QSettings settings;
   m_order->setCurrentIndex(m_order->findData(settings.value(u"Correo/Orden"_s, int(PeopleOrder::Surname)).toInt()));
   m_together->setChecked(settings.value(u"Correo/Juntar"_s, true).toBool());
@@ -42,7 +42,7 @@ PostingPanel::PostingPanel(QWidget* parent)
 }
 
 void PostingPanel::SetPiece(const QString& piece) {
-  m_together->setText(u"Una sola %1 por &domicilio"_s.arg(piece));
+  m_together->setText(u"Una sola %1 por domic&ilio"_s.arg(piece));
 }
 
 QWidget* PostingPanel::LastField() const {

@@ -1,6 +1,7 @@
 #include "host/mailing/window/PreviewPanel.h"
 
 #include "documents/people/Names.h"
+#include "host/mailing/window/ElidedLabel.h"
 #include "host/mailing/window/EnvelopeDialog.h"
 #include "paper/PageView.h"
 
@@ -28,7 +29,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
       m_view(new paper::PageView(this)),
       m_text(new QLabel(this)),
       m_count(new QLabel(this)),
-      m_name(new QLabel(this)),
+      m_name(new ElidedLabel(this)),
       m_zoom(new QComboBox(this)) {
   m_look.envelope = EnvelopeWindow();
   m_view->setObjectName(u"pagVista"_s);
@@ -56,15 +57,9 @@ void PreviewPanel::AddBar() {
   auto* bar = new QHBoxLayout(row);
   const int gap = fontMetrics().height() / 3;
   bar->setContentsMargins(gap, gap, gap, gap);
-  m_number = new QSpinBox(row);
-  m_number->setObjectName(u"numPieza"_s);
-  m_number->setAccessibleName(u"Número"_s);
-  m_number->setKeyboardTracking(false);
   m_count->setObjectName(u"lblPiezas"_s);
   m_name->setObjectName(u"lblPersona"_s);
-  m_name->setTextFormat(Qt::PlainText);
-  m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  constexpr int nameLetters = 12;
+  constexpr int nameLetters = 4;
   m_name->setMinimumWidth(nameLetters * fontMetrics().averageCharWidth());
   m_zoom->setObjectName(u"cboTamano"_s);
   m_zoom->setAccessibleName(u"Tamaño en pantalla"_s);
@@ -72,6 +67,10 @@ void PreviewPanel::AddBar() {
   AddLeaf(*bar, "cmdPrimera", u"Primera"_s, u"go-first"_s, u"|<"_s, QKeySequence(u"Shift+F7"_s), [] { return 0; });
   AddLeaf(*bar, "cmdAnterior", u"Anterior"_s, u"go-previous"_s, u"<"_s, QKeySequence(u"F7"_s),
           [this] { return m_part - 1; });
+  m_number = new QSpinBox(row);
+  m_number->setObjectName(u"numPieza"_s);
+  m_number->setAccessibleName(u"Número"_s);
+  m_number->setKeyboardTracking(false);
   bar->addWidget(m_number);
   bar->addWidget(m_count);
   AddLeaf(*bar, "cmdSiguiente", u"Siguiente"_s, u"go-next"_s, u">"_s, QKeySequence(u"F8"_s),
@@ -79,11 +78,11 @@ void PreviewPanel::AddBar() {
   AddLeaf(*bar, "cmdUltima", u"Última"_s, u"go-last"_s, u">|"_s, QKeySequence(u"Shift+F8"_s),
           [this] { return m_number->maximum() - 1; });
   bar->addWidget(m_name, 1);
-  AddSwitch(*bar, m_tint, u"&Resaltar"_s, u"Ver sobre un fondo los datos de cada persona"_s, "chkResaltar",
+  AddSwitch(*bar, m_tint, u"Resaltar"_s, u"Ver sobre un fondo los datos de cada persona"_s, "chkResaltar",
             &PreviewLook::tintsValues);
-  AddSwitch(*bar, m_envelope, u"&Sobre"_s, u"Ver dónde está la ventana del sobre"_s, "chkVentana",
+  AddSwitch(*bar, m_envelope, u"Sobre"_s, u"Ver dónde está la ventana del sobre"_s, "chkVentana",
             &PreviewLook::showsEnvelope);
-  AddSwitch(*bar, m_edges, u"&Bordes"_s, u"Ver los bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
+  AddSwitch(*bar, m_edges, u"Bordes"_s, u"Ver los bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
   bar->addWidget(m_zoom);
   layout()->addWidget(row);
   connect(m_number, &QSpinBox::valueChanged, this, [this](int number) { Leaf(number - 1); });

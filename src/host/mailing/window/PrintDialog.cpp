@@ -70,7 +70,7 @@ PrintDialog::PrintDialog(const QList<KnownPrinter>& printers, int pages, bool ma
   range->addWidget(new QLabel(u"hasta la"_s, this));
   range->addWidget(m_last);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  buttons->button(QDialogButtonBox::Cancel)->setText(u"Cancelar"_s);
   m_print = buttons->addButton(u"&Imprimir"_s, QDialogButtonBox::AcceptRole);
   m_print->setObjectName(u"cmdImprimirYa"_s);
   auto* form = new QFormLayout(this);

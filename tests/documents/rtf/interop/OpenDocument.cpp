@@ -25,7 +25,7 @@ class Parser {
         Start(m_xml.qualifiedName().toString());
       } else if (m_xml.isEndElement()) {
         End(m_xml.qualifiedName().toString());
-      } else if (m_xml.isCharacters() && !m_spans.isEmpty()) {
+      } else if (m_xml.isCharacters() && !m_spans.isEmpty() && !m_isData) {
         Add(m_xml.text().toString());
       }
     }
@@ -36,6 +36,7 @@ class Parser {
   QString Attribute(const QString& name) const { return m_xml.attributes().value(name).toString(); }
 
   void Start(const QString& name) {
+    m_isData = name == u"office:binary-data";
     if (name == u"style:default-style") {
       m_style = defaultOf + Attribute(u"style:family"_s);
     } else if (name == u"style:style") {
@@ -104,6 +105,7 @@ class Parser {
   }
 
   void End(const QString& name) {
+    m_isData = false;
     if (name == u"text:list") {
       m_openLists.removeLast();
     } else if (name == u"text:p" || name == u"text:h" || name == u"text:span" || name == u"text:a") {
@@ -120,6 +122,7 @@ class Parser {
   QHash<QString, Attributes> m_indents;
   Attributes m_itemIndents;
   bool m_isFirstLevel = false;
+  bool m_isData = false;  ///< A picture's.
   QString m_style;
   QString m_list;
   QList<QString> m_openLists;

@@ -1,0 +1,44 @@
+#include "host/access/PasswordLine.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+PasswordLine::PasswordLine(const QString& name, QWidget* parent) : QLineEdit(parent) {
+  constexpr int longest = 10'000;
+  setObjectName(name);
+  setMaxLength(longest);
+  setEchoMode(Password);
+  setInputMethodHints(Qt::ImhHiddenText | Qt::ImhNoPredictiveText | Qt::ImhSensitiveData);
+  QAction* show = addAction(QIcon::fromTheme(u"password-show-on"_s), TrailingPosition);
+  show->setCheckable(true);
+  show->setText(u"Mostrar la contraseña"_s);
+  show->setToolTip(show->text());
+  connect(show, &QAction::toggled, this, [this](bool isShown) { setEchoMode(isShown ? Normal : Password); });
+}
+
+AlertLabel::AlertLabel(QWidget* parent) : QLabel(parent) {
+  setObjectName(u"alert"_s);
+  setTextFormat(Qt::PlainText);
+  setWordWrap(true);
+  setAutoFillBackground(true);
+  // Black on this stands out of light and dark colours.
+  setPalette(QPalette(Qt::white, QColor(0xFF, 0xD8, 0x73)));
+  setMargin(fontMetrics().height() / 2);
+  hide();
+}
+
+void AlertLabel::Say(const QString& text) {
+  setText(text);
+  setVisible(!text.isEmpty());
+  if (!text.isEmpty()) {
+    QAccessibleEvent event(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,197 @@
+#include "host/desktop/DetailPane.h"
+
+#include "host/desktop/RecordList.h"
+#include "host/records/MomentText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace host {
+
+namespace {
+
+// How long a selection stays before it is asked for: who walks through a list with the arrows reads nothing.
+constexpr std::chrono::milliseconds rest{150};
+
+QLabel* PlainLabel(const QString& name, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+// Only numbers and words of the program: the one text here that is not plain.
+QString UsesText(const QList<RowCount>& uses) {
+  QStringList parts;
+  for (const RowCount& use : uses) {
+    parts.append(use.nodeId == 0 ? use.Text() : u"<a href=\"%1\">%2</a>"_s.arg(use.nodeId).arg(use.Text()));
+  }
+  const QString last = parts.isEmpty() ? QString() : parts.takeLast();
+  return parts.isEmpty() ? last : parts.join(u", "_s) + u" y "_s + last;
+}
+
+QString ChangeText(const std::optional<Change>& change) {
+  if (!change) {
+    return {};
+  }
+  const QString user = change->userName.isEmpty() ? u"alguien"_s : u"«%1»"_s.arg(change->userName);
+  return u"%1 %2 por %3"_s.arg(KindText(change->kind), DayAndTime(change->moment), user);
+}
+
+}  // namespace
+
+DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
+    : QWidget(parent),
+      m_velumar(velumar),
+      m_title(PlainLabel(u"lblDetailTitle"_s, this)),
+      m_uses(PlainLabel(u"lblDetailUses"_s, this)),
+      m_change(PlainLabel(u"lblDetailChange"_s, this)),
+      m_kinds(new QTabBar(this)),
+      m_list(new RecordList(this)),
+      m_more(PlainLabel(u"lblDetailMore"_s, this)),
+      m_text(PlainLabel(u"lblDetailText"_s, this)),
+      m_sheet(new SheetThumbnail(this)),
+      m_reading(thread, [this](const Shown& shown) { Take(shown); }) {
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.2);
+  large.setBold(true);
+  m_title->setFont(large);
+  m_uses->setTextFormat(Qt::RichText);
+  m_uses->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+  m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  m_kinds->setObjectName(u"detailKinds"_s);
+  m_kinds->setAccessibleName(u"Clases de registros relacionados"_s);
+  m_kinds->setDrawBase(false);
+  m_kinds->setExpanding(false);
+  m_list->setObjectName(u"detailList"_s);
+  auto* layout = new QVBoxLayout(this);
+  auto* below = new QHBoxLayout;
+  below->addWidget(m_list, 1);
+  below->addWidget(m_text, 1);
+  below->addWidget(m_sheet);
+  for (QWidget* part : {static_cast<QWidget*>(m_title), static_cast<QWidget*>(m_uses), static_cast<QWidget*>(m_change),
+                        static_cast<QWidget*>(m_kinds)}) {
+    layout->addWidget(part);
+  }
+  layout->addLayout(below, 1);
+  layout->addWidget(m_more);
+  m_rest.setSingleShot(true);
+  m_rest.setInterval(rest);
+  connect(&m_rest, &QTimer::timeout, this, &DetailPane::Read);
+  connect(m_kinds, &QTabBar::currentChanged, this, [this](int index) {
+    m_isAnother = true;
+    ShowRelated(index);
+  });
+  connect(m_list, &RecordList::RecordActivated, this, &DetailPane::OpenRelated);
+  connect(m_uses, &QLabel::linkActivated, this,
+          [this](const QString& link) { Q_EMIT UsesWanted(link.toInt(), m_node->table, m_id); });
+  ShowNothing({});
+}
+
+void DetailPane::Show(const Node& node, int id, const QString& name) {
+  m_title->setText(name);
+  if (m_node == &node && m_id == id) {
+    return;
+  }
+  m_node = &node;
+  m_id = id;
+  m_isAnother = true;
+  m_reading.Withdraw();
+  m_rest.start();
+}
+
+void DetailPane::ShowNothing(const QString& text) {
+  m_rest.stop();
+  m_reading.Withdraw();
+  m_node = nullptr;
+  m_id = 0;
+  Take({});
+  m_title->setText({});
+  m_change->setText(text);
+  m_change->setVisible(!text.isEmpty());
+}
+
+void DetailPane::Refresh() {
+  if (m_node != nullptr) {
+    m_rest.start();
+  }
+}
+
+void DetailPane::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  Refresh();
+}
+
+void DetailPane::Read() {
+  if (m_node == nullptr || !isVisible()) {
+    return;
+  }
+  m_reading.Ask(
+      [node = m_node, id = m_id, velumar = m_velumar](adodb::Connection& connection, const DatabaseThread::Wanted&) {
+        return Shown{ReadDetail(connection, *node, id, velumar), ReadPreview(connection, *node, id)};
+      });
+}
+
+void DetailPane::Take(const Shown& shown) {
+  m_uses->setText(shown.detail.uses.isEmpty() ? QString() : u"Lo utilizan "_s + UsesText(shown.detail.uses));
+  m_uses->setVisible(!shown.detail.uses.isEmpty());
+  m_change->setText(ChangeText(shown.detail.lastChange));
+  m_change->setVisible(shown.detail.lastChange.has_value());
+  m_text->setText(shown.preview.text);
+  m_text->setVisible(!shown.preview.text.isEmpty());
+  m_sheet->Show(shown.preview.sheet);
+  const int current = m_kinds->currentIndex();
+  const QSignalBlocker blocker(m_kinds);
+  while (m_kinds->count() > 0) {
+    m_kinds->removeTab(0);
+  }
+  m_related = shown.detail.related;
+  for (const RelatedRecords& related : std::as_const(m_related)) {
+    m_kinds->addTab(related.total == 0 ? related.title : u"%1 (%2)"_s.arg(related.title).arg(related.total));
+  }
+  m_kinds->setVisible(!m_related.isEmpty());
+  m_kinds->setCurrentIndex(current >= 0 && current < m_related.size() ? current : 0);
+  m_isAnother = m_isAnother || m_kinds->currentIndex() != current;
+  ShowRelated(m_kinds->currentIndex());
+}
+
+void DetailPane::ShowRelated(int index) {
+  const bool hasKind = index >= 0 && index < m_related.size();
+  m_list->setVisible(hasKind);
+  m_more->setVisible(hasKind && m_related[index].total > m_related[index].records.Size());
+  if (hasKind) {
+    ShowList(m_related[index]);
+  }
+}
+
+// Who reads in the list of a record keeps the place while others write.
+void DetailPane::ShowList(const RelatedRecords& related) {
+  m_list->setAccessibleName(related.title);
+  if (std::exchange(m_isAnother, false)) {
+    m_list->Show(related.records);
+    m_list->SetColumnWidths({});
+  } else {
+    m_list->Refresh(related.records);
+  }
+  m_list->SetEmptyText(u"%1: no hay."_s.arg(related.title));
+  m_more->setText(u"y %1 más"_s.arg(related.total - related.records.Size()));
+}
+
+void DetailPane::OpenRelated() {
+  const int index = m_kinds->currentIndex();
+  const QList<int> ids = m_list->SelectedIds();
+  if (index >= 0 && m_related[index].nodeId != 0 && ids.size() == 1) {
+    Q_EMIT RecordWanted(m_related[index].nodeId, ids.first(), {});
+  }
+}
+
+}  // namespace host

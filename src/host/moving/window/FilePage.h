@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/moving/window/GridView.h"
+#include "moving/Outline.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace host {
+
+/// Which file, which of its sheets, and how a list is to be read; its first rows show whether that is right.
+class FilePage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FilePage(QWidget* parent = nullptr);
+
+  QString File() const;
+  moving::ReadWishes Wishes() const;
+  void SetFile(const QString& path);
+  /// What was read.
+  void Show(const moving::Outline& outline);
+  void ShowFault(const QString& text);
+  void ShowReading();
+
+ Q_SIGNALS:
+  /// Another file, or another form of it.
+  void FileWanted();
+
+ private:
+  void Browse();
+  void ShowSheet();
+  QComboBox* AddBox(const char* name, const QString& label, class QFormLayout& form);
+
+  moving::Outline m_outline;
+  QString m_read;  ///< The file that was wanted last.
+  QLineEdit* m_file;
+  QComboBox* m_sheet;
+  QComboBox* m_encoding;
+  QComboBox* m_separator;
+  QLabel* m_state;
+  GridView* m_sample;
+};
+
+}  // namespace host

@@ -1,0 +1,20 @@
+#include "host/records/OfficeSettings.h"
+
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Conversion.h"
+
+namespace host {
+
+QString OfficeSetting(adodb::Connection& connection, const QString& name, const QString& otherwise) {
+  const auto rows = adodb::Execute(connection, u"SELECT Valor FROM Ajustes WHERE Nombre='{}'", name);
+  return rows->AtEnd() ? otherwise : automation::Text(rows->Field(0));
+}
+
+void SetOfficeSetting(adodb::Connection& connection, const QString& name, const QString& value) {
+  adodb::Execute(connection, u"UPDATE Ajustes SET Valor='{}' WHERE Nombre='{}'", value, name);
+  if (connection.RecordsAffected() == 0) {
+    adodb::Execute(connection, u"INSERT INTO Ajustes (Nombre, Valor) VALUES ('{}', '{}')", name, value);
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/adodb/Connection.h"
+
+#include <QString>
+
+namespace host {
+
+/// What holds for everybody who uses a database: the host's table Ajustes, a text for each name.
+
+/// What stands under a name; `otherwise` where nothing does. Errors of the database leave both functions.
+QString OfficeSetting(adodb::Connection& connection, const QString& name, const QString& otherwise = {});
+
+void SetOfficeSetting(adodb::Connection& connection, const QString& name, const QString& value);
+
+}  // namespace host

@@ -1,0 +1,197 @@
+#include "moving/RowWriter.h"
+
+#include "moving/KnownRecords.h"
+#include "platform/adodb/ErrorNumbers.h"
+#include "platform/adodb/Statement.h"
+#include "platform/automation/Error.h"
+
+using adodb::Verbatim;
+using namespace Qt::StringLiterals;
+
+namespace moving {
+
+namespace {
+
+void CheckStop(const database::Stop& stop) {
+  if (stop && stop()) {
+    throw automation::Error(adodb::Stopped, u"Se ha cancelado. No se ha traído nada."_s);
+  }
+}
+
+}  // namespace
+
+void RefuseChangedFile() {
+  throw automation::Error(automation::InvalidProcedureCall,
+                          u"El archivo ha cambiado mientras se leía. Ciérrelo en el programa que lo usa y repita."_s);
+}
+
+RowWriter::RowWriter(Survey& survey, Plan& plan, adodb::Connection& connection, const ImportWishes& wishes, bool writes)
+    : m_survey(survey),
+      m_plan(plan),
+      m_connection(connection),
+      m_wishes(wishes),
+      m_writes(writes),
+      m_seal(QCryptographicHash::Sha256) {
+  for (const SurveyedTable& table : survey.tables) {
+    m_total += table.report.read;
+  }
+}
+
+void RowWriter::BeginTable(const SourceTable& /*table*/) {
+  if (m_next >= m_survey.tables.size()) {
+    RefuseChangedFile();
+  }
+  m_table = &m_survey.tables[m_next++];
+  m_row = 0;
+  m_unlabelled.clear();
+  const QList<Finding>& findings = m_table->report.findings;
+  for (qsizetype i = 0; i < findings.size(); ++i) {
+    m_unlabelled.insert(findings[i].row, i);
+  }
+  AddToSeal(m_table->report.here);
+}
+
+void RowWriter::Row(const SourceRow& row) {
+  CheckStop(m_wishes.stop);
+  constexpr qint64 betweenNews = 256;
+  if (++m_done % betweenNews == 0 && m_wishes.progress) {
+    m_wishes.progress(ImportStep::Writing, m_done, m_total);
+  }
+  if (!m_table->match) {
+    return;
+  }
+  if (m_row >= m_table->rows.Count()) {
+    RefuseChangedFile();
+  }
+  const Fate& fate = m_plan.FateOf(*m_table, m_row);
+  AddToSeal(
+      u"%1 %2 %3%4%5"_s.arg(int(fate.kind)).arg(fate.key).arg(fate.isDemoted).arg(fate.isGranted).arg(fate.suffix));
+  WriteRow(fate, Convert(*m_table->match, row).values);
+  ++m_row;
+}
+
+void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
+  LabelFindings(values);
+  if (fate.kind == Fate::Kind::New) {
+    Insert(fate, WithReferences(values));
+    return;
+  }
+  if (fate.kind == Fate::Kind::Revived) {
+    Send(adodb::StatementText(u"UPDATE [{}] SET Eliminado=0 WHERE [{}]={}", Verbatim{Here().name},
+                              Verbatim{Here().columns.front().name}, fate.key));
+  }
+  if (fate.isCompared) {
+    Compare(fate, WithReferences(values));
+  }
+}
+
+void RowWriter::EndTable(qint64 /*missing*/) {
+  if (m_table->match && m_row != m_table->rows.Count()) {
+    RefuseChangedFile();
+  }
+  std::ranges::stable_sort(m_table->report.findings, {}, &Finding::row);
+}
+
+QList<Value> RowWriter::WithReferences(QList<Value> values) {
+  const TableShape& shape = *m_table->shape;
+  for (const Reference& reference : shape.References()) {
+    const qint64 there = values[reference.position].ToId();
+    const qint64 here = m_plan.KeyHere(*reference.target, there);
+    const bool isFree = there != 0 && here == 0 && shape.PositionOf(shape.Rule().freeKey) == reference.position;
+    if (isFree) {
+      values[shape.PositionOf(shape.Rule().freeText)].text.prepend(u'*');
+    }
+    values[reference.position] = {Value::Kind::Number, QString::number(here)};
+  }
+  return values;
+}
+
+void RowWriter::Insert(const Fate& fate, QList<Value> values) {
+  const TableShape& shape = *m_table->shape;
+  values.front() = {Value::Kind::Number, QString::number(fate.key)};
+  if (fate.isDemoted) {
+    values[shape.PositionOf(u"Eliminado"_s)] = {Value::Kind::Number, u"-1"_s};
+  }
+  if (!fate.suffix.isEmpty()) {
+    values[shape.PositionOf(shape.Rule().beside)].text += fate.suffix;
+  }
+  if (const int grant = shape.PositionOf(shape.Rule().grant); grant >= 0 && !fate.isGranted) {
+    values[grant] = {Value::Kind::Number, u"0"_s};
+  }
+  QStringList names;
+  QStringList literals;
+  for (qsizetype i = 0; i < values.size(); ++i) {
+    // What the file does not say is the schema's default.
+    if (values[i].kind != Value::Kind::None) {
+      names.append(u'[' + Here().columns[std::size_t(i)].name + u']');
+      literals.append(Literal(values[i]));
+    }
+  }
+  Send(adodb::StatementText(u"INSERT INTO [{}] ({}) VALUES ({})", Verbatim{Here().name}, Verbatim{names.join(u", ")},
+                            Verbatim{literals.join(u", ")}));
+}
+
+// What the file leaves empty changes nothing.
+void RowWriter::Compare(const Fate& fate, const QList<Value>& values) {
+  const TableShape& shape = *m_table->shape;
+  const QList<Value> here = ReadRecord(m_connection, shape, fate.key);
+  QList<int> positions;
+  QStringList there;
+  QStringList old;
+  for (const int position : shape.Changeable()) {
+    const Value& value = values[position];
+    const bool isNothing = value.IsEmpty() || (shape.IsReference(position) && value.ToId() == 0);
+    if (!isNothing && !shape.AreSame(position, value, here[position])) {
+      const QString& name = Here().columns[std::size_t(position)].name;
+      positions.append(position);
+      there += u"%1 «%2»"_s.arg(name, Shown(value));
+      old += u"%1 «%2»"_s.arg(name, Shown(here[position]));
+    }
+  }
+  if (positions.isEmpty()) {
+    return;
+  }
+  Finding finding = Ask(*m_table, qsizetype(m_row), u"cambios"_s, there.join(u", "_s),
+                        {{u"archivo"_s, u"toma lo del archivo"_s}, {u"aqui"_s, u"se queda como está aquí"_s}},
+                        m_wishes.answers, m_table->IsList() ? 0 : 1);
+  finding.here = old.join(u", "_s);
+  finding.label = shape.LabelOf(values);
+  AddToSeal(finding.Line());
+  if (finding.answer == 0) {
+    ++m_table->report.changed;
+    Update(fate.key, positions, values);
+  } else {
+    ++m_table->report.differing;
+  }
+  m_table->report.Add(std::move(finding));
+}
+
+void RowWriter::Update(qint64 key, const QList<int>& positions, const QList<Value>& values) {
+  QStringList changes;
+  for (const int position : positions) {
+    changes += u"[%1]="_s.arg(Here().columns[std::size_t(position)].name) + Literal(values[position]);
+  }
+  Send(adodb::StatementText(u"UPDATE [{}] SET {} WHERE [{}]={}", Verbatim{Here().name}, Verbatim{changes.join(u", ")},
+                            Verbatim{Here().columns.front().name}, key));
+}
+
+void RowWriter::LabelFindings(const QList<Value>& values) {
+  for (auto at = m_unlabelled.constFind(qsizetype(m_row)); at != m_unlabelled.cend() && at.key() == qsizetype(m_row);
+       ++at) {
+    m_table->report.findings[*at].label = m_table->shape->LabelOf(values);
+  }
+}
+
+void RowWriter::Send(const QString& statement) {
+  if (!m_writes) {
+    return;
+  }
+  try {
+    m_connection.Execute(statement);
+  } catch (const automation::Error& error) {
+    throw automation::Error(error.Number(), u"%1, %2: %3 No se ha traído nada."_s.arg(
+                                                Here().name, RowName(*m_table, qsizetype(m_row)), error.Description()));
+  }
+}
+
+}  // namespace moving

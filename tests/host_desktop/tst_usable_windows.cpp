@@ -1,0 +1,148 @@
+#include "TestDesktop.h"
+#include "support/TestProgram.h"
+#include "support/WindowFaults.h"
+
+#include "host/calibration/CalibrationDialog.h"
+#include "host/desktop/PasswordBox.h"
+#include "host/help/HelpDesk.h"
+#include "host/help/HelpWindow.h"
+#include "host/look/Look.h"
+#include "host/mailing/window/ConditionDialogs.h"
+#include "host/mailing/window/EnvelopeDialog.h"
+#include "host/mailing/window/MailingWindow.h"
+#include "host/mailing/window/PrintDialog.h"
+#include "host/records/NodeCatalog.h"
+#include "platform/contract/cConstNodo.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+using host::Look;
+using support::DialogUser;
+
+namespace {
+
+const QString manual = QStringLiteral(KEL_SOURCES) + u"/docs/ayuda/contenido.html"_s;
+
+/// The program's windows one after the other, in one look.
+class Walk {
+ public:
+  QStringList Faults() {
+    EveryNode();
+    MailingWindow();
+    HelpWindow();
+    Dialogs();
+    return m_faults + m_desktop.TakeBoxes();
+  }
+
+ private:
+  void LookAt(QWidget& window, const QString& name) {
+    for (const QString& fault : support::WindowFaults(window)) {
+      m_faults.append(name + u" | "_s + fault);
+    }
+  }
+
+  void LookAtDialog(const char* name, const std::function<void()>& open) {
+    m_desktop.driver.On(name, [&](const DialogUser& dialog) {
+      LookAt(*dialog.Dialog(), QString::fromUtf8(name));
+      dialog.Close();
+    });
+    open();
+  }
+
+  // Beside the main one.
+  template <typename Window>
+  Window& Opened(const char* action) {
+    m_desktop.Action(action).trigger();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (auto* opened = qobject_cast<Window*>(window); opened != nullptr && opened->isVisible()) {
+        return *opened;
+      }
+    }
+    throw support::Failure("no window after", QString::fromUtf8(action));
+  }
+
+  void EveryNode() {
+    m_desktop.Window();
+    for (const host::Node& node : host::NodesFor(true)) {
+      m_desktop.ChooseNode(node.id);
+      LookAt(m_desktop.Window(), node.title);
+    }
+  }
+
+  void MailingWindow() {
+    auto& window = Opened<host::MailingWindow>("actMailing");
+    for (const char* action : {"actCartas", "actEtiquetas"}) {
+      window.findChild<QAction*>(QString::fromUtf8(action))->trigger();
+      QVERIFY(QTest::qWaitFor([&] { return !window.IsBusy(); }, 30'000));
+      LookAt(window, QString::fromUtf8(action));
+    }
+    LookAtDialog("dlgVentanaSobre", [&] { host::AskForEnvelopeWindow(&window); });
+    LookAtDialog("dlgCondicion", [&] { host::AskForRecords(&window, u"Provincias"_s, {{1, u"Ávila"_s}}, {}); });
+    LookAtDialog("dlgFechas", [&] { host::AskForDates(&window, {}); });
+    host::KnownPrinter printer;
+    printer.name = u"oficina"_s;
+    printer.title = u"Oficina"_s;
+    printer.trays = {{u"tray-1"_s, u"Bandeja 1"_s}};
+    host::PrintDialog printing({printer}, 12, true, &window);
+    printing.show();
+    LookAt(printing, u"dlgImprimir"_s);
+    window.close();
+  }
+
+  void HelpWindow() {
+    m_help.Open(QUrl::fromLocalFile(manual));
+    LookAt(*m_help.Window(), u"helpWindow"_s);
+  }
+
+  void Dialogs() {
+    LookAtDialog("preferences", [&] { m_desktop.Action("actPreferences").trigger(); });
+    LookAtDialog("locksDialog", [&] { m_desktop.Action("actLocks").trigger(); });
+    m_desktop.ChooseNode(cConstNodo().Bancos());
+    m_desktop.List().SelectRecord(1);
+    LookAtDialog("historyDialog", [&] { m_desktop.Action("actHistory").trigger(); });
+    LookAtDialog("passwordBox", [] { host::AskPasswordInBox(u"oficina"_s, false); });
+    host::CalibrationDialog calibration(
+        m_desktop.database.Connection(), u"ana"_s, {},
+        {.queues = [] { return QList<host::PrintQueue>{{.name = u"a"_s, .title = u"A"_s, .trouble = {}}}; },
+         .trays = [](const QString& /*queue*/) { return QList<host::PrintTray>(); },
+         .print = [](const host::PrintedWork& /*work*/, const host::PrintWish& /*wish*/) {}});
+    calibration.show();
+    LookAt(calibration, u"calibrationDialog"_s);
+  }
+
+  TestDesktop m_desktop{database::Content::Demonstration};
+  host::HelpDesk m_help{manual};
+  QStringList m_faults;
+};
+
+}  // namespace
+
+/// Every window of the program for those who hear the screen, use the keyboard or need large letters.
+class tst_usable_windows : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void EveryWindow_data() {
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<int>("percent");
+    QTest::newRow("light") << false << 100;
+    QTest::newRow("dark and large") << true << 200;
+  }
+
+  void EveryWindow() {
+    QFETCH(bool, dark);
+    QFETCH(int, percent);
+    qputenv("CUPS_SERVER", "/nowhere/cups.sock");
+    host::UseLook({.colours = dark ? Look::Colours::Dark : Look::Colours::Light, .textPercent = percent});
+    const QStringList faults = Walk().Faults();
+    host::UseLook({});
+    for (const QString& fault : faults) {
+      QTest::qFail(qPrintable(fault), __FILE__, __LINE__);
+    }
+  }
+};
+
+KEL_TEST(tst_usable_windows);
+#include "tst_usable_windows.moc"
