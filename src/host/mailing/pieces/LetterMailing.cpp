@@ -1,6 +1,7 @@
 #include "host/mailing/pieces/LetterMailing.h"
 
 #include "documents/letter/LetterPainter.h"
+#include "documents/letter/LetterStrips.h"
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
@@ -107,7 +108,7 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
 }
 
 void LetterMailing::NameWhatIsNotOnPaper(const QTextDocument& letter, const rtf::Report& report) {
-  m_notes.remarks += documents::LetterPainter(letter, m_margins).Problems();
+  m_notes.remarks += documents::LetterStrips(letter, m_margins).Problems();
   for (const QString& drawing : {u"shp"_s, u"shpgrp"_s, u"do"_s, u"object"_s}) {
     if (report.carried.contains(drawing)) {
       m_notes.remarks.append(
