@@ -150,6 +150,7 @@ void FrameParser::TakeRow(QByteArrayView content) {
     row.append({kind, hasValue ? rest.Text(mostBytes) : QString()});
   }
   Require(m_table.columns.isEmpty() || row.size() == m_table.columns.size());
+  Require(++m_allRows <= m_mostRows);
   ++m_rows;
   m_listener->Row(row);
 }

@@ -4,13 +4,17 @@
 
 #include <QByteArray>
 
+#include <limits>
+
 namespace moving {
 
 /// Takes kel-lector's output apart and tells what is in it. Raises 5 for anything that no reader writes: a length, a
 /// number or an order that can't be.
 class FrameParser {
  public:
-  explicit FrameParser(SourceListener& listener) : m_listener(&listener) {}
+  /// More rows than `mostRows` are none that the file can have.
+  explicit FrameParser(SourceListener& listener, qint64 mostRows = std::numeric_limits<qint64>::max())
+      : m_listener(&listener), m_mostRows(mostRows) {}
 
   /// The next bytes of the output, in any pieces.
   void Take(const QByteArray& bytes);
@@ -27,6 +31,8 @@ class FrameParser {
   void TakeTableEnd(QByteArrayView content);
 
   SourceListener* m_listener;
+  qint64 m_mostRows;
+  qint64 m_allRows = 0;
   QByteArray m_waiting;
   SourceTable m_table;
   qint64 m_rows = 0;

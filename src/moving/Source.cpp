@@ -77,7 +77,10 @@ QString ReaderProgram() {
 
 void ReadForeignFile(const QString& path, SourceListener& listener, const database::Stop& stop) {
   constexpr qint64 mostSilence = 20'000;
-  FrameParser parser(listener);
+  // A row takes some bytes of a database, and sheets have no more filled cells than these.
+  constexpr qint64 mostOfASheet = 5'000'000;
+  constexpr qint64 leastBytes = 4;
+  FrameParser parser(listener, mostOfASheet + QFileInfo(path).size() / leastBytes);
   ReaderProcess process(path);
   QElapsedTimer silence;
   silence.start();

@@ -128,6 +128,13 @@ void tst_letters_to_people::Filled_data() {
   row("below a letterhead", "[Nombre]", "342", {{u"letterhead"_s, 2}},
       u"FUNDACIÓN PUENTE DE LUZ/Delegación Norte/Calle de la Ría, 7/39003 Santander/|Ana"_s);
   row("never joined", "[NIF]x", "341 341", {{u"join"_s, true}, {u"all"_s, true}}, u"x"_s);
+  for (const auto& [marker, expected] : {std::pair("[Nombre]", u"Lorenzo#Inés"_s),
+                                         {"[Apellidos]", u"Bermúdez Olmedo#Bermúdez Olmedo"_s},
+                                         {"[Apellidos y nombre]", u"Bermúdez Olmedo, Lorenzo#Bermúdez Olmedo, Inés"_s},
+                                         {"[NIF]", u"99400138A#99400175V"_s},
+                                         {"[Cod. Benefactor]", u"301#302"_s}}) {
+    row(marker, marker, "301 302", {{u"join"_s, true}}, expected);
+  }
 }
 
 void tst_letters_to_people::Filled() {

@@ -10,7 +10,9 @@
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QBuffer>
 #include <QDir>
+#include <QImage>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -29,6 +31,7 @@ class tst_mailing_files : public QObject {
   void LabelsAreNamed();
   void LettersInOneFile();
   void LinesAreThoseOfThePreview();
+  void PicturesAreThereOnce();
   void HeadersTablesAndPages();
   void FilesPerPerson();
   void HostileValues();
@@ -95,6 +98,7 @@ void tst_mailing_files::LabelsAreNamed() {
   // Of 337 people 12 lack an address and ten couples share one.
   QCOMPARE(labels->Notes().leftOut.size(), 12);
   QCOMPARE(labels->Labels(), 337 - 12 - 10);
+  QCOMPARE(labels->Notes().abroad, 20);
   QVERIFY_THROWS_EXCEPTION(automation::Error, Labels({.first = 25, .skipped = {}}));
 }
 
@@ -132,6 +136,28 @@ void tst_mailing_files::LinesAreThoseOfThePreview() {
   const auto lines = [](const QString& path) { return OutputOf(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s}); };
   QVERIFY(lines(pdf).count(u"<word"_s) > letters->Count());
   QCOMPARE(lines(tinted).section(u"<body>"_s, 1), lines(pdf).section(u"<body>"_s, 1));
+}
+
+void tst_mailing_files::PicturesAreThereOnce() {
+  QImage picture(300, 200, QImage::Format_RGB32);
+  picture.fill(Qt::darkGreen);
+  QByteArray png;
+  QBuffer buffer(&png);
+  picture.save(&buffer, "PNG");
+  m_database.Execute(u"UPDATE CartasModelo SET Contenido='{}' WHERE IDCartaModelo=2",
+                     u"{\\rtf1\\ansi {\\pict\\pngblip\\picwgoal3000\\pichgoal2000 "_s +
+                         QString::fromLatin1(png.toHex()) + u"}\\par [Nombre]\\par}"_s);
+  const auto letters = Letters(2);
+  const QString pdf = m_database.Path(u"figuras.pdf"_s);
+  QVERIFY(host::WritePdf(*letters, pdf, m_control));
+  // A picture on every page, all of them the same object.
+  QSet<QString> objects;
+  const QStringList rows = OutputOf(u"pdfimages"_s, {u"-list"_s, pdf}).split(u'\n', Qt::SkipEmptyParts).mid(2);
+  for (const QString& row : rows) {
+    objects.insert(row.simplified().section(u' ', 10, 11));
+  }
+  QCOMPARE(rows.size(), letters->Count());
+  QCOMPARE(objects.size(), 1);
 }
 
 /// Headers are filled, footers count each letter's own pages, tables stand as tables.

@@ -314,6 +314,10 @@ void tst_foreign_files::NonsenseFromTheReader() {
         file + frame('L', text(QByteArray(5000, 'x')))}) {
     QCOMPARE(support::ErrorOf([&] { moving::FrameParser(lines).Take(bad); }), 5);
   }
+  // A flood of rows ends, too.
+  moving::FrameParser flooded(lines, 2);
+  flooded.Take(file + table + row + row);
+  QCOMPARE(support::ErrorOf([&] { flooded.Take(row); }), 5);
 }
 
 void tst_foreign_files::OtherKindsAreNamed() {

@@ -3,11 +3,13 @@
 #include "documents/letter/PageFields.h"
 #include "documents/letter/SmallCapitals.h"
 #include "documents/letter/TableBreaks.h"
+#include "documents/letter/WholeTables.h"
 #include "documents/rtf/FittedTabs.h"
 #include "documents/rtf/Rtf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QPainterPath>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -18,7 +20,10 @@
 namespace documents {
 
 LetterPainter::LetterPainter(const QTextDocument& letter, const Margins& margins, const Paper& paper)
-    : m_pages(letter.clone()), m_strips(std::make_unique<const LetterStrips>(letter, margins, paper)) {
+    : m_strips(std::make_unique<const LetterStrips>(letter, margins, paper)) {
+  PaperCopy copy = CopyForPaper(letter);
+  m_pages = std::move(copy.letter);
+  m_seams = copy.seams;
   LayOut(letter, margins, paper);
 }
 
@@ -37,6 +42,8 @@ LetterPainter::~LetterPainter() {
 void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper) {
   m_corner = QPointF(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
   m_paperHeight = ToHalfPoints(FromCentimetres(InCentimetres(paper.height)));
+  // Each setting would lay all of it out again; the last one does.
+  m_pages->setLayoutEnabled(false);
   m_pages->setDefaultFont(letter.defaultFont());
   m_pages->setDocumentMargin(0);
   m_pages->setUseDesignMetrics(true);
@@ -47,10 +54,12 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   m_pages->setDefaultTextOption(option);
   ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
   rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
+  m_pages->setLayoutEnabled(true);
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
   if (PageCount() > 0) {
+    KeepRows(*m_pages);
     FillPageFields(
-        *m_pages, [this](int position) { return PageOf(position); }, PageCount());
+        *m_pages, [this](int position) { return PageOfCopy(position); }, PageCount());
   }
 }
 
@@ -59,6 +68,11 @@ int LetterPainter::PageCount() const {
 }
 
 int LetterPainter::PageOf(int position) const {
+  return PageOfCopy(position -
+                    static_cast<int>(std::lower_bound(m_seams.begin(), m_seams.end(), position) - m_seams.begin()));
+}
+
+int LetterPainter::PageOfCopy(int position) const {
   const int count = PageCount();
   const QTextBlock block = m_pages->findBlock(position);
   if (count == 0 || !block.isValid()) {
@@ -81,7 +95,14 @@ void LetterPainter::Paint(QPainter& painter, int page) const {
   painter.setClipRect(context.clip);
   // A line that begins where the page ends is the next page's.
   context.clip.setBottom(context.clip.bottom() - 1);
+  painter.save();
+  if (const QPainterPath stubs = TableStubs(*m_pages, page); !stubs.isEmpty()) {
+    QPainterPath all;
+    all.addRect(context.clip);
+    painter.setClipPath(all.subtracted(stubs), Qt::IntersectClip);
+  }
   m_pages->documentLayout()->draw(&painter, context);
+  painter.restore();
   PaintTableBreaks(painter, *m_pages, page);
   painter.restore();
   if (m_strips != nullptr) {

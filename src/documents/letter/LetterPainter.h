@@ -34,9 +34,12 @@ class KELDOCUMENTOS_EXPORT LetterPainter {
 
  private:
   void LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper);
+  int PageOfCopy(int position) const;
 
   HalfPointDevice m_device;
   std::unique_ptr<QTextDocument> m_pages;
+  /// Of the copy: what of the letter it lacks.
+  QList<int> m_seams;
   /// None for a selection.
   std::unique_ptr<const LetterStrips> m_strips;
   QPointF m_corner;

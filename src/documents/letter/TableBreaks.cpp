@@ -1,14 +1,19 @@
 #include "documents/letter/TableBreaks.h"
 
 #include "documents/letter/HalfPoints.h"
+#include "documents/rtf/Properties.h"
+#include "documents/rtf/WordList.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QPainterPath>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace documents {
@@ -18,13 +23,53 @@ namespace {
 // Lengths of formats count 96 to an inch.
 constexpr double scale = halfPointsPerInch / 96.0;
 
+// Of a cell that was lengthened.
+constexpr int ownPadding = QTextFormat::UserProperty + 0x7B;
+
 // Nothing that shows is smaller.
 constexpr double tolerance = 1;
+
+bool IsKept(const QTextTable& table, int row) {
+  const QString definition = table.cellAt(row, 0).format().stringProperty(rtf::RowDefinitionProperty);
+  const QList<rtf::CarriedWord> words = rtf::WordsFromText(definition);
+  return std::any_of(words.begin(), words.end(),
+                     [](const rtf::CarriedWord& word) { return rtf::KeywordOf(word.word).name == "trkeep"; });
+}
+
+bool HasKeptRows(const QTextTable& table) {
+  int row = 0;
+  while (row < table.rows() && !IsKept(table, row)) {
+    ++row;
+  }
+  return row < table.rows();
+}
 
 /// The rows of one table on their pages.
 class BrokenTable {
  public:
   explicit BrokenTable(const QTextTable& table) : m_table(table), m_layout(*table.document()->documentLayout()) {}
+
+  /// What is lacking under the row to the end of its page, if it has to stay on one page and goes on on the next; 0
+  /// otherwise.
+  double LackingUnder(int row, double pageHeight) const {
+    const double top = Top(row).value_or(0);
+    const double bottom = BottomOf(row);
+    const double end = (std::floor((top + tolerance) / pageHeight) + 1) * pageHeight;
+    const bool isParted =
+        IsKept(m_table, row) && bottom > end + tolerance && bottom - top < pageHeight - HeaderHeight();
+    return isParted ? end - top : 0;
+  }
+
+  /// A cell that ends with the row.
+  QTextTableCell EndingCell(int row) const {
+    for (int column = 0; column < m_table.columns(); ++column) {
+      const QTextTableCell cell = m_table.cellAt(row, column);
+      if (cell.row() + cell.rowSpan() - 1 == row) {
+        return cell;
+      }
+    }
+    return {};
+  }
 
   bool Crosses(double y) const {
     return Top(0).value_or(y) < y - tolerance && BottomOf(m_table.rows() - 1) > y + tolerance;
@@ -32,19 +77,22 @@ class BrokenTable {
 
   /// The line under the last row in front of a page's end at `y`.
   void PaintFoot(QPainter& painter, double y) const {
-    int row = 0;
-    for (int next = 1; next < m_table.rows() && Top(next).value_or(0) < y - tolerance; ++next) {
-      row = next;
-    }
-    const double bottom = BottomOf(row);
-    ForEachCell(row, [&](const QTextTableCell& cell, double left, double right) {
+    ForEachFoot(y, [&](const QTextTableCell& cell, const QRectF& foot) {
       const QTextTableCellFormat format = cell.format().toTableCellFormat();
       const double width = format.bottomBorder() * scale;
       if (format.bottomBorderStyle() != QTextFrameFormat::BorderStyle_None && width > 0) {
-        // A cell that goes on below its row ends with the page, as a row does that has no room.
-        const bool goesOn = cell.row() + cell.rowSpan() > row + 1;
-        const double line = goesOn ? y - width : std::min(bottom, y - width);
-        painter.fillRect(QRectF(left, line, right - left, width), format.bottomBorderBrush());
+        painter.fillRect(QRectF(foot.left(), std::min(foot.top(), y - width), foot.width(), width),
+                         format.bottomBorderBrush());
+      }
+    });
+  }
+
+  /// What Qt paints of the table between its last row there and the page's end, where the next row had no room.
+  void AddStubs(QPainterPath& path, double y) const {
+    ForEachFoot(y, [&](const QTextTableCell& cell, const QRectF& foot) {
+      const double line = cell.format().toTableCellFormat().bottomBorder() * scale;
+      if (foot.height() > line + tolerance) {
+        path.addRect(foot.adjusted(-2 * tolerance, line, 2 * tolerance, 0));
       }
     });
   }
@@ -65,6 +113,11 @@ class BrokenTable {
   }
 
  private:
+  double HeaderHeight() const {
+    const int headers = m_table.format().headerRowCount();
+    return headers == 0 ? 0 : BottomOf(headers - 1) - Top(0).value_or(0);
+  }
+
   QRectF Place(int position) const { return m_layout.blockBoundingRect(m_table.document()->findBlock(position)); }
 
   /// Of what stands in the row; none where all of its cells are parts of others.
@@ -86,11 +139,27 @@ class BrokenTable {
     for (int column = 0; column < m_table.columns(); ++column) {
       const QTextTableCell cell = m_table.cellAt(row, column);
       if (cell.row() + cell.rowSpan() - 1 == row) {
-        const double padding = cell.format().toTableCellFormat().bottomPadding() * scale;
+        const QTextTableCellFormat format = cell.format().toTableCellFormat();
+        const double padding =
+            (format.hasProperty(ownPadding) ? format.doubleProperty(ownPadding) : format.bottomPadding()) * scale;
         bottom = std::max(bottom, Place(cell.lastPosition()).bottom() + padding);
       }
     }
     return bottom;
+  }
+
+  /// From the end of the last row in front of `y` down to there, cell by cell: empty for a cell that goes on below.
+  template <typename Use>
+  void ForEachFoot(double y, const Use& use) const {
+    int row = 0;
+    for (int next = 1; next < m_table.rows() && Top(next).value_or(0) < y - tolerance; ++next) {
+      row = next;
+    }
+    const double bottom = std::min(BottomOf(row), y);
+    ForEachCell(row, [&](const QTextTableCell& cell, double left, double right) {
+      const double top = cell.row() + cell.rowSpan() > row + 1 ? y : bottom;
+      use(cell, QRectF(left, top, right - left, y - top));
+    });
   }
 
   template <typename Paint>
@@ -113,25 +182,92 @@ class BrokenTable {
   const QAbstractTextDocumentLayout& m_layout;
 };
 
+/// What is above the table ends its page.
+void BreakBefore(const QTextTable& table) {
+  QTextCursor joint(table.document()->findBlock(table.firstPosition() - 1));
+  QTextBlockFormat format;
+  format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+  joint.mergeBlockFormat(format);
+}
+
+void Lengthen(QTextTableCell cell, double length) {
+  if (cell.isValid()) {
+    QTextTableCellFormat format = cell.format().toTableCellFormat();
+    format.setProperty(ownPadding, format.bottomPadding());
+    format.setBottomPadding(format.bottomPadding() + length / scale);
+    cell.setFormat(format);
+  }
+}
+
+/// Has the next row from `row` on that must not go on on another page begin one; gives the row behind it.
+int KeepNextRow(QTextTable& table, int row, double pageHeight) {
+  const BrokenTable broken(table);
+  while (row < table.rows() && broken.LackingUnder(row, pageHeight) <= 0) {
+    ++row;
+  }
+  if (row < table.rows() && row <= table.format().headerRowCount()) {
+    BreakBefore(table);
+  } else if (row < table.rows()) {
+    // Not quite to the page's end, where the row above would be a row of the next page, too.
+    Lengthen(broken.EndingCell(row - 1), broken.LackingUnder(row, pageHeight) - tolerance);
+  }
+  return row + 1;
+}
+
 }  // namespace
 
-void PaintTableBreaks(QPainter& painter, const QTextDocument& letter, int page) {
+void KeepRows(QTextDocument& copy) {
+  int left = 50;
+  for (QTextFrame* frame : copy.rootFrame()->childFrames()) {
+    auto* table = qobject_cast<QTextTable*>(frame);
+    if (table == nullptr || !HasKeptRows(*table)) {
+      continue;
+    }
+    for (int row = 0; left > 0 && row < table->rows(); --left) {
+      row = KeepNextRow(*table, row, copy.pageSize().height());
+    }
+  }
+}
+
+namespace {
+
+/// Calls `use` with the tables that are on the page.
+template <typename Use>
+void ForEachTable(const QTextDocument& letter, int page, const Use& use) {
   const double height = letter.pageSize().height();
-  const double head = page * height;
   for (const QTextFrame* frame : letter.rootFrame()->childFrames()) {
     const auto* table = qobject_cast<const QTextTable*>(frame);
     const QRectF place = letter.documentLayout()->frameBoundingRect(const_cast<QTextFrame*>(frame));
-    if (table == nullptr || place.bottom() < head || place.top() > head + height) {
-      continue;
-    }
-    const BrokenTable broken(*table);
-    if (broken.Crosses(head)) {
-      broken.PaintHead(painter, head);
-    }
-    if (broken.Crosses(head + height)) {
-      broken.PaintFoot(painter, head + height);
+    if (table != nullptr && place.bottom() >= page * height && place.top() <= (page + 1) * height) {
+      use(BrokenTable(*table));
     }
   }
+}
+
+}  // namespace
+
+QPainterPath TableStubs(const QTextDocument& letter, int page) {
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  const double end = (page + 1) * letter.pageSize().height();
+  ForEachTable(letter, page, [&](const BrokenTable& table) {
+    if (table.Crosses(end)) {
+      table.AddStubs(path, end);
+    }
+  });
+  return path;
+}
+
+void PaintTableBreaks(QPainter& painter, const QTextDocument& letter, int page) {
+  const double height = letter.pageSize().height();
+  ForEachTable(letter, page, [&](const BrokenTable& table) {
+    if (table.Crosses(page * height)) {
+      table.PaintHead(painter, page * height);
+    }
+    if (table.Crosses((page + 1) * height)) {
+      table.PaintFoot(painter, (page + 1) * height);
+    }
+  });
 }
 
 }  // namespace documents

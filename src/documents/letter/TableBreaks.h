@@ -1,9 +1,18 @@
 #pragma once
 
 class QPainter;
+class QPainterPath;
 class QTextDocument;
 
 namespace documents {
+
+/// Rows that are to stay on one page (`\trkeep`), and fit on one, begin on the next page where they would go on there:
+/// room is left under the row above them. At most fifty rows, since each lays the letter out again. For a
+/// copy that is laid out in pages.
+void KeepRows(QTextDocument& copy);
+
+/// What Qt paints of tables under their last row on a page and is no part of it: nothing may be painted there.
+QPainterPath TableStubs(const QTextDocument& letter, int page);
 
 /// Paints the lines with which tables end at a page's foot and begin again at its head: Qt leaves them open there. In
 /// the coordinates of a document that is laid out in pages for a HalfPointDevice; pages count from 0.

@@ -40,8 +40,8 @@ QTextBlockFormat TakeBreaks(QTextBlockFormat& format) {
 
 }  // namespace
 
-DocumentBuilder::DocumentBuilder(QTextDocument& document, int tableLevels)
-    : m_document(document), m_tableLevels(tableLevels) {
+DocumentBuilder::DocumentBuilder(QTextDocument& document, const Limits& limits)
+    : m_document(document), m_limits(limits) {
   m_undo = document.isUndoRedoEnabled();
   document.setUndoRedoEnabled(false);
   document.clear();
@@ -103,7 +103,7 @@ void DocumentBuilder::EndTable() {
   }
   QList<Paragraph> paragraphs = std::exchange(m_waiting, {});
   TableBuilder table(paragraphs, m_cursor, [this](const Paragraph& part, bool isNew) { FillBlock(part, isNew); });
-  if (!table.CanHold(m_tableLevels)) {
+  if (!table.CanHold(m_limits)) {
     for (Paragraph& paragraph : paragraphs) {
       SetPath(paragraph.format, paragraph.path);
       InsertParagraph(paragraph);

@@ -2,6 +2,7 @@
 
 #include "documents/rtf/Numbering.h"
 #include "documents/rtf/Properties.h"
+#include "documents/rtf/Report.h"
 #include "documents/rtf/TablePath.h"
 
 #include <QHash>
@@ -54,9 +55,9 @@ class DocumentBuilder {
   /// Qt's lists take time in proportion to their length for every item; a longer one is made in parts.
   static constexpr int longestList = 500;
 
-  /// Empties the document; the edit ends with the builder. Tables within more than `tableLevels` others stay
-  /// paragraphs, with all that is around them.
-  DocumentBuilder(QTextDocument& document, int tableLevels);
+  /// Empties the document; the edit ends with the builder. Tables within too many others stay paragraphs, with all that
+  /// is around them.
+  DocumentBuilder(QTextDocument& document, const Limits& limits);
   ~DocumentBuilder();
   DocumentBuilder(const DocumentBuilder&) = delete;
   DocumentBuilder& operator=(const DocumentBuilder&) = delete;
@@ -102,7 +103,7 @@ class DocumentBuilder {
 
   QTextDocument& m_document;
   std::function<void(int, const QTextBlock&)> m_put;
-  int m_tableLevels;
+  Limits m_limits;
   QTextCursor m_cursor;
   bool m_isEmpty = true;
   Paragraph m_paragraph;

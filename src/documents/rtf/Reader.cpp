@@ -54,7 +54,7 @@ Reader::Reader(std::string_view input, QTextDocument& document, Source& source, 
       m_document(document),
       m_source(source),
       m_limits(limits),
-      m_builder(document, limits.tableLevels) {
+      m_builder(document, limits) {
   m_groups.emplace_back();
 }
 

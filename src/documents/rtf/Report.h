@@ -32,6 +32,8 @@ struct Limits {
   qsizetype formats = 50'000;
   /// Tables in tables: what is deeper is shown as paragraphs, with the tables around it, and not refused.
   int tableLevels = 8;
+  /// Cells of one table, beyond which it goes on in another one: Qt lays a whole table out for every key.
+  int tableCells = 400;
   /// Asked many times in a second while reading; where it answers false the rest is refused. May be empty.
   std::function<bool()> goOn = {};
 };

@@ -26,8 +26,9 @@ int EndOfRun(int first, int last, const Value& value) {
 TableBuilder::TableBuilder(const QList<Paragraph>& paragraphs, QTextCursor& cursor, Put put)
     : m_paragraphs(paragraphs), m_cursor(cursor), m_put(std::move(put)) {}
 
-bool TableBuilder::CanHold(int levels) {
-  m_levels = levels;
+bool TableBuilder::CanHold(const Limits& limits) {
+  m_levels = limits.tableLevels;
+  m_mostCells = limits.tableCells;
   const auto breaks = [](const Paragraph& paragraph) {
     return paragraph.beginsSection || paragraph.format.hasProperty(QTextFormat::PageBreakPolicy);
   };
@@ -105,7 +106,7 @@ void TableBuilder::InsertRows(const std::vector<Row>& rows) {
     }
   }
   const QTextCharFormat& mark = FirstMarkOf(rows);
-  for (const Grid& grid : GridsOf(shapes)) {
+  for (const Grid& grid : GridsOf(shapes, m_mostCells)) {
     InsertGrid(grid, rows.data() + grid.firstRow);
     // The joint behind it.
     m_cursor.setBlockFormat({});

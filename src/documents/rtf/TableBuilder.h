@@ -1,6 +1,7 @@
 #pragma once
 
 #include "documents/rtf/DocumentBuilder.h"
+#include "documents/rtf/Report.h"
 #include "documents/rtf/TableGrid.h"
 
 #include <functional>
@@ -26,9 +27,9 @@ class TableBuilder {
   /// `paragraphs`, the cursor, and what `put` needs outlive the builder.
   TableBuilder(const QList<Paragraph>& paragraphs, QTextCursor& cursor, Put put);
 
-  /// Whether tables with so many levels can hold all of it: rows with as many cells as they define, breaks of pages
-  /// and sections in front of all of them only. Asked before Build.
-  bool CanHold(int levels);
+  /// Whether tables with so many levels can hold all of it, parted where they have too many cells: rows with as many
+  /// cells as they define, breaks of pages and sections in front of all of them only. Asked before Build.
+  bool CanHold(const Limits& limits);
   /// Inserts the tables behind the joint where the cursor is, and leaves it in the joint behind them.
   void Build();
 
@@ -65,6 +66,7 @@ class TableBuilder {
   QTextCursor& m_cursor;
   Put m_put;
   int m_levels = 0;
+  int m_mostCells = 0;
   std::vector<Row> m_rows;
   QHash<QString, std::shared_ptr<const RowShape>> m_shapes;
 };

@@ -34,7 +34,7 @@ QList<GridCell> CellsIn(const GridRow& row) {
 
 class Collector {
  public:
-  explicit Collector(const QList<GridRow>& rows) : m_rows(rows) {}
+  Collector(const QList<GridRow>& rows, int mostCells) : m_rows(rows), m_mostCells(mostCells) {}
 
   QList<Grid> Collect() {
     for (int row = 0; row < m_rows.size(); ++row) {
@@ -68,7 +68,7 @@ class Collector {
     const RowShape& shape = *m_rows[row].shape;
     const bool fits = IsNear(m_grid.edges.first(), shape.left) &&
                       IsNear(m_grid.edges.last(), shape.cells.last().right) && above.alignment == shape.alignment;
-    const bool parted = m_count + shape.cells.size() > mostGridCells && !HoldsOn(row);
+    const bool parted = m_count + shape.cells.size() > m_mostCells && !HoldsOn(row);
     if (!fits || parted) {
       return false;
     }
@@ -98,7 +98,7 @@ class Collector {
     const QList<CellShape>& cells = m_rows[row].shape->cells;
     const bool merges = std::any_of(cells.begin(), cells.end(), [](const CellShape& cell) { return cell.goesOnBelow; });
     // A table of header rows only, or of one merged cell, has to end somewhere.
-    const bool isLong = m_count > 2 * mostGridCells;
+    const bool isLong = m_count / 2 > m_mostCells;
     return !isLong && (merges || m_rows[row - 1].shape->isHeader);
   }
 
@@ -168,6 +168,7 @@ class Collector {
   }
 
   const QList<GridRow>& m_rows;
+  int m_mostCells;
   QList<Grid> m_grids;
   Grid m_grid;
   int m_count = 0;
@@ -175,8 +176,8 @@ class Collector {
 
 }  // namespace
 
-QList<Grid> GridsOf(const QList<GridRow>& rows) {
-  return Collector(rows).Collect();
+QList<Grid> GridsOf(const QList<GridRow>& rows, int mostCells) {
+  return Collector(rows, mostCells).Collect();
 }
 
 }  // namespace rtf

@@ -36,12 +36,11 @@ struct GridRow {
   QList<bool> isEmpty;  ///< Whether nothing would be lost of each cell, were it part of another one.
 };
 
-/// Qt lays a whole table out for every key.
-inline constexpr int mostGridCells = 400;
 inline constexpr int mostColumns = 63;
 
 /// All rows in as few grids as hold them: neighbours with the same edges at both sides and the same alignment, parted
-/// where there are too many cells or columns, but not inside merged cells or between header rows and the first row.
-QList<Grid> GridsOf(const QList<GridRow>& rows);
+/// where there are more than `mostCells` or too many columns, but not inside merged cells or between header rows and
+/// the first row.
+QList<Grid> GridsOf(const QList<GridRow>& rows, int mostCells);
 
 }  // namespace rtf

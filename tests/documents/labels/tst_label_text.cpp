@@ -138,6 +138,10 @@ void tst_label_text::Fits() {
   QVERIFY(!painter.ScaleOf({QString(200, u'm')}));
   QVERIFY(painter.ScaleOf(QStringList(9, u"x"_s)).value_or(1) < 1);
   QVERIFY(!painter.ScaleOf(QStringList(14, u"x"_s)));
+  // Small letters are not made much smaller.
+  const documents::LabelPainter small(SheetOf(24, 3), {.family = u"Liberation Sans"_s, .points = 8});
+  QVERIFY(small.ScaleOf(QStringList(12, u"x"_s)).value_or(1) < 1);
+  QVERIFY(!small.ScaleOf(QStringList(14, u"x"_s)));
 }
 
 /// Measures of a page that a printer shifted and stretched, to a quarter of a millimetre: corrected, each cross is

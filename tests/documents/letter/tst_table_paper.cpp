@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
 
 using namespace Qt::StringLiterals;
 
@@ -87,22 +88,72 @@ class tst_table_paper : public QObject {
     }
   }
 
+  void HeaderRowsAreRepeated_data() {
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("tables");
+    QTest::newRow("a table") << 120 << 1;
+    // Each part of it is a table of Qt's.
+    QTest::newRow("a long one, in parts") << 620 << 4;
+  }
+
   void HeaderRowsAreRepeated() {
+    QFETCH(int, rows);
     QTextDocument letter;
     rtf::Read("{\\rtf1\\ansi{\\colortbl;\\red0\\green0\\blue0;}" + Row("\\trhdr\\clcbpat1", "a\\cell b\\cell") +
-                  Row("", "a\\cell b\\cell").repeated(120) + "}",
+                  Row("", "a\\cell b\\cell").repeated(rows) + "\\pard\\page fin\\par}",
               letter);
+    QTEST(int(letter.rootFrame()->childFrames().size()), "tables");
     const LetterPainter painter(letter, {});
-    QVERIFY(painter.PageCount() > 1);
+    QVERIFY(painter.PageCount() > 2);
+    QCOMPARE(painter.PageOf(letter.characterCount() - 3), painter.PageCount() - 1);
+    QCOMPARE(painter.PageOf(letter.characterCount() - 5 - int(letter.rootFrame()->childFrames().size())),
+             painter.PageCount() - 2);
     const auto rowOf = [](const QImage& page) { return page.copy(leftMargin / 2.5, 142 * scale, 500, 12 * scale); };
     QVERIFY(IsDark(rowOf(Page(painter, 0)).pixel(400, 20)));
-    QCOMPARE(rowOf(Page(painter, 1)), rowOf(Page(painter, 0)));
+    for (const int page : {1, painter.PageCount() - 2}) {
+      QCOMPARE(rowOf(Page(painter, page)), rowOf(Page(painter, 0)));
+    }
+  }
+
+  /// Rows that are to stay together begin the next page where they would go on there, one that no page holds does not.
+  void KeptRows_data() {
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("words");
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<QList<int>>("pages");  // On which the row begins and ends.
+    const QByteArray short40 = Row("", "a\\cell b\\cell").repeated(46);
+    QTest::newRow("parted") << short40 << QByteArray() << 12 << QList<int>{0, 1};
+    QTest::newRow("kept") << short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
+    QTest::newRow("behind a repeated row")
+        << Row("\\trhdr", "a\\cell b\\cell") + short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
+    QTest::newRow("the first") << QByteArray("a\\par ").repeated(47) << QByteArray("\\trkeep") << 12
+                               << QList<int>{1, 1};
+    QTest::newRow("longer than a page") << short40 << QByteArray("\\trkeep") << 60 << QList<int>{0, 2};
+  }
+
+  void KeptRows() {
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, words);
+    QFETCH(int, lines);
+    QTextDocument letter;
+    const QByteArray content =
+        "{\\rtf1\\ansi " + before +
+        Row(words, "primera\\par " + QByteArray("x\\par ").repeated(lines) + "fin\\cell b\\cell") +
+        Row(words, "a\\cell b\\cell").repeated(3) + "\\pard x\\par}";
+    rtf::Read(content, letter);
+    const LetterPainter painter(letter, {});
+    QTEST((QList<int>{painter.PageOf(letter.find(u"primera"_s).position()),
+                      painter.PageOf(letter.find(u"fin"_s).position())}),
+          "pages");
+    QCOMPARE(rtf::Write(letter), content);
   }
 
   void TablesAreClosedWherePagesEnd_data() {
     QTest::addColumn<QByteArray>("rows");
     QTest::newRow("between rows") << Row("", "a\\cell\\cell").repeated(120);
     QTest::newRow("behind a repeated row") << Row("\\trhdr", "a\\cell\\cell") + Row("", "a\\cell\\cell").repeated(120);
+    QTest::newRow("with room left under the last row")
+        << Row("", "a\\cell\\cell").repeated(45) + Row("", "\\fs96 a\\cell\\cell").repeated(20);
     QTest::newRow("in a row") << Row("", QByteArray("a\\par ").repeated(120) + "\\cell\\cell");
     QTest::newRow("in a merged cell") << Row("", "a\\cell\\cell").repeated(20) + Row("\\clvmgf", "\\cell x\\cell") +
                                              Row("\\clvmrg", "\\cell x\\cell").repeated(99);
@@ -129,6 +180,8 @@ class tst_table_paper : public QObject {
       const QImage image = Page(painter, page);
       const auto line = ends(image, -108);
       const auto inside = ends(image, 1500);
+      const auto between = ends(image, 2000);
+      QVERIFY2(qAbs(between.second - line.second) <= scale, qPrintable(QString::number(between.second)));
       QVERIFY(line.second > line.first);
       QVERIFY2(qAbs(line.first - inside.first) <= scale && (page == 1 || qAbs(line.second - inside.second) <= scale),
                qPrintable(u"%1 %2, %3 %4"_s.arg(line.first).arg(line.second).arg(inside.first).arg(inside.second)));

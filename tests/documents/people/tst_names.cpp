@@ -67,6 +67,7 @@ void tst_names::Together_data() {
   QTest::newRow("equal surnames") << u"D.|Lorenzo|Bermúdez|Olmedo;D.ª|Inés|BERMÚDEZ|Olmedo"_s
                                   << u"D. Lorenzo y D.ª Inés BERMÚDEZ Olmedo"_s;
   QTest::newRow("without surnames") << u"|Luis||;|Inés||"_s << u"Luis e Inés"_s;
+  QTest::newRow("a sound of i behind an h") << u"|Luis||;|Hilario||"_s << u"Luis e Hilario"_s;
   QTest::newRow("no sound of i") << u"|Luis||;|Hiedra||"_s << u"Luis y Hiedra"_s;
   QTest::newRow("three") << ana + u";D.|Blas|Pérez|Gil;D.|César|Pérez|Gil"_s
                          << u"D.ª Ana Pérez Gil, D. Blas Pérez Gil/y D. César Pérez Gil"_s;

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -48,9 +49,24 @@ void GridView::Show(int rows, GridModel::Ask cell) {
 }
 
 void GridView::SetWidths(const QList<int>& letters) {
-  for (int i = 0; i < letters.size(); ++i) {
-    setColumnWidth(i, letters[i] * fontMetrics().averageCharWidth());
+  m_letters = letters;
+  Spread();
+}
+
+// In a narrow view all columns give way, so that the last one, which is chosen in, is not out of sight.
+void GridView::Spread() {
+  constexpr int ofTheLast = 16;
+  const int letters = std::accumulate(m_letters.begin(), m_letters.end(), ofTheLast);
+  const int wanted = letters * fontMetrics().averageCharWidth();
+  const int width = qMax(wanted / 2, qMin(wanted, viewport()->width()));
+  for (int i = 0; i < m_letters.size(); ++i) {
+    setColumnWidth(i, m_letters[i] * width / letters);
   }
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  Spread();
 }
 
 void GridView::OpenChoice(int row) {

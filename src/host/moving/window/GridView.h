@@ -28,12 +28,15 @@ class GridView : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
   void OpenChoice(int row);
+  void Spread();
 
   GridModel* m_model;
+  QList<int> m_letters;
 };
 
 }  // namespace host

@@ -17,6 +17,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -73,7 +74,12 @@ MovingAssistant::MovingAssistant(MovingPlace place, const QString& title, QWidge
   top->addWidget(m_fileLabel, 1);
   auto* right = new QVBoxLayout;
   right->addLayout(top);
-  right->addWidget(m_pages, 1);
+  // Where a screen is too small for large letters nothing is out of reach.
+  auto* ground = new QScrollArea(this);
+  ground->setWidget(m_pages);
+  ground->setWidgetResizable(true);
+  ground->setFrameShape(QFrame::NoFrame);
+  right->addWidget(ground, 1);
   auto* middle = new QHBoxLayout;
   m_steps = MakeSteps();
   middle->addWidget(m_steps);
@@ -97,6 +103,7 @@ MovingAssistant::MovingAssistant(MovingPlace place, const QString& title, QWidge
   constexpr int lines = 44;
   resize(QSize(letters * fontMetrics().averageCharWidth(), lines * fontMetrics().height())
              .boundedTo(screen()->availableSize() * 9 / 10));
+  ShowSteps();
   Go(File);
 }
 
@@ -394,13 +401,15 @@ void MovingAssistant::reject() {
   }
 }
 
-// Beside a narrow page there is no room for the steps.
 void MovingAssistant::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
+  ShowSteps();
+}
+
+// Beside a narrow page there is no room for them.
+void MovingAssistant::ShowSteps() {
   constexpr int roomy = 100;
-  if (m_steps != nullptr) {
-    m_steps->setVisible(width() > roomy * fontMetrics().averageCharWidth());
-  }
+  m_steps->setVisible(width() > roomy * fontMetrics().averageCharWidth());
 }
 
 }  // namespace host

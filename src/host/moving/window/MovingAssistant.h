@@ -43,6 +43,7 @@ class MovingAssistant : public QDialog {
   enum Step { File, Tables, Preview, Run, Report, StepCount };
 
   QWidget* MakeSteps();
+  void ShowSteps();
   QWidget* MakeRunPage();
   QWidget* MakeReportPage();
   void Connect();

@@ -1,0 +1,231 @@
+#include "database/Maintenance.h"
+#include "host/moving/BringIn.h"
+#include "moving/TableRules.h"
+#include "support/DesktopFile.h"
+#include "support/TestDatabase.h"
+#include "support/TestProgram.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using support::DesktopFile;
+
+namespace {
+
+constexpr int banks = 3000;
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+QByteArray ManyBanks() {
+  QByteArray list = "Numero;Nombre\n";
+  for (int i = 1; i <= banks; ++i) {
+    list += QByteArray::number(i) + ";Banco " + QByteArray::number(i) + '\n';
+  }
+  return list;
+}
+
+QByteArray Office() {
+  using D = DesktopFile;
+  D file;
+  file.AddTable(u"Bancos"_s, {{u"IDBanco"_s, D::Long}, {u"Numero"_s, D::Text}, {u"Nombre"_s, D::Text}});
+  file.AddRow({70, u"0777"_s, u"Banco del Olivar"_s});
+  file.AddRow({71, u"777"_s, u"Caja de la Ribera"_s});
+  file.AddTable(u"CartasModelo"_s, {{u"IDCartaModelo"_s, D::Long}, {u"Nombre"_s, D::Text}, {u"Contenido"_s, D::Memo}});
+  file.AddRow({5, u"Buena"_s, u"{\\rtf1 [Nombre]}"_s});
+  file.AddRow({6, u"Rara"_s, u"{\\rtf1 [Nombrre]}"_s});
+  file.AddRow({7, u"Texto"_s, u"hola"_s});
+  file.AddTable(u"ETIQUETAS"_s, {{u"IDETIQUETA"_s, D::Long},
+                                 {u"NOMBRE"_s, D::Text},
+                                 {u"NETIQUETASTOTAL"_s, D::Long},
+                                 {u"NETIQUETASANCHO"_s, D::Long},
+                                 {u"ANCHOETIQUETA"_s, D::Double},
+                                 {u"ALTOETIQUETA"_s, D::Double},
+                                 {u"ANCHOSEPARACION"_s, D::Double},
+                                 {u"ALTOSEPARACION"_s, D::Double},
+                                 {u"ANCHO1ETIQUETA"_s, D::Double},
+                                 {u"ALTO1ETIQUETA"_s, D::Double}});
+  file.AddRow({9, u"Ancha"_s, 8, 4, 12.0, 3.0, 0.0, 0.0, 0.0, 0.0});
+  file.AddRow({10, u"Sin medidas"_s, 8, 2, QVariant(), 1.0, 0.0, 0.0, 0.0, 0.0});
+  file.AddTable(u"Sucursales"_s, {{u"IDSucursal"_s, D::Long}, {u"codBanco"_s, D::Long}, {u"Codigo"_s, D::Text}});
+  file.AddRow({1, 70, u"0001"_s});
+  file.AddRow({2, 999, u"0001"_s});
+  return file.Bytes();
+}
+
+/// Every row of every table, but for the locks.
+QStringList Dump(const support::TestDatabase& database) {
+  QStringList lines;
+  for (const moving::TableRule& rule : moving::TableRules()) {
+    const adodb::Verbatim name{rule.table->name};
+    lines += rule.table->name;
+    lines +=
+        database.Query(u"SELECT * FROM [{}] ORDER BY [{}]", name, adodb::Verbatim{rule.table->columns.front().name});
+  }
+  return lines;
+}
+
+}  // namespace
+
+/// kel-host importar, from the shell and killed.
+class tst_import_command : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void Ends();
+  void UndoneByItsCopy();
+  void NewRecordsHaveHigherKeys();
+  void KilledAnywhere();
+
+ private:
+  struct Ended {
+    int code;
+    QString said;
+  };
+  /// The program on the test's database; words stand between "|".
+  static void Start(QProcess& program, const support::TestDatabase& database, const QString& arguments) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"HOME"_s, database.Path(u"."_s));
+    environment.remove(u"XDG_CONFIG_HOME"_s);
+    environment.insert(u"XDG_DATA_HOME"_s, database.Path(u"."_s));
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.setWorkingDirectory(database.Path(u"."_s));
+    program.start(QStringLiteral(KEL_HOST),
+                  arguments.split(u'|') + QStringList{u"--base"_s, database.ConnectionString()});
+  }
+  static Ended Run(const support::TestDatabase& database, const QString& arguments) {
+    QProcess program;
+    Start(program, database, arguments);
+    const bool ended = program.waitForFinished(60'000) && program.exitStatus() == QProcess::NormalExit;
+    return {ended ? program.exitCode() : -1, QString::fromUtf8(program.readAll())};
+  }
+};
+
+void tst_import_command::Ends() {
+  const support::TestDatabase database;
+  WriteFile(database.Path(u"a.mdb"_s), Office());
+  WriteFile(database.Path(u"respuestas.txt"_s), "# todos\nBancos * numero=unir\n");
+  WriteFile(database.Path(u"vacio.csv"_s), "Numero;Nombre\n");
+  const auto count = [&] { return database.Query(u"SELECT COUNT(*) FROM Bancos").constFirst(); };
+  struct Step {
+    QString arguments;
+    int code;
+    QStringList said;
+    QString banks;
+  };
+  const QList<Step> steps = {
+      {u"importar|no-hay.mdb"_s, 1, {u"no-hay.mdb"_s}, u"0"_s},
+      {u"importar|a.mdb|--separador|x"_s, 2, {u"«x» no sirve"_s}, u"0"_s},
+      {u"exportar|a.ods|--hoja|1"_s, 2, {u"sólo sirve"_s}, u"0"_s},
+      {u"importar|a.mdb|--prueba|--hoja|bancos"_s, 0, {u"1 tablas, 2 registros"_s}, u"0"_s},
+      {u"importar|vacio.csv|--tabla|Bancos"_s, 3, {u"No hay nada que traer"_s}, u"0"_s},
+      {u"importar|a.mdb"_s, 3, {u"IDSucursal 2 (0001): no entra"_s, u"No se ha escrito nada"_s}, u"0"_s},
+      {u"importar|a.mdb|--prueba|--aunque-falten|--informe|i.txt"_s,
+       0,
+       {u"[Bancos 71 numero=eliminado]"_s, u"marcas que no se conocen: [Nombrre]"_s,
+        u"IDCartaModelo 7 (Texto): la carta no es RTF"_s, u"IDETIQUETA 9 (Ancha): la hoja no cabe en A4"_s,
+        u"a la hoja le faltan medidas"_s, u"Era una prueba"_s},
+       u"0"_s},
+      {u"importar|a.mdb|--aunque-falten|--respuestas|respuestas.txt"_s, 0, {u"[Bancos 71 numero=unir]"_s}, u"1"_s},
+      {u"importar|a.mdb|--aunque-falten|--respuestas|respuestas.txt"_s, 0, {u"0 nuevos. Se han traído"_s}, u"1"_s}};
+  for (const Step& step : steps) {
+    const Ended ended = Run(database, step.arguments);
+    QVERIFY2(ended.code == step.code, qPrintable(step.arguments + u'\n' + ended.said));
+    for (const QString& said : step.said) {
+      QVERIFY2(ended.said.contains(said), qPrintable(said + u'\n' + ended.said));
+    }
+    QCOMPARE(count(), step.banks);
+  }
+  QVERIFY(QFile::exists(database.Path(u"i.txt"_s)));
+}
+
+void tst_import_command::UndoneByItsCopy() {
+  support::TestDatabase database(database::Content::Demonstration);
+  WriteFile(database.Path(u"a.mdb"_s), Office());
+  WriteFile(database.Path(u"Bancos.csv"_s), ManyBanks());
+  const QStringList before = Dump(database);
+  const host::MovingPlace place = {database.ConnectionString(), database.Path(u"copias"_s), 1, u"ana"_s, true, false};
+  moving::ImportWishes wishes;
+  host::AddKnowledge(wishes);
+  wishes.acceptsLosses = true;
+  const host::Brought brought = host::BringIn(database.Path(u"a.mdb"_s), place, wishes);
+  const host::Brought list = host::BringIn(database.Path(u"Bancos.csv"_s), place, wishes);
+  QVERIFY(brought.report.isWritten && list.report.isWritten && brought.copy != list.copy);
+  QVERIFY(Dump(database) != before);
+  QFile report(brought.reportFile);
+  QVERIFY(report.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(report.readAll());
+  QVERIFY(text.contains(brought.copy) && text.contains(u"«ana»"_s) && text.contains(brought.report.digest));
+  QVERIFY(database::CheckDatabase(database.ConnectionString()).IsSound());
+  database.Disconnect();
+  database::RestoreDatabase(brought.copy, database.ConnectionString());
+  QCOMPARE(Dump(database), before);
+}
+
+// What a dialog adds is found by the highest key, on any engine.
+void tst_import_command::NewRecordsHaveHigherKeys() {
+  const support::TestDatabase database;
+  WriteFile(database.Path(u"a.mdb"_s), Office());
+  moving::ImportWishes wishes;
+  wishes.acceptsLosses = true;
+  QVERIFY(moving::Import(database.Path(u"a.mdb"_s), database.Connection(), wishes).isWritten);
+  for (const moving::TableRule& rule : moving::TableRules()) {
+    const adodb::Verbatim table{rule.table->name};
+    const adodb::Verbatim key{rule.table->columns.front().name};
+    const database::Column& column = rule.table->columns[1];
+    const int highest =
+        database.Query(u"SELECT [{}] FROM [{}] ORDER BY [{}] DESC", key, table, key).value(0, u"0"_s).toInt();
+    const bool isNumber = database::IsNumericType(column.type);
+    database.Connection().Execute(adodb::StatementText(u"INSERT INTO [{}] ([{}]) VALUES ({})", table,
+                                                       adodb::Verbatim{column.name},
+                                                       adodb::Verbatim{isNumber ? u"0"_s : u"'nuevo'"_s}));
+    QVERIFY2(database.Id(u"SELECT MAX([{}]) FROM [{}]", key, table) > highest, qPrintable(rule.table->name));
+  }
+}
+
+void tst_import_command::KilledAnywhere() {
+  const support::TestDatabase database;
+  if (database.Server() != nullptr) {
+    // A server undoes what its clients leave when it notices, in its own time.
+    return;
+  }
+  WriteFile(database.Path(u"Bancos.csv"_s), ManyBanks());
+  const QString arguments = u"importar|Bancos.csv"_s;
+  QElapsedTimer time;
+  time.start();
+  QCOMPARE(Run(database, arguments).code, 0);
+  const int whole = int(time.elapsed());
+  const int kills =
+      qEnvironmentVariableIsSet("KEL_IMPORT_KILLS") ? qEnvironmentVariableIntValue("KEL_IMPORT_KILLS") : 6;
+  int undone = 0;
+  for (int i = 0; i < kills; ++i) {
+    database.Execute(u"DELETE FROM Bancos");
+    QProcess program;
+    Start(program, database, arguments);
+    QVERIFY(program.waitForStarted());
+    // A moment is what is meant here.
+    program.waitForFinished(QRandomGenerator::global()->bounded(whole / 3, whole));
+    program.kill();
+    program.waitForFinished();
+    const int count = database.Id(u"SELECT COUNT(*) FROM Bancos");
+    QVERIFY2(count == 0 || count == banks, qPrintable(QString::number(count)));
+    undone += count == 0 ? 1 : 0;
+    QVERIFY(database::CheckDatabase(database.ConnectionString()).IsSound());
+  }
+  QVERIFY(undone > 0);
+  // Nothing is left that keeps the next one out.
+  database.Execute(u"DELETE FROM Bancos");
+  QCOMPARE(Run(database, arguments).code, 0);
+}
+
+KEL_TEST(tst_import_command);
+
+#include "tst_import_command.moc"
