@@ -73,6 +73,10 @@ CopySize CopyDatabase(const QString& connectionString, const QString& file, cons
   return IsOnServer(target) ? CopyFromServer(target, path, stop) : CopySqlite(Readable(connectionString), path, stop);
 }
 
+CopyContent LookIntoCopy(const QString& copy) {
+  return LookIntoSqlite(Readable(ForViewing(ConnectionStringForFile(QFileInfo(copy).absoluteFilePath()))));
+}
+
 QString RestoreDatabase(const QString& copy, const QString& connectionString) {
   KeptSessions::Instance().LetGo();
   const ConnectionString source = Readable(ConnectionStringForFile(copy));

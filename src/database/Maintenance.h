@@ -3,6 +3,7 @@
 #include "database/Database.h"
 #include "database/Export.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -35,6 +36,15 @@ struct CopySize {
 /// all rows with their keys, but no locks and no passwords. An existing `file` is refused with CannotOpen; a copy that
 /// does not pass is deleted, and DatabaseDamaged raised. The file appears under its name only when it is whole.
 KELDATOS_EXPORT CopySize CopyDatabase(const QString& connectionString, const QString& file, const Stop& stop = {});
+
+/// What is in a file that may take the place of a database.
+struct CopyContent {
+  int version = 0;              ///< Of the schema; 0 for a file that no program of this kind made.
+  QHash<QString, qint64> rows;  ///< How many live rows each table has that marks deleted ones.
+};
+
+/// Looks into a copy without checking or changing it. Raises what opening a file for viewing raises.
+KELDATOS_EXPORT CopyContent LookIntoCopy(const QString& copy);
 
 /// Checks `copy` and puts it in the place of the database's file, or makes that file. Gives the name under which the
 /// replaced file stays in its folder, empty where there was none. On a server its rows take the place of the tables,

@@ -5,6 +5,8 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 
+#include <array>
+
 using adodb::Verbatim;
 using namespace Qt::StringLiterals;
 
@@ -64,8 +66,9 @@ void RowWriter::Row(const SourceRow& row) {
     RefuseChangedFile();
   }
   const Fate& fate = m_plan.FateOf(*m_table, m_row);
-  AddToSeal(
-      u"%1 %2 %3%4%5"_s.arg(int(fate.kind)).arg(fate.key).arg(fate.isDemoted).arg(fate.isGranted).arg(fate.suffix));
+  const std::array<qint64, 4> decided = {qint64(fate.kind), fate.key, fate.isDemoted ? 1 : 0, fate.isGranted ? 1 : 0};
+  m_seal.addData(QByteArrayView(reinterpret_cast<const char*>(decided.data()), sizeof(decided)));
+  AddToSeal(fate.suffix);
   WriteRow(fate, Convert(*m_table->match, row).values);
   ++m_row;
 }
@@ -73,7 +76,9 @@ void RowWriter::Row(const SourceRow& row) {
 void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
   LabelFindings(values);
   if (fate.kind == Fate::Kind::New) {
-    Insert(fate, WithReferences(values));
+    if (m_writes) {
+      Insert(fate, WithReferences(values));
+    }
     return;
   }
   if (fate.kind == Fate::Kind::Revived) {

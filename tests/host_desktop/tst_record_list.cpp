@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
 #include <QScrollBar>
 #include <QtTest>
 
@@ -39,6 +40,7 @@ class tst_record_list : public QObject {
   void TypingFindsByTheName();
   void KeysOfTheList();
   void OnlyChosenWidthsAreRemembered();
+  void ColumnsAreChosen();
 };
 
 void tst_record_list::SortingKeepsTheSelectedRecord() {
@@ -168,6 +170,50 @@ void tst_record_list::OnlyChosenWidthsAreRemembered() {
   QCOMPARE(list.ChosenWidths().value(0), 123);
   list.SetColumnWidths({77, 50});
   QCOMPARE(list.ChosenWidths().value(0), 77);
+}
+
+void tst_record_list::ColumnsAreChosen() {
+  const QList<host::ListColumn> columns = {{u"A"_s}, {u"B"_s}, {u"C"_s, ColumnKind::Number}};
+  RecordData records(columns);
+  for (int id = 1; id <= 200; ++id) {
+    records.Append(id, {u"a%1"_s.arg(id), u"b%1"_s.arg(id), id});
+  }
+  host::RecordList list;
+  list.resize(400, 200);
+  list.show();
+  list.Show(records);
+  QCOMPARE(list.ChosenColumns(), QList<int>());
+  const auto choose = [&](const QString& title) {
+    list.AskForColumns({});
+    auto* menu = list.findChild<QMenu*>(u"mnuColumns"_s);
+    for (QAction* action : menu->actions()) {
+      if (action->text() == title && action->isEnabled()) {
+        action->trigger();
+      }
+    }
+    delete menu;
+  };
+  choose(u"A"_s);
+  list.horizontalHeader()->moveSection(list.horizontalHeader()->visualIndex(2),
+                                       list.horizontalHeader()->visualIndex(1));
+  QCOMPARE(list.ShownColumns(), QList<int>({2, 1}));
+  // A record is still gone to, and what is read anew changes no column.
+  QVERIFY(list.SelectRecord(180));
+  list.Update({7}, RecordData(columns));
+  list.Refresh(records);
+  QVERIFY(list.viewport()->rect().intersects(list.visualRect(list.currentIndex())));
+  QCOMPARE(list.ChosenColumns(), QList<int>({2, 1}));
+  list.Copy(true);
+  QCOMPARE(QApplication::clipboard()->text(), u"C\tB\n180\tb180"_s);
+  // One stays, whatever is asked for.
+  choose(u"B"_s);
+  choose(u"C"_s);
+  QCOMPARE(list.ShownColumns(), QList<int>({2}));
+  choose(u"A"_s);
+  QCOMPARE(list.ShownColumns(), QList<int>({2, 0}));
+  QVERIFY(list.columnWidth(0) > 8);
+  choose(u"&Como al principio"_s);
+  QCOMPARE(list.ShownColumns(), QList<int>({0, 1, 2}));
 }
 
 KEL_TEST(tst_record_list);

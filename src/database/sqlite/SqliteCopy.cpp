@@ -97,16 +97,19 @@ void CopyAndCheck(const SqliteHandle& source, const QString& file, const Stop& s
   RequireSound(copy);
 }
 
+// An older file lacks the newer tables.
+bool HasTable(const SqliteHandle& handle, const Table& table) {
+  return handle.Value("SELECT count(*) FROM sqlite_schema WHERE name = '" + table.name.toUtf8() + '\'') != "0";
+}
+
 CopySize SizeOf(const QString& file) {
   const SqliteHandle copy(At(file), SqliteHandle::Missing::Refuse);
   CopySize size;
   size.bytes = QFileInfo(file).size();
   for (const Table& table : Schema::Current().Tables()) {
-    const QByteArray name = QuotedName(table.name).toUtf8();
-    // An older file lacks the newer tables.
-    if (copy.Value("SELECT count(*) FROM sqlite_schema WHERE name = '" + table.name.toUtf8() + '\'') != "0") {
+    if (HasTable(copy, table)) {
       ++size.tables;
-      size.rows += copy.Value("SELECT count(*) FROM " + name).toLongLong();
+      size.rows += copy.Value("SELECT count(*) FROM " + QuotedName(table.name).toUtf8()).toLongLong();
     }
   }
   return size;
@@ -194,6 +197,20 @@ CopySize MakeSqlite(const QString& file, const std::function<void(const Transfer
     EndWhen(handle, stop);
     RequireSound(handle);
   });
+}
+
+CopyContent LookIntoSqlite(const ConnectionString& copy) {
+  const SqliteHandle handle(copy, SqliteHandle::Missing::Refuse);
+  CopyContent content;
+  content.version = handle.Value("PRAGMA user_version").toInt();
+  for (const Table& table : Schema::Current().Tables()) {
+    if (table.FindColumn(u"Eliminado") != nullptr && HasTable(handle, table)) {
+      content.rows.insert(
+          table.name,
+          handle.Value("SELECT count(*) FROM " + QuotedName(table.name).toUtf8() + " WHERE Eliminado=0").toLongLong());
+    }
+  }
+  return content;
 }
 
 // In a copy of the user's alone, which the program may bring to its version and nobody changes meanwhile.

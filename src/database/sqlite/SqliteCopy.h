@@ -6,8 +6,9 @@
 
 namespace database {
 
-/// CopyDatabase and RestoreDatabase for this engine. `file` is an absolute path.
+/// CopyDatabase, LookIntoCopy and RestoreDatabase for this engine. `file` is an absolute path.
 CopySize CopySqlite(const ConnectionString& source, const QString& file, const Stop& stop);
+CopyContent LookIntoSqlite(const ConnectionString& copy);
 QString RestoreSqlite(const ConnectionString& copy, const QString& file);
 
 /// Makes the new file `file` with what `fill` puts into its empty tables, as CopySqlite makes a copy.

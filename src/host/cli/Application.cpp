@@ -3,19 +3,22 @@
 #include "database/Password.h"
 #include "host/access/AccessDesk.h"
 #include "host/access/SignIn.h"
-#include "host/cli/DailyCopies.h"
+#include "host/cli/DatabaseChoice.h"
+#include "host/cli/FirstWindow.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/desktop/ProgramEnd.h"
+#include "host/desktop/RecentDatabases.h"
 #include "host/desktop/RecordDialogs.h"
 #include "host/desktop/ViewOnly.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/help/HelpDesk.h"
 #include "host/look/Look.h"
 #include "host/records/ComponentBridge.h"
+#include "host/records/DailyCopies.h"
 #include "host/records/NodeCatalog.h"
 #include "host/services/ErrorBox.h"
 #include "host/services/MessageBox.h"
@@ -98,14 +101,16 @@ void Notify(const QString& text) {
   }
 }
 
-int RunWindow(ComponentBridge& bridge, Rescue& rescue, AccessDesk& desk, const StartedSession& started, HelpDesk& help,
+int RunWindow(ComponentBridge& bridge, Rescue& rescue, AccessDesk& desk, StartedSession& started, HelpDesk& help,
               bool demonstration) {
   MainWindow window(bridge, started.connectionString,
-                    {started.session.title, started.session.userName, started.place.shown, started.session.helpFile,
-                     started.session.readOnly, demonstration, !started.place.IsFile()});
+                    {started.session.title, started.session.userName, started.place.shown, UsualDatabaseFile(false),
+                     started.session.helpFile, started.session.readOnly, demonstration, !started.place.IsFile()});
   window.Offer(rescue);
   window.Offer(desk);
   QObject::connect(&window, &MainWindow::ShortcutsWanted, &help, &HelpDesk::ShowMade);
+  QObject::connect(&window, &MainWindow::NextStartWanted, &window,
+                   [&started](const NextStart& next) { started.next = next; });
   window.show();
   window.ChooseNode(LoadLastNode(homeNode));
   return QApplication::exec();
@@ -172,11 +177,18 @@ int RunSession(const CommandLine& line, StartedSession& started, Door& door, con
   return code;
 }
 
-// One user after the other, each with a session of their own.
-int RunSessions(const CommandLine& line) {
+bool HasWindow(const CommandLine& line) {
+  return line.command == Command::Window && HasScreen();
+}
+
+// One user after the other, each with a session of their own; what the last one left it for.
+int RunSessions(const CommandLine& line, std::optional<NextStart>& next) {
   Door door;
   for (;;) {
     const std::unique_ptr<StartedSession> started = StartSession(line);
+    if (HasWindow(line) && !line.demonstration) {
+      NoteDatabase(DatabaseOf(line));
+    }
     std::optional<Account> account;
     if (started->place.IsFile() && AsksForPasswords(*started->connection)) {
       const QString proposed = line.user ? started->session.userName : QString();
@@ -189,9 +201,45 @@ int RunSessions(const CommandLine& line) {
     bool isOtherUserWanted = false;
     const int code = RunSession(line, *started, door, account, isOtherUserWanted);
     if (!isOtherUserWanted) {
+      next = started->next;
       return code;
     }
   }
+}
+
+// What the user left the database for.
+std::optional<NextStart> RunDatabase(const CommandLine& line, int& code) {
+  std::optional<FirstWindow> window;
+  if (HasWindow(line)) {
+    const QString who = DatabaseOf(line) + u'|' + QString::number(line.user.value_or(0));
+    if (!line.newWindow && FirstWindow::Show(who)) {
+      code = ExitDone;
+      return {};
+    }
+    window.emplace(who);
+    QObject::connect(&*window, &FirstWindow::Wanted, qApp, ShowWindows);
+  }
+  std::optional<NextStart> next;
+  code = RunSessions(line, next);
+  return next;
+}
+
+// One database after the other, as the user leaves one for another or one can't be opened.
+int RunDatabases(const CommandLine& arguments) {
+  int code = ExitDone;
+  std::optional<CommandLine> line = HasWindow(arguments) ? FirstDatabase(arguments) : arguments;
+  while (line) {
+    try {
+      const std::optional<NextStart> next = RunDatabase(*line, code);
+      line = next ? std::optional(PrepareNext(*next, *line)) : std::nullopt;
+    } catch (const std::exception&) {
+      code = CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
+      line = HasWindow(arguments) && MayChooseDatabase(arguments)
+                 ? AskForDatabase(arguments, u"¿Con qué base de datos quiere trabajar?"_s)
+                 : std::nullopt;
+    }
+  }
+  return code;
 }
 
 }  // namespace
@@ -210,7 +258,7 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     database::SetPasswordQuestion(AskPasswordInBox);
   }
   try {
-    return RunSessions(line);
+    return RunDatabases(line);
   } catch (const std::exception&) {
     return CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
   }

@@ -23,6 +23,7 @@ enum class Command {
   Check,
   SetUp,
   Locks,
+  Users,
   Letters,
   Labels,
   Import,
@@ -31,12 +32,16 @@ enum class Command {
   Version,
 };
 
+/// What usuarios does.
+enum class UserAct { List, NewPassword, Administrator };
+
 /// The program's arguments, understood.
 struct CommandLine {
   Command command = Command::Window;
   QString file;              ///< --archivo; empty for the usual one.
   QString connectionString;  ///< --base; empty for the file's.
   bool create = false;       ///< --crear: the file may be a new one.
+  bool newWindow = false;    ///< --nueva-ventana: beside one that has the same database open.
   bool demonstration = false;
   bool dark = false;
   std::optional<int> user;
@@ -45,8 +50,10 @@ struct CommandLine {
   int limit = 20;              ///< --limite: seconds that a call of verificar-… may take.
   QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
-  MailingOptions mailing;      ///< Of cartas and etiquetas.
-  MovingOptions moving;        ///< Of importar and exportar.
+  UserAct userAct = UserAct::List;  ///< Of usuarios, and to whom.
+  QString userName;
+  MailingOptions mailing;  ///< Of cartas and etiquetas.
+  MovingOptions moving;    ///< Of importar and exportar.
   int node = -1;
   int action = 0;
   int id = 0;

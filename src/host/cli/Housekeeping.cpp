@@ -2,8 +2,8 @@
 
 #include "database/Database.h"
 #include "database/Maintenance.h"
-#include "host/cli/DailyCopies.h"
 #include "host/records/ChangeLog.h"
+#include "host/records/DailyCopies.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 

@@ -2,12 +2,14 @@
 
 #include "database/Place.h"
 #include "host/cli/CommandLine.h"
+#include "host/desktop/NextStart.h"
 #include "host/records/OfficeConnection.h"
 #include "host/records/Session.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace host {
 
@@ -17,7 +19,8 @@ struct StartedSession {
   Session session;
   std::unique_ptr<OfficeConnection> connection;  ///< The session's.
   database::Place place;
-  bool leftOpen = false;  ///< The last program that had the file open ended without closing it.
+  std::optional<NextStart> next;  ///< What the window left the session for.
+  bool leftOpen = false;          ///< The last program that had the file open ended without closing it.
 };
 
 /// The database that the arguments name.
@@ -32,6 +35,9 @@ Target TargetOf(const CommandLine& line);
 /// Raises CannotOpen for a file that is not there, unless it is the usual one or the arguments allow a new one, whose
 /// folder then must be there. A mistyped path makes nothing. A database on a server always has been made there.
 void RequireWanted(const Target& target, const CommandLine& line);
+
+/// Whether who runs the program owns the database's file, and so is an administrator on the command line.
+bool OwnsFile(const database::Place& place);
 
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
 /// RequireWanted, CannotOpen where everybody may write in a folder on the way, and 5 for a user that does not exist. A

@@ -3,6 +3,8 @@
 #include "database/Database.h"
 #include "database/Place.h"
 #include "host/calibration/CalibrationDialog.h"
+#include "host/desktop/CopiesDialog.h"
+#include "host/desktop/DatabaseDialog.h"
 #include "host/desktop/HelpMenu.h"
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/MovingOpener.h"
@@ -50,6 +52,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
     : QMainWindow(parent),
       m_bridge(bridge),
       m_nodes(NodesFor(bridge.Session().IsAdministrator())),
+      m_connectionString(connectionString),
       m_texts(std::move(texts)),
       m_ui(std::make_unique<Ui::MainWindow>()),
       m_mailing([this, connectionString] { return ContextForMailing(connectionString); }),
@@ -143,6 +146,7 @@ void MainWindow::SetUpPage(const QString& connectionString) {
                               .copyWithHeadings = m_ui->actCopyWithHeadings,
                               .exportList = m_ui->actExport,
                               .print = m_ui->actPrint,
+                              .columns = m_ui->actColumns,
                               .refresh = m_ui->actRefresh,
                               .find = m_ui->actFind,
                               .detail = m_ui->actDetail};
@@ -184,6 +188,8 @@ void MainWindow::SetUpActions() {
   for (QAction* action : {m_ui->actUsers, m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
     action->setVisible(false);
   }
+  connect(m_ui->actCopies, &QAction::triggered, this, &MainWindow::ShowCopies);
+  connect(m_ui->actDatabase, &QAction::triggered, this, &MainWindow::ChooseDatabase);
   connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
   connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
   connect(m_ui->actWriteToPeople, &QAction::triggered, this,
@@ -256,6 +262,27 @@ void MainWindow::ShowHome() {
 
 void MainWindow::ShowLocks() {
   LocksDialog(m_bridge.Session(), this).exec();
+}
+
+void MainWindow::ShowCopies() {
+  const bool mayRestore = m_bridge.Session().IsAdministrator() && !m_texts.readOnly;
+  CopiesDialog dialog(m_connectionString, m_texts.title, mayRestore, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    Leave({.connectionString = m_connectionString, .copy = dialog.Wanted(), .demonstration = m_texts.demonstration});
+  }
+}
+
+void MainWindow::ChooseDatabase() {
+  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, this);
+  if (dialog.exec() == QDialog::Accepted) {
+    Leave(dialog.Chosen());
+  }
+}
+
+void MainWindow::Leave(const NextStart& next) {
+  if (close()) {
+    Q_EMIT NextStartWanted(next);
+  }
 }
 
 MailingContext MainWindow::ContextForMailing(const QString& connectionString) {

@@ -3,6 +3,7 @@
 #include "host/access/AccessDesk.h"
 #include "host/desktop/HomePage.h"
 #include "host/desktop/MailingOpener.h"
+#include "host/desktop/NextStart.h"
 #include "host/desktop/RecordPage.h"
 #include "host/desktop/TreeCounts.h"
 #include "host/records/ComponentBridge.h"
@@ -29,6 +30,7 @@ struct WindowTexts {
   QString title;               ///< Of the window and of its message boxes.
   QString user;                ///< The signed-in user's name.
   QString database;            ///< The database, as the user knows it.
+  QString usualFile = {};      ///< Where a new database goes unless the user says otherwise.
   QString helpFile;            ///< Opened by F1; empty for none.
   bool readOnly = false;       ///< Records can be looked at, nothing can be changed.
   bool demonstration = false;  ///< The data are invented.
@@ -57,6 +59,8 @@ class MainWindow : public QMainWindow {
  Q_SIGNALS:
   /// The page of the menus' keys is to be shown, in HTML.
   void ShortcutsWanted(const QString& page);
+  /// The window has closed; the program is to go on with that.
+  void NextStartWanted(const host::NextStart& next);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -75,11 +79,16 @@ class MainWindow : public QMainWindow {
   void ShowNode(const Node& node);
   void ShowHome();
   void ShowLocks();
+  void ShowCopies();
+  void ChooseDatabase();
+  /// Closes the window, unless something in it has to be finished, and goes on with that.
+  void Leave(const NextStart& next);
   void CalibratePrinter();
   MailingContext ContextForMailing(const QString& connectionString);
 
   ComponentBridge& m_bridge;
   const std::vector<Node> m_nodes;
+  const QString m_connectionString;
   WindowTexts m_texts;
   std::unique_ptr<Ui::MainWindow> m_ui;
   MailingOpener m_mailing;

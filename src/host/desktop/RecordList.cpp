@@ -8,12 +8,15 @@
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSet>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace host {
 
@@ -38,7 +41,10 @@ RecordList::RecordList(QWidget* parent) : QTableView(parent), m_records(new Reco
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setStretchLastSection(true);
-  horizontalHeader()->setSectionsMovable(false);
+  horizontalHeader()->setSectionsMovable(true);
+  horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(horizontalHeader(), &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& place) { AskForColumns(horizontalHeader()->mapToGlobal(place)); });
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setSortIndicator(0, Qt::AscendingOrder);
   setSortingEnabled(true);
@@ -130,7 +136,7 @@ bool RecordList::SelectRecords(const QList<int>& ids) {
     const int row = m_records->RowOf(id);
     if (row >= 0) {
       Select(ids, row);
-      scrollTo(m_records->index(row, 0));
+      scrollTo(m_records->index(row, FirstColumn()));
       return true;
     }
   }
@@ -141,20 +147,23 @@ void RecordList::SetColumnWidths(const QList<int>& widths) {
   const QScopedValueRollback fitting(m_fitting, true);
   m_widthsChosen = !widths.isEmpty();
   const int widest = fontMetrics().averageCharWidth() * widestFittedColumn;
-  const int last = m_records->columnCount() - 1;
+  const QList<int> shown = ShownColumns();
+  const int last = shown.isEmpty() ? -1 : shown.last();
   // The last column fills the window; numbers would stand at its far end.
   const QVariant alignment = m_records->headerData(last, Qt::Horizontal, Qt::TextAlignmentRole);
   horizontalHeader()->setStretchLastSection((alignment.toInt() & Qt::AlignRight) == 0);
-  for (int column = 0; column <= last; ++column) {
+  for (const int column : shown) {
     const int fitted =
         std::min(std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)), widest);
     // What a column that fills the window happened to have in a wider one is not wanted back.
-    setColumnWidth(column, Fills(column) ? fitted : widths.value(column, fitted));
+    const int wanted = Fills(column) ? 0 : widths.value(column);
+    setColumnWidth(column, wanted > 0 ? wanted : fitted);
   }
 }
 
 bool RecordList::Fills(int column) const {
-  return horizontalHeader()->stretchLastSection() && column == m_records->columnCount() - 1;
+  const QList<int> shown = ShownColumns();
+  return horizontalHeader()->stretchLastSection() && !shown.isEmpty() && column == shown.last();
 }
 
 QList<int> RecordList::ChosenWidths() const {
@@ -174,6 +183,65 @@ QList<int> RecordList::ShownColumns() const {
     }
   }
   return columns;
+}
+
+QList<int> RecordList::ChosenColumns() const {
+  const QList<int> shown = ShownColumns();
+  const bool isAll = shown.size() == m_records->columnCount() && std::ranges::is_sorted(shown);
+  return isAll ? QList<int>() : shown;
+}
+
+int RecordList::FirstColumn() const {
+  return ShownColumns().value(0);
+}
+
+void RecordList::SetShownColumns(const QList<int>& columns) {
+  const QScopedValueRollback fitting(m_fitting, true);
+  QHeaderView& header = *horizontalHeader();
+  QList<int> order = columns;
+  for (int column = 0; column < m_records->columnCount(); ++column) {
+    setColumnHidden(column, !columns.isEmpty() && !columns.contains(column));
+    if (!columns.contains(column)) {
+      order.append(column);
+    }
+  }
+  for (int place = 0; place < order.size(); ++place) {
+    header.moveSection(header.visualIndex(order[place]), place);
+  }
+}
+
+// One at least stays, and what comes back gets a width.
+void RecordList::ShowColumn(int column, bool isShown) {
+  QList<int> columns = ShownColumns();
+  const QList<int> widths = ChosenWidths();
+  if (isShown) {
+    columns.append(column);
+  } else if (columns.size() > 1) {
+    columns.removeAll(column);
+  }
+  SetShownColumns(columns);
+  SetColumnWidths(widths);
+}
+
+void RecordList::AskForColumns(const QPoint& place) {
+  auto* menu = new QMenu(this);
+  menu->setObjectName(u"mnuColumns"_s);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const QList<int> shown = ShownColumns();
+  for (int column = 0; column < m_records->columnCount(); ++column) {
+    const QString title = m_records->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString().simplified();
+    QAction* action = menu->addAction(title);
+    action->setCheckable(true);
+    action->setChecked(shown.contains(column));
+    action->setEnabled(shown.size() > 1 || !action->isChecked());
+    connect(action, &QAction::toggled, this, [this, column](bool isShown) { ShowColumn(column, isShown); });
+  }
+  menu->addSeparator();
+  menu->addAction(u"&Como al principio"_s, this, [this] {
+    SetShownColumns({});
+    SetColumnWidths({});
+  });
+  menu->popup(place);
 }
 
 void RecordList::Copy(bool withHeadings) const {
@@ -245,7 +313,7 @@ void RecordList::Select(const QList<int>& ids, int currentRow) {
   if (selection.isEmpty()) {
     selection.select(m_records->index(currentRow, 0), m_records->index(currentRow, lastColumn));
   }
-  selectionModel()->setCurrentIndex(m_records->index(currentRow, 0), QItemSelectionModel::NoUpdate);
+  selectionModel()->setCurrentIndex(m_records->index(currentRow, FirstColumn()), QItemSelectionModel::NoUpdate);
   selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 

@@ -35,12 +35,18 @@ class RecordList : public QTableView {
   bool SelectRecord(int id);
   /// Selects those that are shown and scrolls to the first. False, and nothing changes, where none is.
   bool SelectRecords(const QList<int>& ids);
-  /// One for each column, in pixels; an empty list fits the columns to what they hold.
+  /// One for each column, in pixels, 0 for a fitted one; an empty list fits all columns to what they hold.
   void SetColumnWidths(const QList<int>& widths);
-  /// Empty unless the user chose them, now or when they were remembered.
+  /// Empty unless the user chose them, now or when they were remembered; 0 for a hidden column.
   QList<int> ChosenWidths() const;
+  /// Shows these columns, given by their places in the records, in this order; all as they come without any.
+  void SetShownColumns(const QList<int>& columns);
   /// The columns in sight, by their places in the records, in the order shown.
   QList<int> ShownColumns() const;
+  /// The same; empty while they are all there as they come.
+  QList<int> ChosenColumns() const;
+  /// Asks which columns are wanted, in a menu at that place of the screen.
+  void AskForColumns(const QPoint& place);
   /// The selected records into the clipboard, a line each with tabs between the shown columns; with a first line of the
   /// columns' headings where they are wanted. Nothing without a selection.
   void Copy(bool withHeadings) const;
@@ -78,6 +84,8 @@ class RecordList : public QTableView {
   void Select(const QList<int>& ids, int currentRow);
   void FitRowHeight();
   bool Fills(int column) const;
+  int FirstColumn() const;
+  void ShowColumn(int column, bool isShown);
 
   RecordModel* m_records;
   QString m_emptyText;

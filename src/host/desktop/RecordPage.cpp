@@ -16,6 +16,7 @@
 
 #include <QAction>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QResizeEvent>
 
 #include <algorithm>
@@ -161,6 +162,9 @@ void RecordPage::ConnectOutput() {
           [list = m_ui->recordList] { list->Copy(true); });
   connect(m_actions.exportList, &QAction::triggered, this, &RecordPage::Export);
   connect(m_actions.print, &QAction::triggered, this, &RecordPage::Print);
+  connect(m_actions.columns, &QAction::triggered, m_ui->recordList, [list = m_ui->recordList] {
+    list->AskForColumns(list->mapToGlobal(QPoint(0, list->horizontalHeader()->height())));
+  });
   // Where a text has the focus it is copied.
   for (QAction* copy : {m_actions.copy, m_actions.copyWithHeadings}) {
     copy->setShortcutContext(Qt::WidgetShortcut);
@@ -177,9 +181,9 @@ void RecordPage::Show(const Node& node) {
   m_readFailed = false;
   m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  const ListLayout layout =
-      LoadListLayout(node.id, static_cast<int>(node.columns.size()), node.sortColumn, node.sortOrder);
+  const ListLayout layout = LoadListLayout(ListScope(), node);
   m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
+  m_ui->recordList->SetShownColumns(layout.shown);
   m_ui->recordList->SetColumnWidths(layout.widths);
   Refresh();
 }
@@ -464,6 +468,7 @@ void RecordPage::UpdateState() {
   m_actions.copyWithHeadings->setEnabled(selected > 0);
   m_actions.exportList->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
   m_actions.print->setEnabled(m_node != nullptr && list.Records().rowCount() > 0);
+  m_actions.columns->setEnabled(m_node != nullptr);
   m_actions.find->setEnabled(m_node != nullptr);
   m_ui->lblHits->setText(CountText(list.Records().rowCount(), list.Records().TotalCount()));
   m_ui->recordList->SetEmptyText(EmptyText());
@@ -509,13 +514,23 @@ int RecordPage::SelectedId() const {
   return ids.size() == 1 ? ids.first() : 0;
 }
 
+// Wherever its file goes, a database is known again; another one has lists of its own.
+QString RecordPage::ListScope() const {
+  const Session& session = m_bridge.Session();
+  return u"%1-%2"_s.arg(session.database, QString::number(session.userId));
+}
+
 void RecordPage::StoreLayout() const {
   if (m_node == nullptr) {
     return;
   }
   const RecordList& list = *m_ui->recordList;
   SaveDetail(*m_ui->detailSplitter, *m_actions.detail);
-  SaveListLayout(m_node->id, {list.ChosenWidths(), list.Records().SortColumn(), list.Records().SortOrder()});
+  SaveListLayout(ListScope(), *m_node,
+                 {.shown = list.ChosenColumns(),
+                  .widths = list.ChosenWidths(),
+                  .sortColumn = list.Records().SortColumn(),
+                  .order = list.Records().SortOrder()});
 }
 
 }  // namespace host

@@ -38,6 +38,7 @@ struct RecordActions {
   QAction* copyWithHeadings;
   QAction* exportList;
   QAction* print;
+  QAction* columns;
   QAction* refresh;
   QAction* find;
   QAction* detail;  ///< Checked while the pane of the chosen record is to be seen.
@@ -116,6 +117,8 @@ class RecordPage : public QWidget {
   void ShowDetail();
   void UpdateState();
   void StoreLayout() const;
+  /// Under which the lists' layouts are kept.
+  QString ListScope() const;
 
   void ShowList(SortedRecords& records);
   void ShowReadError(const automation::Error& error);

@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <QSplitter>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace host {
@@ -17,44 +19,80 @@ constexpr int widestColumn = 8000;
 // In pixels, of the first start where the screen has room for it.
 constexpr QSize usualSize(1100, 720);
 
-QString ListKey(int nodeId, const char* name) {
-  return u"Listas/%1/%2"_s.arg(nodeId).arg(QLatin1StringView(name));
+QString ListKey(const QString& scope, const Node& node, const char* name) {
+  return u"Listas/%1/%2/%3"_s.arg(scope, QString::number(node.id), QLatin1StringView(name));
 }
 
-QList<int> SensibleWidths(const QVariantList& stored, int columns) {
-  QList<int> widths;
-  for (const QVariant& value : stored) {
-    const int width = value.toInt();
-    if (width < narrowestColumn || width > widestColumn) {
-      return {};
+int ColumnOf(const Node& node, const QString& title) {
+  const auto found = std::ranges::find(node.columns, title, &ListColumn::title);
+  return found == node.columns.end() ? -1 : static_cast<int>(found - node.columns.begin());
+}
+
+// A column that is not there any more is passed over.
+QList<int> Columns(const Node& node, const QStringList& titles) {
+  QList<int> columns;
+  for (const QString& title : titles) {
+    const int column = ColumnOf(node, title);
+    if (column >= 0 && !columns.contains(column)) {
+      columns.append(column);
     }
-    widths.append(width);
   }
-  return widths.size() == columns ? widths : QList<int>();
+  return columns;
+}
+
+QStringList Titles(const Node& node, const QList<int>& columns) {
+  QStringList titles;
+  for (const int column : columns) {
+    titles.append(node.columns[column].title);
+  }
+  return titles;
+}
+
+// Kept as "title=width".
+QList<int> Widths(const Node& node, const QStringList& stored) {
+  QList<int> widths;
+  for (const QString& each : stored) {
+    const int column = ColumnOf(node, each.section(u'=', 0, -2));
+    const int width = each.section(u'=', -1).toInt();
+    if (column >= 0 && width >= narrowestColumn && width <= widestColumn) {
+      widths.resize(node.columns.size());
+      widths[column] = width;
+    }
+  }
+  return widths;
+}
+
+QStringList WidthTexts(const Node& node, const QList<int>& widths) {
+  QStringList texts;
+  for (int column = 0; column < widths.size(); ++column) {
+    if (widths[column] > 0) {
+      texts.append(u"%1=%2"_s.arg(node.columns[column].title, QString::number(widths[column])));
+    }
+  }
+  return texts;
 }
 
 }  // namespace
 
-ListLayout LoadListLayout(int nodeId, int columns, int sortColumn, Qt::SortOrder order) {
+ListLayout LoadListLayout(const QString& scope, const Node& node) {
   const QSettings settings;
   ListLayout layout;
-  layout.widths = SensibleWidths(settings.value(ListKey(nodeId, "Anchos")).toList(), columns);
-  const int column = settings.value(ListKey(nodeId, "Orden"), sortColumn).toInt();
-  layout.sortColumn = column >= 0 && column < columns ? column : 0;
-  const bool descending = settings.value(ListKey(nodeId, "Descendente"), order == Qt::DescendingOrder).toBool();
+  layout.shown = Columns(node, settings.value(ListKey(scope, node, "Columnas")).toStringList());
+  layout.widths = Widths(node, settings.value(ListKey(scope, node, "Anchos")).toStringList());
+  const int column = ColumnOf(node, settings.value(ListKey(scope, node, "Orden")).toString());
+  layout.sortColumn = column >= 0 ? column : node.sortColumn;
+  const bool descending =
+      settings.value(ListKey(scope, node, "Descendente"), node.sortOrder == Qt::DescendingOrder).toBool();
   layout.order = descending ? Qt::DescendingOrder : Qt::AscendingOrder;
   return layout;
 }
 
-void SaveListLayout(int nodeId, const ListLayout& layout) {
+void SaveListLayout(const QString& scope, const Node& node, const ListLayout& layout) {
   QSettings settings;
-  QVariantList widths;
-  for (const int width : layout.widths) {
-    widths.append(width);
-  }
-  settings.setValue(ListKey(nodeId, "Anchos"), widths);
-  settings.setValue(ListKey(nodeId, "Orden"), layout.sortColumn);
-  settings.setValue(ListKey(nodeId, "Descendente"), layout.order == Qt::DescendingOrder);
+  settings.setValue(ListKey(scope, node, "Columnas"), Titles(node, layout.shown));
+  settings.setValue(ListKey(scope, node, "Anchos"), WidthTexts(node, layout.widths));
+  settings.setValue(ListKey(scope, node, "Orden"), node.columns.value(layout.sortColumn).title);
+  settings.setValue(ListKey(scope, node, "Descendente"), layout.order == Qt::DescendingOrder);
 }
 
 void LoadWindow(QMainWindow& window, QSplitter& splitter) {

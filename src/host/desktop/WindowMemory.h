@@ -1,6 +1,9 @@
 #pragma once
 
+#include "host/records/NodeCatalog.h"
+
 #include <QList>
+#include <QString>
 #include <Qt>
 
 class QAction;
@@ -11,16 +14,19 @@ class QSplitter;
 /// sense are passed over.
 namespace host {
 
-/// How the list of a node looks.
+/// How the list of a node looks. Columns are given by their places in the node, and kept by their names: a later
+/// version may have others.
 struct ListLayout {
-  QList<int> widths;  ///< One for each column, in pixels; empty for none remembered.
+  QList<int> shown;  ///< The columns in sight, in their order; empty for all as they come.
+  QList<int>
+      widths;  ///< One for each column of the node, in pixels, 0 for one that is fitted; empty for none remembered.
   int sortColumn = 0;
   Qt::SortOrder order = Qt::AscendingOrder;
 };
 
-/// Sorted as given until the user has sorted the list otherwise.
-ListLayout LoadListLayout(int nodeId, int columns, int sortColumn, Qt::SortOrder order);
-void SaveListLayout(int nodeId, const ListLayout& layout);
+/// As the node has it until the user has changed it. `scope` is whose lists these are: a user of a database.
+ListLayout LoadListLayout(const QString& scope, const Node& node);
+void SaveListLayout(const QString& scope, const Node& node, const ListLayout& layout);
 
 /// Size, place, toolbars and the splitter; a first start takes a share of the screen, most of a small one.
 void LoadWindow(QMainWindow& window, QSplitter& splitter);

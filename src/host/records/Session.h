@@ -19,6 +19,7 @@ struct Session {
   QString title;                            ///< `tituloaplicacion`: the title of every message box.
   QString icon;                             ///< Path of the icon of every dialog.
   QString helpFile;                         ///< Path of the help file.
+  QString database;  ///< `configuracion.Identidad`: what tells this database from every other one.
   int userId = 0;
   QString userName;  ///< As other users see it when this one holds a record.
   int userKind = 0;  ///< 1 is an administrator.

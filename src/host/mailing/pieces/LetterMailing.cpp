@@ -162,8 +162,9 @@ void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& 
   for (int i = 0; i < static_cast<int>(m_addressees.size()); ++i) {
     const std::size_t before = m_pieces.size();
     AddPieces(i, rows);
-    m_notes.abroad +=
-        GoesAbroad(m_addressees[static_cast<std::size_t>(i)]) ? static_cast<int>(m_pieces.size() - before) : 0;
+    if (GoesAbroad(m_addressees[static_cast<std::size_t>(i)])) {
+      m_notes.abroad += static_cast<int>(m_pieces.size() - before);
+    }
   }
   const QList<Marker>& markers = m_template->Markers();
   if (m_notes.abroad > 0 && markers.contains(Marker::Town) && !markers.contains(Marker::Country)) {

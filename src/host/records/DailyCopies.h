@@ -3,6 +3,8 @@
 #include "database/Maintenance.h"
 
 #include <QDate>
+#include <QDateTime>
+#include <QList>
 #include <QString>
 
 namespace host {
@@ -13,5 +15,18 @@ bool WantsDailyCopies();
 /// Copies the database into the folder `copias` beside its file, unless there is a copy of `today` already, and then
 /// deletes the daily copies that are two weeks old. The errors of CopyDatabase leave it; nothing is deleted after one.
 void MakeDailyCopy(const QString& connectionString, QDate today, const database::Stop& stop);
+
+/// A file that can take the place of the database.
+struct CopyFile {
+  QString path;
+  QDateTime moment;  ///< Of its last change.
+  qint64 bytes = 0;
+};
+
+/// The folder of the daily copies; empty for a database on a server.
+QString CopiesFolder(const QString& connectionString);
+
+/// The copies in that folder, and what restorings kept beside the database; the youngest first. None for a server.
+QList<CopyFile> CopiesOf(const QString& connectionString);
 
 }  // namespace host

@@ -1,0 +1,195 @@
+#include "database/Maintenance.h"
+#include "database/Place.h"
+#include "host/cli/DatabaseChoice.h"
+#include "host/cli/Startup.h"
+#include "host/desktop/CopiesDialog.h"
+#include "host/desktop/DatabaseDialog.h"
+#include "host/desktop/RecentDatabases.h"
+#include "host/desktop/WindowMemory.h"
+#include "host_desktop/TestDesktop.h"
+#include "support/TestProgram.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+using support::DialogUser;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void ChooseFile(support::Driver& driver, const char* dialog, const QString& path) {
+  driver.On(dialog, [path](const DialogUser& user) {
+    user.Find<QLineEdit>("fileNameEdit")->setText(path);
+    user.Dialog()->findChild<QDialogButtonBox*>()->buttons().constFirst()->click();
+  });
+}
+
+QString TextFor(const QString& file) {
+  return database::ConnectionStringForFile(file);
+}
+
+void Touch(const QString& path) {
+  QFile file(path);
+  if (!file.open(QFile::WriteOnly)) {
+    qFatal("cannot write a test file");
+  }
+}
+
+}  // namespace
+
+/// Which database the window opens, and what is copied and put back.
+class tst_databases : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void RecentOnesThatAreGoneAreToldOnce();
+  void AStartWithoutADatabaseAsks();
+  void ACopyIsMadeLookedIntoAndPutBack();
+  void ListsBelongToADatabaseAndAUser();
+
+ private:
+  std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_databases::init() {
+  m_folder = std::make_unique<QTemporaryDir>();
+  QSettings::setDefaultFormat(QSettings::IniFormat);
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder->path());
+  qputenv("XDG_DATA_HOME", m_folder->filePath(u"datos"_s).toLocal8Bit());
+}
+
+void tst_databases::RecentOnesThatAreGoneAreToldOnce() {
+  constexpr int noted = 44;
+  for (int i = 0; i < noted; ++i) {
+    const QString file = m_folder->filePath(u"%1.db"_s.arg(i));
+    if (i % 2 == 0) {
+      Touch(file);
+    }
+    host::NoteDatabase(TextFor(file));
+  }
+  host::NoteDatabase(u"postgresql://ana@servidor/kel"_s);
+  host::NoteDatabase(u"Motor=nada"_s);
+  // Forty are kept; what makes no sense is gone, too.
+  const host::RecentDatabases recent = host::TakeRecentDatabases();
+  QCOMPARE(recent.strings.size(), 20);
+  QCOMPARE(recent.gone, 20);
+  QCOMPARE(recent.strings.constFirst(), u"postgresql://ana@servidor/kel"_s);
+  QCOMPARE(recent.strings[1], TextFor(m_folder->filePath(u"42.db"_s)));
+  QCOMPARE(host::TakeRecentDatabases().gone, 0);
+}
+
+void tst_databases::AStartWithoutADatabaseAsks() {
+  support::Driver driver;
+  host::CommandLine line;
+  QVERIFY(host::MayChooseDatabase(line));
+  // Given up: no database, and none is made.
+  driver.On("databaseDialog", [](const DialogUser& user) {
+    QVERIFY(user.Find<QLabel>("lblMotivo")->text().contains(u"Todavía no hay"_s));
+    QVERIFY(user.IsVisible("cmdRestaurar") && !user.IsVisible("lstRecientes"));
+    user.Key(Qt::Key_Escape);
+  });
+  QVERIFY(!host::FirstDatabase(line));
+  const QString usual = host::UsualDatabaseFile(false);
+  QVERIFY(!QFile::exists(usual));
+  // A new one takes no name that is taken.
+  Touch(m_folder->filePath(u"hay.db"_s));
+  driver.On("databaseDialog", [&](const DialogUser& user) {
+    ChooseFile(driver, "dlgBase", m_folder->filePath(u"hay.db"_s));
+    driver.Answer(QMessageBox::Ok);
+    user.Press("cmdCrear");
+    ChooseFile(driver, "dlgBase", m_folder->filePath(u"nueva.db"_s));
+    user.Press("cmdCrear");
+  });
+  const auto created = host::FirstDatabase(line);
+  QVERIFY(created && created->create);
+  QCOMPARE(database::PlaceOf(created->connectionString).file, m_folder->filePath(u"nueva.db"_s));
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"Ya existe"_s));
+  // It was chosen: asked for again only when it is gone.
+  driver.On("databaseDialog", [&](const DialogUser& user) {
+    QVERIFY(user.Find<QLabel>("lblMotivo")->text().contains(u"nueva.db» ya no está"_s));
+    user.Press("cmdDemostracion");
+  });
+  QVERIFY(host::FirstDatabase(line)->demonstration);
+  Touch(m_folder->filePath(u"nueva.db"_s));
+  QCOMPARE(host::FirstDatabase(line)->connectionString, created->connectionString);
+  line.demonstration = true;
+  QVERIFY(!host::MayChooseDatabase(line));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+void tst_databases::ACopyIsMadeLookedIntoAndPutBack() {
+  const support::TestDatabase office;
+  support::Driver driver;
+  const QString text = office.ConnectionString();
+  office.Execute(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0001','uno')");
+  const QString copy = office.Path(u"memoria.db"_s);
+  host::CopiesDialog dialog(text, u"Kel"_s, true);
+  dialog.show();
+  QVERIFY(!dialog.findChild<QPushButton*>(u"cmdRestaurar"_s)->isEnabled());
+  ChooseFile(driver, "dlgCopia", copy);
+  dialog.findChild<QPushButton*>(u"cmdCopiar"_s)->click();
+  QTRY_VERIFY(!dialog.IsBusy());
+  QTRY_VERIFY(dialog.findChild<QLabel*>(u"lblEstado"_s)->text().startsWith(u"Copia hecha"_s));
+  QCOMPARE(database::LookIntoCopy(copy).rows.value(u"Bancos"_s), 1);
+  // The same name again is refused, and the copy stays what it was.
+  office.Execute(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0002','dos')");
+  ChooseFile(driver, "dlgCopia", copy);
+  driver.Answer(QMessageBox::Ok);
+  dialog.findChild<QPushButton*>(u"cmdCopiar"_s)->click();
+  QTRY_COMPARE(driver.Boxes().size(), 1);
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"Ya existe"_s));
+  QTRY_VERIFY(!dialog.IsBusy());
+  // What is no database says so; the question has what is in the copy.
+  const QString other = office.Path(u"otra.db"_s);
+  Touch(other);
+  ChooseFile(driver, "dlgCopia", other);
+  driver.Answer(QMessageBox::No);
+  dialog.findChild<QPushButton*>(u"cmdRestaurarOtra"_s)->click();
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"No es una base de datos de este programa"_s));
+  ChooseFile(driver, "dlgCopia", copy);
+  driver.Answer(QMessageBox::Yes);
+  dialog.findChild<QPushButton*>(u"cmdRestaurarOtra"_s)->click();
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"Bancos: 1 "_s));
+  QCOMPARE(dialog.Wanted(), copy);
+  driver.Answer(QMessageBox::Ok);
+  host::PrepareNext({.connectionString = text, .copy = dialog.Wanted()}, {});
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"se conserva en"_s));
+  QCOMPARE(database::LookIntoCopy(database::PlaceOf(text).file).rows.value(u"Bancos"_s), 1);
+  QCOMPARE(host::CopiesOf(text).size(), 1);
+  QCOMPARE(database::LookIntoCopy(host::CopiesOf(text).constFirst().path).rows.value(u"Bancos"_s), 2);
+  // A damaged one leaves everything as it was.
+  driver.Answer(QMessageBox::Ok);
+  host::PrepareNext({.connectionString = text, .copy = other}, {});
+  QVERIFY(driver.TakeBoxes().constFirst().contains(u"no se ha restaurado"_s));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+void tst_databases::ListsBelongToADatabaseAndAUser() {
+  const host::Node& banks = *host::FindNodeByTable(u"Bancos"_s);
+  const host::ListLayout layout{.shown = {1, 0}, .widths = {0, 77}, .sortColumn = 1, .order = Qt::DescendingOrder};
+  host::SaveListLayout(u"oficina-1"_s, banks, layout);
+  const host::ListLayout kept = host::LoadListLayout(u"oficina-1"_s, banks);
+  QCOMPARE(kept.shown, layout.shown);
+  QCOMPARE(kept.widths.first(2), QList<int>({0, 77}));
+  QVERIFY(kept.sortColumn == 1 && kept.order == Qt::DescendingOrder);
+  QVERIFY(host::LoadListLayout(u"oficina-2"_s, banks).shown.isEmpty());
+  // By name: another order of the columns, and one that is gone.
+  host::Node later = banks;
+  later.columns = {{u"Nueva"_s}, banks.columns[1]};
+  const host::ListLayout found = host::LoadListLayout(u"oficina-1"_s, later);
+  QCOMPARE(found.shown, QList<int>({1}));
+  QCOMPARE(found.widths, QList<int>({0, 77}));
+  QCOMPARE(found.sortColumn, 1);
+}
+
+KEL_TEST(tst_databases);
+#include "tst_databases.moc"
