@@ -133,7 +133,7 @@ class RowConversion {
       text = IsoDate(text);
     }
     text = Code(column, text);
-    if (column.length > 0 && text.toUcs4().size() > column.length) {
+    if (column.length > 0 && text.size() > column.length && text.toUcs4().size() > column.length) {
       m_result.remarks.append(u"«%1» tiene más de %2 caracteres; entra entero"_s.arg(column.name).arg(column.length));
     }
     return {Kind::Text, text};
@@ -143,7 +143,8 @@ class RowConversion {
   QString Code(const Column& column, const QString& text) {
     constexpr int postcodeWidth = 5;
     const bool isPostcode = column.name == m_rule.postcode && !m_rule.postcode.isEmpty();
-    const int width = isPostcode ? postcodeWidth : m_rule.widths.value(column.name.toLower());
+    const bool mayBeWide = !isPostcode && !m_rule.widths.isEmpty();
+    const int width = isPostcode ? postcodeWidth : mayBeWide ? m_rule.widths.value(column.name.toLower()) : 0;
     if (width == 0) {
       return text;
     }

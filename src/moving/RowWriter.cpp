@@ -5,6 +5,8 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 
+#include <array>
+
 using adodb::Verbatim;
 using namespace Qt::StringLiterals;
 
@@ -60,12 +62,13 @@ void RowWriter::Row(const SourceRow& row) {
   if (!m_table->match) {
     return;
   }
-  if (m_row >= m_table->rows.size()) {
+  if (m_row >= m_table->rows.Count()) {
     RefuseChangedFile();
   }
   const Fate& fate = m_plan.FateOf(*m_table, m_row);
-  AddToSeal(
-      u"%1 %2 %3%4%5"_s.arg(int(fate.kind)).arg(fate.key).arg(fate.isDemoted).arg(fate.isGranted).arg(fate.suffix));
+  const std::array<qint64, 4> decided = {qint64(fate.kind), fate.key, fate.isDemoted ? 1 : 0, fate.isGranted ? 1 : 0};
+  m_seal.addData(QByteArrayView(reinterpret_cast<const char*>(decided.data()), sizeof(decided)));
+  AddToSeal(fate.suffix);
   WriteRow(fate, Convert(*m_table->match, row).values);
   ++m_row;
 }
@@ -73,7 +76,9 @@ void RowWriter::Row(const SourceRow& row) {
 void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
   LabelFindings(values);
   if (fate.kind == Fate::Kind::New) {
-    Insert(fate, WithReferences(values));
+    if (m_writes) {
+      Insert(fate, WithReferences(values));
+    }
     return;
   }
   if (fate.kind == Fate::Kind::Revived) {
@@ -86,7 +91,7 @@ void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
 }
 
 void RowWriter::EndTable(qint64 /*missing*/) {
-  if (m_table->match && m_row != m_table->rows.size()) {
+  if (m_table->match && m_row != m_table->rows.Count()) {
     RefuseChangedFile();
   }
   std::ranges::stable_sort(m_table->report.findings, {}, &Finding::row);

@@ -4,6 +4,7 @@
 #include "host/records/OfficeConnection.h"
 #include "host/services/ServiceClasses.h"
 #include "platform/automation/ClassRegistry.h"
+#include "platform/process/TerminationSignals.h"
 #include "support/Driver.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
@@ -17,6 +18,8 @@
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -232,18 +235,23 @@ void tst_idle_lock::ForAnotherPerson() {
   QCOMPARE(Box().findChild<QLabel*>(u"alert"_s)->text().contains(u"Solo un administrador"_s), !isHanded);
 }
 
-// As a signal's handler does it: the box is told to go, then the dialogs are asked. What they ask nobody sees.
+// What dialogs ask then nobody sees.
 void tst_idle_lock::TheEnd() {
+  process::TerminationSignals terminations;
+  int heard = 0;
+  connect(&terminations, &process::TerminationSignals::Received, this, [&] { ++heard; });
   QWidget window;
   window.show();
   m_lock->Lock();
-  Box().reject();
-  QVERIFY(!Box().isVisible() && IsCovered(window));
+  raise(SIGTERM);
+  QTRY_VERIFY(!Box().isVisible() && IsCovered(window));
   QMessageBox question(QMessageBox::Question, u"Kel"_s, u"¿Desea guardar?"_s,
                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, &window);
   QCOMPARE(question.exec(), int(QMessageBox::No));
   QMessageBox news(QMessageBox::Information, u"Kel"_s, u"Hecho"_s, QMessageBox::Ok, &window);
   news.exec();
+  // By whoever heard signals before, and has nothing of the lock above it then.
+  QTRY_COMPARE(heard, 1);
 }
 
 KEL_TEST(tst_idle_lock);

@@ -351,7 +351,7 @@ void tst_sign_in::Users() {
   QCOMPARE(row(), u"<b>inés</b>|Solo consulta|por elegir al entrar"_s);
   user.Find<QPushButton>("switchUser")->click();
   QCOMPARE(row().section(u'|', 2), u"desactivado"_s);
-  QCOMPARE(user.Text("switchUser"), u"A&ctivar"_s);
+  QCOMPARE(user.Text("switchUser"), u"Act&ivar"_s);
   user.Find<QPushButton>("switchUser")->click();
   driver.On("userDialog", [](const DialogUser& changed) {
     changed.Choose("cboRights", u"Administra"_s);

@@ -79,6 +79,13 @@ void tst_housekeeping::NothingIsDeletedWithoutANewCopy() {
   };
   QVERIFY(make([] { return true; }) != 0);
   QCOMPARE(Copies(), QStringList(u"kel-2020-01-01.db"_s));
+  // Another program's, made meanwhile, is one.
+  const auto anothersCopy = [this] {
+    Write(m_database->Path(u"copias/kel-2026-01-20.db"_s), "x");
+    return false;
+  };
+  QCOMPARE(make(anothersCopy), 0);
+  QCOMPARE(Copies(), QStringList(u"kel-2026-01-20.db"_s));
 }
 
 void tst_housekeeping::TheSettingSwitchesItOff() {

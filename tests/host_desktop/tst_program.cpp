@@ -58,6 +58,7 @@ QString OutputOf(const QStringList& arguments) {
   QProcess program;
   SetUp(program, QTemporaryDir());
   program.start(QStringLiteral(KEL_HOST), arguments);
+  program.closeWriteChannel();
   program.waitForFinished();
   return QString::fromUtf8(program.readAll());
 }
@@ -81,6 +82,7 @@ class tst_program : public QObject {
   void UserOfTheArgumentsIsTaken();
   void UnknownUserIsRefused();
   void LocksOnTheCommandLine();
+  void UsersOnTheCommandLine();
   void SignalsAtEveryMoment_data();
   void SignalsAtEveryMoment();
 };
@@ -288,6 +290,20 @@ void tst_program::LocksOnTheCommandLine() {
   QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"8"_s}).contains(u"número 8"_s));
   QVERIFY(OutputOf(listing + QStringList{u"soltar"_s, u"9"_s}).startsWith(u"Soltado: Países «España»."_s));
   QCOMPARE(started->session.Locks().All().size(), 0);
+}
+
+// Without a terminal the password comes as a line; here there is none.
+void tst_program::UsersOnTheCommandLine() {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(u"kel.db"_s);
+  const auto started = host::StartSession(OnFile(file));
+  const QStringList users{u"usuarios"_s, u"--archivo"_s, file};
+  QVERIFY(OutputOf(users).contains(u"sin contraseña\nNo se pide contraseña"_s));
+  QVERIFY(OutputOf(users + QStringList{u"nueva-clave"_s, u"nadie"_s}).contains(u"No hay ningún usuario"_s));
+  QVERIFY(OutputOf(users + QStringList{u"nueva-clave"_s, u"administrador"_s}).contains(u"al menos 8"_s));
+  started->connection->Execute(u"UPDATE Usuarios SET Administrador=False, TipoUsuario=2"_s);
+  QVERIFY(OutputOf(users + QStringList{u"administrador"_s, u"ADMINISTRADOR"_s}).contains(u"administra la base"_s));
+  QVERIFY(OutputOf(users).contains(u"Administra "_s));
 }
 
 void tst_program::SignalsAtEveryMoment_data() {

@@ -175,6 +175,11 @@ void tst_import_answers::ListsChangeWhatIsHere() {
   QCOMPARE(database.Query(u"SELECT Numero, Nombre FROM Bancos ORDER BY Numero"),
            QStringList({u"0001|Banco Nuevo"_s, u"0002|Banco Igual"_s, u"0003|Otro"_s}));
   QCOMPARE(moving::Import(path, database.Connection(), {}).Written(), 0);
+  // An empty cell changes nothing.
+  const QString empty = WriteFile(database.Path(u"vacia.csv"_s), "Numero;Nombre\n2;\n");
+  moving::ImportWishes banks;
+  banks.names.tables.insert(u"*"_s, u"Bancos"_s);
+  QCOMPARE(moving::Import(empty, database.Connection(), banks).Written(), 0);
   // What is deleted here stays so, unless somebody says otherwise.
   const QString kinds = WriteFile(database.Path(u"TipoSuscripciones.csv"_s), "Nombre;Otra\nBienal;x\n");
   moving::ImportWishes back;

@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -110,6 +111,7 @@ void IdleLock::Lock() {
     }
   }
   m_box.show();
+  HearSignals();
 }
 
 void IdleLock::CoverWindow(QWidget& window) {
@@ -164,6 +166,10 @@ bool IdleLock::eventFilter(QObject* watched, QEvent* event) {
 
 bool IdleLock::HearLocked(QObject* watched, QEvent* event) {
   if (IsInput(event->type())) {
+    // The help would be one more window that is covered.
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+      return true;
+    }
     return (watched->isWidgetType() || watched->isWindowType()) && !IsOfTheBox(watched);
   }
   auto* window = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
@@ -210,6 +216,7 @@ void IdleLock::Answer(QDialog& box) {
 
 void IdleLock::Unlock() {
   m_isLocked = false;
+  m_signals.reset();
   m_box.hide();
   for (const Covered& covered : m_covered) {
     if (covered.window) {
@@ -228,10 +235,22 @@ void IdleLock::Unlock() {
   }
 }
 
+// Before the dialogs hear of it: they would wait for the event loop of the box, which has none.
+void IdleLock::HearSignals() {
+  m_signals = std::make_unique<process::TerminationSignals>();
+  connect(m_signals.get(), &process::TerminationSignals::Received, this, [this](int number) {
+    QTimer::singleShot(0, this, [this, number] {
+      BeginEnd();
+      raise(number);
+    });
+  });
+}
+
 void IdleLock::BeginEnd() {
   m_isEnding = true;
   m_rescue.KeepEverything();
   m_box.hide();
+  m_signals.reset();
 }
 
 }  // namespace host

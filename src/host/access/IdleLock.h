@@ -2,12 +2,14 @@
 
 #include "host/access/LockBox.h"
 #include "host/services/Rescue.h"
+#include "platform/process/TerminationSignals.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
 
 #include <chrono>
+#include <memory>
 #include <vector>
 
 namespace host {
@@ -52,6 +54,7 @@ class IdleLock : public QObject {
   void ShowBoxAgain();
   void Answer(QDialog& box);
   void Unlock();
+  void HearSignals();
   void BeginEnd();
 
   QString m_title;
@@ -62,6 +65,7 @@ class IdleLock : public QObject {
   qint64 m_lastUse = 0;  ///< By the clock, which goes on while the machine sleeps.
   bool m_isLocked = false;
   bool m_isEnding = false;
+  std::unique_ptr<process::TerminationSignals> m_signals;  ///< While it is locked.
   std::vector<Covered> m_covered;
   QPointer<QWidget> m_focus;
 };

@@ -3,6 +3,7 @@
 #include "host/access/PasswordLine.h"
 #include "host/access/Passwords.h"
 #include "host/access/UserRules.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/OpenConnection.h"
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
@@ -24,6 +25,7 @@ NewPassword::NewPassword(const Question& question, QWidget* parent)
       m_second(new PasswordLine(u"txtAgain"_s, this)),
       m_alert(new AlertLabel(this)) {
   setObjectName(u"newPassword"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#txtPassword"_s);
   setWindowTitle(question.title);
   Build(question);
 }
@@ -53,6 +55,15 @@ void NewPassword::Build(const Question& question) {
   m_accept = buttons->button(QDialogButtonBox::Ok);
   m_accept->setText(u"&Aceptar"_s);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  QWidget* before = m_name != nullptr ? static_cast<QWidget*>(m_name) : m_current;
+  if (before != nullptr) {
+    setTabOrder(before, m_first);
+    before->setFocus();
+  }
+  setTabOrder(m_first, m_second);
+  setTabOrder(m_second, m_accept);
+  setTabOrder(m_accept, buttons->button(QDialogButtonBox::Cancel));
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
   all->addWidget(text);
   all->addLayout(form);

@@ -3,6 +3,9 @@
 #include <QAccessible>
 #include <QAction>
 #include <QIcon>
+#include <QLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -32,10 +35,24 @@ AlertLabel::AlertLabel(QWidget* parent) : QLabel(parent) {
   hide();
 }
 
+// A layout by itself squeezes what is there.
+void AlertLabel::MakeRoom() {
+  QLayout* layout = window()->layout();
+  if (layout == nullptr) {
+    return;
+  }
+  layout->activate();
+  const QSize size = window()->size();
+  const int wanted =
+      layout->hasHeightForWidth() ? layout->totalHeightForWidth(size.width()) : layout->totalSizeHint().height();
+  window()->resize(size.width(), std::max(size.height(), wanted));
+}
+
 void AlertLabel::Say(const QString& text) {
   setText(text);
   setVisible(!text.isEmpty());
   if (!text.isEmpty()) {
+    MakeRoom();
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
   }

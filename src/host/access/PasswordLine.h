@@ -13,6 +13,9 @@ class PasswordLine : public QLineEdit {
   explicit PasswordLine(const QString& name, QWidget* parent = nullptr);
 };
 
+/// A form of passwords is at least so wide, so that its sentences stay short.
+constexpr int formCharacters = 56;
+
 /// What a form of passwords has to say; hidden while that is nothing. Screen readers are told.
 class AlertLabel : public QLabel {
   Q_OBJECT
@@ -20,7 +23,11 @@ class AlertLabel : public QLabel {
  public:
   explicit AlertLabel(QWidget* parent = nullptr);
 
+  /// The window grows by it.
   void Say(const QString& text);
+
+ private:
+  void MakeRoom();
 };
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include "host/access/NewPassword.h"
 #include "host/access/PasswordLine.h"
 #include "host/access/RightsWatch.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/OpenConnection.h"
 
 #include <QComboBox>
@@ -54,6 +55,7 @@ SignIn::SignIn(Session& session, Door& door, const QString& place, const QString
       m_alert(new AlertLabel(this)),
       m_enter(new QPushButton(u"&Entrar"_s, this)) {
   setObjectName(u"signIn"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#txtPassword"_s);
   setWindowTitle(u"Entrar"_s);
   m_name->setObjectName(u"cboUser"_s);
   m_name->setEditable(true);
@@ -98,11 +100,15 @@ void SignIn::Build(const QString& place) {
   auto* leave = new QPushButton(u"&Salir"_s, this);
   leave->setObjectName(u"leave"_s);
   leave->setAutoDefault(false);
+  setTabOrder(m_password, m_enter);
+  setTabOrder(m_enter, leave);
+  setTabOrder(leave, forgotten);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(forgotten);
   buttons->addStretch(1);
   buttons->addWidget(m_enter);
   buttons->addWidget(leave);
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
   all->addWidget(heading);
   all->addWidget(PlainLabel(u"%1 · %2"_s.arg(QFileInfo(place).fileName(), QSysInfo::machineHostName()), this));

@@ -1,6 +1,7 @@
 #include "host/access/UserDialog.h"
 
 #include "host/access/PasswordLine.h"
+#include "host/help/HelpDesk.h"
 #include "platform/automation/Error.h"
 
 #include <QComboBox>
@@ -22,6 +23,7 @@ UserDialog::UserDialog(Session& session, const Account& account, QWidget* parent
       m_rights(new QComboBox(this)),
       m_alert(new AlertLabel(this)) {
   setObjectName(u"userDialog"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#cboRights"_s);
   setWindowTitle(account.id == 0 ? u"Agregar usuario"_s : u"Modificar usuario"_s);
   Build(account);
 }
@@ -42,6 +44,7 @@ void UserDialog::Build(const Account& account) {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setText(u"&Aceptar"_s);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
+  setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* form = new QFormLayout(this);
   form->addRow(u"&Usuario:"_s, m_name);
   form->addRow(u"&Nombre completo:"_s, m_fullName);

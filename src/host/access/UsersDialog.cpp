@@ -2,6 +2,7 @@
 
 #include "host/access/NewPassword.h"
 #include "host/access/UserDialog.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/Deletion.h"
 #include "host/records/MomentText.h"
 #include "host/records/NodeCatalog.h"
@@ -16,10 +17,13 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -27,19 +31,19 @@ namespace host {
 
 namespace {
 
-QString PasswordText(const Account& account, bool asks) {
+QString PasswordText(const Account& account) {
   if (account.isOff) {
     return u"desactivado"_s;
   }
   if (account.hash.isEmpty()) {
-    return asks ? u"no tiene: no puede entrar"_s : u"no tiene"_s;
+    return u"no tiene"_s;
   }
   return account.mustChange ? u"por elegir al entrar"_s : u"puesta "_s + DayAndTime(account.passwordSince);
 }
 
-QStringList Cells(const Account& account, bool asks) {
+QStringList Cells(const Account& account) {
   return {account.name, account.fullName, RightsText(account.rights),
-          account.lastEntry.isValid() ? DayAndTime(account.lastEntry) : QString(), PasswordText(account, asks)};
+          account.lastEntry.isValid() ? DayAndTime(account.lastEntry) : QString(), PasswordText(account)};
 }
 
 }  // namespace
@@ -52,6 +56,7 @@ UsersDialog::UsersDialog(ComponentBridge& bridge, QWidget* parent)
       m_locks(new QCheckBox(u"&Bloquear el programa tras"_s, this)),
       m_minutes(new QSpinBox(this)) {
   setObjectName(u"usersDialog"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#userList"_s);
   setWindowTitle(u"Usuarios"_s);
   BuildList();
   auto* grid = new QGridLayout(this);
@@ -63,8 +68,13 @@ UsersDialog::UsersDialog(ComponentBridge& bridge, QWidget* parent)
   grid->addWidget(buttons, 2, 0, 1, 2);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   Read();
-  constexpr int lines = 8;
-  m_list->setMinimumSize(fontMetrics().averageCharWidth() * 60, fontMetrics().height() * lines);
+  constexpr int lines = 14;
+  const QMargins margins = grid->contentsMargins();
+  constexpr int slack = 10;
+  resize(m_list->header()->length() + fontMetrics().averageCharWidth() * slack +
+             m_list->verticalScrollBar()->sizeHint().width() + m_password->sizeHint().width() +
+             grid->horizontalSpacing() + margins.left() + margins.right() + 2 * m_list->frameWidth(),
+         std::max(sizeHint().height(), fontMetrics().height() * 2 * lines));
 }
 
 void UsersDialog::BuildList() {
@@ -148,7 +158,7 @@ void UsersDialog::Read() {
     const QSignalBlocker quiet(m_list);
     m_list->clear();
     for (const Account& account : std::as_const(m_accounts)) {
-      new QTreeWidgetItem(m_list, Cells(account, asks));
+      new QTreeWidgetItem(m_list, Cells(account));
     }
     m_asks->setChecked(asks);
     m_locks->setEnabled(asks);
@@ -158,6 +168,7 @@ void UsersDialog::Read() {
   });
   for (int column = 0; column < m_list->columnCount(); ++column) {
     m_list->resizeColumnToContents(column);
+    m_list->setColumnWidth(column, m_list->columnWidth(column) + fontMetrics().averageCharWidth() * 2);
   }
   Choose(id);
 }
@@ -184,7 +195,7 @@ void UsersDialog::ShowChoice() {
   const bool isOwn = account != nullptr && account->id == m_bridge.Session().userId;
   m_switch->setEnabled(account != nullptr && !isOwn);
   m_delete->setEnabled(account != nullptr && !isOwn);
-  m_switch->setText(account != nullptr && account->isOff ? u"A&ctivar"_s : u"&Desactivar"_s);
+  m_switch->setText(account != nullptr && account->isOff ? u"Act&ivar"_s : u"&Desactivar"_s);
 }
 
 void UsersDialog::Add() {

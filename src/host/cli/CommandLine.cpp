@@ -177,6 +177,9 @@ class Parser {
     } else if (command == u"bloqueos"_s) {
       m_line.command = Command::Locks;
       LockWords();
+    } else if (command == u"usuarios"_s) {
+      m_line.command = Command::Users;
+      UserWords();
     } else if (command == u"cartas"_s || command == u"etiquetas"_s) {
       m_line.command = command == u"cartas"_s ? Command::Letters : Command::Labels;
     } else if (command == u"importar"_s || command == u"exportar"_s) {
@@ -203,6 +206,21 @@ class Parser {
     if (!valid) {
       Refuse(u"Diga qué bloqueo se suelta: kel-host bloqueos soltar NÚMERO"_s);
     }
+  }
+
+  void UserWords() {
+    const QString act = m_words.isEmpty() ? u"lista"_s : m_words.takeFirst();
+    if (act == u"lista"_s) {
+      return;
+    }
+    if (act != u"nueva-clave"_s && act != u"administrador"_s) {
+      Refuse(u"No se conoce la orden «usuarios %1»."_s.arg(act));
+    }
+    m_line.userAct = act == u"nueva-clave"_s ? UserAct::NewPassword : UserAct::Administrator;
+    if (m_words.isEmpty()) {
+      Refuse(u"Diga de quién: kel-host usuarios %1 NOMBRE"_s.arg(act));
+    }
+    m_line.userName = m_words.takeFirst();
   }
 
   void Check() const {
@@ -271,6 +289,32 @@ class Parser {
   CommandLine m_line;
 };
 
+QString UsageHelp() {
+  return u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
+         "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
+         "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
+         "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+         "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
+         "     kel-host verificar-conexion B [CLASE]   pasa las sentencias del componente por la conexión de otro "
+         "programa\n"
+         "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la "
+         "copia\n"
+         "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
+         "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+         "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
+         "permisos\n"
+         "     kel-host bloqueos                       dice quién está modificando qué registro\n"
+         "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
+         "     kel-host usuarios                       dice quién puede entrar en la base de datos, y con qué "
+         "derechos\n"
+         "     kel-host usuarios nueva-clave NOMBRE    le da otra contraseña (solo el dueño del archivo)\n"
+         "     kel-host usuarios administrador NOMBRE  lo hace administrador (solo el dueño del archivo)\n"
+         "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
+         "     kel-host etiquetas --hoja I --seleccion NOMBRE SALIDA   escribe etiquetas de envío\n"
+         "     kel-host etiquetas --hoja I --cabecera I SALIDA         etiquetas de remite (--cuantas N)\n"
+         "     kel-host etiquetas --hoja I SALIDA                      con una hoja de discos bancarios: los discos\n\n"_s;
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(const QStringList& arguments) {
@@ -278,26 +322,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
 }
 
 QString CommandLineHelp() {
-  QString text =
-      u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
-      "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
-      "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
-      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
-      "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
-      "     kel-host verificar-conexion B [CLASE]   pasa las sentencias del componente por la conexión de otro "
-      "programa\n"
-      "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
-      "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
-      "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
-      "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
-      "permisos\n"
-      "     kel-host bloqueos                       dice quién está modificando qué registro\n"
-      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
-      "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
-      "     kel-host etiquetas --hoja I --seleccion NOMBRE SALIDA   escribe etiquetas de envío\n"
-      "     kel-host etiquetas --hoja I --cabecera I SALIDA         etiquetas de remite (--cuantas N)\n"
-      "     kel-host etiquetas --hoja I SALIDA                      con una hoja de discos bancarios: los discos\n\n"
-      "  --archivo F    archivo de la base de datos\n"
+  QString text = UsageHelp();
+  text +=
+      u"  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
       "                 o postgresql://usuario@servidor/base\n"
       "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"
@@ -338,9 +365,7 @@ QString CommandLineHelp() {
       "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
       "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
       "  --hoja H       con «importar»: la única hoja o tabla que se lee, por su nombre o su número\n"
-      "  --codificacion C, --separador S  con «importar»: cómo leer una lista: utf-8, utf-16 o windows-1252; «;», "
-      "«,»,\n"
-      "                 «|» o tab\n"
+      "  --codificacion C, --separador S  con «importar»: utf-8, utf-16 o windows-1252; «;», «,», «|» o tab\n"
       "  --respuestas F con «importar»: respuestas a las preguntas, como las da el informe entre corchetes\n"
       "  --sin-eliminados  con «importar»: deja fuera lo eliminado que nadie usa\n"
       "  --informe F    con «importar»: el informe, también en un archivo\n"

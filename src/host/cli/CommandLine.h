@@ -23,6 +23,7 @@ enum class Command {
   Check,
   SetUp,
   Locks,
+  Users,
   Letters,
   Labels,
   Import,
@@ -30,6 +31,9 @@ enum class Command {
   Help,
   Version,
 };
+
+/// What usuarios does.
+enum class UserAct { List, NewPassword, Administrator };
 
 /// The program's arguments, understood.
 struct CommandLine {
@@ -46,8 +50,10 @@ struct CommandLine {
   int limit = 20;              ///< --limite: seconds that a call of verificar-… may take.
   QString copy;                ///< Of copia and restaurar: the file of the copy.
   std::optional<int> release;  ///< Of bloqueos: the lock to release.
-  MailingOptions mailing;      ///< Of cartas and etiquetas.
-  MovingOptions moving;        ///< Of importar and exportar.
+  UserAct userAct = UserAct::List;  ///< Of usuarios, and to whom.
+  QString userName;
+  MailingOptions mailing;  ///< Of cartas and etiquetas.
+  MovingOptions moving;    ///< Of importar and exportar.
   int node = -1;
   int action = 0;
   int id = 0;

@@ -1,6 +1,7 @@
 #include "host/cli/LockCommand.h"
 
 #include "database/Database.h"
+#include "host/cli/PrintedTable.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/LocksDialog.h"
 #include "platform/automation/Error.h"
@@ -17,23 +18,6 @@ namespace {
 
 QStringList Cells(const HeldRecord& record) {
   return QStringList{QString::number(record.holder.number)} + record.Columns();
-}
-
-void Print(const QList<QStringList>& table) {
-  QList<qsizetype> widths(table.constFirst().size());
-  for (const QStringList& row : table) {
-    for (qsizetype column = 0; column < row.size(); ++column) {
-      widths[column] = std::max(widths[column], row[column].size());
-    }
-  }
-  QTextStream out(stdout);
-  for (const QStringList& row : table) {
-    QString line;
-    for (qsizetype column = 0; column < row.size(); ++column) {
-      line += row[column].leftJustified(widths[column] + 2);
-    }
-    out << line.trimmed() << '\n';
-  }
 }
 
 void Release(Session& session, const QList<HeldRecord>& records, int number) {
@@ -67,7 +51,7 @@ void RunLockCommand(const CommandLine& line) {
   for (const HeldRecord& record : records) {
     table.append(Cells(record));
   }
-  Print(table);
+  PrintTable(table);
 }
 
 }  // namespace host

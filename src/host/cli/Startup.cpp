@@ -3,6 +3,7 @@
 #include "database/Database.h"
 #include "database/Maintenance.h"
 #include "database/Presence.h"
+#include "host/access/Accounts.h"
 #include "host/desktop/PatientConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
@@ -15,6 +16,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <unistd.h>
+
 namespace host {
 
 using namespace Qt::StringLiterals;
@@ -22,6 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype longestName = 50;
+constexpr int usualKind = 2;
 
 void SignIn(adodb::Connection& connection, const std::optional<int>& user, Session& session) {
   // Without a wish, an administrator: the flag is -1 for them, 0 for the others.
@@ -106,6 +110,11 @@ void RequireWanted(const Target& target, const CommandLine& line) {
   }
 }
 
+bool OwnsFile(const database::Place& place) {
+  const uid_t user = geteuid();
+  return user == 0 || QFileInfo(place.file).ownerId() == user;
+}
+
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   auto started = std::make_unique<StartedSession>();
   const Target target = TargetOf(line);
@@ -133,6 +142,10 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   session.icon = u":/kel/kel.png"_s;
   session.helpFile = HelpFile();
   SignIn(*started->connection, line.user, session);
+  if (target.place.IsFile() && !OwnsFile(target.place) && AsksForPasswords(*started->connection)) {
+    // An administrator is who signs in as one.
+    session.userKind = usualKind;
+  }
   ReadInstallation(*started->connection, session);
   return started;
 }

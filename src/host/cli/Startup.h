@@ -36,6 +36,9 @@ Target TargetOf(const CommandLine& line);
 /// folder then must be there. A mistyped path makes nothing. A database on a server always has been made there.
 void RequireWanted(const Target& target, const CommandLine& line);
 
+/// Whether who runs the program owns the database's file, and so is an administrator on the command line.
+bool OwnsFile(const database::Place& place);
+
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
 /// RequireWanted, CannotOpen where everybody may write in a folder on the way, and 5 for a user that does not exist. A
 /// database that can't be written is opened for viewing.

@@ -6,6 +6,7 @@
 #include "host/cli/MailingCommand.h"
 #include "host/cli/MovingCommand.h"
 #include "host/cli/Registration.h"
+#include "host/cli/UserCommand.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/verification/Verification.h"
 #include "platform/automation/Error.h"
@@ -59,6 +60,9 @@ int Run(const host::CommandLine& line, int& argc, char** argv) {
     }
     case host::Command::Locks:
       host::RunLockCommand(line);
+      return host::ExitDone;
+    case host::Command::Users:
+      host::RunUserCommand(line);
       return host::ExitDone;
     case host::Command::Letters:
     case host::Command::Labels:

@@ -71,11 +71,8 @@ std::optional<QString> AskPasswordInBox(const QString& shown, bool isRepeated) {
   return box.exec() == QDialog::Accepted ? std::optional(password->text()) : std::nullopt;
 }
 
-std::optional<QString> AskPasswordOnTerminal(const QString& shown, bool isRepeated) {
-  if (isatty(STDIN_FILENO) == 0) {
-    return std::nullopt;
-  }
-  std::fprintf(stderr, "%s ", qUtf8Printable(Question(shown, isRepeated)));
+std::optional<QString> ReadUnseen(const QString& question) {
+  std::fprintf(stderr, "%s ", qUtf8Printable(question));
   const Unseen unseen;
   std::string answer;
   for (int c = std::getchar(); c != '\n' && c != EOF; c = std::getchar()) {
@@ -83,6 +80,10 @@ std::optional<QString> AskPasswordOnTerminal(const QString& shown, bool isRepeat
   }
   std::fputc('\n', stderr);
   return answer.empty() ? std::nullopt : std::optional(QString::fromLocal8Bit(answer.c_str()));
+}
+
+std::optional<QString> AskPasswordOnTerminal(const QString& shown, bool isRepeated) {
+  return isatty(STDIN_FILENO) == 0 ? std::nullopt : ReadUnseen(Question(shown, isRepeated));
 }
 
 }  // namespace host

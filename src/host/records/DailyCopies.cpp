@@ -1,6 +1,7 @@
 #include "host/records/DailyCopies.h"
 
 #include "database/Place.h"
+#include "platform/automation/Error.h"
 #include "platform/process/PrivateFiles.h"
 
 #include <QDir>
@@ -45,7 +46,14 @@ void MakeDailyCopy(const QString& connectionString, QDate today, const database:
   const QString copy = folder.filePath(u"%1-%2.db"_s.arg(name, today.toString(Qt::ISODate)));
   process::CreatePrivateFolder(folder.path());
   if (!QFileInfo::exists(copy)) {
-    database::CopyDatabase(connectionString, copy, stop);
+    try {
+      database::CopyDatabase(connectionString, copy, stop);
+    } catch (const automation::Error&) {
+      // One that another program made, started at the same moment, is as good.
+      if (!QFileInfo::exists(copy)) {
+        throw;
+      }
+    }
   }
   DeleteOldOnes(folder, name, today);
 }

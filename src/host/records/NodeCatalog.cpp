@@ -246,7 +246,7 @@ std::vector<Node> Printing() {
 
 std::vector<Node> Administration() {
   return {
-      // Users are entered by the program that manages their rights. Until they can be entered here, none is taken out.
+      // They are changed in a dialog of their own (host/access).
       {.id = numbers.Usuarios(),
        .group = administration,
        .title = u"Usuarios"_s,

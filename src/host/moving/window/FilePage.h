@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QComboBox;
+class QFormLayout;
 class QLabel;
 class QLineEdit;
 
@@ -33,7 +34,7 @@ class FilePage : public QWidget {
  private:
   void Browse();
   void ShowSheet();
-  QComboBox* AddBox(const char* name, const QString& label, class QFormLayout& form);
+  QComboBox* AddBox(const char* name, const QString& label, QFormLayout& form);
 
   moving::Outline m_outline;
   QString m_read;  ///< The file that was wanted last.

@@ -1,0 +1,242 @@
+"""What people do with the installed program from beginning to end. Usage: journeys.py PREFIX PICTURES [JOURNEY...]
+
+A journey ends at once where something is not there that a person would look for; a picture of the screen is kept then.
+"""
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import time
+import traceback
+
+import pyatspi
+
+from desktop import Missing, Program, below, click, keys, shows, until
+
+PLACE = pathlib.Path(os.environ["KEL_E2E_PLACE"])
+ROW = pyatspi.ROLE_TABLE_CELL
+
+
+class Office:
+    """A program's main window."""
+
+    def __init__(self, program):
+        self.program = program
+        self.window = program.window("– Kel")
+
+    def choose(self, node):
+        """Its records, by a click in the tree."""
+        tree = self.window.find("Clases de registro", pyatspi.ROLE_TREE)
+        self.window.front()
+        click(until(lambda: next((cell for cell in below(tree) if cell.name == node), None), f"«{node}» in the tree"))
+        self.window = self.program.window(node)
+
+    def rows(self):
+        table = self.window.find("Registros", pyatspi.ROLE_TABLE)
+        return [cell.name for cell in below(table) if cell.getRole() == ROW and shows(cell)]
+
+    def select(self, text):
+        until(lambda: text in self.rows(), f"a row «{text}»")
+        table = self.window.front().find("Registros", pyatspi.ROLE_TABLE)
+        click(next(cell for cell in below(table) if cell.getRole() == ROW and cell.name == text and shows(cell)))
+
+    def press(self, name):
+        self.window.press(name)
+
+    def strip(self, words, seconds=20):
+        """The strip above the list that says so."""
+        return until(lambda: next((text for text in self.window.texts() if words in text), None),
+                     f"a strip «{words}»", seconds)
+
+    def add_bank(self, number, name):
+        self.press("Agregar")
+        dialog = self.program.window("Agregar banco")
+        dialog.fill("Número", number)
+        dialog.fill("Nombre", name)
+        dialog.press("Aceptar")
+        dialog.gone()
+
+
+def new_file(name):
+    folder = PLACE / name
+    folder.mkdir()
+    return ["--archivo", folder / "oficina.db", "--crear"]
+
+
+def server_database(name):
+    folder = (PLACE / "server").read_text().strip()
+    subprocess.run(["createdb", "-h", folder, "-U", "postgres", name], check=True)
+    base = f"Motor=postgres;Servidor={folder};Usuario=postgres;Base={name}"
+    subprocess.run([Program.installed / "bin/kel-host", "preparar", "--base", base], check=True, stdout=subprocess.DEVNULL,
+                   env=Program.environment_of(PLACE / "owner"))
+    return ["--base", base]
+
+
+def first_issuer():
+    """From nothing: the issuer's dialog opens all that it needs."""
+    with Program(PLACE / "first") as program:
+        office = Office(program)
+        office.choose("Emisores")
+        office.press("Agregar")
+        issuer = program.window("Agregar emisor")
+        issuer.press("Agregar un presentador nuevo")
+        presenter = program.window("Presentador")
+        presenter.press("Agregar un banco nuevo")
+        bank = program.window("banco")
+        bank.fill("Número", "0049")
+        bank.fill("Nombre", "Banco del Encinar")
+        bank.press("Aceptar")
+        bank.gone()
+        presenter.press("Agregar una sucursal nueva al banco")
+        branch = program.window("sucursal")
+        branch.fill("Código", "0001")
+        branch.fill("Nombre", "Centro")
+        branch.press("Aceptar")
+        branch.gone()
+        for dialog, name, identifier in ((presenter, "Gestoría", "G99000010"), (issuer, "Parroquia", "R9900001J")):
+            dialog.fill("Nombre", name)
+            dialog.fill("NIF / CIF" if dialog is presenter else "NIF", identifier)
+            dialog.fill("Sufijo", "001")
+            dialog.press("Aceptar")
+            dialog.gone()
+        until(lambda: "Parroquia" in office.rows(), "the issuer in the list")
+        keys("ctrl+q")
+        assert program.ended() == 0
+
+
+def two_programs(arguments):
+    with Program(PLACE / "two", *arguments, person="ana") as first:
+        ana = Office(first)
+        with Program(PLACE / "two", *arguments[:2], person="luis") as second:
+            two_people(first, second, ana, Office(second))
+
+
+def two_people(first, second, ana, luis):
+    for office in (ana, luis):
+        office.choose("Bancos")
+    ana.add_bank("0049", "Banco del Encinar")
+    until(lambda: "Banco del Encinar" in luis.rows(), "the new bank in the other list", 4)
+
+    ana.select("Banco del Encinar")
+    ana.press("Modificar")
+    held = first.window("Propiedades del banco")
+    luis.select("Banco del Encinar")
+    luis.press("Modificar")
+    second.answer("Aceptar")
+    refused = second.window("Propiedades del banco")
+    until(lambda: any("Lo está modificando" in text for text in refused.texts()), "who holds it")
+    assert not refused.find("Aceptar").getState().contains(pyatspi.STATE_SENSITIVE)
+    refused.press("Cancelar")
+    refused.gone()
+    held.fill("Nombre", "Banco del Alcornoque")
+    held.press("Aceptar")
+    held.gone()
+    luis.select("Banco del Alcornoque")
+
+    luis.press("Eliminar")
+    second.answer("Sí")
+    until(lambda: "Banco del Alcornoque" not in ana.rows(), "the bank's end in the other list", 4)
+    click(luis.window.front().find("Registros", pyatspi.ROLE_TABLE))
+    keys("ctrl+z")
+    until(lambda: "Banco del Alcornoque" in ana.rows(), "the bank in the other list again", 4)
+
+
+def two_programs_on_a_file():
+    two_programs(new_file("together"))
+
+
+def two_programs_on_a_server():
+    two_programs(server_database("oficina"))
+
+
+def rescue():
+    """What was typed comes back after a Yes with a gap, and after an end by a signal."""
+    arguments = new_file("rescue")
+    with Program(PLACE / "rescue", *arguments) as program:
+        office = Office(program)
+        office.choose("Bancos")
+        office.press("Agregar")
+        dialog = program.window("Agregar banco")
+        dialog.fill("Nombre", "Banco del Encinar")
+        keys("Escape")
+        program.answer("Sí")
+        program.answer("Aceptar")
+        office.strip("Lo que había escrito en «Agregar banco»")
+        office.press("Volver a abrir con ello")
+        again = program.window("Agregar banco")
+        until(lambda: again.text("Nombre") == "Banco del Encinar", "the name that was typed")
+        program.signal(signal.SIGTERM)
+        program.answer("Sí")
+        program.answer("Aceptar")
+        program.ended()
+    with Program(PLACE / "rescue", *arguments) as program:
+        Office(program).strip("Lo que había escrito en «Agregar banco»")
+
+
+def help_of_dialogs():
+    with Program(PLACE / "help", *new_file("helped")) as program:
+        office = Office(program)
+        for node, title, control in (("Bancos", "Agregar banco", "Nombre"), ("Países", "Agregar país", "País")):
+            office.choose(node)
+            office.press("Agregar")
+            dialog = program.window(title)
+            click(dialog.front().find(control, pyatspi.ROLE_TEXT))
+            keys("F1")
+            page = program.window("Ayuda")
+            until(lambda: page.text("Página de la ayuda").lower().startswith(title.split()[1]), f"the page of «{title}»")
+            dialog.press("Cancelar")
+            dialog.gone()
+
+
+def killed_with_a_lock():
+    """The lock of a program that was killed holds nobody up."""
+    arguments = new_file("killed")
+    with Program(PLACE / "killed", *arguments) as program:
+        office = Office(program)
+        office.choose("Bancos")
+        office.add_bank("0049", "Banco del Encinar")
+        office.select("Banco del Encinar")
+        office.press("Modificar")
+        program.window("Propiedades del banco").fill("Nombre", "Otro")
+        program.signal(signal.SIGKILL)
+        program.ended()
+    with Program(PLACE / "killed", *arguments) as program:
+        office = Office(program)
+        office.choose("Bancos")
+        office.select("Banco del Encinar")
+        office.press("Modificar")
+        dialog = program.window("Propiedades del banco")
+        dialog.fill("Nombre", "Banco del Alcornoque")
+        dialog.press("Aceptar")
+        dialog.gone()
+        until(lambda: "Banco del Alcornoque" in office.rows(), "the bank's new name")
+
+
+JOURNEYS = (first_issuer, two_programs_on_a_file, two_programs_on_a_server, rescue, help_of_dialogs, killed_with_a_lock)
+
+
+def main():
+    Program.installed = pathlib.Path(sys.argv[1]).resolve()
+    Program.pictures = pathlib.Path(sys.argv[2])
+    wanted = sys.argv[3:]
+    known = {journey.__name__: journey for journey in JOURNEYS}
+    if set(wanted) - set(known):
+        sys.exit("No hay esos recorridos. Son: " + ", ".join(known))
+    failed = 0
+    for name in wanted or known:
+        begin = time.monotonic()
+        try:
+            known[name]()
+            outcome = "bien"
+        except (Missing, AssertionError, subprocess.SubprocessError) as fault:
+            failed += 1
+            outcome = f"FALLO: {fault}"
+            traceback.print_exc()
+        print(f"{name:32}{time.monotonic() - begin:5.1f} s  {outcome}", flush=True)
+    print(f"{len(wanted or known) - failed} recorridos bien, {failed} con fallos.")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
