@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -21,9 +22,10 @@ constexpr qint64 mostBytes = 512 << 20;
   throw automation::Error(automation::InvalidProcedureCall, u"Línea %1 de la lista: %2."_s.arg(line).arg(what));
 }
 
+// Works on the bytes: a list has many times the size of what is taken out of it at a time.
 class Fields {
  public:
-  Fields(const QString& text, QChar separator) : m_text(text), m_separator(separator) {}
+  Fields(QByteArrayView text, char separator) : m_text(text), m_separator(separator) {}
 
   bool AtEnd() const { return m_at >= m_text.size(); }
   qint64 Line() const { return m_line; }
@@ -32,7 +34,7 @@ class Fields {
     SourceRow row;
     for (bool goesOn = true; goesOn;) {
       row.append(NextField());
-      goesOn = m_at < m_text.size() && m_text.at(m_at) == m_separator;
+      goesOn = Is(m_separator);
       m_at += goesOn ? 1 : 0;
       if (row.size() > reader::mostColumns) {
         Refuse(m_line, u"tiene demasiadas columnas");
@@ -44,55 +46,56 @@ class Fields {
 
  private:
   SourceCell NextField() {
-    const QString text = m_at < m_text.size() && m_text.at(m_at) == u'"' ? Quoted() : Plain();
+    const QString text = Is('"') ? QString::fromUtf8(Quoted()) : QString::fromUtf8(Plain());
     return {text.isEmpty() ? Cell::None : Cell::Text, text};
   }
 
-  QString Plain() {
+  bool Is(char wanted) const { return m_at < m_text.size() && m_text[m_at] == wanted; }
+
+  QByteArrayView Plain() {
     const qsizetype begin = m_at;
-    while (m_at < m_text.size() && m_text.at(m_at) != m_separator && m_text.at(m_at) != u'\n' &&
-           m_text.at(m_at) != u'\r') {
+    while (m_at < m_text.size() && m_text[m_at] != m_separator && m_text[m_at] != '\n' && m_text[m_at] != '\r') {
       ++m_at;
     }
-    return m_text.mid(begin, m_at - begin);
+    return m_text.sliced(begin, m_at - begin);
   }
 
-  QString Quoted() {
+  QByteArray Quoted() {
     const qint64 begin = m_line;
-    QString text;
+    QByteArray text;
     for (++m_at; m_at < m_text.size(); ++m_at) {
-      const QChar each = m_text.at(m_at);
-      m_line += each == u'\n' ? 1 : 0;
-      if (each != u'"') {
+      const char each = m_text[m_at];
+      m_line += each == '\n' ? 1 : 0;
+      if (each != '"') {
         text.append(each);
-      } else if (m_at + 1 < m_text.size() && m_text.at(m_at + 1) == u'"') {
+      } else if (m_at + 1 < m_text.size() && m_text[m_at + 1] == '"') {
         text.append(each);
         ++m_at;
       } else {
         ++m_at;
-        return text + Plain();
+        return text.append(Plain());
       }
     }
     Refuse(begin, u"unas comillas no se cierran nunca");
   }
 
   void EndLine() {
-    m_at += m_at < m_text.size() && m_text.at(m_at) == u'\r' ? 1 : 0;
-    m_at += m_at < m_text.size() && m_text.at(m_at) == u'\n' ? 1 : 0;
+    m_at += Is('\r') ? 1 : 0;
+    m_at += Is('\n') ? 1 : 0;
     ++m_line;
   }
 
-  const QString& m_text;
-  QChar m_separator;
+  QByteArrayView m_text;
+  char m_separator;
   qsizetype m_at = 0;
   qint64 m_line = 1;
 };
 
 // How many fields the first rows have with a separator; 0 where they don't agree.
-qsizetype CommonFields(const QString& text, QChar separator) {
+qsizetype CommonFields(QByteArrayView text, char separator) {
   constexpr int looked = 50;
   constexpr qsizetype enough = 500'000;
-  const QString begin = text.left(enough);
+  const QByteArrayView begin = text.first(std::min(text.size(), enough));
   qsizetype common = -1;
   try {
     Fields fields(begin, separator);
@@ -110,37 +113,37 @@ qsizetype CommonFields(const QString& text, QChar separator) {
   return common;
 }
 
-QChar SeparatorOf(const QString& text) {
-  for (const QChar separator : {u';', u'\t', u',', u'|'}) {
+char SeparatorOf(QByteArrayView text) {
+  for (const char separator : {';', '\t', ',', '|'}) {
     if (CommonFields(text, separator) >= 2) {
       return separator;
     }
   }
   // A list of one column, or a ragged one.
-  return u';';
+  return ';';
 }
 
-QString Content(const QString& path, const QString& encoding) {
+QByteArray Content(const QString& path, const QString& encoding) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {
     throw automation::Error(automation::InvalidProcedureCall,
                             u"No se puede leer el archivo «%1». Compruebe sus permisos."_s.arg(path));
   }
-  const QByteArray bytes = file.read(mostBytes + 1);
+  QByteArray bytes = file.read(mostBytes + 1);
   if (bytes.size() > mostBytes) {
     throw automation::Error(automation::InvalidProcedureCall, u"El archivo «%1» es demasiado grande."_s.arg(path));
   }
-  return DecodeList(bytes, encoding);
+  return ListAsUtf8(std::move(bytes), encoding);
 }
 
 }  // namespace
 
 void ReadCsv(const QString& path, const ListForm& form, SourceListener& listener, const database::Stop& stop) {
-  const QString text = Content(path, form.encoding);
-  if (const qsizetype nul = text.indexOf(QChar(0)); nul >= 0) {
-    Refuse(QStringView(text).first(nul).count(u'\n') + 1, u"no es texto");
+  const QByteArray text = Content(path, form.encoding);
+  if (const qsizetype nul = text.indexOf('\0'); nul >= 0) {
+    Refuse(QByteArrayView(text).first(nul).count('\n') + 1, u"no es texto");
   }
-  Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator);
+  Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator.toLatin1());
   listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}});
   while (!fields.AtEnd()) {
     if (stop && stop()) {

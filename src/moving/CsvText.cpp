@@ -4,17 +4,9 @@
 
 #include <QStringDecoder>
 
-#include <optional>
-
 namespace moving {
 
 namespace {
-
-std::optional<QString> Decoded(const QByteArray& bytes, QStringConverter::Encoding encoding) {
-  QStringDecoder decoder(encoding);
-  QString text = decoder.decode(bytes);
-  return decoder.hasError() ? std::nullopt : std::optional(text);
-}
 
 QString FromWindows(const QByteArray& bytes) {
   QString text = QString::fromLatin1(bytes);
@@ -28,19 +20,21 @@ QString FromWindows(const QByteArray& bytes) {
 
 }  // namespace
 
-QString DecodeList(const QByteArray& bytes, const QString& encoding) {
-  if (encoding == u"windows-1252") {
-    return FromWindows(bytes);
+QByteArray ListAsUtf8(QByteArray bytes, const QString& encoding) {
+  const QByteArray mark = "\xEF\xBB\xBF";
+  const bool isOpen = encoding.isEmpty();
+  // A mark says which bytes come first, and is taken away.
+  if (encoding == u"utf-16" || (isOpen && (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")))) {
+    return QString(QStringDecoder(QStringConverter::Utf16).decode(bytes)).toUtf8();
   }
-  if (encoding == u"utf-8") {
-    return QStringDecoder(QStringConverter::Utf8).decode(bytes);
+  const bool isUtf8 = QByteArrayView(bytes).isValidUtf8();
+  if (encoding == u"windows-1252" || (isOpen && !isUtf8)) {
+    return FromWindows(bytes).toUtf8();
   }
-  // The mark says which bytes come first, and is taken away.
-  if (encoding == u"utf-16" || bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
-    return QStringDecoder(QStringConverter::Utf16).decode(bytes);
+  if (!isUtf8) {
+    bytes = QString::fromUtf8(bytes).toUtf8();
   }
-  const auto text = Decoded(bytes, QStringConverter::Utf8);
-  return text ? *text : FromWindows(bytes);
+  return bytes.startsWith(mark) ? bytes.remove(0, mark.size()) : bytes;
 }
 
 }  // namespace moving

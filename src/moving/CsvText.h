@@ -5,8 +5,8 @@
 
 namespace moving {
 
-/// The characters of a list's bytes in the encoding of ListForm; without one by its mark, else UTF-8 where all of it
-/// is that, else Windows-1252.
-QString DecodeList(const QByteArray& bytes, const QString& encoding = {});
+/// A list's bytes as UTF-8 without a mark, from the encoding of ListForm; without one by their mark, else UTF-8 where
+/// all of it is that, else Windows-1252.
+QByteArray ListAsUtf8(QByteArray bytes, const QString& encoding = {});
 
 }  // namespace moving

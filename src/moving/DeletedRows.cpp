@@ -14,10 +14,13 @@ void SkipDeletedRows(Survey& survey) {
         continue;
       }
       const QSet<qint64>& keys = used[rule->table];
-      for (RowFacts& row : table.rows) {
-        row.isSkipped = !row.isLive && !keys.contains(row.key);
+      for (std::size_t i = 0; i < table.rows.Count(); ++i) {
+        if (!table.rows.At(i).isLive && !keys.contains(table.rows.KeyAt(i))) {
+          table.rows.Skip(i);
+        }
       }
-      for (const RowFacts& row : table.rows) {
+      for (std::size_t at = 0; at < table.rows.Count(); ++at) {
+        const RowFacts row = table.rows.At(at);
         for (qsizetype i = 0; !row.isSkipped && i < row.references.size(); ++i) {
           used[table.shape->References()[i].target].insert(row.references[i]);
         }

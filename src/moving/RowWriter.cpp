@@ -62,7 +62,7 @@ void RowWriter::Row(const SourceRow& row) {
   if (!m_table->match) {
     return;
   }
-  if (m_row >= m_table->rows.size()) {
+  if (m_row >= m_table->rows.Count()) {
     RefuseChangedFile();
   }
   const Fate& fate = m_plan.FateOf(*m_table, m_row);
@@ -91,7 +91,7 @@ void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
 }
 
 void RowWriter::EndTable(qint64 /*missing*/) {
-  if (m_table->match && m_row != m_table->rows.size()) {
+  if (m_table->match && m_row != m_table->rows.Count()) {
     RefuseChangedFile();
   }
   std::ranges::stable_sort(m_table->report.findings, {}, &Finding::row);

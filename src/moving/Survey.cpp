@@ -37,10 +37,11 @@ void Survey::Row(const SourceRow& row) {
     return;
   }
   const ConvertedRow converted = Convert(*table.match, row);
-  const auto number = qsizetype(table.rows.size());
-  table.rows.push_back(table.shape->FactsOf(converted.values));
-  if (!converted.refusal.isEmpty()) {
-    table.rows.back().isRefused = true;
+  const auto number = qsizetype(table.rows.Count());
+  RowFacts facts = table.shape->FactsOf(converted.values);
+  facts.isRefused = !converted.refusal.isEmpty();
+  table.rows.Append(facts);
+  if (facts.isRefused) {
     table.report.Add(NoteOn(table, number, u"no entra: "_s + converted.refusal));
     return;
   }
@@ -59,13 +60,13 @@ void Survey::EndTable(qint64 missing) {
 }
 
 QString RowName(const SurveyedTable& table, qsizetype row) {
-  const qint64 key = table.rows[std::size_t(row)].key;
+  const qint64 key = table.rows.KeyAt(std::size_t(row));
   return key != 0 ? u"%1 %2"_s.arg(table.shape->Here().columns.front().name, QString::number(key))
                   : u"Fila %1"_s.arg(row + 1);
 }
 
 QString RowWord(const SurveyedTable& table, qsizetype row) {
-  const qint64 key = table.rows[std::size_t(row)].key;
+  const qint64 key = table.rows.KeyAt(std::size_t(row));
   return key != 0 ? QString::number(key) : u"fila-%1"_s.arg(row + 1);
 }
 

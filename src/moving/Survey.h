@@ -2,7 +2,7 @@
 
 #include "moving/ImportReport.h"
 #include "moving/ImportWishes.h"
-#include "moving/TableShape.h"
+#include "moving/KeptFacts.h"
 
 #include <memory>
 #include <vector>
@@ -14,7 +14,7 @@ struct SurveyedTable {
   SourceTable source;
   std::unique_ptr<TableMatch> match;  ///< Null for a table that does not come in.
   std::unique_ptr<TableShape> shape;
-  std::vector<RowFacts> rows;
+  KeptFacts rows;
   TableReport report;
 
   /// A table without keys, or with only some: a sheet or a list.

@@ -25,7 +25,7 @@ TableDecision::TableDecision(Plan& plan, SurveyedTable& table, const ImportWishe
       m_fates(plan.m_fates[m_rule.table->name]) {}
 
 void TableDecision::Run() {
-  m_fates.resize(m_table.rows.size());
+  m_fates.resize(m_table.rows.Count());
   for (std::size_t i = 0; i < m_fates.size(); ++i) {
     if (m_wishes.stop && m_wishes.stop()) {
       throw automation::Error(adodb::Stopped, u"Se ha cancelado. No se ha traído nada."_s);
@@ -39,7 +39,7 @@ void TableDecision::Run() {
   // Rows of other tables find them by the file's keys.
   QHash<qint64, qint64> here;
   for (std::size_t i = 0; i < m_fates.size(); ++i) {
-    const qint64 there = m_table.rows[i].key;
+    const qint64 there = m_table.rows.KeyAt(i);
     if (there != 0 && m_fates[i].key != 0 && !here.contains(there)) {
       here.insert(there, m_fates[i].key);
     }
@@ -48,7 +48,7 @@ void TableDecision::Run() {
 }
 
 void TableDecision::DecideRow(std::size_t row) {
-  const RowFacts& facts = m_table.rows[row];
+  const RowFacts facts = m_table.rows.At(row);
   if (facts.isRefused || facts.isSkipped) {
     ++(facts.isRefused ? Report().leftOut : Report().skipped);
     return;
@@ -83,7 +83,7 @@ void TableDecision::DecideKnown(std::size_t row, KnownRecords::Found found) {
     Report().Add(NoteOn(m_table, qsizetype(row), u"está dos veces en el archivo; vale la primera"_s));
   }
   // One that came in as deleted for its number stays so.
-  const bool isOff = m_table.rows[row].isLive && m_known.IsDeleted(found.key) && m_rule.unique.isEmpty() && !isMet;
+  const bool isOff = m_table.rows.At(row).isLive && m_known.IsDeleted(found.key) && m_rule.unique.isEmpty() && !isMet;
   if (isOff && Answer(row, u"estado"_s, u"está eliminado aquí"_s, {},
                       {{u"vuelve"_s, u"vuelve a estar"_s}, {u"queda"_s, u"se queda eliminado"_s}},
                       m_table.IsList() ? 1 : 0) == u"vuelve") {
@@ -96,7 +96,7 @@ void TableDecision::DecideNew(std::size_t row, const RowFacts& translated) {
   if (IsJoined(row) || IsTakenForKnown(row)) {
     return;
   }
-  const RowFacts& facts = m_table.rows[row];
+  const RowFacts facts = m_table.rows.At(row);
   Fate& fate = m_fates[row];
   fate.kind = Fate::Kind::New;
   ++Report().created;
@@ -118,7 +118,7 @@ bool TableDecision::IsJoined(std::size_t row) {
   }
   const auto other = std::size_t(before);
   const bool haveOneName =
-      m_numberName >= 0 && m_table.rows[row].match[m_numberName] == m_table.rows[other].match[m_numberName];
+      m_numberName >= 0 && m_table.rows.At(row).match[m_numberName] == m_table.rows.At(other).match[m_numberName];
   const QString answer = Answer(
       row, u"numero"_s,
       u"su número es también el de %1%2"_s.arg(NameOf(other), haveOneName ? u", que se llama igual"_s : QString()), {},
@@ -134,7 +134,7 @@ bool TableDecision::IsJoined(std::size_t row) {
 }
 
 bool TableDecision::IsTakenForKnown(std::size_t row) {
-  const RowFacts& facts = m_table.rows[row];
+  const RowFacts facts = m_table.rows.At(row);
   const qint64 named = m_beside >= 0 && facts.isLive ? m_known.Named(facts.match[m_beside]) : 0;
   const qint64 alike = facts.isLive ? m_known.Alike(facts) : 0;
   QString answer = u"nuevo"_s;
@@ -161,7 +161,7 @@ bool TableDecision::IsTakenForKnown(std::size_t row) {
 }
 
 qsizetype TableDecision::RowWithItsNumber(std::size_t row) {
-  const RowFacts& facts = m_table.rows[row];
+  const RowFacts facts = m_table.rows.At(row);
   if (m_number < 0 || !facts.isLive || facts.match[m_number].isEmpty()) {
     return -1;
   }
@@ -203,14 +203,14 @@ void TableDecision::GiveNumbers() {
   QSet<qint64> seen;
   bool areKept = true;
   for (const std::size_t row : m_new) {
-    const qint64 key = m_table.rows[row].key;
+    const qint64 key = m_table.rows.KeyAt(row);
     areKept = areKept && key >= 1 && key <= highestKept && !m_known.HasKey(key) && !seen.contains(key);
     seen.insert(key);
   }
   qint64 next = qMax(m_known.HighestKey(), qint64(0)) + 1;
   Report().firstNumber = areKept ? 0 : next;
   for (const std::size_t row : m_new) {
-    m_fates[row].key = areKept ? m_table.rows[row].key : next++;
+    m_fates[row].key = areKept ? m_table.rows.KeyAt(row) : next++;
   }
 }
 

@@ -104,8 +104,8 @@ void tst_command_line::Refused_data() {
   QTest::newRow("unknown option") << u"--archibo|x"_s << u"«--archibo»"_s;
   QTest::newRow("unknown option with one dash") << u"-demo"_s << u"«-demo»"_s;
   QTest::newRow("one dash alone") << u"-"_s << u"«-»"_s;
-  QTest::newRow("whose password") << u"usuarios nueva-clave"_s << u"usuarios nueva-clave NOMBRE"_s;
-  QTest::newRow("unknown act on users") << u"usuarios borrar ana"_s << u"usuarios borrar"_s;
+  QTest::newRow("whose password") << u"usuarios|nueva-clave"_s << u"usuarios nueva-clave NOMBRE"_s;
+  QTest::newRow("unknown act on users") << u"usuarios|borrar|ana"_s << u"usuarios borrar"_s;
   QTest::newRow("no name for the copy") << u"copia"_s << u"copia ARCHIVO"_s;
   QTest::newRow("no copy to restore") << u"restaurar|--crear"_s << u"restaurar COPIA"_s;
   QTest::newRow("nothing to prepare") << u"preparar"_s << u"--base postgresql://"_s;

@@ -98,6 +98,7 @@ void tst_mailing_files::LabelsAreNamed() {
   // Of 337 people 12 lack an address and ten couples share one.
   QCOMPARE(labels->Notes().leftOut.size(), 12);
   QCOMPARE(labels->Labels(), 337 - 12 - 10);
+  QCOMPARE(labels->Notes().abroad, 20);
   QVERIFY_THROWS_EXCEPTION(automation::Error, Labels({.first = 25, .skipped = {}}));
 }
 

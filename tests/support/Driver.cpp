@@ -9,10 +9,13 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
@@ -50,6 +53,13 @@ void TypeCharacters(QWidget* control, const QString& text) {
       QApplication::sendEvent(control, &event);
     }
   }
+}
+
+/// The button that opens what has no room on the tool bar, where that is so for the control; null otherwise.
+QToolButton* ExtensionOver(const QWidget* control) {
+  const auto* bar = qobject_cast<const QToolBar*>(control->parentWidget());
+  auto* more = bar == nullptr ? nullptr : bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+  return control->isVisible() || more == nullptr || !more->isVisible() || more->menu() == nullptr ? nullptr : more;
 }
 
 }  // namespace
@@ -92,6 +102,23 @@ void DialogUser::Paste(const char* name, const QString& text) const {
 }
 
 void DialogUser::Press(const char* name) const {
+  if (QToolButton* more = ExtensionOver(Find<QWidget>(name))) {
+    // Its menu waits for a choice.
+    QTimer::singleShot(0, more, [more, name] {
+      QMenu* menu = more->menu();
+      const QList<QAction*> items = menu->actions();
+      const auto item = std::find_if(items.begin(), items.end(), [name](const QAction* action) {
+        return action->objectName() == QString::fromUtf8(name);
+      });
+      if (item == items.end()) {
+        menu->close();
+      } else {
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(*item).center());
+      }
+    });
+    QTest::mouseClick(more, Qt::LeftButton);
+    return;
+  }
   QTest::mouseClick(Usable(name), Qt::LeftButton);
 }
 

@@ -1,22 +1,17 @@
 #include "support/WindowFaults.h"
 
 #include <QAccessible>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QStyleOptionComboBox>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTableView>
-#include <QTextEdit>
 #include <QToolButton>
 
 #include <algorithm>
@@ -28,6 +23,12 @@ namespace {
 
 bool ShowsFocus(QWidget& control) {
   control.setFocus(Qt::TabFocusReason);
+  // As an area does by itself where Tab brings the focus.
+  for (QWidget* around = control.parentWidget(); around != nullptr; around = around->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(around)) {
+      area->ensureWidgetVisible(&control);
+    }
+  }
   const QRect place(control.mapTo(control.window(), QPoint()), control.size());
   const QImage with = control.window()->grab(place).toImage();
   control.clearFocus();
@@ -90,6 +91,9 @@ class Look {
   void Names() {
     QHash<QString, QWidget*> known;
     for (QWidget* control : Reached()) {
+      if (qobject_cast<QTabBar*>(control) != nullptr) {
+        continue;  // It is told by its tabs.
+      }
       QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(control);
       const QString name = seen != nullptr ? seen->text(QAccessible::Name).trimmed() : QString();
       if (name.isEmpty()) {

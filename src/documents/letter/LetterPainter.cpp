@@ -42,6 +42,8 @@ LetterPainter::~LetterPainter() {
 void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, const Paper& paper) {
   m_corner = QPointF(ToHalfPoints(FromCentimetres(margins.left)), ToHalfPoints(FromCentimetres(margins.top)));
   m_paperHeight = ToHalfPoints(FromCentimetres(InCentimetres(paper.height)));
+  // Each setting would lay all of it out again; the last one does.
+  m_pages->setLayoutEnabled(false);
   m_pages->setDefaultFont(letter.defaultFont());
   m_pages->setDocumentMargin(0);
   m_pages->setUseDesignMetrics(true);
@@ -52,6 +54,7 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   m_pages->setDefaultTextOption(option);
   ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
   rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
+  m_pages->setLayoutEnabled(true);
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
   if (PageCount() > 0) {
     KeepRows(*m_pages);

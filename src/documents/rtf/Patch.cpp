@@ -29,8 +29,9 @@ struct Stretch {
 
 class Patch {
  public:
-  Patch(const QTextDocument& document, const QByteArray& original, const QList<Part>& read, const Seams& seams)
-      : m_document(document), m_original(original), m_read(read), m_now(PartsOf(document)), m_seams(seams) {}
+  Patch(const QTextDocument& document, const QByteArray& original, const QList<Part>& read, const QList<Part>& now,
+        const Seams& seams)
+      : m_document(document), m_original(original), m_read(read), m_now(now), m_seams(seams) {}
 
   /// None where bytes that have to be written anew say more than their parts.
   std::optional<Stretch> Find() {
@@ -142,7 +143,7 @@ class Patch {
   const QTextDocument& m_document;
   const QByteArray& m_original;
   const QList<Part>& m_read;
-  QList<Part> m_now;
+  const QList<Part>& m_now;
   const Seams& m_seams;
   Stretch m_change;
   QMap<qsizetype, QList<Splice>> m_reworded;  ///< By part.
@@ -199,9 +200,9 @@ bool ExtendTables(const WriterTables& tables, const PreambleData& preamble, cons
 
 }  // namespace
 
-std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& parts,
-                                  const Seams& seams) {
-  Patch patch(document, original, parts, seams);
+std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& original, const QList<Part>& read,
+                                  const QList<Part>& now, const Seams& seams) {
+  Patch patch(document, original, read, now, seams);
   const std::optional<Stretch> change = patch.Find();
   if (!change) {
     return std::nullopt;

@@ -149,7 +149,10 @@ QImage Load(const QByteArray& data, const char* format) {
     return {};
   }
   if (pixels > mostShownPixels) {
-    reader.setScaledSize((QSizeF(size) * std::sqrt(double(mostShownPixels) / double(pixels))).toSize());
+    // In eighths, as libjpeg reads: anything else would be read larger and scaled once more.
+    constexpr double parts = 8;
+    const double share = std::floor(parts * std::sqrt(double(mostShownPixels) / double(pixels))) / parts;
+    reader.setScaledSize({int(std::ceil(size.width() * share)), int(std::ceil(size.height() * share))});
   }
   return reader.read();
 }

@@ -8,9 +8,8 @@ namespace rtf {
 
 /// Pictures larger than this are kept but not shown: a sheet of A4 that was scanned at 600 dots per inch is not.
 inline constexpr qint64 mostPicturePixels = 36'000'000;
-/// Larger ones are shown in fewer pixels: 400 dots per inch of such a sheet, and what the memory for shown pictures
-/// holds.
-inline constexpr qint64 mostShownPixels = 16'000'000;
+/// Larger ones are shown in fewer pixels: such a sheet in 300 dots per inch.
+inline constexpr qint64 mostShownPixels = 9'000'000;
 inline constexpr qsizetype mostPictureBytes = 8 * 1024 * 1024;
 
 /// The size at which a `\pict` group wants to be shown, in pixels; empty where it does not say. Reads no further than

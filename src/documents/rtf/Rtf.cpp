@@ -1,6 +1,7 @@
 #include "documents/rtf/Rtf.h"
 
 #include "documents/rtf/CodePages.h"
+#include "documents/rtf/FittedTabs.h"
 #include "documents/rtf/Reader.h"
 #include "documents/rtf/Source.h"
 #include "documents/rtf/TablePath.h"
@@ -194,7 +195,7 @@ Report Read(const QByteArray& content, QTextDocument& document, const Limits& li
   return report;
 }
 
-Report Read(const QString& content, QTextDocument& document, const Limits& limits) {
+Report Read(const QString& content, QTextDocument& document, const Limits& limits, int textWidth) {
   Seams seams;
   if (content.size() > limits.bytes) {
     return ReadInto({}, content, document, limits, seams);
@@ -202,6 +203,9 @@ Report Read(const QString& content, QTextDocument& document, const Limits& limit
   const QByteArray bytes = BytesOf(content);
   const Report report = ReadInto(bytes, content.isNull() ? QStringLiteral("") : content, document, limits, seams);
   if (report.outcome != Outcome::Refused) {
+    if (textWidth > 0) {
+      FitTabs(document, textWidth);
+    }
     const bool plainBytes = IsLatin1(content);
     Source::Of(document).Remember(document, plainBytes ? bytes : QByteArray(), plainBytes ? QString() : content, seams);
   }

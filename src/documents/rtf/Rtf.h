@@ -50,7 +50,9 @@ KELDOCUMENTOS_EXPORT Report Read(const QByteArray& content, QTextDocument& docum
 
 /// The same for a text column. RTF is ASCII; characters up to U+00FF stand for the bytes of those numbers, whatever
 /// code page the column was filled with, and characters beyond were decoded on the way and are taken as themselves.
-KELDOCUMENTOS_EXPORT Report Read(const QString& content, QTextDocument& document, const Limits& limits = {});
+/// With a `textWidth`, in twips, tab stops are fitted to it (FittedTabs.h), which costs more later.
+KELDOCUMENTOS_EXPORT Report Read(const QString& content, QTextDocument& document, const Limits& limits = {},
+                                 int textWidth = 0);
 
 /// The document as RTF, in ASCII except for what is carried byte for byte. The very bytes that were read while the
 /// document is as it was read. After an edit all of them but for the words typed or deleted within runs; where more has

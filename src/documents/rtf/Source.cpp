@@ -42,7 +42,16 @@ void Source::Remember(const QTextDocument& document, const QByteArray& bytes, co
 
 void Source::Renew(const QTextDocument& document) {
   m_rootFormat = document.rootFrame()->formatIndex();
-  m_parts = PartsOf(document);
+  m_parts = PartsNow(document);
+}
+
+// Every change makes another revision, undoing one, too.
+const QList<Part>& Source::PartsNow(const QTextDocument& document) const {
+  if (m_revision != document.revision()) {
+    m_now = PartsOf(document);
+    m_revision = document.revision();
+  }
+  return m_now;
 }
 
 void Source::Forget() {
@@ -55,7 +64,7 @@ void Source::Forget() {
 }
 
 bool Source::IsUnchanged(const QTextDocument& document) const {
-  return !m_parts.isEmpty() && m_rootFormat == document.rootFrame()->formatIndex() && m_parts == PartsOf(document);
+  return !m_parts.isEmpty() && m_rootFormat == document.rootFrame()->formatIndex() && m_parts == PartsNow(document);
 }
 
 std::optional<QByteArray> Source::UnchangedBytes(const QTextDocument& document) const {
@@ -70,8 +79,9 @@ std::optional<QString> Source::UnchangedCharacters(const QTextDocument& document
 }
 
 std::optional<QByteArray> Source::Patched(const QTextDocument& document, const QByteArray& bytes) const {
-  return m_rootFormat == document.rootFrame()->formatIndex() ? rtf::Patched(document, bytes, m_parts, m_seams)
-                                                             : std::nullopt;
+  return m_rootFormat == document.rootFrame()->formatIndex()
+             ? rtf::Patched(document, bytes, m_parts, PartsNow(document), m_seams)
+             : std::nullopt;
 }
 
 QString Source::AddPicture(const Piece& group) {

@@ -51,11 +51,15 @@ class Source : public QObject {
  private:
   explicit Source(QTextDocument& document);
 
+  const QList<Part>& PartsNow(const QTextDocument& document) const;
   QImage Picture(const QString& name);
 
   QByteArray m_bytes;
   QString m_characters;
   QList<Part> m_parts;
+  /// What the document holds, as of one of its revisions.
+  mutable QList<Part> m_now;
+  mutable int m_revision = -1;
   int m_rootFormat = -1;
   Seams m_seams;
   QHash<QString, Piece> m_pictures;

@@ -166,6 +166,10 @@ bool IdleLock::eventFilter(QObject* watched, QEvent* event) {
 
 bool IdleLock::HearLocked(QObject* watched, QEvent* event) {
   if (IsInput(event->type())) {
+    // The help would be one more window that is covered.
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+      return true;
+    }
     return (watched->isWidgetType() || watched->isWindowType()) && !IsOfTheBox(watched);
   }
   auto* window = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;

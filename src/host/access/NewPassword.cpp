@@ -3,6 +3,7 @@
 #include "host/access/PasswordLine.h"
 #include "host/access/Passwords.h"
 #include "host/access/UserRules.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/OpenConnection.h"
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
@@ -24,6 +25,7 @@ NewPassword::NewPassword(const Question& question, QWidget* parent)
       m_second(new PasswordLine(u"txtAgain"_s, this)),
       m_alert(new AlertLabel(this)) {
   setObjectName(u"newPassword"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#txtPassword"_s);
   setWindowTitle(question.title);
   Build(question);
 }

@@ -3,6 +3,7 @@
 #include "host/access/NewPassword.h"
 #include "host/access/PasswordLine.h"
 #include "host/access/RightsWatch.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/OpenConnection.h"
 
 #include <QComboBox>
@@ -54,6 +55,7 @@ SignIn::SignIn(Session& session, Door& door, const QString& place, const QString
       m_alert(new AlertLabel(this)),
       m_enter(new QPushButton(u"&Entrar"_s, this)) {
   setObjectName(u"signIn"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#txtPassword"_s);
   setWindowTitle(u"Entrar"_s);
   m_name->setObjectName(u"cboUser"_s);
   m_name->setEditable(true);

@@ -1,6 +1,7 @@
 #include "host/access/UserDialog.h"
 
 #include "host/access/PasswordLine.h"
+#include "host/help/HelpDesk.h"
 #include "platform/automation/Error.h"
 
 #include <QComboBox>
@@ -22,6 +23,7 @@ UserDialog::UserDialog(Session& session, const Account& account, QWidget* parent
       m_rights(new QComboBox(this)),
       m_alert(new AlertLabel(this)) {
   setObjectName(u"userDialog"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#cboRights"_s);
   setWindowTitle(account.id == 0 ? u"Agregar usuario"_s : u"Modificar usuario"_s);
   Build(account);
 }

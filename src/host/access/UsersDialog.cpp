@@ -2,6 +2,7 @@
 
 #include "host/access/NewPassword.h"
 #include "host/access/UserDialog.h"
+#include "host/help/HelpDesk.h"
 #include "host/records/Deletion.h"
 #include "host/records/MomentText.h"
 #include "host/records/NodeCatalog.h"
@@ -55,6 +56,7 @@ UsersDialog::UsersDialog(ComponentBridge& bridge, QWidget* parent)
       m_locks(new QCheckBox(u"&Bloquear el programa tras"_s, this)),
       m_minutes(new QSpinBox(this)) {
   setObjectName(u"usersDialog"_s);
+  setProperty(HelpDesk::topicProperty, u"usuarios#userList"_s);
   setWindowTitle(u"Usuarios"_s);
   BuildList();
   auto* grid = new QGridLayout(this);

@@ -289,6 +289,32 @@ class Parser {
   CommandLine m_line;
 };
 
+QString UsageHelp() {
+  return u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
+         "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
+         "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
+         "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
+         "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
+         "     kel-host verificar-conexion B [CLASE]   pasa las sentencias del componente por la conexión de otro "
+         "programa\n"
+         "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la "
+         "copia\n"
+         "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
+         "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
+         "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
+         "permisos\n"
+         "     kel-host bloqueos                       dice quién está modificando qué registro\n"
+         "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
+         "     kel-host usuarios                       dice quién puede entrar en la base de datos, y con qué "
+         "derechos\n"
+         "     kel-host usuarios nueva-clave NOMBRE    le da otra contraseña (solo el dueño del archivo)\n"
+         "     kel-host usuarios administrador NOMBRE  lo hace administrador (solo el dueño del archivo)\n"
+         "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
+         "     kel-host etiquetas --hoja I --seleccion NOMBRE SALIDA   escribe etiquetas de envío\n"
+         "     kel-host etiquetas --hoja I --cabecera I SALIDA         etiquetas de remite (--cuantas N)\n"
+         "     kel-host etiquetas --hoja I SALIDA                      con una hoja de discos bancarios: los discos\n\n"_s;
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(const QStringList& arguments) {
@@ -309,29 +335,9 @@ static QString MovingHelp() {
 }
 
 QString CommandLineHelp() {
-  QString text =
-      u"Uso: kel-host [OPCIONES]                    abre la ventana\n"
-      "     kel-host abrir --nodo N --accion A      abre un solo cuadro y termina\n"
-      "     kel-host registrar BIBLIOTECA           apunta el componente en el registro de clases del usuario\n"
-      "     kel-host desregistrar [BIBLIOTECA]      lo borra de allí\n"
-      "     kel-host verificar-servicios B CLASE    comprueba los servicios de otro programa, en su biblioteca B\n"
-      "     kel-host verificar-conexion B [CLASE]   pasa las sentencias del componente por la conexión de otro "
-      "programa\n"
-      "     kel-host copia ARCHIVO                  copia la base de datos, aunque esté en uso, y comprueba la copia\n"
-      "     kel-host restaurar COPIA                pone una copia en lugar de la base de datos, que se conserva\n"
-      "     kel-host comprobar                      busca daños: integridad, índices, referencias, longitudes\n"
-      "     kel-host preparar --base CADENA         prepara una base de datos de un servidor: tablas, grupos, "
-      "permisos\n"
-      "     kel-host bloqueos                       dice quién está modificando qué registro\n"
-      "     kel-host bloqueos soltar NÚMERO         suelta el registro de ese número\n"
-      "     kel-host usuarios                       dice quién puede entrar en la base de datos, y con qué derechos\n"
-      "     kel-host usuarios nueva-clave NOMBRE    le da otra contraseña (solo el dueño del archivo)\n"
-      "     kel-host usuarios administrador NOMBRE  lo hace administrador (solo el dueño del archivo)\n"
-      "     kel-host cartas --carta I --seleccion NOMBRE SALIDA     escribe una carta para cada persona\n"
-      "     kel-host etiquetas --hoja I --seleccion NOMBRE SALIDA   escribe etiquetas de envío\n"
-      "     kel-host etiquetas --hoja I --cabecera I SALIDA         etiquetas de remite (--cuantas N)\n"
-      "     kel-host etiquetas --hoja I SALIDA                      con una hoja de discos bancarios: los discos\n\n"
-      "  --archivo F    archivo de la base de datos\n"
+  QString text = UsageHelp();
+  text +=
+      u"  --archivo F    archivo de la base de datos\n"
       "  --base CADENA  cadena de conexión, por ejemplo Motor=sqlite;Archivo=/datos/kel.db\n"
       "                 o postgresql://usuario@servidor/base\n"
       "  --crear        con «--archivo» o «--base»: crea el archivo si no existe\n"

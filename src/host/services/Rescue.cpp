@@ -132,6 +132,7 @@ void Rescue::Begin(QDialog& dialog) {
   begun->dialog = &dialog;
   begun->savesInOuter = !m_open.empty() && SavesInOuter(name, m_open.back()->input.dialog);
   begun->input.dialog = name;
+  begun->input.title = dialog.windowTitle();  // later it may be covered
   begun->input.request = RequestOf(dialog, begun->savesInOuter);
   begun->before = ValuesOf(dialog);
   begun->rowsBefore = RowsOf(dialog);
@@ -240,7 +241,9 @@ void Rescue::Close(Watched& watched) {
   if (isNothing || written > watched.nestedWrites || ReadOnlyDialog::Holds({&dialog}) || !IsWorthKeeping(watched)) {
     return;
   }
-  watched.input.title = dialog.windowTitle();
+  if (!m_keepsEverything) {
+    watched.input.title = dialog.windowTitle();
+  }
   watched.input.moment = QDateTime::currentDateTimeUtc();
   if (const QWidget* focus = dialog.focusWidget()) {
     watched.input.focus = focus->objectName();

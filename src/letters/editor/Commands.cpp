@@ -135,10 +135,14 @@ QList<Commands::Row> Commands::FirstRows() {
           .OnBar(format, u"Justify"_s, u"Justificar"_s, u"format-justify-fill"_s, u"Justif."_s)
           .Keys(u"Ctrl+J"_s)
           .Checkable(),
-      of(Bullets).OnBar(format, u"desordenada"_s, u"Viñetas"_s, u"format-list-unordered"_s),
+      of(Bullets).OnBar(format, u"desordenada"_s, u"Viñetas"_s, u"format-list-unordered"_s).Keys(u"Ctrl+Shift+L"_s),
       // Intended: the key "indent" takes an indent away, "outdent" adds one.
-      of(IndentLess).OnBar(format, u"indent"_s, u"Disminuir sangría"_s, u"format-indent-less"_s, u"− Sangría"_s),
-      of(IndentMore).OnBar(format, u"outdent"_s, u"Aumentar sangría"_s, u"format-indent-more"_s, u"+ Sangría"_s),
+      of(IndentLess)
+          .OnBar(format, u"indent"_s, u"Disminuir sangría"_s, u"format-indent-less"_s, u"− Sangría"_s)
+          .Keys(u"Alt+Shift+Left"_s),
+      of(IndentMore)
+          .OnBar(format, u"outdent"_s, u"Aumentar sangría"_s, u"format-indent-more"_s, u"+ Sangría"_s)
+          .Keys(u"Alt+Shift+Right"_s),
       of(Colour)
           .InMenu(looks, u"mnuformatoColorFuente"_s, 3019)
           .OnBar(format, u"color_letra"_s, u"Color de la fuente"_s, u"format-text-color"_s, u"Color"_s),

@@ -152,7 +152,7 @@ LetterEdit::~LetterEdit() {
 rtf::Report LetterEdit::Load(const QString& content) {
   auto letter = NewDocument(document()->defaultFont());
   const rtf::Limits untilASignal{.goOn = [] { return !process::TerminationSignals::IsOneUntold(); }};
-  const rtf::Report report = rtf::Read(content, *letter, untilASignal);
+  const rtf::Report report = rtf::Read(content, *letter, untilASignal, TextTwips());
   m_original.reset();
   if (!HeaviestOf(*letter).IsLight()) {
     m_original = content;

@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QToolBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +30,12 @@ QToolBar* NewToolBar(const QString& name, const QString& accessibleName, QWidget
   auto* bar = new QToolBar(parent);
   bar->setObjectName(name);
   bar->setAccessibleName(accessibleName);
+  // What opens the buttons that have no room. Its own picture is black on dark windows, too.
+  if (auto* more = bar->findChild<QToolButton*>(u"qt_toolbar_ext_button"_s)) {
+    more->setArrowType(Qt::DownArrow);
+    more->setToolTip(u"Más botones"_s);
+    more->setAccessibleName(u"Más botones: %1"_s.arg(accessibleName));
+  }
   return bar;
 }
 

@@ -40,13 +40,16 @@ class tst_rtf_kept : public QObject {
 
 namespace {
 
-QByteArray Png() {
-  QImage image(3, 2, QImage::Format_RGB32);
+QByteArray PictureFile(QImage image, const char* format) {
   image.fill(Qt::green);
   QBuffer buffer;
   buffer.open(QBuffer::WriteOnly);
-  image.save(&buffer, "PNG");
+  image.save(&buffer, format);
   return buffer.data();
+}
+
+QByteArray Png() {
+  return PictureFile(QImage(3, 2, QImage::Format_RGB32), "PNG");
 }
 
 QByteArray Little(quint32 number, int bytes) {
@@ -365,6 +368,10 @@ void tst_rtf_kept::pictures_data() {
   QTest::newRow("bitmap") << QByteArray("{\\pict\\dibitmap0 " + Dib().toHex() + "}") << QSize(2, 1) << QSizeF(0, 0);
   QTest::newRow("metafile of a bitmap") << QByteArray("{\\pict\\wmetafile8 " + Metafile().toHex() + "}") << QSize(2, 1)
                                         << QSizeF(0, 0);
+  QTest::newRow("scanned at 600 dots per inch")
+      << QByteArray("{\\pict\\jpegblip " + PictureFile(QImage(4960, 7016, QImage::Format_Grayscale8), "JPG").toHex() +
+                    "}")
+      << QSize(2480, 3508) << QSizeF(0, 0);
   QTest::newRow("damaged") << QByteArray("{\\pict\\pngblip 89504e47}") << QSize() << QSizeF(0, 0);
 }
 

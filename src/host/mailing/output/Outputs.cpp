@@ -31,14 +31,14 @@ class Folder {
     }
   }
 
-  void Write(const QString& wishedName, const QString& suffix, const QByteArray& content) {
+  void Write(const QString& wishedName, const QString& suffix, const std::function<void(QIODevice& file)>& write) {
     const QString path = m_folder.filePath(m_names.Next(wishedName, suffix));
     if (m_file) {
       m_file->Next(path);
     } else {
       m_file.emplace(path);
     }
-    m_file->Device().write(content);
+    write(m_file->Device());
     m_file->Finish();
   }
 
@@ -111,8 +111,9 @@ int WritePdfFiles(const PrintedWork& work, const QString& folder, RunControl& co
       const PdfCutter cutter(painted.content);
       int begin = 0;
       for (int i = 0; i < painted.ends.size() && !control.IsCancelled(); ++i) {
-        target.Write(work.NameOf(first + i), u".pdf"_s, cutter.Pages(begin, painted.ends[i]));
-        begin = painted.ends[i];
+        const int end = painted.ends[i];
+        target.Write(work.NameOf(first + i), u".pdf"_s, [&](QIODevice& file) { cutter.WritePages(begin, end, file); });
+        begin = end;
         control.PartDone();
       }
     }
@@ -125,7 +126,7 @@ int WriteFiles(const PrintedWork& work, const QString& folder, const QString& su
   Folder target(folder);
   return CountFiles(folder, control, [&] {
     for (int i = 0; i < work.Count() && !control.IsCancelled(); ++i) {
-      target.Write(work.NameOf(i), suffix, part(i));
+      target.Write(work.NameOf(i), suffix, [&](QIODevice& file) { file.write(part(i)); });
       control.PartDone();
     }
   });

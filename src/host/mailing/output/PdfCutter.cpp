@@ -37,7 +37,7 @@ PdfCutter::PdfCutter(const QByteArray& whole) : m_whole(std::make_unique<File>()
 
 PdfCutter::~PdfCutter() = default;
 
-QByteArray PdfCutter::Pages(int first, int end) const {
+void PdfCutter::WritePages(int first, int end, QIODevice& file) const {
   const File part;
   part.Require(qpdf_empty_pdf(part.Data()));
   for (int page = first; page < end; ++page) {
@@ -47,10 +47,11 @@ QByteArray PdfCutter::Pages(int first, int end) const {
   }
   part.Require(qpdf_init_write_memory(part.Data()));
   qpdf_set_stream_data_mode(part.Data(), qpdf_s_preserve);
-  qpdf_set_object_stream_mode(part.Data(), qpdf_o_generate);
+  // A few hundred bytes a file would be saved, in a third of the time that it takes.
+  qpdf_set_object_stream_mode(part.Data(), qpdf_o_disable);
   part.Require(qpdf_write(part.Data()));
-  return {reinterpret_cast<const char*>(qpdf_get_buffer(part.Data())),
-          static_cast<qsizetype>(qpdf_get_buffer_length(part.Data()))};
+  file.write(reinterpret_cast<const char*>(qpdf_get_buffer(part.Data())),
+             static_cast<qint64>(qpdf_get_buffer_length(part.Data())));
 }
 
 }  // namespace host

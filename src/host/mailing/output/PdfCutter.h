@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 
 #include <memory>
 
@@ -14,8 +15,8 @@ class PdfCutter {
   explicit PdfCutter(const QByteArray& whole);
   ~PdfCutter();
 
-  /// The pages from `first` up to `end`, from 0, as a file of their own.
-  QByteArray Pages(int first, int end) const;
+  /// Writes the pages from `first` up to `end`, from 0, as a file of their own.
+  void WritePages(int first, int end, QIODevice& file) const;
 
  private:
   class File;

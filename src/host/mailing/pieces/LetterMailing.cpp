@@ -1,6 +1,7 @@
 #include "host/mailing/pieces/LetterMailing.h"
 
 #include "documents/letter/LetterPainter.h"
+#include "documents/letter/LetterStrips.h"
 #include "documents/people/Names.h"
 #include "documents/people/Posting.h"
 #include "documents/people/Salutation.h"
@@ -107,7 +108,7 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
 }
 
 void LetterMailing::NameWhatIsNotOnPaper(const QTextDocument& letter, const rtf::Report& report) {
-  m_notes.remarks += documents::LetterPainter(letter, m_margins).Problems();
+  m_notes.remarks += documents::LetterStrips(letter, m_margins).Problems();
   for (const QString& drawing : {u"shp"_s, u"shpgrp"_s, u"do"_s, u"object"_s}) {
     if (report.carried.contains(drawing)) {
       m_notes.remarks.append(
@@ -161,8 +162,9 @@ void LetterMailing::MakePieces(adodb::Connection& connection, const LetterWish& 
   for (int i = 0; i < static_cast<int>(m_addressees.size()); ++i) {
     const std::size_t before = m_pieces.size();
     AddPieces(i, rows);
-    m_notes.abroad +=
-        GoesAbroad(m_addressees[static_cast<std::size_t>(i)]) ? static_cast<int>(m_pieces.size() - before) : 0;
+    if (GoesAbroad(m_addressees[static_cast<std::size_t>(i)])) {
+      m_notes.abroad += static_cast<int>(m_pieces.size() - before);
+    }
   }
   const QList<Marker>& markers = m_template->Markers();
   if (m_notes.abroad > 0 && markers.contains(Marker::Town) && !markers.contains(Marker::Country)) {
