@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
@@ -129,6 +130,10 @@ void tst_idle_lock::NothingIsSeenAndNothingEnds() {
   window.show();
   QTimer::singleShot(0, &dialog, [&] { box.exec(); });
   QTimer::singleShot(50ms, this, [&] {
+    const auto end = qScopeGuard([&] {
+      box.done(QMessageBox::No);
+      dialog.accept();
+    });
     menu.popup({});
     QTest::keyClick(&box, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(m_lock->IsLocked() && !menu.isVisible());
@@ -149,8 +154,6 @@ void tst_idle_lock::NothingIsSeenAndNothingEnds() {
     QVERIFY(dialog.isVisible() && box.isVisible());
     QCOMPARE(window.windowTitle() + dialog.windowTitle(), u"Banco del Almendro – KelModificar banco 2"_s);
     QTest::keyClicks(line, u"4"_s);
-    box.done(QMessageBox::No);
-    dialog.accept();
   });
   QCOMPARE(dialog.exec(), int(QDialog::Accepted));
   QCOMPARE(line->text(), u"14"_s);

@@ -39,7 +39,7 @@ TestDesktop::~TestDesktop() {
 host::MainWindow& TestDesktop::Window() {
   if (!m_window) {
     m_window = std::make_unique<host::MainWindow>(*m_bridge, database.ConnectionString(),
-                                                  host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}});
+                                                  host::WindowTexts{u"Kel"_s, u"ana"_s, u"kel.db"_s, {}, {}});
     m_window->show();
   }
   return *m_window;

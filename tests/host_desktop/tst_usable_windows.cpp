@@ -108,6 +108,10 @@ class Walk {
     LookAtDialog("locksDialog", [&] { m_desktop.Action("actLocks").trigger(); });
     m_desktop.ChooseNode(cConstNodo().Bancos());
     m_desktop.List().SelectRecord(1);
+    LookAtDialog("dlgExportar", [&] { m_desktop.Action("actExport").trigger(); });
+    LookAtDialog("dlgImprimirLista", [&] { m_desktop.Action("actPrint").trigger(); });
+    LookAtDialog("copiesDialog", [&] { m_desktop.Action("actCopies").trigger(); });
+    LookAtDialog("databaseDialog", [&] { m_desktop.Action("actDatabase").trigger(); });
     LookAtDialog("historyDialog", [&] { m_desktop.Action("actHistory").trigger(); });
     LookAtDialog("passwordBox", [] { host::AskPasswordInBox(u"oficina"_s, false); });
     host::CalibrationDialog calibration(

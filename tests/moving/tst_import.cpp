@@ -292,6 +292,10 @@ void tst_import::Lists_data() {
                                                    "\xEF\xBB\xBF"
                                                    "a;b\r\n\"x;\"\"y\r\nz\";2,5\r\n;\"\"\r\n")
                                             << u"a|b/x;\"y\r\nz|2,5/|"_s;
+  QTest::newRow("mark, first in quotes") << QByteArray(
+                                                "\xEF\xBB\xBF"
+                                                "\"a;b\";c\n1;2\n")
+                                         << u"a;b|c/1|2"_s;
   QTest::newRow("tabs, no mark") << QByteArray("a\tb\n\xC3\xB1\t1,5\n") << u"a|b/ñ|1,5"_s;
   QTest::newRow("commas, Windows") << QByteArray("a,b\n\x80,\xF1\n") << u"a|b/€|ñ"_s;
   QTest::newRow("bars") << QByteArray("a|b|c\n1|2|3") << u"a|b|c/1|2|3"_s;

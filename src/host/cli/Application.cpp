@@ -211,7 +211,8 @@ int RunSessions(const CommandLine& line, std::optional<NextStart>& next) {
 std::optional<NextStart> RunDatabase(const CommandLine& line, int& code) {
   std::optional<FirstWindow> window;
   if (HasWindow(line)) {
-    const QString who = DatabaseOf(line) + u'|' + QString::number(line.user.value_or(0));
+    const QString who =
+        QStringList({DatabaseOf(line), QString::number(line.user.value_or(0)), QSettings().fileName()}).join(u'|');
     if (!line.newWindow && FirstWindow::Show(who)) {
       code = ExitDone;
       return {};

@@ -321,6 +321,19 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   return Parser(arguments).Parse();
 }
 
+static QString MovingHelp() {
+  return QStringLiteral(
+      "  --prueba       con «importar»: dice qué entraría, sin escribir nada\n"
+      "  --aunque-falten            con «importar»: deja fuera lo que no pueda entrar y trae el resto\n"
+      "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
+      "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
+      "  --hoja H       con «importar»: la única hoja o tabla que se lee, por su nombre o su número\n"
+      "  --codificacion C, --separador S  con «importar»: utf-8, utf-16 o windows-1252; «;», «,», «|» o tab\n"
+      "  --respuestas F con «importar»: respuestas a las preguntas, como las da el informe entre corchetes\n"
+      "  --sin-eliminados  con «importar»: deja fuera lo eliminado que nadie usa\n"
+      "  --informe F    con «importar»: el informe, también en un archivo\n");
+}
+
 QString CommandLineHelp() {
   QString text = UsageHelp();
   text +=
@@ -359,17 +372,9 @@ QString CommandLineHelp() {
       "  --desde N, --saltar N,N    con «etiquetas»: dónde empieza la primera hoja y qué etiquetas no se usan\n"
       "  --desde-la-ultima          con «etiquetas»: empieza detrás de la última que salió bien\n"
       "  --recordar                 con «etiquetas»: apunta dónde acaba la última hoja\n"
-      "  --discos N,N, --emisor N,N con una hoja de discos: cuáles, y de qué emisor si el presentador tiene varios\n"
-      "  --prueba       con «importar»: dice qué entraría, sin escribir nada\n"
-      "  --aunque-falten            con «importar»: deja fuera lo que no pueda entrar y trae el resto\n"
-      "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
-      "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
-      "  --hoja H       con «importar»: la única hoja o tabla que se lee, por su nombre o su número\n"
-      "  --codificacion C, --separador S  con «importar»: utf-8, utf-16 o windows-1252; «;», «,», «|» o tab\n"
-      "  --respuestas F con «importar»: respuestas a las preguntas, como las da el informe entre corchetes\n"
-      "  --sin-eliminados  con «importar»: deja fuera lo eliminado que nadie usa\n"
-      "  --informe F    con «importar»: el informe, también en un archivo\n"
-      "  --ayuda        esta ayuda\n"
+      "  --discos N,N, --emisor N,N con una hoja de discos: cuáles, y de qué emisor si el presentador tiene varios\n"_s +
+      MovingHelp() +
+      u"  --ayuda        esta ayuda\n"
       "  --version      versión del programa\n\n"
       "Termina con 0, con 1 si no se puede seguir, con 2 si los argumentos no valen y con 3 si algo quedaría sin "
       "traer, y por eso no se ha traído nada.\n"_s;
