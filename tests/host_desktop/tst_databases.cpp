@@ -1,6 +1,7 @@
 #include "database/Maintenance.h"
 #include "database/Place.h"
 #include "host/cli/DatabaseChoice.h"
+#include "host/cli/SettingsFile.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/CopiesDialog.h"
 #include "host/desktop/DatabaseDialog.h"
@@ -10,6 +11,8 @@
 #include "support/TestProgram.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -55,6 +58,8 @@ class tst_databases : public QObject {
   void AStartWithoutADatabaseAsks();
   void ACopyIsMadeLookedIntoAndPutBack();
   void ListsBelongToADatabaseAndAUser();
+  void SettingsThatMakeNoSenseAreSetAside_data();
+  void SettingsThatMakeNoSenseAreSetAside();
 
  private:
   std::unique_ptr<QTemporaryDir> m_folder;
@@ -62,6 +67,8 @@ class tst_databases : public QObject {
 
 void tst_databases::init() {
   m_folder = std::make_unique<QTemporaryDir>();
+  QCoreApplication::setOrganizationName(u"Kel"_s);
+  QCoreApplication::setApplicationName(u"kel-host"_s);
   QSettings::setDefaultFormat(QSettings::IniFormat);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder->path());
   qputenv("XDG_DATA_HOME", m_folder->filePath(u"datos"_s).toLocal8Bit());
@@ -189,6 +196,37 @@ void tst_databases::ListsBelongToADatabaseAndAUser() {
   QCOMPARE(found.shown, QList<int>({1}));
   QCOMPARE(found.widths, QList<int>({0, 77}));
   QCOMPARE(found.sortColumn, 1);
+}
+
+void tst_databases::SettingsThatMakeNoSenseAreSetAside_data() {
+  QTest::addColumn<QByteArray>("content");
+  QTest::addColumn<QString>("said");
+  QTest::newRow("none") << QByteArray() << QString();
+  QTest::newRow("of before") << QByteArray("[Aspecto]\nTexto=150\nOtro=1\n") << QString();
+  QTest::newRow("of now") << QByteArray("[Aspecto]\nTexto=150\n[Programa]\nFormato=1\n") << QString();
+  QTest::newRow("newer") << QByteArray("[Aspecto]\nTexto=150\n[Programa]\nFormato=2\n") << u"más nueva"_s;
+  QTest::newRow("rubbish") << QByteArray("[Aspecto]\nTexto=150\n") + QByteArray(4096, '\x03') << u"dañado"_s;
+  QTest::newRow("broken section") << QByteArray("[Aspecto]\nTexto=150\n[Vent") << u"dañado"_s;
+}
+
+void tst_databases::SettingsThatMakeNoSenseAreSetAside() {
+  QFETCH(QByteArray, content);
+  QFETCH(QString, said);
+  QFile file(QSettings().fileName());
+  QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QFile::WriteOnly) && file.write(content) >= 0);
+  file.close();
+  const QString notice = host::PrepareSettings();
+  QVERIFY2(said.isEmpty() ? notice.isEmpty() : notice.contains(said), qPrintable(notice));
+  QCOMPARE(QSettings().value(u"Aspecto/Texto"_s, 0).toInt(), said.isEmpty() && !content.isEmpty() ? 150 : 0);
+  const QFileInfoList kept = QFileInfo(file).dir().entryInfoList({u"*.antes-*"_s}, QDir::Files);
+  QCOMPARE(kept.size(), said.isEmpty() ? 0 : 1);
+  for (const QFileInfo& each : kept) {
+    QFile aside(each.filePath());
+    QVERIFY(aside.open(QFile::ReadOnly) && notice.contains(each.filePath()));
+    QCOMPARE(aside.readAll(), content);
+  }
+  // Told once.
+  QCOMPARE(host::PrepareSettings(), QString());
 }
 
 KEL_TEST(tst_databases);

@@ -3,10 +3,15 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
+#include "host/desktop/Strip.h"
 #include "platform/contract/cConstNodo.h"
 
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +33,7 @@ class tst_start_page : public QObject {
   void LastWritten();
   void WhatWantsMending();
   void NothingOfANodeStays();
+  void SettingsThatCannotBeWrittenAreTold();
 
  private:
   /// Chooses the page, and gives the lines of one of its sections, a button as "[text]".
@@ -76,6 +82,21 @@ void tst_start_page::FirstSteps() {
   lorenzo.Execute(u"INSERT INTO Emisores(Nombre) VALUES('Uno')");
   lorenzo.Execute(u"INSERT INTO TipoDonativos(Nombre) VALUES('Uno')");
   lorenzo.Execute(u"INSERT INTO CartasModelo(Nombre) VALUES('Uno')");
+  // A server's copies are another's business.
+  if (desktop.database.Server() == nullptr) {
+    QTRY_VERIFY_WITH_TIMEOUT(Lines(desktop, "homeSteps").value(4).startsWith(u"✓ Una carta"_s), soon);
+    QCOMPARE(Lines(desktop, "homeSteps").value(5), u"○ Una copia de seguridad [Hacer una copia…]"_s);
+    desktop.driver.On("copiesDialog", [&desktop](const support::DialogUser& user) {
+      desktop.driver.On("dlgCopia", [](const support::DialogUser& chooser) {
+        chooser.Dialog()->findChild<QDialogButtonBox*>()->buttons().constFirst()->click();
+      });
+      user.Press("cmdCopiar");
+      QTRY_VERIFY(user.Text("lblEstado").startsWith(u"Copia hecha"_s));
+      user.Key(Qt::Key_Escape);
+    });
+    Button(desktop, u"Una copia"_s)->click();
+    QCOMPARE(desktop.TakeBoxes(), QStringList());
+  }
   QTRY_COMPARE_WITH_TIMEOUT(Lines(desktop, "homeSteps"), QStringList(), soon);
 }
 
@@ -120,10 +141,16 @@ void tst_start_page::WhatWantsMending() {
   desktop.database.Execute(
       u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Desde) VALUES "
       u"(7,'IDPais',1,'2026-01-31T10:00:00Z')");
-  QTRY_COMPARE_WITH_TIMEOUT(
-      Lines(desktop, "homeConcerns"),
-      QStringList({u"2 provincias sin prefijo postal [Ver]"_s, u"1 registro lleva más de un día en uso [Ver]"_s}),
-      soon);
+  QStringList expected{u"2 provincias sin prefijo postal [Ver]"_s, u"1 registro lleva más de un día en uso [Ver]"_s};
+  if (desktop.database.Server() == nullptr) {
+    const QFileInfo file(desktop.database.Path());
+    QVERIFY(file.dir().mkpath(u"copias"_s));
+    QFile copy(file.dir().filePath(u"copias/%1-vieja.db"_s.arg(file.completeBaseName())));
+    QVERIFY(copy.open(QFile::WriteOnly) &&
+            copy.setFileTime(QDateTime::currentDateTime().addDays(-9), QFile::FileModificationTime));
+    expected.append(u"La última copia de seguridad tiene 9 días [Hacer una copia…]"_s);
+  }
+  QTRY_COMPARE_WITH_TIMEOUT(Lines(desktop, "homeConcerns"), expected, soon);
   Button(desktop, u"sin prefijo"_s)->click();
   desktop.WaitForTheList();
   QList<int> selected = desktop.List().SelectedIds();
@@ -147,6 +174,16 @@ void tst_start_page::NothingOfANodeStays() {
   desktop.Refresh();
   desktop.ChooseNode(cConstNodo().Provincias());
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
+}
+
+void tst_start_page::SettingsThatCannotBeWrittenAreTold() {
+  TestDesktop desktop;
+  QVERIFY(desktop.Window().findChild<host::Strip*>(u"stripSettings"_s) == nullptr);
+  const QString file = QSettings().fileName();
+  QFile::remove(file);
+  QVERIFY(QDir().mkpath(file));
+  const auto* strip = desktop.Restart().findChild<host::Strip*>(u"stripSettings"_s);
+  QVERIFY(strip != nullptr && strip->findChild<QLabel*>()->text().contains(file));
 }
 
 KEL_TEST(tst_start_page);

@@ -7,6 +7,7 @@
 #include "host/cli/FirstWindow.h"
 #include "host/cli/Housekeeping.h"
 #include "host/cli/PermissionNotice.h"
+#include "host/cli/SettingsFile.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/PasswordBox.h"
@@ -247,6 +248,7 @@ int RunDatabases(const CommandLine& arguments) {
 
 int RunApplication(const CommandLine& line, int& argc, char** argv) {
   const std::unique_ptr<QApplication> application = CreateApplication(argc, argv);
+  const QString notice = PrepareSettings();
   KeepSettingsPrivate();
   SetUpSpanish(*application);
   QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
@@ -255,6 +257,9 @@ int RunApplication(const CommandLine& line, int& argc, char** argv) {
     look.colours = Look::Colours::Dark;
   }
   UseLook(look);
+  if (!notice.isEmpty()) {
+    Notify(notice);
+  }
   if (HasScreen()) {
     database::SetPasswordQuestion(AskPasswordInBox);
   }

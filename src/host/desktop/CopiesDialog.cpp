@@ -201,7 +201,9 @@ void CopiesDialog::MakeCopy() {
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(u"db"_s);
-  dialog.selectFile(u"kel-%1.db"_s.arg(QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmm"_s)));
+  const QString file = database::PlaceOf(m_connectionString).file;
+  dialog.selectFile(u"%1-%2.db"_s.arg(file.isEmpty() ? u"kel"_s : QFileInfo(file).completeBaseName(),
+                                      QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmm"_s)));
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }

@@ -22,6 +22,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QSettings>
 #include <QTimer>
 
 #include <utility>
@@ -169,6 +170,10 @@ void MainWindow::SetUpHome(const QString& connectionString) {
                          .readOnly = m_texts.readOnly,
                          .administrator = m_bridge.Session().IsAdministrator()});
   m_ui->pages->addWidget(m_home);
+  // Of those on a server nothing is known here.
+  if (place.IsFile()) {
+    m_home->OfferCopies([this] { ShowCopies(); });
+  }
   connect(&m_counts, &TreeCounts::Counted, m_home, &HomePage::SetCounts);
   connect(m_page.get(), &RecordPage::Noticed, m_home, &HomePage::Refresh);
   connect(m_ui->actRefresh, &QAction::triggered, m_home, &HomePage::Refresh);
@@ -232,6 +237,14 @@ void MainWindow::SetUpStrips() {
     TellState(u"stripReadOnly"_s, u"Solo lectura: %1 Los cuadros se abren sin «Aceptar»."_s.arg(reason),
               u"solo lectura"_s);
   }
+  if (const QSettings settings; !settings.isWritable()) {
+    m_ui->strips->Tell({.subject = u"stripSettings"_s,
+                        .text = u"Columnas, tamaños y preferencias no se recordarán: no se puede escribir «%1»."_s.arg(
+                            settings.fileName()),
+                        .ways = {{u"&Entendido"_s}},
+                        .tone = StripText::Tone::Attention,
+                        .stays = true});
+  }
 }
 
 void MainWindow::Announce(const QString& news) {
@@ -270,6 +283,7 @@ void MainWindow::ShowCopies() {
   if (dialog.exec() == QDialog::Accepted) {
     Leave({.connectionString = m_connectionString, .copy = dialog.Wanted(), .demonstration = m_texts.demonstration});
   }
+  m_home->Refresh();
 }
 
 void MainWindow::ChooseDatabase() {
