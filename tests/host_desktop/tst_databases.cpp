@@ -8,6 +8,7 @@
 #include "host/desktop/RecentDatabases.h"
 #include "host/desktop/WindowMemory.h"
 #include "host_desktop/TestDesktop.h"
+#include "platform/process/PrivateFiles.h"
 #include "support/TestProgram.h"
 
 #include <QDialogButtonBox>
@@ -224,6 +225,7 @@ void tst_databases::SettingsThatMakeNoSenseAreSetAside() {
     QFile aside(each.filePath());
     QVERIFY(aside.open(QFile::ReadOnly) && notice.contains(each.filePath()));
     QCOMPARE(aside.readAll(), content);
+    QVERIFY(!process::IsOpenToOthers(file.fileName()));
   }
   // Told once.
   QCOMPARE(host::PrepareSettings(), QString());

@@ -248,8 +248,8 @@ int RunDatabases(const CommandLine& arguments) {
 
 int RunApplication(const CommandLine& line, int& argc, char** argv) {
   const std::unique_ptr<QApplication> application = CreateApplication(argc, argv);
-  const QString notice = PrepareSettings();
   KeepSettingsPrivate();
+  const QString notice = PrepareSettings();
   SetUpSpanish(*application);
   QApplication::setWindowIcon(QIcon(u":/kel/kel.png"_s));
   Look look = StoredLook();

@@ -1,5 +1,7 @@
 #include "host/cli/SettingsFile.h"
 
+#include "platform/process/PrivateFiles.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QSettings>
@@ -44,6 +46,8 @@ QString PrepareSettings() {
       return u"El archivo de preferencias «%1» %2, y no se puede apartar. Se usa lo que se entiende de él."_s.arg(
           file, wrong);
     }
+    // The toolkit would make it with the mode that the mask leaves.
+    process::TakePrivateFile(file);
     notice =
         u"El archivo de preferencias %1. El programa empieza con las de fábrica; las de antes se conservan en «%2»."_s
             .arg(wrong, aside);
