@@ -13,8 +13,14 @@ namespace {
 
 using Change = TextPlaces::Change;
 
-// Reading takes about a second for so much.
+// Saving must not take noticeably longer: what reading takes goes by the text, except for pictures. So much text is
+// about a hundred pages.
+constexpr int mostCharactersToRead = 250'000;
 constexpr qsizetype longestToRead = 16 * 1024 * 1024;
+
+bool IsReadQuickly(const QTextDocument& document, const QByteArray& original) {
+  return document.characterCount() <= mostCharactersToRead && original.size() <= longestToRead;
+}
 
 /// What changed of a run that begins at `start` of its block; `before` and `now` are its texts.
 Change ChangeOf(int block, int start, const QString& before, const QString& now) {
@@ -64,7 +70,7 @@ Rewording::Rewording(const QTextDocument& document, const QByteArray& original)
     : m_places(original), m_document(document) {
   m_original.setUndoRedoEnabled(false);
   m_original.setDefaultFont(document.defaultFont());
-  if (const std::string_view input = RtfIn(original); !input.empty() && original.size() <= longestToRead) {
+  if (const std::string_view input = RtfIn(original); !input.empty() && IsReadQuickly(document, original)) {
     Reader reader(input, m_original, Source::Of(m_original), {});
     reader.NotePlaces(m_places, original.size() - static_cast<qsizetype>(input.size()));
     reader.Read();

@@ -11,14 +11,15 @@
 namespace rtf {
 
 /// What of a letter was only reworded since it was read: text typed or deleted within its runs. The original is read
-/// once more, for its text and where that stands.
+/// once more, for its text and where that stands, unless it is so long that saving would take noticeably longer.
 class Rewording {
  public:
   /// `document` was read from `original`; both must outlive this object.
   Rewording(const QTextDocument& document, const QByteArray& original);
 
   /// How the original's bytes say what `now` says, a part of the document that was read as `read`. None where more than
-  /// the text of runs has changed, where its places are not known, or where most of it is another text.
+  /// the text of runs has changed, where its places are not known, as in a letter too long, or where most of it is
+  /// another text.
   std::optional<QList<Splice>> SplicesFor(const Part& read, const Part& now) const;
 
  private:
