@@ -1,7 +1,14 @@
 #include "TestDesktop.h"
+#include "support/DesktopFile.h"
 #include "support/TestProgram.h"
 #include "support/WindowFaults.h"
 
+#include "host/access/Door.h"
+#include "host/access/LockBox.h"
+#include "host/access/NewPassword.h"
+#include "host/access/SignIn.h"
+#include "host/access/UserDialog.h"
+#include "host/access/UsersDialog.h"
 #include "host/calibration/CalibrationDialog.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/help/HelpDesk.h"
@@ -11,13 +18,19 @@
 #include "host/mailing/window/EnvelopeDialog.h"
 #include "host/mailing/window/MailingWindow.h"
 #include "host/mailing/window/PrintDialog.h"
+#include "host/moving/window/MovingAssistant.h"
 #include "host/records/NodeCatalog.h"
 #include "platform/contract/cConstNodo.h"
 
+#include <QFile>
 #include <QLabel>
+#include <QPushButton>
 #include <QtTest>
 
+#include <string_view>
+
 using namespace Qt::StringLiterals;
+using namespace std::string_view_literals;
 
 using host::Look;
 using support::DialogUser;
@@ -31,9 +44,12 @@ class Walk {
  public:
   QStringList Faults() {
     EveryNode();
+    Details();
     MailingWindow();
     HelpWindow();
     Dialogs();
+    Access();
+    Import();
     return m_faults + m_desktop.TakeBoxes();
   }
 
@@ -70,11 +86,26 @@ class Walk {
     const auto* office = m_desktop.Window().findChild<QLabel*>(u"lblOffice"_s);
     QVERIFY(QTest::qWaitFor([&] { return office->text().contains(u"·"_s); }));
     LookAt(m_desktop.Window(), u"Inicio"_s);
-    // The pane below the list comes when it comes, and is not looked at here.
+    // The pane below the list comes when it comes: it is looked at by itself.
     m_desktop.Action("actDetail").setChecked(false);
     for (const host::Node& node : host::NodesFor(true)) {
       m_desktop.ChooseNode(node.id);
       LookAt(m_desktop.Window(), node.title);
+    }
+  }
+
+  // Each awaited by a part of it that has to come.
+  void Details() {
+    m_desktop.Action("actDetail").setChecked(true);
+    m_desktop.Window().resize(1024, 900);
+    for (const auto& [node, part] :
+         {std::pair(cConstNodo().Presentadores(), "lblDetailUses"), std::pair(cConstNodo().Provincias(), "detailKinds"),
+          std::pair(cConstNodo().CartasModelo(), "lblDetailText"), std::pair(cConstNodo().Etiquetas(), "detailList")}) {
+      m_desktop.ChooseNode(node);
+      m_desktop.List().selectRow(0);
+      const auto* awaited = m_desktop.Window().findChild<QWidget*>(QString::fromUtf8(part));
+      QVERIFY2(QTest::qWaitFor([&] { return awaited->isVisible(); }), part);
+      LookAt(m_desktop.Window(), QString::fromUtf8(part));
     }
   }
 
@@ -121,6 +152,53 @@ class Walk {
          .print = [](const host::PrintedWork& /*work*/, const host::PrintWish& /*wish*/) {}});
     calibration.show();
     LookAt(calibration, u"calibrationDialog"_s);
+  }
+
+  void Shown(QWidget& window) {
+    window.show();
+    LookAt(window, window.objectName());
+  }
+
+  void Access() {
+    host::Door door;
+    const QString place = u"/datos/oficina/kel.db"_s;
+    host::UsersDialog users(m_desktop.Bridge());
+    Shown(users);
+    host::UserDialog user(m_desktop.Session(), {});
+    Shown(user);
+    host::SignIn signIn(m_desktop.Session(), door, place, u"ana"_s);
+    Shown(signIn);
+    host::LockBox lock(m_desktop.Session(), door, {}, place);
+    m_desktop.driver.On("lockBox", [&](const DialogUser& /*dialog*/) {
+      LookAt(lock, lock.objectName());
+      lock.hide();
+    });
+    lock.exec();
+    host::NewPassword password(
+        {.title = u"Contraseña"_s, .text = u"Elija otra."_s, .names = {}, .asksName = true, .asksCurrent = true});
+    Shown(password);
+  }
+
+  void Import() {
+    support::DesktopFile file;
+    file.AddTable(u"BANCOS"_s, {{u"IDBanco"_s, support::DesktopFile::Long}, {u"Nombre"_s, support::DesktopFile::Text}});
+    file.AddRow({40, u"Banco del Olivar"_s});
+    QFile written(m_desktop.database.Path(u"a.mdb"_s));
+    QVERIFY(written.open(QIODevice::WriteOnly) && written.write(file.Bytes()) > 0);
+    written.close();
+    host::MovingAssistant assistant(
+        {m_desktop.database.ConnectionString(), m_desktop.database.Path(u"copias"_s), 1, u"ana"_s, true, false},
+        u"Kel"_s);
+    Shown(assistant);
+    assistant.Open(written.fileName());
+    auto* next = assistant.findChild<QPushButton*>(u"cmdSiguiente"_s);
+    for (const char* step : {"file", "tables", "preview"}) {
+      QVERIFY2(QTest::qWaitFor([&] { return !assistant.IsBusy() && next->isEnabled(); }, 30'000), step);
+      LookAt(assistant, u"movingAssistant, "_s + QString::fromUtf8(step));
+      if (step != "preview"sv) {
+        next->click();
+      }
+    }
   }
 
   TestDesktop m_desktop{database::Content::Demonstration};

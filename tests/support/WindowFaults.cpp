@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -163,6 +164,9 @@ class Look {
       }
     }
     for (QAbstractButton* button : Shown<QAbstractButton>()) {
+      if (qobject_cast<QLineEdit*>(button->parentWidget()) != nullptr) {
+        continue;  // An icon: its text is only told.
+      }
       const bool isWide = !button->hasHeightForWidth() && button->sizeHint().width() > button->width();
       if (!button->text().isEmpty() && (isWide || NeededHeight(*button) > button->height())) {
         Fault(*button, u"cut off: "_s + button->text());

@@ -60,7 +60,8 @@ void LockBox::Build() {
   buttons->addWidget(other);
   buttons->addStretch(1);
   buttons->addWidget(m_unlock);
-  setTabOrder(m_password, m_unlock);
+  setTabOrder(m_password, other);
+  setTabOrder(other, m_unlock);
   setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
   all->addWidget(text);

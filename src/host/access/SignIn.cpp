@@ -93,16 +93,15 @@ void SignIn::Build(const QString& place) {
   form->addRow(u"&Contraseña:"_s, m_password);
   auto* forgotten = new QPushButton(u"He &olvidado la contraseña"_s, this);
   forgotten->setObjectName(u"forgotten"_s);
-  forgotten->setFlat(true);
   forgotten->setAutoDefault(false);
   m_enter->setObjectName(u"enter"_s);
   m_enter->setDefault(true);
   auto* leave = new QPushButton(u"&Salir"_s, this);
   leave->setObjectName(u"leave"_s);
   leave->setAutoDefault(false);
-  setTabOrder(m_password, m_enter);
+  setTabOrder(m_password, forgotten);
+  setTabOrder(forgotten, m_enter);
   setTabOrder(m_enter, leave);
-  setTabOrder(leave, forgotten);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(forgotten);
   buttons->addStretch(1);

@@ -1,11 +1,13 @@
 #include "host/desktop/DetailPane.h"
 
 #include "host/desktop/RecordList.h"
+#include "host/look/LinkLabel.h"
 #include "host/records/MomentText.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -19,6 +21,8 @@ namespace {
 
 // How long a selection stays before it is asked for: who walks through a list with the arrows reads nothing.
 constexpr std::chrono::milliseconds rest{150};
+// In lines of text.
+constexpr int lowestList = 5;
 
 QLabel* PlainLabel(const QString& name, QWidget* parent) {
   auto* label = new QLabel(parent);
@@ -50,10 +54,10 @@ QString ChangeText(const std::optional<Change>& change) {
 }  // namespace
 
 DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
-    : QWidget(parent),
+    : QScrollArea(parent),
       m_velumar(velumar),
       m_title(PlainLabel(u"lblDetailTitle"_s, this)),
-      m_uses(PlainLabel(u"lblDetailUses"_s, this)),
+      m_uses(new LinkLabel(this)),
       m_change(PlainLabel(u"lblDetailChange"_s, this)),
       m_kinds(new QComboBox(this)),
       m_kind(PlainLabel(u"lblDetailKind"_s, this)),
@@ -62,28 +66,7 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
       m_text(PlainLabel(u"lblDetailText"_s, this)),
       m_sheet(new SheetThumbnail(this)),
       m_reading(thread, [this](const Shown& shown) { Take(shown); }) {
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.2);
-  large.setBold(true);
-  m_title->setFont(large);
-  m_uses->setTextFormat(Qt::RichText);
-  m_uses->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-  m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  m_kinds->setObjectName(u"detailKinds"_s);
-  m_kinds->setAccessibleName(u"Qué se ve del registro elegido"_s);
-  m_kinds->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-  m_list->setObjectName(u"detailList"_s);
-  auto* layout = new QVBoxLayout(this);
-  auto* below = new QHBoxLayout;
-  below->addWidget(m_list, 1);
-  below->addWidget(m_text, 1);
-  below->addWidget(m_sheet);
-  for (QWidget* part : {static_cast<QWidget*>(m_title), static_cast<QWidget*>(m_uses), static_cast<QWidget*>(m_change),
-                        static_cast<QWidget*>(m_kinds), static_cast<QWidget*>(m_kind)}) {
-    layout->addWidget(part);
-  }
-  layout->addLayout(below, 1);
-  layout->addWidget(m_more);
+  Build();
   m_rest.setSingleShot(true);
   m_rest.setInterval(rest);
   connect(&m_rest, &QTimer::timeout, this, &DetailPane::Read);
@@ -97,6 +80,38 @@ DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
   ShowNothing({});
 }
 
+void DetailPane::Build() {
+  setWidgetResizable(true);
+  setFocusPolicy(Qt::NoFocus);
+  setFrameShape(QFrame::NoFrame);
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.2);
+  large.setBold(true);
+  m_title->setFont(large);
+  m_uses->setObjectName(u"lblDetailUses"_s);
+  m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  m_kinds->setObjectName(u"detailKinds"_s);
+  m_kinds->setAccessibleName(u"Qué se ve del registro elegido"_s);
+  m_kinds->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  m_list->setObjectName(u"detailList"_s);
+  // It scrolls by itself, and takes what the rest leaves.
+  m_list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  m_list->setMinimumHeight(fontMetrics().height() * lowestList);
+  auto* page = new QWidget(this);
+  auto* layout = new QVBoxLayout(page);
+  for (QWidget* part : {static_cast<QWidget*>(m_title), static_cast<QWidget*>(m_uses), static_cast<QWidget*>(m_change),
+                        static_cast<QWidget*>(m_kinds), static_cast<QWidget*>(m_kind)}) {
+    layout->addWidget(part);
+  }
+  auto* below = new QHBoxLayout;
+  below->addWidget(m_list, 1);
+  below->addWidget(m_text, 1);
+  below->addWidget(m_sheet);
+  layout->addLayout(below, 1);
+  layout->addWidget(m_more);
+  setWidget(page);
+}
+
 void DetailPane::Show(const Node& node, int id, const QString& name) {
   m_title->setText(name);
   if (m_node == &node && m_id == id) {
@@ -105,6 +120,7 @@ void DetailPane::Show(const Node& node, int id, const QString& name) {
   m_node = &node;
   m_id = id;
   m_isAnother = true;
+  verticalScrollBar()->setValue(0);
   m_reading.Withdraw();
   m_rest.start();
 }
@@ -127,7 +143,7 @@ void DetailPane::Refresh() {
 }
 
 void DetailPane::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
+  QScrollArea::showEvent(event);
   Refresh();
 }
 

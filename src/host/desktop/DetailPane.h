@@ -5,8 +5,8 @@
 #include "host/records/NodeCatalog.h"
 #include "host/records/Relations.h"
 
+#include <QScrollArea>
 #include <QTimer>
-#include <QWidget>
 
 class QComboBox;
 class QLabel;
@@ -16,8 +16,9 @@ namespace host {
 class RecordList;
 
 /// What there is to know of the chosen record, below its list: who uses it, who changed it last, what belongs to it. It
-/// is read in the background once the selection rests; while it is hidden nothing is read.
-class DetailPane : public QWidget {
+/// is read in the background once the selection rests; while it is hidden nothing is read. What the list above leaves
+/// no room for is scrolled to.
+class DetailPane : public QScrollArea {
   Q_OBJECT
 
  public:
@@ -49,6 +50,7 @@ class DetailPane : public QWidget {
     RecordPreview preview;
   };
 
+  void Build();
   void Read();
   void Take(const Shown& shown);
   void ShowRelated(int index);

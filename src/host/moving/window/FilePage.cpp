@@ -70,6 +70,11 @@ FilePage::FilePage(QWidget* parent)
   m_state->setWordWrap(true);
   layout->addWidget(m_state);
   layout->addWidget(m_sample, 1);
+  setTabOrder(m_file, browse);
+  setTabOrder(browse, m_sheet);
+  setTabOrder(m_sheet, m_encoding);
+  setTabOrder(m_encoding, m_separator);
+  setTabOrder(m_separator, m_sample);
   connect(browse, &QPushButton::clicked, this, &FilePage::Browse);
   connect(m_file, &QLineEdit::editingFinished, this, [this] { SetFile(m_file->text()); });
   connect(m_sheet, &QComboBox::activated, this, &FilePage::ShowSheet);

@@ -32,6 +32,7 @@ GridView::GridView(const char* name, const QString& accessibleName, const QStrin
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   setMinimumHeight(fontMetrics().height() * 5);
+  connect(m_model, &GridModel::modelReset, this, &GridView::Spread);
   connect(m_model, &GridModel::Chosen, this, &GridView::Chosen);
   connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
     if (index.flags() & Qt::ItemIsEditable) {
@@ -53,14 +54,16 @@ void GridView::SetWidths(const QList<int>& letters) {
   Spread();
 }
 
-// In a narrow view all columns give way, so that the last one, which is chosen in, is not out of sight.
+// In a narrow view all columns give way, so that the last one, which is chosen in, is not out of sight;
+// no heading is cut off for it.
 void GridView::Spread() {
   constexpr int ofTheLast = 16;
   const int letters = std::accumulate(m_letters.begin(), m_letters.end(), ofTheLast);
   const int wanted = letters * fontMetrics().averageCharWidth();
   const int width = qMax(wanted / 2, qMin(wanted, viewport()->width()));
-  for (int i = 0; i < m_letters.size(); ++i) {
-    setColumnWidth(i, m_letters[i] * width / letters);
+  for (int i = 0; i < m_model->columnCount(); ++i) {
+    const int share = i < m_letters.size() ? m_letters[i] * width / letters : columnWidth(i);
+    setColumnWidth(i, qMax(share, horizontalHeader()->sectionSizeHint(i)));
   }
 }
 

@@ -79,6 +79,7 @@ MovingAssistant::MovingAssistant(MovingPlace place, const QString& title, QWidge
   ground->setWidget(m_pages);
   ground->setWidgetResizable(true);
   ground->setFrameShape(QFrame::NoFrame);
+  ground->setFocusPolicy(Qt::NoFocus);
   right->addWidget(ground, 1);
   auto* middle = new QHBoxLayout;
   m_steps = MakeSteps();
