@@ -279,7 +279,9 @@ void HomePage::Fill(Section& section, const QList<Line>& lines) {
     layout->setContentsMargins(0, 0, 0, 0);
     if (!line.text.isEmpty()) {
       auto* text = PlainLabel(line.text.simplified(), row);
-      text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+      QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+      policy.setHeightForWidth(true);
+      text->setSizePolicy(policy);
       layout->addWidget(text, 1);
     }
     if (!line.way.isEmpty()) {
