@@ -61,7 +61,7 @@ users_files() {
 
 if [ -n "$(ls old)" ]; then
   dpkg --install old/*.deb >log 2>&1 || { cat log; exit 1; }
-  timeout --preserve-status 5 kel-host abrir --nodo 20 --accion agregar
+  timeout --preserve-status 15 kel-host abrir --nodo 20 --accion agregar
   kel-host copia home/copia.db >log
   users_files >before
 fi
@@ -69,7 +69,7 @@ dpkg --install ./*.deb >log 2>&1 || { cat log; exit 1; }
 ldconfig -p >log
 grep -q libKelPlataforma.so.1 log || { echo 'the libraries are not in the cache of the loader'; exit 1; }
 if [ -n "$(ls old)" ]; then
-  timeout --preserve-status 5 kel-host abrir --nodo 20 --accion agregar
+  timeout --preserve-status 15 kel-host abrir --nodo 20 --accion agregar
   kel-host comprobar
   kel-host restaurar home/copia.db >log
   missing=$(users_files | comm -23 before -)
@@ -81,7 +81,7 @@ appstreamcli validate --no-net --pedantic /usr/share/metainfo/invalid.kel.host.m
 kel-host --version
 man -w kel-host >log
 # A dialog, found by the packages' registry; it ends with the signal.
-timeout --preserve-status 5 kel-host --demo abrir --nodo 20 --accion agregar
+timeout --preserve-status 15 kel-host --demo abrir --nodo 20 --accion agregar
 
 cmake -S /usr/share/doc/libkel-dev/examples/minimal-host -B host -G Ninja >log
 cmake --build host >log || { cat log; exit 1; }
