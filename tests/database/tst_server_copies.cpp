@@ -62,7 +62,8 @@ QStringList Contents(const QString& connectionString) {
 
 }  // namespace
 
-// Twice there and once back, with what engines hold in different ways, keys of rows that are gone, a lock and a password.
+// Twice there and once back, with what engines hold in different ways, keys of rows that are gone, a lock and a
+// password.
 void tst_server_copies::ThereAndBackItIsTheSame() {
   adodb::Connection& connection = m_database->Connection();
   const QString odd = u"a\tb\\N\nc\r\\' "_s + QChar(0) + QChar(0xFEFF) + QString::fromUcs4(U"😀", 1) + u"  "_s;
