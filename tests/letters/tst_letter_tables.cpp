@@ -21,6 +21,15 @@ const QString letterText =
     u"{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}antes\\par\\trowd\\cellx2000\\cellx4000\\pard\\intbl aa\\cell "
     "bb\\cell\\row\\trowd\\cellx2000\\cellx4000\\pard\\intbl cc\\cell dd\\cell\\row\\pard\\par fin\\par}"_s;
 
+/// A letter with these rows, of the cells' definitions and what they hold.
+QString LetterOf(const QList<std::pair<QString, QString>>& rows) {
+  QString body;
+  for (const auto& [cells, content] : rows) {
+    body += u"\\trowd%1\\pard\\intbl %2\\row"_s.arg(cells, content);
+  }
+  return u"{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}antes\\par%1\\pard fin\\par}"_s.arg(body);
+}
+
 QString TextOf(QTextFrame::iterator part);
 
 QString TextOf(const QTextTable& table) {
@@ -68,8 +77,11 @@ class tst_letter_tables : public QObject {
     QTest::addColumn<QString>("to");    // The one that it is selected to, end included; empty for none.
     QTest::addColumn<QString>("keys");  // Of the table below.
     QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("content");
     const auto row = [](const char* name, const QString& from, const QString& to, const QString& keys,
-                        const QString& text) { QTest::newRow(name) << from << to << keys << text; };
+                        const QString& text, const QString& content = letterText) {
+      QTest::newRow(name) << from << to << keys << text << content;
+    };
     const QString whole = u"antes|[aa,bb/cc,dd]||fin"_s;
     row("Backspace at a cell's start", u"bb"_s, {}, u"B"_s, whole);
     row("Delete at a cell's end", u"aa"_s, {}, u">>D"_s, whole);
@@ -96,6 +108,18 @@ class tst_letter_tables : public QObject {
     row("cells pasted into a cell", u"aa"_s, u"bb"_s, u"CTTTP"_s, u"antes|[aa,bb/cc,[aa,bb]|dd]||fin"_s);
     row("cells pasted elsewhere", u"aa"_s, u"cc"_s, u"CEP"_s, u"antes|[aa,bb/cc,dd]||fin|[aa/cc]"_s);
     row("a cell's text pasted into another", u"aa"_s, u"aa"_s, u"CTP"_s, u"antes|[aa,aabb/cc,dd]||fin"_s);
+    row("Delete over an empty row that is not to be changed", u"aa"_s, u"bb"_s, u"DLD"_s, u"antes|[,/cc,dd]||fin"_s);
+    const QString two = u"\\cellx2000\\cellx4000"_s;
+    row("Delete over an empty column, all empty", u"aa"_s, u"cc"_s, u"DD"_s, u"antes|[,/,]|fin"_s,
+        LetterOf({{two, u"aa\\cell\\cell"_s}, {two, u"cc\\cell\\cell"_s}}));
+    row("Tab past what is merged", u"aa"_s, {}, u"TTTx"_s, u"antes|[aa,aa,bb/aa,aa,cc/xdd,ee,ff]|fin"_s,
+        LetterOf({{u"\\clvmgf\\clmgf\\cellx2000\\clvmgf\\clmrg\\cellx4000\\cellx6000"_s, u"aa\\cell\\cell bb\\cell"_s},
+                  {u"\\clvmrg\\clmgf\\cellx2000\\clvmrg\\clmrg\\cellx4000\\cellx6000"_s, u"\\cell\\cell cc\\cell"_s},
+                  {u"\\cellx2000\\cellx4000\\cellx6000"_s, u"dd\\cell ee\\cell ff\\cell"_s}}));
+    row("Tab in the last cell of a nested table", u"bb"_s, {}, u"Tx"_s, u"antes|[[aa,xbb]|,cc]|fin"_s,
+        LetterOf({{two,
+                   u"\\itap2 aa\\nestcell bb\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\cellx1800\\nestrow}"
+                   "\\pard\\intbl\\cell cc\\cell"_s}}));
   }
 
   void Gestures() {
@@ -103,9 +127,10 @@ class tst_letter_tables : public QObject {
     QFETCH(QString, to);
     QFETCH(QString, keys);
     QFETCH(QString, text);
+    QFETCH(QString, content);
     LetterEdit letter;
     letter.SetTextWidth(letters::Twips{6000});
-    letter.Load(letterText);
+    letter.Load(content);
     QTextCursor cursor = letter.textCursor();
     cursor.setPosition(PositionOf(letter, from));
     if (!to.isEmpty()) {
@@ -125,7 +150,7 @@ class tst_letter_tables : public QObject {
     while (letter.document()->isUndoAvailable()) {
       letter.undo();
     }
-    QCOMPARE(letter.Content(), letterText);
+    QCOMPARE(letter.Content(), content);
   }
 
   void JointsAtTheEndsTakeText() {
@@ -186,6 +211,8 @@ class tst_letter_tables : public QObject {
       QTest::keyClick(&letter, Qt::Key_Backtab, Qt::ShiftModifier);
     } else if (key == u'E') {
       QTest::keyClick(&letter, Qt::Key_End, Qt::ControlModifier);
+    } else if (key == u'L') {
+      letter.setReadOnly(true);
     } else if (key == u'C') {
       letter.copy();
     } else if (key == u'P') {
