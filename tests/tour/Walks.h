@@ -20,6 +20,7 @@ void WalkLetters(Tour& tour);
 void WalkLetterEditor(Tour& tour);
 void WalkMailing(Tour& tour);
 void WalkMoving(Tour& tour);
+void WalkUsers(Tour& tour);
 void WalkDeletions(Tour& tour);
 void WalkWindow(Tour& tour);
 

@@ -39,9 +39,10 @@ int main(int argc, char** argv) {
       return 1;
     }
     tour::Tour walk(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2])));
-    for (const auto part : {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes,
-                            tour::WalkPublications, tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor,
-                            tour::WalkMailing, tour::WalkMoving, tour::WalkDeletions, tour::WalkWindow}) {
+    for (const auto part :
+         {tour::WalkReference, tour::WalkBanking, tour::WalkRemittances, tour::WalkTaxes, tour::WalkPublications,
+          tour::WalkLabels, tour::WalkLetters, tour::WalkLetterEditor, tour::WalkMailing, tour::WalkMoving,
+          tour::WalkUsers, tour::WalkDeletions, tour::WalkWindow}) {
       part(walk);
     }
     return walk.Report() ? 0 : 1;
