@@ -20,6 +20,7 @@ class TestDesktop {
   /// Warns of what the driver had to do that the test did not foresee.
   ~TestDesktop();
 
+  QObject& Services() { return *m_services; }
   host::ComponentBridge& Bridge() { return *m_bridge; }
   /// Of the administrator "ana", until a test says otherwise.
   host::Session& Session() { return m_session; }

@@ -2,6 +2,7 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
+#include "host/access/AccessDesk.h"
 #include "host/look/Colours.h"
 #include "host/look/Look.h"
 
@@ -56,6 +57,7 @@ class tst_main_window : public QObject {
   void NonsenseInTheSettingsIsPassedOver();
   void NothingBeginsOnceTheProgramEnds();
   void UsersAreForAdministrators();
+  void WhoWorksMayChange();
   void LocksAreShownAndReleased();
 };
 
@@ -431,6 +433,39 @@ void tst_main_window::UsersAreForAdministrators() {
   desktop.ChooseNode(cConstNodo().Usuarios());
   QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
   QVERIFY(!desktop.Action("actLocks").isVisible());
+}
+
+// The user takes another name, and is no administrator any more then.
+void tst_main_window::WhoWorksMayChange() {
+  TestDesktop desktop;
+  host::Door door;
+  host::Rescue rescue(desktop.Services(), desktop.Bridge());
+  const auto account = host::ReadAccount(desktop.Office(), desktop.Session().userId);
+  QVERIFY(account && account->IsAdministrator());
+  host::AccessDesk desk(desktop.Bridge(), door, rescue, account, u"kel.db"_s, true);
+  desktop.Window().Offer(desk);
+  desktop.driver.On("usersDialog", [&](const support::DialogUser& dialog) {
+    desktop.driver.On("userDialog", [](const support::DialogUser& user) {
+      user.Type("txtName", u"eva"_s);
+      user.Key(Qt::Key_Return);
+    });
+    dialog.Press("modifyUser");
+    dialog.Close();
+  });
+  desktop.Action("actUsers").trigger();
+  QVERIFY(desktop.Window().findChild<QLabel*>(u"lblSession"_s)->text().startsWith(u"Usuario: eva "_s));
+  QVERIFY(desktop.Window().findChild<QLabel*>(u"lblGreeting"_s)->text().contains(u"eva"_s));
+  desktop.ChooseNode(cConstNodo().Usuarios());
+  QVERIFY(desktop.Window().windowTitle().startsWith(u"Usuarios"_s));
+  desktop.ChooseNode(cConstNodo().Bancos());
+  desktop.database.Execute(u"UPDATE Usuarios SET Administrador=0 WHERE IDUsuario=1");
+  desktop.Session().lookAtRights(desktop.Office());
+  desktop.ChooseNode(cConstNodo().Usuarios());
+  QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
+  for (const char* name : {"actLocks", "actImport", "actUsers"}) {
+    QVERIFY2(!desktop.Action(name).isVisible(), name);
+  }
+  QCOMPARE(desktop.TakeBoxes(), QStringList());
 }
 
 void tst_main_window::LocksAreShownAndReleased() {

@@ -212,8 +212,12 @@ void UsersDialog::Add() {
 
 void UsersDialog::Modify() {
   if (const Account* account = Chosen()) {
-    UserDialog(m_bridge.Session(), *account, this).exec();
+    Session& session = m_bridge.Session();
+    UserDialog(session, *account, this).exec();
     Read();
+    if (account = Chosen(); account != nullptr && account->id == session.userId) {
+      session.userName = account->name;
+    }
   }
 }
 

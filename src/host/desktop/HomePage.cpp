@@ -142,6 +142,14 @@ void HomePage::SetCounts(const QHash<int, int>& counts) {
   ShowSteps();
 }
 
+void HomePage::SetTexts(Texts texts) {
+  m_texts = std::move(texts);
+  m_greeting->setText(Greeting(m_texts.user));
+  if (m_hasContents) {
+    Take(Contents(m_contents));
+  }
+}
+
 void HomePage::OfferCopies(std::function<void()> makeCopy) {
   m_makeCopy = std::move(makeCopy);
 }

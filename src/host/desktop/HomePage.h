@@ -37,6 +37,8 @@ class HomePage : public QScrollArea {
 
   /// How many records the nodes have, by their numbers; of a node that is not in it nothing is new.
   void SetCounts(const QHash<int, int>& counts);
+  /// The session is another one now, or may do less.
+  void SetTexts(Texts texts);
   /// The copies can be made from here: `makeCopy` is called by the buttons for that.
   void OfferCopies(std::function<void()> makeCopy);
   /// Something was written.
@@ -86,7 +88,7 @@ class HomePage : public QScrollArea {
   QList<Line> ConcernLines(const Contents& contents);
 
   const std::vector<Node>& m_nodes;
-  const Texts m_texts;
+  Texts m_texts;
   QLabel* m_greeting;
   QLabel* m_office;
   Section m_steps;

@@ -42,6 +42,10 @@ QString EndOf(const QString& text, qsizetype length) {
   return text.size() > length ? QChar(0x2026) + text.right(length) : text;
 }
 
+QString SessionText(const WindowTexts& texts) {
+  return u"Usuario: %1   ·   Base de datos: %2"_s.arg(texts.user, EndOf(texts.database, longestShownPath));
+}
+
 // The manual has a page for each group, named after it, with an anchor for each table.
 QString HelpTopic(const Node& node) {
   return texts::FoldForSearch(node.group).replace(u' ', u'-') + u'#' + node.table;
@@ -59,6 +63,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
       m_mailing([this, connectionString] { return ContextForMailing(connectionString); }),
       m_thread([connectionString] { return database::CreateConnection(connectionString); }),
       m_counts(m_thread, m_nodes),
+      m_user(new QLabel(this)),
       m_selection(new QLabel(this)),
       m_freshness(new QLabel(this)) {
   m_selection->setObjectName(u"lblSelection"_s);
@@ -68,7 +73,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
   SetUpStrips();
   setWindowTitle(m_texts.title);
   SetUpPage(connectionString);
-  SetUpHome(connectionString);
+  SetUpHome();
   SetUpActions();
   SetUpStatusBar();
   LoadWindow(*this, *m_ui->splitter);
@@ -77,7 +82,7 @@ MainWindow::MainWindow(ComponentBridge& bridge, const QString& connectionString,
       m_ui->actRefresh->trigger();
     }
   });
-  m_ui->actImport->setVisible(m_bridge.Session().IsAdministrator() && !m_texts.readOnly);
+  OfferAdministration();
   connect(&m_counts, &TreeCounts::Counted, m_ui->nodeTree, &NodeTree::SetCounts);
   connect(m_page.get(), &RecordPage::Noticed, &m_counts, &TreeCounts::Follow);
   connect(m_ui->actRefresh, &QAction::triggered, &m_counts, &TreeCounts::CountAll);
@@ -119,10 +124,12 @@ void MainWindow::Offer(AccessDesk& desk) {
   connect(&desk, &AccessDesk::Changed, this, showWhatIsOffered);
   connect(&desk, &AccessDesk::Reduced, this, [this](const QString& text) {
     TellState(u"stripReadOnly"_s, text, u"solo lectura"_s);
+    ShowUser();
     m_page->Refresh();
   });
   connect(m_ui->actUsers, &QAction::triggered, this, [this, &desk] {
     desk.ShowUsers(this);
+    ShowUser();
     m_page->Refresh();
   });
   connect(m_ui->actOwnPassword, &QAction::triggered, this, [this, &desk] { desk.ChangeOwnPassword(this); });
@@ -161,17 +168,11 @@ void MainWindow::SetUpPage(const QString& connectionString) {
   connect(m_ui->strips, &Strips::Left, m_page.get(), qOverload<>(&QWidget::setFocus));
 }
 
-void MainWindow::SetUpHome(const QString& connectionString) {
-  const database::Place place = database::PlaceOf(connectionString);
-  m_home = new HomePage(m_thread, m_nodes,
-                        {.user = m_texts.user,
-                         .database = m_texts.database,
-                         .databaseFile = place.IsFile() ? place.file : QString(),
-                         .readOnly = m_texts.readOnly,
-                         .administrator = m_bridge.Session().IsAdministrator()});
+void MainWindow::SetUpHome() {
+  m_home = new HomePage(m_thread, m_nodes, TextsForHome());
   m_ui->pages->addWidget(m_home);
   // Of those on a server nothing is known here.
-  if (place.IsFile()) {
+  if (database::PlaceOf(m_connectionString).IsFile()) {
     m_home->OfferCopies([this] { ShowCopies(); });
   }
   connect(&m_counts, &TreeCounts::Counted, m_home, &HomePage::SetCounts);
@@ -189,7 +190,6 @@ void MainWindow::SetUpHome(const QString& connectionString) {
 
 void MainWindow::SetUpActions() {
   connect(m_ui->actLocks, &QAction::triggered, this, &MainWindow::ShowLocks);
-  m_ui->actLocks->setVisible(m_bridge.Session().IsAdministrator());
   for (QAction* action : {m_ui->actUsers, m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
     action->setVisible(false);
   }
@@ -209,13 +209,12 @@ void MainWindow::SetUpActions() {
 }
 
 void MainWindow::SetUpStatusBar() {
-  auto* label = new QLabel(
-      u"Usuario: %1   ·   Base de datos: %2"_s.arg(m_texts.user, EndOf(m_texts.database, longestShownPath)), this);
-  label->setObjectName(u"lblSession"_s);
-  label->setTextFormat(Qt::PlainText);
-  label->setToolTip(texts::AsItStands(m_texts.database));
+  m_user->setObjectName(u"lblSession"_s);
+  m_user->setTextFormat(Qt::PlainText);
+  m_user->setText(SessionText(m_texts));
+  m_user->setToolTip(texts::AsItStands(m_texts.database));
   m_ui->statusBar->addWidget(m_selection);
-  m_ui->statusBar->addPermanentWidget(label);
+  m_ui->statusBar->addPermanentWidget(m_user);
   m_freshness->setToolTip(u"Si la lista está como la base de datos"_s);
   m_ui->statusBar->addPermanentWidget(m_freshness);
 }
@@ -256,6 +255,32 @@ void MainWindow::UpdateStatus() {
   m_freshness->setText(!m_page->IsListRead() ? u"○ Leyendo…"_s
                        : m_page->IsInDoubt() ? u"○ Puede haber cambios (F5)"_s
                                              : u"● Al día"_s);
+}
+
+void MainWindow::OfferAdministration() {
+  const bool isAdministrator = m_bridge.Session().IsAdministrator();
+  m_ui->actImport->setVisible(isAdministrator && !m_texts.readOnly);
+  m_ui->actLocks->setVisible(isAdministrator);
+  if (!isAdministrator) {
+    m_ui->nodeTree->HideAdministration();
+  }
+}
+
+HomePage::Texts MainWindow::TextsForHome() const {
+  const database::Place place = database::PlaceOf(m_connectionString);
+  return {.user = m_texts.user,
+          .database = m_texts.database,
+          .databaseFile = place.IsFile() ? place.file : QString(),
+          .readOnly = m_texts.readOnly,
+          .administrator = m_bridge.Session().IsAdministrator()};
+}
+
+void MainWindow::ShowUser() {
+  m_texts.user = m_bridge.Session().userName;
+  m_texts.readOnly = m_texts.readOnly || m_bridge.Session().readOnly;
+  m_user->setText(SessionText(m_texts));
+  m_home->SetTexts(TextsForHome());
+  OfferAdministration();
 }
 
 void MainWindow::ShowNode(const Node& node) {

@@ -66,7 +66,7 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void SetUpHome(const QString& connectionString);
+  void SetUpHome();
   void SetUpPage(const QString& connectionString);
   void SetUpActions();
   void SetUpStatusBar();
@@ -76,6 +76,11 @@ class MainWindow : public QMainWindow {
   /// Says in the status line what was done, for a while; an empty text takes away what is there.
   void Announce(const QString& news);
   void UpdateStatus();
+  /// The session's user has another name, or may do less.
+  void ShowUser();
+  /// Only what the session's user may use of it.
+  void OfferAdministration();
+  HomePage::Texts TextsForHome() const;
   void ShowNode(const Node& node);
   void ShowHome();
   void ShowLocks();
@@ -94,6 +99,7 @@ class MainWindow : public QMainWindow {
   MailingOpener m_mailing;
   DatabaseThread m_thread;
   TreeCounts m_counts;
+  QLabel* m_user;
   QLabel* m_selection;
   QLabel* m_freshness;
   HomePage* m_home = nullptr;

@@ -67,18 +67,32 @@ void NodeTree::SetNodes(const std::vector<Node>& nodes) {
   expandAll();
 }
 
+void NodeTree::HideAdministration() {
+  for (const Node& node : *m_nodes) {
+    QTreeWidgetItem* item = node.administratorsOnly ? Find(node.id) : nullptr;
+    if (item != nullptr) {
+      item->setHidden(true);
+    }
+  }
+}
+
 QSize NodeTree::sizeHint() const {
   const int margins = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
   const int count = fontMetrics().horizontalAdvance(CountText(99'999)) + fontMetrics().height();
   return {sizeHintForColumn(0) + count + margins, QTreeWidget::sizeHint().height()};
 }
 
+QTreeWidgetItem* NodeTree::Find(int nodeId) {
+  QTreeWidgetItemIterator item(this, QTreeWidgetItemIterator::NotHidden);
+  while (*item != nullptr && (*item)->data(0, nodeRole) != QVariant(nodeId)) {
+    ++item;
+  }
+  return *item;
+}
+
 void NodeTree::Choose(int nodeId) {
-  for (QTreeWidgetItemIterator item(this); *item != nullptr; ++item) {
-    if ((*item)->data(0, nodeRole) == QVariant(nodeId)) {
-      setCurrentItem(*item);
-      return;
-    }
+  if (QTreeWidgetItem* item = Find(nodeId)) {
+    setCurrentItem(item);
   }
 }
 

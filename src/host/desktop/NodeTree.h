@@ -18,6 +18,8 @@ class NodeTree : public QTreeWidget {
 
   /// The nodes to show, grouped, behind one for the start page; they must outlive the tree.
   void SetNodes(const std::vector<Node>& nodes);
+  /// Only administrators see some nodes; the one that is shown stays so until another one is chosen.
+  void HideAdministration();
   /// Makes a node, or homeNode, the chosen one; a number that the tree does not have changes nothing.
   void Choose(int nodeId);
   /// Shows how many records nodes have, by their numbers; of a node that is not in it nothing changes.
@@ -37,6 +39,7 @@ class NodeTree : public QTreeWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  QTreeWidgetItem* Find(int nodeId);
   void DressHeadings();
   void Announce(QTreeWidgetItem* item);
 
