@@ -46,6 +46,7 @@ void RowWriter::SealTable(const SurveyedTable& table) {
     return;
   }
   for (const Fate& fate : m_plan.FatesOf(table)) {
+    CheckStop(m_wishes.stop);
     const qint64 marks = (fate.isDemoted ? 1 : 0) | (fate.isGranted ? 2 : 0) | (fate.suffix.isEmpty() ? 0 : 4);
     const qint64 decided = fate.key << 5 | marks << 2 | qint64(fate.kind);
     m_seal.addData(QByteArrayView(reinterpret_cast<const char*>(&decided), sizeof(decided)));
