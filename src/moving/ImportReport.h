@@ -52,7 +52,7 @@ struct TableReport {
 struct ImportReport {
   QString file;
   QString digest;  ///< SHA-256, hexadecimal.
-  QString seal;    ///< The same for two imports that do the same.
+  QString seal;    ///< The same for two imports of one file that do the same.
   bool isWritten = false;
   QList<TableReport> tables;
   QStringList elsewhere;   ///< Tables of the file that are in another file.
