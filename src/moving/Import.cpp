@@ -130,7 +130,8 @@ ImportReport Import(const QString& path, adodb::Connection& connection, const Im
     RefuseChangedFile();
   }
   ImportReport report = ReportOf(survey, path, digest);
-  report.seal = writer.Seal();
+  // The same fates of other values are another import.
+  report.seal = digest + writer.Seal();
   if (!wishes.seen.isEmpty() && wishes.seen != report.seal) {
     Refuse(u"El archivo o los datos de aquí han cambiado desde que se vio qué entra. Véalo otra vez."_s);
   }

@@ -2,6 +2,8 @@
 
 #include "platform/text/FoldForSearch.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace moving {
@@ -74,6 +76,19 @@ QList<const database::Column*> MeantColumns(const TableRule& rule, const SourceT
     columns.append(columns.contains(here) ? nullptr : here);
   }
   return columns;
+}
+
+bool AreHeadings(const SourceRow& row) {
+  QStringList names;
+  for (const SourceCell& cell : row) {
+    names.append(cell.text);
+  }
+  names.removeAll(QString());
+  return std::ranges::any_of(TableRules(), [&names](const TableRule& rule) {
+    const auto known =
+        std::ranges::count_if(names, [&](const QString& name) { return ColumnOf(rule, name) != nullptr; });
+    return known >= 2 && 2 * known >= names.size();
+  });
 }
 
 std::optional<TableMatch> MatchTable(const SourceTable& table, const NameWishes& wishes) {
