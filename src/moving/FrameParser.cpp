@@ -144,6 +144,7 @@ void FrameParser::TakeTable(QByteArrayView content) {
 void FrameParser::TakeRow(QByteArrayView content) {
   Content rest(content);
   SourceRow row;
+  row.reserve(m_width);
   while (!rest.AtEnd()) {
     Require(row.size() < reader::mostColumns);
     const Cell kind = CellOf(rest.Take<char>());
@@ -151,6 +152,7 @@ void FrameParser::TakeRow(QByteArrayView content) {
   }
   Require(m_table.columns.isEmpty() || row.size() == m_table.columns.size());
   Require(++m_allRows <= m_mostRows);
+  m_width = row.size();
   ++m_rows;
   m_listener->Row(row);
 }

@@ -38,6 +38,7 @@ class FrameParser {
   QByteArray m_waiting;
   SourceTable m_table;
   qint64 m_rows = 0;
+  qsizetype m_width = 0;  ///< Of the row before.
   bool m_hasFile = false;
   bool m_isInTable = false;
   bool m_isOver = false;

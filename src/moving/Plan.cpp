@@ -23,8 +23,8 @@ Plan::Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wi
   }
 }
 
-const Fate& Plan::FateOf(const SurveyedTable& table, std::size_t row) const {
-  return m_fates.constFind(table.shape->Here().name)->at(row);
+const std::vector<Fate>& Plan::FatesOf(const SurveyedTable& table) const {
+  return *m_fates.constFind(table.shape->Here().name);
 }
 
 qint64 Plan::KeyHere(const database::Table& target, qint64 key) {

@@ -25,7 +25,8 @@ class Plan {
   /// Borrows the wishes while it is made.
   Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wishes);
 
-  const Fate& FateOf(const SurveyedTable& table, std::size_t row) const;
+  /// By the rows of a matched table.
+  const std::vector<Fate>& FatesOf(const SurveyedTable& table) const;
   /// The key here of a row of `target` that the file calls `key`; 0 for none.
   qint64 KeyHere(const database::Table& target, qint64 key);
 
