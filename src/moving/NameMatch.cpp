@@ -72,8 +72,10 @@ QList<const database::Column*> MeantColumns(const TableRule& rule, const SourceT
   QList<const database::Column*> columns;
   for (const SourceColumn& column : table.columns) {
     const database::Column* here = ColumnOf(rule, Wish(wishes.columns, table.name + u'.' + column.name, column.name));
+    const bool isKept = here != nullptr && here != &rule.table->columns.front() && !rule.settings.isEmpty() &&
+                        !rule.settings.contains(here->name);
     // A heading that is there twice counts once.
-    columns.append(columns.contains(here) ? nullptr : here);
+    columns.append(isKept || columns.contains(here) ? nullptr : here);
   }
   return columns;
 }
