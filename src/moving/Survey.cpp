@@ -24,11 +24,13 @@ QStringList LeftColumns(const SourceTable& table, const TableMatch& match) {
 void CheckLength(const SourceTable& table, const SourceRow& row, ConvertedRow& converted) {
   const auto isFilled = [](const SourceCell& cell) { return cell.kind != Cell::None; };
   const qsizetype filled = std::find_if(row.rbegin(), row.rend(), isFilled).base() - row.begin();
+  constexpr qsizetype most = 60;
   const qsizetype headings = table.columns.size();
   if (filled > headings && table.isText) {
     converted.refusal = u"tiene %1 celdas, y los títulos son %2"_s.arg(filled).arg(headings);
   } else if (filled > headings) {
-    converted.notes.append(u"lo que hay a la derecha de los títulos no se trae: «%1»"_s.arg(row.constLast().text));
+    converted.notes.append(
+        u"lo que hay a la derecha de los títulos no se trae: «%1»"_s.arg(row.constLast().text.left(most)));
   } else if (row.size() < headings && table.isText) {
     converted.notes.append(u"tiene %1 celdas, y los títulos son %2"_s.arg(row.size()).arg(headings));
   }
