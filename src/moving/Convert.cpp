@@ -106,8 +106,7 @@ class RowConversion {
   std::optional<Value> Number(const Column& column, const SourceCell& cell) const {
     // What most cells are: nothing needs to be looked at.
     constexpr qsizetype surelyWhole = 9;
-    if (IsDigits(cell.text) && cell.text.size() <= surelyWhole &&
-        (cell.text.size() == 1 || cell.text.front() != u'0')) {
+    if (cell.text.size() <= surelyWhole && IsDigits(cell.text)) {
       return Value{Kind::Number, cell.text};
     }
     if (cell.text.trimmed().isEmpty()) {

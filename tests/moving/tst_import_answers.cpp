@@ -162,6 +162,13 @@ void tst_import_answers::ListsChangeWhatIsHere() {
   database.Execute(u"INSERT INTO TipoSuscripciones (Nombre, Eliminado) VALUES ('Bienal', -1)");
   const QString path = WriteFile(database.Path(u"bancos.csv"_s),
                                  "Numero;Nombre\n1;Banco Nuevo\n0002;Banco Igual\n3;Otro\n0001;Banco Tercero\n2;\n");
+  // A list with nothing in it but one other value is looked at, too.
+  const QString other = WriteFile(database.Path(u"otro.csv"_s), "Numero;Nombre\n1;Banco Nuevo\n");
+  moving::ImportWishes trial;
+  trial.isTrial = true;
+  trial.names.tables.insert(u"*"_s, u"Bancos"_s);
+  QCOMPARE(Counts(moving::Import(other, database.Connection(), trial)),
+           u"0 new, 1 known, 1 changed, 0 revived, 0 out, 0 skipped"_s);
   moving::ImportWishes wishes;
   wishes.answers.Give(u"Bancos fila-1 cambios"_s, u"aqui"_s);
   const moving::ImportReport kept = moving::Import(path, database.Connection(), wishes);
@@ -298,6 +305,10 @@ void tst_import_answers::WhatWasSeenIsWhatComesIn() {
   QCOMPARE(import(), 5);
   QCOMPARE(database.Query(u"SELECT Nombre FROM Usuarios WHERE Nombre='jefa'"), QStringList());
   database.Execute(u"DELETE FROM Bancos");
+  // Or took a number of the file.
+  database.Execute(u"INSERT INTO Colaboradores (IDColaborador, Nombre) VALUES (12, 'Otra')");
+  QCOMPARE(import(), 5);
+  database.Execute(u"DELETE FROM Colaboradores");
   // Another answer is another import, too.
   wishes.answers.Give(u"Usuarios * administrador"_s, u"si"_s);
   QCOMPARE(import(), 5);
