@@ -157,7 +157,7 @@ void ReadCsv(const QString& path, const ListForm& form, SourceListener& listener
     Refuse(QByteArrayView(text).first(nul).count('\n') + 1, u"no es texto");
   }
   Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator.toLatin1());
-  listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}});
+  listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}, true});
   while (!fields.AtEnd()) {
     if (stop && stop()) {
       throw automation::Error(adodb::Stopped, u"La lectura se ha cancelado. No se ha traído nada."_s);

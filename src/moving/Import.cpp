@@ -132,6 +132,7 @@ ImportReport Import(const QString& path, adodb::Connection& connection, const Im
     }
   }
   ImportReport report = ReportOf(survey, path, digest);
+  // The same fates of other values are another import.
   report.seal = digest + u'-' + writer.Seal();
   if (!wishes.seen.isEmpty() && wishes.seen != report.seal) {
     Refuse(u"El archivo o los datos de aquí han cambiado desde que se vio qué entra. Véalo otra vez."_s);

@@ -184,14 +184,19 @@ void RowWriter::Compare(const Fate& fate, const QList<Value>& values) {
   if (positions.isEmpty()) {
     return;
   }
+  const bool isSetting = !shape.Rule().settings.isEmpty();
+  const bool isTaken = isSetting ? m_plan.IsFirst() : m_table->IsList();
   Finding finding = Ask(*m_table, qsizetype(m_row), u"cambios"_s, there.join(u", "_s),
                         {{u"archivo"_s, u"toma lo del archivo"_s}, {u"aqui"_s, u"se queda como está aquí"_s}},
-                        m_wishes.answers, m_table->IsList() ? 0 : 1);
+                        m_wishes.answers, isTaken ? 0 : 1);
   finding.here = old.join(u", "_s);
   finding.label = shape.LabelOf(values);
   AddToSeal(finding.Line());
   if (finding.answer == 0) {
     ++m_table->report.changed;
+    if (isSetting) {
+      ++m_table->report.remarks[u"se nota cuando el programa se abre de nuevo"_s];
+    }
     Update(fate.key, positions, values);
   } else {
     ++m_table->report.differing;

@@ -77,6 +77,7 @@ class tst_import_answers : public QObject {
   void FilesOfAnswers();
   void ListsChangeWhatIsHere();
   void WhatIsDeletedThere();
+  void TheKindOfOffice();
   void SheetsAndForms();
   void WhatWasSeenIsWhatComesIn();
 };
@@ -222,6 +223,33 @@ void tst_import_answers::WhatIsDeletedThere() {
   QCOMPARE(database.Query(u"SELECT Nombre FROM Bancos ORDER BY Nombre"), QStringList({u"Usado"_s, u"Vivo"_s}));
   QCOMPARE(Counts(moving::Import(path, database.Connection(), {})),
            u"3 new, 3 known, 0 changed, 0 revived, 0 out, 0 skipped"_s);
+}
+
+void tst_import_answers::TheKindOfOffice() {
+  using D = DesktopFile;
+  const support::TestDatabase database;
+  const QStringList before = database.Query(u"SELECT Tipo, velumar, NombreEntidad FROM configuracion");
+  D file;
+  file.AddTable(
+      u"configuracion"_s,
+      {{u"IDConfiguracion"_s, D::Long}, {u"Tipo"_s, D::Int}, {u"velumar"_s, D::Bool}, {u"NombreEntidad"_s, D::Text}});
+  file.AddRow({9, 1, true, u"Otra"_s});
+  const QString path = WriteFile(database.Path(u"a.mdb"_s), file.Bytes());
+  const auto now = [&] { return database.Query(u"SELECT Tipo, velumar FROM configuracion").join(u'/'); };
+  // Who has worked here says so.
+  database.Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES ('0001', 'Uno')");
+  QCOMPARE(moving::Import(path, database.Connection(), {}).Written(), 0);
+  QCOMPARE(database.Query(u"SELECT Tipo, velumar, NombreEntidad FROM configuracion"), before);
+  moving::ImportWishes wishes;
+  wishes.answers.Give(u"configuracion 9 cambios"_s, u"archivo"_s);
+  const moving::ImportReport report = moving::Import(path, database.Connection(), wishes);
+  QVERIFY2(report.Text().contains(u"columnas que no se traen: NombreEntidad"_s), qPrintable(report.Text()));
+  QCOMPARE(now(), u"1|Verdadero"_s);
+  // It is proposed while nobody has.
+  database.Execute(u"UPDATE configuracion SET Tipo=0, velumar=0");
+  database.Execute(u"DELETE FROM Bancos");
+  moving::Import(path, database.Connection(), {});
+  QCOMPARE(now(), u"1|Verdadero"_s);
 }
 
 void tst_import_answers::SheetsAndForms() {

@@ -151,7 +151,10 @@ QWidget* MovingAssistant::MakeReportPage() {
   m_report->setReadOnly(true);
   m_report->setTabChangesFocus(true);
   m_report->setLineWrapMode(QPlainTextEdit::NoWrap);
-  m_report->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  // As large as the program's other texts: the system's does not grow with them.
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSizeF(font().pointSizeF());
+  m_report->setFont(fixed);
   auto* save = new QPushButton(u"&Guardar informe…"_s, page);
   save->setObjectName(u"cmdGuardarInforme"_s);
   save->setAutoDefault(false);
