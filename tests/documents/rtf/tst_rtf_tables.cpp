@@ -258,6 +258,15 @@ void tst_rtf_tables::madeDefinitions_data() {
   QTest::newRow("the last cells of two rows") << rows << QList<int>({0, 2, 1, 2}) << u"600: c / f"_s;
   QTest::newRow("cells of two rows") << rows << QList<int>({0, 0, 1, 1}) << u"1000,3000: a b(1x2) / d"_s;
   QTest::newRow("all of it") << rows << QList<int>({0, 0, 1, 2}) << u"1000,3000,3500: a b(1x2) c / d f"_s;
+  // Neither what is put together, nor what says so and is not, goes on in the piece beyond its text.
+  QTest::newRow("put together both ways")
+      << Row("\\clvmgf\\clmgf\\cellx1000\\clmrg\\cellx3000\\cellx3500\\cellx4000", "a\\cell\\cell b\\cell c\\cell") +
+             Row("\\clvmrg\\clmgf\\cellx1000\\clmrg\\cellx3000\\cellx3500\\cellx4000", "\\cell\\cell d\\cell e\\cell")
+      << QList<int>({0, 0, 1, 2}) << u"3000,3500: a(1x2) b / d"_s;
+  QTest::newRow("not put together, as there is text")
+      << Row("\\clvmgf\\cellx1000\\clmgf\\cellx2000\\cellx2500", "a\\cell b\\cell c\\cell") +
+             Row("\\clvmrg\\cellx1000\\clmrg\\cellx2000\\cellx2500", "d\\cell e\\cell f\\cell")
+      << QList<int>({0, 0, 1, 1}) << u"1000,2000: a b / d e"_s;
 }
 
 /// A piece of a table is a table with its cells' own widths.
@@ -271,6 +280,8 @@ void tst_rtf_tables::madeDefinitions() {
   cells.setPosition(table->cellAt(selection[2], selection[3]).lastPosition(), QTextCursor::KeepAnchor);
   const QByteArray piece = rtf::WriteSelection(cells);
   QCOMPARE(piece.count("\\trowd"), piece.count("\\row"));
+  QCOMPARE(piece.count("\\clvmrg") + piece.count("\\clvmgf"), 2 * shown.count(u"x2)"));
+  QCOMPARE(piece.count("\\clm"), 0);
   const auto pasted = Document(piece);
   QCOMPARE(Shown(*pasted), shown);
   QCOMPARE(support::Loss(*pasted), QString());
