@@ -106,6 +106,9 @@ void tst_rtf_tables::grids_data() {
           Row("\\clvmrg\\cellx1000\\cellx2000", "\\cell d\\cell") +
           Row("\\clvmrg\\cellx1000\\cellx2000", "\\cell f\\cell"),
       u"1000,2000: a(1x3) b / d / f"_s);
+  row("put together down, but narrower",
+      Row("\\clvmgf\\cellx1000\\cellx2000", "a\\cell b\\cell") + Row("\\clvmrg\\cellx500\\cellx2000", "\\cell d\\cell"),
+      u"500,1000,2000: a(2x1) b / - d(2x1)"_s);
   row("both ways",
       Row("\\clvmgf\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000", "a\\cell\\cell c\\cell") +
           Row("\\clvmrg\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000", "\\cell\\cell d\\cell"),
