@@ -119,6 +119,11 @@ void tst_rtf_tables::grids_data() {
       "\\trowd\\cellx5000\\pard\\intbl a\\par\\itap2 b\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\nestrow}\\pard"
       "\\intbl c\\cell\\row",
       u"5000: a | 900: b"_s);
+  const QByteArray nested =
+      "\\trowd\\cellx5000\\pard\\intbl\\itap2 b\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\nestrow}\\pard\\intbl "
+      "c\\cell\\row";
+  row("nested at the start, in another section", "\\sect\\sectd " + nested, u"5000: - | 900: b"_s);
+  row("nested at the start, on another page", "\\page " + nested, u"5000: - | 900: b"_s);
   row("defined behind its cells", "\\pard\\intbl a\\cell\\trowd\\cellx900\\row", u"900: a"_s);
   row("not defined", "\\pard\\intbl a\\cell\\row", QString());
   row("fewer cells than defined", two + Row("\\cellx1000\\cellx2000", "a\\cell"), QString());
