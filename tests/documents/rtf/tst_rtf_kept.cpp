@@ -381,6 +381,12 @@ void tst_rtf_kept::pictures_data() {
       << QByteArray("{\\pict\\jpegblip " + PictureFile(QImage(4960, 7016, QImage::Format_Grayscale8), "JPG").toHex() +
                     "}")
       << QSize(2480, 3508) << QSizeF(0, 0);
+  // Black and white, in which the bound of Qt's own counts as much as in colours.
+  const auto scanned = [](const QSize& size) {
+    return QByteArray("{\\pict\\pngblip " + PictureFile(QImage(size, QImage::Format_Mono), "PNG").toHex() + "}");
+  };
+  QTest::newRow("a scanned PNG") << scanned({4960, 7016}) << QSize(2480, 3508) << QSizeF(0, 0);
+  QTest::newRow("a larger one") << scanned({6001, 6000}) << QSize() << QSizeF(0, 0);
   QTest::newRow("damaged") << QByteArray("{\\pict\\pngblip 89504e47}") << QSize() << QSizeF(0, 0);
 }
 
