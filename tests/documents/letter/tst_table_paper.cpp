@@ -188,13 +188,15 @@ class tst_table_paper : public QObject {
       QTest::newRow(name) << rows << heights << third;
     };
     const QByteArray cells = "a\\cell b\\cell";
+    // The room is in its cell.
+    const QByteArray larger = "a\\cell\\fs30 b\\cell";
     row("at least", Row("", cells) + Row("\\trrh900", cells), {0, 900}, 0);
     row("exactly", Row("\\trrh-900", cells) + Row("\\trrh-1200", cells), {900, 1200}, 0);
     row("less than the text", Row("\\trrh100", cells) + Row("\\trrh-100", cells), {0, 0}, 1);
     row("none", Row("\\trrh0", cells), {0}, 1);
-    row("text in the middle", Row("\\trrh900\\clvertalc", cells).replace("\\cellx2000", "\\cellx2000\\clvertalc"),
+    row("text in the middle", Row("\\trrh900\\clvertalc", larger).replace("\\cellx2000", "\\cellx2000\\clvertalc"),
         {900}, 1);
-    row("text below", Row("\\trrh900\\clvertalb", cells).replace("\\cellx2000", "\\cellx2000\\clvertalb"), {900}, 2);
+    row("text below", Row("\\trrh900\\clvertalb", larger).replace("\\cellx2000", "\\cellx2000\\clvertalb"), {900}, 2);
     row("space and room in the cells", Row("\\trrh1200\\trpaddt100\\trpaddft3", "\\sb200\\sa100 a\\cell b\\cell"),
         {1200}, 0);
     row("a merged cell ends",

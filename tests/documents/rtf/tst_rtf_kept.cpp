@@ -222,7 +222,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
 
 /// Text that is typed or deleted within its run is written there, and not a byte else changes: what would be dropped
 /// or written otherwise stays even in that paragraph, here words that the reader does not know, spellings, malformed
-/// rows. Edits are "text behind which it is typed>what is typed", "text in front of it<what" and "text that goes-".
+/// rows. Edits are "text behind which it is typed>what is typed", "text in front of it<what" and "text that goes-";
+/// bold behind a star.
 void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   QTest::addColumn<QByteArray>("body");
   QTest::addColumn<QString>("edits");
@@ -247,6 +248,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   row("deleted between a word and text", "abcd{\\b\\'e1e}\\par", u"á-"_s, "abcd{\\b{}e}\\par");
   row("replaced", "abc d\\u322?f\\par", u"ł-d>óñ"_s, "abc d\\'f3\\'f1f\\par");
   row("an empty paragraph", "\\wa a\\par\\wb\\b\\par\\wc c\\par", u"|>x"_s, "\\wa a\\par\\wb\\b{x}\\par\\wc c\\par");
+  row("an empty paragraph, in other letters", "\\wa a\\par\\pard\\wb\\par\\pard\\wc c\\par", u"|>*x"_s,
+      "\\wa a\\par\\pard\\plain\\f0\\fs20\\b x\\b0\\par\r\n\r\n\\pard\\wc c\\par");
   row("in a table",
       "\\trowd\\wa\\clmgf\\cellx900\\clmrg\\cellx1800\\cellx2700\\pard\\intbl a\\cell\\cell\\wb "
       "\\cell\\row\\trowd\\cellx900\\wc\\cellx2700\\intbl c\\cell d\\cell\\row\\pard e\\par",
@@ -297,7 +300,10 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
     } else {
       cursor.setPosition(each.captured(2) == u"<" ? cursor.anchor() : cursor.position());
     }
-    cursor.insertText(each.captured(3));
+    QTextCharFormat bold = cursor.charFormat();
+    bold.setFontWeight(QFont::Bold);
+    const bool isBold = each.captured(3).startsWith(u'*');
+    cursor.insertText(each.captured(3).mid(isBold ? 1 : 0), isBold ? bold : cursor.charFormat());
   }
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(written == "  " + Letter(expected), written.constData());
