@@ -155,7 +155,7 @@ class tst_table_paper : public QObject {
     const QByteArray short40 = Row("", "a\\cell b\\cell").repeated(46);
     QTest::newRow("parted") << short40 << QByteArray() << 12 << QList<int>{0, 1};
     QTest::newRow("kept") << short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
-    QTest::newRow("with room") << short40 << QByteArray("\\trrh4000") << 0 << QList<int>{1, 1};
+    QTest::newRow("with room") << short40 << QByteArray("\\trrh4200") << 12 << QList<int>{1, 1};
     QTest::newRow("behind a repeated row")
         << Row("\\trhdr", "a\\cell b\\cell") + short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
     QTest::newRow("the first") << QByteArray("a\\par ").repeated(47) << QByteArray("\\trkeep") << 12
@@ -202,6 +202,8 @@ class tst_table_paper : public QObject {
     row("a merged cell ends",
         Row("\\clvmgf", "a\\par a\\par a\\par a\\cell b\\cell") + Row("\\trrh900\\clvmrg", "\\cell b\\cell"), {0, 900},
         0);
+    row("a merged cell begins",
+        Row("\\trrh900\\clvmgf", "a\\par a\\par a\\cell b\\cell") + Row("\\clvmrg", "\\cell b\\cell"), {900, 0}, 1);
     row("in a cell, too",
         Row("\\trrh1400",
             "\\itap2 n\\nestcell{\\*\\nesttableprops\\trowd\\trrh1000\\cellx900\\nestrow}\\pard\\intbl\\cell b\\cell"),
