@@ -1,6 +1,8 @@
+#include "framework/Termination.h"
 #include "host/records/ComponentBridge.h"
 #include "host/records/OfficeConnection.h"
 #include "host/services/Rescue.h"
+#include "platform/process/TerminationSignals.h"
 #include "support/ErrorOf.h"
 #include "support/Expect.h"
 
@@ -12,6 +14,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +71,10 @@ class tst_rescue : public QObject {
   void EveryRefusal();
   void NestedDialogs();
   void MemoryOfADialogBelow();
+  void FieldsOfASheet_data();
+  void FieldsOfASheet();
+  void ToldToEnd_data();
+  void ToldToEnd();
   void FilesThatMakeNoSense_data();
   void FilesThatMakeNoSense();
   void FilesInTheWay();
@@ -310,6 +317,100 @@ void tst_rescue::MemoryOfADialogBelow() {
   QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
   QCOMPARE(office.rescue.Inputs().size(), 1);
   QVERIFY(office.rescue.Inputs().first().rows.value(0).startsWith(u"0007\tSoria Centro"_s));
+}
+
+void tst_rescue::FieldsOfASheet_data() {
+  QTest::addColumn<bool>("taken");
+  QTest::newRow("taken in by the sheet") << true;
+  QTest::newRow("not yet") << false;
+}
+
+// They are the sheet's loss once it took them in, before that their own dialog's; none of them can be put back.
+void tst_rescue::FieldsOfASheet() {
+  QFETCH(bool, taken);
+  Office office;
+  office.driver.On("frmEtiquetas2", [&](const DialogUser& dialog) {
+    dialog.Press("cmdCampos_2");
+    dialog.Press("optCampos_1");
+    dialog.Type("txtCampos_2", u"Querida amiga"_s);
+    dialog.Type("txtCampos_0", u"2"_s);
+    dialog.Type("txtCampos_1", u"3"_s);
+    dialog.Press("cmdCampos_5");
+    if (taken) {
+      dialog.Press("cmdCampos_0");
+    } else {
+      office.rescue.KeepEverything();
+      dialog.Close();
+    }
+  });
+  office.driver.On("frmEtiquetas1", [&](const DialogUser& dialog) {
+    dialog.Type("txtReferencia", u"Hoja"_s);
+    dialog.Type("txtEtiquetasTotales", u"40"_s);
+    dialog.Type("txtEtiquetasFila", u"4"_s);
+    for (const char* measure :
+         {"txtMedidas_0", "txtMedidas_1", "txtMedidas_2", "txtMedidas_3", "txtMedidas_4", "txtMedidas_5"}) {
+      dialog.Type(measure, u"2"_s);
+    }
+    dialog.Press("cmdSeleccionar_1");
+    dialog.Type("txtReferencia", QString());
+    dialog.Close();
+  });
+  if (!taken) {
+    office.driver.Answer(QMessageBox::No);
+  }
+  office.driver.Answer(QMessageBox::Yes);
+  office.driver.Answer(QMessageBox::Ok);
+  QCOMPARE(office.Show({.node = node.Etiquetas(), .action = action.Agregar()}), 0);
+  QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
+  const QList<host::KeptInput> kept = office.rescue.Inputs();
+  QCOMPARE(kept.size(), taken ? 1 : 2);
+  QVERIFY(kept.constFirst().request && kept.constFirst().dialog == u"frmEtiquetas1"_s);
+  const host::KeptInput& loss = kept.constLast();
+  QCOMPARE(loss.request.has_value(), taken);
+  QVERIFY2(loss.rows.join(u'|').contains(u"Querida amiga"_s), qPrintable(loss.Text()));
+}
+
+void tst_rescue::ToldToEnd_data() {
+  QTest::addColumn<bool>("isSignal");
+  QTest::newRow("by a signal") << true;
+  QTest::newRow("with the session") << false;
+}
+
+// One dialog above another, and something missing in both: each is asked, and what each of them held is kept.
+void tst_rescue::ToldToEnd() {
+  QFETCH(bool, isSignal);
+  process::TerminationSignals program;
+  int heard = 0;
+  connect(&program, &process::TerminationSignals::Received, this, [&] { ++heard; });
+  Office office;
+  const auto end = [&](const DialogUser& dialog) {
+    if (!isSignal) {
+      framework::Termination::CloseForms(framework::Form::AppWindows);
+    }
+    QVERIFY(QTest::qWaitFor([&] { return !dialog.Dialog()->isVisible(); }));
+  };
+  office.driver.On("frmDiocesis", [&](const DialogUser& dialog) {
+    dialog.Choose("cboProvincia", u"Soria"_s);
+    dialog.Press("cmdNProvincia");
+    end(dialog);
+  });
+  office.driver.On("frmProvincia", [&](const DialogUser& dialog) {
+    dialog.Choose("cboPais", u"Francia"_s);
+    if (isSignal) {
+      raise(SIGTERM);
+    }
+    end(dialog);
+  });
+  for (int dialog = 0; dialog < 2; ++dialog) {
+    office.driver.Answer(QMessageBox::Yes);
+    office.driver.Answer(QMessageBox::Ok);
+  }
+  QCOMPARE(office.Show({.node = node.Diocesis(), .action = action.Agregar()}), 0);
+  QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
+  QCOMPARE(office.rescue.Inputs().size(), 2);
+  QVERIFY(office.rescue.Inputs()[0].Text().contains(u"Provincia: Soria"_s));
+  QVERIFY(office.rescue.Inputs()[1].Text().contains(u"País: Francia"_s));
+  QTRY_COMPARE(heard, isSignal ? 1 : 0);
 }
 
 void tst_rescue::FilesThatMakeNoSense_data() {
