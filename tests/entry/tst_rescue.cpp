@@ -71,6 +71,7 @@ class tst_rescue : public QObject {
   void EveryRefusal();
   void NestedDialogs();
   void MemoryOfADialogBelow();
+  void WhatDoesNotFitAnyMore();
   void FieldsOfASheet_data();
   void FieldsOfASheet();
   void ToldToEnd_data();
@@ -317,6 +318,36 @@ void tst_rescue::MemoryOfADialogBelow() {
   QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
   QCOMPARE(office.rescue.Inputs().size(), 1);
   QVERIFY(office.rescue.Inputs().first().rows.value(0).startsWith(u"0007\tSoria Centro"_s));
+}
+
+// A control that is gone, one that can't be changed, a value that the list has no longer: named, and the rest put back.
+void tst_rescue::WhatDoesNotFitAnyMore() {
+  Office office;
+  QStringList named;
+  connect(&office.rescue, &host::Rescue::NotPutBack, this, [&](const auto& /*input*/, const auto& values) {
+    for (const host::ControlValue& value : values) {
+      named.append(value.control);
+    }
+  });
+  host::KeptInput input;
+  input.dialog = u"frmEmisor"_s;
+  input.focus = u"nada"_s;
+  input.values = {{u"txtNombre"_s, u"Nombre"_s, u"Parroquia"_s, u"Parroquia"_s},
+                  {u"txtOtro"_s, u"Otro"_s, u"x"_s, u"x"_s},
+                  {u"cboPresentadores"_s, u"Presentador"_s, QStringList{u"99"_s, u"Nadie"_s}, u"Nadie"_s},
+                  {u"cboPaises"_s, u"País"_s, 7, u"7"_s},
+                  {u"txtPoblacion"_s, u"Población"_s, u"Olot"_s, u"Olot"_s}};
+  QString seen;
+  office.driver.On("frmEmisor", [&](const DialogUser& dialog) {
+    QVERIFY(QTest::qWaitFor([&] { return !named.isEmpty(); }));
+    seen = dialog.Text("txtNombre") + u'|' + dialog.Text("cboPresentadores") + u'|' + dialog.Text("txtPoblacion");
+    Cancel(dialog);
+  });
+  office.rescue.PutBackInto(input);
+  office.Show({.node = node.Emisores(), .action = action.Agregar()});
+  QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
+  QCOMPARE(named, QStringList({u"txtOtro"_s, u"cboPresentadores"_s, u"cboPaises"_s}));
+  QCOMPARE(seen, u"Parroquia||Olot"_s);
 }
 
 void tst_rescue::FieldsOfASheet_data() {
