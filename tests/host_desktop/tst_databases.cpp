@@ -1,6 +1,7 @@
 #include "database/Maintenance.h"
 #include "database/Place.h"
 #include "host/cli/DatabaseChoice.h"
+#include "host/cli/FirstWindow.h"
 #include "host/cli/SettingsFile.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/CopiesDialog.h"
@@ -19,10 +20,13 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <future>
 
 using support::DialogUser;
 using namespace Qt::StringLiterals;
@@ -58,6 +62,8 @@ class tst_databases : public QObject {
   void RecentOnesThatAreGoneAreToldOnce();
   void AStartWithoutADatabaseAsks();
   void ACopyIsMadeLookedIntoAndPutBack();
+  void ADamagedFileIsReplacedByACopy();
+  void ASecondStartShowsTheFirstWindow();
   void ListsBelongToADatabaseAndAUser();
   void SettingsThatMakeNoSenseAreSetAside_data();
   void SettingsThatMakeNoSenseAreSetAside();
@@ -179,6 +185,69 @@ void tst_databases::ACopyIsMadeLookedIntoAndPutBack() {
   host::PrepareNext({.connectionString = text, .copy = other}, {});
   QVERIFY(driver.TakeBoxes().constFirst().contains(u"no se ha restaurado"_s));
   QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+// Offered though the usual file is there.
+void tst_databases::ADamagedFileIsReplacedByACopy() {
+  const support::TestDatabase copied;
+  copied.Execute(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0001','uno')");
+  const QString copy = copied.Path(u"copia.db"_s);
+  database::CopyDatabase(copied.ConnectionString(), copy);
+  const QString usual = host::UsualDatabaseFile(false);
+  process::CreatePrivateFolder(QFileInfo(usual).path());
+  Touch(usual);
+  host::CommandLine failed;
+  failed.file = m_folder->filePath(u"dañada.db"_s);
+  Touch(failed.file);
+  support::Driver driver;
+  driver.On("databaseDialog", [&](const DialogUser& user) {
+    ChooseFile(driver, "dlgBase", copy);
+    driver.Answer(QMessageBox::Ok);
+    user.Press("cmdRestaurar");
+  });
+  const auto next = host::OtherDatabase({}, failed);
+  QCOMPARE(driver.TakeProblems(), QStringList());
+  QVERIFY(next && next->connectionString == TextFor(failed.file));
+  QCOMPARE(database::LookIntoCopy(failed.file).rows.value(u"Bancos"_s), 1);
+  QCOMPARE(QFileInfo(usual).size(), 0);
+  // Nothing can take the place of what is no file.
+  failed.file.clear();
+  failed.connectionString = u"postgresql://ana@servidor/kel"_s;
+  driver.On("databaseDialog", [](const DialogUser& user) {
+    QVERIFY(!user.IsVisible("cmdRestaurar"));
+    user.Key(Qt::Key_Escape);
+  });
+  QVERIFY(!host::OtherDatabase({}, failed));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+void tst_databases::ASecondStartShowsTheFirstWindow() {
+  const auto restore = qScopeGuard([before = qgetenv("XDG_RUNTIME_DIR")] { qputenv("XDG_RUNTIME_DIR", before); });
+  qputenv("XDG_RUNTIME_DIR", m_folder->path().toLocal8Bit());
+  QVERIFY(!host::FirstWindow::Show(u"una"_s));
+  QWidget window;
+  window.showMinimized();
+  QString left;
+  for (int start = 0; start < 2; ++start) {
+    if (start > 0) {
+      // As one that was killed leaves it.
+      Touch(left);
+    }
+    const host::FirstWindow first(u"una"_s);
+    int wanted = 0;
+    connect(&first, &host::FirstWindow::Wanted, this, [&] { ++wanted; });
+    connect(&first, &host::FirstWindow::Wanted, &window, host::ShowWindows);
+    std::future<bool> other = std::async(std::launch::async, [] { return host::FirstWindow::Show(u"otra"_s); });
+    std::future<bool> second = std::async(std::launch::async, [] { return host::FirstWindow::Show(u"una"_s); });
+    QTRY_COMPARE(wanted, 1);
+    QVERIFY(second.get() && !other.get());
+    QVERIFY(!window.isMinimized());
+    const QFileInfoList sockets = QDir(m_folder->path()).entryInfoList({u"kel-host-*"_s}, QDir::System);
+    QCOMPARE(sockets.size(), 1);
+    left = sockets.constFirst().filePath();
+    QVERIFY(!process::IsOpenToOthers(left));
+  }
+  QVERIFY(!host::FirstWindow::Show(u"una"_s));
 }
 
 void tst_databases::ListsBelongToADatabaseAndAUser() {

@@ -415,6 +415,11 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
   QCOMPARE(desktop.List().Records().SortColumn(), 0);
+  // A screen that is gone.
+  desktop.Window().move(30000, 20000);
+  QSettings().setValue(u"Ventana/Geometria"_s, desktop.Window().saveGeometry());
+  const QRect screen = desktop.Window().screen()->availableGeometry();
+  QVERIFY(screen.contains(desktop.Restart().frameGeometry().center()));
 }
 
 void tst_main_window::NothingBeginsOnceTheProgramEnds() {

@@ -43,6 +43,8 @@ const QString manual = QStringLiteral(KEL_SOURCES) + u"/docs/ayuda/contenido.htm
 /// The program's windows one after the other, in one look.
 class Walk {
  public:
+  explicit Walk(int percent) : m_percent(percent) {}
+
   QStringList Faults() {
     EveryNode();
     Details();
@@ -58,6 +60,11 @@ class Walk {
   void LookAt(QWidget& window, const QString& name) {
     for (const QString& fault : support::WindowFaults(window)) {
       m_faults.append(name + u" | "_s + fault);
+    }
+    const QSize smallest = window.minimumSizeHint().expandedTo(window.minimumSize());
+    if (m_percent <= 150 && smallest != smallest.boundedTo({1024, 600})) {
+      m_faults.append(
+          u"%1 | no room on a small screen: %2x%3"_s.arg(name).arg(smallest.width()).arg(smallest.height()));
     }
   }
 
@@ -211,6 +218,7 @@ class Walk {
     LookAt(assistant, u"movingAssistant, report"_s);
   }
 
+  int m_percent;
   TestDesktop m_desktop{database::Content::Demonstration};
   host::HelpDesk m_help{manual};
   QStringList m_faults;
@@ -227,6 +235,7 @@ class tst_usable_windows : public QObject {
     QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("percent");
     QTest::newRow("light") << false << 100;
+    QTest::newRow("light and larger") << false << 150;
     QTest::newRow("dark and large") << true << 200;
   }
 
@@ -235,7 +244,7 @@ class tst_usable_windows : public QObject {
     QFETCH(int, percent);
     qputenv("CUPS_SERVER", "/nowhere/cups.sock");
     host::UseLook({.colours = dark ? Look::Colours::Dark : Look::Colours::Light, .textPercent = percent});
-    const QStringList faults = Walk().Faults();
+    const QStringList faults = Walk(percent).Faults();
     host::UseLook({});
     for (const QString& fault : faults) {
       QTest::qFail(qPrintable(fault), __FILE__, __LINE__);

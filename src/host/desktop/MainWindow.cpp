@@ -312,7 +312,7 @@ void MainWindow::ShowCopies() {
 }
 
 void MainWindow::ChooseDatabase() {
-  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, this);
+  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, {}, this);
   if (dialog.exec() == QDialog::Accepted) {
     Leave(dialog.Chosen());
   }

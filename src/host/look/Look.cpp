@@ -3,10 +3,12 @@
 #include "host/look/Colours.h"
 #include "host/look/Icons.h"
 #include "host/look/Palettes.h"
+#include "host/look/SmallScreens.h"
 #include "host/look/Style.h"
 
 #include <QApplication>
 #include <QFont>
+#include <QPointer>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -64,6 +66,10 @@ void UseLook(const Look& look) {
     font.setPixelSize(font.pixelSize() * look.textPercent / Look::smallestText);
   }
   QApplication::setFont(font);
+  static QPointer<SmallScreens> smallScreens;
+  if (!smallScreens) {
+    smallScreens = new SmallScreens(qApp);
+  }
 }
 
 }  // namespace host
