@@ -6,6 +6,7 @@
 #include "host/access/Door.h"
 #include "host/access/LockBox.h"
 #include "host/access/NewPassword.h"
+#include "host/access/ServerUsersDialog.h"
 #include "host/access/SignIn.h"
 #include "host/access/UserDialog.h"
 #include "host/access/UsersDialog.h"
@@ -136,6 +137,7 @@ class Walk {
 
   void Dialogs() {
     LookAtDialog("preferences", [&] { m_desktop.Action("actPreferences").trigger(); });
+    LookAtDialog("serverUsersDialog", [&] { host::ServerUsersDialog(m_desktop.Session()).exec(); });
     LookAtDialog("locksDialog", [&] { m_desktop.Action("actLocks").trigger(); });
     m_desktop.ChooseNode(cConstNodo().Bancos());
     m_desktop.List().SelectRecord(1);

@@ -30,13 +30,6 @@ QLabel* WrappedLabel(const QString& text, QWidget* parent) {
   return label;
 }
 
-QString GoneText(int gone) {
-  return gone == 1
-             ? u"Una base de datos que se abrió antes ya no está en su sitio, y se ha quitado de la lista."_s
-             : u"%1 bases de datos que se abrieron antes ya no están en su sitio, y se han quitado de la lista."_s.arg(
-                   gone);
-}
-
 }  // namespace
 
 DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
