@@ -144,6 +144,12 @@ class tst_dialog_look : public QObject {
       QVERIFY(host::Contrast(host::LineColour(palette), palette.color(ground)) >= 3);
       QVERIFY(host::Contrast(host::RingColour(palette), palette.color(ground)) >= 3);
     }
+    for (const host::StripTone tone : {host::StripTone::News, host::StripTone::Hint, host::StripTone::Attention}) {
+      const QPalette strip = host::StripPalette(tone);
+      QVERIFY(host::Contrast(strip.color(QPalette::WindowText), strip.color(QPalette::Window)) >= 4.5);
+      QVERIFY(host::Contrast(host::LineColour(strip), strip.color(QPalette::Window)) >= 3);
+      QVERIFY(host::Contrast(host::RingColour(strip), strip.color(QPalette::Window)) >= 3);
+    }
     // The numbers of the public definition: black on white, and a grey that just carries text.
     QCOMPARE(host::Contrast(Qt::black, Qt::white), 21.0);
     QVERIFY(std::abs(host::Contrast(QColor(0x767676), Qt::white) - 4.54) < 0.01);

@@ -104,9 +104,4 @@ void SetIdleMinutes(adodb::Connection& connection, int minutes) {
   SetOfficeSetting(connection, idleSetting, QString::number(minutes));
 }
 
-QString OfficeName(adodb::Connection& connection) {
-  const auto rows = Execute(connection, u"SELECT NombreEntidad FROM configuracion");
-  return rows->AtEnd() ? QString() : Text(rows->Field(0)).left(longestFullName);
-}
-
 }  // namespace host

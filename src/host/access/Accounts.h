@@ -48,7 +48,4 @@ void SetIdleMinutes(adodb::Connection& connection, int minutes);
 constexpr int usualIdleMinutes = 15;
 constexpr int mostIdleMinutes = 240;
 
-/// The name of the organisation; may be empty.
-QString OfficeName(adodb::Connection& connection);
-
 }  // namespace host

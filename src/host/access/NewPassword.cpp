@@ -4,6 +4,7 @@
 #include "host/access/Passwords.h"
 #include "host/access/UserRules.h"
 #include "host/help/HelpDesk.h"
+#include "host/records/OfficeSettings.h"
 #include "host/records/OpenConnection.h"
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"

@@ -4,6 +4,8 @@
 #include "host/access/PasswordLine.h"
 #include "host/access/RightsWatch.h"
 #include "host/help/HelpDesk.h"
+#include "host/look/PlainLabel.h"
+#include "host/records/OfficeSettings.h"
 #include "host/records/OpenConnection.h"
 
 #include <QComboBox>
@@ -35,13 +37,6 @@ void RememberName(const QString& name) {
   names.removeAll(name);
   names.prepend(name);
   QSettings().setValue(namesSetting, names.mid(0, mostNames));
-}
-
-QLabel* PlainLabel(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "host/records/Deletion.h"
 #include "host/records/MomentText.h"
 #include "host/records/NodeCatalog.h"
+#include "host/records/OfficeSettings.h"
 #include "host/services/ErrorBox.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"

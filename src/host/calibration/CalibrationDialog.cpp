@@ -1,6 +1,8 @@
 #include "host/calibration/CalibrationDialog.h"
 
 #include "host/calibration/CalibrationPicture.h"
+#include "host/look/PlainLabel.h"
+#include "host/look/ScrolledColumn.h"
 #include "host/mailing/printing/CalibrationPage.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
@@ -26,30 +28,14 @@ namespace host {
 
 namespace {
 
-QLabel* Text(const QString& text, QWidget* parent, int pointsMore = 0) {
-  auto* label = new QLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  if (pointsMore > 0) {
-    QFont font = label->font();
-    font.setBold(true);
-    font.setPointSize(font.pointSize() + pointsMore);
-    label->setFont(font);
-  }
+QLabel* Heading(const QString& text, QWidget* parent) {
+  QLabel* label = PlainLabel(text, parent);
+  QFont font = label->font();
+  font.setBold(true);
+  font.setPointSize(font.pointSize() + 1);
+  label->setFont(font);
   return label;
 }
-
-// As large as its content where the screen has room for it.
-class StepsArea : public QScrollArea {
- public:
-  StepsArea(QWidget* content, QWidget* parent) : QScrollArea(parent) {
-    setFrameShape(NoFrame);
-    setWidgetResizable(true);
-    setFocusPolicy(Qt::NoFocus);
-    setWidget(content);
-  }
-  QSize sizeHint() const override { return widget()->sizeHint(); }
-};
 
 QString Number(double value, int decimals) {
   return QString::number(value, 'f', decimals).replace(u'.', u',').replace(u'-', u'\u2212');
@@ -76,7 +62,7 @@ CalibrationDialog::CalibrationDialog(adodb::Connection& connection, const QStrin
   auto* content = new QWidget(this);
   auto* steps = new QVBoxLayout(content);
   steps->setContentsMargins({});
-  steps->addWidget(Text(
+  steps->addWidget(PlainLabel(
       u"Casi todas las impresoras mueven la hoja un milímetro o más y encogen un poco lo que imprimen. Se mide una "
       "vez por impresora y bandeja; las etiquetas y las cartas lo tienen en cuenta desde entonces. Los PDF no "
       "cambian."_s,
@@ -87,7 +73,7 @@ CalibrationDialog::CalibrationDialog(adodb::Connection& connection, const QStrin
   steps->addStretch();
   // Large texts have no room on a small screen.
   auto* left = new QVBoxLayout;
-  m_steps = new StepsArea(content, this);
+  m_steps = new ScrolledColumn(content, this);
   left->addWidget(m_steps);
   BuildButtons(*left);
   auto* both = new QHBoxLayout(this);
@@ -109,27 +95,27 @@ void CalibrationDialog::BuildPrinter(QBoxLayout& layout) {
   m_printer->setObjectName(u"calibratedPrinter"_s);
   m_tray = new QComboBox(this);
   m_tray->setObjectName(u"calibratedTray"_s);
-  m_state = Text({}, this);
+  m_state = PlainLabel({}, this);
   m_state->setObjectName(u"calibrationState"_s);
-  layout.addWidget(Text(u"1 · Impresora"_s, this, 1));
+  layout.addWidget(Heading(u"1 · Impresora"_s, this));
   auto* form = new QFormLayout;
   form->addRow(u"&Impresora:"_s, m_printer);
   form->addRow(u"Ba&ndeja:"_s, m_tray);
   layout.addLayout(form);
   layout.addWidget(m_state);
-  layout.addWidget(Text(u"2 · Imprimir la página de prueba"_s, this, 1));
+  layout.addWidget(Heading(u"2 · Imprimir la página de prueba"_s, this));
   m_print = new QPushButton(u"Imprimir &página de prueba"_s, this);
   m_print->setObjectName(u"printCalibration"_s);
   m_print->setAutoDefault(false);
   auto* row = new QHBoxLayout;
   row->addWidget(m_print);
-  row->addWidget(Text(u"en papel corriente, no en etiquetas"_s, this), 1);
+  row->addWidget(PlainLabel(u"en papel corriente, no en etiquetas"_s, this), 1);
   layout.addLayout(row);
   connect(m_print, &QPushButton::clicked, this, [this] { PrintPage({}); });
 }
 
 void CalibrationDialog::BuildMeasures(QBoxLayout& layout) {
-  layout.addWidget(Text(u"3 · Medir con una regla (mm)"_s, this, 1));
+  layout.addWidget(Heading(u"3 · Medir con una regla (mm)"_s, this));
   const std::pair<QString, double> rows[measureCount] = {
       {u"&A  del borde izquierdo a la línea vertical"_s, documents::firstCross.x()},
       {u"&B  del borde superior a la línea horizontal"_s, documents::firstCross.y()},
@@ -149,27 +135,28 @@ void CalibrationDialog::BuildMeasures(QBoxLayout& layout) {
     name->setBuddy(box);
     grid->addWidget(name, i, 0);
     grid->addWidget(box, i, 1);
-    grid->addWidget(Text(u"debe ser %1"_s.arg(Number(rows[i].second, 1)), this), i, 2);
+    grid->addWidget(PlainLabel(u"debe ser %1"_s.arg(Number(rows[i].second, 1)), this), i, 2);
     connect(box, &QLineEdit::textChanged, this, &CalibrationDialog::ShowResult);
     m_measures[static_cast<std::size_t>(i)] = box;
   }
   layout.addLayout(grid);
-  layout.addWidget(Text(u"La flecha roja es la medida que se está escribiendo. Se aceptan coma y punto."_s, this));
+  layout.addWidget(
+      PlainLabel(u"La flecha roja es la medida que se está escribiendo. Se aceptan coma y punto."_s, this));
 }
 
 void CalibrationDialog::BuildResult(QBoxLayout& layout) {
-  layout.addWidget(Text(u"Resultado"_s, this, 1));
+  layout.addWidget(Heading(u"Resultado"_s, this));
   auto* form = new QFormLayout;
   const QString names[measureCount] = {u"Mover a lo ancho"_s, u"Mover a lo alto"_s, u"Escala a lo ancho"_s,
                                        u"Escala a lo alto"_s};
   for (int i = 0; i < measureCount; ++i) {
     QLabel*& result = m_results[static_cast<std::size_t>(i)];
-    result = Text({}, this);
+    result = PlainLabel({}, this);
     result->setObjectName(u"calibrationResult_%1"_s.arg(i));
     form->addRow(names[i], result);
   }
   layout.addLayout(form);
-  m_verdict = Text({}, this);
+  m_verdict = PlainLabel({}, this);
   m_verdict->setObjectName(u"calibrationVerdict"_s);
   m_verdict->setFrameShape(QFrame::StyledPanel);
   m_verdict->setMargin(fontMetrics().height() / 2);

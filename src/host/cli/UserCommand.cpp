@@ -7,6 +7,7 @@
 #include "host/cli/Startup.h"
 #include "host/desktop/PasswordBox.h"
 #include "host/records/MomentText.h"
+#include "host/records/OfficeSettings.h"
 #include "platform/automation/Error.h"
 
 #include <QTextStream>

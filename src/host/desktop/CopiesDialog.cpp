@@ -4,6 +4,7 @@
 #include "database/Maintenance.h"
 #include "database/Place.h"
 #include "host/help/HelpDesk.h"
+#include "host/look/PlainLabel.h"
 #include "host/records/MomentText.h"
 #include "host/records/NodeCatalog.h"
 #include "host/services/ErrorBox.h"
@@ -69,14 +70,6 @@ QString ContentText(const QString& copy) {
   }
 }
 
-QLabel* WrappedLabel(const char* name, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QString::fromLatin1(name));
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
-
 }  // namespace
 
 CopiesDialog::CopiesDialog(const QString& connectionString, const QString& title, bool mayRestore, QWidget* parent)
@@ -84,10 +77,10 @@ CopiesDialog::CopiesDialog(const QString& connectionString, const QString& title
       m_connectionString(connectionString),
       m_title(title),
       m_mayRestore(mayRestore),
-      m_place(WrappedLabel("lblLugar", this)),
+      m_place(NamedLabel(u"lblLugar"_s, this)),
       m_list(new QTreeWidget(this)),
-      m_content(WrappedLabel("lblContenido", this)),
-      m_state(WrappedLabel("lblEstado", this)),
+      m_content(NamedLabel(u"lblContenido"_s, this)),
+      m_state(NamedLabel(u"lblEstado"_s, this)),
       m_progress(new QProgressBar(this)) {
   setObjectName(u"copiesDialog"_s);
   setWindowTitle(u"Copias de seguridad"_s);

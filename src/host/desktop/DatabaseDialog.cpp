@@ -4,6 +4,7 @@
 #include "database/Place.h"
 #include "host/desktop/RecentDatabases.h"
 #include "host/help/HelpDesk.h"
+#include "host/look/PlainLabel.h"
 #include "host/services/PlainBox.h"
 #include "platform/automation/Error.h"
 #include "platform/process/PrivateFiles.h"
@@ -21,24 +22,13 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-namespace {
-
-QLabel* WrappedLabel(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
-
-}  // namespace
-
 DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
     : QDialog(parent), m_usualFile(usualFile), m_recent(new QListWidget(this)), m_open(nullptr) {
   setObjectName(u"databaseDialog"_s);
   setWindowTitle(u"Elegir la base de datos"_s);
   setProperty(HelpDesk::topicProperty, u"bases"_s);
   auto* layout = new QVBoxLayout(this);
-  auto* why = WrappedLabel(reason, this);
+  auto* why = PlainLabel(reason, this);
   why->setObjectName(u"lblMotivo"_s);
   layout->addWidget(why);
   ShowRecent(*layout);
@@ -80,7 +70,7 @@ void DatabaseDialog::ShowRecent(QVBoxLayout& layout) {
   m_recent->setTextElideMode(Qt::ElideLeft);
   m_recent->setCurrentRow(0);
   if (recent.gone > 0) {
-    layout.addWidget(WrappedLabel(GoneText(recent.gone), this));
+    layout.addWidget(PlainLabel(GoneText(recent.gone), this));
   }
   layout.addWidget(label);
   layout.addWidget(m_recent, 1);

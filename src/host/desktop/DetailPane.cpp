@@ -2,6 +2,7 @@
 
 #include "host/desktop/RecordList.h"
 #include "host/look/LinkLabel.h"
+#include "host/look/PlainLabel.h"
 #include "host/records/MomentText.h"
 
 #include <QComboBox>
@@ -24,11 +25,8 @@ constexpr std::chrono::milliseconds rest{150};
 // In lines of text.
 constexpr int lowestList = 5;
 
-QLabel* PlainLabel(const QString& name, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
+QLabel* SelectableLabel(const QString& name, QWidget* parent) {
+  QLabel* label = NamedLabel(name, parent);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }
@@ -56,14 +54,14 @@ QString ChangeText(const std::optional<Change>& change) {
 DetailPane::DetailPane(DatabaseThread& thread, bool velumar, QWidget* parent)
     : QScrollArea(parent),
       m_velumar(velumar),
-      m_title(PlainLabel(u"lblDetailTitle"_s, this)),
+      m_title(SelectableLabel(u"lblDetailTitle"_s, this)),
       m_uses(new LinkLabel(this)),
-      m_change(PlainLabel(u"lblDetailChange"_s, this)),
+      m_change(SelectableLabel(u"lblDetailChange"_s, this)),
       m_kinds(new QComboBox(this)),
-      m_kind(PlainLabel(u"lblDetailKind"_s, this)),
+      m_kind(SelectableLabel(u"lblDetailKind"_s, this)),
       m_list(new RecordList(this)),
-      m_more(PlainLabel(u"lblDetailMore"_s, this)),
-      m_text(PlainLabel(u"lblDetailText"_s, this)),
+      m_more(SelectableLabel(u"lblDetailMore"_s, this)),
+      m_text(SelectableLabel(u"lblDetailText"_s, this)),
       m_sheet(new SheetThumbnail(this)),
       m_reading(thread, [this](const Shown& shown) { Take(shown); }) {
   Build();

@@ -1,7 +1,9 @@
 #include "host/desktop/HomePage.h"
 
 #include "host/desktop/WindowMemory.h"
+#include "host/look/PlainLabel.h"
 #include "host/records/MomentText.h"
+#include "host/records/OfficeSettings.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/contract/cConstNodo.h"
@@ -49,18 +51,6 @@ QString Greeting(const QString& user) {
                            : hour >= 14 && hour < 21 ? u"Buenas tardes"_s
                                                      : u"Buenas noches"_s;
   return user.isEmpty() ? greeting : u"%1, %2"_s.arg(greeting, user);
-}
-
-QString OfficeName(adodb::Connection& connection) {
-  const auto row = adodb::Execute(connection, u"SELECT NombreEntidad FROM configuracion");
-  return row->AtEnd() ? QString() : automation::Text(row->Field(0));
-}
-
-QLabel* PlainLabel(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
 }
 
 QString StateMark(bool isDone) {

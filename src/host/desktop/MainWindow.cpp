@@ -230,7 +230,7 @@ void MainWindow::SetUpStatusBar() {
 }
 
 void MainWindow::TellState(const QString& subject, const QString& text, const QString& inTitle) {
-  m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripText::Tone::Attention});
+  m_ui->strips->Tell({.subject = subject, .text = text, .tone = StripTone::Attention});
   m_texts.title += u" (%1)"_s.arg(inTitle);
 }
 
@@ -251,7 +251,7 @@ void MainWindow::SetUpStrips() {
                         .text = u"Columnas, tamaños y preferencias no se recordarán: no se puede escribir «%1»."_s.arg(
                             settings.fileName()),
                         .ways = {{u"&Entendido"_s}},
-                        .tone = StripText::Tone::Attention,
+                        .tone = StripTone::Attention,
                         .stays = true});
   }
 }

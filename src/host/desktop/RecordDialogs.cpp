@@ -149,7 +149,7 @@ void RecordDialogs::TellOfLockRelease(const Node& node, const Change& release, b
   StripText strip{.subject = Subject(node, id),
                   .text = text + (saved ? u"lo guardado después puede haber pisado lo de otra persona."_s
                                         : u"usted no ha guardado nada."_s),
-                  .tone = saved ? StripText::Tone::Attention : StripText::Tone::News};
+                  .tone = saved ? StripTone::Attention : StripTone::News};
   strip.ways.append({u"Abr&ir "_s + node.record, [this, &node, id] { Q_EMIT RecordWanted(node, id); }});
   strip.ways.append({u"&Entendido"_s});
   Q_EMIT Told(strip);
@@ -160,7 +160,7 @@ void RecordDialogs::TellOfLoss(const LostSave& lost) {
   StripText strip{
       .subject = Subject(ofAnother ? *lost.savedNode : *lost.deletedNode, ofAnother ? lost.savedId : lost.deletedId),
       .text = lost.text,
-      .tone = StripText::Tone::Attention};
+      .tone = StripTone::Attention};
   if (lost.note != 0) {
     const QString text = lost.savedNode != nullptr ? u"Re&cuperar "_s + lost.deletedNode->record : u"Re&cuperarlo"_s;
     strip.ways.append({text, [this, note = lost.note] { Q_EMIT RecoveryWanted(note); }});

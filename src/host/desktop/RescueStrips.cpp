@@ -59,7 +59,7 @@ void RescueStrips::TellOf(const KeptInput& input) {
   m_toldChange = ChangedSince(input);
   StripText strip{.subject = subject,
                   .text = Sentence(input, m_rescue.Inputs().size() - 1) + m_toldChange,
-                  .tone = StripText::Tone::Attention,
+                  .tone = StripTone::Attention,
                   .stays = true};
   if (input.request) {
     strip.ways.append({u"V&olver a abrir con ello"_s, [this, input] { OpenAgain(input); }});
@@ -78,7 +78,7 @@ void RescueStrips::TellOfRest(const KeptInput& input, const QList<ControlValue>&
   StripText strip{.subject = subjectOfRest,
                   .text = u"De lo que había escrito en «%1» no se ha podido volver a poner: %2."_s.arg(
                       input.title, lines.join(u"; "_s).replace(u'\t', u' ')),
-                  .tone = StripText::Tone::Attention,
+                  .tone = StripTone::Attention,
                   .stays = true};
   strip.ways.append(CopyWay(lines.join(u'\n')));
   strip.ways.append({u"&Entendido"_s});

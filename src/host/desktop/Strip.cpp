@@ -9,21 +9,12 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-namespace {
-
-// Black on these stands out of light and dark colours.
-QColor Ground(StripText::Tone tone) {
-  return tone == StripText::Tone::Attention ? QColor(0xFF, 0xD8, 0x73) : QColor(0xDD, 0xEA, 0xF5);
-}
-
-}  // namespace
-
 Strip::Strip(const StripText& content, QWidget* parent)
     : QFrame(parent), m_mayGo(!content.ways.isEmpty() && !content.stays) {
   setObjectName(content.subject);
   setAccessibleName(content.text);
   setAutoFillBackground(true);
-  setPalette(QPalette(Qt::white, Ground(content.tone)));
+  setPalette(StripPalette(content.tone));
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
   auto* text = new QLabel(content.text, this);
   text->setObjectName(u"stripText"_s);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/look/Palettes.h"
+
 #include <QFrame>
 #include <QList>
 #include <QString>
@@ -12,7 +14,6 @@ namespace host {
 
 /// What a strip tells, and the ways out that it offers.
 struct StripText {
-  enum class Tone { News, Attention };
   struct Way {
     QString text;  ///< Of the button, with its `&`.
     std::function<void()> act = {};
@@ -22,7 +23,7 @@ struct StripText {
   QString subject;  ///< What it is about; the name of the strip.
   QString text;     ///< Plain text of any length.
   QList<Way> ways = {};
-  Tone tone = Tone::News;
+  StripTone tone = StripTone::News;
   bool stays = false;  ///< Only its ways take it away: neither Escape nor newer strips.
 };
 

@@ -60,4 +60,13 @@ QPalette DarkPalette() {
                     {QPalette::LinkVisited, 0xB9A3E3}});
 }
 
+QPalette StripPalette(StripTone tone) {
+  QPalette palette = LightPalette();
+  palette.setColor(QPalette::WindowText, Qt::black);
+  palette.setColor(QPalette::Window, tone == StripTone::News   ? QColor(0xDD, 0xEA, 0xF5)
+                                     : tone == StripTone::Hint ? QColor(0xFF, 0xF0, 0xC4)
+                                                               : QColor(0xFF, 0xD8, 0x73));
+  return palette;
+}
+
 }  // namespace host

@@ -8,4 +8,9 @@ namespace host {
 QPalette LightPalette();
 QPalette DarkPalette();
 
+/// The ground of a strip that tells something beside its words, with what is written on it: the same where the window
+/// is dark, so that it stands out.
+enum class StripTone { News, Hint, Attention };
+QPalette StripPalette(StripTone tone);
+
 }  // namespace host

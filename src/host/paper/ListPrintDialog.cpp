@@ -1,5 +1,6 @@
 #include "host/paper/ListPrintDialog.h"
 
+#include "host/look/PlainLabel.h"
 #include "host/mailing/output/Outputs.h"
 #include "host/mailing/printing/Printing.h"
 #include "host/mailing/window/MailingOutput.h"
@@ -32,14 +33,6 @@ namespace {
 constexpr int mostCopies = 99;
 constexpr QSize usualSize(1060, 700);
 
-QLabel* WrappedLabel(const char* name, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QString::fromLatin1(name));
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
-
 }  // namespace
 
 ListPrintDialog::ListPrintDialog(ListTable shown, ListTable selected, const QString& connectionString, QWidget* parent)
@@ -51,7 +44,7 @@ ListPrintDialog::ListPrintDialog(ListTable shown, ListTable selected, const QStr
   setObjectName(u"dlgImprimirLista"_s);
   setWindowTitle(u"Imprimir «%1»"_s.arg(m_shown.title));
   setWindowFlag(Qt::WindowMaximizeButtonHint);
-  m_state = WrappedLabel("lblEstado", this);
+  m_state = NamedLabel(u"lblEstado"_s, this);
   m_progress = new QProgressBar(this);
   m_progress->setAccessibleName(u"Lo que va escrito"_s);
   auto* scroll = new QScrollArea(this);
@@ -106,7 +99,7 @@ void ListPrintDialog::AddPrinter(QFormLayout& form) {
   m_printer = new QComboBox(this);
   m_printer->setObjectName(u"cboImpresora"_s);
   m_printer->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  m_trouble = WrappedLabel("lblImpresora", this);
+  m_trouble = NamedLabel(u"lblImpresora"_s, this);
   m_first = new QSpinBox(this);
   m_first->setObjectName(u"numPaginaPrimera"_s);
   m_last = new QSpinBox(this);
@@ -160,7 +153,7 @@ void ListPrintDialog::AddWhat(QVBoxLayout& layout) {
   constexpr int mostShown = 6;
   m_columns->setMaximumHeight(m_columns->sizeHintForRow(0) * std::min(mostShown, m_columns->count()) +
                               m_columns->fontMetrics().height());
-  m_fit = WrappedLabel("lblCaben", this);
+  m_fit = NamedLabel(u"lblCaben"_s, this);
   layout.addWidget(label);
   layout.addWidget(m_columns);
   connect(m_some, &QRadioButton::toggled, this, &ListPrintDialog::ShowPages);

@@ -5,6 +5,12 @@
 
 namespace host {
 
+namespace {
+
+constexpr qsizetype longestOfficeName = 100;
+
+}  // namespace
+
 QString OfficeSetting(adodb::Connection& connection, const QString& name, const QString& otherwise) {
   const auto rows = adodb::Execute(connection, u"SELECT Valor FROM Ajustes WHERE Nombre='{}'", name);
   return rows->AtEnd() ? otherwise : automation::Text(rows->Field(0));
@@ -15,6 +21,11 @@ void SetOfficeSetting(adodb::Connection& connection, const QString& name, const 
   if (connection.RecordsAffected() == 0) {
     adodb::Execute(connection, u"INSERT INTO Ajustes (Nombre, Valor) VALUES ('{}', '{}')", name, value);
   }
+}
+
+QString OfficeName(adodb::Connection& connection) {
+  const auto rows = adodb::Execute(connection, u"SELECT NombreEntidad FROM configuracion");
+  return rows->AtEnd() ? QString() : automation::Text(rows->Field(0)).left(longestOfficeName);
 }
 
 }  // namespace host

@@ -13,4 +13,7 @@ QString OfficeSetting(adodb::Connection& connection, const QString& name, const 
 
 void SetOfficeSetting(adodb::Connection& connection, const QString& name, const QString& value);
 
+/// The name of the organisation, of 100 characters at most; may be empty. Errors of the database leave it.
+QString OfficeName(adodb::Connection& connection);
+
 }  // namespace host

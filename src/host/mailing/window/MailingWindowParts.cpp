@@ -1,5 +1,6 @@
 // What the window is made of: actions, menus, layout, status bar, and what it asks for files and folders.
 
+#include "host/look/ScrolledColumn.h"
 #include "host/mailing/window/ElidedLabel.h"
 #include "host/mailing/window/LabelPanel.h"
 #include "host/mailing/window/LetterPanel.h"
@@ -7,7 +8,6 @@
 #include "host/mailing/window/PeoplePanel.h"
 #include "host/mailing/window/PostingPanel.h"
 #include "host/mailing/window/PreviewPanel.h"
-#include "host/mailing/window/ScrolledColumn.h"
 #include "host/mailing/window/SelectionCommands.h"
 #include "platform/text/AsItStands.h"
 

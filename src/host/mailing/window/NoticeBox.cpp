@@ -1,5 +1,7 @@
 #include "host/mailing/window/NoticeBox.h"
 
+#include "host/look/Palettes.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMap>
@@ -56,11 +58,10 @@ QList<Notice> NoticesOf(const MailingNotes& notes, const QStringList& faults, co
   return notices;
 }
 
-// Black on this stands out of light and dark colours.
 NoticeBox::NoticeBox(QWidget* parent) : QFrame(parent), m_lines(new QVBoxLayout(this)) {
   setObjectName(u"avisos"_s);
   setAutoFillBackground(true);
-  setPalette(QPalette(Qt::white, QColor(0xFF, 0xF0, 0xC4)));
+  setPalette(StripPalette(StripTone::Hint));
   const int margin = fontMetrics().height() / 3;
   m_lines->setContentsMargins(margin * 2, margin, margin * 2, margin);
   m_lines->setSpacing(margin / 2);

@@ -1,5 +1,6 @@
 #include "host/moving/window/PreviewPage.h"
 
+#include "host/look/Palettes.h"
 #include "platform/text/AsItStands.h"
 #include "platform/text/FoldForSearch.h"
 
@@ -82,8 +83,7 @@ PreviewPage::PreviewPage(const QString& copies, QWidget* parent)
   m_info->setTextFormat(Qt::PlainText);
   m_info->setWordWrap(true);
   m_info->setAutoFillBackground(true);
-  // Black on this stands out of light and dark colours.
-  m_info->setPalette(QPalette(Qt::black, QColor(0xDD, 0xEC, 0xF5)));
+  m_info->setPalette(StripPalette(StripTone::News));
   m_info->setMargin(fontMetrics().height() / 2);
   m_tables->SetWidths({24, 24, 9, 9, 13, 12, 20});
   m_findings->SetWidths({32, 38, 38});

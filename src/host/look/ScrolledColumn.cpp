@@ -1,4 +1,4 @@
-#include "host/mailing/window/ScrolledColumn.h"
+#include "host/look/ScrolledColumn.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
