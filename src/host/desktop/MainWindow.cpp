@@ -273,6 +273,10 @@ void MainWindow::OfferAdministration() {
   m_ui->actLocks->setVisible(isAdministrator);
   if (!isAdministrator) {
     m_ui->nodeTree->HideAdministration();
+    // Nobody goes on looking at what is not theirs any more.
+    if (m_page->Shown() != nullptr && m_page->Shown()->administratorsOnly) {
+      ChooseNode(homeNode);
+    }
   }
 }
 
