@@ -22,17 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-namespace {
-
-QString GoneText(int gone) {
-  return gone == 1
-             ? u"Una base de datos que se abrió antes ya no está en su sitio, y se ha quitado de la lista."_s
-             : u"%1 bases de datos que se abrieron antes ya no están en su sitio, y se han quitado de la lista."_s.arg(
-                   gone);
-}
-
-}  // namespace
-
 DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, const QString& unreadable,
                                QWidget* parent)
     : QDialog(parent),

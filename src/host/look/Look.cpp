@@ -5,6 +5,7 @@
 #include "host/look/Palettes.h"
 #include "host/look/SmallScreens.h"
 #include "host/look/Style.h"
+#include "host/look/TitleSize.h"
 
 #include <QApplication>
 #include <QFont>
@@ -59,13 +60,7 @@ void UseLook(const Look& look) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(isDark ? DarkPalette() : LightPalette());
   UseIcons(isDark);
-  QFont font = desktop.font;
-  if (font.pointSizeF() > 0) {
-    font.setPointSizeF(font.pointSizeF() * look.textPercent / Look::smallestText);
-  } else {
-    font.setPixelSize(font.pixelSize() * look.textPercent / Look::smallestText);
-  }
-  QApplication::setFont(font);
+  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
   static QPointer<SmallScreens> smallScreens;
   if (!smallScreens) {
     smallScreens = new SmallScreens(qApp);
