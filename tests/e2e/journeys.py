@@ -38,9 +38,12 @@ class Office:
         return [cell.name for cell in below(table) if cell.getRole() == ROW and shows(cell)]
 
     def select(self, text):
-        until(lambda: text in self.rows(), f"a row «{text}»")
         table = self.window.front().find("Registros", pyatspi.ROLE_TABLE)
-        click(next(cell for cell in below(table) if cell.getRole() == ROW and cell.name == text and shows(cell)))
+        # A cell may go while it is looked at, when the list is read anew.
+        def row():
+            return next((cell for cell in below(table)
+                         if cell.getRole() == ROW and cell.name == text and shows(cell)), None)
+        click(until(row, f"a row «{text}»"))
 
     def press(self, name):
         self.window.press(name)
