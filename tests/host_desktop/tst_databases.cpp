@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -60,6 +61,7 @@ class tst_databases : public QObject {
  private Q_SLOTS:
   void init();
   void RecentOnesThatAreGoneAreToldOnce();
+  void RecentOnesAreInAMenu();
   void AStartWithoutADatabaseAsks();
   void ACopyIsMadeLookedIntoAndPutBack();
   void ADamagedFileIsReplacedByACopy();
@@ -99,6 +101,42 @@ void tst_databases::RecentOnesThatAreGoneAreToldOnce() {
   QCOMPARE(recent.strings.constFirst(), u"postgresql://ana@servidor/kel"_s);
   QCOMPARE(recent.strings[1], TextFor(m_folder->filePath(u"42.db"_s)));
   QCOMPARE(host::TakeRecentDatabases().gone, 0);
+}
+
+// Ten at most, without the window's own and those that are gone, by number, in the words of their places.
+void tst_databases::RecentOnesAreInAMenu() {
+  TestDesktop desktop;
+  QSettings().remove(u"Bases"_s);
+  QAction& own = *desktop.Window().findChild<QMenu*>(u"mnuRecent"_s)->menuAction();
+  const auto lines = [&] {
+    Q_EMIT own.menu()->aboutToShow();
+    QStringList texts;
+    for (const QAction* each : own.menu()->actions()) {
+      texts.append(each->isEnabled() ? each->text() : u'(' + each->text() + u')');
+    }
+    return texts;
+  };
+  QCOMPARE(lines(), QStringList(u"(No hay otras)"_s));
+  for (const char* name : {"z0", "z1", "z2", "z3", "z4", "z5", "z6", "z7", "z8", "a&b\tc.db", "último"}) {
+    Touch(m_folder->filePath(QString::fromUtf8(name)));
+    host::NoteDatabase(TextFor(m_folder->filePath(QString::fromUtf8(name))));
+  }
+  host::NoteDatabase(TextFor(m_folder->filePath(u"perdida.db"_s)));
+  host::NoteDatabase(desktop.database.ConnectionString());
+  const QStringList first = lines();
+  QCOMPARE(first.size(), 12);
+  QVERIFY2(first[0].startsWith(u"&1  "_s) && first[0].endsWith(u"/último"_s), qPrintable(first[0]));
+  QVERIFY2(first[1].startsWith(u"&2  "_s) && first[1].endsWith(u"/a&&b c.db"_s), qPrintable(first[1]));
+  QVERIFY2(first[9].startsWith(u"&0  "_s) && first[9].endsWith(u"/z1"_s), qPrintable(first[9]));
+  QVERIFY2(first[11].contains(u"ya no está en su sitio"_s), qPrintable(first[11]));
+  QCOMPARE(lines().size(), 10);
+  QList<host::NextStart> wanted;
+  connect(&desktop.Window(), &host::MainWindow::NextStartWanted, this,
+          [&](const host::NextStart& next) { wanted.append(next); });
+  own.menu()->actions()[1]->trigger();
+  QCOMPARE(wanted.size(), 1);
+  QCOMPARE(wanted.constFirst().connectionString, TextFor(m_folder->filePath(u"a&b\tc.db"_s)));
+  QVERIFY(!desktop.Window().isVisible());
 }
 
 void tst_databases::AStartWithoutADatabaseAsks() {

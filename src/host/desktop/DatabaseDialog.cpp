@@ -22,6 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
+<<<<<<< HEAD
 namespace {
 
 QString GoneText(int gone) {
@@ -40,6 +41,10 @@ DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, 
       m_copyPlace(unreadable.isEmpty() ? usualFile : unreadable),
       m_recent(new QListWidget(this)),
       m_open(nullptr) {
+=======
+DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
+    : QDialog(parent), m_usualFile(usualFile), m_recent(new QListWidget(this)), m_open(nullptr) {
+>>>>>>> hW
   setObjectName(u"databaseDialog"_s);
   setWindowTitle(u"Elegir la base de datos"_s);
   setProperty(HelpDesk::topicProperty, u"bases"_s);

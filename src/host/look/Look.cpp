@@ -5,6 +5,7 @@
 #include "host/look/Palettes.h"
 #include "host/look/SmallScreens.h"
 #include "host/look/Style.h"
+#include "host/look/TitleSize.h"
 
 #include <QApplication>
 #include <QFont>
@@ -59,6 +60,7 @@ void UseLook(const Look& look) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(isDark ? DarkPalette() : LightPalette());
   UseIcons(isDark);
+<<<<<<< HEAD
   QFont font = desktop.font;
   if (font.pointSizeF() > 0) {
     font.setPointSizeF(font.pointSizeF() * look.textPercent / Look::smallestText);
@@ -70,6 +72,9 @@ void UseLook(const Look& look) {
   if (!smallScreens) {
     smallScreens = new SmallScreens(qApp);
   }
+=======
+  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
+>>>>>>> hW
 }
 
 }  // namespace host
