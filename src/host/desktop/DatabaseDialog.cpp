@@ -22,6 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
+<<<<<<< HEAD
 namespace {
 
 QString GoneText(int gone) {
@@ -33,8 +34,17 @@ QString GoneText(int gone) {
 
 }  // namespace
 
+DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, const QString& unreadable,
+                               QWidget* parent)
+    : QDialog(parent),
+      m_usualFile(usualFile),
+      m_copyPlace(unreadable.isEmpty() ? usualFile : unreadable),
+      m_recent(new QListWidget(this)),
+      m_open(nullptr) {
+=======
 DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
     : QDialog(parent), m_usualFile(usualFile), m_recent(new QListWidget(this)), m_open(nullptr) {
+>>>>>>> hW
   setObjectName(u"databaseDialog"_s);
   setWindowTitle(u"Elegir la base de datos"_s);
   setProperty(HelpDesk::topicProperty, u"bases"_s);
@@ -47,7 +57,7 @@ DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, 
   AddWay(*layout, "cmdAbrirArchivo", u"Abrir un &archivo…"_s, &DatabaseDialog::OpenFile);
   AddWay(*layout, "cmdServidor", u"Conectar con un &servidor…"_s, &DatabaseDialog::OpenServer);
   AddWay(*layout, "cmdRestaurar", u"&Restaurar una copia…"_s, &DatabaseDialog::RestoreCopy)
-      ->setVisible(!QFileInfo::exists(m_usualFile));
+      ->setVisible(!unreadable.isEmpty() || !QFileInfo::exists(m_usualFile));
   AddWay(*layout, "cmdDemostracion", u"Ver la &demostración"_s, &DatabaseDialog::Demonstrate);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
@@ -142,10 +152,10 @@ void DatabaseDialog::OpenServer() {
 }
 
 void DatabaseDialog::RestoreCopy() {
-  const QString copy = AskForFile(u"Restaurar una copia"_s, m_usualFile, false);
+  const QString copy = AskForFile(u"Restaurar una copia"_s, m_copyPlace, false);
   if (!copy.isEmpty()) {
-    process::CreatePrivateFolder(QFileInfo(m_usualFile).path());
-    Choose({.connectionString = database::ConnectionStringForFile(m_usualFile), .copy = copy});
+    process::CreatePrivateFolder(QFileInfo(m_copyPlace).path());
+    Choose({.connectionString = database::ConnectionStringForFile(m_copyPlace), .copy = copy});
   }
 }
 

@@ -3,10 +3,13 @@
 #include "host/look/Colours.h"
 #include "host/look/Icons.h"
 #include "host/look/Palettes.h"
+#include "host/look/SmallScreens.h"
 #include "host/look/Style.h"
+#include "host/look/TitleSize.h"
 
 #include <QApplication>
 #include <QFont>
+#include <QPointer>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -57,6 +60,7 @@ void UseLook(const Look& look) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(isDark ? DarkPalette() : LightPalette());
   UseIcons(isDark);
+<<<<<<< HEAD
   QFont font = desktop.font;
   if (font.pointSizeF() > 0) {
     font.setPointSizeF(font.pointSizeF() * look.textPercent / Look::smallestText);
@@ -64,6 +68,13 @@ void UseLook(const Look& look) {
     font.setPixelSize(font.pixelSize() * look.textPercent / Look::smallestText);
   }
   QApplication::setFont(font);
+  static QPointer<SmallScreens> smallScreens;
+  if (!smallScreens) {
+    smallScreens = new SmallScreens(qApp);
+  }
+=======
+  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
+>>>>>>> hW
 }
 
 }  // namespace host
