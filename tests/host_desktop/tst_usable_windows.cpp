@@ -81,6 +81,7 @@ class Walk {
     if (m_percent <= 150 && smallest != smallest.boundedTo({1024, 600})) {
       m_faults.append(
           u"%1 | no room on a small screen: %2x%3"_s.arg(name).arg(smallest.width()).arg(smallest.height()));
+    }
     for (QToolButton* button : window.findChildren<QToolButton*>()) {
       if (button->isVisible() && IsBlank(*button)) {
         m_faults.append(u"%1 | nothing is on %2 (%3)"_s.arg(name, button->objectName(), button->text()));

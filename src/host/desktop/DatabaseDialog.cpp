@@ -22,18 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-<<<<<<< HEAD
-namespace {
-
-QString GoneText(int gone) {
-  return gone == 1
-             ? u"Una base de datos que se abrió antes ya no está en su sitio, y se ha quitado de la lista."_s
-             : u"%1 bases de datos que se abrieron antes ya no están en su sitio, y se han quitado de la lista."_s.arg(
-                   gone);
-}
-
-}  // namespace
-
 DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, const QString& unreadable,
                                QWidget* parent)
     : QDialog(parent),
@@ -41,10 +29,6 @@ DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, 
       m_copyPlace(unreadable.isEmpty() ? usualFile : unreadable),
       m_recent(new QListWidget(this)),
       m_open(nullptr) {
-=======
-DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
-    : QDialog(parent), m_usualFile(usualFile), m_recent(new QListWidget(this)), m_open(nullptr) {
->>>>>>> hW
   setObjectName(u"databaseDialog"_s);
   setWindowTitle(u"Elegir la base de datos"_s);
   setProperty(HelpDesk::topicProperty, u"bases"_s);

@@ -60,21 +60,11 @@ void UseLook(const Look& look) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(isDark ? DarkPalette() : LightPalette());
   UseIcons(isDark);
-<<<<<<< HEAD
-  QFont font = desktop.font;
-  if (font.pointSizeF() > 0) {
-    font.setPointSizeF(font.pointSizeF() * look.textPercent / Look::smallestText);
-  } else {
-    font.setPixelSize(font.pixelSize() * look.textPercent / Look::smallestText);
-  }
-  QApplication::setFont(font);
+  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
   static QPointer<SmallScreens> smallScreens;
   if (!smallScreens) {
     smallScreens = new SmallScreens(qApp);
   }
-=======
-  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
->>>>>>> hW
 }
 
 }  // namespace host
