@@ -166,9 +166,9 @@ void tst_record_model::ALongListIsSortedBeside() {
   QCOMPARE(model.SortOrder(), Qt::DescendingOrder);
   QCOMPARE(model.IdAt(0), 1);
   RecordData read(columns);
-  read.Append(9, {u"zz"_s, 5000});
+  read.Append(9, {u"0"_s, 5000});
   model.Update({5, 9}, read);
-  QCOMPARE(model.RowOf(9), count - 2);
+  QCOMPARE(model.RowOf(9), 0);
   model.SetFilter(u"7"_s);
   QTRY_VERIFY(!model.IsSorting());
   model.SetFilter({});
