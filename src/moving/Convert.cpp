@@ -86,7 +86,11 @@ class RowConversion {
       m_result.refusal = u"«%1» no se puede leer"_s.arg(column.name);
       return {};
     }
-    if (cell.kind == Cell::None) {
+    if (cell.kind == Cell::Error) {
+      m_result.notes.append(
+          u"«%1» es un error o una fórmula sin calcular en la hoja, y queda en blanco"_s.arg(column.name));
+    }
+    if (cell.kind == Cell::None || cell.kind == Cell::Error) {
       return {};
     }
     if (column.type == ColumnType::Text || column.type == ColumnType::LongText) {
@@ -100,6 +104,11 @@ class RowConversion {
   }
 
   std::optional<Value> Number(const Column& column, const SourceCell& cell) const {
+    // What most cells are: nothing needs to be looked at.
+    constexpr qsizetype surelyWhole = 9;
+    if (cell.text.size() <= surelyWhole && IsDigits(cell.text)) {
+      return Value{Kind::Number, cell.text};
+    }
     if (cell.text.trimmed().isEmpty()) {
       return Value();
     }

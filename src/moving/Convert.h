@@ -20,6 +20,7 @@ struct ConvertedRow {
   QList<Value> values;
   QString refusal;      ///< Spanish, a sentence without its point; empty for a good row.
   QStringList remarks;  ///< What was changed on the way, in the same form.
+  QStringList notes;    ///< What to look at in this row, in the same form.
 };
 
 /// Gives a row of the file the types and forms of its table: numbers that were stored as texts and the other way round,

@@ -32,6 +32,7 @@ class Fields {
 
   SourceRow NextRow() {
     SourceRow row;
+    row.reserve(m_width);
     for (bool goesOn = true; goesOn;) {
       row.append(NextField());
       goesOn = Is(m_separator);
@@ -40,13 +41,14 @@ class Fields {
         Refuse(m_line, u"tiene demasiadas columnas");
       }
     }
+    m_width = row.size();
     EndLine();
     return row;
   }
 
  private:
   SourceCell NextField() {
-    const QString text = Is('"') ? QString::fromUtf8(Quoted()) : QString::fromUtf8(Plain());
+    const QString text = Is('"') ? Quoted() : QString::fromUtf8(Plain());
     return {text.isEmpty() ? Cell::None : Cell::Text, text};
   }
 
@@ -54,30 +56,40 @@ class Fields {
 
   QByteArrayView Plain() {
     const qsizetype begin = m_at;
-    while (m_at < m_text.size() && m_text[m_at] != m_separator && m_text[m_at] != '\n' && m_text[m_at] != '\r') {
+    while (!AtEndOfField()) {
       ++m_at;
     }
     return m_text.sliced(begin, m_at - begin);
   }
 
-  QByteArray Quoted() {
+  QString Quoted() {
     const qint64 begin = m_line;
-    QByteArray text;
-    for (++m_at; m_at < m_text.size(); ++m_at) {
-      const char each = m_text[m_at];
-      m_line += each == '\n' ? 1 : 0;
-      if (each != '"') {
-        text.append(each);
-      } else if (m_at + 1 < m_text.size() && m_text[m_at + 1] == '"') {
-        text.append(each);
-        ++m_at;
-      } else {
-        ++m_at;
-        return text.append(Plain());
-      }
+    QByteArrayView piece = UpToQuote(begin);
+    if (!Is('"') && AtEndOfField()) {
+      return QString::fromUtf8(piece);
     }
-    Refuse(begin, u"unas comillas no se cierran nunca");
+    // A quote that stands twice is one of the text; what follows the last one is text again.
+    QByteArray text = piece.toByteArray();
+    while (Is('"')) {
+      piece = UpToQuote(begin);
+      text.append('"').append(piece);
+    }
+    return QString::fromUtf8(text.append(Plain()));
   }
+
+  // From the quote here to the next one, behind which it goes on.
+  QByteArrayView UpToQuote(qint64 firstLine) {
+    const qsizetype end = m_text.indexOf('"', m_at + 1);
+    if (end < 0) {
+      Refuse(firstLine, u"unas comillas no se cierran nunca");
+    }
+    const QByteArrayView piece = m_text.sliced(m_at + 1, end - m_at - 1);
+    m_line += piece.count('\n');
+    m_at = end + 1;
+    return piece;
+  }
+
+  bool AtEndOfField() const { return AtEnd() || m_text[m_at] == m_separator || Is('\n') || Is('\r'); }
 
   void EndLine() {
     m_at += Is('\r') ? 1 : 0;
@@ -89,6 +101,7 @@ class Fields {
   char m_separator;
   qsizetype m_at = 0;
   qint64 m_line = 1;
+  qsizetype m_width = 0;  ///< Of the row before.
 };
 
 // How many fields the first rows have with a separator; 0 where they don't agree.
@@ -144,7 +157,7 @@ void ReadCsv(const QString& path, const ListForm& form, SourceListener& listener
     Refuse(QByteArrayView(text).first(nul).count('\n') + 1, u"no es texto");
   }
   Fields fields(text, form.separator.isNull() ? SeparatorOf(text) : form.separator.toLatin1());
-  listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}});
+  listener.BeginTable({QFileInfo(path).completeBaseName(), std::nullopt, {}, true});
   while (!fields.AtEnd()) {
     if (stop && stop()) {
       throw automation::Error(adodb::Stopped, u"La lectura se ha cancelado. No se ha traído nada."_s);

@@ -24,6 +24,10 @@ QList<const database::Table*> Wanted(const QString& name) {
   QList<const database::Table*> tables;
   QStringList known;
   for (const TableRule& rule : TableRules()) {
+    // Settings are no data.
+    if (!rule.settings.isEmpty()) {
+      continue;
+    }
     known.append(rule.table->name);
     if (name.isEmpty() || rule.table->name.compare(name, Qt::CaseInsensitive) == 0) {
       tables.append(rule.table);

@@ -67,6 +67,7 @@ Cell CellOf(char letter) {
     case Cell::Date:
     case Cell::Boolean:
     case Cell::Unreadable:
+    case Cell::Error:
     case Cell::Foreign:
       return cell;
   }
@@ -76,7 +77,7 @@ Cell CellOf(char letter) {
 }  // namespace
 
 void FrameParser::Take(const QByteArray& bytes) {
-  Require(bytes.isEmpty() || (!m_isWhole && !m_isProtected));
+  Require(bytes.isEmpty() || !m_isOver);
   m_waiting += bytes;
   qsizetype at = 0;
   while (m_waiting.size() - at >= frameHead) {
@@ -94,7 +95,7 @@ void FrameParser::Take(const QByteArray& bytes) {
 void FrameParser::TakeFrame(char letter, QByteArrayView content) {
   const auto frame = Frame(letter);
   const bool isInside = frame == Frame::Row || frame == Frame::TableEnd;
-  Require(m_hasFile != (frame == Frame::File) && isInside == m_isInTable && !m_isWhole && !m_isProtected);
+  Require(m_hasFile != (frame == Frame::File) && isInside == m_isInTable && !m_isOver);
   switch (frame) {
     case Frame::File:
       m_hasFile = true;
@@ -110,10 +111,10 @@ void FrameParser::TakeFrame(char letter, QByteArrayView content) {
     case Frame::Unreadable:
       return m_listener->Unreadable(Content(content).Name());
     case Frame::Protected:
-      m_isProtected = true;
-      return;
+    case Frame::Other:
     case Frame::End:
-      m_isWhole = true;
+      m_last = frame;
+      m_isOver = true;
       return;
   }
   Nonsense();
@@ -143,14 +144,15 @@ void FrameParser::TakeTable(QByteArrayView content) {
 void FrameParser::TakeRow(QByteArrayView content) {
   Content rest(content);
   SourceRow row;
+  row.reserve(m_width);
   while (!rest.AtEnd()) {
     Require(row.size() < reader::mostColumns);
     const Cell kind = CellOf(rest.Take<char>());
-    const bool hasValue = kind != Cell::None && kind != Cell::Unreadable;
-    row.append({kind, hasValue ? rest.Text(mostBytes) : QString()});
+    row.append({kind, reader::HasValue(kind) ? rest.Text(mostBytes) : QString()});
   }
   Require(m_table.columns.isEmpty() || row.size() == m_table.columns.size());
   Require(++m_allRows <= m_mostRows);
+  m_width = row.size();
   ++m_rows;
   m_listener->Row(row);
 }

@@ -19,8 +19,10 @@ class FrameParser {
   /// The next bytes of the output, in any pieces.
   void Take(const QByteArray& bytes);
   /// Whether the whole file was read. Nothing may come behind.
-  bool IsWhole() const { return m_isWhole; }
-  bool IsProtected() const { return m_isProtected; }
+  bool IsWhole() const { return m_isOver && m_last == reader::Frame::End; }
+  bool IsProtected() const { return m_isOver && m_last == reader::Frame::Protected; }
+  /// An archive of something else.
+  bool IsOther() const { return m_isOver && m_last == reader::Frame::Other; }
   /// The table that was being read.
   QString TableName() const { return m_table.name; }
 
@@ -36,10 +38,11 @@ class FrameParser {
   QByteArray m_waiting;
   SourceTable m_table;
   qint64 m_rows = 0;
+  qsizetype m_width = 0;  ///< Of the row before.
   bool m_hasFile = false;
   bool m_isInTable = false;
-  bool m_isWhole = false;
-  bool m_isProtected = false;
+  bool m_isOver = false;
+  reader::Frame m_last = reader::Frame::End;
 };
 
 }  // namespace moving

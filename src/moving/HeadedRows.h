@@ -4,7 +4,8 @@
 
 namespace moving {
 
-/// Tells sheets and lists on as tables: their first row that is not empty has the names of the columns. Tables of
+/// Tells sheets and lists on as tables: the first row of which half names columns here has the names of the columns,
+/// for above it there may be a title; where none of the first rows does, it is the first that is not empty. Tables of
 /// databases go on as they are.
 class HeadedRows : public SourceListener {
  public:
@@ -17,8 +18,11 @@ class HeadedRows : public SourceListener {
   void Unreadable(const QString& name) override { m_listener->Unreadable(name); }
 
  private:
+  void Begin();
+
   SourceListener* m_listener;
   SourceTable m_sheet;
+  QList<SourceRow> m_first;  ///< Rows that wait for the headings, which may be among them.
   bool m_waitsForHeadings = false;
 };
 

@@ -125,12 +125,15 @@ ImportReport Import(const QString& path, adodb::Connection& connection, const Im
   const bool writes =
       !wishes.isTrial && decided.Sum(&TableReport::read) > 0 && (wishes.acceptsLosses || !decided.HasLosses());
   RowWriter writer(survey, plan, connection, wishes, writes);
-  ReadFile(path, wishes.read, writer, wishes.stop);
-  if (DigestOf(path, wishes.stop) != digest) {
-    RefuseChangedFile();
+  if (writer.NeedsRows()) {
+    ReadFile(path, wishes.read, writer, wishes.stop);
+    if (DigestOf(path, wishes.stop) != digest) {
+      RefuseChangedFile();
+    }
   }
   ImportReport report = ReportOf(survey, path, digest);
-  report.seal = writer.Seal();
+  // The same fates of other values are another import.
+  report.seal = digest + u'-' + writer.Seal();
   if (!wishes.seen.isEmpty() && wishes.seen != report.seal) {
     Refuse(u"El archivo o los datos de aquí han cambiado desde que se vio qué entra. Véalo otra vez."_s);
   }

@@ -57,6 +57,9 @@ QString Details(const TableReport& table) {
   count(table.changed, u"%1 de los que ya estaban cambian"_s);
   count(table.differing, u"%1 de los que ya estaban tienen aquí otros valores, que se quedan"_s);
   count(table.skipped, u"%1 eliminados, que nadie usa, no se traen"_s);
+  if (!table.leftColumns.isEmpty()) {
+    lines += u"columnas que no se traen: %1"_s.arg(table.leftColumns.join(u", "_s));
+  }
   if (table.firstNumber > 0) {
     lines += u"números nuevos desde el %1"_s.arg(table.firstNumber);
   }

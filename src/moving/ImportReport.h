@@ -40,6 +40,7 @@ struct TableReport {
   qint64 leftOut = 0;
   qint64 skipped = 0;             ///< Deleted ones that nothing refers to, left out by wish.
   qint64 missing = 0;             ///< The file says it has more rows.
+  QStringList leftColumns;        ///< Columns of the file that go nowhere.
   qint64 firstNumber = 0;         ///< Of the new numbers where the file's could not be kept; 0 where they were.
   QMap<QString, qint64> remarks;  ///< What was changed on the way, how often.
   QList<Finding> findings;        ///< In the order of their rows; the first 20,000.
@@ -52,7 +53,7 @@ struct TableReport {
 struct ImportReport {
   QString file;
   QString digest;  ///< SHA-256, hexadecimal.
-  QString seal;    ///< The same for two imports that do the same.
+  QString seal;    ///< The same for two imports of one file that do the same.
   bool isWritten = false;
   QList<TableReport> tables;
   QStringList elsewhere;   ///< Tables of the file that are in another file.

@@ -13,10 +13,15 @@ void KeptFacts::Append(const RowFacts& facts) {
                     .isRefused = facts.isRefused,
                     .isSkipped = facts.isSkipped});
   m_references.insert(m_references.end(), facts.references.begin(), facts.references.end());
-  for (const QString& text : facts.match + QStringList{facts.alike}) {
-    m_lengths.push_back(int(text.size()));
-    m_text += text;
+  for (const QString& text : facts.match) {
+    AppendText(text);
   }
+  AppendText(facts.alike);
+}
+
+void KeptFacts::AppendText(const QString& text) {
+  m_lengths.push_back(int(text.size()));
+  m_text += text;
 }
 
 RowFacts KeptFacts::At(std::size_t row) const {
@@ -30,9 +35,11 @@ RowFacts KeptFacts::At(std::size_t row) const {
                  .isGranted = kept.isGranted,
                  .isRefused = kept.isRefused,
                  .isSkipped = kept.isSkipped};
+  facts.references.reserve(qsizetype(m_referencesOfRow));
   for (std::size_t i = 0; i < m_referencesOfRow; ++i) {
     facts.references.append(m_references[row * m_referencesOfRow + i]);
   }
+  facts.match.reserve(qsizetype(m_textsOfRow));
   qsizetype begin = kept.text;
   for (std::size_t i = 0; i < m_textsOfRow; ++i) {
     const int length = m_lengths[row * m_textsOfRow + i];

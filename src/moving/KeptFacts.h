@@ -18,6 +18,8 @@ class KeptFacts {
   std::size_t Count() const { return m_rows.size(); }
 
  private:
+  void AppendText(const QString& text);
+
   struct Row {
     qint64 key = 0;
     quint64 content = 0;

@@ -137,7 +137,7 @@ KnownRecords::Found KnownRecords::Find(const RowFacts& facts) {
       }
     }
   }
-  return {};
+  return {m_shape->Rule().settings.isEmpty() ? 0 : m_highest, false};
 }
 
 QList<Value> ReadRecord(adodb::Connection& connection, const TableShape& shape, qint64 key) {

@@ -2,6 +2,8 @@
 
 #include "platform/text/FoldForSearch.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace moving {
@@ -70,10 +72,25 @@ QList<const database::Column*> MeantColumns(const TableRule& rule, const SourceT
   QList<const database::Column*> columns;
   for (const SourceColumn& column : table.columns) {
     const database::Column* here = ColumnOf(rule, Wish(wishes.columns, table.name + u'.' + column.name, column.name));
+    const bool isKept = here != nullptr && here != &rule.table->columns.front() && !rule.settings.isEmpty() &&
+                        !rule.settings.contains(here->name);
     // A heading that is there twice counts once.
-    columns.append(columns.contains(here) ? nullptr : here);
+    columns.append(isKept || columns.contains(here) ? nullptr : here);
   }
   return columns;
+}
+
+bool AreHeadings(const SourceRow& row) {
+  QStringList names;
+  for (const SourceCell& cell : row) {
+    names.append(cell.text);
+  }
+  names.removeAll(QString());
+  return std::ranges::any_of(TableRules(), [&names](const TableRule& rule) {
+    const auto known =
+        std::ranges::count_if(names, [&](const QString& name) { return ColumnOf(rule, name) != nullptr; });
+    return known >= 2 && 2 * known >= names.size();
+  });
 }
 
 std::optional<TableMatch> MatchTable(const SourceTable& table, const NameWishes& wishes) {

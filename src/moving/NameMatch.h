@@ -34,6 +34,9 @@ const TableRule* MeantTable(const SourceTable& table, const NameWishes& wishes);
 /// For each column its column of that table, nullptr for one that goes nowhere.
 QList<const database::Column*> MeantColumns(const TableRule& rule, const SourceTable& table, const NameWishes& wishes);
 
+/// Whether half of a row's cells, and two at least, name columns of one table here.
+bool AreHeadings(const SourceRow& row);
+
 /// The match of a table by its name and columns: equal names; else without "tbl", "t" and a plural ending; it must have
 /// the key, or be a list without one, and half of the other columns or four of them; one column is enough where a wish
 /// names the table. Nothing where no table fits.

@@ -4,12 +4,27 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 
+#include <algorithm>
+#include <array>
+
 using adodb::Verbatim;
 using namespace Qt::StringLiterals;
 
 namespace moving {
 
-Plan::Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wishes) : m_connection(&connection) {
+namespace {
+
+// What an office adds before all else.
+bool IsUntouched(adodb::Connection& connection) {
+  return std::ranges::all_of(std::array{u"Bancos"_s, u"Colaboradores"_s, u"CartasModelo"_s}, [&](const QString& table) {
+    return adodb::Execute(connection, u"SELECT COUNT(*) FROM [{}]", Verbatim{table})->Field(0).toInt() == 0;
+  });
+}
+
+}  // namespace
+
+Plan::Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wishes)
+    : m_connection(&connection), m_isFirst(IsUntouched(connection)) {
   qint64 done = 0;
   for (const TableRule& rule : TableRules()) {
     for (SurveyedTable& table : survey.tables) {
@@ -23,8 +38,8 @@ Plan::Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wi
   }
 }
 
-const Fate& Plan::FateOf(const SurveyedTable& table, std::size_t row) const {
-  return m_fates.constFind(table.shape->Here().name)->at(row);
+const std::vector<Fate>& Plan::FatesOf(const SurveyedTable& table) const {
+  return *m_fates.constFind(table.shape->Here().name);
 }
 
 qint64 Plan::KeyHere(const database::Table& target, qint64 key) {

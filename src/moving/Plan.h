@@ -25,7 +25,10 @@ class Plan {
   /// Borrows the wishes while it is made.
   Plan(Survey& survey, adodb::Connection& connection, const ImportWishes& wishes);
 
-  const Fate& FateOf(const SurveyedTable& table, std::size_t row) const;
+  /// By the rows of a matched table.
+  const std::vector<Fate>& FatesOf(const SurveyedTable& table) const;
+  /// Whether nobody had worked with the database here before.
+  bool IsFirst() const { return m_isFirst; }
   /// The key here of a row of `target` that the file calls `key`; 0 for none.
   qint64 KeyHere(const database::Table& target, qint64 key);
 
@@ -33,6 +36,7 @@ class Plan {
   friend class TableDecision;
 
   adodb::Connection* m_connection;
+  bool m_isFirst = false;
   QHash<QString, std::vector<Fate>> m_fates;        ///< By names of tables here.
   QHash<QString, QHash<qint64, qint64>> m_numbers;  ///< Keys of the file to keys here; of other tables their own.
 };

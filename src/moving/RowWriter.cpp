@@ -5,7 +5,7 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Error.h"
 
-#include <array>
+#include <algorithm>
 
 using adodb::Verbatim;
 using namespace Qt::StringLiterals;
@@ -36,7 +36,31 @@ RowWriter::RowWriter(Survey& survey, Plan& plan, adodb::Connection& connection, 
       m_seal(QCryptographicHash::Sha256) {
   for (const SurveyedTable& table : survey.tables) {
     m_total += table.report.read;
+    SealTable(table);
   }
+}
+
+void RowWriter::SealTable(const SurveyedTable& table) {
+  AddToSeal(table.report.here);
+  if (!table.match) {
+    return;
+  }
+  for (const Fate& fate : m_plan.FatesOf(table)) {
+    CheckStop(m_wishes.stop);
+    const qint64 marks = (fate.isDemoted ? 1 : 0) | (fate.isGranted ? 2 : 0) | (fate.suffix.isEmpty() ? 0 : 4);
+    const qint64 decided = fate.key << 5 | marks << 2 | qint64(fate.kind);
+    m_seal.addData(QByteArrayView(reinterpret_cast<const char*>(&decided), sizeof(decided)));
+    if (!fate.suffix.isEmpty()) {
+      AddToSeal(fate.suffix);
+    }
+  }
+}
+
+bool RowWriter::NeedsRows() const {
+  return m_writes || std::ranges::any_of(m_survey.tables, [this](const SurveyedTable& table) {
+           return !table.report.findings.isEmpty() ||
+                  (table.match && std::ranges::any_of(m_plan.FatesOf(table), &Fate::isCompared));
+         });
 }
 
 void RowWriter::BeginTable(const SourceTable& /*table*/) {
@@ -50,7 +74,7 @@ void RowWriter::BeginTable(const SourceTable& /*table*/) {
   for (qsizetype i = 0; i < findings.size(); ++i) {
     m_unlabelled.insert(findings[i].row, i);
   }
-  AddToSeal(m_table->report.here);
+  m_fates = m_table->match ? &m_plan.FatesOf(*m_table) : nullptr;
 }
 
 void RowWriter::Row(const SourceRow& row) {
@@ -65,12 +89,15 @@ void RowWriter::Row(const SourceRow& row) {
   if (m_row >= m_table->rows.Count()) {
     RefuseChangedFile();
   }
-  const Fate& fate = m_plan.FateOf(*m_table, m_row);
-  const std::array<qint64, 4> decided = {qint64(fate.kind), fate.key, fate.isDemoted ? 1 : 0, fate.isGranted ? 1 : 0};
-  m_seal.addData(QByteArrayView(reinterpret_cast<const char*>(decided.data()), sizeof(decided)));
-  AddToSeal(fate.suffix);
-  WriteRow(fate, Convert(*m_table->match, row).values);
+  if (const Fate& fate = (*m_fates)[m_row]; IsNeeded(fate)) {
+    WriteRow(fate, Convert(*m_table->match, row).values);
+  }
   ++m_row;
+}
+
+bool RowWriter::IsNeeded(const Fate& fate) const {
+  const bool isWritten = fate.kind == Fate::Kind::New || fate.kind == Fate::Kind::Revived;
+  return (m_writes && isWritten) || fate.isCompared || m_unlabelled.contains(qsizetype(m_row));
 }
 
 void RowWriter::WriteRow(const Fate& fate, const QList<Value>& values) {
@@ -123,17 +150,18 @@ void RowWriter::Insert(const Fate& fate, QList<Value> values) {
   if (const int grant = shape.PositionOf(shape.Rule().grant); grant >= 0 && !fate.isGranted) {
     values[grant] = {Value::Kind::Number, u"0"_s};
   }
-  QStringList names;
-  QStringList literals;
+  QString names;
+  QString literals;
   for (qsizetype i = 0; i < values.size(); ++i) {
     // What the file does not say is the schema's default.
     if (values[i].kind != Value::Kind::None) {
-      names.append(u'[' + Here().columns[std::size_t(i)].name + u']');
-      literals.append(Literal(values[i]));
+      const auto separator = names.isEmpty() ? QStringView() : QStringView(u", ");
+      names.append(separator).append(u'[').append(Here().columns[std::size_t(i)].name).append(u']');
+      literals.append(separator).append(Literal(values[i]));
     }
   }
-  Send(adodb::StatementText(u"INSERT INTO [{}] ({}) VALUES ({})", Verbatim{Here().name}, Verbatim{names.join(u", ")},
-                            Verbatim{literals.join(u", ")}));
+  Send(adodb::StatementText(u"INSERT INTO [{}] ({}) VALUES ({})", Verbatim{Here().name}, Verbatim{names},
+                            Verbatim{literals}));
 }
 
 // What the file leaves empty changes nothing.
@@ -156,14 +184,19 @@ void RowWriter::Compare(const Fate& fate, const QList<Value>& values) {
   if (positions.isEmpty()) {
     return;
   }
+  const bool isSetting = !shape.Rule().settings.isEmpty();
+  const bool isTaken = isSetting ? m_plan.IsFirst() : m_table->IsList();
   Finding finding = Ask(*m_table, qsizetype(m_row), u"cambios"_s, there.join(u", "_s),
                         {{u"archivo"_s, u"toma lo del archivo"_s}, {u"aqui"_s, u"se queda como está aquí"_s}},
-                        m_wishes.answers, m_table->IsList() ? 0 : 1);
+                        m_wishes.answers, isTaken ? 0 : 1);
   finding.here = old.join(u", "_s);
   finding.label = shape.LabelOf(values);
   AddToSeal(finding.Line());
   if (finding.answer == 0) {
     ++m_table->report.changed;
+    if (isSetting) {
+      ++m_table->report.remarks[u"se nota cuando el programa se abre de nuevo"_s];
+    }
     Update(fate.key, positions, values);
   } else {
     ++m_table->report.differing;

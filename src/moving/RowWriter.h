@@ -13,23 +13,28 @@ class RowWriter : public SourceListener {
   /// Borrows all of them.
   RowWriter(Survey& survey, Plan& plan, adodb::Connection& connection, const ImportWishes& wishes, bool writes);
 
+  /// Whether there is anything to read for: rows to write, to compare, or to be called by what stands in them.
+  bool NeedsRows() const;
+
   void BeginTable(const SourceTable& table) override;
   void Row(const SourceRow& row) override;
   void EndTable(qint64 missing) override;
   void Linked(const QString& /*name*/) override {}
   void Unreadable(const QString& /*name*/) override {}
 
-  /// Tells one import from another: what became of every row.
+  /// Tells one import of a file from another: what became of every row.
   QString Seal() const { return QString::fromLatin1(m_seal.result().toHex()); }
 
  private:
   const database::Table& Here() const { return m_table->shape->Here(); }
+  bool IsNeeded(const Fate& fate) const;
   void WriteRow(const Fate& fate, const QList<Value>& values);
   QList<Value> WithReferences(QList<Value> values);
   void Insert(const Fate& fate, QList<Value> values);
   void Compare(const Fate& fate, const QList<Value>& values);
   void Update(qint64 key, const QList<int>& positions, const QList<Value>& values);
   void LabelFindings(const QList<Value>& values);
+  void SealTable(const SurveyedTable& table);
   void AddToSeal(const QString& text) { m_seal.addData(text.toUtf8() + '\n'); }
   void Send(const QString& statement);
 
@@ -39,6 +44,7 @@ class RowWriter : public SourceListener {
   const ImportWishes& m_wishes;
   const bool m_writes;
   SurveyedTable* m_table = nullptr;
+  const std::vector<Fate>* m_fates = nullptr;
   std::size_t m_next = 0;
   std::size_t m_row = 0;
   QMultiHash<qsizetype, qsizetype> m_unlabelled;  ///< Findings of the table by their rows.

@@ -101,6 +101,11 @@ void ReadForeignFile(const QString& path, SourceListener& listener, const databa
         u"El archivo «%1» está protegido con una contraseña. Quítesela en el programa que lo hizo y tráigalo "
         "después."_s.arg(path));
   }
+  if (parser.IsOther()) {
+    Refuse(
+        u"«%1» es un archivo comprimido o un documento, pero no una hoja de cálculo. Ábralo en su programa y guarde la "
+        "tabla como .xlsx o .ods."_s.arg(path));
+  }
   if (!parser.IsWhole()) {
     RefuseDamaged(parser, u"se ha interrumpido");
   }

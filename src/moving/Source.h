@@ -24,6 +24,7 @@ struct SourceTable {
   QString name;
   std::optional<qint64> count;  ///< Rows that it says it has.
   QList<SourceColumn> columns;  ///< None for a spreadsheet or a list, whose headings are a row like any other.
+  bool isText = false;          ///< A list: its rows are as long as its headings where nothing is wrong.
 };
 
 /// A cell; `text` is its value as FrameFormat.h writes it.

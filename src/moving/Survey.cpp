@@ -6,6 +6,38 @@ using namespace Qt::StringLiterals;
 
 namespace moving {
 
+namespace {
+
+// Names of columns that do not come in: other ones, what no table here can hold, a heading that is there again.
+QStringList LeftColumns(const SourceTable& table, const TableMatch& match) {
+  QStringList names;
+  for (qsizetype i = 0; i < table.columns.size(); ++i) {
+    const bool goesNowhere = match.columns[i] == nullptr || table.columns[i].kind == Cell::Foreign;
+    if (goesNowhere && !table.columns[i].name.isEmpty()) {
+      names.append(table.columns[i].name);
+    }
+  }
+  return names;
+}
+
+// In a list a separator too many has moved the values into other columns; beside a sheet people write what they like.
+void CheckLength(const SourceTable& table, const SourceRow& row, ConvertedRow& converted) {
+  const auto isFilled = [](const SourceCell& cell) { return cell.kind != Cell::None; };
+  const qsizetype filled = std::find_if(row.rbegin(), row.rend(), isFilled).base() - row.begin();
+  constexpr qsizetype most = 60;
+  const qsizetype headings = table.columns.size();
+  if (filled > headings && table.isText) {
+    converted.refusal = u"tiene %1 celdas, y los títulos son %2"_s.arg(filled).arg(headings);
+  } else if (filled > headings) {
+    converted.notes.append(
+        u"lo que hay a la derecha de los títulos no se trae: «%1»"_s.arg(row.constLast().text.left(most)));
+  } else if (row.size() < headings && table.isText) {
+    converted.notes.append(u"tiene %1 celdas, y los títulos son %2"_s.arg(row.size()).arg(headings));
+  }
+}
+
+}  // namespace
+
 void Survey::BeginTable(const SourceTable& table) {
   SurveyedTable surveyed;
   surveyed.source = table;
@@ -21,6 +53,7 @@ void Survey::BeginTable(const SourceTable& table) {
       surveyed.match = std::make_unique<TableMatch>(*match);
       surveyed.shape = std::make_unique<TableShape>(*match);
       surveyed.report.here = match->rule->table->name;
+      surveyed.report.leftColumns = LeftColumns(table, *match);
     }
   }
   tables.push_back(std::move(surveyed));
@@ -36,7 +69,8 @@ void Survey::Row(const SourceRow& row) {
   if (!table.match) {
     return;
   }
-  const ConvertedRow converted = Convert(*table.match, row);
+  ConvertedRow converted = Convert(*table.match, row);
+  CheckLength(table.source, row, converted);
   const auto number = qsizetype(table.rows.Count());
   RowFacts facts = table.shape->FactsOf(converted.values);
   facts.isRefused = !converted.refusal.isEmpty();
@@ -47,6 +81,9 @@ void Survey::Row(const SourceRow& row) {
   }
   for (const QString& remark : converted.remarks) {
     ++table.report.remarks[remark];
+  }
+  for (const QString& note : converted.notes) {
+    table.report.Add(NoteOn(table, number, note));
   }
   if (m_wishes->inspect) {
     for (const QString& remark : m_wishes->inspect(table.shape->Here(), converted.values)) {

@@ -63,15 +63,15 @@ void TableDecision::DecideRow(std::size_t row) {
     return;
   }
   if (const KnownRecords::Found found = m_known.Find(translated); found.key != 0) {
-    DecideKnown(row, found);
+    DecideKnown(row, facts.isLive, found);
   } else if (m_rule.onlyKnown) {
     ++Report().remarks[u"no existen aquí; lo que los usa queda como texto libre"_s];
   } else {
-    DecideNew(row, translated);
+    DecideNew(row, facts, translated);
   }
 }
 
-void TableDecision::DecideKnown(std::size_t row, KnownRecords::Found found) {
+void TableDecision::DecideKnown(std::size_t row, bool isLive, KnownRecords::Found found) {
   Fate& fate = m_fates[row];
   fate.kind = Fate::Kind::Known;
   fate.key = found.key;
@@ -83,7 +83,7 @@ void TableDecision::DecideKnown(std::size_t row, KnownRecords::Found found) {
     Report().Add(NoteOn(m_table, qsizetype(row), u"está dos veces en el archivo; vale la primera"_s));
   }
   // One that came in as deleted for its number stays so.
-  const bool isOff = m_table.rows.At(row).isLive && m_known.IsDeleted(found.key) && m_rule.unique.isEmpty() && !isMet;
+  const bool isOff = isLive && m_known.IsDeleted(found.key) && m_rule.unique.isEmpty() && !isMet;
   if (isOff && Answer(row, u"estado"_s, u"está eliminado aquí"_s, {},
                       {{u"vuelve"_s, u"vuelve a estar"_s}, {u"queda"_s, u"se queda eliminado"_s}},
                       m_table.IsList() ? 1 : 0) == u"vuelve") {
@@ -92,11 +92,10 @@ void TableDecision::DecideKnown(std::size_t row, KnownRecords::Found found) {
   }
 }
 
-void TableDecision::DecideNew(std::size_t row, const RowFacts& translated) {
-  if (IsJoined(row) || IsTakenForKnown(row)) {
+void TableDecision::DecideNew(std::size_t row, const RowFacts& facts, const RowFacts& translated) {
+  if (IsJoined(row, facts) || IsTakenForKnown(row, facts)) {
     return;
   }
-  const RowFacts facts = m_table.rows.At(row);
   Fate& fate = m_fates[row];
   fate.kind = Fate::Kind::New;
   ++Report().created;
@@ -111,14 +110,13 @@ void TableDecision::DecideNew(std::size_t row, const RowFacts& translated) {
   TellLostReferences(facts, translated);
 }
 
-bool TableDecision::IsJoined(std::size_t row) {
-  const qsizetype before = RowWithItsNumber(row);
+bool TableDecision::IsJoined(std::size_t row, const RowFacts& facts) {
+  const qsizetype before = RowWithItsNumber(row, facts);
   if (before < 0) {
     return false;
   }
   const auto other = std::size_t(before);
-  const bool haveOneName =
-      m_numberName >= 0 && m_table.rows.At(row).match[m_numberName] == m_table.rows.At(other).match[m_numberName];
+  const bool haveOneName = m_numberName >= 0 && facts.match[m_numberName] == m_table.rows.At(other).match[m_numberName];
   const QString answer = Answer(
       row, u"numero"_s,
       u"su número es también el de %1%2"_s.arg(NameOf(other), haveOneName ? u", que se llama igual"_s : QString()), {},
@@ -133,8 +131,7 @@ bool TableDecision::IsJoined(std::size_t row) {
   return true;
 }
 
-bool TableDecision::IsTakenForKnown(std::size_t row) {
-  const RowFacts facts = m_table.rows.At(row);
+bool TableDecision::IsTakenForKnown(std::size_t row, const RowFacts& facts) {
   const qint64 named = m_beside >= 0 && facts.isLive ? m_known.Named(facts.match[m_beside]) : 0;
   const qint64 alike = facts.isLive ? m_known.Alike(facts) : 0;
   QString answer = u"nuevo"_s;
@@ -160,8 +157,7 @@ bool TableDecision::IsTakenForKnown(std::size_t row) {
   return true;
 }
 
-qsizetype TableDecision::RowWithItsNumber(std::size_t row) {
-  const RowFacts facts = m_table.rows.At(row);
+qsizetype TableDecision::RowWithItsNumber(std::size_t row, const RowFacts& facts) {
   if (m_number < 0 || !facts.isLive || facts.match[m_number].isEmpty()) {
     return -1;
   }

@@ -15,13 +15,14 @@ class TableDecision {
  private:
   TableReport& Report() { return m_table.report; }
   void DecideRow(std::size_t row);
-  void DecideKnown(std::size_t row, KnownRecords::Found found);
-  void DecideNew(std::size_t row, const RowFacts& translated);
+  void DecideKnown(std::size_t row, bool isLive, KnownRecords::Found found);
+  /// `translated` has its references as they are here.
+  void DecideNew(std::size_t row, const RowFacts& facts, const RowFacts& translated);
   /// True for one that is another row of the file, or a record of here after all.
-  bool IsJoined(std::size_t row);
-  bool IsTakenForKnown(std::size_t row);
+  bool IsJoined(std::size_t row, const RowFacts& facts);
+  bool IsTakenForKnown(std::size_t row, const RowFacts& facts);
   /// The live row of the file before this one that has its number, -1 for none.
-  qsizetype RowWithItsNumber(std::size_t row);
+  qsizetype RowWithItsNumber(std::size_t row, const RowFacts& facts);
   void TellLostReferences(const RowFacts& facts, const RowFacts& translated);
   bool LacksOwner(const RowFacts& translated) const;
   QString FreeSuffix(const QString& folded) const;

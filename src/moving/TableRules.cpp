@@ -44,6 +44,8 @@ void Take(TableRule& rule, const QString& word) {
     rule.uniqueName = more;
   } else if (name == u"alike") {
     rule.alike = value.split(u'+');
+  } else if (name == u"setting") {
+    rule.settings.append(value);
   } else if (name == u"grant") {
     rule.grant = value;
   } else if (name == u"ask") {

@@ -27,6 +27,7 @@ struct TableRule {
   QString freeText;    ///< and its text.
   QString unique;      ///< The column of `unique`,
   QString uniqueName;  ///< and its name.
+  QStringList settings;
   bool onlyKnown = false;
   bool asks = false;
 

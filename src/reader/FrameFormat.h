@@ -13,6 +13,7 @@ enum class Frame : char {
   Linked = 'L',      ///< Text: name of a table that is in another file.
   Unreadable = 'X',  ///< Text: name of a table whose definition can't be read.
   Protected = 'P',   ///< Nothing: the file is encrypted.
+  Other = 'O',       ///< Nothing: an archive, but no spreadsheet.
   End = 'Z',         ///< Nothing: all was read. Without it the reading failed.
 };
 
@@ -27,8 +28,13 @@ enum class Cell : char {
   Date = 'd',
   Boolean = 'b',
   Unreadable = '!',  ///< There is something that can't be read.
+  Error = 'e',       ///< A sheet shows an error there, or the file has a formula without its value.
   Foreign = '?',     ///< Only of columns: a kind that is not read at all; its cells are None.
 };
+
+constexpr bool HasValue(Cell kind) {
+  return kind != Cell::None && kind != Cell::Unreadable && kind != Cell::Error;
+}
 
 /// What a table or a spreadsheet may have.
 constexpr int mostColumns = 256;

@@ -40,7 +40,7 @@ void FrameWriter::Table(QByteArrayView name, unsigned count, const QList<Column>
 
 void FrameWriter::AddCell(Cell kind, QByteArrayView value) {
   m_row.append(char(kind));
-  if (kind != Cell::None && kind != Cell::Unreadable) {
+  if (HasValue(kind)) {
     AppendText(m_row, value);
   }
 }

@@ -24,7 +24,7 @@ class FrameWriter {
   void EndRow();
   void EndTable();
   void Named(Frame frame, QByteArrayView name);
-  /// Protected or End; nothing follows the latter.
+  /// Protected, Other or End; nothing follows them.
   void Plain(Frame frame);
 
  private:

@@ -68,10 +68,11 @@ class Content {
   bool ReadCell(const QXmlStreamAttributes& given) {
     const qint64 times = Repeated(given, u"table:number-columns-repeated"_s);
     const QStringView type = given.value(u"office:value-type"_s);
-    const bool isError = given.value(u"calcext:value-type"_s) == u"error";
+    const bool isError =
+        given.value(u"calcext:value-type"_s) == u"error" || (type.isEmpty() && given.hasAttribute(u"table:formula"_s));
     const QString shown = ReadText();
     if (isError) {
-      return m_rows.AddCells(times, Cell::Unreadable, {});
+      return m_rows.AddCells(times, Cell::Error, {});
     }
     if (type == u"float" || type == u"percentage" || type == u"currency") {
       return m_rows.AddCells(times, Cell::Number, given.value(u"office:value"_s).toUtf8());
@@ -137,14 +138,26 @@ class Content {
   bool m_hasSheet = false;
 };
 
+QByteArray Part(const ZipFile& file, const char* name) {
+  constexpr qint64 enough = 1 << 20;
+  const auto part = file.Open(name);
+  return part ? part->read(enough) : QByteArray();
+}
+
 }  // namespace
 
 bool ReadOds(const ZipFile& file, FrameWriter& frames) {
+  frames.File("ods");
   const auto content = file.Open("content.xml");
-  if (!content) {
+  const QByteArray kind = Part(file, "mimetype");
+  if (!content || (!kind.isEmpty() && !kind.startsWith("application/vnd.oasis.opendocument.spreadsheet"))) {
+    frames.Plain(Frame::Other);
     return false;
   }
-  frames.File("ods");
+  if (Part(file, "META-INF/manifest.xml").contains(":encryption-data")) {
+    frames.Plain(Frame::Protected);
+    return false;
+  }
   return Content(*content, frames).Read();
 }
 

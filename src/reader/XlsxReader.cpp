@@ -80,17 +80,25 @@ class Sheet {
     m_column = column + 1;
     QString value;
     QString inlined;
+    bool isCalculated = false;
+    bool hasValue = false;
     while (!m_xml.atEnd() && !(m_xml.isEndElement() && m_xml.name() == u"c")) {
       m_xml.readNext();
       if (m_xml.isStartElement() && m_xml.name() == u"v") {
         value = m_xml.readElementText();
+        hasValue = true;
+      } else if (m_xml.isStartElement() && m_xml.name() == u"f") {
+        isCalculated = true;
       } else if (m_xml.isStartElement() && m_xml.name() == u"rPh") {
         m_xml.skipCurrentElement();
       } else if (m_xml.isStartElement() && m_xml.name() == u"t") {
         inlined += m_xml.readElementText();
       }
     }
-    return Add(given.value(u"t"_s), given.value(u"s"_s), value, inlined);
+    const QStringView type = given.value(u"t"_s);
+    // The program that made the file left the calculation to others.
+    const bool isOpen = isCalculated && (type == u"str" ? !hasValue : value.isEmpty());
+    return isOpen ? m_rows->AddCells(1, Cell::Error, {}) : Add(type, given.value(u"s"_s), value, inlined);
   }
 
   bool Add(QStringView type, QStringView style, const QString& value, const QString& inlined) {
@@ -103,7 +111,7 @@ class Sheet {
       return AddText(PlainText(type == u"str" ? value : inlined));
     }
     if (type == u"e") {
-      return m_rows->AddCells(1, Cell::Unreadable, {});
+      return m_rows->AddCells(1, Cell::Error, {});
     }
     if (value.isEmpty()) {
       return m_rows->AddCells(1, Cell::None, {});

@@ -60,18 +60,19 @@ class tst_server_rights : public QObject {
 
 void tst_server_rights::EachGroupMayDoItsWork() {
   database::SetUpServer(Text(), database::Content::Reference);
-  const std::pair<QString, QString> groups[] = {{u"lectores"_s, u"1 1 0 0 0 0 0"_s},
-                                                {u"usuarios"_s, u"1 1 1 1 0 0 0"_s},
-                                                {u"administradores"_s, u"1 1 1 1 0 0 1"_s},
-                                                {u"propietarios"_s, u"1 1 1 1 1 1 1"_s}};
+  const std::pair<QString, QString> groups[] = {{u"lectores"_s, u"1 1 0 0 0 0 0 0"_s},
+                                                {u"usuarios"_s, u"1 1 1 1 0 0 0 0"_s},
+                                                {u"administradores"_s, u"1 1 1 1 0 0 1 1"_s},
+                                                {u"propietarios"_s, u"1 1 1 1 1 1 1 1"_s}};
   for (const auto& [group, may] : groups) {
     const QString address = As(group);
-    QCOMPARE(Outcomes(address,
-                      {u"SELECT MAX(IDPais) FROM Paises"_s, u"SELECT Nombre FROM Usuarios"_s,
-                       u"INSERT INTO Bancos(IDBanco,Nombre) SELECT MAX(IDPais)+%1,'a' FROM Paises"_s.arg(group.size()),
-                       u"INSERT INTO Cambios(Tabla) VALUES('a')"_s, u"UPDATE Cambios SET Tabla='b'"_s,
-                       u"DELETE FROM Cambios"_s, u"UPDATE Usuarios SET Nombre='a'"_s}),
-             may);
+    QCOMPARE(
+        Outcomes(address,
+                 {u"SELECT MAX(IDPais) FROM Paises"_s, u"SELECT Nombre FROM Usuarios"_s,
+                  u"INSERT INTO Bancos(IDBanco,Nombre) SELECT MAX(IDPais)+%1,'a' FROM Paises"_s.arg(group.size()),
+                  u"INSERT INTO Cambios(Tabla) VALUES('a')"_s, u"UPDATE Cambios SET Tabla='b'"_s,
+                  u"DELETE FROM Cambios"_s, u"UPDATE Usuarios SET Nombre='a'"_s, u"UPDATE Ajustes SET Valor='a'"_s}),
+        may);
     QCOMPARE(database::MayBeWritten(address), group != u"lectores");
     QCOMPARE(ErrorOf([&] { database::SetUpServer(address, database::Content::Reference); }) == 0,
              group == u"propietarios");

@@ -1,5 +1,6 @@
 #include "host/access/IdleLock.h"
 #include "host/access/Passwords.h"
+#include "host/access/RightsWatch.h"
 #include "host/access/UserRules.h"
 #include "host/records/OfficeConnection.h"
 #include "host/services/ServiceClasses.h"
@@ -58,6 +59,7 @@ class tst_idle_lock : public QObject {
   void NothingIsSeenAndNothingEnds();
   void WhatComesMeanwhile();
   void Idle();
+  void UnderAnotherName();
   void UnlockedWithout_data();
   void UnlockedWithout();
   void ForAnotherPerson_data();
@@ -196,6 +198,18 @@ void tst_idle_lock::Idle() {
   QCOMPARE(Unlock(password), QString());
   QTest::qWait(400);
   QVERIFY(!m_lock->IsLocked());
+}
+
+// Renamed while at work: the box says so, and the password is that of the new name.
+void tst_idle_lock::UnderAnotherName() {
+  const host::RightsWatch watch(m_session, host::FindAccount(*m_office, u"marta"_s).value_or(Account()));
+  m_database->Execute(u"UPDATE Usuarios SET Nombre='eva' WHERE Nombre='marta'");
+  m_session.lookAtRights(*m_office);
+  m_lock->Lock();
+  QVERIFY(Box().findChild<QLabel*>(u"lblLocked"_s)->text().contains(u"por «eva»"_s));
+  QVERIFY(Unlock(u"otra cosa"_s).startsWith(u"El usuario o la contraseña"_s));
+  QCOMPARE(m_database->Query(u"SELECT Fallos FROM Claves WHERE codUsuario=1"), QStringList(u"1"_s));
+  QCOMPARE(Unlock(password), QString());
 }
 
 void tst_idle_lock::UnlockedWithout_data() {

@@ -121,6 +121,8 @@ void tst_users::Rules_data() {
   row(1, "gone", "ha eliminado");
   row(2, "add", "ya no administra");
   row(2, "password", "ya no administra");
+  row(2, "for all", "ya no administra");
+  row(1, "for all", "");
   row(3, "add", "ya no administra");
   row(0, "password", "");
 }
@@ -164,11 +166,17 @@ void tst_users::Rules() {
        }},
       {u"switch off self"_s, [](auto rules) { rules.SwitchOff(1, true); }},
       {u"password"_s, [](auto rules) { rules.SetPassword(4, u"hash"_s); }},
+      {u"for all"_s,
+       [](auto rules) { rules.ChangeForAll({.idleMinutes = 15}, {.name = u"Casa"_s, .idleMinutes = 3}); }},
       {u"gone"_s, [](auto rules) { rules.SetPassword(99, u"hash"_s); }},
   };
-  const QStringList before = m_database->Query(u"SELECT * FROM Usuarios") + m_database->Query(u"SELECT * FROM Claves");
+  const auto all = [this] {
+    return m_database->Query(u"SELECT * FROM Usuarios") + m_database->Query(u"SELECT * FROM Claves") +
+           m_database->Query(u"SELECT Nombre, Valor FROM Ajustes");
+  };
+  const QStringList before = all();
   const QString said = Refusal([&] { acts[act](administrator.Rules()); });
-  const QStringList now = m_database->Query(u"SELECT * FROM Usuarios") + m_database->Query(u"SELECT * FROM Claves");
+  const QStringList now = all();
   QFETCH(const QString, refusal);
   QVERIFY2(refusal.isEmpty() ? said.isEmpty() : said.contains(refusal), qPrintable(said));
   QCOMPARE(before == now, !refusal.isEmpty());

@@ -57,11 +57,30 @@ class tst_command_line : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void ThePageOfTheManualHasEveryOption();
   void Understood_data();
   void Understood();
   void Refused_data();
   void Refused();
 };
+
+void tst_command_line::ThePageOfTheManualHasEveryOption() {
+  QFile page(QStringLiteral(KEL_SOURCES) + u"/packaging/host/kel-host.1"_s);
+  QVERIFY(page.open(QFile::ReadOnly));
+  const auto options = [](const QString& text) {
+    static const QRegularExpression option(u"--[a-z][a-z-]*[a-z]"_s);
+    QStringList found;
+    for (const QRegularExpressionMatch& match : option.globalMatch(text)) {
+      found.append(match.captured());
+    }
+    found.removeDuplicates();
+    found.sort();
+    return found;
+  };
+  const QStringList said = options(host::CommandLineHelp());
+  QVERIFY(said.size() > 40);
+  QCOMPARE(options(QString::fromUtf8(page.readAll()).replace(u"\\-"_s, u"-"_s)), said);
+}
 
 void tst_command_line::Understood_data() {
   QTest::addColumn<QString>("arguments");

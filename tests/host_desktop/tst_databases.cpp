@@ -1,6 +1,7 @@
 #include "database/Maintenance.h"
 #include "database/Place.h"
 #include "host/cli/DatabaseChoice.h"
+#include "host/cli/FirstWindow.h"
 #include "host/cli/SettingsFile.h"
 #include "host/cli/Startup.h"
 #include "host/desktop/CopiesDialog.h"
@@ -17,12 +18,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <future>
 
 using support::DialogUser;
 using namespace Qt::StringLiterals;
@@ -56,8 +61,11 @@ class tst_databases : public QObject {
  private Q_SLOTS:
   void init();
   void RecentOnesThatAreGoneAreToldOnce();
+  void RecentOnesAreInAMenu();
   void AStartWithoutADatabaseAsks();
   void ACopyIsMadeLookedIntoAndPutBack();
+  void ADamagedFileIsReplacedByACopy();
+  void ASecondStartShowsTheFirstWindow();
   void ListsBelongToADatabaseAndAUser();
   void SettingsThatMakeNoSenseAreSetAside_data();
   void SettingsThatMakeNoSenseAreSetAside();
@@ -93,6 +101,42 @@ void tst_databases::RecentOnesThatAreGoneAreToldOnce() {
   QCOMPARE(recent.strings.constFirst(), u"postgresql://ana@servidor/kel"_s);
   QCOMPARE(recent.strings[1], TextFor(m_folder->filePath(u"42.db"_s)));
   QCOMPARE(host::TakeRecentDatabases().gone, 0);
+}
+
+// Ten at most, without the window's own and those that are gone, by number, in the words of their places.
+void tst_databases::RecentOnesAreInAMenu() {
+  TestDesktop desktop;
+  QSettings().remove(u"Bases"_s);
+  QAction& own = *desktop.Window().findChild<QMenu*>(u"mnuRecent"_s)->menuAction();
+  const auto lines = [&] {
+    Q_EMIT own.menu()->aboutToShow();
+    QStringList texts;
+    for (const QAction* each : own.menu()->actions()) {
+      texts.append(each->isEnabled() ? each->text() : u'(' + each->text() + u')');
+    }
+    return texts;
+  };
+  QCOMPARE(lines(), QStringList(u"(No hay otras)"_s));
+  for (const char* name : {"z0", "z1", "z2", "z3", "z4", "z5", "z6", "z7", "z8", "a&b\tc.db", "último"}) {
+    Touch(m_folder->filePath(QString::fromUtf8(name)));
+    host::NoteDatabase(TextFor(m_folder->filePath(QString::fromUtf8(name))));
+  }
+  host::NoteDatabase(TextFor(m_folder->filePath(u"perdida.db"_s)));
+  host::NoteDatabase(desktop.database.ConnectionString());
+  const QStringList first = lines();
+  QCOMPARE(first.size(), 12);
+  QVERIFY2(first[0].startsWith(u"&1  "_s) && first[0].endsWith(u"/último"_s), qPrintable(first[0]));
+  QVERIFY2(first[1].startsWith(u"&2  "_s) && first[1].endsWith(u"/a&&b c.db"_s), qPrintable(first[1]));
+  QVERIFY2(first[9].startsWith(u"&0  "_s) && first[9].endsWith(u"/z1"_s), qPrintable(first[9]));
+  QVERIFY2(first[11].contains(u"ya no está en su sitio"_s), qPrintable(first[11]));
+  QCOMPARE(lines().size(), 10);
+  QList<host::NextStart> wanted;
+  connect(&desktop.Window(), &host::MainWindow::NextStartWanted, this,
+          [&](const host::NextStart& next) { wanted.append(next); });
+  own.menu()->actions()[1]->trigger();
+  QCOMPARE(wanted.size(), 1);
+  QCOMPARE(wanted.constFirst().connectionString, TextFor(m_folder->filePath(u"a&b\tc.db"_s)));
+  QVERIFY(!desktop.Window().isVisible());
 }
 
 void tst_databases::AStartWithoutADatabaseAsks() {
@@ -179,6 +223,69 @@ void tst_databases::ACopyIsMadeLookedIntoAndPutBack() {
   host::PrepareNext({.connectionString = text, .copy = other}, {});
   QVERIFY(driver.TakeBoxes().constFirst().contains(u"no se ha restaurado"_s));
   QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+// Offered though the usual file is there.
+void tst_databases::ADamagedFileIsReplacedByACopy() {
+  const support::TestDatabase copied;
+  copied.Execute(u"INSERT INTO Bancos(Numero,Nombre) VALUES('0001','uno')");
+  const QString copy = copied.Path(u"copia.db"_s);
+  database::CopyDatabase(copied.ConnectionString(), copy);
+  const QString usual = host::UsualDatabaseFile(false);
+  process::CreatePrivateFolder(QFileInfo(usual).path());
+  Touch(usual);
+  host::CommandLine failed;
+  failed.file = m_folder->filePath(u"dañada.db"_s);
+  Touch(failed.file);
+  support::Driver driver;
+  driver.On("databaseDialog", [&](const DialogUser& user) {
+    ChooseFile(driver, "dlgBase", copy);
+    driver.Answer(QMessageBox::Ok);
+    user.Press("cmdRestaurar");
+  });
+  const auto next = host::OtherDatabase({}, failed);
+  QCOMPARE(driver.TakeProblems(), QStringList());
+  QVERIFY(next && next->connectionString == TextFor(failed.file));
+  QCOMPARE(database::LookIntoCopy(failed.file).rows.value(u"Bancos"_s), 1);
+  QCOMPARE(QFileInfo(usual).size(), 0);
+  // Nothing can take the place of what is no file.
+  failed.file.clear();
+  failed.connectionString = u"postgresql://ana@servidor/kel"_s;
+  driver.On("databaseDialog", [](const DialogUser& user) {
+    QVERIFY(!user.IsVisible("cmdRestaurar"));
+    user.Key(Qt::Key_Escape);
+  });
+  QVERIFY(!host::OtherDatabase({}, failed));
+  QCOMPARE(driver.TakeProblems(), QStringList());
+}
+
+void tst_databases::ASecondStartShowsTheFirstWindow() {
+  const auto restore = qScopeGuard([before = qgetenv("XDG_RUNTIME_DIR")] { qputenv("XDG_RUNTIME_DIR", before); });
+  qputenv("XDG_RUNTIME_DIR", m_folder->path().toLocal8Bit());
+  QVERIFY(!host::FirstWindow::Show(u"una"_s));
+  QWidget window;
+  window.showMinimized();
+  QString left;
+  for (int start = 0; start < 2; ++start) {
+    if (start > 0) {
+      // As one that was killed leaves it.
+      Touch(left);
+    }
+    const host::FirstWindow first(u"una"_s);
+    int wanted = 0;
+    connect(&first, &host::FirstWindow::Wanted, this, [&] { ++wanted; });
+    connect(&first, &host::FirstWindow::Wanted, &window, host::ShowWindows);
+    std::future<bool> other = std::async(std::launch::async, [] { return host::FirstWindow::Show(u"otra"_s); });
+    std::future<bool> second = std::async(std::launch::async, [] { return host::FirstWindow::Show(u"una"_s); });
+    QTRY_COMPARE(wanted, 1);
+    QVERIFY(second.get() && !other.get());
+    QVERIFY(!window.isMinimized());
+    const QFileInfoList sockets = QDir(m_folder->path()).entryInfoList({u"kel-host-*"_s}, QDir::System);
+    QCOMPARE(sockets.size(), 1);
+    left = sockets.constFirst().filePath();
+    QVERIFY(!process::IsOpenToOthers(left));
+  }
+  QVERIFY(!host::FirstWindow::Show(u"una"_s));
 }
 
 void tst_databases::ListsBelongToADatabaseAndAUser() {

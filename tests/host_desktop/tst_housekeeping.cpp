@@ -38,6 +38,7 @@ class tst_housekeeping : public QObject {
   void TheSettingSwitchesItOff();
   void Duties_data();
   void Duties();
+  void TheOfficeSaysForHowLong();
   void OpenPermissionsAreToldOnce();
 
  private:
@@ -59,23 +60,23 @@ void tst_housekeeping::ACopyADayForTwoWeeks() {
                               u"kel-2026-13-40.db"_s, u"kel-2025-01-01.db.bak"_s}) {
     Write(m_database->Path(u"copias/"_s + name), "x");
   }
-  host::MakeDailyCopy(Text(), today, {});
+  host::MakeDailyCopy(Text(), today, 14, {});
   const QStringList left = {u"kel-2025-01-01.db.bak"_s, u"kel-2026-01-07.db"_s, u"kel-2026-01-20.db"_s,
                             u"kel-2026-13-40.db"_s, u"otra-2026-01-01.db"_s};
   QCOMPARE(Copies(), left);
   const QString copy = m_database->Path(u"copias/kel-2026-01-20.db"_s);
   QVERIFY(database::CheckDatabase(database::ConnectionStringForFile(copy)).IsSound());
   m_database->Execute(u"INSERT INTO Bancos(Nombre) VALUES('nuevo')");
-  host::MakeDailyCopy(Text(), today, {});
+  host::MakeDailyCopy(Text(), today, 14, {});
   QCOMPARE(TestDatabase(database::ConnectionStringForFile(copy)).Id(u"SELECT COUNT(*) FROM Bancos"), 0);
-  host::MakeDailyCopy(Text(), today.addDays(1), {});
+  host::MakeDailyCopy(Text(), today.addDays(1), 14, {});
   QVERIFY(Copies().contains(u"kel-2026-01-21.db"_s) && !Copies().contains(u"kel-2026-01-07.db"_s));
 }
 
 void tst_housekeeping::NothingIsDeletedWithoutANewCopy() {
   Write(m_database->Path(u"copias/kel-2020-01-01.db"_s), "x");
   const auto make = [this](const database::Stop& stop) {
-    return support::ErrorOf([&] { host::MakeDailyCopy(Text(), QDate(2026, 1, 20), stop); });
+    return support::ErrorOf([&] { host::MakeDailyCopy(Text(), QDate(2026, 1, 20), 14, stop); });
   };
   QVERIFY(make([] { return true; }) != 0);
   QCOMPARE(Copies(), QStringList(u"kel-2020-01-01.db"_s));
@@ -132,6 +133,23 @@ void tst_housekeeping::Duties() {
   QCOMPARE(notices.size(), noticed.isEmpty() ? 0 : 1);
   QVERIFY2(notices.join(u'/').contains(noticed), qPrintable(notices.join(u'/')));
   QCOMPARE(Copies().size(), copies);
+}
+
+// What an administrator decided for the database.
+void tst_housekeeping::TheOfficeSaysForHowLong() {
+  const QDate today = QDate::currentDate();
+  const auto copyOf = [&](int daysAgo) { return u"kel-%1.db"_s.arg(today.addDays(-daysAgo).toString(Qt::ISODate)); };
+  Write(m_database->Path(u"copias/"_s + copyOf(2)), "x");
+  Write(m_database->Path(u"copias/"_s + copyOf(3)), "x");
+  for (const int days : {20, 40}) {
+    m_database->Execute(u"INSERT INTO Cambios(Fecha, Tabla) VALUES('{}', '{}')",
+                        QDateTime::currentDateTimeUtc().addDays(-days).toString(Qt::ISODate), QString::number(days));
+  }
+  host::StoreOfficePolicy(m_database->Connection(), {}, {.monthsOfLog = 1, .daysOfCopies = 3});
+  host::Housekeeping housekeeping(Text(), {.copy = true, .forget = true});
+  housekeeping.Start();
+  QTRY_COMPARE_WITH_TIMEOUT(m_database->Query(u"SELECT Tabla FROM Cambios"), QStringList(u"20"_s), 20000);
+  QCOMPARE(Copies(), (QStringList{copyOf(2), copyOf(0)}));
 }
 
 void tst_housekeeping::OpenPermissionsAreToldOnce() {

@@ -4,9 +4,12 @@
 #include "support/TestProgram.h"
 
 #include "host/records/AffectedRecords.h"
+#include "host/records/RecordReader.h"
+#include "host/records/RecordReferences.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <QDialog>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTreeWidget>
 #include <QtTest>
@@ -36,6 +39,8 @@ class tst_live_records : public QObject {
   void TheTreeCounts();
   void PlaceIsKept();
   void NothingMovesBehindADialog();
+  void WantedColumnsFollow();
+  void UsesAreTheSameEverywhere();
   void OnlyWhatLooksOtherwiseIsRead_data();
   void OnlyWhatLooksOtherwiseIsRead();
 };
@@ -131,6 +136,90 @@ void tst_live_records::NothingMovesBehindADialog() {
   desktop.List().SelectRecord(35);
   desktop.Action("actModify").trigger();
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), total + 1, soon);
+}
+
+// Uses and the last change: not there until they are wanted, then with what others write, and at the next start.
+void tst_live_records::WantedColumnsFollow() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  desktop.ChooseNode(cConstNodo().Paises());
+  const auto title = [&](int column) {
+    return desktop.List().Records().headerData(column, Qt::Horizontal, Qt::DisplayRole).toString().trimmed();
+  };
+  const auto shown = [&] {
+    QStringList titles;
+    const QList<int> columns = desktop.List().ShownColumns();
+    for (const int column : columns) {
+      titles.append(title(column));
+    }
+    return titles.join(u'|');
+  };
+  const auto cell = [&](int id, const QString& wanted) {
+    const host::RecordModel& records = desktop.List().Records();
+    for (int column = 0; column < records.columnCount(); ++column) {
+      if (title(column) == wanted) {
+        return records.index(records.RowOf(id), column).data().toString().trimmed();
+      }
+    }
+    return u"?"_s;
+  };
+  const auto choose = [&](const QString& text) {
+    desktop.List().AskForColumns({});
+    auto* menu = desktop.List().findChild<QMenu*>(u"mnuColumns"_s);
+    for (QAction* action : menu->actions()) {
+      if (action->text().remove(u'&') == text) {
+        action->trigger();
+      }
+    }
+    delete menu;
+    desktop.WaitForTheList();
+  };
+  const QString usual = shown();
+  QVERIFY(!usual.contains(u"Usos"_s));
+  QCOMPARE(cell(35, u"Usos"_s), QString());
+  choose(u"Usos"_s);
+  choose(u"Modificado"_s);
+  QCOMPARE(shown(), QStringList({usual, u"Usos"_s, u"Modificado"_s}).join(u'|'));
+  QCOMPARE(cell(35, u"Usos"_s), u"52"_s);
+  QCOMPARE(cell(36, u"Usos"_s), u"0"_s);
+  QCOMPARE(cell(36, u"Modificado"_s), QString());
+  lorenzo.Execute(u"INSERT INTO Provincias(Nombre,CodPais) VALUES('Ítaca',36)");
+  QTRY_COMPARE_WITH_TIMEOUT(cell(36, u"Usos"_s), u"1"_s, soon);
+  lorenzo.Execute(u"UPDATE Paises SET Nombre='Feacia' WHERE IDPais=36");
+  QTRY_VERIFY_WITH_TIMEOUT(!cell(36, u"Modificado"_s).isEmpty(), soon);
+  QCOMPARE(cell(36, u"Usos"_s), u"1"_s);
+  desktop.Restart();
+  desktop.ChooseNode(cConstNodo().Paises());
+  QCOMPARE(shown(), QStringList({usual, u"Usos"_s, u"Modificado"_s}).join(u'|'));
+  QCOMPARE(cell(36, u"Usos"_s), u"1"_s);
+  choose(u"Como al principio"_s);
+  QCOMPARE(shown(), usual);
+  QCOMPARE(cell(36, u"Usos"_s), QString());
+}
+
+// The same number as the detail pane and a deletion say, for every record of the demonstration.
+void tst_live_records::UsesAreTheSameEverywhere() {
+  const support::TestDatabase database(database::Content::Demonstration);
+  int used = 0;
+  for (const host::Node& node : host::NodeCatalog()) {
+    for (const bool velumar : {false, true}) {
+      const QHash<int, int> uses = host::UsesOf(database.Connection(), node.id, {}, velumar);
+      const host::RecordData records = host::ReadRecords(database.Connection(), node);
+      for (int row = 0; row < records.Size() && host::HasUses(node.id); ++row) {
+        int expected = 0;
+        for (const host::RowCount& count : host::CountUses(database.Connection(), node.id, records.Id(row), velumar)) {
+          expected += count.count;
+        }
+        QCOMPARE(uses.value(records.Id(row)), expected);
+        used += expected;
+        if (row % 50 == 0) {
+          const QString only = u"=%1"_s.arg(records.Id(row));
+          QCOMPARE(host::UsesOf(database.Connection(), node.id, only, velumar).value(records.Id(row)), expected);
+        }
+      }
+    }
+  }
+  QVERIFY(used > 100);
 }
 
 void tst_live_records::OnlyWhatLooksOtherwiseIsRead_data() {

@@ -3,8 +3,11 @@
 #include "support/TestProgram.h"
 
 #include "host/access/AccessDesk.h"
+#include "host/access/OfficePolicy.h"
 #include "host/look/Colours.h"
 #include "host/look/Look.h"
+#include "host/records/DailyCopies.h"
+#include "host/records/OfficeSettings.h"
 
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
@@ -50,6 +53,7 @@ class tst_main_window : public QObject {
   void HistoryOfARecord();
   void DetailOfARecord();
   void Preferences();
+  void PreferencesForAll();
   void WhatANodeAllows_data();
   void WhatANodeAllows();
   void KeysOfTheTree();
@@ -161,7 +165,7 @@ void tst_main_window::TheLastChosenListIsShown() {
   desktop.Window().ChooseNode(cConstNodo().Provincias());
   desktop.WaitForTheList();
   QCOMPARE(desktop.List().Records().TotalCount(), 52);
-  QCOMPARE(desktop.List().Records().columnCount(), 3);
+  QCOMPARE(desktop.List().ShownColumns().size(), 3);
 }
 
 void tst_main_window::AdditionWhileTheListIsRead() {
@@ -321,12 +325,55 @@ void tst_main_window::Preferences() {
   choose(2, 150);
   QVERIFY(host::IsDark(QApplication::palette()));
   QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF() * 1.5);
+  const auto* title = desktop.Window().findChild<QLabel*>(u"lblDetailTitle"_s);
+  QTRY_COMPARE(title->font().pointSizeF(), font.pointSizeF() * 1.5 * 1.2);
   choose(1, 100);
   QVERIFY(!host::IsDark(QApplication::palette()));
   QCOMPARE(QApplication::font().pointSizeF(), font.pointSizeF());
+  QVERIFY(host::WantsDailyCopies());
   QSettings().setValue(u"Aspecto/Texto"_s, 4000);
   QSettings().setValue(u"Aspecto/Colores"_s, u"rosas"_s);
   QVERIFY(host::StoredLook() == host::Look());
+}
+
+// Settings for all: the second accept finds that somebody else was faster.
+void tst_main_window::PreferencesForAll() {
+  TestDesktop desktop;
+  desktop.ChooseNode(cConstNodo().Bancos());
+  const auto stored = [&] { return host::ReadOfficePolicy(desktop.Office()); };
+  const auto type = [](const support::DialogUser& dialog, int months) {
+    dialog.Find<QLineEdit>("txtOffice")->setText(u" Fundación d'Or "_s);
+    dialog.Find<QSpinBox>("spnLog")->setValue(months);
+    dialog.Dialog()->accept();
+  };
+  desktop.driver.On("preferences", [&](const support::DialogUser& dialog) {
+    QVERIFY(dialog.Find<QSpinBox>("spnCopies")->isEnabled());
+    QVERIFY(!dialog.Find<QSpinBox>("spnOfficeIdle")->isEnabled());
+    type(dialog, 6);
+  });
+  desktop.Action("actPreferences").trigger();
+  const host::OfficePolicy wanted{.name = u"Fundación d'Or"_s, .idleMinutes = 15, .monthsOfLog = 6, .daysOfCopies = 14};
+  QVERIFY(stored() == wanted);
+  desktop.driver.On("preferences", [&](const support::DialogUser& dialog) {
+    host::SetOfficeSetting(desktop.Office(), u"CopiasDias"_s, u"30"_s);
+    desktop.driver.Answer(QMessageBox::Ok);
+    type(dialog, 7);
+    QVERIFY(dialog.Dialog()->isVisible());
+    dialog.Dialog()->reject();
+  });
+  desktop.Action("actPreferences").trigger();
+  QCOMPARE(desktop.TakeBoxes().filter(u"Otra persona ha cambiado estos ajustes"_s).size(), 1);
+  QCOMPARE(stored().monthsOfLog, 6);
+  host::SetOfficeSetting(desktop.Office(), u"CopiasDias"_s, u"-4"_s);
+  desktop.Session().userKind = 2;
+  desktop.driver.On("preferences", [&](const support::DialogUser& dialog) {
+    QVERIFY(!dialog.Find<QLineEdit>("txtOffice")->isEnabled() && !dialog.Find<QSpinBox>("spnLog")->isEnabled());
+    QCOMPARE(dialog.Find<QSpinBox>("spnCopies")->value(), 14);
+    QVERIFY(dialog.Find<QLabel>("lblReason")->text().contains(u"quien administra"_s));
+    dialog.Dialog()->accept();
+  });
+  desktop.Action("actPreferences").trigger();
+  QVERIFY(stored() == wanted);
 }
 
 void tst_main_window::WhatANodeAllows_data() {
@@ -415,6 +462,11 @@ void tst_main_window::NonsenseInTheSettingsIsPassedOver() {
     QVERIFY(width > 0 && width < desktop.Window().screen()->availableSize().width());
   }
   QCOMPARE(desktop.List().Records().SortColumn(), 0);
+  // A screen that is gone.
+  desktop.Window().move(30000, 20000);
+  QSettings().setValue(u"Ventana/Geometria"_s, desktop.Window().saveGeometry());
+  const QRect screen = desktop.Window().screen()->availableGeometry();
+  QVERIFY(screen.contains(desktop.Restart().frameGeometry().center()));
 }
 
 void tst_main_window::NothingBeginsOnceTheProgramEnds() {
@@ -457,9 +509,11 @@ void tst_main_window::WhoWorksMayChange() {
   QVERIFY(desktop.Window().findChild<QLabel*>(u"lblGreeting"_s)->text().contains(u"eva"_s));
   desktop.ChooseNode(cConstNodo().Usuarios());
   QVERIFY(desktop.Window().windowTitle().startsWith(u"Usuarios"_s));
-  desktop.ChooseNode(cConstNodo().Bancos());
   desktop.database.Execute(u"UPDATE Usuarios SET Administrador=0 WHERE IDUsuario=1");
   desktop.Session().lookAtRights(desktop.Office());
+  QVERIFY(desktop.Window().windowTitle().startsWith(u"Inicio"_s));
+  QCOMPARE(desktop.List().Records().TotalCount(), 0);
+  desktop.ChooseNode(cConstNodo().Bancos());
   desktop.ChooseNode(cConstNodo().Usuarios());
   QVERIFY(desktop.Window().windowTitle().startsWith(u"Bancos"_s));
   for (const char* name : {"actLocks", "actImport", "actUsers"}) {

@@ -8,6 +8,7 @@
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
@@ -193,6 +194,20 @@ void tst_list_export::ThePreviewPrintsWhatIsChosen() {
   dialog.findChild<QRadioButton*>(u"optApaisada"_s)->click();
   dialog.findChild<QRadioButton*>(u"optSeleccionados"_s)->click();
   QCOMPARE(dialog.findChild<QSpinBox*>(u"numPaginaUltima"_s)->value(), 1);
+  // The trays are the printer's; one that is stopped prints nothing.
+  auto* choice = dialog.findChild<host::PrinterChoice*>();
+  const auto* print = dialog.findChild<QPushButton*>(u"cmdImprimir"_s);
+  host::KnownPrinter printer;
+  printer.name = printer.title = u"oficina"_s;
+  printer.trays = {{u"tray-2"_s, u"Bandeja 2"_s}};
+  host::KnownPrinter stopped;
+  stopped.name = stopped.title = u"parada"_s;
+  stopped.trouble = u"Está parada."_s;
+  choice->Show({printer, stopped});
+  dialog.findChild<QComboBox*>(u"cboBandeja"_s)->setCurrentIndex(1);
+  QVERIFY(print->isEnabled() && choice->Queue() == u"oficina" && choice->Tray() == u"tray-2");
+  dialog.findChild<QComboBox*>(u"cboImpresora"_s)->setCurrentIndex(1);
+  QVERIFY(!print->isEnabled() && choice->Tray().isEmpty());
   const QString path = folder.filePath(u"dos.pdf"_s);
   ChooseFile(driver, path);
   dialog.findChild<QPushButton*>(u"cmdPdf"_s)->click();

@@ -283,6 +283,16 @@ class tst_letter_window : public QObject {
       QCOMPARE(page->width(), 510);
       dialog.Find<QScrollBar>("vsbCarta")->setValue(150);
       QCOMPARE(page->y(), 85);
+      // In a window that is made smaller than it may be the boxes stand apart, too.
+      dialog.Dialog()->setFixedSize(300, 300);
+      QApplication::sendPostedEvents();
+      const auto place = [&](const char* name) {
+        const QWidget* box = dialog.Find(name);
+        return QRect(box->mapTo(dialog.Dialog(), QPoint()), box->size());
+      };
+      QVERIFY(place("lblMargenIzdo").right() < place("txtMargenIzdo").left());
+      QVERIFY(place("txtMargenIzdo").right() < place("lblMargenDcho").left());
+      QVERIFY(place("lblMargenDcho").right() < place("txtMargenDcho").left());
     });
     host.driver.Answer(QMessageBox::No);
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));

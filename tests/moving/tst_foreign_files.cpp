@@ -200,7 +200,7 @@ void tst_foreign_files::Workbooks() {
           "r=\"H3\"><f>1</f>"
           "</c><c r=\"I3\"><v>1E-3</v></c></row><row r=\"5\"><c r=\"A5\"/></row>")),
       QStringList({u"T Hoja & 1"_s, u""_s, u"t0049|-|tCaja Norte"_s,
-                   u"d2003-01-02|n37623|d2003-01-02T12:00:00|b-1|!|tdentro\ny_x00G0_|tf|-|n0.001"_s, u"X Gráfico"_s}));
+                   u"d2003-01-02|n37623|d2003-01-02T12:00:00|b-1|e|tdentro\ny_x00G0_|tf|e|n0.001"_s, u"X Gráfico"_s}));
 }
 
 void tst_foreign_files::Sheets() {
@@ -220,7 +220,7 @@ void tst_foreign_files::Sheets() {
           "calcext:value-type=\"error\"><text:p>#N/A</text:p></table:table-cell>"
           "</table:table-row><table:table-row table:number-rows-repeated=\"1048570\"><table:table-cell "
           "table:number-columns-repeated=\"16384\"/></table:table-row>")),
-      QStringList({u"T Uno"_s, u"ta  b\t\nc|-|-|n-1.5"_s, u"ta  b\t\nc|-|-|n-1.5"_s, u"d2003-01-02|b-1|!"_s}));
+      QStringList({u"T Uno"_s, u"ta  b\t\nc|-|-|n-1.5"_s, u"ta  b\t\nc|-|-|n-1.5"_s, u"d2003-01-02|b-1|e"_s}));
 }
 
 void tst_foreign_files::HostileSheets() {

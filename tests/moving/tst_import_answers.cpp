@@ -77,6 +77,7 @@ class tst_import_answers : public QObject {
   void FilesOfAnswers();
   void ListsChangeWhatIsHere();
   void WhatIsDeletedThere();
+  void TheKindOfOffice();
   void SheetsAndForms();
   void WhatWasSeenIsWhatComesIn();
 };
@@ -161,6 +162,13 @@ void tst_import_answers::ListsChangeWhatIsHere() {
   database.Execute(u"INSERT INTO TipoSuscripciones (Nombre, Eliminado) VALUES ('Bienal', -1)");
   const QString path = WriteFile(database.Path(u"bancos.csv"_s),
                                  "Numero;Nombre\n1;Banco Nuevo\n0002;Banco Igual\n3;Otro\n0001;Banco Tercero\n2;\n");
+  // A list with nothing in it but one other value is looked at, too.
+  const QString other = WriteFile(database.Path(u"otro.csv"_s), "Numero;Nombre\n1;Banco Nuevo\n");
+  moving::ImportWishes trial;
+  trial.isTrial = true;
+  trial.names.tables.insert(u"*"_s, u"Bancos"_s);
+  QCOMPARE(Counts(moving::Import(other, database.Connection(), trial)),
+           u"0 new, 1 known, 1 changed, 0 revived, 0 out, 0 skipped"_s);
   moving::ImportWishes wishes;
   wishes.answers.Give(u"Bancos fila-1 cambios"_s, u"aqui"_s);
   const moving::ImportReport kept = moving::Import(path, database.Connection(), wishes);
@@ -217,6 +225,33 @@ void tst_import_answers::WhatIsDeletedThere() {
            u"3 new, 3 known, 0 changed, 0 revived, 0 out, 0 skipped"_s);
 }
 
+void tst_import_answers::TheKindOfOffice() {
+  using D = DesktopFile;
+  const support::TestDatabase database;
+  const QStringList before = database.Query(u"SELECT Tipo, velumar, NombreEntidad FROM configuracion");
+  D file;
+  file.AddTable(
+      u"configuracion"_s,
+      {{u"IDConfiguracion"_s, D::Long}, {u"Tipo"_s, D::Int}, {u"velumar"_s, D::Bool}, {u"NombreEntidad"_s, D::Text}});
+  file.AddRow({9, 1, true, u"Otra"_s});
+  const QString path = WriteFile(database.Path(u"a.mdb"_s), file.Bytes());
+  const auto now = [&] { return database.Query(u"SELECT Tipo, velumar FROM configuracion").join(u'/'); };
+  // Who has worked here says so.
+  database.Execute(u"INSERT INTO Bancos (Numero, Nombre) VALUES ('0001', 'Uno')");
+  QCOMPARE(moving::Import(path, database.Connection(), {}).Written(), 0);
+  QCOMPARE(database.Query(u"SELECT Tipo, velumar, NombreEntidad FROM configuracion"), before);
+  moving::ImportWishes wishes;
+  wishes.answers.Give(u"configuracion 9 cambios"_s, u"archivo"_s);
+  const moving::ImportReport report = moving::Import(path, database.Connection(), wishes);
+  QVERIFY2(report.Text().contains(u"columnas que no se traen: NombreEntidad"_s), qPrintable(report.Text()));
+  QCOMPARE(now(), u"1|Verdadero"_s);
+  // It is proposed while nobody has.
+  database.Execute(u"UPDATE configuracion SET Tipo=0, velumar=0");
+  database.Execute(u"DELETE FROM Bancos");
+  moving::Import(path, database.Connection(), {});
+  QCOMPARE(now(), u"1|Verdadero"_s);
+}
+
 void tst_import_answers::SheetsAndForms() {
   using D = DesktopFile;
   D file;
@@ -270,10 +305,19 @@ void tst_import_answers::WhatWasSeenIsWhatComesIn() {
   QCOMPARE(import(), 5);
   QCOMPARE(database.Query(u"SELECT Nombre FROM Usuarios WHERE Nombre='jefa'"), QStringList());
   database.Execute(u"DELETE FROM Bancos");
+  // Or took a number of the file.
+  database.Execute(u"INSERT INTO Colaboradores (IDColaborador, Nombre) VALUES (12, 'Otra')");
+  QCOMPARE(import(), 5);
+  database.Execute(u"DELETE FROM Colaboradores");
   // Another answer is another import, too.
   wishes.answers.Give(u"Usuarios * administrador"_s, u"si"_s);
   QCOMPARE(import(), 5);
   wishes.answers = {};
+  // So is another file, though every row in it has the same fate.
+  const QByteArray before = Doubts();
+  WriteFile(path, QByteArray(before).replace("Plaza", "Playa"));
+  QCOMPARE(import(), 5);
+  WriteFile(path, before);
   QCOMPARE(import(), 0);
   QCOMPARE(database.Query(u"SELECT Administrador FROM Usuarios WHERE Nombre='jefa'"), QStringList(u"Falso"_s));
 }

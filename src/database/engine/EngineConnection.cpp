@@ -193,6 +193,12 @@ bool EngineConnection::HasEnded(int presence) {
   return m_session->HasEnded(presence);
 }
 
+QList<ServerRole> EngineConnection::Roles(bool onlyOwn) {
+  CheckOpen();
+  Revive();
+  return m_session->Roles(onlyOwn);
+}
+
 std::unique_ptr<adodb::Recordset> EngineConnection::Run(const QString& statement) {
   m_affected = 0;
   if (m_announced.GoTo(statement)) {

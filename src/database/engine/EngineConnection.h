@@ -54,6 +54,7 @@ class EngineConnection : public adodb::Connection {
   /// See Presence.h.
   int Presence();
   bool HasEnded(int presence);
+  QList<ServerRole> Roles(bool onlyOwn);
   void SetCarryOver(CarryOver carryOver) { m_carryOver = std::move(carryOver); }
   /// Connects anew where the line is cut and no transaction has begun on it, and takes over what belonged to the
   /// presence. Raises what either raises.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/ConnectionString.h"
+#include "database/ServerRoles.h"
 #include "database/engine/ParameterValues.h"
 #include "database/engine/PlanCache.h"
 #include "database/engine/Rows.h"
@@ -57,6 +58,8 @@ class Session {
   /// See Presence.h; taken once for each line.
   virtual int TakePresence() { return 0; }
   virtual bool HasEnded(int /*presence*/) { return false; }
+  /// See ServerRoles.h.
+  virtual QList<ServerRole> Roles(bool /*onlyOwn*/) { return {}; }
 
   /// A number that differs after somebody else's commit; see ChangeClock.
   virtual qint64 Clock() const = 0;

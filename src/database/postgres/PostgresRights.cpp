@@ -3,6 +3,10 @@
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/automation/Error.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -121,8 +125,8 @@ GRANT SELECT ON ALL SEQUENCES IN SCHEMA {kel} TO {lectores};
 GRANT INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA {kel} TO {usuarios};
 GRANT USAGE, UPDATE ON ALL SEQUENCES IN SCHEMA {kel} TO {usuarios};
 REVOKE UPDATE, DELETE ON {kel}.cambios FROM {usuarios};
-REVOKE INSERT, UPDATE, DELETE ON {kel}.kelmotor, {kel}.usuarios FROM {usuarios};
-GRANT INSERT, UPDATE, DELETE ON {kel}.usuarios TO {administradores})sql",
+REVOKE INSERT, UPDATE, DELETE ON {kel}.kelmotor, {kel}.usuarios, {kel}.ajustes FROM {usuarios};
+GRANT INSERT, UPDATE, DELETE ON {kel}.usuarios, {kel}.ajustes TO {administradores})sql",
                     schemaName));
 }
 
@@ -130,6 +134,36 @@ bool MayDefine(const PostgresHandle& handle) {
   return IsTrue(handle,
                 "coalesce((SELECT pg_has_role(nspowner, 'USAGE') FROM pg_namespace WHERE nspname = 'kel'), "
                 "has_database_privilege(current_database(), 'CREATE'))");
+}
+
+// By what the server lets a role do, however it came by that.
+QList<ServerRole> RolesOn(const PostgresHandle& handle, bool onlyOwn) {
+  QByteArrayList names;
+  for (const char* group : groups) {
+    names.append(Quoted(GroupName(handle, group), '\''));
+  }
+  const QByteArray who =
+      onlyOwn ? "r.rolname = current_user" : "r.rolcanlogin AND has_table_privilege(r.oid, 'kel.bancos', 'SELECT')";
+  QByteArray sql = R"sql(
+SELECT json_agg(json_build_object('name', r.rolname, 'superuser', r.rolsuper, 'rights',
+    CASE WHEN pg_has_role(r.oid, n.nspowner, 'USAGE') THEN 3
+         WHEN has_table_privilege(r.oid, 'kel.usuarios', 'UPDATE') THEN 2
+         WHEN has_table_privilege(r.oid, 'kel.bancos', 'UPDATE') THEN 1 ELSE 0 END,
+    'group', (SELECT g.rolname FROM unnest(ARRAY[{groups}]) WITH ORDINALITY AS u(name, place)
+              JOIN pg_roles g ON g.rolname = u.name
+              WHERE pg_has_role(r.oid, g.oid, 'USAGE') ORDER BY place LIMIT 1)) ORDER BY r.rolname)
+FROM pg_roles r JOIN pg_namespace n ON n.nspname = 'kel' WHERE )sql" +
+                   who;
+  sql.replace("{groups}", names.join(','));
+  QList<ServerRole> roles;
+  const QJsonArray rows = QJsonDocument::fromJson(handle.Value(sql)).array();
+  for (const QJsonValue& row : rows) {
+    roles.append({.name = row[u"name"].toString(),
+                  .group = row[u"group"].toString(),
+                  .rights = static_cast<RoleRights>(row[u"rights"].toInt()),
+                  .isSuperuser = row[u"superuser"].toBool()});
+  }
+  return roles;
 }
 
 }  // namespace database

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/ServerRoles.h"
 #include "database/postgres/PostgresHandle.h"
 
 namespace database {
@@ -8,7 +9,7 @@ namespace database {
 /// (`kel_usuarios` for `kel`). Each one may what the one before may:
 ///   - `_lectores`         look at everything
 ///   - `_usuarios`         write rows; notes of the change log are added and never changed
-///   - `_administradores`  also the table of users
+///   - `_administradores`  also the tables of users and of settings for all
 /// and `_propietarios` own everything, so that they make, migrate and restore it.
 
 /// All four, those that may most first.
@@ -28,6 +29,9 @@ void GiveToOwners(const PostgresHandle& handle, const QByteArray& schemaName);
 /// Gives the groups their rights on everything in that schema, and nobody else any; does nothing where there are no
 /// groups. By its owner.
 void GrantRights(const PostgresHandle& handle, const QByteArray& schemaName);
+
+/// Who may open the database, by name; or only the session's user, whatever that one may.
+QList<ServerRole> RolesOn(const PostgresHandle& handle, bool onlyOwn);
 
 /// Whether the session's user may make or migrate the tables.
 bool MayDefine(const PostgresHandle& handle);

@@ -4,6 +4,7 @@
 #include "database/postgres/PostgresErrors.h"
 #include "database/postgres/PostgresPreparation.h"
 #include "database/postgres/PostgresPresence.h"
+#include "database/postgres/PostgresRights.h"
 #include "database/postgres/PostgresRows.h"
 #include "database/postgres/PostgresTarget.h"
 #include "database/postgres/ServerStatements.h"
@@ -148,6 +149,10 @@ int PostgresSession::TakePresence() {
 
 bool PostgresSession::HasEnded(int presence) {
   return database::HasEnded(Handle(), presence);
+}
+
+QList<ServerRole> PostgresSession::Roles(bool onlyOwn) {
+  return RolesOn(Handle(), onlyOwn);
 }
 
 // How many transactions of the server have ended: those numbered so far without those at work. The highest number alone

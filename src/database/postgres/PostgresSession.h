@@ -39,6 +39,7 @@ class PostgresSession : public Session {
   bool MustPrepareAnew() override { return std::exchange(m_isOutdated, false); }
   int TakePresence() override;
   bool HasEnded(int presence) override;
+  QList<ServerRole> Roles(bool onlyOwn) override;
   qint64 Clock() const override;
   std::unique_ptr<Rows> Read(std::shared_ptr<CachedPlan> plan, const ParameterValues& values) override;
   qint64 Write(const std::shared_ptr<CachedPlan>& plan, const ParameterValues& values) override;

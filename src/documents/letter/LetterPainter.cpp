@@ -1,6 +1,7 @@
 #include "documents/letter/LetterPainter.h"
 
 #include "documents/letter/PageFields.h"
+#include "documents/letter/RowHeights.h"
 #include "documents/letter/SmallCapitals.h"
 #include "documents/letter/TableBreaks.h"
 #include "documents/letter/WholeTables.h"
@@ -55,6 +56,7 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
   rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
   m_pages->setLayoutEnabled(true);
+  GiveRowsTheirHeights(*m_pages, ToHalfPoints(TextWidth(margins, paper)));
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
   if (PageCount() > 0) {
     KeepRows(*m_pages);

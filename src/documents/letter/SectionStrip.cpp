@@ -1,6 +1,7 @@
 #include "documents/letter/SectionStrip.h"
 
 #include "documents/letter/PageFields.h"
+#include "documents/letter/RowHeights.h"
 #include "documents/letter/SmallCapitals.h"
 #include "documents/rtf/FittedTabs.h"
 #include "documents/rtf/Properties.h"
@@ -79,6 +80,7 @@ SectionStrip::~SectionStrip() {
 void SectionStrip::SetWidth(int width) {
   rtf::FitTabs(*m_text, FromHalfPoints(width).count);
   m_text->setTextWidth(std::max(1, width));
+  GiveRowsTheirHeights(*m_text, std::max(1, width));
 }
 
 double SectionStrip::Height() const {

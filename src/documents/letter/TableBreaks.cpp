@@ -1,8 +1,8 @@
 #include "documents/letter/TableBreaks.h"
 
 #include "documents/letter/HalfPoints.h"
-#include "documents/rtf/Properties.h"
-#include "documents/rtf/WordList.h"
+#include "documents/letter/RowHeights.h"
+#include "documents/letter/RowWords.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
@@ -29,11 +29,9 @@ constexpr int ownPadding = QTextFormat::UserProperty + 0x7B;
 // Nothing that shows is smaller.
 constexpr double tolerance = 1;
 
+/// Word processors part no row because of its empty room.
 bool IsKept(const QTextTable& table, int row) {
-  const QString definition = table.cellAt(row, 0).format().stringProperty(rtf::RowDefinitionProperty);
-  const QList<rtf::CarriedWord> words = rtf::WordsFromText(definition);
-  return std::any_of(words.begin(), words.end(),
-                     [](const rtf::CarriedWord& word) { return rtf::KeywordOf(word.word).name == "trkeep"; });
+  return RowWord(table, row, "trkeep").has_value() || HasRoom(table, row);
 }
 
 bool HasKeptRows(const QTextTable& table) {

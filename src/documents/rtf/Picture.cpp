@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QMutex>
 #include <QtEndian>
 
 #include <algorithm>
@@ -139,6 +140,29 @@ QByteArray BitmapOfMetafile(const QByteArray& metafile) {
   return {};
 }
 
+/// Lets Qt read all that this reads: its own bound counts four bytes for each pixel, of black and white pictures, too,
+/// and a scanned sheet is a little more. Whoever set another one gets it back. One at a time: the bound is the
+/// process's, and letters are made ready for paper on threads of their own.
+class RaisedBound {
+ public:
+  RaisedBound() : m_lock(&Mutex()), m_before(QImageReader::allocationLimit()) {
+    if (m_before != 0) {
+      QImageReader::setAllocationLimit(std::max(m_before, int(4 * mostPicturePixels / mebibyte) + 1));
+    }
+  }
+  ~RaisedBound() { QImageReader::setAllocationLimit(m_before); }
+  Q_DISABLE_COPY_MOVE(RaisedBound)
+
+ private:
+  static QMutex& Mutex() {
+    static QMutex mutex;
+    return mutex;
+  }
+  static constexpr qint64 mebibyte = 1024 * 1024;
+  const QMutexLocker<QMutex> m_lock;
+  const int m_before;
+};
+
 QImage Load(const QByteArray& data, const char* format) {
   QBuffer buffer;
   buffer.setData(data);
@@ -154,6 +178,7 @@ QImage Load(const QByteArray& data, const char* format) {
     const double share = std::floor(parts * std::sqrt(double(mostShownPixels) / double(pixels))) / parts;
     reader.setScaledSize({int(std::ceil(size.width() * share)), int(std::ceil(size.height() * share))});
   }
+  const RaisedBound bound;
   return reader.read();
 }
 

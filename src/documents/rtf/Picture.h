@@ -6,7 +6,8 @@
 
 namespace rtf {
 
-/// Pictures larger than this are kept but not shown: a sheet of A4 that was scanned at 600 dots per inch is not.
+/// Pictures larger than this are kept but not shown: a sheet of A4 that was scanned at 600 dots per inch is not. Of
+/// PNGs with 16 bits for each colour it is half as many pixels.
 inline constexpr qint64 mostPicturePixels = 36'000'000;
 /// Larger ones are shown in fewer pixels: such a sheet in 300 dots per inch.
 inline constexpr qint64 mostShownPixels = 9'000'000;

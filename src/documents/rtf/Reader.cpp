@@ -409,7 +409,7 @@ bool Reader::IsBetweenParts() const {
   const Group& top = m_groups.back();
   return m_groups.size() > 1 && m_uncounted == 0 && !top.alternatives && !top.nestedRowProperties &&
          top.openLink == 0 && top.character.link == 0 && !top.character.hidden && m_skip == 0 &&
-         m_pendingTab == TabStop();
+         m_pendingTab == TabStop() && !m_rows.HasWaitingDefinition();
 }
 
 void Reader::NoteSeam(const Token& token) {

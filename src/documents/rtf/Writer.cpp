@@ -453,9 +453,16 @@ Writer::Beginning Writer::BeginningOf(const QTextBlock& block) {
     }
     return beginning;
   };
-  const QTextBlock previous = block.previous();
+  // Of the joints in front of it: there are more of them where a table begins with another one.
   const Beginning own = of(block);
-  return !own.pageBreak && !own.hasSection && previous.isValid() && IsJoint(previous) ? of(previous) : own;
+  Beginning beginning = own;
+  for (QTextBlock joint = block.previous(); !beginning.pageBreak && !beginning.hasSection; joint = joint.previous()) {
+    if (!joint.isValid() || !IsJoint(joint)) {
+      return own;
+    }
+    beginning = of(joint);
+  }
+  return beginning;
 }
 
 Writer::ListState* Writer::ListOf(const QTextBlock& block) {

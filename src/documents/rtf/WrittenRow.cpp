@@ -136,10 +136,9 @@ class DefinitionMaker {
 
   /// As read, with the cells that are part of it in its row.
   static int WidthOf(const RowShape& shape, int number, const QTextTableCell& cell) {
-    int last = number;
-    for (const EmptyCell& part : EmptyCellsOf(cell.format())) {
-      last = part.row == 0 && part.cell == last + 1 && part.cell < shape.cells.size() ? part.cell : last;
-    }
+    const EmptyCells parts = EmptyCellsOf(cell.format());
+    const qsizetype beside = std::count_if(parts.begin(), parts.end(), [](const auto& part) { return part.row == 0; });
+    const qsizetype last = std::min(number + beside, shape.cells.size() - 1);
     return shape.cells[last].right - (number == 0 ? shape.left : shape.cells[number - 1].right);
   }
 

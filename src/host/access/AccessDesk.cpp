@@ -1,6 +1,7 @@
 #include "host/access/AccessDesk.h"
 
 #include "host/access/NewPassword.h"
+#include "host/access/ServerUsersDialog.h"
 #include "host/access/UsersDialog.h"
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
@@ -22,8 +23,8 @@ AccessDesk::AccessDesk(ComponentBridge& bridge, Door& door, Rescue& rescue, cons
   }
 }
 
-bool AccessDesk::MayManageUsers() const {
-  return m_isFile && !m_bridge.Session().readOnly && m_bridge.Session().IsAdministrator();
+bool AccessDesk::MaySeeUsers() const {
+  return !m_isFile || (!m_bridge.Session().readOnly && m_bridge.Session().IsAdministrator());
 }
 
 void AccessDesk::Begin(const Account& account) {
@@ -39,12 +40,27 @@ void AccessDesk::Begin(const Account& account) {
 }
 
 void AccessDesk::ShowUsers(QWidget* window) {
+  if (!m_isFile) {
+    ShowServerUsers(window);
+    return;
+  }
   UsersDialog dialog(m_bridge, window);
   connect(&dialog, &UsersDialog::SettingsChanged, this, &AccessDesk::ReadSettings);
   dialog.exec();
 }
 
+void AccessDesk::ShowServerUsers(QWidget* window) {
+  try {
+    ServerUsersDialog(m_bridge.Session(), window).exec();
+  } catch (const automation::Error& error) {
+    ShowError(window, m_bridge.Session().title, u"No se han podido leer los usuarios."_s, error);
+  }
+}
+
 void AccessDesk::ReadSettings() {
+  if (!m_isFile) {
+    return;
+  }
   try {
     adodb::Connection& connection = m_bridge.OpenConnection();
     const bool asks = host::AsksForPasswords(connection);

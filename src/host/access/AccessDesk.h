@@ -15,7 +15,7 @@
 namespace host {
 
 /// What a window offers of users and passwords, while a session lasts: the users' dialog, one's own password, the lock,
-/// another user. Passwords are for files; on a server all of it is off.
+/// another user. Passwords are for files; on a server users are there to be looked at, and the rest is off.
 class AccessDesk : public QObject {
   Q_OBJECT
 
@@ -25,7 +25,8 @@ class AccessDesk : public QObject {
   AccessDesk(ComponentBridge& bridge, Door& door, Rescue& rescue, const std::optional<Account>& account,
              const QString& place, bool isFile);
 
-  bool MayManageUsers() const;
+  /// On a server everybody may look at who else may what.
+  bool MaySeeUsers() const;
   /// A user has signed in, or would at the next start.
   bool AsksForPasswords() const { return m_lock != nullptr; }
   /// The session is to end, and another one to begin.
@@ -34,20 +35,22 @@ class AccessDesk : public QObject {
   // These show errors, and the window goes on.
 
   void ShowUsers(QWidget* window);
+  /// After somebody may have changed who is asked for a password, and when the program locks.
+  void ReadSettings();
   void ChangeOwnPassword(QWidget* window);
   void Lock();
   /// The window closes after that, unless the user keeps it.
   void WantOtherUser(bool isWanted) { m_isOtherWanted = isWanted; }
 
  Q_SIGNALS:
-  /// AsksForPasswords or MayManageUsers say otherwise now.
+  /// AsksForPasswords or MaySeeUsers say otherwise now.
   void Changed();
   /// The session has become one for viewing.
   void Reduced(const QString& text);
 
  private:
   void Begin(const Account& account);
-  void ReadSettings();
+  void ShowServerUsers(QWidget* window);
   void HandOver();
 
   ComponentBridge& m_bridge;

@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QFormLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -23,13 +24,15 @@ LockBox::LockBox(Session& session, Door& door, const Account& account, QString p
       m_entry(session, door, this),
       m_password(new PasswordLine(u"txtPassword"_s, this)),
       m_alert(new AlertLabel(this)),
-      m_unlock(new QPushButton(u"&Desbloquear"_s, this)) {
+      m_unlock(new QPushButton(u"&Desbloquear"_s, this)),
+      m_text(new QLabel(this)) {
   setObjectName(u"lockBox"_s);
   setWindowTitle(session.title);
   setWindowModality(Qt::ApplicationModal);
   setWindowFlag(Qt::WindowStaysOnTopHint);
   // Its menu would be a window of its own.
   m_password->setContextMenuPolicy(Qt::NoContextMenu);
+  ShowWhose();
   Build();
   connect(m_unlock, &QPushButton::clicked, this, &LockBox::Try);
   connect(&m_entry, &Entry::Refused, this, [this](const QString& text) {
@@ -45,10 +48,9 @@ LockBox::LockBox(Session& session, Door& door, const Account& account, QString p
 }
 
 void LockBox::Build() {
-  auto* text = new QLabel(
-      u"El programa está bloqueado por «%1». Lo que había a medias sigue como estaba."_s.arg(m_account.name), this);
-  text->setTextFormat(Qt::PlainText);
-  text->setWordWrap(true);
+  m_text->setObjectName(u"lblLocked"_s);
+  m_text->setTextFormat(Qt::PlainText);
+  m_text->setWordWrap(true);
   auto* form = new QFormLayout;
   form->addRow(u"&Contraseña:"_s, m_password);
   m_unlock->setObjectName(u"unlock"_s);
@@ -64,11 +66,20 @@ void LockBox::Build() {
   setTabOrder(other, m_unlock);
   setMinimumWidth(fontMetrics().averageCharWidth() * formCharacters);
   auto* all = new QVBoxLayout(this);
-  all->addWidget(text);
+  all->addWidget(m_text);
   all->addLayout(form);
   all->addWidget(m_alert);
   all->addLayout(buttons);
   connect(other, &QPushButton::clicked, this, &LockBox::AskForAdministrator);
+}
+
+// Who entered may have another name by now.
+void LockBox::ShowWhose() {
+  if (!m_session.userName.isEmpty()) {
+    m_account.name = m_session.userName;
+  }
+  m_text->setText(
+      u"El programa está bloqueado por «%1». Lo que había a medias sigue como estaba."_s.arg(m_account.name));
 }
 
 void LockBox::Try() {
@@ -115,6 +126,7 @@ void LockBox::closeEvent(QCloseEvent* event) {
 
 void LockBox::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
+  ShowWhose();
   m_password->clear();
   m_password->setEchoMode(QLineEdit::Password);
   m_alert->Say({});

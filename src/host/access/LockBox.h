@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QLabel;
 class QPushButton;
 
 namespace host {
@@ -36,6 +37,7 @@ class LockBox : public QDialog {
 
  private:
   void Build();
+  void ShowWhose();
   void Try();
   void SetBusy(bool isBusy);
   void AskForAdministrator();
@@ -48,6 +50,7 @@ class LockBox : public QDialog {
   PasswordLine* m_password;
   AlertLabel* m_alert;
   QPushButton* m_unlock;
+  QLabel* m_text;
 };
 
 }  // namespace host

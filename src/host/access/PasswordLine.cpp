@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QIcon>
 #include <QLayout>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -11,13 +12,33 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
+namespace {
+
+// For a desktop that has no icons: what looks.
+QIcon DrawnEye(const QColor& colour) {
+  constexpr int size = 32;
+  QPixmap picture(size, size);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 3));
+  painter.drawEllipse(QRectF(2, 8, 28, 16));
+  painter.setBrush(colour);
+  painter.drawEllipse(QPointF(16, 16), 3, 3);
+  painter.end();
+  return picture;
+}
+
+}  // namespace
+
 PasswordLine::PasswordLine(const QString& name, QWidget* parent) : QLineEdit(parent) {
   constexpr int longest = 10'000;
   setObjectName(name);
   setMaxLength(longest);
   setEchoMode(Password);
   setInputMethodHints(Qt::ImhHiddenText | Qt::ImhNoPredictiveText | Qt::ImhSensitiveData);
-  QAction* show = addAction(QIcon::fromTheme(u"password-show-on"_s), TrailingPosition);
+  QAction* show =
+      addAction(QIcon::fromTheme(u"password-show-on"_s, DrawnEye(palette().color(QPalette::Text))), TrailingPosition);
   show->setCheckable(true);
   show->setText(u"Mostrar la contraseña"_s);
   show->setToolTip(show->text());

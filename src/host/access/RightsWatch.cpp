@@ -41,6 +41,9 @@ RightsWatch::~RightsWatch() {
 
 void RightsWatch::Look(adodb::Connection& connection) {
   const std::optional<Account> now = ReadAccount(connection, m_session.userId);
+  if (now) {
+    m_session.userName = now->name;
+  }
   if (m_session.isViewer || (now && !now->isOff && now->rights >= m_rights)) {
     return;
   }

@@ -11,6 +11,7 @@ struct Account;
 
 /// Sets what the session may do to what its user may, and looks before each act whether that still holds. A user who
 /// was deleted, switched off or has lost a right since can only look until the next sign-in, and is told so once.
+/// Another name is taken over.
 class RightsWatch : public QObject {
   Q_OBJECT
 

@@ -5,6 +5,7 @@
 #include "host/access/RightsWatch.h"
 #include "host/help/HelpDesk.h"
 #include "host/look/PlainLabel.h"
+#include "host/look/TitleSize.h"
 #include "host/records/OfficeSettings.h"
 #include "host/records/OpenConnection.h"
 
@@ -79,10 +80,7 @@ void SignIn::Build(const QString& place) {
   const QString office = OfficeName(Opened(m_session.connection));
   QLabel* heading = PlainLabel(office.isEmpty() ? m_session.title : office, this);
   constexpr double larger = 1.5;
-  QFont font = heading->font();
-  font.setBold(true);
-  font.setPointSizeF(font.pointSizeF() * larger);
-  heading->setFont(font);
+  new TitleSize(*heading, larger);
   auto* form = new QFormLayout;
   form->addRow(u"&Usuario:"_s, m_name);
   form->addRow(u"&Contraseña:"_s, m_password);

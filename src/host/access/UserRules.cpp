@@ -1,5 +1,6 @@
 #include "host/access/UserRules.h"
 
+#include "host/access/ServerPeople.h"
 #include "host/records/ChangeLog.h"
 #include "host/records/ChangeNote.h"
 #include "host/records/OfficeConnection.h"
@@ -46,11 +47,8 @@ class UserRules::Step {
 
   explicit Step(Session& session, Who who = Who::Administrator)
       : m_session(session), m_connection(Opened(session.connection)), m_transaction(m_connection) {
-    if (who == Who::Administrator && session.userId != 0) {
-      const std::optional<Account> actor = ReadAccount(m_connection, session.userId);
-      if (!actor || !actor->IsAdministrator() || actor->isOff) {
-        Refuse(u"Usted ya no administra los usuarios. Pregunte a otro administrador."_s);
-      }
+    if (who == Who::Administrator && session.userId != 0 && !IsByAdministrator()) {
+      Refuse(u"Usted ya no administra los usuarios. Pregunte a otro administrador."_s);
     }
   }
 
@@ -115,6 +113,14 @@ class UserRules::Step {
   void Commit() { m_transaction.Commit(); }
 
  private:
+  bool IsByAdministrator() {
+    if (const std::optional<database::ServerRole> role = database::OwnRole(m_connection)) {
+      return RightsOf(*role) == Rights::Administrator;
+    }
+    const std::optional<Account> actor = ReadAccount(m_connection, m_session.userId);
+    return actor && actor->IsAdministrator() && !actor->isOff;
+  }
+
   Session& m_session;
   adodb::Connection& m_connection;
   adodb::Transaction m_transaction;
@@ -193,6 +199,18 @@ void UserRules::TurnOff() {
 void UserRules::LockAfter(int minutes) {
   Step step(m_session);
   SetIdleMinutes(step.Connection(), minutes);
+  step.Commit();
+}
+
+void UserRules::ChangeForAll(const OfficePolicy& before, const OfficePolicy& wanted) {
+  Step step(m_session);
+  if (!IsPlain(wanted.name, longestFullName)) {
+    Refuse(u"Escriba un nombre de la entidad de hasta %1 letras, en una línea."_s.arg(longestFullName));
+  }
+  if (ReadOfficePolicy(step.Connection()) != before) {
+    Refuse(u"Otra persona ha cambiado estos ajustes mientras tanto. Cierre el cuadro y ábralo otra vez."_s);
+  }
+  StoreOfficePolicy(step.Connection(), before, wanted);
   step.Commit();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/access/Accounts.h"
+#include "host/access/OfficePolicy.h"
 #include "host/records/Session.h"
 
 namespace host {
@@ -34,6 +35,9 @@ class UserRules {
   void TurnOff();
   /// Minutes without use, 0 for never.
   void LockAfter(int minutes);
+  /// What holds for all users of the database; changed by somebody else meanwhile it is refused, so that nobody takes
+  /// back what was not seen. On a server the role's rights decide who may.
+  void ChangeForAll(const OfficePolicy& before, const OfficePolicy& wanted);
 
   /// One's own password, for which nobody needs rights.
   void ChangeOwnPassword(const QString& hash);

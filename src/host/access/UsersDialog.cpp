@@ -132,8 +132,9 @@ QWidget* UsersDialog::BuildSettings() {
   layout->addWidget(m_asks);
   layout->addLayout(lock);
   layout->addWidget(sentence);
-  connect(m_asks, &QCheckBox::clicked, this, &UsersDialog::AskAtStart);
-  connect(m_locks, &QCheckBox::clicked, this, &UsersDialog::SetIdle);
+  // Not by a click: who hears the screen may toggle them otherwise.
+  connect(m_asks, &QCheckBox::toggled, this, &UsersDialog::AskAtStart);
+  connect(m_locks, &QCheckBox::toggled, this, &UsersDialog::SetIdle);
   connect(m_minutes, &QSpinBox::editingFinished, this, &UsersDialog::SetIdle);
   return settings;
 }
@@ -157,6 +158,8 @@ void UsersDialog::Read() {
     const int minutes = IdleMinutes(connection);
     m_accounts = ReadAccounts(connection);
     const QSignalBlocker quiet(m_list);
+    const QSignalBlocker quietAsks(m_asks);
+    const QSignalBlocker quietLocks(m_locks);
     m_list->clear();
     for (const Account& account : std::as_const(m_accounts)) {
       new QTreeWidgetItem(m_list, Cells(account));

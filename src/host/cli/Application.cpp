@@ -168,7 +168,13 @@ int RunSession(const CommandLine& line, StartedSession& started, Door& door, con
     }
   });
   if (!started.session.readOnly) {
-    rescue.Add(TakeKeptInputs(keptFile));
+    const TakenInputs taken = TakeKeptInputs(keptFile);
+    rescue.Add(taken.inputs);
+    if (!taken.unread.isEmpty()) {
+      QTimer::singleShot(0, &housekeeping, [unread = taken.unread] {
+        Notify(u"Lo que quedó sin guardar la última vez no se entiende del todo. Se conserva en «%1»."_s.arg(unread));
+      });
+    }
   }
   AccessDesk desk(bridge, door, rescue, account, started.place.shown, started.place.IsFile());
   const int code = line.command == Command::OpenDialog
@@ -236,9 +242,7 @@ int RunDatabases(const CommandLine& arguments) {
       line = next ? std::optional(PrepareNext(*next, *line)) : std::nullopt;
     } catch (const std::exception&) {
       code = CannotGoOn(u"El programa no puede empezar."_s, automation::CurrentError());
-      line = HasWindow(arguments) && MayChooseDatabase(arguments)
-                 ? AskForDatabase(arguments, u"¿Con qué base de datos quiere trabajar?"_s)
-                 : std::nullopt;
+      line = HasWindow(arguments) && MayChooseDatabase(arguments) ? OtherDatabase(arguments, *line) : std::nullopt;
     }
   }
   return code;

@@ -46,6 +46,21 @@ QString Absence(const QString& connectionString) {
   }
 }
 
+// The file that a copy may replace; empty where there is none.
+QString FileOf(const CommandLine& line) {
+  try {
+    const QString file = TargetOf(line).place.file;
+    return line.demonstration || !QFileInfo::exists(file) ? QString() : file;
+  } catch (const automation::Error&) {
+    return {};
+  }
+}
+
+std::optional<CommandLine> AskForDatabase(const CommandLine& line, const QString& reason, const QString& unreadable) {
+  DatabaseDialog dialog(reason, UsualDatabaseFile(false), unreadable);
+  return dialog.exec() == QDialog::Accepted ? std::optional(PrepareNext(dialog.Chosen(), line)) : std::nullopt;
+}
+
 }  // namespace
 
 bool MayChooseDatabase(const CommandLine& line) {
@@ -68,16 +83,15 @@ std::optional<CommandLine> FirstDatabase(const CommandLine& line) {
   const QString chosen = ChosenDatabase();
   if (!chosen.isEmpty()) {
     const QString absence = Absence(chosen);
-    return absence.isEmpty() ? With({.connectionString = chosen}, line) : AskForDatabase(line, absence);
+    return absence.isEmpty() ? With({.connectionString = chosen}, line) : AskForDatabase(line, absence, {});
   }
   return QFileInfo::exists(UsualDatabaseFile(false))
              ? line
-             : AskForDatabase(line, u"Todavía no hay ninguna base de datos. ¿Cómo quiere empezar?"_s);
+             : AskForDatabase(line, u"Todavía no hay ninguna base de datos. ¿Cómo quiere empezar?"_s, {});
 }
 
-std::optional<CommandLine> AskForDatabase(const CommandLine& line, const QString& reason) {
-  DatabaseDialog dialog(reason, UsualDatabaseFile(false));
-  return dialog.exec() == QDialog::Accepted ? std::optional(PrepareNext(dialog.Chosen(), line)) : std::nullopt;
+std::optional<CommandLine> OtherDatabase(const CommandLine& line, const CommandLine& failed) {
+  return AskForDatabase(line, u"¿Con qué base de datos quiere trabajar?"_s, FileOf(failed));
 }
 
 CommandLine PrepareNext(const NextStart& next, const CommandLine& line) {

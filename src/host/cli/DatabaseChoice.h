@@ -16,8 +16,8 @@ QString DatabaseOf(const CommandLine& line);
 /// The arguments with the database that the window opens: the one that was chosen last or the usual one, else the one
 /// that the user says now. Nothing where the user gives up.
 std::optional<CommandLine> FirstDatabase(const CommandLine& line);
-/// Asks the user, who is told why.
-std::optional<CommandLine> AskForDatabase(const CommandLine& line, const QString& reason);
+/// The same after those of `failed` could not be opened: a copy may take the place of their file.
+std::optional<CommandLine> OtherDatabase(const CommandLine& line, const CommandLine& failed);
 
 /// Puts a copy in its place, where one is wanted, and returns the arguments for what comes then. Says what was done or
 /// why it was not. The database is closed.

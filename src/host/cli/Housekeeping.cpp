@@ -43,12 +43,18 @@ void Housekeeping::Check() {
   }
 }
 
+OfficePolicy Housekeeping::Policy() const {
+  const auto connection = database::CreateConnection(m_connectionString);
+  connection->Open();
+  return ReadOfficePolicy(*connection);
+}
+
 void Housekeeping::Copy() {
   if (!m_duties.copy) {
     return;
   }
   try {
-    MakeDailyCopy(m_connectionString, QDate::currentDate(),
+    MakeDailyCopy(m_connectionString, QDate::currentDate(), Policy().daysOfCopies,
                   [] { return QThread::currentThread()->isInterruptionRequested(); });
   } catch (const automation::Error& error) {
     if (error.Number() != adodb::Stopped) {
@@ -59,14 +65,14 @@ void Housekeeping::Copy() {
 
 // They tell who did what; nobody needs that for longer. Where it can't be done now the next start does it.
 void Housekeeping::ForgetOldChanges() const {
-  constexpr int yearsKept = 2;
   if (!m_duties.forget || QThread::currentThread()->isInterruptionRequested()) {
     return;
   }
   try {
     const auto connection = database::CreateConnection(m_connectionString);
     connection->Open();
-    ForgetChangesBefore(*connection, QDateTime::currentDateTimeUtc().addYears(-yearsKept));
+    ForgetChangesBefore(*connection,
+                        QDateTime::currentDateTimeUtc().addMonths(-ReadOfficePolicy(*connection).monthsOfLog));
   } catch (const automation::Error&) {
     return;
   }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/access/OfficePolicy.h"
+
 #include <QObject>
 #include <QString>
 #include <QThread>
@@ -34,6 +36,7 @@ class Housekeeping : public QObject {
   void Check();
   void Copy();
   void ForgetOldChanges() const;
+  OfficePolicy Policy() const;
 
   QString m_connectionString;
   Duties m_duties;

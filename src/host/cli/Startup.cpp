@@ -4,6 +4,7 @@
 #include "database/Maintenance.h"
 #include "database/Presence.h"
 #include "host/access/Accounts.h"
+#include "host/access/ServerPeople.h"
 #include "host/desktop/PatientConnection.h"
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/adodb/Statement.h"
@@ -142,6 +143,7 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   session.icon = u":/kel/kel.png"_s;
   session.helpFile = HelpFile();
   SignIn(*started->connection, line.user, session);
+  UseServerRole(*started->connection, session, line.user.has_value());
   if (target.place.IsFile() && !OwnsFile(target.place) && AsksForPasswords(*started->connection)) {
     // An administrator is who signs in as one.
     session.userKind = usualKind;

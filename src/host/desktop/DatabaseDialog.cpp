@@ -22,19 +22,13 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
-namespace {
-
-QString GoneText(int gone) {
-  return gone == 1
-             ? u"Una base de datos que se abrió antes ya no está en su sitio, y se ha quitado de la lista."_s
-             : u"%1 bases de datos que se abrieron antes ya no están en su sitio, y se han quitado de la lista."_s.arg(
-                   gone);
-}
-
-}  // namespace
-
-DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent)
-    : QDialog(parent), m_usualFile(usualFile), m_recent(new QListWidget(this)), m_open(nullptr) {
+DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, const QString& unreadable,
+                               QWidget* parent)
+    : QDialog(parent),
+      m_usualFile(usualFile),
+      m_copyPlace(unreadable.isEmpty() ? usualFile : unreadable),
+      m_recent(new QListWidget(this)),
+      m_open(nullptr) {
   setObjectName(u"databaseDialog"_s);
   setWindowTitle(u"Elegir la base de datos"_s);
   setProperty(HelpDesk::topicProperty, u"bases"_s);
@@ -47,7 +41,7 @@ DatabaseDialog::DatabaseDialog(const QString& reason, const QString& usualFile, 
   AddWay(*layout, "cmdAbrirArchivo", u"Abrir un &archivo…"_s, &DatabaseDialog::OpenFile);
   AddWay(*layout, "cmdServidor", u"Conectar con un &servidor…"_s, &DatabaseDialog::OpenServer);
   AddWay(*layout, "cmdRestaurar", u"&Restaurar una copia…"_s, &DatabaseDialog::RestoreCopy)
-      ->setVisible(!QFileInfo::exists(m_usualFile));
+      ->setVisible(!unreadable.isEmpty() || !QFileInfo::exists(m_usualFile));
   AddWay(*layout, "cmdDemostracion", u"Ver la &demostración"_s, &DatabaseDialog::Demonstrate);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);
@@ -142,10 +136,10 @@ void DatabaseDialog::OpenServer() {
 }
 
 void DatabaseDialog::RestoreCopy() {
-  const QString copy = AskForFile(u"Restaurar una copia"_s, m_usualFile, false);
+  const QString copy = AskForFile(u"Restaurar una copia"_s, m_copyPlace, false);
   if (!copy.isEmpty()) {
-    process::CreatePrivateFolder(QFileInfo(m_usualFile).path());
-    Choose({.connectionString = database::ConnectionStringForFile(m_usualFile), .copy = copy});
+    process::CreatePrivateFolder(QFileInfo(m_copyPlace).path());
+    Choose({.connectionString = database::ConnectionStringForFile(m_copyPlace), .copy = copy});
   }
 }
 

@@ -17,8 +17,9 @@ class DatabaseDialog : public QDialog {
 
  public:
   /// `reason`: why the user is asked, a sentence. `usualFile`: where a new database goes unless the user says
-  /// otherwise; a copy becomes that file, so copies are offered only while it is not there.
-  DatabaseDialog(const QString& reason, const QString& usualFile, QWidget* parent = nullptr);
+  /// otherwise. `unreadable`: the file that could not be opened; empty where there is none. A copy takes its place, or
+  /// becomes the usual file, so without one copies are offered only while the usual file is not there.
+  DatabaseDialog(const QString& reason, const QString& usualFile, const QString& unreadable, QWidget* parent = nullptr);
 
   /// What was chosen, where the dialog was accepted.
   const NextStart& Chosen() const { return m_chosen; }
@@ -37,6 +38,7 @@ class DatabaseDialog : public QDialog {
   void Choose(const NextStart& next);
 
   QString m_usualFile;
+  QString m_copyPlace;
   QListWidget* m_recent;
   QPushButton* m_open;
   NextStart m_chosen;

@@ -3,6 +3,7 @@
 #include "host/desktop/RecordList.h"
 #include "host/look/LinkLabel.h"
 #include "host/look/PlainLabel.h"
+#include "host/look/TitleSize.h"
 #include "host/records/MomentText.h"
 
 #include <QComboBox>
@@ -82,10 +83,7 @@ void DetailPane::Build() {
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
   setFrameShape(QFrame::NoFrame);
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.2);
-  large.setBold(true);
-  m_title->setFont(large);
+  new TitleSize(*m_title, 1.2);
   m_uses->setObjectName(u"lblDetailUses"_s);
   m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   m_kinds->setObjectName(u"detailKinds"_s);

@@ -9,6 +9,7 @@
 #include "host/desktop/LocksDialog.h"
 #include "host/desktop/MovingOpener.h"
 #include "host/desktop/Preferences.h"
+#include "host/desktop/RecentMenu.h"
 #include "host/desktop/RescueStrips.h"
 #include "host/desktop/WindowMemory.h"
 #include "host/help/HelpDesk.h"
@@ -42,8 +43,9 @@ QString EndOf(const QString& text, qsizetype length) {
   return text.size() > length ? QChar(0x2026) + text.right(length) : text;
 }
 
-QString SessionText(const WindowTexts& texts) {
-  return u"Usuario: %1   ·   Base de datos: %2"_s.arg(texts.user, EndOf(texts.database, longestShownPath));
+QString SessionText(const WindowTexts& texts, const Session& session) {
+  const QString user = texts.onServer ? u"%1 (%2)"_s.arg(texts.user, RightsText(session.UserRights())) : texts.user;
+  return u"Usuario: %1   ·   Base de datos: %2"_s.arg(user, EndOf(texts.database, longestShownPath));
 }
 
 // The manual has a page for each group, named after it, with an anchor for each table.
@@ -116,7 +118,7 @@ void MainWindow::Offer(Rescue& rescue) {
 
 void MainWindow::Offer(AccessDesk& desk) {
   const auto showWhatIsOffered = [this, &desk] {
-    m_ui->actUsers->setVisible(desk.MayManageUsers());
+    m_ui->actUsers->setVisible(desk.MaySeeUsers());
     for (QAction* action : {m_ui->actOwnPassword, m_ui->actLock, m_ui->actOtherUser}) {
       action->setVisible(desk.AsksForPasswords());
     }
@@ -133,6 +135,7 @@ void MainWindow::Offer(AccessDesk& desk) {
     m_page->Refresh();
   });
   connect(m_ui->actOwnPassword, &QAction::triggered, this, [this, &desk] { desk.ChangeOwnPassword(this); });
+  connect(m_ui->actPreferences, &QAction::triggered, &desk, &AccessDesk::ReadSettings);
   connect(m_ui->actLock, &QAction::triggered, &desk, &AccessDesk::Lock);
   connect(m_ui->actOtherUser, &QAction::triggered, this, [this, &desk] {
     desk.WantOtherUser(true);
@@ -195,7 +198,14 @@ void MainWindow::SetUpActions() {
   }
   connect(m_ui->actCopies, &QAction::triggered, this, &MainWindow::ShowCopies);
   connect(m_ui->actDatabase, &QAction::triggered, this, &MainWindow::ChooseDatabase);
-  connect(m_ui->actPreferences, &QAction::triggered, this, [this] { Preferences(this).exec(); });
+  auto* recent = new RecentMenu(m_connectionString, m_ui->mnuFile);
+  m_ui->mnuFile->insertMenu(m_ui->actPreferences, recent);
+  connect(recent, &RecentMenu::DatabaseWanted, this,
+          [this](const QString& wanted) { Leave({.connectionString = wanted}); });
+  connect(m_ui->actPreferences, &QAction::triggered, this, [this] {
+    Preferences(m_bridge, !m_texts.onServer, this).exec();
+    m_home->Refresh();
+  });
   connect(m_ui->actMailing, &QAction::triggered, this, [this] { m_mailing.Open(nullptr, 0); });
   connect(m_ui->actWriteToPeople, &QAction::triggered, this,
           [this] { m_mailing.Open(m_page->Shown(), m_page->SelectedId()); });
@@ -211,7 +221,7 @@ void MainWindow::SetUpActions() {
 void MainWindow::SetUpStatusBar() {
   m_user->setObjectName(u"lblSession"_s);
   m_user->setTextFormat(Qt::PlainText);
-  m_user->setText(SessionText(m_texts));
+  m_user->setText(SessionText(m_texts, m_bridge.Session()));
   m_user->setToolTip(texts::AsItStands(m_texts.database));
   m_ui->statusBar->addWidget(m_selection);
   m_ui->statusBar->addPermanentWidget(m_user);
@@ -263,6 +273,10 @@ void MainWindow::OfferAdministration() {
   m_ui->actLocks->setVisible(isAdministrator);
   if (!isAdministrator) {
     m_ui->nodeTree->HideAdministration();
+    // Nobody goes on looking at what is not theirs any more.
+    if (m_page->Shown() != nullptr && m_page->Shown()->administratorsOnly) {
+      ChooseNode(homeNode);
+    }
   }
 }
 
@@ -278,7 +292,7 @@ HomePage::Texts MainWindow::TextsForHome() const {
 void MainWindow::ShowUser() {
   m_texts.user = m_bridge.Session().userName;
   m_texts.readOnly = m_texts.readOnly || m_bridge.Session().readOnly;
-  m_user->setText(SessionText(m_texts));
+  m_user->setText(SessionText(m_texts, m_bridge.Session()));
   m_home->SetTexts(TextsForHome());
   OfferAdministration();
 }
@@ -312,7 +326,7 @@ void MainWindow::ShowCopies() {
 }
 
 void MainWindow::ChooseDatabase() {
-  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, this);
+  DatabaseDialog dialog(u"Ahora está abierta «%1»."_s.arg(m_texts.database), m_texts.usualFile, {}, this);
   if (dialog.exec() == QDialog::Accepted) {
     Leave(dialog.Chosen());
   }

@@ -44,6 +44,13 @@ RecentDatabases TakeRecentDatabases() {
   return recent;
 }
 
+QString GoneText(int gone) {
+  return gone == 1
+             ? u"Una base de datos que se abrió antes ya no está en su sitio, y se ha quitado de la lista."_s
+             : u"%1 bases de datos que se abrieron antes ya no están en su sitio, y se han quitado de la lista."_s.arg(
+                   gone);
+}
+
 void NoteDatabase(const QString& connectionString) {
   QSettings settings;
   QStringList kept = settings.value(recentKey).toStringList();

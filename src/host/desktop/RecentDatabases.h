@@ -13,6 +13,8 @@ struct RecentDatabases {
 
 /// Those that are still there; a server's is taken for that.
 RecentDatabases TakeRecentDatabases();
+/// Says how many are gone, one at least.
+QString GoneText(int gone);
 /// The one that the window shows; the demonstration is none.
 void NoteDatabase(const QString& connectionString);
 

@@ -205,8 +205,17 @@ QList<int> RecordList::ShownColumns() const {
 
 QList<int> RecordList::ChosenColumns() const {
   const QList<int> shown = ShownColumns();
-  const bool isAll = shown.size() == m_records->columnCount() && std::ranges::is_sorted(shown);
-  return isAll ? QList<int>() : shown;
+  QList<int> usual;
+  for (int column = 0; column < m_records->columnCount(); ++column) {
+    if (!IsOptional(column)) {
+      usual.append(column);
+    }
+  }
+  return shown == usual ? QList<int>() : shown;
+}
+
+bool RecordList::IsOptional(int column) const {
+  return m_records->Columns()[column].IsOptional();
 }
 
 int RecordList::FirstColumn() const {
@@ -218,7 +227,7 @@ void RecordList::SetShownColumns(const QList<int>& columns) {
   QHeaderView& header = *horizontalHeader();
   QList<int> order = columns;
   for (int column = 0; column < m_records->columnCount(); ++column) {
-    setColumnHidden(column, !columns.isEmpty() && !columns.contains(column));
+    setColumnHidden(column, columns.isEmpty() ? IsOptional(column) : !columns.contains(column));
     if (!columns.contains(column)) {
       order.append(column);
     }
@@ -239,6 +248,7 @@ void RecordList::ShowColumn(int column, bool isShown) {
   }
   SetShownColumns(columns);
   SetColumnWidths(widths);
+  Q_EMIT ShownColumnsChanged();
 }
 
 void RecordList::AskForColumns(const QPoint& place) {
@@ -258,6 +268,7 @@ void RecordList::AskForColumns(const QPoint& place) {
   menu->addAction(u"&Como al principio"_s, this, [this] {
     SetShownColumns({});
     SetColumnWidths({});
+    Q_EMIT ShownColumnsChanged();
   });
   menu->popup(place);
 }

@@ -45,11 +45,12 @@ class RecordList : public QTableView {
   void SetColumnWidths(const QList<int>& widths);
   /// Empty unless the user chose them, now or when they were remembered; 0 for a hidden column.
   QList<int> ChosenWidths() const;
-  /// Shows these columns, given by their places in the records, in this order; all as they come without any.
+  /// Shows these columns, given by their places in the records, in this order; all but the optional ones, as they
+  /// come, without any.
   void SetShownColumns(const QList<int>& columns);
   /// The columns in sight, by their places in the records, in the order shown.
   QList<int> ShownColumns() const;
-  /// The same; empty while they are all there as they come.
+  /// The same; empty while they are as they come.
   QList<int> ChosenColumns() const;
   /// Asks which columns are wanted, in a menu at that place of the screen.
   void AskForColumns(const QPoint& place);
@@ -66,6 +67,8 @@ class RecordList : public QTableView {
   /// Enter, or a double click on a record.
   void RecordActivated();
   void SelectedRecordsChanged();
+  /// The user wants others.
+  void ShownColumnsChanged();
 
  protected:
   /// Inicio and Fin are the first and the last row.
@@ -97,6 +100,7 @@ class RecordList : public QTableView {
   QRect EmptyTextPlace() const;
   void PlaceWay();
   int FirstColumn() const;
+  bool IsOptional(int column) const;
   void ShowColumn(int column, bool isShown);
 
   RecordModel* m_records;

@@ -5,6 +5,7 @@
 #include "host/desktop/HistoryDialog.h"
 #include "host/desktop/MailingOpener.h"
 #include "host/desktop/WindowMemory.h"
+#include "host/records/OptionalColumns.h"
 #include "host/records/RecordReader.h"
 #include "host/records/RecordReferences.h"
 #include "host/services/ErrorBox.h"
@@ -60,6 +61,7 @@ RecordPage::RecordPage(ComponentBridge& bridge, DatabaseThread& thread, const QS
   connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &RecordPage::Search);
   connect(m_ui->txtSearch, &SearchBox::ListWanted, m_ui->recordList, qOverload<>(&QWidget::setFocus));
   connect(m_ui->recordList, &RecordList::RecordActivated, m_actions.modify, &QAction::trigger);
+  connect(m_ui->recordList, &RecordList::ShownColumnsChanged, this, &RecordPage::ReadWantedColumns);
   connect(m_ui->recordList, &RecordList::SelectedRecordsChanged, this, &RecordPage::UpdateState);
   connect(&m_loader, &RecordLoader::Loaded, this, &RecordPage::ShowList);
   connect(&m_loader, &RecordLoader::Failed, this, &RecordPage::ShowReadError);
@@ -110,6 +112,7 @@ void RecordPage::Leave() {
   m_ui->txtSearch->clear();
   m_ui->recordList->Show({RecordData(m_node->columns)});
   m_node = nullptr;
+  m_listed = nullptr;
   m_shown = false;
   m_isInDoubt = false;
   m_selectWhenRead.clear();
@@ -181,11 +184,32 @@ void RecordPage::Show(const Node& node) {
   m_readFailed = false;
   m_selectWhenRead.clear();
   m_ui->txtSearch->clear();
-  const ListLayout layout = LoadListLayout(ListScope(), node);
-  m_ui->recordList->Show({RecordData(node.columns), layout.sortColumn}, layout.order, node.typedColumn);
+  const ListLayout layout = LoadListLayout(ListScope(), WithOptionalColumns(node, true, true));
+  m_listed = Listed(node, layout.shown);
+  m_ui->recordList->Show({RecordData(m_listed->columns), layout.sortColumn}, layout.order, node.typedColumn);
   m_ui->recordList->SetShownColumns(layout.shown);
   m_ui->recordList->SetColumnWidths(layout.widths);
   Refresh();
+}
+
+const Node* RecordPage::Listed(const Node& node, const QList<int>& shown) {
+  const Node all = WithOptionalColumns(node, true, true);
+  const auto isShown = [&](ListColumn::Source source) {
+    return std::ranges::any_of(shown, [&](int column) { return all.columns.value(column).source == source; });
+  };
+  const bool uses = isShown(ListColumn::Source::Uses);
+  const bool lastChange = isShown(ListColumn::Source::LastChange);
+  const int key = node.id * 4 + (uses ? 2 : 0) + (lastChange ? 1 : 0);
+  return &m_variants.try_emplace(key, WithOptionalColumns(node, uses, lastChange)).first->second;
+}
+
+void RecordPage::ReadWantedColumns() {
+  const Node* wanted = m_node == nullptr ? nullptr : Listed(*m_node, m_ui->recordList->ShownColumns());
+  if (wanted != m_listed) {
+    m_listed = wanted;
+    m_live->Follow(nullptr);
+    Refresh();
+  }
 }
 
 void RecordPage::ShowList(SortedRecords& records) {
@@ -198,7 +222,7 @@ void RecordPage::ShowList(SortedRecords& records) {
     m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
     m_ui->recordList->SetColumnWidths(m_ui->recordList->ChosenWidths());
   }
-  m_live->Follow(m_node);
+  m_live->Follow(m_listed);
   Select(std::exchange(m_selectWhenRead, {}));
   UpdateState();
 }
@@ -222,7 +246,7 @@ void RecordPage::Add() {
       return;
     }
     // Another user may have added records, too; the one just accepted is the youngest.
-    const RecordData added = ReadRecordsAbove(m_bridge.OpenConnection(), node, highest);
+    const RecordData added = ReadRecordsAbove(m_bridge.OpenConnection(), *m_listed, highest);
     QList<int> ids;
     for (int row = 0; row < added.Size(); ++row) {
       ids.append(added.Id(row));
@@ -316,7 +340,7 @@ QString RecordPage::SelectedName() const {
 
 void RecordPage::Refresh() {
   if (m_node != nullptr) {
-    m_loader.Load(*m_node, m_ui->recordList->Records().SortColumn());
+    m_loader.Load(*m_listed, m_ui->recordList->Records().SortColumn());
     UpdateState();
   }
 }
@@ -326,7 +350,7 @@ void RecordPage::ShowChanged(const QList<int>& ids, const QList<int>& selected) 
     return;
   }
   try {
-    m_ui->recordList->Update(ids, ReadRecords(m_bridge.OpenConnection(), *m_node, ids));
+    m_ui->recordList->Update(ids, ReadRecords(m_bridge.OpenConnection(), *m_listed, ids));
   } catch (const automation::Error& error) {
     ShowReadError(error);
   }
@@ -444,7 +468,7 @@ void RecordPage::StoreLayout() const {
   }
   const RecordList& list = *m_ui->recordList;
   SaveDetail(*m_ui->detailSplitter, *m_actions.detail);
-  SaveListLayout(ListScope(), *m_node,
+  SaveListLayout(ListScope(), *m_listed,
                  {.shown = list.ChosenColumns(),
                   .widths = list.ChosenWidths(),
                   .sortColumn = list.Records().SortColumn(),

@@ -14,6 +14,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <map>
 #include <memory>
 
 class QAction;
@@ -120,6 +121,10 @@ class RecordPage : public QWidget {
   /// Under which the lists' layouts are kept.
   QString ListScope() const;
 
+  /// The node as the list has it that shows these columns.
+  const Node* Listed(const Node& node, const QList<int>& shown);
+  /// After the user has chosen columns.
+  void ReadWantedColumns();
   void ShowList(SortedRecords& records);
   void ShowReadError(const automation::Error& error);
   /// Reads these records again, and selects those given.
@@ -149,7 +154,9 @@ class RecordPage : public QWidget {
   DetailPane* m_detail;
   QAction* m_showAll = nullptr;  ///< Ends the search.
   const Node* m_node = nullptr;
-  bool m_shown = false;  ///< The node's records have been in the list.
+  std::map<int, Node> m_variants;  ///< Of the nodes that were shown, by which optional columns are read.
+  const Node* m_listed = nullptr;  ///< The one of m_node that the list has.
+  bool m_shown = false;            ///< The node's records have been in the list.
   bool m_readFailed = false;
   bool m_isInDoubt = false;
   QList<QList<int>> m_deletions;  // the notes of each deletion of this window that can be undone, the last one last

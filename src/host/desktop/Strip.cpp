@@ -1,5 +1,8 @@
 #include "host/desktop/Strip.h"
 
+#include "host/look/PlainLabel.h"
+#include "platform/text/AsItStands.h"
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -9,6 +12,13 @@ using namespace Qt::StringLiterals;
 
 namespace host {
 
+namespace {
+
+constexpr qsizetype longestText = 600;
+constexpr qsizetype longestTip = 4000;
+
+}  // namespace
+
 Strip::Strip(const StripText& content, QWidget* parent)
     : QFrame(parent), m_mayGo(!content.ways.isEmpty() && !content.stays) {
   setObjectName(content.subject);
@@ -16,11 +26,14 @@ Strip::Strip(const StripText& content, QWidget* parent)
   setAutoFillBackground(true);
   setPalette(StripPalette(content.tone));
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-  auto* text = new QLabel(content.text, this);
+  QLabel* text = PlainLabel(content.text, this);
   text->setObjectName(u"stripText"_s);
-  text->setTextFormat(Qt::PlainText);
   text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  text->setWordWrap(true);
+  if (content.text.size() > longestText) {
+    // The list below wants its place; who needs the rest finds it in the tip.
+    text->setText(content.text.left(longestText) + u'…');
+    text->setToolTip(texts::AsItStands(content.text.left(longestTip)));
+  }
   auto* row = new QHBoxLayout(this);
   const int margin = fontMetrics().height() / 3;
   row->setContentsMargins(margin * 2, margin, margin * 2, margin);

@@ -3,10 +3,13 @@
 #include "host/look/Colours.h"
 #include "host/look/Icons.h"
 #include "host/look/Palettes.h"
+#include "host/look/SmallScreens.h"
 #include "host/look/Style.h"
+#include "host/look/TitleSize.h"
 
 #include <QApplication>
 #include <QFont>
+#include <QPointer>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -57,13 +60,11 @@ void UseLook(const Look& look) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(isDark ? DarkPalette() : LightPalette());
   UseIcons(isDark);
-  QFont font = desktop.font;
-  if (font.pointSizeF() > 0) {
-    font.setPointSizeF(font.pointSizeF() * look.textPercent / Look::smallestText);
-  } else {
-    font.setPixelSize(font.pixelSize() * look.textPercent / Look::smallestText);
+  QApplication::setFont(Enlarged(desktop.font, double(look.textPercent) / Look::smallestText));
+  static QPointer<SmallScreens> smallScreens;
+  if (!smallScreens) {
+    smallScreens = new SmallScreens(qApp);
   }
-  QApplication::setFont(font);
 }
 
 }  // namespace host

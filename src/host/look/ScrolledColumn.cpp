@@ -3,14 +3,16 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QScreen>
 #include <QScrollBar>
+
+#include <algorithm>
 
 namespace host {
 
 ScrolledColumn::ScrolledColumn(QWidget* content, QWidget* parent) : QScrollArea(parent) {
   setFrameShape(NoFrame);
   setFocusPolicy(Qt::NoFocus);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidgetResizable(true);
   setWidget(content);
   content->setAutoFillBackground(false);
@@ -29,8 +31,8 @@ QSize ScrolledColumn::sizeHint() const {
 
 QSize ScrolledColumn::minimumSizeHint() const {
   constexpr int lines = 10;
-  return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(),
-          lines * fontMetrics().height()};
+  const int wanted = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+  return {std::min(wanted, screen()->availableSize().width() / 2), lines * fontMetrics().height()};
 }
 
 bool ScrolledColumn::eventFilter(QObject* watched, QEvent* event) {

@@ -4,7 +4,8 @@
 
 namespace host {
 
-/// Fields below each other, as high as they wish; where the window is lower, they scroll.
+/// Fields below each other, as high as they wish; where the window is lower, or they are wider than half a screen, they
+/// scroll.
 class ScrolledColumn : public QScrollArea {
   Q_OBJECT
 

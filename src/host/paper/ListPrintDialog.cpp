@@ -9,7 +9,6 @@
 #include "paper/PageBar.h"
 #include "paper/PageView.h"
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -96,10 +95,7 @@ QWidget* ListPrintDialog::Choices() {
 }
 
 void ListPrintDialog::AddPrinter(QFormLayout& form) {
-  m_printer = new QComboBox(this);
-  m_printer->setObjectName(u"cboImpresora"_s);
-  m_printer->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  m_trouble = NamedLabel(u"lblImpresora"_s, this);
+  m_printer = new PrinterChoice(form, *this);
   m_first = new QSpinBox(this);
   m_first->setObjectName(u"numPaginaPrimera"_s);
   m_last = new QSpinBox(this);
@@ -107,12 +103,10 @@ void ListPrintDialog::AddPrinter(QFormLayout& form) {
   m_copies = new QSpinBox(this);
   m_copies->setObjectName(u"numEjemplares"_s);
   m_copies->setRange(1, mostCopies);
-  form.addRow(u"Im&presora:"_s, m_printer);
-  form.addRow(m_trouble);
   form.addRow(u"&Desde la página:"_s, m_first);
   form.addRow(u"&Hasta la página:"_s, m_last);
   form.addRow(u"E&jemplares:"_s, m_copies);
-  connect(m_printer, &QComboBox::currentIndexChanged, this, &ListPrintDialog::ShowPrinter);
+  connect(m_printer, &PrinterChoice::Changed, this, &ListPrintDialog::UpdateButtons);
   connect(m_first, &QSpinBox::valueChanged, m_last, [this](int first) { m_last->setMinimum(first); });
 }
 
@@ -191,33 +185,12 @@ QWidget* ListPrintDialog::Preview() {
 
 // Beside the window's work: a print server may be slow.
 void ListPrintDialog::FindPrinters() {
-  const auto found = std::make_shared<QList<PrintQueue>>();
-  m_trouble->setText(u"Buscando impresoras…"_s);
-  connect(&m_search, &MailingRun::Finished, this, [this, found] { ShowPrinters(*found); });
+  const auto found = std::make_shared<QList<KnownPrinter>>();
+  connect(&m_search, &MailingRun::Finished, this, [this, found] { m_printer->Show(*found); });
   m_search.Start([found](RunControl& /*control*/) {
-    *found = PrintQueues();
+    *found = KnownPrinters();
     return RunResult();
   });
-}
-
-void ListPrintDialog::ShowPrinters(const QList<PrintQueue>& printers) {
-  m_printers = printers;
-  for (const PrintQueue& printer : printers) {
-    m_printer->addItem(printer.title, printer.name);
-    if (printer.isUsual) {
-      m_printer->setCurrentIndex(m_printer->count() - 1);
-    }
-  }
-  ShowPrinter();
-}
-
-void ListPrintDialog::ShowPrinter() {
-  const int chosen = m_printer->currentIndex();
-  m_trouble->setText(chosen < 0
-                         ? u"No hay ninguna impresora. Añádala en la configuración del sistema, o guarde un PDF."_s
-                         : m_printers[chosen].trouble);
-  m_trouble->setVisible(!m_trouble->text().isEmpty());
-  UpdateButtons();
 }
 
 ListTable ListPrintDialog::Chosen() const {
@@ -259,7 +232,8 @@ QString ListPrintDialog::FitText() const {
 
 void ListPrintDialog::Print() {
   PrintWish wish;
-  wish.queue = m_printer->currentData().toString();
+  wish.queue = m_printer->Queue();
+  wish.tray = m_printer->Tray();
   wish.copies = m_copies->value();
   wish.pages = {m_first->value(), m_last->value()};
   Start([pages = m_pages, wish, connectionString = m_connectionString](RunControl& control) {
@@ -310,9 +284,8 @@ void ListPrintDialog::ShowRunning(bool isRunning) {
 
 void ListPrintDialog::UpdateButtons() {
   const bool mayWrite = !m_run.IsRunning() && m_pages && m_pages->HasColumns();
-  const int printer = m_printer->currentIndex();
   if (m_print != nullptr) {
-    m_print->setEnabled(mayWrite && printer >= 0 && m_printers[printer].trouble.isEmpty());
+    m_print->setEnabled(mayWrite && m_printer->CanPrint());
     m_pdf->setEnabled(mayWrite);
   }
 }

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "host/mailing/printing/PrintQueues.h"
 #include "host/mailing/window/MailingRun.h"
+#include "host/mailing/window/PrinterChoice.h"
 #include "host/paper/ListPages.h"
 
 #include <QDialog>
 
 #include <memory>
 
-class QComboBox;
 class QDialogButtonBox;
 class QFormLayout;
 class QLabel;
@@ -50,8 +49,6 @@ class ListPrintDialog : public QDialog {
   QDialogButtonBox* Buttons();
   QWidget* Preview();
   void FindPrinters();
-  void ShowPrinters(const QList<PrintQueue>& printers);
-  void ShowPrinter();
   ListTable Chosen() const;
   /// Lays the chosen records out anew.
   void ShowPages();
@@ -67,11 +64,9 @@ class ListPrintDialog : public QDialog {
   ListTable m_selected;
   QString m_connectionString;
   QString m_news;
-  QList<PrintQueue> m_printers;
   std::shared_ptr<const ListPages> m_pages;
   QWidget* m_choices = nullptr;
-  QComboBox* m_printer = nullptr;
-  QLabel* m_trouble = nullptr;
+  PrinterChoice* m_printer = nullptr;
   QSpinBox* m_first = nullptr;
   QSpinBox* m_last = nullptr;
   QSpinBox* m_copies = nullptr;

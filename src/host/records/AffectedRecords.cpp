@@ -26,7 +26,9 @@ std::optional<QList<int>> AffectedRecords(adodb::Connection& connection, const N
     }
     const bool isOwn = change.table.compare(node.table, Qt::CaseInsensitive) == 0;
     const bool isShown = isOwn || RefersTo(node, change.table);
-    if ((isShown && change.key == 0) || (node.canRecover && ConcernsDeletions(change))) {
+    // Whose uses are others now is not in the note.
+    if ((isShown && change.key == 0) || (node.readsUses && UsesDependOn(node.id, change.table)) ||
+        (node.canRecover && ConcernsDeletions(change))) {
       return std::nullopt;
     }
     if (isOwn) {

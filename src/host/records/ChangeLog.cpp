@@ -117,6 +117,19 @@ std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString&
   return rows->AtEnd() ? std::nullopt : std::optional(ChangeFrom(*rows));
 }
 
+QHash<int, QString> LastChanges(adodb::Connection& connection, const QString& table, const QString& condition) {
+  const QString wanted = condition.isEmpty() ? u"<>0"_s : condition;
+  const auto rows = Execute(connection,
+                            u"SELECT ValorID, MAX(Fecha) AS Ultima FROM Cambios WHERE Tabla='{}' AND Clase<>{} AND "
+                            u"ValorID{} GROUP BY ValorID",
+                            table, static_cast<int>(ChangeKind::LockReleased), adodb::Verbatim{wanted});
+  QHash<int, QString> moments;
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    moments.insert(automation::CLng(rows->Field(0)), automation::Text(rows->Field(1)));
+  }
+  return moments;
+}
+
 QList<Change> ChangesOf(adodb::Connection& connection, const QString& table, qint64 key, int most) {
   QList<Change> changes;
   const auto rows =

@@ -3,6 +3,7 @@
 #include "platform/adodb/Connection.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -61,6 +62,10 @@ QList<Change> NewestChanges(adodb::Connection& connection, const QStringList& ta
 
 /// The last note of what was done to a record; nothing where it has none.
 std::optional<Change> LastChangeOf(adodb::Connection& connection, const QString& table, qint64 key);
+
+/// When the records of a table were written last, as the log has it (ISO format, UTC), by their keys: of those whose
+/// keys meet the condition ("=3"), of all without one.
+QHash<int, QString> LastChanges(adodb::Connection& connection, const QString& table, const QString& condition);
 
 /// What was done to a record, the newest first, at most `most` notes.
 QList<Change> ChangesOf(adodb::Connection& connection, const QString& table, qint64 key, int most);

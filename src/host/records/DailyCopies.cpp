@@ -18,10 +18,10 @@ namespace host {
 
 namespace {
 
-constexpr int daysKept = 14;
+const QString copiesKey = u"Copias/Diaria"_s;
 
 // Copies of `name` by the day in their names. Nothing else is touched.
-void DeleteOldOnes(const QDir& folder, const QString& name, QDate today) {
+void DeleteOldOnes(const QDir& folder, const QString& name, QDate today, int daysKept) {
   const QRegularExpression pattern(
       QRegularExpression::anchoredPattern(QRegularExpression::escape(name) + u"-(\\d{4}-\\d\\d-\\d\\d)\\.db"_s));
   const QStringList files = folder.entryList(QDir::Files);
@@ -36,10 +36,14 @@ void DeleteOldOnes(const QDir& folder, const QString& name, QDate today) {
 }  // namespace
 
 bool WantsDailyCopies() {
-  return QSettings().value(u"Copias/Diaria"_s, true).toBool();
+  return QSettings().value(copiesKey, true).toBool();
 }
 
-void MakeDailyCopy(const QString& connectionString, QDate today, const database::Stop& stop) {
+void WantDailyCopies(bool wanted) {
+  QSettings().setValue(copiesKey, wanted);
+}
+
+void MakeDailyCopy(const QString& connectionString, QDate today, int daysKept, const database::Stop& stop) {
   const QFileInfo file(database::PlaceOf(connectionString).file);
   const QDir folder(CopiesFolder(connectionString));
   const QString name = file.completeBaseName();
@@ -55,7 +59,7 @@ void MakeDailyCopy(const QString& connectionString, QDate today, const database:
       }
     }
   }
-  DeleteOldOnes(folder, name, today);
+  DeleteOldOnes(folder, name, today, daysKept);
 }
 
 QString CopiesFolder(const QString& connectionString) {

@@ -9,12 +9,15 @@
 
 namespace host {
 
-/// Whether the user wants copies: the setting `Copias/Diaria` of the application, which is on unless it is `false`.
+/// Whether the user wants copies: the setting `Copias/Diaria` of the application, which is on unless it is `false`. It
+/// holds for this user of this machine.
 bool WantsDailyCopies();
+void WantDailyCopies(bool wanted);
 
 /// Copies the database into the folder `copias` beside its file, unless there is a copy of `today` already, and then
-/// deletes the daily copies that are two weeks old. The errors of CopyDatabase leave it; nothing is deleted after one.
-void MakeDailyCopy(const QString& connectionString, QDate today, const database::Stop& stop);
+/// deletes the daily copies that are so many days old. The errors of CopyDatabase leave it; nothing is deleted after
+/// one.
+void MakeDailyCopy(const QString& connectionString, QDate today, int daysKept, const database::Stop& stop);
 
 /// A file that can take the place of the database.
 struct CopyFile {

@@ -19,8 +19,15 @@ enum class ColumnKind {
 
 /// One column of a record list.
 struct ListColumn {
+  /// The node's select, or what OptionalColumns.h adds to it.
+  enum class Source { Select, Uses, LastChange };
+
   QString title;
   ColumnKind kind = ColumnKind::Text;
+  Source source = Source::Select;
+
+  /// Only in sight where the user wants it.
+  bool IsOptional() const { return source != Source::Select; }
 };
 
 /// A node of the tree: one kind of record, and what the window needs to list it.
@@ -32,7 +39,7 @@ struct Node {
   QString icon;    ///< The name of its icon in the themes.
   QString table;
   QString key;
-  /// Selects the key, then one value for each of `columns`, without a condition.
+  /// Selects the key, then one value for each of `columns` but the optional ones, without a condition.
   QString select;
   QString order;             ///< By the first column, then by the key.
   QString condition = {};    ///< On the rows that the list shows besides; empty for none.
@@ -50,6 +57,9 @@ struct Node {
   bool canDelete = true;
   bool canRecover = false;          ///< The records are deletions, which can be undone.
   bool administratorsOnly = false;  ///< Nobody else sees the node.
+  // Whether the optional columns are read.
+  bool readsUses = false;
+  bool readsLastChange = false;
 
   /// The node's place in the tree, "Tablas\Países".
   QString Path() const;

@@ -11,7 +11,7 @@ RecordLoader::RecordLoader(DatabaseThread& thread, QObject* parent)
           [this](const automation::Error& error) { Q_EMIT Failed(error); }) {}
 
 void RecordLoader::Load(const Node& node, int sortColumn) {
-  m_reading.Ask([&node, sortColumn](adodb::Connection& connection, const DatabaseThread::Wanted& wanted) {
+  m_reading.Ask([node, sortColumn](adodb::Connection& connection, const DatabaseThread::Wanted& wanted) {
     RecordData read = ReadRecords(connection, node, wanted);
     return wanted() ? SortedRecords(std::move(read), sortColumn) : SortedRecords(RecordData(node.columns));
   });

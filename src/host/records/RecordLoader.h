@@ -16,8 +16,8 @@ class RecordLoader : public QObject {
   /// Borrows the thread.
   explicit RecordLoader(DatabaseThread& thread, QObject* parent = nullptr);
 
-  /// Reads the node's records and sorts them by a column. Loaded or Failed follows; of several readings only the last
-  /// one's result arrives.
+  /// Copies the node, reads its records and sorts them by a column. Loaded or Failed follows; of several readings only
+  /// the last one's result arrives.
   void Load(const Node& node, int sortColumn);
   /// Nothing arrives of the reading under way.
   void Withdraw() { m_reading.Withdraw(); }

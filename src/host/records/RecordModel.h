@@ -26,6 +26,7 @@ class RecordModel : public QAbstractTableModel {
   void Update(const QList<int>& ids, const RecordData& read);
   void SetFilter(const QString& typed);
 
+  const QList<ListColumn>& Columns() const { return m_records.Columns(); }
   /// Records before the search.
   int TotalCount() const { return m_records.Size(); }
   /// The order chosen last, which a long list takes a moment to show.

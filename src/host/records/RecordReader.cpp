@@ -1,5 +1,6 @@
 #include "host/records/RecordReader.h"
 
+#include "host/records/OptionalColumns.h"
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 
@@ -33,21 +34,26 @@ QString ListStatement(const Node& node, const QString& condition = {}) {
   return node.select + Where(node, condition) + u" ORDER BY "_s + node.order;
 }
 
+// `condition` is one on the key; empty for all records.
 void Append(
-    RecordData& records, adodb::Connection& connection, const QString& statement,
+    RecordData& records, adodb::Connection& connection, const Node& node, const QString& condition,
     const std::function<bool()>& goOn = [] { return true; }) {
-  const auto columns = static_cast<int>(records.Columns().size());
+  const OptionalValues optional(connection, node, condition);
+  const auto columns = static_cast<int>(node.columns.size());
   QList<QVariant> values(columns);
-  for (const auto rows = connection.Execute(statement); !rows->AtEnd() && goOn(); rows->MoveNext()) {
+  for (const auto rows = connection.Execute(ListStatement(node, condition)); !rows->AtEnd() && goOn();
+       rows->MoveNext()) {
+    const int id = automation::CLng(rows->Field(0));
     for (int column = 0; column < columns; ++column) {
-      values[column] = rows->Field(column + 1);
+      const ListColumn& wanted = node.columns[column];
+      values[column] = wanted.IsOptional() ? optional.Value(wanted, id) : rows->Field(column + 1);
     }
-    records.Append(automation::CLng(rows->Field(0)), values);
+    records.Append(id, values);
   }
 }
 
-QString StatementOf(const Node& node, const QStringList& keys) {
-  return ListStatement(node, u" IN ("_s + keys.join(u',') + u')');
+QString AmongKeys(const QStringList& keys) {
+  return u" IN ("_s + keys.join(u',') + u')';
 }
 
 }  // namespace
@@ -57,12 +63,12 @@ QString CountStatement(const Node& node) {
 }
 
 QString RecordStatement(const Node& node, int id) {
-  return StatementOf(node, {QString::number(id)});
+  return ListStatement(node, AmongKeys({QString::number(id)}));
 }
 
 RecordData ReadRecords(adodb::Connection& connection, const Node& node, const std::function<bool()>& goOn) {
   RecordData records(node.columns);
-  Append(records, connection, ListStatement(node), goOn);
+  Append(records, connection, node, {}, goOn);
   return records;
 }
 
@@ -77,14 +83,14 @@ RecordData ReadRecords(adodb::Connection& connection, const Node& node, const QL
     for (const int id : ids.mid(from, mostKeys)) {
       keys.append(QString::number(id));
     }
-    Append(records, connection, StatementOf(node, keys));
+    Append(records, connection, node, AmongKeys(keys));
   }
   return records;
 }
 
 RecordData ReadRecordsAbove(adodb::Connection& connection, const Node& node, int key) {
   RecordData records(node.columns);
-  Append(records, connection, ListStatement(node, u'>' + QString::number(key)));
+  Append(records, connection, node, u'>' + QString::number(key));
   return records;
 }
 

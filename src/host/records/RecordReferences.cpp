@@ -18,6 +18,7 @@ namespace {
 
 constexpr cConstNodo numbers;
 const QString dioceses = u"Diocesis"_s;
+const QString conjunction = u" AND "_s;
 
 // Rows of another table that belong to a record of a node.
 struct Dependents {
@@ -143,6 +144,11 @@ QString LiveRows(const QString& table, const QString& column) {
   return table + u" WHERE Eliminado=0 AND "_s + column + u'=';
 }
 
+// Behind FROM, the identifier at its end.
+QString RowsOf(const Use& use) {
+  return use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from;
+}
+
 int Count(adodb::Connection& connection, const QString& from, int id) {
   const auto rows = adodb::Execute(connection, u"SELECT COUNT(*) AS Total FROM {}{}", adodb::Verbatim{from}, id);
   return automation::CLng(rows->Field(0));
@@ -205,12 +211,43 @@ QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, boo
   for (const Use& use : AllUses()) {
     if (use.nodeId == nodeId && !(velumar && use.table == dioceses)) {
       const Node* node = FindNodeByTable(use.table);
-      AppendIfAny(counts, {use.one, use.many,
-                           Count(connection, use.from.isEmpty() ? LiveRows(use.table, use.column) : use.from, id),
-                           node == nullptr ? 0 : node->id});
+      AppendIfAny(counts, {use.one, use.many, Count(connection, RowsOf(use), id), node == nullptr ? 0 : node->id});
     }
   }
   return counts;
+}
+
+bool HasUses(int nodeId) {
+  return std::ranges::any_of(AllUses(), [nodeId](const Use& use) { return use.nodeId == nodeId; });
+}
+
+QHash<int, int> UsesOf(adodb::Connection& connection, int nodeId, const QString& condition, bool velumar) {
+  QHash<int, int> uses;
+  for (const Use& use : AllUses()) {
+    if (use.nodeId != nodeId || (velumar && use.table == dioceses)) {
+      continue;
+    }
+    // The last condition is the column and "=".
+    const QString from = RowsOf(use);
+    const qsizetype last = from.lastIndexOf(conjunction);
+    const QString column = from.mid(last + conjunction.size()).chopped(1);
+    const QString wanted = condition.isEmpty() ? QString() : conjunction + column + condition;
+    const auto rows = connection.Execute(
+        u"SELECT %1 AS Usado, COUNT(*) AS Total FROM %2%3 GROUP BY %1"_s.arg(column, from.left(last), wanted));
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      if (!automation::IsNull(rows->Field(0))) {
+        uses[automation::CLng(rows->Field(0))] += automation::CLng(rows->Field(1));
+      }
+    }
+  }
+  return uses;
+}
+
+bool UsesDependOn(int nodeId, const QString& table) {
+  return std::ranges::any_of(AllUses(), [&](const Use& use) {
+    const QStringList tables = RowsOf(use).section(u" WHERE "_s, 0, 0).split(u',');
+    return use.nodeId == nodeId && tables.contains(table, Qt::CaseInsensitive);
+  });
 }
 
 QStringList TablesAround(const Node& node) {

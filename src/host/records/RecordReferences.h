@@ -3,6 +3,7 @@
 #include "host/records/NodeCatalog.h"
 #include "platform/adodb/Connection.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -40,6 +41,14 @@ QList<RowKey> DependentTables(int nodeId);
 /// The live rows that refer to the record and so keep it from being deleted; kinds without rows are left out.
 /// `velumar` is the kind of installation: there dioceses don't keep a province.
 QList<RowCount> CountUses(adodb::Connection& connection, int nodeId, int id, bool velumar);
+
+/// Whether CountUses knows of any use of such records.
+bool HasUses(int nodeId);
+/// How many rows CountUses counts, of the records that are used at all: those whose keys meet the condition ("=3"), all
+/// without one.
+QHash<int, int> UsesOf(adodb::Connection& connection, int nodeId, const QString& condition, bool velumar);
+/// Whether a row of that table can make those numbers others.
+bool UsesDependOn(int nodeId, const QString& table);
 
 /// The node's table, and those whose rows CountDependents and CountUses count.
 QStringList TablesAround(const Node& node);

@@ -18,6 +18,16 @@ void Session::LookAtRights(adodb::Connection& at) const {
   }
 }
 
+Rights Session::UserRights() const {
+  if (readOnly) {
+    return Rights::Viewer;
+  }
+  if (!mayDelete) {
+    return Rights::Changes;
+  }
+  return IsAdministrator() ? Rights::Administrator : Rights::ChangesAndDeletes;
+}
+
 RecordLocks Session::Locks() {
   return {Opened(connection), userId, userName, &lockMemory};
 }

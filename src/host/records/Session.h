@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/records/RecordLocks.h"
+#include "host/records/Rights.h"
 #include "platform/adodb/Connection.h"
 
 #include <QString>
@@ -29,6 +30,8 @@ struct Session {
   bool mayDelete = true;
   /// The user may only look, whatever the database allows: `readOnly`, too, and nothing of the office's is written.
   bool isViewer = false;
+  /// What all of that comes to.
+  Rights UserRights() const;
   /// Looks whether the user still has the session's rights, before each act of theirs; none where nobody signs in.
   std::function<void(adodb::Connection& connection)> lookAtRights;
   /// The same, where somebody does.

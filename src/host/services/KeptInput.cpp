@@ -4,6 +4,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
@@ -35,6 +36,31 @@ QJsonObject ToJson(const ComponentRequest& request) {
           {u"accion"_s, request.action},
           {u"id"_s, request.selectedId},
           {u"aux"_s, request.aux.toInt()}};
+}
+
+// It stands for user and database, in the file, too: one that was copied to another name is not taken for that one's.
+QString OwnName(const QString& file) {
+  return QFileInfo(file).completeBaseName();
+}
+
+// Whether nothing of it is lost.
+bool ReadInputs(const QByteArray& content, const QString& name, QList<KeptInput>& inputs) {
+  const QJsonObject document = QJsonDocument::fromJson(content).object();
+  if (document[u"version"_s].toInt() != version || document[u"de"_s].toString(name) != name) {
+    return false;
+  }
+  const QJsonArray entries = document[u"cuadros"_s].toArray();
+  for (const QJsonValue& entry : entries) {
+    if (const std::optional<KeptInput> input = KeptInputFrom(entry.toObject())) {
+      inputs.append(*input);
+    }
+  }
+  return inputs.size() == entries.size();
+}
+
+QString PutAside(const QString& file) {
+  const QString aside = file + QDateTime::currentDateTime().toString(u"'.antes-'yyyy-MM-dd-HHmmss"_s);
+  return QFile::rename(file, aside) ? aside : file;
 }
 
 }  // namespace
@@ -95,13 +121,14 @@ bool WriteKeptInputs(const QString& file, const QList<KeptInput>& inputs) {
   if (inputs.isEmpty()) {
     return true;
   }
-  const QList<KeptInput> all = inputs + TakeKeptInputs(file);
+  const QList<KeptInput> all = inputs + TakeKeptInputs(file).inputs;
   QJsonArray entries;
   for (const KeptInput& input : all) {
     entries.append(ToJson(input));
   }
   const QByteArray content =
-      QJsonDocument(QJsonObject{{u"version"_s, version}, {u"cuadros"_s, entries}}).toJson(QJsonDocument::Compact);
+      QJsonDocument(QJsonObject{{u"version"_s, version}, {u"de"_s, OwnName(file)}, {u"cuadros"_s, entries}})
+          .toJson(QJsonDocument::Compact);
   // A file that is saved anew keeps its mode, so it is made before.
   if (!process::TakePrivateFile(file)) {
     return false;
@@ -110,24 +137,24 @@ bool WriteKeptInputs(const QString& file, const QList<KeptInput>& inputs) {
   return saved.open(QIODevice::WriteOnly) && saved.write(content) == content.size() && saved.commit();
 }
 
-QList<KeptInput> TakeKeptInputs(const QString& file) {
+TakenInputs TakeKeptInputs(const QString& file) {
+  TakenInputs taken;
   QFile kept(file);
-  if (!kept.exists() || !process::TakePrivateFile(file) || !kept.open(QIODevice::ReadOnly)) {
-    return {};
+  if (!kept.exists()) {
+    return taken;
+  }
+  if (!process::TakePrivateFile(file) || !kept.open(QIODevice::ReadOnly)) {
+    taken.unread = file;
+    return taken;
   }
   const QByteArray content = kept.size() <= longestFile ? kept.readAll() : QByteArray();
-  kept.remove();
-  const QJsonObject document = QJsonDocument::fromJson(content).object();
-  QList<KeptInput> inputs;
-  if (document[u"version"_s].toInt() == version) {
-    const QJsonArray entries = document[u"cuadros"_s].toArray();
-    for (const QJsonValue& entry : entries) {
-      if (const std::optional<KeptInput> input = KeptInputFrom(entry.toObject())) {
-        inputs.append(*input);
-      }
-    }
+  kept.close();
+  if (ReadInputs(content, OwnName(file), taken.inputs)) {
+    kept.remove();
+  } else {
+    taken.unread = PutAside(file);
   }
-  return inputs;
+  return taken;
 }
 
 QString KeptInputFile(const QString& database, int userId) {

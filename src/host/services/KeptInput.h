@@ -32,11 +32,18 @@ QJsonObject ToJson(const KeptInput& input);
 /// Nothing for an object that is no such input.
 std::optional<KeptInput> KeptInputFrom(const QJsonObject& object);
 
+/// What was read of such a file.
+struct TakenInputs {
+  QList<KeptInput> inputs;
+  QString unread;  ///< The file that has what could not be read; empty where there is none.
+};
+
 /// Keeps inputs in a private file of their own, before those that another program kept there. False when it could not
 /// be written.
 bool WriteKeptInputs(const QString& file, const QList<KeptInput>& inputs);
-/// Reads what was kept there, and takes the file away. A file that is damaged, or longer than any such one, gives none.
-QList<KeptInput> TakeKeptInputs(const QString& file);
+/// Reads what was kept there, and takes the file away. One that is damaged in any part, of a newer version, longer than
+/// any such file, or kept under another name is put aside; one that is a link or another user's stays as it is.
+TakenInputs TakeKeptInputs(const QString& file);
 
 /// The file of a user and a database, in the user's data folder.
 QString KeptInputFile(const QString& database, int userId);

@@ -46,7 +46,8 @@ void EditorArea::Arrange() {
   const Ground ground = PlaceGround(scale.FromPixels(width()), scale.FromPixels(height()), scale.FromPixels(bottom));
   m_ground->setGeometry(0, scale.Pixels(ground.top), scale.Pixels(ground.width), scale.Pixels(ground.height));
   const int below = m_ground->geometry().bottom() + 1;
-  m_strip->setGeometry(0, below, width(), height() - below);
+  // In a narrow window its last parts have no room, rather than all of them being pressed into each other.
+  m_strip->setGeometry(0, below, std::max(width(), m_strip->minimumSizeHint().width()), height() - below);
   m_ground->Fit();
 }
 

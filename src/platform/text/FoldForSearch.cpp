@@ -12,6 +12,10 @@ bool IsAscii(const QString& text) {
   return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
+QChar SmallAscii(QChar c) {
+  return c >= u'A' && c <= u'Z' ? QChar(c.unicode() - u'A' + u'a') : c;
+}
+
 QString FoldedPiece(const QString& text) {
   QString folded = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
   folded.removeIf([](QChar c) { return c.isMark(); });
@@ -53,7 +57,9 @@ qsizetype EndOfPiece(const QString& text, qsizetype from) {
 
 QString FoldForSearch(const QString& text) {
   if (IsAscii(text)) {
-    return text.toLower();
+    QString small(text.size(), Qt::Uninitialized);
+    std::transform(text.cbegin(), text.cend(), small.begin(), SmallAscii);
+    return small;
   }
   QString folded;
   folded.reserve(text.size());

@@ -39,6 +39,37 @@ bool IsDark(QRgb pixel) {
   return qGray(pixel) < 100;
 }
 
+/// Where level lines cross a place of the second column that has no text, in twips.
+QList<double> LinesDown(const QImage& image) {
+  const int x = qRound((leftMargin + 4500) / twipsPerPixel);
+  QList<double> lines;
+  for (int y = 0; y < image.height(); ++y) {
+    const int start = y;
+    while (y < image.height() && IsDark(image.pixel(x, y))) {
+      ++y;
+    }
+    if (y > start) {
+      lines.append((start + y - 1) / 2.0 * twipsPerPixel);
+    }
+  }
+  return lines;
+}
+
+/// The middle of what is dark between those heights in the second column, left.
+double MiddleOfText(const QImage& image, double top, double bottom) {
+  int first = 0;
+  int last = 0;
+  for (int y = qRound(top / twipsPerPixel) + scale; y < qRound(bottom / twipsPerPixel) - scale; ++y) {
+    for (int x = qRound((leftMargin + 2050) / twipsPerPixel); x < (leftMargin + 4000) / twipsPerPixel; ++x) {
+      if (IsDark(image.pixel(x, y))) {
+        first = first == 0 ? y : first;
+        last = y;
+      }
+    }
+  }
+  return (first + last) / 2.0 * twipsPerPixel;
+}
+
 /// Where upright lines cross that height, in twips from the text's edge.
 QList<double> LinesAt(const QImage& image, int y) {
   QList<double> lines;
@@ -124,6 +155,7 @@ class tst_table_paper : public QObject {
     const QByteArray short40 = Row("", "a\\cell b\\cell").repeated(46);
     QTest::newRow("parted") << short40 << QByteArray() << 12 << QList<int>{0, 1};
     QTest::newRow("kept") << short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
+    QTest::newRow("with room") << short40 << QByteArray("\\trrh4200") << 12 << QList<int>{1, 1};
     QTest::newRow("behind a repeated row")
         << Row("\\trhdr", "a\\cell b\\cell") + short40 << QByteArray("\\trkeep") << 12 << QList<int>{1, 1};
     QTest::newRow("the first") << QByteArray("a\\par ").repeated(47) << QByteArray("\\trkeep") << 12
@@ -146,6 +178,59 @@ class tst_table_paper : public QObject {
                       painter.PageOf(letter.find(u"fin"_s).position())}),
           "pages");
     QCOMPARE(rtf::Write(letter), content);
+  }
+
+  void RowsHaveTheirHeights_data() {
+    QTest::addColumn<QByteArray>("rows");
+    QTest::addColumn<QList<int>>("heights");  // In twips; 0 for what the text needs.
+    QTest::addColumn<int>("third");           // In which the last row's text stands, from 0.
+    const auto row = [](const char* name, const QByteArray& rows, const QList<int>& heights, int third) {
+      QTest::newRow(name) << rows << heights << third;
+    };
+    const QByteArray cells = "a\\cell b\\cell";
+    // The room is in its cell.
+    const QByteArray larger = "a\\cell\\fs30 b\\cell";
+    row("at least", Row("", cells) + Row("\\trrh900", cells), {0, 900}, 0);
+    row("exactly", Row("\\trrh-900", cells) + Row("\\trrh-1200", cells), {900, 1200}, 0);
+    row("less than the text", Row("\\trrh100", cells) + Row("\\trrh-100", cells), {0, 0}, 1);
+    row("none", Row("\\trrh0", cells), {0}, 1);
+    row("text in the middle", Row("\\trrh900\\clvertalc", larger).replace("\\cellx2000", "\\cellx2000\\clvertalc"),
+        {900}, 1);
+    row("text below", Row("\\trrh900\\clvertalb", larger).replace("\\cellx2000", "\\cellx2000\\clvertalb"), {900}, 2);
+    row("space and room in the cells", Row("\\trrh1200\\trpaddt100\\trpaddft3", "\\sb200\\sa100 a\\cell b\\cell"),
+        {1200}, 0);
+    row("a merged cell ends",
+        Row("\\clvmgf", "a\\par a\\par a\\par a\\cell b\\cell") + Row("\\trrh900\\clvmrg", "\\cell b\\cell"), {0, 900},
+        0);
+    row("a merged cell begins",
+        Row("\\trrh900\\clvmgf", "a\\par a\\par a\\cell b\\cell") + Row("\\clvmrg", "\\cell b\\cell"), {900, 0}, 1);
+    row("in a cell, too",
+        Row("\\trrh1400",
+            "\\itap2 n\\nestcell{\\*\\nesttableprops\\trowd\\trrh1000\\cellx900\\nestrow}\\pard\\intbl\\cell b\\cell"),
+        {1400}, 0);
+  }
+
+  void RowsHaveTheirHeights() {
+    QFETCH(QByteArray, rows);
+    QFETCH(QList<int>, heights);
+    QFETCH(int, third);
+    const auto linesOf = [](const QByteArray& body) {
+      QTextDocument letter;
+      rtf::Read("{\\rtf1\\ansi " + body + "\\pard\\par}", letter);
+      const QImage page = Page(LetterPainter(letter, {}), 0);
+      return std::pair(LinesDown(page), page);
+    };
+    const auto [lines, page] = linesOf(rows);
+    const QList<double> usual = linesOf(Row("", "a\\cell b\\cell")).first;
+    QCOMPARE(lines.size(), heights.size() + 1);
+    for (qsizetype i = 0; i < heights.size(); ++i) {
+      const double height = heights[i] == 0 ? usual[1] - usual[0] : heights[i];
+      constexpr double halfAMillimetre = 28;
+      QVERIFY2(qAbs(lines[i + 1] - lines[i] - height) < halfAMillimetre,
+               qPrintable(u"%1 for %2"_s.arg(lines[i + 1] - lines[i]).arg(height)));
+    }
+    const double top = lines[lines.size() - 2];
+    QCOMPARE(int(3 * (MiddleOfText(page, top, lines.last()) - top) / (lines.last() - top)), third);
   }
 
   void TablesAreClosedWherePagesEnd_data() {

@@ -175,6 +175,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       'n', "abd");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
   row("what holds for the document", "\\wa a\\par X\\deftab300\\par\\wb b\\par", 'l', "");
+  row("a row's definition before its time",
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
@@ -220,7 +222,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
 
 /// Text that is typed or deleted within its run is written there, and not a byte else changes: what would be dropped
 /// or written otherwise stays even in that paragraph, here words that the reader does not know, spellings, malformed
-/// rows. Edits are "text behind which it is typed>what is typed", "text in front of it<what" and "text that goes-".
+/// rows. Edits are "text behind which it is typed>what is typed", "text in front of it<what" and "text that goes-";
+/// bold behind a star.
 void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   QTest::addColumn<QByteArray>("body");
   QTest::addColumn<QString>("edits");
@@ -245,6 +248,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   row("deleted between a word and text", "abcd{\\b\\'e1e}\\par", u"á-"_s, "abcd{\\b{}e}\\par");
   row("replaced", "abc d\\u322?f\\par", u"ł-d>óñ"_s, "abc d\\'f3\\'f1f\\par");
   row("an empty paragraph", "\\wa a\\par\\wb\\b\\par\\wc c\\par", u"|>x"_s, "\\wa a\\par\\wb\\b{x}\\par\\wc c\\par");
+  row("an empty paragraph, in other letters", "\\wa a\\par\\pard\\wb\\par\\pard\\wc c\\par", u"|>*x"_s,
+      "\\wa a\\par\\pard\\plain\\f0\\fs20\\b x\\b0\\par\r\n\r\n\\pard\\wc c\\par");
   row("in a table",
       "\\trowd\\wa\\clmgf\\cellx900\\clmrg\\cellx1800\\cellx2700\\pard\\intbl a\\cell\\cell\\wb "
       "\\cell\\row\\trowd\\cellx900\\wc\\cellx2700\\intbl c\\cell d\\cell\\row\\pard e\\par",
@@ -255,6 +260,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
       "\\trowd\\cellx900\\wb\\intbl abx\\cell c\\cell\\pard d\\par");
   row("two bytes a character", "\\f3\\'82\\'a0b\\par\\'82\\'a2c\\{\\'82\\'a4d\\par", u"あ>x う-{>ñ"_s,
       "\\f3\\'82\\'a0xb\\par\\'82\\'a2c\\{\\u241?d\\par");
+  row("deleted beside a byte that is no text", "\\wa a\\par\\pard bc\001de\\par\\pard\\wb f\\par", u"a>x d-"_s,
+      "\\wa ax\\par\\pard\\plain\\f0\\fs20 bce\\par\r\n\r\n\\pard\\wb f\\par");
   row("behind hidden text", "{\\v a\\wa }bcd\\par", u"c>x"_s, "{\\v a\\wa }bcxd\\par");
   row("in a field's result", "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abc}}d\\par", u"b>x"_s,
       "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abxc}}d\\par");
@@ -262,11 +269,11 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
       "abxc\\deftab300\\par\\wa deyf\\par");
   row("a paragraph more between them", "ab\\wa c\\par\\pard d\\par\\pard e\\wb fg\\par", u"a>x d>\n f>y"_s,
       "axb\\wa c\\par\\pard\\plain\\f0\\fs20 d\\par\r\n\\par\r\n\r\n\\pard e\\wb fyg\\par");
-  // A letter of more pages is not read again: what was changed is written anew.
-  const QByteArray hundredPages = ("\\wb " + QByteArray(990, 'z') + "\\par").repeated(250);
-  row("in a long letter", hundredPages + "\\pard\\wa abc\\par", u"c>x"_s, hundredPages + "\\pard\\wa abcx\\par");
-  row("in one that is too long", hundredPages + hundredPages + "\\pard\\wa abc\\par\\pard e\\par", u"c>x"_s,
-      hundredPages + hundredPages + "\\pard\\plain\\f0\\fs20 abcx\\par\r\n\r\n\\pard e\\par");
+  // A letter of thousands of pages is not read again: what was changed is written anew.
+  const QByteArray manyPages = ("\\wb " + QByteArray(99'990, 'z') + "\\par").repeated(49);
+  row("in a long letter", manyPages + "\\pard\\wa abc\\par", u"c>x"_s, manyPages + "\\pard\\wa abcx\\par");
+  row("in one that is too long", manyPages + manyPages + "\\pard\\wa abc\\par\\pard e\\par", u"c>x"_s,
+      manyPages + manyPages + "\\pard\\plain\\f0\\fs20 abcx\\par\r\n\r\n\\pard e\\par");
 }
 
 void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
@@ -293,7 +300,10 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
     } else {
       cursor.setPosition(each.captured(2) == u"<" ? cursor.anchor() : cursor.position());
     }
-    cursor.insertText(each.captured(3));
+    QTextCharFormat bold = cursor.charFormat();
+    bold.setFontWeight(QFont::Bold);
+    const bool isBold = each.captured(3).startsWith(u'*');
+    cursor.insertText(each.captured(3).mid(isBold ? 1 : 0), isBold ? bold : cursor.charFormat());
   }
   const QByteArray written = rtf::Write(*document);
   QVERIFY2(written == "  " + Letter(expected), written.constData());
@@ -377,6 +387,12 @@ void tst_rtf_kept::pictures_data() {
       << QByteArray("{\\pict\\jpegblip " + PictureFile(QImage(4960, 7016, QImage::Format_Grayscale8), "JPG").toHex() +
                     "}")
       << QSize(2480, 3508) << QSizeF(0, 0);
+  // Black and white, in which the bound of Qt's own counts as much as in colours.
+  const auto scanned = [](const QSize& size) {
+    return QByteArray("{\\pict\\pngblip " + PictureFile(QImage(size, QImage::Format_Mono), "PNG").toHex() + "}");
+  };
+  QTest::newRow("a scanned PNG") << scanned({4960, 7016}) << QSize(2480, 3508) << QSizeF(0, 0);
+  QTest::newRow("a larger one") << scanned({6001, 6000}) << QSize() << QSizeF(0, 0);
   QTest::newRow("damaged") << QByteArray("{\\pict\\pngblip 89504e47}") << QSize() << QSizeF(0, 0);
 }
 

@@ -106,6 +106,9 @@ void tst_rtf_tables::grids_data() {
           Row("\\clvmrg\\cellx1000\\cellx2000", "\\cell d\\cell") +
           Row("\\clvmrg\\cellx1000\\cellx2000", "\\cell f\\cell"),
       u"1000,2000: a(1x3) b / d / f"_s);
+  row("put together down, but narrower",
+      Row("\\clvmgf\\cellx1000\\cellx2000", "a\\cell b\\cell") + Row("\\clvmrg\\cellx500\\cellx2000", "\\cell d\\cell"),
+      u"500,1000,2000: a(2x1) b / - d(2x1)"_s);
   row("both ways",
       Row("\\clvmgf\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000", "a\\cell\\cell c\\cell") +
           Row("\\clvmrg\\clmgf\\cellx1000\\clmrg\\cellx2000\\cellx3000", "\\cell\\cell d\\cell"),
@@ -116,6 +119,11 @@ void tst_rtf_tables::grids_data() {
       "\\trowd\\cellx5000\\pard\\intbl a\\par\\itap2 b\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\nestrow}\\pard"
       "\\intbl c\\cell\\row",
       u"5000: a | 900: b"_s);
+  const QByteArray nested =
+      "\\trowd\\cellx5000\\pard\\intbl\\itap2 b\\nestcell{\\*\\nesttableprops\\trowd\\cellx900\\nestrow}\\pard\\intbl "
+      "c\\cell\\row";
+  row("nested at the start, in another section", "\\sect\\sectd " + nested, u"5000: - | 900: b"_s);
+  row("nested at the start, on another page", "\\page " + nested, u"5000: - | 900: b"_s);
   row("defined behind its cells", "\\pard\\intbl a\\cell\\trowd\\cellx900\\row", u"900: a"_s);
   row("not defined", "\\pard\\intbl a\\cell\\row", QString());
   row("fewer cells than defined", two + Row("\\cellx1000\\cellx2000", "a\\cell"), QString());
@@ -258,6 +266,15 @@ void tst_rtf_tables::madeDefinitions_data() {
   QTest::newRow("the last cells of two rows") << rows << QList<int>({0, 2, 1, 2}) << u"600: c / f"_s;
   QTest::newRow("cells of two rows") << rows << QList<int>({0, 0, 1, 1}) << u"1000,3000: a b(1x2) / d"_s;
   QTest::newRow("all of it") << rows << QList<int>({0, 0, 1, 2}) << u"1000,3000,3500: a b(1x2) c / d f"_s;
+  // Neither what is put together, nor what says so and is not, goes on in the piece beyond its text.
+  QTest::newRow("put together both ways")
+      << Row("\\clvmgf\\clmgf\\cellx1000\\clmrg\\cellx3000\\cellx3500\\cellx4000", "a\\cell\\cell b\\cell c\\cell") +
+             Row("\\clvmrg\\clmgf\\cellx1000\\clmrg\\cellx3000\\cellx3500\\cellx4000", "\\cell\\cell d\\cell e\\cell")
+      << QList<int>({0, 0, 1, 2}) << u"3000,3500: a(1x2) b / d"_s;
+  QTest::newRow("not put together, as there is text")
+      << Row("\\clvmgf\\cellx1000\\clmgf\\cellx2000\\cellx2500", "a\\cell b\\cell c\\cell") +
+             Row("\\clvmrg\\cellx1000\\clmrg\\cellx2000\\cellx2500", "d\\cell e\\cell f\\cell")
+      << QList<int>({0, 0, 1, 1}) << u"1000,2000: a b / d e"_s;
 }
 
 /// A piece of a table is a table with its cells' own widths.
@@ -271,6 +288,8 @@ void tst_rtf_tables::madeDefinitions() {
   cells.setPosition(table->cellAt(selection[2], selection[3]).lastPosition(), QTextCursor::KeepAnchor);
   const QByteArray piece = rtf::WriteSelection(cells);
   QCOMPARE(piece.count("\\trowd"), piece.count("\\row"));
+  QCOMPARE(piece.count("\\clvmrg") + piece.count("\\clvmgf"), 2 * shown.count(u"x2)"));
+  QCOMPARE(piece.count("\\clm"), 0);
   const auto pasted = Document(piece);
   QCOMPARE(Shown(*pasted), shown);
   QCOMPARE(support::Loss(*pasted), QString());

@@ -2,12 +2,16 @@
 
 #include "database/Database.h"
 #include "host/access/Door.h"
+#include "host/access/IdleLock.h"
+#include "host/access/Passwords.h"
 #include "host/access/SignIn.h"
 #include "host/access/UserRules.h"
 #include "host/access/UsersDialog.h"
 #include "host/records/OfficeConnection.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -68,11 +72,38 @@ QStringList LookAtTheSignIn(Tour& tour) {
   return told ? QStringList() : QStringList(u"no se ha dicho nada"_s);
 }
 
+// The box above, the users' dialog below, of which nothing is seen.
+QStringList LookAtTheLock(Tour& tour) {
+  const QString password = u"una frase cualquiera"_s;
+  UsersOffice at(tour);
+  host::UserRules(at.session).TurnOn(u"marta"_s, host::HashOf(password));
+  at.session.userName = u"marta"_s;
+  host::ComponentBridge bridge(tour.Services(), at.session);
+  host::Rescue rescue(tour.Services(), bridge);
+  host::Door door;
+  host::UsersDialog dialog(bridge);
+  dialog.show();
+  host::IdleLock lock(at.session, door, rescue, host::ReadAccount(at.office, 1).value_or(host::Account()),
+                      databaseFile);
+  lock.Lock();
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (auto* box = qobject_cast<host::LockBox*>(window)) {
+      const support::DialogUser user(box);
+      tour.Picture(support::DialogUser(&dialog), u"tapado"_s);
+      tour.Picture(user, u"bloqueado"_s);
+      user.Find<QLineEdit>("txtPassword")->setText(password);
+      user.Press("unlock");
+    }
+  }
+  return QTest::qWaitFor([&] { return !lock.IsLocked(); }) ? QStringList() : QStringList(u"sigue bloqueado"_s);
+}
+
 }  // namespace
 
 void WalkUsers(Tour& tour) {
   tour.Act(u"Usuarios: derechos y contraseñas"_s, [&] { return LookAtUsers(tour); });
   tour.Act(u"Entrar con un nombre que no existe"_s, [&] { return LookAtTheSignIn(tour); });
+  tour.Act(u"El programa bloqueado, y desbloqueado"_s, [&] { return LookAtTheLock(tour); });
 }
 
 }  // namespace tour

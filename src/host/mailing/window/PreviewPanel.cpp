@@ -54,9 +54,14 @@ PreviewPanel::~PreviewPanel() = default;
 
 void PreviewPanel::AddBar() {
   auto* row = new QWidget(this);
-  auto* bar = new QHBoxLayout(row);
+  auto* rows = new QVBoxLayout(row);
   const int gap = fontMetrics().height() / 3;
-  bar->setContentsMargins(gap, gap, gap, gap);
+  rows->setContentsMargins(gap, gap, gap, gap);
+  // Side by side they would take the width of a small screen from the fields.
+  auto* bar = new QHBoxLayout;
+  auto* looks = new QHBoxLayout;
+  rows->addLayout(bar);
+  rows->addLayout(looks);
   m_count->setObjectName(u"lblPiezas"_s);
   m_name->setObjectName(u"lblPersona"_s);
   constexpr int nameLetters = 4;
@@ -78,12 +83,13 @@ void PreviewPanel::AddBar() {
   AddLeaf(*bar, "cmdUltima", u"Última"_s, u"go-last"_s, u">|"_s, QKeySequence(u"Shift+F8"_s),
           [this] { return m_number->maximum() - 1; });
   bar->addWidget(m_name, 1);
-  AddSwitch(*bar, m_tint, u"Resaltar"_s, u"Ver sobre un fondo los datos de cada persona"_s, "chkResaltar",
+  AddSwitch(*looks, m_tint, u"Resaltar"_s, u"Ver sobre un fondo los datos de cada persona"_s, "chkResaltar",
             &PreviewLook::tintsValues);
-  AddSwitch(*bar, m_envelope, u"Sobre"_s, u"Ver dónde está la ventana del sobre"_s, "chkVentana",
+  AddSwitch(*looks, m_envelope, u"Sobre"_s, u"Ver dónde está la ventana del sobre"_s, "chkVentana",
             &PreviewLook::showsEnvelope);
-  AddSwitch(*bar, m_edges, u"Bordes"_s, u"Ver los bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
-  bar->addWidget(m_zoom);
+  AddSwitch(*looks, m_edges, u"Bordes"_s, u"Ver los bordes de las etiquetas"_s, "chkBordes", &PreviewLook::showsEdges);
+  looks->addStretch(1);
+  looks->addWidget(m_zoom);
   layout()->addWidget(row);
   connect(m_number, &QSpinBox::valueChanged, this, [this](int number) { Leaf(number - 1); });
   connect(m_zoom, &QComboBox::activated, this, &PreviewPanel::ChooseZoom);

@@ -1,26 +1,16 @@
 #pragma once
 
-#include "host/mailing/printing/PrintQueues.h"
 #include "host/mailing/printing/Printing.h"
+#include "host/mailing/window/PrinterChoice.h"
 
 #include <QDialog>
 
-class QComboBox;
-class QLabel;
 class QPushButton;
 class QRadioButton;
 class QSpinBox;
 class QCheckBox;
 
 namespace host {
-
-/// A printer with its trays.
-struct KnownPrinter : PrintQueue {
-  QList<PrintTray> trays;
-};
-
-/// All printers. Asks the print server, which may take its time.
-QList<KnownPrinter> KnownPrinters();
 
 /// Asks for a printer and which pages it gets.
 class PrintDialog : public QDialog {
@@ -34,14 +24,9 @@ class PrintDialog : public QDialog {
   PrintWish Wish() const;
 
  private:
-  const KnownPrinter* Chosen() const;
-  void ShowPrinter();
   void ShowRange();
 
-  QList<KnownPrinter> m_printers;
-  QComboBox* m_printer;
-  QLabel* m_trouble;
-  QComboBox* m_tray;
+  PrinterChoice* m_printer = nullptr;
   QRadioButton* m_all;
   QRadioButton* m_some;
   QSpinBox* m_first;

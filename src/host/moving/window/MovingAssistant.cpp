@@ -1,6 +1,7 @@
 #include "host/moving/window/MovingAssistant.h"
 
 #include "host/help/HelpDesk.h"
+#include "host/look/TitleSize.h"
 #include "host/moving/window/FilePage.h"
 #include "host/moving/window/PreviewPage.h"
 #include "host/moving/window/TablesPage.h"
@@ -56,10 +57,7 @@ MovingAssistant::MovingAssistant(MovingPlace place, const QString& title, QWidge
   setObjectName(u"movingAssistant"_s);
   setProperty(HelpDesk::topicProperty, u"traer-datos"_s);
   setWindowTitle(u"Importar – %1"_s.arg(title));
-  QFont large = m_heading->font();
-  large.setPointSizeF(large.pointSizeF() * 3 / 2);
-  large.setBold(true);
-  m_heading->setFont(large);
+  new TitleSize(*m_heading, 1.5);
   m_heading->setObjectName(u"lblPaso"_s);
   m_fileLabel->setObjectName(u"lblArchivo"_s);
   m_fileLabel->setTextFormat(Qt::PlainText);
@@ -151,7 +149,10 @@ QWidget* MovingAssistant::MakeReportPage() {
   m_report->setReadOnly(true);
   m_report->setTabChangesFocus(true);
   m_report->setLineWrapMode(QPlainTextEdit::NoWrap);
-  m_report->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  // As large as the program's other texts: the system's does not grow with them.
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSizeF(font().pointSizeF());
+  m_report->setFont(fixed);
   auto* save = new QPushButton(u"&Guardar informe…"_s, page);
   save->setObjectName(u"cmdGuardarInforme"_s);
   save->setAutoDefault(false);

@@ -55,6 +55,9 @@ QString NoticeOf(const moving::TableReport& table) {
   add(questions, u"%1 preguntas"_s, u"1 pregunta"_s);
   add(table.findings.size() + table.moreFindings - questions, u"%1 avisos"_s, u"1 aviso"_s);
   add(table.skipped, u"%1 eliminados, fuera"_s);
+  if (!table.leftColumns.isEmpty()) {
+    notices += u"no se traen: %1"_s.arg(table.leftColumns.join(u", "_s));
+  }
   for (auto at = table.remarks.begin(); at != table.remarks.end(); ++at) {
     notices += u"%1 (%2)"_s.arg(at.key(), Number(at.value()));
   }
