@@ -39,8 +39,8 @@ Preferences::Preferences(ComponentBridge& bridge, bool isFile, QWidget* parent)
   setWindowTitle(u"Preferencias"_s);
   m_pages->setAccessibleName(u"Para quién"_s);
   m_pages->setObjectName(u"tabPages"_s);
-  m_pages->addTab(OwnPage(isFile), u"Para usted"_s);
-  m_pages->addTab(m_office, u"Para todos"_s);
+  m_pages->addTab(OwnPage(isFile), u"Para &usted"_s);
+  m_pages->addTab(m_office, u"&Para todos"_s);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setText(u"&Aceptar"_s);
   buttons->button(QDialogButtonBox::Cancel)->setText(u"&Cancelar"_s);

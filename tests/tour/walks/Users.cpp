@@ -9,9 +9,9 @@
 #include "host/access/UsersDialog.h"
 #include "host/records/OfficeConnection.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -85,17 +85,17 @@ QStringList LookAtTheLock(Tour& tour) {
   dialog.show();
   host::IdleLock lock(at.session, door, rescue, host::ReadAccount(at.office, 1).value_or(host::Account()),
                       databaseFile);
+  bool isUnlocked = false;
+  tour.Windows().On("lockBox", [&](const support::DialogUser& box) {
+    tour.Picture(support::DialogUser(&dialog), u"tapado"_s);
+    tour.Picture(box, u"bloqueado"_s);
+    box.Find<QLineEdit>("txtPassword")->setText(password);
+    // Without a window manager the box of a locked program is not the active window.
+    box.Find<QPushButton>("unlock")->click();
+    isUnlocked = QTest::qWaitFor([&] { return !lock.IsLocked(); });
+  });
   lock.Lock();
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (auto* box = qobject_cast<host::LockBox*>(window)) {
-      const support::DialogUser user(box);
-      tour.Picture(support::DialogUser(&dialog), u"tapado"_s);
-      tour.Picture(user, u"bloqueado"_s);
-      user.Find<QLineEdit>("txtPassword")->setText(password);
-      user.Press("unlock");
-    }
-  }
-  return QTest::qWaitFor([&] { return !lock.IsLocked(); }) ? QStringList() : QStringList(u"sigue bloqueado"_s);
+  return QTest::qWaitFor([&] { return isUnlocked; }) ? QStringList() : QStringList(u"sigue bloqueado"_s);
 }
 
 }  // namespace
