@@ -71,6 +71,7 @@ class tst_rescue : public QObject {
   void EveryRefusal();
   void NestedDialogs();
   void MemoryOfADialogBelow();
+  void TheLastTenAreKept();
   void WhatDoesNotFitAnyMore();
   void FieldsOfASheet_data();
   void FieldsOfASheet();
@@ -318,6 +319,21 @@ void tst_rescue::MemoryOfADialogBelow() {
   QCOMPARE(office.driver.TakeProblems().join(u'\n'), QString());
   QCOMPARE(office.rescue.Inputs().size(), 1);
   QVERIFY(office.rescue.Inputs().first().rows.value(0).startsWith(u"0007\tSoria Centro"_s));
+}
+
+// One for a record, the newest first.
+void tst_rescue::TheLastTenAreKept() {
+  Office office;
+  QList<host::KeptInput> inputs(12);
+  for (int id = 0; id < inputs.size(); ++id) {
+    inputs[id].dialog = u"frmPais"_s;
+    inputs[id].request = host::ComponentRequest{.node = node.Paises(), .action = action.Modificar(), .selectedId = id};
+  }
+  office.rescue.Add(inputs);
+  office.rescue.Add({inputs[5]});
+  QCOMPARE(office.rescue.Inputs().size(), 10);
+  QCOMPARE(office.rescue.Inputs().first().request->selectedId, 5);
+  QCOMPARE(office.rescue.Inputs().last().request->selectedId, 9);
 }
 
 // A control that is gone, one that can't be changed, a value that the list has no longer: named, and the rest put back.

@@ -313,6 +313,9 @@ void tst_users::TwoProgramsGuess() {
   one.Succeed(connection, fourth);
   QCOMPARE(two.Wait(connection, u"marta"_s).count(), 0);
   QCOMPARE(Read(id).lastEntry, QDateTime::fromString(now.toString(Qt::ISODate), Qt::ISODate));
+  // Failures from before do not count any more.
+  QCOMPARE(two.Begin(connection, u"marta"_s).wait.count(), 0);
+  QCOMPARE(two.Wait(connection, u"marta"_s).count(), 0);
   // Whoever is not there waits in the same way.
   for (const char* name : {"nadie", "administrador"}) {
     for (int i = 0; i < 3; ++i) {

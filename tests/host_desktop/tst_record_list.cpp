@@ -31,6 +31,7 @@ class tst_record_list : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void SortingKeepsTheSelectedRecord_data();
   void SortingKeepsTheSelectedRecord();
   void RefreshKeepsSelectionAndPlace();
   void AnotherOrderWhileTheRecordsAreRead();
@@ -43,14 +44,21 @@ class tst_record_list : public QObject {
   void ColumnsAreChosen();
 };
 
+void tst_record_list::SortingKeepsTheSelectedRecord_data() {
+  QTest::addColumn<int>("count");
+  QTest::newRow("at once") << 50;
+  QTest::newRow("beside the window") << 6000;
+}
+
 void tst_record_list::SortingKeepsTheSelectedRecord() {
+  QFETCH(int, count);
   host::RecordList list;
-  list.Show(Numbered(1, 50));
+  list.Show(Numbered(1, count));
   list.selectionModel()->select(QItemSelection(list.model()->index(2, 0), list.model()->index(3, 0)),
                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   list.sortByColumn(0, Qt::DescendingOrder);
+  QTRY_COMPARE(list.Records().IdAt(0), count);
   QCOMPARE(list.SelectedIds(), QList<int>({4, 3}));
-  QCOMPARE(list.Records().IdAt(0), 50);
 }
 
 void tst_record_list::RefreshKeepsSelectionAndPlace() {

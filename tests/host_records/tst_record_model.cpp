@@ -42,6 +42,7 @@ class tst_record_model : public QObject {
   void ForeignValuesAreShownAsNothing();
   void ReadAnewInItsPlace_data();
   void ReadAnewInItsPlace();
+  void ALongListIsSortedBeside();
 };
 
 void tst_record_model::Search_data() {
@@ -147,6 +148,40 @@ void tst_record_model::ReadAnewInItsPlace() {
   model.Update({1}, RecordData(columns));
   QCOMPARE(model.rowCount(), 0);
   QCOMPARE(model.TotalCount(), 3);
+}
+
+// Meanwhile it is searched and brought up to date as it stands, and of several orders only the last one counts.
+void tst_record_model::ALongListIsSortedBeside() {
+  constexpr int count = 6000;
+  const QList<host::ListColumn> columns = {{u"Nombre"_s}, {u"N"_s, ColumnKind::Number}};
+  RecordData records(columns);
+  for (int id = 1; id <= count; ++id) {
+    records.Append(id, {QString::number(10 * count + id), id % 1000});
+  }
+  host::RecordModel model;
+  model.SetRecords(std::move(records));
+  model.sort(1, Qt::AscendingOrder);
+  model.sort(1, Qt::DescendingOrder);
+  QVERIFY(model.IsSorting());
+  QCOMPARE(model.SortOrder(), Qt::DescendingOrder);
+  QCOMPARE(model.IdAt(0), 1);
+  RecordData read(columns);
+  read.Append(9, {u"0"_s, 5000});
+  model.Update({5, 9}, read);
+  QCOMPARE(model.RowOf(9), 0);
+  model.SetFilter(u"7"_s);
+  QTRY_VERIFY(!model.IsSorting());
+  model.SetFilter({});
+  QCOMPARE(model.IdAt(0), 9);
+  QCOMPARE(model.rowCount(), count - 1);
+  QCOMPARE(Shown(model, 1).mid(1, 7),
+           QStringList({u"999"_s, u"999"_s, u"999"_s, u"999"_s, u"999"_s, u"999"_s, u"998"_s}));
+  // Records that come meanwhile bring their order along.
+  model.sort(0, Qt::DescendingOrder);
+  model.SetRecords(Named({u"b"_s, u"a"_s}));
+  QVERIFY(!model.IsSorting());
+  QTest::qWait(50);
+  QCOMPARE(Shown(model), QStringList({u"a"_s, u"b"_s}));
 }
 
 KEL_TEST(tst_record_model);

@@ -160,6 +160,8 @@ void GiveRowsTheirHeights(QTextDocument& copy, double width) {
     all.beginEditBlock();
     std::for_each(rooms.begin(), rooms.end(), Leave);
     all.endEditBlock();
+    // Qt does not lay a table out again because of its cells' padding alone.
+    copy.markContentsDirty(0, copy.characterCount());
   }
 }
 

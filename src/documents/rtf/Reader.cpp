@@ -414,8 +414,10 @@ bool Reader::IsBetweenParts() const {
 
 void Reader::NoteSeam(const Token& token) {
   if (m_done) {
-    // In front of the brace that ends the document.
-    m_seams.Place(static_cast<qsizetype>(token.begin), 1, {});
+    // In front of the brace that ends the document; a group that is kept from its middle on may have it, too.
+    if (token.kind == TokenKind::GroupEnd) {
+      m_seams.Place(static_cast<qsizetype>(token.begin), 1, {});
+    }
   } else if (IsBetweenParts()) {
     ListItem item;
     const bool isItem = FindListItem(item);

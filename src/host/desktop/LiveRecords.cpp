@@ -51,6 +51,10 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const 
       m_loader(loader),
       m_list(list),
       m_reader(thread),
+      m_changed(
+          thread, [this](const ChangedRecords& changed) { TakeChanged(changed); },
+          // They stay pending.
+          [this](const automation::Error&) { m_pending = std::exchange(m_beingRead, {}) + m_pending; }),
       m_notices(Listen(bridge, [this](const QStringList& tables) { HearOf(tables); })),
       m_watch(connectionString, NewestNote(bridge), m_notices == nullptr) {
   connect(&m_watch, &ChangeWatch::Seen, this, &LiveRecords::TakeNote);
@@ -76,6 +80,7 @@ void LiveRecords::HearOf(const QStringList& tables) {
 
 void LiveRecords::Follow(const Node* node) {
   m_node = node;
+  m_changed.Withdraw();
   if (m_node == nullptr) {
     m_pending.clear();
   }
@@ -110,40 +115,44 @@ void LiveRecords::TakeNote(const SeenChanges& changes) {
 
 // Changes that arrive while the list is read may be in it or not: the records are read again afterwards.
 void LiveRecords::Apply() {
-  if (m_node == nullptr || m_loader.IsLoading() || m_reader.IsLoading()) {
+  if (m_node == nullptr || m_loader.IsLoading() || m_reader.IsLoading() || m_changed.IsUnderWay()) {
     return;
   }
-  try {
-    if (std::exchange(m_unknown, false)) {
-      ReadAnew();
-    } else if (!m_pending.isEmpty()) {
-      Update();
-    }
-  } catch (const automation::Error&) {
-    // They stay pending.
-    return;
+  if (std::exchange(m_unknown, false)) {
+    ReadAnew();
+  } else if (!m_pending.isEmpty()) {
+    ReadChanged();
   }
 }
 
-void LiveRecords::Update() {
-  adodb::Connection& connection = m_bridge.OpenConnection();
-  const std::optional<QList<int>> ids = AffectedRecords(connection, *m_node, m_pending);
-  if (!ids) {
+void LiveRecords::ReadChanged() {
+  m_beingRead = std::exchange(m_pending, {});
+  m_changed.Ask([node = m_node, changes = m_beingRead](adodb::Connection& connection, const DatabaseThread::Wanted&) {
+    ChangedRecords changed{.ids = AffectedRecords(connection, *node, changes), .records = RecordData(node->columns)};
+    if (changed.ids) {
+      changed.records = ReadRecords(connection, *node, *changed.ids);
+    }
+    return changed;
+  });
+}
+
+void LiveRecords::TakeChanged(const ChangedRecords& changed) {
+  const QList<Change> changes = std::exchange(m_beingRead, {});
+  if (!changed.ids) {
     ReadAnew();
-    return;
-  }
-  if (!ids->isEmpty()) {
-    m_list.Update(*ids, ReadRecords(connection, *m_node, *ids));
-    m_list.Mark(WrittenByOthers());
+  } else if (!MayDisturb()) {
+    m_pending = changes + m_pending;
+  } else if (!changed.ids->isEmpty()) {
+    m_list.Update(*changed.ids, changed.records);
+    m_list.Mark(WrittenByOthers(changes));
     Q_EMIT Updated();
   }
-  m_pending.clear();
 }
 
-QList<int> LiveRecords::WrittenByOthers() const {
+QList<int> LiveRecords::WrittenByOthers(const QList<Change>& changes) const {
   const OfficeConnection* office = m_bridge.Session().office;
   QList<int> ids;
-  for (const Change& change : m_pending) {
+  for (const Change& change : changes) {
     if ((office == nullptr || change.program != office->Program()) && change.table == m_node->table) {
       ids.append(static_cast<int>(change.key));
     }

@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace host {
 
@@ -39,12 +40,19 @@ class LiveRecords : public QObject {
   void MayHaveChanged();
 
  private:
+  /// What became of the records that look otherwise now; nothing where all are to be read anew.
+  struct ChangedRecords {
+    std::optional<QList<int>> ids;
+    RecordData records;
+  };
+
   void HearOf(const QStringList& tables);
   void Tick();
   void TakeNote(const SeenChanges& changes);
   void Apply();
-  void Update();
-  QList<int> WrittenByOthers() const;
+  void ReadChanged();
+  void TakeChanged(const ChangedRecords& changed);
+  QList<int> WrittenByOthers(const QList<Change>& changes) const;
   void ReadAnew();
   bool MayDisturb() const;
 
@@ -54,12 +62,14 @@ class LiveRecords : public QObject {
   const Node* m_node = nullptr;
   const Node* m_readNode = nullptr;  ///< Of the reading under way.
   RecordLoader m_reader;
+  Reading<ChangedRecords> m_changed;
   std::unique_ptr<database::Notices> m_notices;
   ChangeWatch m_watch;
   QTimer m_timer;
   QTimer m_soon;
   bool m_mustLook = true;
   QList<Change> m_pending;
+  QList<Change> m_beingRead;  ///< What m_changed was asked for.
   bool m_unknown = false;
   bool m_maybeOurs = false;  ///< A dialog was open since the last look: what left no note may be its locks.
 };

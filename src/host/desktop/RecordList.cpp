@@ -84,15 +84,16 @@ void RecordList::Show(SortedRecords records, Qt::SortOrder order, int typedColum
 void RecordList::Refresh(SortedRecords records) {
   const Place place = Remember();
   const bool wasEmpty = m_records->TotalCount() == 0;
-  // Another column may have been chosen while the records were read.
   const int wanted = m_records->SortColumn();
-  m_records->SetRecords(
-      records.sortColumn == wanted ? std::move(records) : SortedRecords(std::move(records.records), wanted),
-      m_records->SortOrder());
+  m_records->SetRecords(std::move(records), m_records->SortOrder());
   if (wasEmpty && !m_widthsChosen) {
     SetColumnWidths({});
   }
   Restore(place);
+  if (m_records->SortColumn() != wanted) {
+    // Another column was chosen while the records were read.
+    m_records->sort(wanted, m_records->SortOrder());
+  }
 }
 
 void RecordList::Update(const QList<int>& ids, const RecordData& read) {

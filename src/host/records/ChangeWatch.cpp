@@ -92,8 +92,8 @@ SeenChanges ChangeWatch::Read() {
     m_connection = database::CreateConnection(m_connectionString);
   }
   m_connection->Open();
-  SeenChanges seen{.notes = ChangesAfter(*m_connection, m_seen.From(), mostNotes)};
-  seen.isUnknown = seen.notes.size() == mostNotes;
+  SeenChanges seen{.notes = ChangesAfter(*m_connection, m_seen.From(), mostNotes + 1)};
+  seen.isUnknown = seen.notes.size() > mostNotes;
   m_seen.Take(seen.notes);
   if (seen.isUnknown) {
     seen.notes.clear();

@@ -2,8 +2,8 @@
 
 #include "platform/text/FoldForSearch.h"
 
+#include <QPromise>
 #include <QSet>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <iterator>
@@ -17,6 +17,9 @@ namespace {
 
 constexpr qsizetype longestShownText = 300;
 
+// A longer list takes more than a few milliseconds.
+constexpr int longestSortedAtOnce = 5'000;
+
 // One line of a text for a cell.
 QString ShownText(const QString& text) {
   return text.size() > longestShownText ? text.left(longestShownText).simplified() + QChar(0x2026) : text.simplified();
@@ -29,11 +32,21 @@ Qt::Alignment Alignment(ColumnKind kind) {
 
 }  // namespace
 
+RecordModel::RecordModel(QObject* parent) : QAbstractTableModel(parent) {
+  m_beside.setMaxThreadCount(1);
+  connect(&m_sorting, &QFutureWatcherBase::finished, this, [this] {
+    // One that is not wanted any more has none.
+    if (m_sorting.future().resultCount() > 0) {
+      TakeOrder(m_sorting.result());
+    }
+  });
+}
+
 void RecordModel::SetRecords(SortedRecords records, Qt::SortOrder order) {
   beginResetModel();
+  DropSorting();
   // Hundreds of thousands of texts take a while to free: not on the window's thread.
-  QThreadPool::globalInstance()->start(
-      [old = std::make_shared<RecordData>(std::move(m_records))]() mutable { old.reset(); });
+  m_beside.start([old = std::make_shared<RecordData>(std::move(m_records))]() mutable { old.reset(); });
   m_records = std::move(records.records);
   m_sortColumn = records.sortColumn;
   m_sortOrder = order;
@@ -54,15 +67,34 @@ void RecordModel::Update(const QList<int>& ids, const RecordData& read) {
   }
   std::erase(m_order, -1);
   m_records.Append(read);
-  const std::function<bool(int, int)> before = m_records.Before(m_sortColumn);
-  for (int record = static_cast<int>(m_order.size()); record < m_records.Size(); ++record) {
-    const auto place = std::upper_bound(m_order.begin(), m_order.end(), record, [&](int left, int right) {
-      return m_sortOrder == Qt::AscendingOrder ? before(left, right) : before(right, left);
-    });
-    m_order.insert(place, record);
-  }
+  std::vector<int> added(static_cast<std::size_t>(m_records.Size()) - m_order.size());
+  std::iota(added.begin(), added.end(), static_cast<int>(m_order.size()));
+  PutInOrder(std::move(added));
   ApplyFilter();
   endResetModel();
+  if (IsSorting()) {
+    // What is being sorted is no longer what is shown.
+    SortBeside();
+  }
+}
+
+// Comparing texts costs most: each place is looked for among those behind the last one.
+void RecordModel::PutInOrder(std::vector<int> added) {
+  const auto before = [&, ascending = m_records.Before(m_shownColumn)](int left, int right) {
+    return m_shownOrder == Qt::AscendingOrder ? ascending(left, right) : ascending(right, left);
+  };
+  std::stable_sort(added.begin(), added.end(), before);
+  std::vector<int> order;
+  order.reserve(m_order.size() + added.size());
+  auto rest = m_order.cbegin();
+  for (const int record : added) {
+    const auto place = std::upper_bound(rest, m_order.cend(), record, before);
+    order.insert(order.end(), rest, place);
+    order.push_back(record);
+    rest = place;
+  }
+  order.insert(order.end(), rest, m_order.cend());
+  m_order = std::move(order);
 }
 
 void RecordModel::SetFilter(const QString& typed) {
@@ -177,11 +209,42 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
   if (column < 0 || column >= columnCount()) {
     return;
   }
-  Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
-  const std::vector<int> before = m_visible;
   m_sortColumn = column;
   m_sortOrder = order;
-  Arrange(m_records.SortedBy(column));
+  DropSorting();
+  if (!IsSorting()) {
+    return;
+  }
+  if (m_records.Size() > longestSortedAtOnce) {
+    SortBeside();
+  } else {
+    TakeOrder(m_records.SortedBy(column));
+  }
+}
+
+void RecordModel::DropSorting() {
+  m_sorting.cancel();
+  m_sorting.setFuture({});
+}
+
+// Records are shared and only an order comes back; of several only the last one's.
+void RecordModel::SortBeside() {
+  DropSorting();
+  const auto sorted = std::make_shared<QPromise<std::vector<int>>>();
+  m_sorting.setFuture(sorted->future());
+  sorted->start();
+  m_beside.start([sorted, records = m_records, column = m_sortColumn] {
+    if (!sorted->isCanceled()) {
+      sorted->addResult(records.SortedBy(column));
+    }
+    sorted->finish();
+  });
+}
+
+void RecordModel::TakeOrder(std::vector<int> ascending) {
+  Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+  const std::vector<int> before = m_visible;
+  Arrange(std::move(ascending));
   ApplyFilter();
 
   std::vector<int> newRow(static_cast<std::size_t>(m_records.Size()));
@@ -201,6 +264,8 @@ void RecordModel::sort(int column, Qt::SortOrder order) {
 
 void RecordModel::Arrange(std::vector<int> ascending) {
   m_order = std::move(ascending);
+  m_shownColumn = m_sortColumn;
+  m_shownOrder = m_sortOrder;
   if (m_sortOrder == Qt::DescendingOrder) {
     std::reverse(m_order.begin(), m_order.end());
   }
@@ -211,9 +276,14 @@ void RecordModel::ApplyFilter() {
     m_visible = m_order;
     return;
   }
+  // As they lie in memory: in the order shown each would have to be fetched from somewhere else.
+  std::vector<bool> isAccepted(static_cast<std::size_t>(m_records.Size()));
+  for (int record = 0; record < m_records.Size(); ++record) {
+    isAccepted[static_cast<std::size_t>(record)] = m_filter.Accepts(m_records.SearchText(record));
+  }
   m_visible.clear();
   std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(m_visible),
-               [this](int record) { return m_filter.Accepts(m_records.SearchText(record)); });
+               [&](int record) { return isAccepted[static_cast<std::size_t>(record)]; });
 }
 
 }  // namespace host

@@ -4,18 +4,21 @@
 #include "host/records/RecordFilter.h"
 
 #include <QAbstractTableModel>
+#include <QFutureWatcher>
+#include <QThreadPool>
 
 #include <vector>
 
 namespace host {
 
 /// The records of a list as a view shows them: those that the search accepts, in the order chosen. Only row numbers
-/// are moved about, so that a hundred thousand records are searched and sorted without a delay.
+/// are moved about, so that a hundred thousand records are searched without a delay. A long list is sorted on another
+/// thread and stays as it is until its order is there.
 class RecordModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  using QAbstractTableModel::QAbstractTableModel;
+  explicit RecordModel(QObject* parent = nullptr);
 
   /// Replaces the records; the search is kept.
   void SetRecords(SortedRecords records, Qt::SortOrder order = Qt::AscendingOrder);
@@ -26,8 +29,10 @@ class RecordModel : public QAbstractTableModel {
   const QList<ListColumn>& Columns() const { return m_records.Columns(); }
   /// Records before the search.
   int TotalCount() const { return m_records.Size(); }
+  /// The order chosen last, which a long list takes a moment to show.
   int SortColumn() const { return m_sortColumn; }
   Qt::SortOrder SortOrder() const { return m_sortOrder; }
+  bool IsSorting() const { return m_sortColumn != m_shownColumn || m_sortOrder != m_shownOrder; }
   /// The key of the record in a row of the view.
   int IdAt(int row) const;
   /// The row of the record in the view, -1 when it is not there or the search hides it.
@@ -51,15 +56,23 @@ class RecordModel : public QAbstractTableModel {
   void sort(int column, Qt::SortOrder order) override;
 
  private:
+  void DropSorting();
+  void PutInOrder(std::vector<int> added);
+  void SortBeside();
+  void TakeOrder(std::vector<int> ascending);
   void Arrange(std::vector<int> ascending);
   void ApplyFilter();
 
   RecordData m_records;
   RecordFilter m_filter;
-  std::vector<int> m_order;    // every record, in the order chosen
+  std::vector<int> m_order;    // every record, in the order shown
   std::vector<int> m_visible;  // those of m_order that the search accepts
   int m_sortColumn = 0;
   Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+  int m_shownColumn = 0;  // by which m_order is sorted
+  Qt::SortOrder m_shownOrder = Qt::AscendingOrder;
+  QFutureWatcher<std::vector<int>> m_sorting;
+  QThreadPool m_beside;  // not the toolkit's, for whose threads its painting waits
 };
 
 }  // namespace host

@@ -122,6 +122,7 @@ class tst_letter_strips : public QObject {
     const std::pair<QByteArray, QString> said[] = {
         {"{\\f7 x}{\\f8 y}{\\f9  }", u"no está Sin Letra Kel."_s},
         {"\\trowd\\cellx14000\\pard\\intbl a\\cell\\row\\pard", u"más ancho que el papel"_s},
+        {"\\trowd\\trrh3000\\cellx2000\\pard\\intbl a\\cell\\row\\pard", u"no cabe en el margen inferior"_s},
         {"x{\\shp{\\*\\shpinst{\\shptxt y}}}", u"dibujos, objetos o imágenes"_s},
         {"{\\pict\\pngblip 00}", u"dibujos, objetos o imágenes"_s}};
     for (const auto& [header, problem] : said) {

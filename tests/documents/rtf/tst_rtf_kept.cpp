@@ -177,6 +177,7 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("what holds for the document", "\\wa a\\par X\\deftab300\\par\\wb b\\par", 'l', "");
   row("a row's definition before its time",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
+  row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
