@@ -127,10 +127,10 @@ void LiveRecords::Apply() {
 
 void LiveRecords::ReadChanged() {
   m_beingRead = std::exchange(m_pending, {});
-  m_changed.Ask([node = m_node, changes = m_beingRead](adodb::Connection& connection, const DatabaseThread::Wanted&) {
-    ChangedRecords changed{.ids = AffectedRecords(connection, *node, changes), .records = RecordData(node->columns)};
+  m_changed.Ask([node = *m_node, changes = m_beingRead](adodb::Connection& connection, const DatabaseThread::Wanted&) {
+    ChangedRecords changed{.ids = AffectedRecords(connection, node, changes), .records = RecordData(node.columns)};
     if (changed.ids) {
-      changed.records = ReadRecords(connection, *node, *changed.ids);
+      changed.records = ReadRecords(connection, node, *changed.ids);
     }
     return changed;
   });

@@ -46,6 +46,8 @@ void OfficePage::Build() {
   m_reason->setWordWrap(true);
   m_name->setObjectName(u"txtOffice"_s);
   m_name->setMaxLength(longestName);
+  constexpr int shownCharacters = 36;
+  m_name->setMinimumWidth(fontMetrics().averageCharWidth() * shownCharacters);
   m_idle->setSpecialValueText(u"nunca"_s);
   auto* form = new QFormLayout(this);
   form->addRow(m_reason);
