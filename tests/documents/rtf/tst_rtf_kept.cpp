@@ -178,6 +178,9 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("a row's definition before its time",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
   row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
+  row("in front of a last section's words", "\\wa a\\par X\\par\\sect\\sectd\\cols2", 'n', "");
+  row("in front of its header", "\\wa a\\par X\\sect{\\header h}", 'n', "");
+  row("in front of an empty one", "\\wa a\\par X\\par\\sect", 'n', "a");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
