@@ -31,6 +31,7 @@ class tst_rtf_kept : public QObject {
   void pictures();
   void piecesSurviveCutAndPaste();
   void foreignTablesStayBehind();
+  void linkOverASection();
   void addedFonts_data();
   void addedFonts();
   void noFontStaysNone();
@@ -452,6 +453,23 @@ void tst_rtf_kept::foreignTablesStayBehind() {
   QVERIFY(!written.contains("header") && !written.contains("paperw") && !written.contains("\\ls1"));
   QVERIFY2(written.contains("Verdana") && written.contains("\\pnlvlblt"), written.constData());
   QCOMPARE(support::Loss(*Document(written)), QString());
+}
+
+/// In a field's result the section's words and header would count for nothing.
+void tst_rtf_kept::linkOverASection() {
+  const auto document = Document(Letter("x\\par a\\sect\\sectd\\cols2{\\header h}b\\par"));
+  const QString target = u"https://ejemplo.es/"_s;
+  QTextCharFormat link;
+  link.setAnchor(true);
+  link.setAnchorHref(target);
+  QTextCursor cursor(document.get());
+  cursor.select(QTextCursor::Document);
+  cursor.mergeCharFormat(link);
+  const auto again = Document(rtf::Write(*document));
+  QCOMPARE(Text(*again), u"x|a|b"_s);
+  QCOMPARE(again->lastBlock().blockFormat(), document->lastBlock().blockFormat());
+  QCOMPARE(support::FormatAt(*again, u"a"_s).anchorHref(), target);
+  QCOMPARE(support::FormatAt(*again, u"b"_s).anchorHref(), target);
 }
 
 /// A table of fonts gets another one in its own form.
