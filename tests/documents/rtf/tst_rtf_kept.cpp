@@ -96,6 +96,7 @@ void tst_rtf_kept::afterAnEdit_data() {
       "{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}");
   row("field over paragraphs", "{\\field{\\*\\fldinst X}{\\fldrslt a\\par\\pard\\qc b}}c\\par\\pard d\\par",
       "{\\field{\\*\\fldinst X}");
+  row("field over sections", "{\\field{\\*\\fldinst X}{\\fldrslt a\\sect\\sectd\\cols2 b}}c\\par", "a\\sect\r\nb}}");
   row("nested table",
       "\\trowd\\cellx9\\pard\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}\\pard\\intbl "
       "b\\cell\\row\\pard\\par",
@@ -176,11 +177,14 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       'n', "abd");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
   row("what holds for the document", "\\wa a\\par X\\deftab300\\par\\wb b\\par", 'l', "");
+  row("what holds for the document in a row's definition",
+      "\\trowd\\deftab300\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par", 'n', "");
   row("a row's definition before its time",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
   row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
   row("in front of a last section's words", "\\wa a\\par X\\par\\sect\\sectd\\cols2", 'n', "");
   row("in front of its header", "\\wa a\\par X\\sect{\\header h}", 'n', "");
+  row("in front of one without text", "\\wa X\\par\\sect\\sectd\\cols2\\sect\\wb b\\par\\wc c\\par", 'n', "bc");
   row("in front of an empty one", "\\wa a\\par X\\par\\sect", 'n', "a");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
