@@ -61,7 +61,8 @@ void LetterEdit::PaintBeside(QPainter& painter, Twips reach) const {
       if (side.intersects(rect.adjusted(-1, 0, 1, 0))) {
         painter.save();
         painter.scale(scale, scale);
-        painter.setClipRect(side.adjusted(0, -1, 0, 1), Qt::IntersectClip);
+        // Lines are put on whole pixels, so a line at the edge may lie a pixel outside.
+        painter.setClipRect(side.adjusted(0, -2, 0, 2), Qt::IntersectClip);
         // The layout passes over all that lies beside the text, if that is all that is asked for.
         Draw(painter, rect.adjusted(-1, -1, 1, 1));
         painter.restore();

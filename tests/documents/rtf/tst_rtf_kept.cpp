@@ -270,8 +270,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
       "abxc\\deftab300\\par\\wa deyf\\par");
   row("a paragraph more between them", "ab\\wa c\\par\\pard d\\par\\pard e\\wb fg\\par", u"a>x d>\n f>y"_s,
       "axb\\wa c\\par\\pard\\plain\\f0\\fs20 d\\par\r\n\\par\r\n\r\n\\pard e\\wb fyg\\par");
-  // A letter of thousands of pages is not read again: what was changed is written anew.
-  const QByteArray manyPages = ("\\wb " + QByteArray(99'990, 'z') + "\\par").repeated(49);
+  // A letter of many hundreds of pages is not read again: what was changed is written anew.
+  const QByteArray manyPages = ("\\wb " + QByteArray(99'990, 'z') + "\\par").repeated(9);
   row("in a long letter", manyPages + "\\pard\\wa abc\\par", u"c>x"_s, manyPages + "\\pard\\wa abcx\\par");
   row("in one that is too long", manyPages + manyPages + "\\pard\\wa abc\\par\\pard e\\par", u"c>x"_s,
       manyPages + manyPages + "\\pard\\plain\\f0\\fs20 abcx\\par\r\n\r\n\\pard e\\par");
