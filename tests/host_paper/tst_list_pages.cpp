@@ -6,6 +6,7 @@
 #include "support/TestProgram.h"
 
 #include <QFile>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -42,6 +43,8 @@ class tst_list_pages : public QObject {
   void LyingPagesForAPrinter();
   void Measures_data();
   void Measures();
+  void Glyphs_data();
+  void Glyphs();
 
  private:
   QString Pdf(const host::PrintedWork& work) {
@@ -77,6 +80,13 @@ void tst_list_pages::EveryRowOnceUnderItsHeadings() {
   }
   QCOMPARE(row, rows);
   QVERIFY(texts.join(QString()).simplified().contains(u"0120 Banco 120 -180,00 €"_s));
+  QSet<int> edges;
+  for (const support::Word& word : support::WordsOf(pdf)) {
+    if (word.text == u'€') {
+      edges.insert(qRound(word.x * 20));
+    }
+  }
+  QCOMPARE(edges.size(), 1);
 }
 
 void tst_list_pages::Columns_data() {
@@ -110,14 +120,14 @@ void tst_list_pages::Columns() {
 void tst_list_pages::LongTextsTakeSeveralLines() {
   const QString words = u"uno dos tres cuatro cinco seis siete ocho nueve diez once doce trece catorce"_s;
   const QString word(300, u'w');
-  const host::ListTable table = MakeList({{u"A"_s}, {u"B"_s}, {u"C"_s}},
-                                         {{words, word, u"fin"_s}, {u"línea\notra"_s, QString(1000, u'ñ'), u"z"_s}});
+  const host::ListTable table = MakeList(
+      {{u"A"_s}, {u"B"_s}, {u"C"_s}}, {{words, word, u"fin"_s}, {u"línea\notra"_s, QString(1000, u'ñ'), u"Ελλάδα"_s}});
   const ListPages pages(table, ListPages::Orientation::Upright);
   QString text = OutputOf(u"pdftotext"_s, {Pdf(pages), u"-"_s});
   for (const QString& each : words.split(u' ')) {
     QVERIFY2(text.contains(each), qPrintable(each));
   }
-  QVERIFY(text.contains(u"línea otra"_s) && text.contains(u"fin"_s));
+  QVERIFY(text.contains(u"línea otra"_s) && text.contains(u"fin"_s) && text.contains(u"Ελλάδα"_s));
   text.remove(QRegularExpression(u"\\s"_s));
   QCOMPARE(text.count(u'w'), word.size());
   QVERIFY2(text.contains(u"ñ…"_s), "a text that is cut does not say so");
@@ -166,6 +176,46 @@ void tst_list_pages::Measures() {
     QVERIFY(measure.Width(line) <= narrow && line.isValidUtf16());
   }
   QCOMPARE(QString(text).remove(u' '), lines.join(QString()).remove(u' '));
+}
+
+void tst_list_pages::Glyphs_data() {
+  QTest::addColumn<QString>("text");
+  QTest::addColumn<bool>("isPlain");
+  QTest::newRow("Latin") << u"Caja de Ahorros «Ñandú», S.A. fi AV Œ"_s << true;
+  QTest::newRow("signs") << u"-1.234,50 € – “a”…"_s << true;
+  QTest::newRow("nothing") << QString() << true;
+  QTest::newRow("another script") << u"Banco Ελληνικά"_s << false;
+  QTest::newRow("a mark that joins") << u"N\u0303"_s << false;
+  QTest::newRow("soft hyphen") << u"banco\u00ADnes"_s << false;
+  QTest::newRow("control character") << u"a\u0081b"_s << false;
+}
+
+/// The same picture as a text that the toolkit shapes.
+void tst_list_pages::Glyphs() {
+  QFETCH(QString, text);
+  QFETCH(bool, isPlain);
+  QFont font(u"DejaVu Sans"_s);
+  font.setPixelSize(18);
+  font.setKerning(false);
+  font.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  const QPointF baseline(10.5, 30);
+  const host::GlyphTable table(font);
+  host::PlacedGlyphs glyphs;
+  QCOMPARE(table.Add(text, baseline, glyphs), isPlain);
+  QCOMPARE(glyphs.indexes.size(), isPlain ? text.size() : 0);
+  const auto picture = [&](const std::function<void(QPainter & painter)>& paint) {
+    QImage image(700, 60, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(1.3, 1.3);
+    painter.setFont(font);
+    paint(painter);
+    return image;
+  };
+  const QImage shaped = picture([&](QPainter& painter) { painter.drawText(baseline, text); });
+  const QImage placed = picture([&](QPainter& painter) { host::GlyphTable::Paint(painter, glyphs); });
+  QCOMPARE(placed == shaped, isPlain);
 }
 
 KEL_TEST(tst_list_pages);

@@ -82,6 +82,7 @@ ListPages::ListPages(ListTable table, Orientation orientation)
       m_font(PaperFont(textSize)),
       m_bold(PaperFont(textSize, true)),
       m_small(PaperFont(smallSize)),
+      m_glyphs(m_font),
       m_measure(m_font),
       m_boldMeasure(m_bold),
       m_smallMeasure(m_small) {
@@ -187,13 +188,15 @@ void ListPages::Paint(QPainter& painter, int page) const {
   }
   top = PaintHeadings(painter, top);
   const int end = page + 1 < Count() ? m_firstRows[static_cast<std::size_t>(page) + 1] : m_table.RowCount();
+  Page rows{painter, {}, {}};
   for (int row = m_firstRows[static_cast<std::size_t>(page)]; row < end; ++row) {
-    PaintRow(painter, row, top);
-    top += LinesOf(row) * lineHeight + rowPadding;
-    painter.setPen(QPen(ruleColour, 0));
-    painter.drawLine(QLineF(margin, top, WidthOf(m_sheet) - margin, top));
-    painter.setPen(Qt::black);
+    top = PaintRow(rows, row, top);
+    rows.rules.append(QLineF(margin, top, WidthOf(m_sheet) - margin, top));
   }
+  GlyphTable::Paint(painter, rows.glyphs);
+  painter.setPen(QPen(ruleColour, 0));
+  painter.drawLines(rows.rules);
+  painter.setPen(Qt::black);
   PaintFoot(painter, page);
   painter.restore();
 }
@@ -224,24 +227,35 @@ double ListPages::PaintHeadings(QPainter& painter, double top) const {
   return bottom + rowPadding;
 }
 
-void ListPages::PaintRow(QPainter& painter, int row, double top) const {
+// Returns where the row ends.
+double ListPages::PaintRow(Page& page, int row, double top) const {
+  int lines = 1;
   for (int column = 0; column < static_cast<int>(m_columns.size()); ++column) {
-    PaintCell(painter, m_columns[static_cast<std::size_t>(column)], m_table.IsNumber(column), m_table.Text(row, column),
-              top + ascent);
+    lines = std::max(lines, PaintCell(page, m_columns[static_cast<std::size_t>(column)], m_table.IsNumber(column),
+                                      m_table.Text(row, column), top + ascent));
   }
+  return top + lines * lineHeight + rowPadding;
 }
 
-void ListPages::PaintCell(QPainter& painter, const Column& column, bool atTheRight, const QString& text,
-                          double baseline) const {
-  const double width = m_measure.Width(text);
-  const double left = column.left + (atTheRight ? column.width - width : 0);
+// Returns how many lines it took.
+int ListPages::PaintCell(Page& page, const Column& column, bool atTheRight, const QString& text,
+                         double baseline) const {
+  const double width = column.mayWrap || atTheRight ? m_measure.Width(text) : 0;
   if (!column.mayWrap || width <= column.width) {
-    painter.drawText(QPointF(left, baseline), text.simplified());
-    return;
+    PaintLine(page, text.simplified(), QPointF(column.left + (atTheRight ? column.width - width : 0), baseline));
+    return 1;
   }
-  for (const QString& line : m_measure.Lines(text, column.width, mostLines)) {
-    painter.drawText(QPointF(column.left, baseline), line);
+  const QStringList lines = m_measure.Lines(text, column.width, mostLines);
+  for (const QString& line : lines) {
+    PaintLine(page, line, QPointF(column.left, baseline));
     baseline += lineHeight;
+  }
+  return static_cast<int>(lines.size());
+}
+
+void ListPages::PaintLine(Page& page, const QString& text, QPointF baseline) const {
+  if (!m_glyphs.Add(text, baseline, page.glyphs)) {
+    page.painter.drawText(baseline, text);
   }
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "host/mailing/output/PrintedWork.h"
+#include "host/paper/GlyphTable.h"
 #include "host/paper/ListTable.h"
 #include "host/paper/TextMeasure.h"
 #include "paper/Pages.h"
+
+#include <QLineF>
 
 #include <vector>
 
@@ -44,6 +47,13 @@ class ListPages : public paper::Pages, public PrintedWork {
     bool mayWrap = false;  ///< Some of its texts are wider.
   };
 
+  /// Where rows are painted; what is plain waits for the page's end.
+  struct Page {
+    QPainter& painter;
+    PlacedGlyphs glyphs;
+    QList<QLineF> rules;
+  };
+
   double NaturalWidth(int column) const;
   void PlaceColumns();
   void BreakPages();
@@ -51,8 +61,9 @@ class ListPages : public paper::Pages, public PrintedWork {
   double TopOfRows(int page) const;
   double PaintHead(QPainter& painter) const;
   double PaintHeadings(QPainter& painter, double top) const;
-  void PaintRow(QPainter& painter, int row, double top) const;
-  void PaintCell(QPainter& painter, const Column& column, bool atTheRight, const QString& text, double baseline) const;
+  double PaintRow(Page& page, int row, double top) const;
+  int PaintCell(Page& page, const Column& column, bool atTheRight, const QString& text, double baseline) const;
+  void PaintLine(Page& page, const QString& text, QPointF baseline) const;
   void PaintFoot(QPainter& painter, int page) const;
 
   ListTable m_table;
@@ -61,6 +72,7 @@ class ListPages : public paper::Pages, public PrintedWork {
   QFont m_font;
   QFont m_bold;
   QFont m_small;
+  GlyphTable m_glyphs;
   TextMeasure m_measure;
   TextMeasure m_boldMeasure;
   TextMeasure m_smallMeasure;

@@ -17,20 +17,20 @@ QFont Large(QFont font) {
 }  // namespace
 
 TextMeasure::TextMeasure(const QFont& font) : m_metrics(Large(font)) {
-  for (std::size_t code = ' '; code < m_latin.size(); ++code) {
-    m_latin[code] = m_metrics.horizontalAdvance(QChar(static_cast<char16_t>(code))) / enlarged;
+  for (std::size_t place = ' '; place < m_plain.size(); ++place) {
+    m_plain[place] = m_metrics.horizontalAdvance(QChar(LetterAt(place))) / enlarged;
   }
-  std::fill_n(m_latin.begin(), ' ', m_latin[' ']);
+  std::fill_n(m_plain.begin(), ' ', m_plain[' ']);
 }
 
 double TextMeasure::Width(QStringView text) const {
   double width = 0;
   for (const QChar each : text) {
-    const std::size_t code = each.unicode();
-    if (code >= m_latin.size()) {
+    const std::size_t place = PlaceOf(each.unicode());
+    if (place >= m_plain.size()) {
       return m_metrics.horizontalAdvance(text.toString()) / enlarged;
     }
-    width += m_latin[code];
+    width += m_plain[place];
   }
   return width;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/paper/PlainLetters.h"
+
 #include <QFont>
 #include <QFontMetricsF>
 #include <QStringList>
@@ -10,7 +12,7 @@
 namespace host {
 
 /// How wide texts of a font are, in the units of its pixel size and as designed, so that it is the same on every
-/// device. Latin texts are added up from a table: a list of a hundred thousand rows is measured before anybody waits.
+/// device. Plain texts are added up from a table: a list of a hundred thousand rows is measured before anybody waits.
 class TextMeasure {
  public:
   /// The font has a pixel size and no kerning.
@@ -26,7 +28,7 @@ class TextMeasure {
   qsizetype FittingLength(QStringView text, double width) const;
 
   QFontMetricsF m_metrics;
-  std::array<double, 0x250> m_latin = {};
+  std::array<double, plainLetters> m_plain = {};
 };
 
 }  // namespace host
