@@ -2,6 +2,8 @@
 // wants mending, the detail of a record; what the change log adds to the saving of a country; and how long a password
 // is hashed.
 
+#include "LongLists.h"
+
 #include "database/Database.h"
 #include "host/access/Passwords.h"
 #include "host/records/Attention.h"
@@ -22,24 +24,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int records = 200'000;
 constexpr int rounds = 5;
 constexpr int saves = 200;
-
-std::unique_ptr<adodb::Connection> Filled(const QString& text) {
-  database::PrepareDatabase(text, database::Content::Reference);
-  auto connection = database::CreateConnection(text);
-  connection->Open();
-  connection->BeginTrans();
-  for (int i = 0; i < records; ++i) {
-    const adodb::Verbatim number{QString::number(i)};
-    adodb::Execute(*connection, u"INSERT INTO Provincias(Nombre,CodPais,Prefijo) VALUES('Población número {}',35,'28')",
-                   number);
-    adodb::Execute(*connection, u"INSERT INTO Cabeceras(Nombre) VALUES('Cabecera número {}')", number);
-  }
-  connection->CommitTrans();
-  return connection;
-}
 
 // As a dialog does: read when it opens, written when it is accepted, a request each.
 void SaveCountries(adodb::Connection& connection) {
@@ -74,7 +60,7 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QTemporaryDir folder;
   const QString text = database::ConnectionStringForFile(folder.filePath(u"kel.db"_s));
-  const auto connection = Filled(text);
+  const auto connection = bench::MakeLongLists(text);
   const std::vector<host::Node>& nodes = host::NodeCatalog();
   std::vector<bench::Contestant> contestants{
       {"the tree's numbers, one statement", [&] { host::CountRecords(*connection, nodes); }},

@@ -1,6 +1,8 @@
 // The host's window over 400,000 records: from its beginning to the painted list, beside a window that has that list
 // and nothing else (no start page, no numbers in the tree, no change log); and what it costs while nobody uses it.
 
+#include "LongLists.h"
+
 #include "database/Database.h"
 #include "host/desktop/MainWindow.h"
 #include "host/desktop/RecordList.h"
@@ -9,7 +11,6 @@
 #include "host/records/OfficeConnection.h"
 #include "host/records/RecordLoader.h"
 #include "host/services/ServiceClasses.h"
-#include "platform/adodb/Statement.h"
 #include "platform/automation/ClassRegistry.h"
 #include "platform/contract/cConstNodo.h"
 #include "support/Race.h"
@@ -31,26 +32,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int records = 200'000;
 constexpr int rounds = 5;
 constexpr std::chrono::seconds patience{20};
 constexpr std::chrono::seconds settling{5};
 constexpr std::chrono::seconds idle{20};
 constexpr std::chrono::seconds wholeIdle{120};
-
-void Fill(const QString& text) {
-  database::PrepareDatabase(text, database::Content::Reference);
-  const auto connection = database::CreateConnection(text);
-  connection->Open();
-  connection->BeginTrans();
-  for (int i = 0; i < records; ++i) {
-    const adodb::Verbatim number{QString::number(i)};
-    adodb::Execute(*connection, u"INSERT INTO Provincias(Nombre,CodPais,Prefijo) VALUES('Población número {}',35,'28')",
-                   number);
-    adodb::Execute(*connection, u"INSERT INTO Cabeceras(Nombre) VALUES('Cabecera número {}')", number);
-  }
-  connection->CommitTrans();
-}
 
 /// Sees when a list has been painted with its records.
 class PaintedList : public QObject {
@@ -68,7 +54,7 @@ class PaintedList : public QObject {
   }
 
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    m_isPainted = m_isPainted || (event->type() == QEvent::Paint && m_list.Records().TotalCount() >= records);
+    m_isPainted = m_isPainted || (event->type() == QEvent::Paint && m_list.Records().TotalCount() >= bench::longList);
     return false;
   }
 
@@ -183,7 +169,7 @@ int main(int argc, char** argv) {
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
   const QApplication application(argc, argv);
   const QString text = database::ConnectionStringForFile(settings.filePath(u"kel.db"_s));
-  Fill(text);
+  bench::MakeLongLists(text);
   std::vector<double> whole;
   std::vector<double> alone;
   for (int round = 0; round < rounds; ++round) {
