@@ -4,15 +4,21 @@
 #include "support/TestProgram.h"
 
 #include "host/records/AffectedRecords.h"
+#include "host/records/ChangeLog.h"
 #include "host/records/RecordReader.h"
 #include "host/records/RecordReferences.h"
 #include "platform/contract/cConstNodo.h"
 
+#include <QDeadlineTimer>
 #include <QDialog>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTreeWidget>
 #include <QtTest>
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +35,13 @@ QStringList Names(const host::RecordList& list) {
   return names;
 }
 
+// Which a loaded machine does not lengthen.
+std::chrono::nanoseconds ProcessorOfThisThread() {
+  timespec time = {};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+}
+
 }  // namespace
 
 class tst_live_records : public QObject {
@@ -36,6 +49,7 @@ class tst_live_records : public QObject {
 
  private Q_SLOTS:
   void OthersChangesAppear();
+  void AnUpdateOfEverythingIsOneNote();
   void TheTreeCounts();
   void PlaceIsKept();
   void NothingMovesBehindADialog();
@@ -79,6 +93,36 @@ void tst_live_records::OthersChangesAppear() {
   const int noted = desktop.List().Records().TotalCount();
   lorenzo.Execute(u"UPDATE Provincias SET Nombre='Yyy' WHERE IDProvincia=1");
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), noted + 1, soon);
+}
+
+void tst_live_records::AnUpdateOfEverythingIsOneNote() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  // Longer than a list that is read anew on a suspicion.
+  desktop.database.Execute(
+      u"INSERT INTO Cabeceras(Nombre) SELECT A.Nombre FROM Provincias AS A, Provincias AS B, Encabezados AS C");
+  desktop.ChooseNode(cConstNodo().Cabeceras());
+  const host::RecordModel& records = desktop.List().Records();
+  const int total = records.TotalCount();
+  QVERIFY(total > 10'000);
+  const qint64 newest = host::NewestChange(desktop.database.Connection());
+  lorenzo.Execute(u"UPDATE Cabeceras SET Nombre='Zzz'");
+  const QList<host::Change> notes = host::ChangesAfter(desktop.database.Connection(), newest, 2);
+  QCOMPARE(notes.size(), 1);
+  QCOMPARE(notes.constFirst().kind, host::ChangeKind::Several);
+  QCOMPARE(notes.constFirst().rows, total);
+  std::chrono::nanoseconds longest{0};
+  const QDeadlineTimer limit(std::chrono::milliseconds{soon});
+  const auto hasFollowed = [&] { return records.LineAt(0).startsWith(u"Zzz\t"_s); };
+  while (!hasFollowed() && !limit.hasExpired()) {
+    const std::chrono::nanoseconds before = ProcessorOfThisThread();
+    QCoreApplication::processEvents();
+    longest = std::max(longest, ProcessorOfThisThread() - before);
+    QThread::msleep(1);
+  }
+  QVERIFY(hasFollowed());
+  QCOMPARE(records.TotalCount(), total);
+  QCOMPARE_LT(longest, std::chrono::milliseconds{25});
 }
 
 void tst_live_records::TheTreeCounts() {

@@ -27,6 +27,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QToolButton>
 #include <QtTest>
 
@@ -164,7 +165,7 @@ class Walk {
   }
 
   void Dialogs() {
-    LookAtDialog("preferences", [&] { m_desktop.Action("actPreferences").trigger(); });
+    Preferences();
     LookAtDialog("serverUsersDialog", [&] { host::ServerUsersDialog(m_desktop.Session()).exec(); });
     LookAtDialog("locksDialog", [&] { m_desktop.Action("actLocks").trigger(); });
     m_desktop.ChooseNode(cConstNodo().Bancos());
@@ -182,6 +183,23 @@ class Walk {
          .print = [](const host::PrintedWork& /*work*/, const host::PrintWish& /*wish*/) {}});
     calibration.show();
     LookAt(calibration, u"calibrationDialog"_s);
+  }
+
+  void Preferences() {
+    m_desktop.driver.On("preferences", [&](const DialogUser& dialog) {
+      auto* pages = dialog.Dialog()->findChild<QTabWidget*>(u"tabPages"_s);
+      for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        LookAt(*dialog.Dialog(), u"preferences, "_s + pages->tabText(page));
+      }
+      // The text's size is chosen here: also the largest one is left by it, on a small screen.
+      const QSize size = dialog.Dialog()->sizeHint();
+      if (size != size.boundedTo({1024, 600})) {
+        m_faults.append(u"preferences | no room on a small screen: %1x%2"_s.arg(size.width()).arg(size.height()));
+      }
+      dialog.Close();
+    });
+    m_desktop.Action("actPreferences").trigger();
   }
 
   void Shown(QWidget& window) {

@@ -7,10 +7,16 @@
 #include "platform/adodb/ErrorNumbers.h"
 #include "platform/contract/cConstNodo.h"
 #include "support/ErrorOf.h"
+#include "support/RecordingConnection.h"
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QTest>
+
+#include <csignal>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +34,8 @@ class tst_office_connection : public QObject {
   void Notes();
   void NotesGoWithTheirTransaction();
   void WhatFailsLeavesNothing();
+  void AKilledProgramLeavesBothOrNothing_data();
+  void AKilledProgramLeavesBothOrNothing();
   void WhoWhenAndHowLong();
   void WatchesSeeWhatIsCommitted();
   void LateNotesAreSeen();
@@ -57,6 +65,52 @@ QString TextOf(const host::Change& change) {
   return u"%1 %2 %3 «%4» %5 %6"_s.arg(QLatin1StringView(kinds[static_cast<int>(change.kind)]), change.table,
                                       QString::number(change.key), change.name, QString::number(change.rows),
                                       columns.join(u' '));
+}
+
+// Hands everything on to an engine of its own, and ends the program without a word before the entry of that number.
+class Deadly : public support::RecordingConnection {
+ public:
+  Deadly(const QString& text, int lastEntry) : Deadly(database::CreateConnection(text), lastEntry) {}
+
+ private:
+  Deadly(std::unique_ptr<adodb::Connection> engine, int lastEntry)
+      : RecordingConnection(*engine), m_engine(std::move(engine)) {
+    SetHook([left = lastEntry](const QString& entry) mutable {
+      if (left-- == 0) {
+        std::puts(qPrintable(entry));
+        std::fflush(stdout);
+        raise(SIGKILL);
+      }
+    });
+  }
+
+  std::unique_ptr<adodb::Connection> m_engine;
+};
+
+// Two banks, in transactions of their own, in one, or in a batch.
+int WriteAsHelper(const QStringList& arguments) {
+  const QString& way = arguments[1];
+  host::Session session;
+  host::OfficeConnection office(std::make_unique<Deadly>(arguments[0], arguments[2].toInt()), session);
+  session.connection = &office;
+  session.office = &office;
+  if (way == u"batch"_s) {
+    office.BeginBatch({u"Bancos"_s});
+  } else {
+    office.Open();
+  }
+  if (way == u"transaction"_s) {
+    office.BeginTrans();
+  }
+  office.Execute(u"INSERT INTO Bancos(Numero) VALUES('1')"_s);
+  office.Execute(u"INSERT INTO Bancos(Numero) VALUES('2')"_s);
+  if (way == u"transaction"_s) {
+    office.CommitTrans();
+  } else if (way == u"batch"_s) {
+    office.CommitBatch();
+    office.EndBatch();
+  }
+  return 0;
 }
 
 }  // namespace
@@ -167,6 +221,40 @@ void tst_office_connection::WhatFailsLeavesNothing() {
   QCOMPARE(ErrorOf([&] { m_office->Execute(u"UPDATE Bancos SET Nombre='x' WHERE IDBanco=1"_s); }),
            int(adodb::NoSuchTable));
   QCOMPARE(Outcome(m_database->Connection(), u"SELECT Nombre FROM Bancos"_s), u"Uno"_s);
+}
+
+void tst_office_connection::AKilledProgramLeavesBothOrNothing_data() {
+  QTest::addColumn<int>("together");
+  QTest::newRow("alone") << 1;
+  QTest::newRow("transaction") << 2;
+  QTest::newRow("batch") << 2;
+}
+
+// Killed before whatever it asks the engine for, one after the other, until nothing is left to be asked.
+void tst_office_connection::AKilledProgramLeavesBothOrNothing() {
+  QFETCH(const int, together);
+  int betweenBoth = 0;
+  bool wasKilled = true;
+  for (int asked = 0; wasKilled; ++asked) {
+    QProcess program;
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {u"--write"_s, m_database->ConnectionString(), QString::fromUtf8(QTest::currentDataTag()),
+                   QString::number(asked)});
+    QVERIFY(program.waitForFinished());
+    wasKilled = program.exitStatus() == QProcess::CrashExit;
+    const QByteArray entry = program.readAllStandardOutput();
+    QCOMPARE(m_database->Query(u"SELECT Numero FROM Bancos WHERE IDBanco NOT IN (SELECT ValorID FROM Cambios)"),
+             QStringList());
+    QCOMPARE(m_database->Query(u"SELECT ValorID FROM Cambios WHERE ValorID NOT IN (SELECT IDBanco FROM Bancos)"),
+             QStringList());
+    const int written = m_database->Id(u"SELECT COUNT(*) FROM Bancos");
+    QVERIFY2(written % together == 0 && (wasKilled || written == 2), entry.constData());
+    betweenBoth += entry.startsWith("INSERT INTO Cambios") ? 1 : 0;
+    m_database->Execute(u"DELETE FROM Bancos");
+    m_database->Execute(u"DELETE FROM Cambios");
+  }
+  QCOMPARE(betweenBoth, 2);
 }
 
 void tst_office_connection::WhoWhenAndHowLong() {
@@ -311,4 +399,5 @@ void tst_office_connection::ListsAreReadOverOneConnection() {
 }
 
 KEL_TEST(tst_office_connection);
+KEL_TEST_HELPER(write, WriteAsHelper);
 #include "tst_office_connection.moc"

@@ -74,6 +74,8 @@ class Reader {
     WordList words = {};
     QByteArray groups = {};
     bool hasParagraph = false;
+
+    bool IsEmpty() const { return !defaults && words.IsEmpty() && groups.isEmpty(); }
   };
   enum class BorderOwner { None, Character, Paragraph, Section, Row };
 

@@ -276,6 +276,9 @@ void Reader::FinishSection() {
   }
   if (!m_section.hasParagraph) {
     ++m_report.dropped[QStringLiteral("sect")];
+    if (m_done && !m_section.IsEmpty()) {
+      m_seams.EndWithSection();
+    }
     return;
   }
   const Piece groups(m_section.groups);

@@ -23,6 +23,8 @@ void SeamRecorder::EndPart(bool inTable) {
 
 void SeamRecorder::ChangeDocument(bool begins) {
   if (begins) {
+    // The letter can't be written on from in front of it.
+    m_seams.at.last().state = -1;
     m_placed = true;
     return;
   }

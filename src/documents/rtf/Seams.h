@@ -54,6 +54,8 @@ class SeamRecorder {
   void ChangeDocument(bool begins);
   /// It ends what the last part's end did not, without text between them.
   void GoOn();
+  /// The letter's last words are those of a section that has no part, and the last part has its mark.
+  void EndWithSection() { m_seams.bound.insert(m_seams.at.size() - 2); }
 
   /// Whether the end of the token is a seam. `closesGroup` goes on from one that the token before has left.
   bool IsSeam(bool closesGroup);

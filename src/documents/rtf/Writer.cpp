@@ -214,8 +214,14 @@ void Writer::Mark(const RunFormat& mark) {
 }
 
 void Writer::BeginSection(const QTextBlockFormat& format) {
-  m_styles.Words(WordsFromText(format.stringProperty(SectionWordsProperty)));
-  m_text.Raw(format.property(SectionProperty).value<Piece>().Bytes());
+  const QString words = format.stringProperty(SectionWordsProperty);
+  const QByteArray groups = format.property(SectionProperty).value<Piece>().Bytes();
+  if (!words.isEmpty() || !groups.isEmpty()) {
+    // Within a field they would be none of the section's; a link that was made over its start goes on as another one.
+    CloseLinks(0);
+  }
+  m_styles.Words(WordsFromText(words));
+  m_text.Raw(groups);
 }
 
 /// The definitions of the rows that the paragraph is the first of, and cells in front of it that are gone. Nested

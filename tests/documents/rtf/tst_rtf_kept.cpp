@@ -31,6 +31,7 @@ class tst_rtf_kept : public QObject {
   void pictures();
   void piecesSurviveCutAndPaste();
   void foreignTablesStayBehind();
+  void linkOverASection();
   void addedFonts_data();
   void addedFonts();
   void noFontStaysNone();
@@ -95,6 +96,7 @@ void tst_rtf_kept::afterAnEdit_data() {
       "{\\field\\fldedit{\\*\\fldinst MERGEFIELD x}{\\fldrslt r}}");
   row("field over paragraphs", "{\\field{\\*\\fldinst X}{\\fldrslt a\\par\\pard\\qc b}}c\\par\\pard d\\par",
       "{\\field{\\*\\fldinst X}");
+  row("field over sections", "{\\field{\\*\\fldinst X}{\\fldrslt a\\sect\\sectd\\cols2 b}}c\\par", "a\\sect\r\nb}}");
   row("nested table",
       "\\trowd\\cellx9\\pard\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx7\\nestrow}\\pard\\intbl "
       "b\\cell\\row\\pard\\par",
@@ -175,9 +177,15 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       'n', "abd");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
   row("what holds for the document", "\\wa a\\par X\\deftab300\\par\\wb b\\par", 'l', "");
+  row("what holds for the document in a row's definition",
+      "\\trowd\\deftab300\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par", 'n', "");
   row("a row's definition before its time",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
   row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
+  row("in front of a last section's words", "\\wa a\\par X\\par\\sect\\sectd\\cols2", 'n', "");
+  row("in front of its header", "\\wa a\\par X\\sect{\\header h}", 'n', "");
+  row("in front of one without text", "\\wa X\\par\\sect\\sectd\\cols2\\sect\\wb b\\par\\wc c\\par", 'n', "bc");
+  row("in front of an empty one", "\\wa a\\par X\\par\\sect", 'n', "a");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
@@ -449,6 +457,25 @@ void tst_rtf_kept::foreignTablesStayBehind() {
   QVERIFY(!written.contains("header") && !written.contains("paperw") && !written.contains("\\ls1"));
   QVERIFY2(written.contains("Verdana") && written.contains("\\pnlvlblt"), written.constData());
   QCOMPARE(support::Loss(*Document(written)), QString());
+}
+
+/// In a field's result the section's words and header would count for nothing.
+void tst_rtf_kept::linkOverASection() {
+  const auto document = Document(Letter("x\\par a\\sect\\sectd\\cols2 b\\sect{\\header h}c\\par"));
+  const QString target = u"https://ejemplo.es/"_s;
+  QTextCharFormat link;
+  link.setAnchor(true);
+  link.setAnchorHref(target);
+  QTextCursor cursor(document.get());
+  cursor.select(QTextCursor::Document);
+  cursor.mergeCharFormat(link);
+  const auto again = Document(rtf::Write(*document));
+  QCOMPARE(Text(*again), u"x|a|b|c"_s);
+  for (const int paragraph : {2, 3}) {
+    QCOMPARE(again->findBlockByNumber(paragraph).blockFormat(), document->findBlockByNumber(paragraph).blockFormat());
+  }
+  QCOMPARE(support::FormatAt(*again, u"a"_s).anchorHref(), target);
+  QCOMPARE(support::FormatAt(*again, u"b"_s).anchorHref(), target);
 }
 
 /// A table of fonts gets another one in its own form.
