@@ -6,9 +6,9 @@ class QTextDocument;
 
 namespace documents {
 
-/// Rows that are to stay on one page (`\trkeep`, or because they got room), and fit on one, begin on the next page where
-/// they would go on there: room is left under the row above them. At most fifty rows, since each lays the letter out
-/// again. For a copy that is laid out in pages.
+/// Rows that are to stay on one page (`\trkeep`, or because they got room), and fit on one, begin on the next page
+/// where they would go on there: room is left under the row above them. At most fifty rows, since each lays the letter
+/// out again. For a copy that is laid out in pages.
 void KeepRows(QTextDocument& copy);
 
 /// What Qt paints of tables under their last row on a page and is no part of it: nothing may be painted there.
