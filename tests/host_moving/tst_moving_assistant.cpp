@@ -149,7 +149,7 @@ void tst_moving_assistant::FromTheFileToTheReport() {
                        "eliminado"_s));
   assistant.Choose("grdAvisos", 0, u"se une a él"_s);
   QCOMPARE(assistant.Rows("grdAvisos").constFirst().section(u'|', -1), u"se une a él"_s);
-  QVERIFY(assistant.Text("lblResumen").startsWith(u"Todavía no se ha escrito nada. Entran 1 registros nuevos"_s));
+  QVERIFY(assistant.Text("lblResumen").startsWith(u"Todavía no se ha escrito nada. Registros nuevos: 1;"_s));
   QCOMPARE(assistant.database.Query(u"SELECT * FROM Bancos"), QStringList());
   assistant.Press("cmdSiguiente");
   QVERIFY(assistant.Window().HasBrought());

@@ -170,7 +170,7 @@ void PreviewPage::ShowText(const QString& text, bool fault) {
 }
 
 QString PreviewPage::Summary() const {
-  QString text = u"Todavía no se ha escrito nada. Entran %1 registros nuevos, %2 ya estaban, %3 no entran."_s.arg(
+  QString text = u"Todavía no se ha escrito nada. Registros nuevos: %1; ya estaban: %2; no entran: %3."_s.arg(
       Number(m_report.Sum(&moving::TableReport::created)), Number(m_report.Sum(&moving::TableReport::known)),
       Number(m_report.Sum(&moving::TableReport::leftOut)));
   if (m_report.Written() == 0) {
