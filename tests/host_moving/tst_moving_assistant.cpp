@@ -215,7 +215,7 @@ void tst_moving_assistant::LossesWantConsent() {
   assistant.Press("cmdSiguiente");
   assistant.Press("cmdSiguiente");
   QVERIFY(!assistant.MayGoOn());
-  QVERIFY(assistant.Text("lblResumen").contains(u"1 no entran"_s));
+  QVERIFY(assistant.Text("lblResumen").contains(u"no entran: 1."_s));
   auto& search = assistant.Find<QLineEdit>("txtBuscarAvisos");
   search.setText(u"QUIZA"_s);
   QCOMPARE(assistant.Rows("grdAvisos").size(), 1);
