@@ -83,12 +83,17 @@ def server_database(name):
     return ["--base", base]
 
 
+def new_office(program):
+    """The main window of a database that the program's first box has made."""
+    program.window("Elegir la base de datos").press("Crear una nueva…")
+    program.window("Crear una base de datos").press("Guardar")
+    return Office(program)
+
+
 def first_issuer():
     """From nothing: the issuer's dialog opens all that it needs."""
     with Program(PLACE / "first") as program:
-        program.window("Elegir la base de datos").press("Crear una nueva…")
-        program.window("Crear una base de datos").press("Guardar")
-        office = Office(program)
+        office = new_office(program)
         office.choose("Emisores")
         office.press("Agregar")
         issuer = program.window("Agregar emisor")
@@ -325,9 +330,7 @@ def make_copy(program, office, file):
 def damaged_file():
     """The database can't be opened any more: a copy takes its place, from the window."""
     with Program(PLACE / "damaged") as program:
-        program.window("Elegir la base de datos").press("Crear una nueva…")
-        program.window("Crear una base de datos").press("Guardar")
-        office = Office(program)
+        office = new_office(program)
         office.choose("Bancos")
         office.add_bank("0049", "Banco del Encinar")
         copy = program.home / "copia.db"

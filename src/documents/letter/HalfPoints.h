@@ -14,6 +14,9 @@ namespace documents {
 /// everywhere.
 inline constexpr int halfPointsPerInch = 144;
 
+/// Paddings and borders of a document's formats count 96 to an inch.
+inline constexpr double halfPointsPerFormatLength = halfPointsPerInch / 96.0;
+
 inline int ToHalfPoints(Twips length) {
   constexpr double twipsPerHalfPoint = 10;
   return static_cast<int>(std::lround(length.count / twipsPerHalfPoint));

@@ -19,9 +19,6 @@ namespace documents {
 
 namespace {
 
-// Lengths of formats count 96 to an inch.
-constexpr double scale = halfPointsPerInch / 96.0;
-
 // Of a cell that was lengthened.
 constexpr int roomProperty = QTextFormat::UserProperty + 0x7C;
 
@@ -92,11 +89,12 @@ class Rows {
   QRectF Place(int position) const { return m_layout.blockBoundingRect(m_table.document()->findBlock(position)); }
 
   double Top(const QTextTableCell& cell) const {
-    return Place(cell.firstPosition()).top() - cell.format().toTableCellFormat().topPadding() * scale;
+    return Place(cell.firstPosition()).top() -
+           cell.format().toTableCellFormat().topPadding() * halfPointsPerFormatLength;
   }
 
   double Height(const QTextTableCell& cell) const {
-    const double padding = cell.format().toTableCellFormat().bottomPadding() * scale;
+    const double padding = cell.format().toTableCellFormat().bottomPadding() * halfPointsPerFormatLength;
     return Place(cell.lastPosition()).bottom() + padding - Top(cell);
   }
 
@@ -131,8 +129,8 @@ void Leave(Room room) {
   QTextTableCellFormat format = room.cell.format().toTableCellFormat();
   const QTextCharFormat::VerticalAlignment place = format.verticalAlignment();
   const double above = place == QTextCharFormat::AlignBottom ? 1 : (place == QTextCharFormat::AlignMiddle ? 0.5 : 0);
-  format.setTopPadding(format.topPadding() + above * room.height / scale);
-  format.setBottomPadding(format.bottomPadding() + (1 - above) * room.height / scale);
+  format.setTopPadding(format.topPadding() + above * room.height / halfPointsPerFormatLength);
+  format.setBottomPadding(format.bottomPadding() + (1 - above) * room.height / halfPointsPerFormatLength);
   format.setProperty(roomProperty, true);
   room.cell.setFormat(format);
 }

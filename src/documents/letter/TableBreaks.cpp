@@ -20,9 +20,6 @@ namespace documents {
 
 namespace {
 
-// Lengths of formats count 96 to an inch.
-constexpr double scale = halfPointsPerInch / 96.0;
-
 // Of a cell that was lengthened.
 constexpr int ownPadding = QTextFormat::UserProperty + 0x7B;
 
@@ -77,7 +74,7 @@ class BrokenTable {
   void PaintFoot(QPainter& painter, double y) const {
     ForEachFoot(y, [&](const QTextTableCell& cell, const QRectF& foot) {
       const QTextTableCellFormat format = cell.format().toTableCellFormat();
-      const double width = format.bottomBorder() * scale;
+      const double width = format.bottomBorder() * halfPointsPerFormatLength;
       if (format.bottomBorderStyle() != QTextFrameFormat::BorderStyle_None && width > 0) {
         painter.fillRect(QRectF(foot.left(), std::min(foot.top(), y - width), foot.width(), width),
                          format.bottomBorderBrush());
@@ -88,7 +85,7 @@ class BrokenTable {
   /// What Qt paints of the table between its last row there and the page's end, where the next row had no room.
   void AddStubs(QPainterPath& path, double y) const {
     ForEachFoot(y, [&](const QTextTableCell& cell, const QRectF& foot) {
-      const double line = cell.format().toTableCellFormat().bottomBorder() * scale;
+      const double line = cell.format().toTableCellFormat().bottomBorder() * halfPointsPerFormatLength;
       if (foot.height() > line + tolerance) {
         path.addRect(foot.adjusted(-2 * tolerance, line, 2 * tolerance, 0));
       }
@@ -103,7 +100,7 @@ class BrokenTable {
     }
     ForEachCell(row, [&](const QTextTableCell& cell, double left, double right) {
       const QTextTableCellFormat format = cell.format().toTableCellFormat();
-      const double width = format.topBorder() * scale;
+      const double width = format.topBorder() * halfPointsPerFormatLength;
       if (format.topBorderStyle() != QTextFrameFormat::BorderStyle_None && width > 0) {
         painter.fillRect(QRectF(left, y, right - left, width), format.topBorderBrush());
       }
@@ -124,7 +121,7 @@ class BrokenTable {
     for (int column = 0; column < m_table.columns(); ++column) {
       const QTextTableCell cell = m_table.cellAt(row, column);
       if (cell.row() == row && cell.column() == column) {
-        const double padding = cell.format().toTableCellFormat().topPadding() * scale;
+        const double padding = cell.format().toTableCellFormat().topPadding() * halfPointsPerFormatLength;
         const double own = Place(cell.firstPosition()).top() - padding;
         top = std::min(top.value_or(own), own);
       }
@@ -139,7 +136,8 @@ class BrokenTable {
       if (cell.row() + cell.rowSpan() - 1 == row) {
         const QTextTableCellFormat format = cell.format().toTableCellFormat();
         const double padding =
-            (format.hasProperty(ownPadding) ? format.doubleProperty(ownPadding) : format.bottomPadding()) * scale;
+            (format.hasProperty(ownPadding) ? format.doubleProperty(ownPadding) : format.bottomPadding()) *
+            halfPointsPerFormatLength;
         bottom = std::max(bottom, Place(cell.lastPosition()).bottom() + padding);
       }
     }
@@ -165,12 +163,12 @@ class BrokenTable {
     const QList<QTextLength> widths = m_table.format().columnWidthConstraints();
     for (int column = 0; column < m_table.columns();) {
       const QTextTableCell cell = m_table.cellAt(row, column);
-      const double padding = cell.format().toTableCellFormat().leftPadding() * scale;
+      const double padding = cell.format().toTableCellFormat().leftPadding() * halfPointsPerFormatLength;
       const double left = Place(cell.firstPosition()).left() - padding;
       double right = left;
       const int end = cell.column() + cell.columnSpan();
       for (; column < end; ++column) {
-        right += widths.value(column).rawValue() * scale;
+        right += widths.value(column).rawValue() * halfPointsPerFormatLength;
       }
       paint(cell, left, right);
     }
@@ -192,7 +190,7 @@ void Lengthen(QTextTableCell cell, double length) {
   if (cell.isValid()) {
     QTextTableCellFormat format = cell.format().toTableCellFormat();
     format.setProperty(ownPadding, format.bottomPadding());
-    format.setBottomPadding(format.bottomPadding() + length / scale);
+    format.setBottomPadding(format.bottomPadding() + length / halfPointsPerFormatLength);
     cell.setFormat(format);
   }
 }

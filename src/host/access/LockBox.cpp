@@ -2,11 +2,11 @@
 
 #include "host/access/PasswordLine.h"
 #include "host/access/SignIn.h"
+#include "host/look/PlainLabel.h"
 
 #include <QCloseEvent>
 #include <QFormLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -25,7 +25,7 @@ LockBox::LockBox(Session& session, Door& door, const Account& account, QString p
       m_password(new PasswordLine(u"txtPassword"_s, this)),
       m_alert(new AlertLabel(this)),
       m_unlock(new QPushButton(u"&Desbloquear"_s, this)),
-      m_text(new QLabel(this)) {
+      m_text(NamedLabel(u"lblLocked"_s, this)) {
   setObjectName(u"lockBox"_s);
   setWindowTitle(session.title);
   setWindowModality(Qt::ApplicationModal);
@@ -48,9 +48,6 @@ LockBox::LockBox(Session& session, Door& door, const Account& account, QString p
 }
 
 void LockBox::Build() {
-  m_text->setObjectName(u"lblLocked"_s);
-  m_text->setTextFormat(Qt::PlainText);
-  m_text->setWordWrap(true);
   auto* form = new QFormLayout;
   form->addRow(u"&Contraseña:"_s, m_password);
   m_unlock->setObjectName(u"unlock"_s);

@@ -1,10 +1,10 @@
 #include "host/desktop/OfficePage.h"
 
 #include "host/access/UserRules.h"
+#include "host/look/PlainLabel.h"
 #include "platform/automation/Error.h"
 
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 
@@ -28,7 +28,7 @@ OfficePage::OfficePage(ComponentBridge& bridge, bool isFile, QWidget* parent)
     : QWidget(parent),
       m_bridge(bridge),
       m_isFile(isFile),
-      m_reason(new QLabel(this)),
+      m_reason(NamedLabel(u"lblReason"_s, this)),
       m_name(new QLineEdit(this)),
       m_idle(Number(u"spnOfficeIdle"_s, 0, mostIdleMinutes, u" minutos sin uso"_s, this)),
       m_log(Number(u"spnLog"_s, 1, OfficePolicy::mostMonthsOfLog, u" meses"_s, this)),
@@ -41,9 +41,6 @@ OfficePage::OfficePage(ComponentBridge& bridge, bool isFile, QWidget* parent)
 
 void OfficePage::Build() {
   constexpr int longestName = 100;
-  m_reason->setObjectName(u"lblReason"_s);
-  m_reason->setTextFormat(Qt::PlainText);
-  m_reason->setWordWrap(true);
   m_name->setObjectName(u"txtOffice"_s);
   m_name->setMaxLength(longestName);
   constexpr int shownCharacters = 36;
