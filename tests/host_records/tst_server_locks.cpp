@@ -117,15 +117,26 @@ void tst_server_locks::ACutNetworkFreesTheLock() {
   const TestDatabase database;
   static const QRegularExpression place(u"Servidor=[^;]*"_s);
   const QString country = u"SELECT COUNT(*) FROM Paises WHERE Nombre='x'"_s;
-  Program ana(database.ConnectionString().replace(place, u"Servidor=127.0.0.1"_s), 1);
+  const QString cut = database.ConnectionString().replace(place, u"Servidor=127.0.0.1"_s);
+  Program ana(cut, 1);
   Program blas(database, 2);
+  Program carla(cut, 3);
   QVERIFY(ana.Take());
+  QVERIFY(!carla.session.Locks().Take(column, 2));
+  // Her answer comes when there is no line any more.
+  const QString held = u"UPDATE Paises SET Nombre='y' WHERE IDPais=2"_s;
+  blas.office.BeginTrans();
+  blas.office.Execute(held);
+  const std::jthread waiting([&] { ErrorOf([&] { carla.office.Execute(held); }); });
+  QTest::qWait(300);
   network.Cut();
+  blas.office.RollbackTrans();
   QElapsedTimer elapsed;
   elapsed.start();
   QCOMPARE(ErrorOf([&] { ana.office.Execute(save); }), int(adodb::CannotOpen));
   QVERIFY2(elapsed.elapsed() < 25000, qPrintable(QString::number(elapsed.elapsed())));
   QTRY_VERIFY_WITH_TIMEOUT(blas.Take(), 30000 - static_cast<int>(elapsed.elapsed()));
+  QTRY_VERIFY_WITH_TIMEOUT(!blas.session.Locks().Take(column, 2), 30000 - static_cast<int>(elapsed.elapsed()));
   network.Mend();
   try {
     ana.office.Execute(save);

@@ -37,7 +37,9 @@ QByteArray Settings(const ConnectionString& target) {
   QByteArray settings =
       "-c search_path=kel,pg_catalog,pg_temp -c jit=off -c client_min_messages=warning"
       " -c idle_in_transaction_session_timeout=120000 -c client_connection_check_interval=2000"
-      " -c tcp_keepalives_idle=5 -c tcp_keepalives_interval=5 -c tcp_keepalives_count=3";
+      " -c tcp_keepalives_idle=5 -c tcp_keepalives_interval=5 -c tcp_keepalives_count=3"
+      // An answer still under way holds the kernel's probes back.
+      " -c tcp_user_timeout=20000";
   // 0 would mean to wait for ever.
   settings += " -c lock_timeout=" + QByteArray::number(std::max(target.WaitMilliseconds(), 1));
   return target.ReadOnly() ? settings + " -c default_transaction_read_only=on" : settings;
