@@ -34,7 +34,7 @@ namespace {
 
 constexpr int rounds = 5;
 constexpr std::chrono::seconds patience{20};
-constexpr std::chrono::seconds settling{5};
+constexpr std::chrono::seconds settling{20};  // What was written last is looked at for a while.
 constexpr std::chrono::seconds idle{20};
 constexpr std::chrono::seconds wholeIdle{120};
 

@@ -1,5 +1,6 @@
 #include "database/Announcement.h"
 #include "database/ChangeClock.h"
+#include "database/FileTrace.h"
 #include "database/Maintenance.h"
 #include "database/Snapshot.h"
 #include "database/WrittenRecord.h"
@@ -433,13 +434,21 @@ void tst_connection::TheClockMoves() {
   };
   QVERIFY(clock.HasMoved());
   QVERIFY(staysStill());
+  const QString link = m_database->Path(u"link.db"_s);
+  QFile::link(m_database->Path(), link);
+  const bool isOnServer = m_database->Server() != nullptr;
+  database::FileTrace trace(isOnServer ? m_database->ConnectionString() : database::ConnectionStringForFile(link));
+  QVERIFY(trace.HasMoved());
+  QCOMPARE(trace.HasMoved(), isOnServer);
   m_database->Connection().BeginTrans();
   m_database->Connection().Execute(insertBank);
   QVERIFY(staysStill());
   m_database->Connection().CommitTrans();
   QVERIFY(clock.HasMoved());
   QVERIFY(staysStill());
-  if (m_database->Server() != nullptr) {
+  QVERIFY(trace.HasMoved());
+  QCOMPARE(trace.HasMoved(), isOnServer);
+  if (isOnServer) {
     return;
   }
   const QString file = m_database->Path();

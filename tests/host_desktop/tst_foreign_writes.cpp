@@ -26,7 +26,7 @@ class tst_foreign_writes : public QObject {
 void tst_foreign_writes::ForeignToolsAreNoticed() {
   TestDesktop desktop;
   desktop.ChooseNode(cConstNodo().Paises());
-  QTest::qWait(1500);  // The first look finds nothing: what it finds later is new.
+  QTest::qWait(2000);  // The first look finds nothing: what it finds later is new.
   desktop.database.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=35");
   const host::RecordModel& records = desktop.List().Records();
   QTRY_COMPARE_WITH_TIMEOUT(records.LineAt(records.rowCount() - 1, {0}), u"Zzz"_s, soon);
@@ -38,7 +38,7 @@ void tst_foreign_writes::ALongListOnlySaysSo() {
       u"INSERT INTO Cabeceras(Nombre) SELECT A.Nombre FROM Provincias AS A, Provincias AS B, Encabezados AS C");
   desktop.ChooseNode(cConstNodo().Cabeceras());
   QVERIFY(desktop.List().Records().TotalCount() > 10'000);
-  QTest::qWait(1500);
+  QTest::qWait(2000);
   desktop.database.Execute(
       u"INSERT INTO BloqueoRegistros (codUsuario, campoID, ValorID, Usuario) VALUES (7, 'IDPais', 1, 'blas')");
   QTest::qWait(2500);

@@ -5,6 +5,7 @@
 
 #include "host/records/AffectedRecords.h"
 #include "host/records/ChangeLog.h"
+#include "host/records/ChangeWatch.h"
 #include "host/records/RecordReader.h"
 #include "host/records/RecordReferences.h"
 #include "platform/contract/cConstNodo.h"
@@ -42,6 +43,21 @@ std::chrono::nanoseconds ProcessorOfThisThread() {
   return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
 }
 
+// How many events of a kind an object gets, or the whole program.
+class EventCount : public QObject {
+ public:
+  EventCount(QObject& watched, QEvent::Type type) : m_type(type) { watched.installEventFilter(this); }
+  int Take() { return std::exchange(m_count, 0); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    m_count += event->type() == m_type ? 1 : 0;
+    return false;
+  }
+
+ private:
+  QEvent::Type m_type;
+  int m_count = 0;
+};
+
 }  // namespace
 
 class tst_live_records : public QObject {
@@ -55,6 +71,7 @@ class tst_live_records : public QObject {
   void NothingMovesBehindADialog();
   void WantedColumnsFollow();
   void UsesAreTheSameEverywhere();
+  void NobodyIsWokenForNothing();
   void OnlyWhatLooksOtherwiseIsRead_data();
   void OnlyWhatLooksOtherwiseIsRead();
 };
@@ -264,6 +281,37 @@ void tst_live_records::UsesAreTheSameEverywhere() {
     }
   }
   QVERIFY(used > 100);
+}
+
+// A file is only looked at from outside while nobody writes, and a server tells.
+void tst_live_records::NobodyIsWokenForNothing() {
+  if (TestDesktop desktop; desktop.database.Server() != nullptr) {
+    desktop.ChooseNode(cConstNodo().Paises());
+    EventCount timers(*qApp, QEvent::Timer);
+    const auto areStill = [&] {
+      timers.Take();
+      QTest::qWait(3500);
+      return timers.Take() == 0;
+    };
+    QVERIFY(areStill() || areStill());
+    return;
+  }
+  const support::TestDatabase database;
+  host::ChangeWatch watch(database.ConnectionString(), 0, true);
+  EventCount answers(watch, QEvent::MetaCall);
+  QSignalSpy seen(&watch, &host::ChangeWatch::Seen);
+  const auto answersTo = [&](int looks) {
+    answers.Take();
+    for (; looks > 0 && QTest::qWaitFor([&] { return watch.Look(); }, soon); --looks) {
+    }
+    return looks > 0 ? -1 : answers.Take();
+  };
+  QCOMPARE_GT(answersTo(50), 0);
+  QCOMPARE(answersTo(200), 0);
+  database.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=35");
+  // Where a commit is long in coming it is not the first question that finds it.
+  QCOMPARE_GT(answersTo(200), 5);
+  QCOMPARE(seen.size(), 1);
 }
 
 void tst_live_records::OnlyWhatLooksOtherwiseIsRead_data() {

@@ -16,7 +16,8 @@ namespace host {
 
 namespace {
 
-constexpr std::chrono::seconds pause{1};
+// Changes are to be seen within two seconds.
+constexpr std::chrono::milliseconds pause{1500};
 
 // A longer list is not read anew on a suspicion.
 constexpr int longestReadAnew = 10'000;
@@ -54,7 +55,7 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const 
       m_changed(
           thread, [this](const ChangedRecords& changed) { TakeChanged(changed); },
           // They stay pending.
-          [this](const automation::Error&) { m_pending = std::exchange(m_beingRead, {}) + m_pending; }),
+          [this](const automation::Error&) { PutOff(std::exchange(m_beingRead, {})); }),
       m_notices(Listen(bridge, [this](const QStringList& tables) { HearOf(tables); })),
       m_watch(connectionString, NewestNote(bridge), m_notices == nullptr) {
   connect(&m_watch, &ChangeWatch::Seen, this, &LiveRecords::TakeNote);
@@ -64,9 +65,12 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const 
       Q_EMIT Updated();
     }
   });
-  connect(&m_reader, &RecordLoader::Failed, this, [this] { m_unknown = true; });
+  connect(&m_reader, &RecordLoader::Failed, this, [this] {
+    m_unknown = true;
+    TickOn();
+  });
   connect(&m_timer, &QTimer::timeout, this, &LiveRecords::Tick);
-  m_timer.start(pause);
+  TickOn();
   m_soon.setSingleShot(true);
   connect(&m_soon, &QTimer::timeout, this, &LiveRecords::Tick);
 }
@@ -74,6 +78,7 @@ LiveRecords::LiveRecords(ComponentBridge& bridge, DatabaseThread& thread, const 
 void LiveRecords::HearOf(const QStringList& tables) {
   if (tables.isEmpty() || tables.contains(u"Cambios"_s)) {
     m_mustLook = true;
+    TickOn();
     m_soon.start(shortly);
   }
 }
@@ -94,6 +99,21 @@ void LiveRecords::Tick() {
       m_mustLook = !m_watch.Look();
     }
   }
+  // A server tells.
+  if (m_notices != nullptr && !m_mustLook && !m_unknown && m_pending.isEmpty()) {
+    m_timer.stop();
+  }
+}
+
+void LiveRecords::PutOff(const QList<Change>& changes) {
+  m_pending = changes + m_pending;
+  TickOn();
+}
+
+void LiveRecords::TickOn() {
+  if (!m_timer.isActive()) {
+    m_timer.start(pause);
+  }
 }
 
 void LiveRecords::TakeNote(const SeenChanges& changes) {
@@ -102,6 +122,7 @@ void LiveRecords::TakeNote(const SeenChanges& changes) {
     return;
   }
   m_pending += changes.notes;
+  TickOn();
   const bool isSuspicion = changes.isUnknown && !changes.mayBeLocks && !std::exchange(m_maybeOurs, false);
   if (m_list.Records().TotalCount() <= longestReadAnew) {
     m_unknown = m_unknown || changes.isUnknown;
@@ -141,7 +162,7 @@ void LiveRecords::TakeChanged(const ChangedRecords& changed) {
   if (!changed.ids) {
     ReadAnew();
   } else if (!MayDisturb()) {
-    m_pending = changes + m_pending;
+    PutOff(changes);
   } else if (!changed.ids->isEmpty()) {
     m_list.Update(*changed.ids, changed.records);
     m_list.Mark(WrittenByOthers(changes));

@@ -17,7 +17,7 @@
 
 namespace host {
 
-/// Keeps the shown list as the database is: hears from a server when somebody wrote, looks at a file every second, and
+/// Keeps the shown list as the database is: hears from a server when somebody wrote, looks at a file now and then, and
 /// reads again just the records that look otherwise now. Selection, place and search stay. It waits while a dialog, a
 /// box or a menu is open or the mouse is held, and never says a word of an error.
 class LiveRecords : public QObject {
@@ -52,6 +52,9 @@ class LiveRecords : public QObject {
   void Apply();
   void ReadChanged();
   void TakeChanged(const ChangedRecords& changed);
+  /// Until a later tick.
+  void PutOff(const QList<Change>& changes);
+  void TickOn();
   QList<int> WrittenByOthers(const QList<Change>& changes) const;
   void ReadAnew();
   bool MayDisturb() const;
@@ -65,7 +68,7 @@ class LiveRecords : public QObject {
   Reading<ChangedRecords> m_changed;
   std::unique_ptr<database::Notices> m_notices;
   ChangeWatch m_watch;
-  QTimer m_timer;
+  QTimer m_timer;  ///< On a server only while something waits.
   QTimer m_soon;
   bool m_mustLook = true;
   QList<Change> m_pending;

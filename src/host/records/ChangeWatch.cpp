@@ -17,6 +17,9 @@ namespace {
 // More are read anew with their list.
 constexpr int mostNotes = 1000;
 
+// So often the clock is asked after the file has moved: a commit on a slow disk is seen later than its beginning.
+constexpr int asksAfterMovement = 10;
+
 // Differs when a lock was taken or released, but for one that came and went.
 QString LockMark(adodb::Connection& connection) {
   const auto row =
@@ -31,6 +34,7 @@ ChangeWatch::ChangeWatch(QString connectionString, qint64 newest, bool byClock, 
       m_connectionString(std::move(connectionString)),
       m_byClock(byClock),
       m_worker(new QObject),
+      m_trace(m_connectionString),
       m_seen(newest) {
   m_worker->moveToThread(&m_thread);
   // On its own thread, where the sessions belong.
@@ -54,22 +58,32 @@ bool ChangeWatch::Look() {
   if (m_looking) {
     return false;
   }
-  m_looking = true;
-  QMetaObject::invokeMethod(m_worker, [this] { Run(); });
+  m_looking = !m_byClock || MustAsk();
+  if (m_looking) {
+    QMetaObject::invokeMethod(m_worker, [this] { Run(); });
+  }
   return true;
+}
+
+bool ChangeWatch::MustAsk() {
+  m_asksLeft = m_trace.HasMoved() ? asksAfterMovement : m_asksLeft - 1;
+  return m_asksLeft > 0;
 }
 
 void ChangeWatch::Run() {
   SeenChanges seen;
+  bool hasFailed = false;
   try {
     seen = Read();
   } catch (const std::exception&) {
     // A database that can't be read now is no news here; who needs it will say so.
+    hasFailed = true;
     m_clock.reset();
     m_connection.reset();
   }
-  QMetaObject::invokeMethod(this, [this, seen] {
+  QMetaObject::invokeMethod(this, [this, seen, hasFailed] {
     m_looking = false;
+    m_asksLeft = hasFailed ? asksAfterMovement : m_asksLeft;
     if (seen.isUnknown || !seen.notes.isEmpty()) {
       Q_EMIT Seen(seen);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/FileTrace.h"
 #include "host/records/SeenNotes.h"
 
 #include <QList>
@@ -25,7 +26,7 @@ struct SeenChanges {
 };
 
 /// Looks, on a thread of its own, at what was written to the database since the last look, by this program and by
-/// others. A look where nothing was costs next to nothing.
+/// others. Where nothing was written to a file for a while, a look wakes no other thread and nothing comes back.
 class ChangeWatch : public QObject {
   Q_OBJECT
 
@@ -45,6 +46,7 @@ class ChangeWatch : public QObject {
   void Seen(const host::SeenChanges& changes);
 
  private:
+  bool MustAsk();
   void Run();
   SeenChanges Read();
   bool HasMoved();
@@ -54,6 +56,8 @@ class ChangeWatch : public QObject {
   QThread m_thread;
   QObject* m_worker;
   bool m_looking = false;
+  database::FileTrace m_trace;
+  int m_asksLeft = 0;
 
   // The worker's.
   std::unique_ptr<database::ChangeClock> m_clock;
