@@ -3,6 +3,7 @@
 #include "TestDesktop.h"
 #include "support/TestProgram.h"
 
+#include "host/desktop/RecordPage.h"
 #include "host/records/AffectedRecords.h"
 #include "host/records/ChangeLog.h"
 #include "host/records/ChangeWatch.h"
@@ -69,6 +70,7 @@ class tst_live_records : public QObject {
   void TheTreeCounts();
   void PlaceIsKept();
   void NothingMovesBehindADialog();
+  void AReadingIsOvertakenByADialog();
   void WantedColumnsFollow();
   void UsesAreTheSameEverywhere();
   void NobodyIsWokenForNothing();
@@ -196,6 +198,29 @@ void tst_live_records::NothingMovesBehindADialog() {
   });
   desktop.List().SelectRecord(35);
   desktop.Action("actModify").trigger();
+  QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), total + 1, soon);
+}
+
+// What was being read when the dialog came up is in the list when that has gone.
+void tst_live_records::AReadingIsOvertakenByADialog() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  desktop.ChooseNode(cConstNodo().Paises());
+  const int total = desktop.List().Records().TotalCount();
+  FakeComponent::Register([&](adodb::Connection&, int) {
+    QTest::qWait(500);
+    QCOMPARE(desktop.List().Records().TotalCount(), total);
+  });
+  auto* page = desktop.Window().findChild<host::RecordPage*>();
+  // Behind the question for the records, and before its answer.
+  const auto open = [&] {
+    desktop.List().SelectRecord(35);
+    desktop.Action("actModify").trigger();
+  };
+  connect(page, &host::RecordPage::Noticed, page, open,
+          Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+  lorenzo.Execute(u"INSERT INTO Paises(Nombre) VALUES('Ítaca')");
+  QTRY_COMPARE_WITH_TIMEOUT(FakeComponent::Requests().size(), 1, soon);
   QTRY_COMPARE_WITH_TIMEOUT(desktop.List().Records().TotalCount(), total + 1, soon);
 }
 

@@ -445,6 +445,16 @@ void tst_main_window::LookIsRemembered() {
   QCOMPARE(desktop.List().columnWidth(0), 321);
   QCOMPARE(desktop.List().horizontalHeader()->sortIndicatorSection(), 1);
   QCOMPARE(desktop.List().Records().SortOrder(), Qt::DescendingOrder);
+  // A heading that is clicked while the list is still read.
+  QHeaderView& header = *desktop.List().horizontalHeader();
+  desktop.ChooseNode(cConstNodo().Paises());
+  desktop.Window().ChooseNode(cConstNodo().Provincias());
+  QCOMPARE(desktop.List().Records().TotalCount(), 0);
+  QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, {header.sectionViewportPosition(0) + 20, 8});
+  desktop.WaitForTheList();
+  QCOMPARE(header.sortIndicatorSection(), 0);
+  QCOMPARE(desktop.List().Records().SortColumn(), 0);
+  QVERIFY(desktop.List().Records().LineAt(0).startsWith(u"A Coruña"_s));
 }
 
 void tst_main_window::NonsenseInTheSettingsIsPassedOver() {

@@ -6,6 +6,8 @@
 #include "host/desktop/Strip.h"
 #include "host/records/HeldRecords.h"
 #include "host/records/RecordReader.h"
+#include "host/services/Rescue.h"
+#include "platform/contract/cConstAccion.h"
 #include "platform/contract/cConstNodo.h"
 
 #include <QLabel>
@@ -70,6 +72,7 @@ class tst_two_people : public QObject {
   void SavedBelowADeletedRecord();
   void SavedIntoADeletedRecord();
   void ALockThatSomebodyReleased();
+  void ARescuedRecordHasChanged();
 };
 
 void tst_two_people::ADeletedRecordIsNotOpened() {
@@ -260,6 +263,36 @@ void tst_two_people::ALockThatSomebodyReleased() {
   lorenzo.Session().Locks().Take(u"IDPais"_s, 36);
   QVERIFY(host::TakeLockFrom(lorenzo.Session(), host::HeldRecords(lorenzo.Session())[0]));
   QVERIFY2(openAndSave(true).startsWith(u"Lorenzo ha eliminado"_s), qPrintable(Strips(desktop).join(u'\n')));
+}
+
+// Before what was typed goes over what somebody else has saved since, it is said.
+void tst_two_people::ARescuedRecordHasChanged() {
+  TestDesktop desktop;
+  Colleague lorenzo(desktop.database);
+  FakeComponent::Register({});
+  lorenzo.Execute(u"UPDATE Paises SET Nombre='Ítaca' WHERE IDPais=36");
+  QTest::qWait(1100);  // The log knows seconds.
+  host::Rescue rescue(desktop.Services(), desktop.Bridge());
+  desktop.Window().Offer(rescue);
+  host::KeptInput input;
+  input.request =
+      host::ComponentRequest{.node = cConstNodo().Paises(), .action = cConstAccion().Modificar(), .selectedId = 36};
+  input.dialog = u"frmPais"_s;
+  input.title = u"Propiedades del país"_s;
+  input.moment = QDateTime::currentDateTimeUtc();
+  rescue.Add({input});
+  QCOMPARE(Strips(desktop).size(), 1);
+  QVERIFY(!Strips(desktop)[0].contains(u"Mientras tanto"_s));
+  lorenzo.Execute(u"UPDATE Paises SET Nombre='Zzz' WHERE IDPais=35");
+  lorenzo.Execute(u"UPDATE Paises SET Nombre='Feacia' WHERE IDPais=36");
+  Press(desktop, u"Volver a abrir con ello"_s);
+  QCOMPARE(FakeComponent::Requests(), QStringList());
+  QCOMPARE(Strips(desktop).size(), 1);
+  QVERIFY2(Strips(desktop)[0].contains(u" Mientras tanto Lorenzo ha cambiado ese registro hoy a las "_s),
+           qPrintable(Strips(desktop)[0]));
+  Press(desktop, u"Volver a abrir con ello"_s);
+  QCOMPARE(FakeComponent::Requests().size(), 1);
+  QVERIFY(FakeComponent::Requests()[0].contains(u"id=36"_s));
 }
 
 KEL_TEST(tst_two_people);

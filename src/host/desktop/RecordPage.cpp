@@ -219,7 +219,11 @@ void RecordPage::ShowList(SortedRecords& records) {
     m_ui->recordList->Refresh(std::move(records));
   } else {
     m_shown = true;
-    m_ui->recordList->Show(std::move(records), m_ui->recordList->Records().SortOrder(), m_node->typedColumn);
+    // A heading may have been clicked while the records were read.
+    const int wanted = m_ui->recordList->Records().SortColumn();
+    const Qt::SortOrder order = m_ui->recordList->Records().SortOrder();
+    m_ui->recordList->Show(std::move(records), order, m_node->typedColumn);
+    m_ui->recordList->sortByColumn(wanted, order);
     m_ui->recordList->SetColumnWidths(m_ui->recordList->ChosenWidths());
   }
   m_live->Follow(m_listed);

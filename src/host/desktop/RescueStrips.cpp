@@ -105,7 +105,8 @@ QString RescueStrips::ChangedSince(const KeptInput& input) const {
   try {
     const std::optional<Change> change =
         LastChangeOf(m_bridge.OpenConnection(), node->table, input.request->selectedId);
-    return change && change->moment > input.moment
+    // The log knows seconds.
+    return change && change->moment.toSecsSinceEpoch() >= input.moment.toSecsSinceEpoch()
                ? u" Mientras tanto %1 ha cambiado ese registro %2."_s.arg(
                      change->userName.isEmpty() ? u"alguien"_s : change->userName, DayAndTime(change->moment))
                : QString();
