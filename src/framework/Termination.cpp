@@ -37,9 +37,12 @@ bool CloseTop(Form::UnloadMode mode) {
 class Listener : public QObject {
  public:
   Listener() {
+    m_next.setSingleShot(true);
+    m_next.setInterval(pause);
+    connect(&m_next, &QTimer::timeout, this, &Listener::CloseNext);
     connect(m_signals.get(), &process::TerminationSignals::Received, this, [this](int number) { OnSignal(number); });
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [](QSessionManager& manager) {
-      if (manager.allowsInteraction() && !CloseForms(Form::AppWindows)) {
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
+      if (manager.allowsInteraction() && !Close(Form::AppWindows)) {
         manager.cancel();
       }
     });
@@ -55,37 +58,45 @@ class Listener : public QObject {
   Listener(const Listener&) = delete;
   Listener& operator=(const Listener&) = delete;
 
+  bool Close(Form::UnloadMode mode) {
+    // The user is being asked already.
+    if (closing) {
+      return false;
+    }
+    m_mode = mode;
+    m_closedAtLevel = std::numeric_limits<int>::max();
+    return CloseNext();
+  }
+
  private:
+  // An answer that the user is giving counts for this signal, too.
   void OnSignal(int number) {
     m_received = number;
-    // The user is being asked already, and the answer counts for this signal, too.
-    if (closing) {
-      return;
-    }
-    m_closedAtLevel = std::numeric_limits<int>::max();
-    CloseNext();
+    Close(Form::AppTaskManager);
   }
 
   // One at a time: the handler that showed a nested form or a box ends, and restores what it saved, before the form
-  // under it is asked. It has ended when the event loop of what was closed is left.
-  void CloseNext() {
+  // under it is asked. It has ended when the event loop of what was closed is left. True when none is open any more.
+  bool CloseNext() {
     const int level = QThread::currentThread()->loopLevel();
-    if (level >= m_closedAtLevel) {
-      CloseLater();
-    } else if (!CloseTop(Form::AppTaskManager)) {
-      m_received = 0;
-    } else if (QApplication::activeModalWidget() != nullptr) {
+    if (level < m_closedAtLevel) {
+      if (!CloseTop(m_mode)) {
+        m_received = 0;
+        return false;
+      }
+      if (QApplication::activeModalWidget() == nullptr) {
+        return true;
+      }
       m_closedAtLevel = level;
-      CloseLater();
     }
-  }
-
-  void CloseLater() {
-    QTimer::singleShot(pause, this, [this] { CloseNext(); });
+    m_next.start();
+    return false;
   }
 
   static constexpr std::chrono::milliseconds pause{5};
+  Form::UnloadMode m_mode = Form::AppTaskManager;
   int m_closedAtLevel = 0;
+  QTimer m_next;
   std::unique_ptr<process::TerminationSignals> m_signals = std::make_unique<process::TerminationSignals>();
   int m_received = 0;
 };
@@ -108,8 +119,7 @@ Watch::~Watch() {
 }
 
 bool CloseForms(Form::UnloadMode mode) {
-  const bool closed = CloseTop(mode);
-  return closed && QApplication::activeModalWidget() == nullptr;
+  return listener == nullptr || listener->Close(mode);
 }
 
 }  // namespace framework::Termination

@@ -431,9 +431,6 @@ void tst_rescue::ToldToEnd() {
   connect(&program, &process::TerminationSignals::Received, this, [&] { ++heard; });
   Office office;
   const auto end = [&](const DialogUser& dialog) {
-    if (!isSignal) {
-      framework::Termination::CloseForms(framework::Form::AppWindows);
-    }
     QVERIFY(QTest::qWaitFor([&] { return !dialog.Dialog()->isVisible(); }));
   };
   office.driver.On("frmDiocesis", [&](const DialogUser& dialog) {
@@ -445,6 +442,8 @@ void tst_rescue::ToldToEnd() {
     dialog.Choose("cboPais", u"Francia"_s);
     if (isSignal) {
       raise(SIGTERM);
+    } else {
+      QVERIFY(!framework::Termination::CloseForms(framework::Form::AppWindows));
     }
     end(dialog);
   });

@@ -64,6 +64,7 @@ class tst_idle_lock : public QObject {
   void UnlockedWithout();
   void ForAnotherPerson_data();
   void ForAnotherPerson();
+  void TheEnd_data();
   void TheEnd();
 
  private:
@@ -260,15 +261,26 @@ void tst_idle_lock::ForAnotherPerson() {
   QCOMPARE(Box().findChild<QLabel*>(u"alert"_s)->text().contains(u"Solo un administrador"_s), !isHanded);
 }
 
+void tst_idle_lock::TheEnd_data() {
+  QTest::addColumn<bool>("isSignal");
+  QTest::newRow("by a signal") << true;
+  QTest::newRow("with the session") << false;
+}
+
 // What dialogs ask then nobody sees.
 void tst_idle_lock::TheEnd() {
+  QFETCH(const bool, isSignal);
   process::TerminationSignals terminations;
   int heard = 0;
   connect(&terminations, &process::TerminationSignals::Received, this, [&] { ++heard; });
   QWidget window;
   window.show();
   m_lock->Lock();
-  raise(SIGTERM);
+  if (isSignal) {
+    raise(SIGTERM);
+  } else {
+    Box().reject();
+  }
   QTRY_VERIFY(!Box().isVisible() && IsCovered(window));
   QMessageBox question(QMessageBox::Question, u"Kel"_s, u"¿Desea guardar?"_s,
                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, &window);

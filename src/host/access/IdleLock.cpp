@@ -70,7 +70,11 @@ IdleLock::IdleLock(Session& session, Door& door, Rescue& rescue, const Account& 
   });
   connect(&m_box, &LockBox::Unlocked, this, &IdleLock::Unlock);
   connect(&m_box, &LockBox::HandedOver, this, &IdleLock::HandedOver);
-  connect(&m_box, &LockBox::EndAsked, this, &IdleLock::BeginEnd);
+  // The session ends, and nobody is there to end the program afterwards.
+  connect(&m_box, &LockBox::EndAsked, this, [this] {
+    BeginEnd();
+    raise(SIGTERM);
+  });
   Used();
   qApp->installEventFilter(this);
 }
