@@ -10,6 +10,7 @@
 #include "support/TestDatabase.h"
 #include "support/TestProgram.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,6 +38,22 @@ bool IsCovered(const QWidget& window) {
   const auto* cover = window.findChild<QLabel*>(u"lockCover"_s, Qt::FindDirectChildrenOnly);
   return cover != nullptr && cover->isVisible() && cover->geometry() == window.rect() &&
          window.windowTitle() == u"Kel"_s;
+}
+
+// What a program that reads the screen is told of a thing and all in it that it may show.
+QString Read(QAccessibleInterface* told) {
+  if (told == nullptr || !told->isValid()) {
+    return u"?"_s;
+  }
+  QString read = told->text(QAccessible::Name) + told->text(QAccessible::Value) + told->text(QAccessible::Description);
+  for (int child = 0; child < told->childCount(); ++child) {
+    read += u' ' + Read(told->child(child));
+  }
+  return read.simplified();
+}
+
+QString Read(QObject& object) {
+  return Read(QAccessible::queryAccessibleInterface(&object));
 }
 
 constexpr int notAnswered = -1;
@@ -146,9 +163,15 @@ void tst_idle_lock::NothingIsSeenAndNothingEnds() {
       dialog.accept();
     });
     menu.popup({});
+    QVERIFY(Read(dialog).contains(u"1"_s) && Read(box).contains(u"guardar"_s));
+    const QAccessible::Id known = QAccessible::uniqueId(QAccessible::queryAccessibleInterface(line));
     QTest::keyClick(&box, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(m_lock->IsLocked() && !menu.isVisible());
     QVERIFY(IsCovered(window) && IsCovered(dialog) && IsCovered(box));
+    QCOMPARE(Read(window) + Read(dialog) + Read(box), u"Kel Bloqueado"_s.repeated(3));
+    QVERIFY(QAccessible::accessibleInterface(known) == nullptr);
+    QCOMPARE(Read(*line), QString());
+    QVERIFY(Read(Box()).contains(u"Contraseña"_s));
     dialog.setWindowTitle(u"Modificar banco 2"_s);
     dialog.resize(700, 600);
     QTest::keyClicks(line, u"23"_s);
@@ -163,6 +186,7 @@ void tst_idle_lock::NothingIsSeenAndNothingEnds() {
     QCOMPARE(Unlock(password), QString());
     QVERIFY(!IsCovered(window) && !IsCovered(dialog) && !IsCovered(box));
     QVERIFY(dialog.isVisible() && box.isVisible());
+    QVERIFY(Read(dialog).contains(u"1"_s) && Read(box).contains(u"guardar"_s));
     QCOMPARE(window.windowTitle() + dialog.windowTitle(), u"Banco del Almendro – KelModificar banco 2"_s);
     QTest::keyClicks(line, u"4"_s);
   });

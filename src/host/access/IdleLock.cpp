@@ -1,5 +1,7 @@
 #include "host/access/IdleLock.h"
 
+#include "host/access/CoveredWindow.h"
+
 #include <QApplication>
 #include <QDateTime>
 #include <QKeyEvent>
@@ -76,6 +78,7 @@ IdleLock::IdleLock(Session& session, Door& door, Rescue& rescue, const Account& 
     raise(SIGTERM);
   });
   Used();
+  covered::TellReaders();
   qApp->installEventFilter(this);
 }
 
@@ -123,7 +126,7 @@ void IdleLock::CoverWindow(QWidget& window) {
     return;
   }
   auto* cover = new QLabel(u"Bloqueado"_s, &window);
-  cover->setObjectName(u"lockCover"_s);
+  cover->setObjectName(covered::coverName);
   cover->setAlignment(Qt::AlignCenter);
   cover->setAutoFillBackground(true);
   cover->setGeometry(window.rect());
@@ -131,6 +134,7 @@ void IdleLock::CoverWindow(QWidget& window) {
   window.setWindowTitle(m_title);
   cover->show();
   cover->raise();
+  covered::ForgetWhatWasTold(window);
 }
 
 IdleLock::Covered* IdleLock::FindCovered(const QObject* window) {
@@ -227,6 +231,9 @@ void IdleLock::Unlock() {
       covered.window->setWindowTitle(covered.title);
     }
     delete covered.cover;
+    if (covered.window) {
+      covered::ForgetWhatWasTold(*covered.window);
+    }
   }
   m_covered.clear();
   if (m_focus) {

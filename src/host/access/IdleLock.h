@@ -16,9 +16,9 @@ namespace host {
 
 /// Locks the program when nobody has used it for a while, or when the user says so. Nothing is closed or hidden, for a
 /// modal dialog that is hidden ends: each window, dialog and box, those that appear later, too, gets an opaque cover as
-/// a child, and loses its title, which may name a record; keys and mouse reach nothing but the box for the password.
-/// What runs goes on. A program that is told to end while it is locked ends without a question, and what was typed is
-/// kept.
+/// a child, and loses its title, which may name a record; keys and mouse reach nothing but the box for the password,
+/// and who reads the screen learns of nothing else. What runs goes on. A program that is told to end while it is locked
+/// ends without a question, and what was typed is kept.
 class IdleLock : public QObject {
   Q_OBJECT
 
