@@ -43,7 +43,11 @@ void Survey::BeginTable(const SourceTable& table) {
   surveyed.source = table;
   surveyed.report.there = table.name;
   surveyed.report.why = u"no es una tabla de este programa, o no tiene sus columnas"_s;
-  if (const auto match = MatchTable(table, m_wishes->names)) {
+  NameWishes names = m_wishes->names;
+  if (m_wishes->memory != nullptr && !names.tables.contains(table.name) && !names.tables.contains(u"*"_s)) {
+    m_wishes->memory->Recall(table, names);
+  }
+  if (const auto match = MatchTable(table, names)) {
     const bool isTaken = std::any_of(tables.begin(), tables.end(), [&](const SurveyedTable& each) {
       return each.match && each.match->rule == match->rule;
     });
