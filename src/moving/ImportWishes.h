@@ -16,7 +16,7 @@ enum class ImportStep { Reading, Comparing, Writing };
 struct ImportWishes {
   ReadWishes read = {};
   NameWishes names = {};
-  const NameMemory* memory = nullptr;  ///< What was said of such tables before, for those that `names` leaves out.
+  const NameMemory* memory = nullptr;  ///< What was said of such tables before; `names` goes before it.
   Answers answers = {};
   bool isTrial = false;        ///< Everything but writing.
   bool acceptsLosses = false;  ///< What can't come in is left out; otherwise nothing is written then.

@@ -13,7 +13,7 @@ class NameMemory {
   /// Borrows the settings.
   explicit NameMemory(QSettings& settings) : m_settings(&settings) {}
 
-  /// Adds what was said of such a table to `wishes`, which say nothing of it yet; whether there was anything. Names
+  /// Adds what was said of such a table to `wishes`; whether there was anything. Names
   /// that are none here count as never said.
   bool Recall(const SourceTable& table, NameWishes& wishes) const;
   /// Nothing where the wishes say nothing of the table.

@@ -73,6 +73,8 @@ void tst_import_command::Ends() {
   WriteFile(database.Path(u"respuestas.txt"_s), "# todos\nBancos * numero=unir\n");
   WriteFile(database.Path(u"vacio.csv"_s), "Numero;Nombre\n");
   WriteFile(database.Path(u"lista.csv"_s), "Listado;2026\nClave;Raz\xC3\xB3n\n0049;Puente\n");
+  WriteFile(database.Path(u"cerrado.csv"_s), "Numero;Nombre\n49;Puente\n");
+  QVERIFY(QFile::setPermissions(database.Path(u"cerrado.csv"_s), {}));
   {
     QSettings settings(database.Path(u"dicho.conf"_s), QSettings::IniFormat);
     moving::NameMemory(settings).Keep({u"x"_s, {}, {{u"CLAVE"_s}, {u"razon"_s}}},
@@ -97,6 +99,11 @@ void tst_import_command::Ends() {
        0,
        {u"1 registro leído, 1 nuevo"_s, u"columnas que no se traen: Razón"_s},
        u"0"_s},
+      {u"importar|lista.csv|--prueba|--titulos|2|--correspondencia|dicho.conf|--tabla|Diocesis"_s,
+       1,
+       {u"Ninguna tabla del archivo"_s},
+       u"0"_s},
+      {u"importar|cerrado.csv"_s, 1, {u"Compruebe sus permisos"_s}, u"0"_s},
       {u"importar|vacio.csv|--tabla|Bancos"_s, 3, {u"No hay nada que traer"_s}, u"0"_s},
       {u"importar|a.mdb"_s, 3, {u"IDSucursal 2 (0001): no entra"_s, u"No se ha escrito nada"_s}, u"0"_s},
       {u"importar|a.mdb|--prueba|--aunque-falten|--informe|i.txt"_s,

@@ -176,15 +176,19 @@ void tst_moving_assistant::NamesByHand() {
   DesktopFile file;
   file.AddTable(u"Entidades"_s, {{u"Clave"_s, DesktopFile::Text}, {u"Razón"_s, DesktopFile::Text}});
   file.AddRow({u"49"_s, u"Banco Puente"_s});
+  const QList<DesktopFile::Column> dioceses = {{u"IDDiocesis"_s, DesktopFile::Long}, {u"Nombre"_s, DesktopFile::Text}};
+  file.AddTable(u"Diocesis"_s, dioceses);
+  file.AddRow({1, u"Otra"_s});
   assistant.Open(u"a.mdb"_s, file.Bytes());
   assistant.Press("cmdSiguiente");
+  assistant.Choose("grdTablas", 1, u"— no entra —"_s);
   QVERIFY(!assistant.MayGoOn());
   assistant.Choose("grdTablas", 0, u"Bancos"_s);
   QVERIFY(!assistant.MayGoOn());
   assistant.Choose("grdColumnas", 0, u"Numero"_s);
   assistant.Choose("grdColumnas", 1, u"Nombre"_s);
   QCOMPARE(assistant.Rows("grdColumnas"), QStringList({u"Clave|49|Numero"_s, u"Razón|Banco Puente|Nombre"_s}));
-  QCOMPARE(assistant.Rows("grdTablas"), QStringList(u"Entidades|1|Bancos|2 de 2"_s));
+  QCOMPARE(assistant.Rows("grdTablas"), QStringList({u"Entidades|1|Bancos|2 de 2"_s, u"Diocesis|1|— no entra —|"_s}));
   assistant.Press("cmdSiguiente");
   // Back and forth nothing is forgotten.
   assistant.Press("cmdAtras");
@@ -200,10 +204,11 @@ void tst_moving_assistant::NamesByHand() {
   next.AddTable(u"Otras"_s, {{u"CLAVE"_s, DesktopFile::Text}, {u"razon"_s, DesktopFile::Text}});
   next.AddRow({u"50"_s, u"Caja Nueva"_s});
   next.AddTable(u"Más"_s, {{u"CLAVE"_s, DesktopFile::Text}, {u"razones"_s, DesktopFile::Text}});
+  next.AddTable(u"Diocesis"_s, dioceses);
   again.Open(u"b.mdb"_s, next.Bytes());
   again.Press("cmdSiguiente");
-  QCOMPARE(again.Rows("grdTablas"),
-           QStringList({u"Otras|1|Bancos|2 de 2, como la última vez"_s, u"Más|0|— no entra —|"_s}));
+  QCOMPARE(again.Rows("grdTablas"), QStringList({u"Otras|1|Bancos|2 de 2, como la última vez"_s,
+                                                 u"Más|0|— no entra —|"_s, u"Diocesis|0|— no entra —|"_s}));
   QCOMPARE(again.Rows("grdColumnas"), QStringList({u"CLAVE|50|Numero"_s, u"razon|Caja Nueva|Nombre"_s}));
   again.Choose("grdColumnas", 1, u"— no entra —"_s);
   QCOMPARE(again.Rows("grdTablas").constFirst(), u"Otras|1|Bancos|1 de 2"_s);
