@@ -263,7 +263,8 @@ def idle_lock():
         lock.fill("Contraseña", PASSWORD)
         lock.press("Desbloquear")
         lock.gone()
-        assert presenter.text("Nombre") == "Gestoría" and issuer.text("Nombre") == "Parroquia"
+        for title, name in (("Presentador", "Gestoría"), ("Agregar emisor", "Parroquia")):
+            assert program.window(title).text("Nombre") == name
         keys("ctrl+shift+l")
         until(lambda: {one.title for one in program.windows()} == {"Kel"}, "the lock again")
         program.signal(signal.SIGTERM)
