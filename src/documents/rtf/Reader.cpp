@@ -396,6 +396,7 @@ void Reader::Finish() {
 
 /// What was just read holds for the document or the section, not for its place.
 void Reader::ChangeDocument(bool ofSection) {
+  m_codePage = -1;
   const bool isEmpty = !m_builder.HasText() && m_hidden.isEmpty() && m_break == 0;
   const bool begins = m_builder.Paragraphs() == 0 && isEmpty;
   const bool beginsSection = ofSection && !m_section.first && !m_section.hasParagraph;
@@ -419,12 +420,10 @@ void Reader::NoteSeam(const Token& token) {
       m_seams.Place(static_cast<qsizetype>(token.begin), 1, {});
     }
   } else if (IsBetweenParts()) {
-    ListItem item;
-    const bool isItem = FindListItem(item);
     m_seams.Place(static_cast<qsizetype>(m_tokenizer.Position()), Top().serial,
                   {.character = Top().character,
                    .paragraph = Top().paragraph,
-                   .list = isItem ? item.source : QString(),
+                   .numbering = m_numberings[Top().paragraph.numbering].source,
                    .unicodeSkip = Top().unicodeSkip});
   }
 }

@@ -92,7 +92,7 @@ void Reader::PrepareRun() {
   m_bodyStarted = true;
   if (!m_builder.HasText() || m_builder.LastObject() != nullptr || m_runStyle != Top().character) {
     m_runStyle = Top().character;
-    m_builder.BeginRun(FormatOf(m_runStyle));
+    m_builder.BeginRun(FormatOf(*m_runStyle));
   }
   m_runIsCurrent = true;
 }
@@ -131,7 +131,7 @@ const QTextCharFormat& Reader::FormatOf(CharacterStyle style) {
   if (known != m_formats.constEnd()) {
     return *known;
   }
-  if (m_formats.size() >= m_limits.formats) {
+  if (++m_characterFormats > m_limits.formats) {
     Refuse(QStringLiteral("La carta tiene demasiados formatos de letra distintos."));
   }
   QTextCharFormat format = ToCharacterFormat(style, m_fonts.At(style.font));

@@ -5,7 +5,7 @@
 namespace rtf {
 
 size_t qHash(const ReadingState& state, size_t seed) {
-  return qHashMulti(seed, state.character, state.paragraph, state.list, state.unicodeSkip);
+  return qHashMulti(seed, state.character, state.paragraph, state.numbering, state.unicodeSkip);
 }
 
 void SeamRecorder::EndPart(bool inTable) {
@@ -75,6 +75,7 @@ Seams SeamRecorder::Take(qsizetype before) {
   }
   m_seams.fontsEnd += m_seams.fontsEnd < 0 ? 0 : before;
   m_seams.coloursEnd += m_seams.coloursEnd < 0 ? 0 : before;
+  m_seams.lastTable += m_seams.lastTable < 0 ? 0 : before;
   return std::move(m_seams);
 }
 

@@ -13,7 +13,7 @@ namespace rtf {
 struct ReadingState {
   CharacterStyle character;
   ParagraphStyle paragraph;
-  QString list;  ///< `\lsN\ilvlN` or the `\pn` group of a list's items, empty outside lists.
+  QString numbering;  ///< The `\pn` group, empty for none.
   int unicodeSkip = 1;
 
   bool operator==(const ReadingState&) const = default;
@@ -42,6 +42,8 @@ struct Seams {
   /// Behind the closing brace of the last table of its kind; -1 where there is none, or none that is closed.
   qsizetype fontsEnd = -1;
   qsizetype coloursEnd = -1;
+  /// Where the last table of fonts, colours or lists begins: what is in front of it has other numbers.
+  qsizetype lastTable = -1;
 };
 
 /// Notes the seams of a letter while it is read. The reader says what a token did, then where it ended.
@@ -61,6 +63,7 @@ class SeamRecorder {
   bool IsSeam(bool closesGroup);
   void Place(qsizetype offset, int group, const ReadingState& state);
 
+  void BeginTable(qsizetype offset) { m_seams.lastTable = offset; }
   void EndFontTable(qsizetype offset) { m_seams.fontsEnd = offset; }
   void EndColourTable(qsizetype offset) { m_seams.coloursEnd = offset; }
   /// What was noted, with `before` bytes in front of it.
