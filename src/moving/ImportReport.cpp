@@ -1,5 +1,7 @@
 #include "moving/ImportReport.h"
 
+#include "platform/text/Counted.h"
+
 #include <QFileInfo>
 #include <QLocale>
 
@@ -108,16 +110,19 @@ bool ImportReport::HasLosses() const {
 }
 
 QString ImportReport::Text() const {
-  QString text = u"%1: %2 tablas, %3 registros leídos, %4 nuevos. %5\n"_s.arg(
-      QFileInfo(file).fileName(), QString::number(tables.size()), Number(Sum(&TableReport::read)),
-      Number(Sum(&TableReport::created)), isWritten ? u"Se han traído."_s : u"No se ha escrito nada."_s);
+  QString text =
+      u"%1: %2, %3, %4. %5\n"_s.arg(QFileInfo(file).fileName(), texts::Counted(tables.size(), u"tabla"_s, u"tablas"_s),
+                                    texts::Counted(Sum(&TableReport::read), u"registro leído"_s, u"registros leídos"_s),
+                                    texts::Counted(Sum(&TableReport::created), u"nuevo"_s, u"nuevos"_s),
+                                    isWritten ? u"Se han traído."_s : u"No se ha escrito nada."_s);
   text += u"SHA-256 %1\n"_s.arg(digest);
   for (const QString& warning : warnings) {
     text += warning + u'\n';
   }
   for (const TableReport& table : tables) {
     text += table.here.isEmpty()
-                ? u"  %1 no entra: %2 (%3 registros)\n"_s.arg(table.there, table.why, Number(table.read))
+                ? u"  %1 no entra: %2 (%3)\n"_s.arg(table.there, table.why,
+                                                    texts::Counted(table.read, u"registro"_s, u"registros"_s))
                 : Row(table) + Details(table);
   }
   for (const QString& name : elsewhere) {

@@ -82,7 +82,7 @@ void tst_import_command::Ends() {
       {u"importar|no-hay.mdb"_s, 1, {u"no-hay.mdb"_s}, u"0"_s},
       {u"importar|a.mdb|--separador|x"_s, 2, {u"«x» no sirve"_s}, u"0"_s},
       {u"exportar|a.ods|--hoja|1"_s, 2, {u"sólo sirve"_s}, u"0"_s},
-      {u"importar|a.mdb|--prueba|--hoja|bancos"_s, 0, {u"1 tablas, 2 registros"_s}, u"0"_s},
+      {u"importar|a.mdb|--prueba|--hoja|bancos"_s, 0, {u"1 tabla, 2 registros"_s}, u"0"_s},
       {u"importar|vacio.csv|--tabla|Bancos"_s, 3, {u"No hay nada que traer"_s}, u"0"_s},
       {u"importar|a.mdb"_s, 3, {u"IDSucursal 2 (0001): no entra"_s, u"No se ha escrito nada"_s}, u"0"_s},
       {u"importar|a.mdb|--prueba|--aunque-falten|--informe|i.txt"_s,

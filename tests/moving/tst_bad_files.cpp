@@ -179,7 +179,7 @@ void Sheets() {
   };
   const QByteArray headings = SheetRow({"Numero", "Nombre"});
   row("sheet: a title above", Workbook(SheetRow({"Bancos y cajas"}) + "<row/>" + headings + SheetRow({"49", "Uno"})),
-      u"1 registros leídos, 1 nuevos"_s);
+      u"1 registro leído, 1 nuevo"_s);
   row("sheet: an error", Workbook(headings + SheetRow({"49", "<c t=\"e\"><v>#N/A</v></c>"})),
       u"Fila 1 (0049): «Nombre» es un error"_s);
   row("sheet: nothing calculated", Workbook(headings + SheetRow({"49", "<c><f>A1</f><v></v></c>"})),

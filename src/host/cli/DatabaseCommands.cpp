@@ -1,6 +1,7 @@
 #include "host/cli/DatabaseCommands.h"
 
 #include "host/cli/Startup.h"
+#include "platform/text/Counted.h"
 
 #include <QFileInfo>
 #include <QLocale>
@@ -19,8 +20,7 @@ QString Section(const QString& title, const QStringList& findings, const QString
   if (findings.isEmpty()) {
     return u"%1: bien\n"_s.arg(title);
   }
-  const QString counted = findings.size() == 1 ? one : one + u's';
-  QString text = u"%1: %2 %3\n"_s.arg(title, QString::number(findings.size()), counted);
+  QString text = u"%1: %2\n"_s.arg(title, texts::Counted(findings.size(), one, one + u's'));
   for (const QString& finding : findings) {
     text += u"  - %1\n"_s.arg(finding);
   }

@@ -11,6 +11,7 @@
 #include "host/services/ErrorBox.h"
 #include "platform/automation/Error.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/Counted.h"
 #include "ui_RecordPage.h"
 
 #include <QAction>
@@ -32,8 +33,8 @@ constexpr int mostShownChanges = 500;
 constexpr int lowestWithDetail = 20;
 
 QString CountText(int shown, int total) {
-  const QString records = total == 1 ? u"registro"_s : u"registros"_s;
-  return shown == total ? u"%1 %2"_s.arg(total).arg(records) : u"%1 de %2 %3"_s.arg(shown).arg(total).arg(records);
+  const QString all = texts::Counted(total, u"registro"_s, u"registros"_s);
+  return shown == total ? all : u"%1 de %2"_s.arg(QLocale(QLocale::Spanish).toString(shown), all);
 }
 
 }  // namespace

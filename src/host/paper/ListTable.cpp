@@ -1,5 +1,7 @@
 #include "host/paper/ListTable.h"
 
+#include "platform/text/Counted.h"
+
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -21,8 +23,7 @@ bool ListTable::IsNumber(int column) const {
 
 QString ListTable::CountText() const {
   const bool isOne = RowCount() == 1;
-  QString text =
-      QLocale(QLocale::Spanish, QLocale::Spain).toString(RowCount()) + (isOne ? u" registro"_s : u" registros"_s);
+  QString text = texts::Counted(RowCount(), u"registro"_s, u"registros"_s);
   if (!search.isEmpty()) {
     text += (isOne ? u" que contiene «"_s : u" que contienen «"_s) + search.simplified() + u'»';
   }

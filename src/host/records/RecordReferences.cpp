@@ -4,6 +4,7 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/Counted.h"
 
 #include <QStringList>
 
@@ -163,7 +164,7 @@ void AppendIfAny(QList<RowCount>& counts, const RowCount& rows) {
 }  // namespace
 
 QString RowCount::Text() const {
-  return u"%1 %2"_s.arg(count).arg(count == 1 ? one : many);
+  return texts::Counted(count, one, many);
 }
 
 QList<RowCount> CountDependents(adodb::Connection& connection, int nodeId, const QList<int>& ids) {

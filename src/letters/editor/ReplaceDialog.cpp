@@ -2,6 +2,7 @@
 
 #include "letters/editor/LetterEdit.h"
 #include "letters/editor/LetterSearch.h"
+#include "platform/text/Counted.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -15,7 +16,7 @@ namespace letters {
 namespace {
 
 QString Times(int count) {
-  return count == 1 ? u"1 vez"_s : u"%1 veces"_s.arg(count);
+  return texts::Counted(count, u"vez"_s, u"veces"_s);
 }
 
 QLineEdit* NewBox(const QString& name, const QString& text, QWidget* parent) {

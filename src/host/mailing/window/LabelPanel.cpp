@@ -3,6 +3,7 @@
 #include "host/mailing/window/ChoiceBox.h"
 #include "host/mailing/window/SheetStartPicture.h"
 #include "host/mailing/window/TabOrder.h"
+#include "platform/text/Counted.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -26,7 +27,7 @@ namespace host {
 namespace {
 
 QString Sheets(int count) {
-  return count == 1 ? u"1 hoja"_s : u"%1 hojas"_s.arg(count);
+  return texts::Counted(count, u"hoja"_s, u"hojas"_s);
 }
 
 }  // namespace

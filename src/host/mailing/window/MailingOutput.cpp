@@ -5,6 +5,7 @@
 #include "host/mailing/output/Outputs.h"
 #include "host/mailing/pieces/ReadMailing.h"
 #include "host/mailing/printing/CalibrationRecords.h"
+#include "platform/text/Counted.h"
 
 #include <algorithm>
 #include <iterator>
@@ -31,14 +32,10 @@ void RequireAsAccepted(const PrintedWork& work, const QStringList& faults, const
   }
 }
 
-QString Counted(int count, const QString& one, const QString& several) {
-  return u"%1 %2"_s.arg(QString::number(count), count == 1 ? one : several);
-}
-
 QString Files(int written, int count, const QString& folder) {
   return written == count
-             ? u"%1 en «%2»."_s.arg(Counted(count, u"archivo"_s, u"archivos"_s), folder)
-             : u"Interrumpido: quedan %1 en «%2»."_s.arg(Counted(written, u"archivo"_s, u"archivos"_s), folder);
+             ? u"%1 en «%2»."_s.arg(texts::Counted(count, u"archivo"_s, u"archivos"_s), folder)
+             : u"Interrumpido: quedan %1 en «%2»."_s.arg(texts::Counted(written, u"archivo"_s, u"archivos"_s), folder);
 }
 
 QString WholeFile(bool isWhole, const QString& text, const OutputOrder& order) {
@@ -79,7 +76,7 @@ RunResult MakeLetters(const QString& connectionString, const LetterWish& wish, i
   const int count = letters->Count();
   if (order.kind == OutputOrder::Kind::Pdf) {
     result.isWhole = WritePdf(*letters, order.target, control);
-    result.text = WholeFile(result.isWhole, Counted(count, u"carta"_s, u"cartas"_s), order);
+    result.text = WholeFile(result.isWhole, texts::Counted(count, u"carta"_s, u"cartas"_s), order);
     return result;
   }
   if (order.kind == OutputOrder::Kind::Printer) {
@@ -111,8 +108,8 @@ RunResult MakeLabels(const QString& connectionString, const LabelWish& wish, int
   }
   result.isWhole = WritePdf(*labels, order.target, control);
   result.text = WholeFile(result.isWhole,
-                          u"%1, %2,"_s.arg(Counted(labels->Labels(), u"etiqueta"_s, u"etiquetas"_s),
-                                           Counted(labels->Count(), u"hoja"_s, u"hojas"_s)),
+                          u"%1, %2,"_s.arg(texts::Counted(labels->Labels(), u"etiqueta"_s, u"etiquetas"_s),
+                                           texts::Counted(labels->Count(), u"hoja"_s, u"hojas"_s)),
                           order);
   return result;
 }

@@ -13,6 +13,7 @@
 #include "host/mailing/window/SelectionCommands.h"
 #include "host/services/PlainBox.h"
 #include "platform/contract/cConstNodo.h"
+#include "platform/text/Counted.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -242,7 +243,7 @@ void MailingWindow::Take(const std::shared_ptr<LetterMailing>& letters, const QL
   m_pieces = letters->Count();
   m_letter->Adapt(*letters);
   TakeNotes(letters->Notes(), letters->Faults());
-  m_people->SetPieces(m_pieces == 1 ? u"1 carta"_s : u"%1 cartas"_s.arg(m_pieces));
+  m_people->SetPieces(texts::Counted(m_pieces, u"carta"_s, u"cartas"_s));
   if (m_pieces == 0) {
     m_preview->ShowText(u"No hay nadie a quien escribir."_s);
   } else {
@@ -256,7 +257,7 @@ void MailingWindow::Take(const std::shared_ptr<LabelMailing>& labels, const QLis
   m_pieces = labels->Labels();
   m_label->Tell(*labels);
   TakeNotes(labels->Notes(), labels->Faults());
-  m_people->SetPieces(m_pieces == 1 ? u"1 etiqueta"_s : u"%1 etiquetas"_s.arg(m_pieces));
+  m_people->SetPieces(texts::Counted(m_pieces, u"etiqueta"_s, u"etiquetas"_s));
   if (m_pieces == 0) {
     m_preview->ShowText(u"No hay nadie a quien escribir."_s);
   } else {

@@ -3,6 +3,7 @@
 #include "host/mailing/window/ConditionBar.h"
 #include "host/mailing/window/PeopleTable.h"
 #include "host/mailing/window/TabOrder.h"
+#include "platform/text/Counted.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -19,7 +20,7 @@ namespace host {
 namespace {
 
 QString PeopleText(int count) {
-  return count == 1 ? u"1 persona"_s : u"%1 personas"_s.arg(count);
+  return texts::Counted(count, u"persona"_s, u"personas"_s);
 }
 
 template <typename Field>

@@ -1,6 +1,7 @@
 #include "host/moving/window/FilePage.h"
 
 #include "platform/automation/Error.h"
+#include "platform/text/Counted.h"
 
 #include <QComboBox>
 #include <QFileDialog>
@@ -160,8 +161,8 @@ void FilePage::Show(const moving::Outline& outline) {
   }
   m_sheet->setCurrentIndex(qMax(0, m_sheet->findData(chosen)));
   m_sheet->setEnabled(outline.tables.size() > 1);
-  const QLocale spanish(QLocale::Spanish, QLocale::Spain);
-  QString text = u"%1 tablas, %2 registros."_s.arg(outline.tables.size()).arg(spanish.toString(outline.Rows()));
+  QString text = texts::Counted(outline.tables.size(), u"tabla"_s, u"tablas"_s) + QStringLiteral(", ") +
+                 texts::Counted(outline.Rows(), u"registro."_s, u"registros."_s);
   if (!outline.elsewhere.isEmpty()) {
     text += u" Están en otro archivo, y no se leen: %1."_s.arg(outline.elsewhere.join(u", "_s));
   }

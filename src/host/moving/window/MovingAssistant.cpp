@@ -7,6 +7,7 @@
 #include "host/moving/window/TablesPage.h"
 #include "host/services/PlainBox.h"
 #include "platform/adodb/ErrorNumbers.h"
+#include "platform/text/Counted.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -315,9 +316,10 @@ void MovingAssistant::Update() {
   const QFileInfo file(m_file->File());
   const QLocale spanish(QLocale::Spanish, QLocale::Spain);
   m_fileLabel->setText(m_isRead
-                           ? u"%1 · %2 · %3 tablas, %4 registros"_s.arg(
+                           ? u"%1 · %2 · %3, %4"_s.arg(
                                  file.fileName(), spanish.formattedDataSize(file.size(), 1, QLocale::DataSizeSIFormat),
-                                 QString::number(m_outline.tables.size()), spanish.toString(m_outline.Rows()))
+                                 texts::Counted(m_outline.tables.size(), u"tabla"_s, u"tablas"_s),
+                                 texts::Counted(m_outline.Rows(), u"registro"_s, u"registros"_s))
                            : QString());
   const bool isOver = m_step == Report;
   m_back->setVisible(!isOver);

@@ -2,6 +2,7 @@
 
 #include "host/look/Palettes.h"
 #include "platform/text/AsItStands.h"
+#include "platform/text/Counted.h"
 #include "platform/text/FoldForSearch.h"
 
 #include <QCheckBox>
@@ -273,7 +274,7 @@ void PreviewPage::ShowFindings() {
     m_heading->clear();
   } else {
     const qint64 count = table->findings.size() + more;
-    const QString counted = count == 1 ? u"1 cosa que ver"_s : u"%1 cosas que ver"_s.arg(Number(count));
+    const QString counted = texts::Counted(count, u"cosa que ver"_s, u"cosas que ver"_s);
     const QString shown = u", aquí las primeras %1"_s.arg(Number(table->findings.size()));
     m_heading->setText((table->here.isEmpty() ? table->there : table->here) + QStringLiteral(": ") + counted +
                        (more > 0 ? shown : QString()));
