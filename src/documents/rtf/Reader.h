@@ -108,7 +108,7 @@ class Reader {
   void EnterUnknownDestination(const Token& token);
   QByteArray Capture();
   void PlaceGroup(const Keyword& keyword, const QByteArray& group);
-  void BeginTable();
+  void BeginDocumentTable();
   void OpenLink(bool isObject);
   bool EnterResult();
   void CloseLink(const Group& group);
@@ -169,7 +169,9 @@ class Reader {
   int m_break = 0;  ///< The BreakKind of the paragraph to come, 0 for none.
   BorderOwner m_borderOwner = BorderOwner::None;
   std::uint16_t m_border = 0;
-  std::string m_bytes;  ///< Of a multi-byte code page, until they can be decoded together.
+  qsizetype m_borderNamed = 0;    ///< Where its owner was named, or that there is none.
+  qsizetype m_rowDefinition = 0;  ///< Where the last one begins.
+  std::string m_bytes;            ///< Of a multi-byte code page, until they can be decoded together.
   int m_bytesPage = 0;
   QString m_hidden;
   CharacterStyle m_hiddenStyle;

@@ -124,7 +124,7 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
   }
   switch (keyword.action) {
     case Action::FontTable:
-      BeginTable();
+      BeginDocumentTable();
       m_seams.EndFontTable(m_capturedEnd);
       m_fonts.Add(View(group), m_preamble.codePage);
       m_preamble.fontTables += group;
@@ -134,18 +134,18 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
       m_runStyle.reset();
       return;
     case Action::ColourTable:
-      BeginTable();
+      BeginDocumentTable();
       m_seams.EndColourTable(m_capturedEnd);
       m_colours.Add(View(group));
       m_preamble.colourTables += group;
       return;
     case Action::ListTable:
-      BeginTable();
+      BeginDocumentTable();
       m_lists.AddLists(View(group));
       m_preamble.listTables += group;
       return;
     case Action::ListOverrides:
-      BeginTable();
+      BeginDocumentTable();
       m_lists.AddOverrides(View(group));
       m_preamble.listTables += group;
       return;
@@ -186,9 +186,9 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
   }
 }
 
-void Reader::BeginTable() {
+void Reader::BeginDocumentTable() {
   ChangeDocument(false);
-  m_seams.BeginTable(static_cast<qsizetype>(m_destination));
+  m_seams.BeginDocumentTable(static_cast<qsizetype>(m_destination));
 }
 
 void Reader::OpenLink(bool isObject) {

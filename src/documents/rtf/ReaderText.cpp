@@ -193,6 +193,9 @@ void Reader::EndParagraph() {
   style.numbering = isItem ? 1 : 0;
   style.inTable = false;
   QTextBlockFormat format = BlockFormatOf(style, isItem);
+  if (level > 0 && m_lastPath.isEmpty()) {
+    m_seams.BeginTable(m_rowDefinition);
+  }
   const TablePath path = m_rows.Enter(level, m_builder);
   if (m_break == int(BreakKind::Within) && path != m_lastPath) {
     m_break = int(BreakKind::AtStart);

@@ -180,7 +180,16 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("what holds for the document in a row's definition",
       "\\trowd\\deftab300\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par", 'n', "");
   row("a row's definition before its time",
-      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\row\\pard\\wc c\\par", 'c', "ac");
+  row("a row's definition in vain",
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "abc");
+  row("a border named in front of it", "\\wa a\\par\\plain\\brdrb\\wb X\\par\\brdrs\\wc c\\par\\pard\\wd d\\par", 'c',
+      "ad");
+  row("a row defined by the table before",
+      "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par\\wc\\intbl c\\cell\\row\\pard\\wd d\\par", 'n',
+      "ad");
+  row("a row defined behind its cells", "\\wa X\\par\\pard\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par",
+      'n', "bc");
   row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
   row("in front of a last section's words", "\\wa a\\par X\\par\\sect\\sectd\\cols2", 'n', "");
   row("in front of its header", "\\wa a\\par X\\sect{\\header h}", 'n', "");
