@@ -1,9 +1,12 @@
 #include "moving/HeadedRows.h"
 
 #include "moving/NameMatch.h"
+#include "platform/automation/Error.h"
 
 #include <algorithm>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace moving {
 
@@ -34,31 +37,41 @@ void HeadedRows::Row(const SourceRow& row) {
   if (!m_waitsForHeadings) {
     return m_listener->Row(row);
   }
-  constexpr qsizetype looked = 20;
   m_first.append(row);
-  if (AreHeadings(row)) {
-    m_first = {row};
-    Begin();
-  } else if (m_first.size() == looked) {
-    Begin();
+  const qsizetype last = m_first.size() - 1;
+  const int wished = Wished();
+  if (wished > 0 ? m_first.size() == wished : AreHeadings(row)) {
+    Begin(last);
+  } else if (wished == 0 && m_first.size() == mostRowsAbove) {
+    Begin(0);
   }
 }
 
-void HeadedRows::Begin() {
+int HeadedRows::Wished() const {
+  return m_wished.value(m_sheet.name, m_wished.value(u"*"_s));
+}
+
+void HeadedRows::Begin(qsizetype headings) {
   const QList<SourceRow> rows = std::exchange(m_first, {});
-  for (const SourceCell& cell : rows.constFirst()) {
+  for (const SourceCell& cell : rows[headings]) {
     m_sheet.columns.append({cell.text, Cell::Text});
   }
+  m_sheet.above = rows.first(headings);
   m_waitsForHeadings = false;
   m_listener->BeginTable(m_sheet);
-  for (qsizetype i = 1; i < rows.size(); ++i) {
+  for (qsizetype i = headings + 1; i < rows.size(); ++i) {
     m_listener->Row(rows[i]);
   }
 }
 
 void HeadedRows::EndTable(qint64 missing) {
+  if (!m_first.isEmpty() && Wished() > 0) {
+    throw automation::Error(automation::InvalidProcedureCall,
+                            u"«%1» no tiene tantas filas como para que los títulos estén en la %2.ª."_s.arg(
+                                m_sheet.name, QString::number(Wished())));
+  }
   if (!m_first.isEmpty()) {
-    Begin();
+    Begin(0);
   }
   // A sheet without a single row is none.
   if (!m_waitsForHeadings) {

@@ -2,6 +2,7 @@
 
 #include "moving/Answers.h"
 #include "moving/Convert.h"
+#include "moving/NameMemory.h"
 #include "moving/ReadFile.h"
 
 #include <functional>
@@ -15,6 +16,7 @@ enum class ImportStep { Reading, Comparing, Writing };
 struct ImportWishes {
   ReadWishes read = {};
   NameWishes names = {};
+  const NameMemory* memory = nullptr;  ///< What was said of such tables before; `names` goes before it.
   Answers answers = {};
   bool isTrial = false;        ///< Everything but writing.
   bool acceptsLosses = false;  ///< What can't come in is left out; otherwise nothing is written then.

@@ -9,6 +9,9 @@
 
 namespace moving {
 
+/// What a person says for a table or column of a file that has no place here.
+const QString nothingHere = QStringLiteral("-");
+
 /// What a person said about names that do not match by themselves; names of the file in any case.
 struct NameWishes {
   QMap<QString, QString>

@@ -1,7 +1,6 @@
 #include "moving/ReadFile.h"
 
 #include "moving/CsvReader.h"
-#include "moving/HeadedRows.h"
 #include "platform/automation/Error.h"
 
 using namespace Qt::StringLiterals;
@@ -52,10 +51,10 @@ class OneTable : public SourceListener {
   bool m_isFound = false;
 };
 
-void ReadAll(const QString& path, const ListForm& form, SourceListener& listener, const database::Stop& stop) {
-  HeadedRows headed(listener);
+void ReadAll(const QString& path, const ReadWishes& wishes, SourceListener& listener, const database::Stop& stop) {
+  HeadedRows headed(wishes.headings, listener);
   if (KindOfFile(path) == FileKind::List) {
-    ReadCsv(path, form, headed, stop);
+    ReadCsv(path, wishes.list, headed, stop);
   } else {
     ReadForeignFile(path, headed, stop);
   }
@@ -65,10 +64,10 @@ void ReadAll(const QString& path, const ListForm& form, SourceListener& listener
 
 void ReadFile(const QString& path, const ReadWishes& wishes, SourceListener& listener, const database::Stop& stop) {
   if (wishes.sheet.isEmpty()) {
-    return ReadAll(path, wishes.list, listener, stop);
+    return ReadAll(path, wishes, listener, stop);
   }
   OneTable one(wishes.sheet, listener);
-  ReadAll(path, wishes.list, one, stop);
+  ReadAll(path, wishes, one, stop);
   one.RequireFound();
 }
 

@@ -19,14 +19,6 @@ struct SourceColumn {
   Cell kind = Cell::Text;
 };
 
-/// A table of a file as its definition has it.
-struct SourceTable {
-  QString name;
-  std::optional<qint64> count;  ///< Rows that it says it has.
-  QList<SourceColumn> columns;  ///< None for a spreadsheet or a list, whose headings are a row like any other.
-  bool isText = false;          ///< A list: its rows are as long as its headings where nothing is wrong.
-};
-
 /// A cell; `text` is its value as FrameFormat.h writes it.
 struct SourceCell {
   Cell kind = Cell::None;
@@ -35,6 +27,15 @@ struct SourceCell {
   bool operator==(const SourceCell&) const = default;
 };
 using SourceRow = QList<SourceCell>;
+
+/// A table of a file as its definition has it.
+struct SourceTable {
+  QString name;
+  std::optional<qint64> count;  ///< Rows that it says it has.
+  QList<SourceColumn> columns;  ///< None for a spreadsheet or a list, whose headings are a row like any other.
+  bool isText = false;          ///< A list: its rows are as long as its headings where nothing is wrong.
+  QList<SourceRow> above = {};  ///< What stands above the headings, a title for example; it does not come in.
+};
 
 /// Hears what is read, table by table, row by row.
 class SourceListener {

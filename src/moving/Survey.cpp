@@ -36,6 +36,20 @@ void CheckLength(const SourceTable& table, const SourceRow& row, ConvertedRow& c
   }
 }
 
+// What is said now goes before what was said once.
+NameWishes NamesFor(const SourceTable& table, const ImportWishes& wishes) {
+  NameWishes names;
+  if (wishes.memory != nullptr) {
+    wishes.memory->Recall(table, names);
+  }
+  if (wishes.names.tables.contains(u"*"_s)) {
+    names.tables.remove(table.name);
+  }
+  names.tables.insert(wishes.names.tables);
+  names.columns.insert(wishes.names.columns);
+  return names;
+}
+
 }  // namespace
 
 void Survey::BeginTable(const SourceTable& table) {
@@ -43,7 +57,8 @@ void Survey::BeginTable(const SourceTable& table) {
   surveyed.source = table;
   surveyed.report.there = table.name;
   surveyed.report.why = u"no es una tabla de este programa, o no tiene sus columnas"_s;
-  if (const auto match = MatchTable(table, m_wishes->names)) {
+  const NameWishes names = NamesFor(table, *m_wishes);
+  if (const auto match = MatchTable(table, names)) {
     const bool isTaken = std::any_of(tables.begin(), tables.end(), [&](const SurveyedTable& each) {
       return each.match && each.match->rule == match->rule;
     });

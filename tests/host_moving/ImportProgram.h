@@ -6,6 +6,9 @@
 #include <QProcess>
 #include <QTest>
 
+#include <linux/capability.h>
+#include <sys/prctl.h>
+
 /// kel-host on a test's database.
 
 inline void WriteFile(const QString& path, const QByteArray& bytes) {
@@ -37,6 +40,11 @@ inline void Start(QProcess& program, const support::TestDatabase& database, cons
   program.setProcessEnvironment(environment);
   program.setProcessChannelMode(QProcess::MergedChannels);
   program.setWorkingDirectory(database.Path(QStringLiteral(".")));
+  // Files are closed to root, too.
+  program.setChildProcessModifier([] {
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+  });
   program.start(path, arguments.split(u'|') + QStringList{QStringLiteral("--base"), database.ConnectionString()});
 }
 

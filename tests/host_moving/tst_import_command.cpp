@@ -2,6 +2,7 @@
 
 #include "database/Maintenance.h"
 #include "host/moving/BringIn.h"
+#include "moving/NameMemory.h"
 #include "moving/TableRules.h"
 #include "support/DesktopFile.h"
 #include "support/TestDatabase.h"
@@ -71,6 +72,14 @@ void tst_import_command::Ends() {
   WriteFile(database.Path(u"a.mdb"_s), Office());
   WriteFile(database.Path(u"respuestas.txt"_s), "# todos\nBancos * numero=unir\n");
   WriteFile(database.Path(u"vacio.csv"_s), "Numero;Nombre\n");
+  WriteFile(database.Path(u"lista.csv"_s), "Listado;2026\nClave;Raz\xC3\xB3n\n0049;Puente\n");
+  WriteFile(database.Path(u"cerrado.csv"_s), "Numero;Nombre\n49;Puente\n");
+  QVERIFY(QFile::setPermissions(database.Path(u"cerrado.csv"_s), {}));
+  {
+    QSettings settings(database.Path(u"dicho.conf"_s), QSettings::IniFormat);
+    moving::NameMemory(settings).Keep({u"x"_s, {}, {{u"CLAVE"_s}, {u"razon"_s}}},
+                                      {{{u"x"_s, u"Bancos"_s}}, {{u"x.CLAVE"_s, u"Numero"_s}, {u"x.razon"_s, u"-"_s}}});
+  }
   const auto count = [&] { return database.Query(u"SELECT COUNT(*) FROM Bancos").constFirst(); };
   struct Step {
     QString arguments;
@@ -83,6 +92,18 @@ void tst_import_command::Ends() {
       {u"importar|a.mdb|--separador|x"_s, 2, {u"«x» no sirve"_s}, u"0"_s},
       {u"exportar|a.ods|--hoja|1"_s, 2, {u"sólo sirve"_s}, u"0"_s},
       {u"importar|a.mdb|--prueba|--hoja|bancos"_s, 0, {u"1 tabla, 2 registros"_s}, u"0"_s},
+      {u"importar|lista.csv|--titulos|0"_s, 2, {u"«0» no sirve"_s}, u"0"_s},
+      {u"importar|lista.csv|--titulos|4|--tabla|Bancos"_s, 1, {u"no tiene tantas filas"_s}, u"0"_s},
+      {u"importar|lista.csv|--correspondencia|no-hay"_s, 1, {u"No se puede leer el archivo de"_s}, u"0"_s},
+      {u"importar|lista.csv|--prueba|--titulos|lista=2|--correspondencia|dicho.conf"_s,
+       0,
+       {u"1 registro leído, 1 nuevo"_s, u"columnas que no se traen: Razón"_s},
+       u"0"_s},
+      {u"importar|lista.csv|--prueba|--titulos|2|--correspondencia|dicho.conf|--tabla|Diocesis"_s,
+       1,
+       {u"Ninguna tabla del archivo"_s},
+       u"0"_s},
+      {u"importar|cerrado.csv"_s, 1, {u"Compruebe sus permisos"_s}, u"0"_s},
       {u"importar|vacio.csv|--tabla|Bancos"_s, 3, {u"No hay nada que traer"_s}, u"0"_s},
       {u"importar|a.mdb"_s, 3, {u"IDSucursal 2 (0001): no entra"_s, u"No se ha escrito nada"_s}, u"0"_s},
       {u"importar|a.mdb|--prueba|--aunque-falten|--informe|i.txt"_s,

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,9 @@ class Assistant {
   explicit Assistant(bool isAdministrator = true)
       : m_window({database.ConnectionString(), database.Path(u"copias"_s), 1, u"ana"_s, isAdministrator, false},
                  u"Kel"_s) {
+    QCoreApplication::setOrganizationName(u"Kel"_s);
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, database.Path(u"."_s));
     m_window.show();
   }
 
@@ -172,15 +176,19 @@ void tst_moving_assistant::NamesByHand() {
   DesktopFile file;
   file.AddTable(u"Entidades"_s, {{u"Clave"_s, DesktopFile::Text}, {u"Razón"_s, DesktopFile::Text}});
   file.AddRow({u"49"_s, u"Banco Puente"_s});
+  const QList<DesktopFile::Column> dioceses = {{u"IDDiocesis"_s, DesktopFile::Long}, {u"Nombre"_s, DesktopFile::Text}};
+  file.AddTable(u"Diocesis"_s, dioceses);
+  file.AddRow({1, u"Otra"_s});
   assistant.Open(u"a.mdb"_s, file.Bytes());
   assistant.Press("cmdSiguiente");
+  assistant.Choose("grdTablas", 1, u"— no entra —"_s);
   QVERIFY(!assistant.MayGoOn());
   assistant.Choose("grdTablas", 0, u"Bancos"_s);
   QVERIFY(!assistant.MayGoOn());
   assistant.Choose("grdColumnas", 0, u"Numero"_s);
   assistant.Choose("grdColumnas", 1, u"Nombre"_s);
   QCOMPARE(assistant.Rows("grdColumnas"), QStringList({u"Clave|49|Numero"_s, u"Razón|Banco Puente|Nombre"_s}));
-  QCOMPARE(assistant.Rows("grdTablas"), QStringList(u"Entidades|1|Bancos|2 de 2"_s));
+  QCOMPARE(assistant.Rows("grdTablas"), QStringList({u"Entidades|1|Bancos|2 de 2"_s, u"Diocesis|1|— no entra —|"_s}));
   assistant.Press("cmdSiguiente");
   // Back and forth nothing is forgotten.
   assistant.Press("cmdAtras");
@@ -189,6 +197,23 @@ void tst_moving_assistant::NamesByHand() {
   assistant.Press("cmdSiguiente");
   assistant.Press("cmdSiguiente");
   QCOMPARE(assistant.database.Query(u"SELECT Numero, Nombre FROM Bancos"), QStringList(u"0049|Banco Puente"_s));
+  // The next file with these headings needs no word; another one does.
+  Assistant again;
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, assistant.database.Path(u"."_s));
+  DesktopFile next;
+  next.AddTable(u"Otras"_s, {{u"CLAVE"_s, DesktopFile::Text}, {u"razon"_s, DesktopFile::Text}});
+  next.AddRow({u"50"_s, u"Caja Nueva"_s});
+  next.AddTable(u"Más"_s, {{u"CLAVE"_s, DesktopFile::Text}, {u"razones"_s, DesktopFile::Text}});
+  next.AddTable(u"Diocesis"_s, dioceses);
+  again.Open(u"b.mdb"_s, next.Bytes());
+  again.Press("cmdSiguiente");
+  QCOMPARE(again.Rows("grdTablas"), QStringList({u"Otras|1|Bancos|2 de 2, como la última vez"_s,
+                                                 u"Más|0|— no entra —|"_s, u"Diocesis|0|— no entra —|"_s}));
+  QCOMPARE(again.Rows("grdColumnas"), QStringList({u"CLAVE|50|Numero"_s, u"razon|Caja Nueva|Nombre"_s}));
+  again.Choose("grdColumnas", 1, u"— no entra —"_s);
+  QCOMPARE(again.Rows("grdTablas").constFirst(), u"Otras|1|Bancos|1 de 2"_s);
+  again.Press("cmdSiguiente");
+  QVERIFY(again.Text("lblResumen").startsWith(u"Todavía"_s));
 }
 
 void tst_moving_assistant::ListsAreReadAsTheyAreSaidToBe() {
@@ -202,11 +227,21 @@ void tst_moving_assistant::ListsAreReadAsTheyAreSaidToBe() {
   Q_EMIT separator.activated(separator.currentIndex());
   assistant.Wait();
   QCOMPARE(assistant.Rows("grdMuestra"), QStringList(u"1,Peña"_s));
+  // A person knows better where the headings are.
+  assistant.Open(u"Lista.csv"_s, "Listado;2026\n;\nClave;Razón\n49;Puente\n");
+  auto& headings = assistant.Find<QComboBox>("cboTitulos");
+  QCOMPARE(headings.itemText(2), u"2.ª fila: Clave · Razón"_s);
+  headings.setCurrentIndex(2);
+  Q_EMIT headings.activated(2);
+  assistant.Wait();
+  QCOMPARE(assistant.Rows("grdMuestra"), QStringList(u"49|Puente"_s));
+  QCOMPARE(headings.currentData().toInt(), 2);
+  QCOMPARE(headings.itemText(1), u"1.ª fila: Listado · 2026"_s);
   // A file that is none says what it is, and another one begins anew.
   assistant.Open(u"b.mdb"_s, "%PDF-1.4 ");
   QVERIFY(!assistant.Text("lblEstadoArchivo").isEmpty() && !assistant.MayGoOn());
   assistant.Open(u"c.mdb"_s, TwoBanks());
-  QVERIFY(assistant.MayGoOn() && !separator.isEnabled());
+  QVERIFY(assistant.MayGoOn() && !separator.isEnabled() && !headings.isEnabled());
 }
 
 void tst_moving_assistant::LossesWantConsent() {

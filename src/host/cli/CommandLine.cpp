@@ -328,6 +328,8 @@ static QString MovingHelp() {
       "  --tabla ALLÍ=AQUÍ, --columna TABLA.ALLÍ=AQUÍ  con «importar»: nombres que no coinciden solos\n"
       "  --tabla T      con «importar»: la tabla de una hoja o lista; con «exportar»: la única que se escribe\n"
       "  --hoja H       con «importar»: la única hoja o tabla que se lee, por su nombre o su número\n"
+      "  --titulos F, --titulos HOJA=F    con «importar»: la fila que tiene los títulos, sin contar las vacías\n"
+      "  --correspondencia ARCHIVO  con «importar»: lo que se dijo en la ventana de tablas con esos títulos\n"
       "  --codificacion C, --separador S  con «importar»: utf-8, utf-16 o windows-1252; «;», «,», «|» o tab\n"
       "  --respuestas F con «importar»: respuestas a las preguntas, como las da el informe entre corchetes\n"
       "  --sin-eliminados  con «importar»: deja fuera lo eliminado que nadie usa\n"

@@ -4,11 +4,17 @@
 #include "host/cli/Startup.h"
 #include "host/moving/BringIn.h"
 #include "moving/Export.h"
+#include "moving/NameMemory.h"
+#include "platform/automation/Error.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QSettings>
 #include <QTextStream>
+
+#include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +43,19 @@ moving::ImportWishes WishesOf(const MovingOptions& options) {
   return wishes;
 }
 
+// Null where none is named.
+std::unique_ptr<QSettings> SettingsIn(const QString& file) {
+  if (file.isEmpty()) {
+    return nullptr;
+  }
+  auto settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
+  if (!QFileInfo(file).isReadable() || settings->status() != QSettings::NoError) {
+    throw automation::Error(automation::InvalidProcedureCall,
+                            u"No se puede leer el archivo de correspondencias «%1»."_s.arg(file));
+  }
+  return settings;
+}
+
 QString Advice(const Brought& brought, const MovingOptions& options) {
   if (brought.report.Sum(&moving::TableReport::read) == 0) {
     return u"No hay nada que traer.\n"_s;
@@ -59,7 +78,10 @@ int RunImportCommand(const CommandLine& line, int& argc, char** argv) {
   const MovingOptions& options = line.moving;
   // What it is comes first: nothing is opened or made for a file that is none.
   moving::KindOfFile(options.file);
-  const moving::ImportWishes wishes = WishesOf(options);
+  moving::ImportWishes wishes = WishesOf(options);
+  const std::unique_ptr<QSettings> said = SettingsIn(options.memory);
+  const std::optional<moving::NameMemory> memory = said ? std::optional<moving::NameMemory>(*said) : std::nullopt;
+  wishes.memory = memory ? &*memory : nullptr;
   const auto started = StartSession(line);
   if (!options.isTrial) {
     RequireMayBring(PlaceOf(*started), *started->connection);

@@ -20,6 +20,17 @@ void TakePair(const QString& name, const QString& value, QMap<QString, QString>&
   pairs.insert(value.left(equals), value.mid(equals + 1));
 }
 
+// "3" for every sheet, "Socios=3" for one.
+void TakeHeadings(const QString& name, const QString& value, moving::Headings& headings) {
+  const qsizetype equals = value.lastIndexOf(u'=');
+  const int row = value.mid(equals + 1).toInt();
+  if (row < 1 || row > moving::mostRowsAbove) {
+    Refuse(u"«%1» no sirve como valor de «%2»: escriba FILA u HOJA=FILA, de 1 a %3."_s.arg(
+        value, name, QString::number(moving::mostRowsAbove)));
+  }
+  headings.insert(equals < 0 ? u"*"_s : value.left(equals), row);
+}
+
 QString OneOf(const QString& name, const QString& value, const QStringList& words) {
   if (!words.contains(value, Qt::CaseInsensitive)) {
     Refuse(u"«%1» no sirve como valor de «%2»: escriba %3."_s.arg(value, name, words.join(u" o "_s)));
@@ -59,6 +70,10 @@ bool TakeMovingOption(const QString& name, const std::function<QString()>& value
     options.answers = value();
   } else if (name == u"--hoja"_s) {
     options.read.sheet = value();
+  } else if (name == u"--titulos"_s) {
+    TakeHeadings(name, value(), options.read.headings);
+  } else if (name == u"--correspondencia"_s) {
+    options.memory = value();
   } else if (name == u"--codificacion"_s) {
     options.read.list.encoding = OneOf(name, value(), {u"utf-8"_s, u"utf-16"_s, u"windows-1252"_s});
   } else if (name == u"--separador"_s) {

@@ -17,7 +17,8 @@ struct MovingOptions {
   bool isTrial = false;        ///< --prueba
   bool acceptsLosses = false;  ///< --aunque-falten
   bool skipsDeleted = false;   ///< --sin-eliminados
-  moving::ReadWishes read;     ///< --hoja, --codificacion, --separador
+  moving::ReadWishes read;     ///< --hoja, --titulos, --codificacion, --separador
+  QString memory;              ///< --correspondencia: a person's settings, see moving::NameMemory.
   QString answers;             ///< --respuestas: a file, see moving::Answers.
   QString report;              ///< --informe: a file for the report.
   bool given = false;          ///< Whether any of the options was there.

@@ -31,6 +31,18 @@ bool IsList(const QString& path) {
   }
 }
 
+// The beginning of a row, to tell it from others.
+QString Words(const moving::SourceRow& row) {
+  constexpr qsizetype most = 60;
+  QStringList words;
+  for (const moving::SourceCell& cell : row) {
+    words.append(cell.text.left(most).simplified());
+  }
+  words.removeAll(QString());
+  const QString text = words.join(u" · "_s);
+  return text.size() > most ? text.left(most) + u'…' : text;
+}
+
 }  // namespace
 
 FilePage::FilePage(QWidget* parent)
@@ -54,6 +66,7 @@ FilePage::FilePage(QWidget* parent)
   label->setBuddy(m_file);
   form->addRow(label, row);
   m_sheet = AddBox("cboHoja", u"&Hoja o tabla:"_s, *form);
+  m_headings = AddBox("cboTitulos", u"Tít&ulos:"_s, *form);
   m_encoding = AddBox("cboCodificacion", u"&Letras:"_s, *form);
   m_encoding->addItem(u"Las que parecen"_s, QString());
   m_encoding->addItem(u"UTF-8"_s, u"utf-8"_s);
@@ -73,12 +86,14 @@ FilePage::FilePage(QWidget* parent)
   layout->addWidget(m_sample, 1);
   setTabOrder(m_file, browse);
   setTabOrder(browse, m_sheet);
-  setTabOrder(m_sheet, m_encoding);
+  setTabOrder(m_sheet, m_headings);
+  setTabOrder(m_headings, m_encoding);
   setTabOrder(m_encoding, m_separator);
   setTabOrder(m_separator, m_sample);
   connect(browse, &QPushButton::clicked, this, &FilePage::Browse);
   connect(m_file, &QLineEdit::editingFinished, this, [this] { SetFile(m_file->text()); });
   connect(m_sheet, &QComboBox::activated, this, &FilePage::ShowSheet);
+  connect(m_headings, &QComboBox::activated, this, &FilePage::ChooseHeadings);
   for (const QComboBox* box : {m_encoding, m_separator}) {
     connect(box, &QComboBox::activated, this, &FilePage::FileWanted);
   }
@@ -102,6 +117,7 @@ QString FilePage::File() const {
 moving::ReadWishes FilePage::Wishes() const {
   moving::ReadWishes wishes;
   wishes.sheet = m_sheet->currentData().toString();
+  wishes.headings = m_wished;
   wishes.list = {m_encoding->currentData().toString(), m_separator->currentData().toChar()};
   return wishes;
 }
@@ -117,8 +133,11 @@ void FilePage::SetFile(const QString& path) {
     box->setCurrentIndex(0);
     box->setEnabled(isList);
   }
-  m_sheet->clear();
-  m_sheet->setEnabled(false);
+  m_wished.clear();
+  for (QComboBox* box : {m_sheet, m_headings}) {
+    box->clear();
+    box->setEnabled(false);
+  }
   m_state->setText(path.isEmpty()
                        ? u"Elija el archivo de otro programa que se trae: una base de datos (.mdb, .accdb), una hoja "
                          "de cálculo (.ods, .xlsx) o una lista (.csv). Nada se escribe hasta el paso 4."_s
@@ -174,12 +193,13 @@ void FilePage::Show(const moving::Outline& outline) {
 }
 
 void FilePage::ShowSheet() {
-  const int row = qMax(0, m_sheet->currentIndex() - 1);
-  if (row >= m_outline.tables.size()) {
+  const moving::OutlinedTable* shown = Current();
+  if (shown == nullptr) {
     m_sample->Show(0, {});
     return;
   }
-  const moving::OutlinedTable& table = m_outline.tables[row];
+  const moving::OutlinedTable& table = *shown;
+  ShowHeadings(table);
   QStringList headings;
   for (const moving::SourceColumn& column : table.table.columns) {
     headings.append(column.name);
@@ -190,6 +210,41 @@ void FilePage::ShowSheet() {
     constexpr qsizetype most = 100;
     return GridCell{.text = cell.text.left(most).simplified(), .isNumber = cell.kind == moving::Cell::Number};
   });
+}
+
+const moving::OutlinedTable* FilePage::Current() const {
+  const int row = qMax(0, m_sheet->currentIndex() - 1);
+  return row < m_outline.tables.size() ? &m_outline.tables[row] : nullptr;
+}
+
+// Every row from which the headings might come, as far down as they are looked for.
+void FilePage::ShowHeadings(const moving::OutlinedTable& table) {
+  const QSignalBlocker quiet(m_headings);
+  m_headings->clear();
+  m_headings->addItem(u"Los que parecen"_s, 0);
+  moving::SourceRow headings;
+  for (const moving::SourceColumn& column : table.table.columns) {
+    headings.append({moving::Cell::Text, column.name});
+  }
+  QList<moving::SourceRow> rows = table.table.above;
+  rows.append(headings);
+  rows.append(table.first);
+  for (int i = 0; i < qMin(int(rows.size()), moving::mostRowsAbove); ++i) {
+    m_headings->addItem(u"%1.ª fila: %2"_s.arg(QString::number(i + 1), Words(rows[i])), i + 1);
+  }
+  m_headings->setCurrentIndex(qMax(0, m_headings->findData(m_wished.value(table.table.name))));
+  // The tables of a database have their own.
+  m_headings->setEnabled(!table.table.count);
+}
+
+void FilePage::ChooseHeadings() {
+  const QString sheet = Current()->table.name;
+  const int row = m_headings->currentData().toInt();
+  if (row == m_wished.value(sheet)) {
+    return;
+  }
+  m_wished.insert(sheet, row);
+  Q_EMIT FileWanted();
 }
 
 }  // namespace host

@@ -34,12 +34,18 @@ class FilePage : public QWidget {
  private:
   void Browse();
   void ShowSheet();
+  void ShowHeadings(const moving::OutlinedTable& table);
+  void ChooseHeadings();
+  /// The one whose rows are shown; null for none.
+  const moving::OutlinedTable* Current() const;
   QComboBox* AddBox(const char* name, const QString& label, QFormLayout& form);
 
   moving::Outline m_outline;
+  moving::Headings m_wished;
   QString m_read;  ///< The file that was wanted last.
   QLineEdit* m_file;
   QComboBox* m_sheet;
+  QComboBox* m_headings;
   QComboBox* m_encoding;
   QComboBox* m_separator;
   QLabel* m_state;

@@ -371,6 +371,7 @@ void MovingAssistant::ShowReport(const Brought& brought) {
   m_isBrought = brought.report.isWritten;
   QString text = brought.report.Text();
   if (m_isBrought) {
+    m_tables->Remember();
     text += u"\nAntes se ha hecho la copia «%1».\nCon ella se deshace todo: kel-host restaurar «ARCHIVO».\n"_s.arg(
         brought.copy);
     text += brought.reportFile.isEmpty() ? QString() : u"Este informe está en «%1».\n"_s.arg(brought.reportFile);

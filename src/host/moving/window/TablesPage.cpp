@@ -1,14 +1,17 @@
 #include "host/moving/window/TablesPage.h"
 
+#include "moving/NameMemory.h"
 #include "moving/TableRules.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QLocale>
+#include <QSettings>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -17,8 +20,6 @@ namespace host {
 namespace {
 
 const QString nowhere = u"— no entra —"_s;
-// A name of the file that stands for nothing here.
-const QString none = u"-"_s;
 
 QStringList TablesHere() {
   QStringList names = {nowhere};
@@ -86,8 +87,24 @@ void TablesPage::Show(const moving::Outline& outline, const QString& sheet) {
     }
   }
   m_names = {};
+  m_recalled.clear();
+  QSettings settings;
+  const moving::NameMemory memory(settings);
+  for (const moving::OutlinedTable& table : std::as_const(m_tables)) {
+    if (memory.Recall(table.table, m_names)) {
+      m_recalled.insert(table.table.name);
+    }
+  }
   m_list->Show(static_cast<int>(m_tables.size()), [this](int row, int column) { return TableCell(row, column); });
   ShowColumns();
+}
+
+void TablesPage::Remember() const {
+  QSettings settings;
+  moving::NameMemory memory(settings);
+  for (const moving::OutlinedTable& table : m_tables) {
+    memory.Keep(table.table, m_names);
+  }
 }
 
 bool TablesPage::HasMatch() const {
@@ -107,7 +124,8 @@ QString TablesPage::StateOf(const moving::SourceTable& table) const {
     return {};
   }
   const QList<const database::Column*> columns = moving::MeantColumns(*rule, table, m_names);
-  const QString counted = u"%1 de %2"_s.arg(columns.size() - columns.count(nullptr)).arg(columns.size());
+  const QString matched = u"%1 de %2"_s.arg(columns.size() - columns.count(nullptr)).arg(columns.size());
+  const QString counted = m_recalled.contains(table.name) ? matched + u", como la última vez"_s : matched;
   return moving::MatchTable(table, m_names) ? counted : counted + u": son pocas; elíjala aquí y diga sus columnas"_s;
 }
 
@@ -164,7 +182,8 @@ void TablesPage::ShowColumns() {
 }
 
 void TablesPage::ChooseTable(int row, int choice) {
-  m_names.tables.insert(m_tables[row].table.name, choice == 0 ? none : TablesHere().value(choice));
+  m_recalled.remove(m_tables[row].table.name);
+  m_names.tables.insert(m_tables[row].table.name, choice == 0 ? moving::nothingHere : TablesHere().value(choice));
   m_list->Rows().Update();
   ShowColumns();
   Q_EMIT Changed();
@@ -174,15 +193,16 @@ void TablesPage::ChooseTable(int row, int choice) {
 void TablesPage::ChooseColumn(int row, int choice) {
   const moving::SourceTable& table = Current()->table;
   const moving::TableRule& rule = *moving::MeantTable(table, m_names);
-  const QString here = choice == 0 ? none : ColumnsOf(rule).value(choice);
+  const QString here = choice == 0 ? moving::nothingHere : ColumnsOf(rule).value(choice);
   const QList<const database::Column*> columns = moving::MeantColumns(rule, table, m_names);
   for (qsizetype i = 0; i < columns.size(); ++i) {
     if (columns[i] != nullptr && columns[i]->name == here) {
-      m_names.columns.insert(table.name + u'.' + table.columns[i].name, none);
+      m_names.columns.insert(table.name + u'.' + table.columns[i].name, moving::nothingHere);
     }
   }
   m_names.columns.insert(table.name + u'.' + table.columns[row].name, here);
   m_names.tables.insert(table.name, rule.table->name);
+  m_recalled.remove(table.name);
   m_columns->Rows().Update();
   m_list->Rows().Update();
   Q_EMIT Changed();

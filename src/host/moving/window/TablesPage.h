@@ -4,6 +4,7 @@
 #include "moving/NameMatch.h"
 #include "moving/Outline.h"
 
+#include <QSet>
 #include <QWidget>
 
 class QCheckBox;
@@ -18,9 +19,11 @@ class TablesPage : public QWidget {
  public:
   explicit TablesPage(QWidget* parent = nullptr);
 
-  /// What was said of another file is forgotten.
+  /// What was said of another file is forgotten, but for tables with the same headings as ones that came in.
   void Show(const moving::Outline& outline, const QString& sheet);
   const moving::NameWishes& Names() const { return m_names; }
+  /// For the next file like this one.
+  void Remember() const;
   bool SkipsDeleted() const;
   /// Whether any table comes in.
   bool HasMatch() const;
@@ -39,6 +42,7 @@ class TablesPage : public QWidget {
 
   QList<moving::OutlinedTable> m_tables;
   moving::NameWishes m_names;
+  QSet<QString> m_recalled;  ///< Tables of which all that is wished was said the last time.
   GridView* m_list;
   QLabel* m_heading;
   GridView* m_columns;
