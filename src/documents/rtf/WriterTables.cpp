@@ -160,17 +160,21 @@ int WriterTables::ColourNumber(int colour) {
 
 int WriterTables::AutomaticColourNumber() {
   if (m_automatic < 0) {
-    m_newColours += ';';
-    m_automatic = m_nextColour++;
+    AddAutomatic();
   }
   return m_automatic;
+}
+
+void WriterTables::AddAutomatic() {
+  m_newColours += ';';
+  m_automatic = m_automatic < 0 ? m_nextColour : m_automatic;
+  ++m_nextColour;
 }
 
 int WriterTables::AddColour(int colour) {
   while (m_source != nullptr && m_source->Numbers().colours.contains(m_nextColour)) {
     // It stays the automatic colour.
-    m_newColours += ';';
-    ++m_nextColour;
+    AddAutomatic();
   }
   m_newColours += "\\red" + QByteArray::number((colour >> 16) & 0xFF) + "\\green" +
                   QByteArray::number((colour >> 8) & 0xFF) + "\\blue" + QByteArray::number(colour & 0xFF) + ';';

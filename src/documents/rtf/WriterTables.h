@@ -35,6 +35,7 @@ class WriterTables {
 
  private:
   int AddFont();
+  void AddAutomatic();
   int AddColour(int colour);
 
   const Source* m_source;

@@ -517,6 +517,7 @@ void tst_rtf_kept::addedToTables_data() {
   const QByteArray colour = "{\\colortbl;\\red1\\green2\\blue3;}\\cf1";
   row("{\\colortbl;}", colour, "{\\colortbl;;\\red1\\green2\\blue3;}");
   row("{\\colortbl;\\red9}", colour, "{\\colortbl;\\red9}{\\colortbl;\\red1\\green2\\blue3;}");
+  row("{\\colortbl\\red9;}", colour, "{\\colortbl\\red9;;\\red1\\green2\\blue3;}");
 }
 
 void tst_rtf_kept::addedToTables() {
@@ -530,6 +531,8 @@ void tst_rtf_kept::addedToTables() {
   QVERIFY2(result.contains(written) && result.contains("\\wa"), result.constData());
   QCOMPARE(support::Loss(*document), QString());
   QCOMPARE(support::PatchLoss(*document), QString());
+  const QByteArray whole = rtf::Writer(*document).Write();
+  QCOMPARE(rtf::Writer(*Document(whole)).Write(), whole);
 }
 
 /// Readers show a font of their own where a letter has none; a number without an entry would be a font's name to some.
