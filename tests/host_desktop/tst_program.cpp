@@ -78,6 +78,7 @@ class tst_program : public QObject {
   void WhatCannotBeWrittenIsOpenedForViewing();
   void AnUncleanEndIsNoticed();
   void ALongUserNameIsCut();
+  void AMissingTableIsSaidAtOnce();
   void StartCreatesTheDatabaseAndSignsIn();
   void UserOfTheArgumentsIsTaken();
   void UnknownUserIsRefused();
@@ -233,6 +234,20 @@ void tst_program::ALongUserNameIsCut() {
     raw.Run("UPDATE Usuarios SET Nombre=printf('%.*c', 5000, 'x')");
   }
   QCOMPARE(host::StartSession(OnFile(file))->session.userName, QString(50, u'x'));
+}
+
+void tst_program::AMissingTableIsSaidAtOnce() {
+  const QTemporaryDir folder;
+  const QString made = folder.filePath(u"kel.db"_s);
+  host::StartSession(OnFile(made));
+  for (const QString& table : {u"Cambios"_s, u"Claves"_s, u"Ajustes"_s, u"Paises"_s}) {
+    const QString file = folder.filePath(table);
+    QVERIFY(QFile::copy(made, file));
+    database::SqliteHandle(database::ConnectionString(database::ConnectionStringForFile(file)),
+                           database::SqliteHandle::Missing::Refuse)
+        .Run("DROP TABLE " + table.toLatin1());
+    QCOMPARE(support::ErrorOf([&] { host::StartSession(OnFile(file)); }), int(adodb::NoSuchTable));
+  }
 }
 
 void tst_program::StartCreatesTheDatabaseAndSignsIn() {

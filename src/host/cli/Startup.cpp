@@ -3,6 +3,7 @@
 #include "database/Database.h"
 #include "database/Maintenance.h"
 #include "database/Presence.h"
+#include "database/Schema.h"
 #include "host/access/Accounts.h"
 #include "host/access/ServerPeople.h"
 #include "host/desktop/PatientConnection.h"
@@ -68,6 +69,15 @@ void RequireUnexposedFolder(const database::Place& place) {
       throw automation::Error(adodb::CannotOpen, u"La base de datos no está a salvo. "_s + exposure);
     }
   }
+}
+
+// Otherwise one that another program took away would be missed by a save, or by a list that stays empty.
+void RequireTables(adodb::Connection& connection) {
+  QStringList selects;
+  for (const database::Table& table : database::Schema::Current().Tables()) {
+    selects.append(u"SELECT 1 FROM [%1] WHERE 1=0"_s.arg(table.name));
+  }
+  connection.Execute(selects.join(u" UNION ALL "_s));
 }
 
 // Beside the program where it was built, in the data folder where it was installed: the same way from both.
@@ -136,6 +146,9 @@ std::unique_ptr<StartedSession> StartSession(const CommandLine& line) {
   if (!session.readOnly) {
     // Nobody brings the database to another version meanwhile.
     database::OwnPresence(*started->connection);
+  }
+  if (target.place.IsFile()) {
+    RequireTables(*started->connection);
   }
   session.connection = started->connection.get();
   session.office = started->connection.get();

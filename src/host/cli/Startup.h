@@ -40,8 +40,8 @@ void RequireWanted(const Target& target, const CommandLine& line);
 bool OwnsFile(const database::Place& place);
 
 /// Prepares the database that the arguments name, opens it and signs the user in. Raises the errors of the database,
-/// RequireWanted, CannotOpen where everybody may write in a folder on the way, and 5 for a user that does not exist. A
-/// database that can't be written is opened for viewing.
+/// RequireWanted, CannotOpen where everybody may write in a folder on the way, NoSuchTable for a file that lacks a
+/// table, and 5 for a user that does not exist. A database that can't be written is opened for viewing.
 std::unique_ptr<StartedSession> StartSession(const CommandLine& line);
 
 /// The file of the database when the arguments name none, in the user's data folder.
