@@ -117,7 +117,9 @@ void Reader::FlushHidden() {
   RtfText text;
   text.OpenGroup();
   text.Word("\\v");
-  text.Text(std::exchange(m_hidden, {}), 0);
+  // Letters of another font among them would be symbols in this one.
+  const bool symbols = m_fonts.At(m_hiddenStyle.font).codePage == symbolCodePage;
+  text.Text(std::exchange(m_hidden, {}), symbols ? symbolCodePage : 0);
   text.CloseGroup();
   ++m_report.carried[QStringLiteral("v")];
   std::swap(Top().character, m_hiddenStyle);

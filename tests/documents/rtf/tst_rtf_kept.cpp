@@ -375,6 +375,7 @@ void tst_rtf_kept::oddPlaces_data() {
       u"ab"_s);
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
+  row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);
   row("an object's result among fallbacks", "\\u945?{\\object\\objemb{\\*\\objdata 00}{\\result\\u946?}}\\u947?\\par",
       u"αβγ"_s);
   row("border colour without a border", "\\trowd\\brdrcf1\\cellx9\\pard\\intbl a\\cell\\row\\pard b\\par", u"a|b"_s);
