@@ -221,7 +221,9 @@ void ListTable::AddLists(std::string_view group) {
       } else if (token.text == "listlevel" && levels.size() < 9) {
         levels.append(Numbering{});
       } else if (token.text == "listid") {
-        m_lists.insert(token.parameter, levels);
+        if (!m_lists.contains(token.parameter)) {
+          m_lists.insert(token.parameter, levels);
+        }
       } else if (!levels.isEmpty() && (token.text == "levelnfc" || token.text == "levelnfcn")) {
         levels.last().kind = KindOfNumberFormat(token.parameter);
       } else if (!levels.isEmpty() && token.text == "levelstartat") {
@@ -246,7 +248,7 @@ void ListTable::AddOverrides(std::string_view group) {
   Walk(group, [&](const Token& token, int /*depth*/) {
     if (token.kind == TokenKind::Word && token.text == "listid") {
       list = token.parameter;
-    } else if (token.kind == TokenKind::Word && token.text == "ls") {
+    } else if (token.kind == TokenKind::Word && token.text == "ls" && !m_overrides.contains(token.parameter)) {
       m_overrides.insert(token.parameter, list);
     }
   });

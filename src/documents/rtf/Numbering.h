@@ -37,7 +37,8 @@ QString NumberText(Numbering::Kind kind, int index);
 /// The lists of `\listtable` and `\listoverridetable`. Source: Rich Text Format Specification 1.9.1, "List Table".
 class ListTable {
  public:
-  /// Adds the lists, or the overrides, of one group.
+  /// Adds the lists, or the overrides, of one group. What a number stands for it keeps, so that it is the same wherever
+  /// the tables stand.
   void AddLists(std::string_view group);
   void AddOverrides(std::string_view group);
   /// Whether `\lsN` is a list.

@@ -185,10 +185,10 @@ std::optional<Splice> Extension(qsizetype end, const QByteArray& read, const QBy
 }
 
 /// New fonts and colours; false where there is no table to put them into.
-bool ExtendTables(const WriterTables& tables, const PreambleData& preamble, const Seams& seams, qsizetype begin,
+bool ExtendTables(const WriterTables& tables, const PreambleData& preamble, const Seams& seams,
                   QList<Splice>& splices) {
   const auto add = [&](qsizetype end, const QByteArray& read, const QByteArray& table) {
-    const std::optional<Splice> splice = end <= begin ? Extension(end, read, table) : std::nullopt;
+    const std::optional<Splice> splice = Extension(end, read, table);
     if (splice) {
       splices.append(*splice);
     }
@@ -213,10 +213,13 @@ std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArra
   }
   const Seam& begin = seams.at[change->from];
   const Seam& end = seams.at[change->end];
+  if (begin.offset < seams.lastTable) {
+    return std::nullopt;
+  }
   Writer writer(document);
   const QByteArray part =
       Written(writer, patch, seams.states[begin.state], seams.states[end.state], original.sliced(end.offset));
-  if (!ExtendTables(writer.Tables(), *PreambleOf(document).data, seams, begin.offset, splices)) {
+  if (!ExtendTables(writer.Tables(), *PreambleOf(document).data, seams, splices)) {
     return std::nullopt;
   }
   splices.append({begin.offset, end.offset - begin.offset, part});

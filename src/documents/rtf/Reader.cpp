@@ -196,6 +196,7 @@ void Reader::CarryWord(const Keyword& keyword, const Token& token) {
     case Action::SectionDefaults:
     case Action::RowDefaults:
       m_borderOwner = BorderOwner::None;
+      m_borderNamed = static_cast<qsizetype>(token.begin);
       return;
     case Action::CarryDocument:
       Count(m_report.carried, token.text);
@@ -205,12 +206,14 @@ void Reader::CarryWord(const Keyword& keyword, const Token& token) {
   }
   Count(m_report.carried, token.text);
   m_border = keyword.id;
+  m_borderNamed = static_cast<qsizetype>(token.begin);
   if (!IsBorder(keyword.name)) {
     m_borderOwner = BorderOwner::None;
   }
 }
 
 void Reader::AttachBorder(const Keyword& keyword, const Token& token) {
+  m_seams.Refer(m_borderNamed);
   const CarriedWord word = Carried(keyword, token, m_colours);
   switch (m_borderOwner) {
     case BorderOwner::Character:
@@ -274,6 +277,10 @@ bool Reader::ApplyDocumentWord(const Keyword& keyword, const Token& token) {
       m_section.words.Put(keyword, token.hasParameter, token.parameter);
       break;
     case Action::RowDefaults:
+      if (!Top().nestedRowProperties) {
+        m_rowDefinition = static_cast<qsizetype>(token.begin);
+        m_seams.DefineRow();
+      }
       m_rows.BeginDefinition(Top().nestedRowProperties, keyword);
       break;
     case Action::CarryRow:
@@ -371,6 +378,7 @@ void Reader::CloseGroup() {
   const Group group = Top();
   m_groups.pop_back();
   m_borderOwner = BorderOwner::None;
+  m_borderNamed = static_cast<qsizetype>(m_tokenizer.Position());
   m_runIsCurrent = false;
   m_codePage = -1;
   if (group.openLink != 0) {
@@ -396,6 +404,7 @@ void Reader::Finish() {
 
 /// What was just read holds for the document or the section, not for its place.
 void Reader::ChangeDocument(bool ofSection) {
+  m_codePage = -1;
   const bool isEmpty = !m_builder.HasText() && m_hidden.isEmpty() && m_break == 0;
   const bool begins = m_builder.Paragraphs() == 0 && isEmpty;
   const bool beginsSection = ofSection && !m_section.first && !m_section.hasParagraph;
@@ -409,7 +418,7 @@ bool Reader::IsBetweenParts() const {
   const Group& top = m_groups.back();
   return m_groups.size() > 1 && m_uncounted == 0 && !top.alternatives && !top.nestedRowProperties &&
          top.openLink == 0 && top.character.link == 0 && !top.character.hidden && m_skip == 0 &&
-         m_pendingTab == TabStop() && !m_rows.HasWaitingDefinition();
+         m_pendingTab == TabStop();
 }
 
 void Reader::NoteSeam(const Token& token) {
@@ -419,12 +428,10 @@ void Reader::NoteSeam(const Token& token) {
       m_seams.Place(static_cast<qsizetype>(token.begin), 1, {});
     }
   } else if (IsBetweenParts()) {
-    ListItem item;
-    const bool isItem = FindListItem(item);
     m_seams.Place(static_cast<qsizetype>(m_tokenizer.Position()), Top().serial,
                   {.character = Top().character,
                    .paragraph = Top().paragraph,
-                   .list = isItem ? item.source : QString(),
+                   .numbering = m_numberings[Top().paragraph.numbering].source,
                    .unicodeSkip = Top().unicodeSkip});
   }
 }

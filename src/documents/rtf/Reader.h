@@ -17,6 +17,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -107,6 +108,7 @@ class Reader {
   void EnterUnknownDestination(const Token& token);
   QByteArray Capture();
   void PlaceGroup(const Keyword& keyword, const QByteArray& group);
+  void BeginDocumentTable();
   void OpenLink(bool isObject);
   bool EnterResult();
   void CloseLink(const Group& group);
@@ -167,16 +169,19 @@ class Reader {
   int m_break = 0;  ///< The BreakKind of the paragraph to come, 0 for none.
   BorderOwner m_borderOwner = BorderOwner::None;
   std::uint16_t m_border = 0;
-  std::string m_bytes;  ///< Of a multi-byte code page, until they can be decoded together.
+  qsizetype m_borderNamed = 0;    ///< Where its owner was named, or that there is none.
+  qsizetype m_rowDefinition = 0;  ///< Where the last one begins.
+  std::string m_bytes;            ///< Of a multi-byte code page, until they can be decoded together.
   int m_bytesPage = 0;
   QString m_hidden;
   CharacterStyle m_hiddenStyle;
   QHash<CharacterStyle, QTextCharFormat> m_formats;
   QHash<ParagraphStyle, QTextBlockFormat> m_blockFormats;
+  qsizetype m_characterFormats = 0;
   qsizetype m_pieceFormats = 0;
   QSet<size_t> m_tableFormats;
   bool m_runIsCurrent = false;  ///< The builder's last run has the style in force.
-  CharacterStyle m_runStyle;
+  std::optional<CharacterStyle> m_runStyle;
   int m_codePage = -1;  ///< Of the style in force, -1 if that changed.
   TextPlaces* m_places = nullptr;
   qsizetype m_placesBefore = 0;

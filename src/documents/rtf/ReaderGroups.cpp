@@ -124,25 +124,28 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
   }
   switch (keyword.action) {
     case Action::FontTable:
-      ChangeDocument(false);
+      BeginDocumentTable();
       m_seams.EndFontTable(m_capturedEnd);
       m_fonts.Add(View(group), m_preamble.codePage);
       m_preamble.fontTables += group;
-      m_codePage = -1;
+      // The same number may be another font from here on.
+      m_formats.clear();
+      m_runIsCurrent = false;
+      m_runStyle.reset();
       return;
     case Action::ColourTable:
-      ChangeDocument(false);
+      BeginDocumentTable();
       m_seams.EndColourTable(m_capturedEnd);
       m_colours.Add(View(group));
       m_preamble.colourTables += group;
       return;
     case Action::ListTable:
-      ChangeDocument(false);
+      BeginDocumentTable();
       m_lists.AddLists(View(group));
       m_preamble.listTables += group;
       return;
     case Action::ListOverrides:
-      ChangeDocument(false);
+      BeginDocumentTable();
       m_lists.AddOverrides(View(group));
       m_preamble.listTables += group;
       return;
@@ -181,6 +184,11 @@ void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
       AddPiece(group);
       break;
   }
+}
+
+void Reader::BeginDocumentTable() {
+  ChangeDocument(false);
+  m_seams.BeginDocumentTable(static_cast<qsizetype>(m_destination));
 }
 
 void Reader::OpenLink(bool isObject) {

@@ -92,7 +92,7 @@ void Reader::PrepareRun() {
   m_bodyStarted = true;
   if (!m_builder.HasText() || m_builder.LastObject() != nullptr || m_runStyle != Top().character) {
     m_runStyle = Top().character;
-    m_builder.BeginRun(FormatOf(m_runStyle));
+    m_builder.BeginRun(FormatOf(*m_runStyle));
   }
   m_runIsCurrent = true;
 }
@@ -117,7 +117,9 @@ void Reader::FlushHidden() {
   RtfText text;
   text.OpenGroup();
   text.Word("\\v");
-  text.Text(std::exchange(m_hidden, {}), 0);
+  // Letters of another font among them would be symbols in this one.
+  const bool symbols = m_fonts.At(m_hiddenStyle.font).codePage == symbolCodePage;
+  text.Text(std::exchange(m_hidden, {}), symbols ? symbolCodePage : 0);
   text.CloseGroup();
   ++m_report.carried[QStringLiteral("v")];
   std::swap(Top().character, m_hiddenStyle);
@@ -131,7 +133,7 @@ const QTextCharFormat& Reader::FormatOf(CharacterStyle style) {
   if (known != m_formats.constEnd()) {
     return *known;
   }
-  if (m_formats.size() >= m_limits.formats) {
+  if (++m_characterFormats > m_limits.formats) {
     Refuse(QStringLiteral("La carta tiene demasiados formatos de letra distintos."));
   }
   QTextCharFormat format = ToCharacterFormat(style, m_fonts.At(style.font));
@@ -193,6 +195,9 @@ void Reader::EndParagraph() {
   style.numbering = isItem ? 1 : 0;
   style.inTable = false;
   QTextBlockFormat format = BlockFormatOf(style, isItem);
+  if (level > 0 && m_lastPath.isEmpty()) {
+    m_seams.BeginTable(m_rowDefinition);
+  }
   const TablePath path = m_rows.Enter(level, m_builder);
   if (m_break == int(BreakKind::Within) && path != m_lastPath) {
     m_break = int(BreakKind::AtStart);

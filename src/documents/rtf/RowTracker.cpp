@@ -13,7 +13,6 @@ constexpr int rowNumbers = 16;
 
 void RowTracker::BeginDefinition(bool nested, const Keyword& keyword) {
   m_definitions[nested] = {.words = {{keyword.id, keyword.id}}, .text = {}, .changed = true};
-  m_isWaiting = m_isWaiting || !nested;
 }
 
 void RowTracker::AddWord(bool nested, const CarriedWord& word) {
@@ -21,7 +20,6 @@ void RowTracker::AddWord(bool nested, const CarriedWord& word) {
   if (!definition.words.isEmpty() && definition.words.size() < mostWords) {
     definition.words.append(word);
     definition.changed = true;
-    m_isWaiting = m_isWaiting || !nested;
   }
 }
 
@@ -39,7 +37,6 @@ TablePath RowTracker::Enter(int level, const DocumentBuilder& builder) {
   while (m_open.size() < level) {
     int& row = m_rows[m_open.size()];
     row = (row + 1) % rowNumbers;
-    m_isWaiting = m_isWaiting && !m_open.isEmpty();
     // A nested row's definition comes behind its cells.
     m_open.append({{.row = row, .definition = m_open.isEmpty() ? Text(false) : QString()}, builder.Paragraphs()});
   }
@@ -62,7 +59,6 @@ void RowTracker::EndRow(int level, bool nested, DocumentBuilder& builder) {
   }
   m_open.resize(level);
   const OpenRow row = m_open.takeLast();
-  m_isWaiting = m_isWaiting && level > 1;
   const QString& definition = Text(nested && level > 1);
   if (definition == row.place.definition) {
     return;

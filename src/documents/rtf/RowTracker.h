@@ -20,9 +20,6 @@ class RowTracker {
   /// `\nesttableprops`: a nested row's definition begins anew.
   void ForgetNestedDefinition() { m_definitions[true] = {}; }
 
-  /// Whether rows that come yet are defined by what no row has had so far.
-  bool HasWaitingDefinition() const { return m_isWaiting; }
-
   /// Where the paragraph that `builder` inserts next stands, at table level `level`, 0 for none. Rows that this leaves
   /// have ended.
   TablePath Enter(int level, const DocumentBuilder& builder);
@@ -43,7 +40,6 @@ class RowTracker {
   const QString& Text(bool nested);
 
   Definition m_definitions[2];
-  bool m_isWaiting = false;
   QList<OpenRow> m_open;
   int m_rows[deepestTable] = {};
 };

@@ -1,11 +1,13 @@
 #include "documents/rtf/Seams.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace rtf {
 
 size_t qHash(const ReadingState& state, size_t seed) {
-  return qHashMulti(seed, state.character, state.paragraph, state.list, state.unicodeSkip);
+  return qHashMulti(seed, state.character, state.paragraph, state.numbering, state.unicodeSkip);
 }
 
 void SeamRecorder::EndPart(bool inTable) {
@@ -15,10 +17,37 @@ void SeamRecorder::EndPart(bool inTable) {
     m_placed = false;
     return;
   }
+  if (!inTable) {
+    ReferFromRow();
+  }
   m_inTable = inTable;
   m_seams.at.append(Seam{});
   m_placed = !inTable;
   ++m_partsOfToken;
+}
+
+void SeamRecorder::EndRow() {
+  ReferFromRow();
+  m_placed = m_placed || m_inTable;
+}
+
+void SeamRecorder::ReferFromRow() {
+  if (m_row) {
+    m_references.append(*std::exchange(m_row, std::nullopt));
+  }
+}
+
+void SeamRecorder::Refer(qsizetype offset) {
+  const Reference reference{offset, m_seams.at.size() - 1};
+  if (offset < m_lastPlaced && (m_references.isEmpty() || m_references.last() != reference)) {
+    m_references.append(reference);
+  }
+}
+
+void SeamRecorder::BeginTable(qsizetype definition) {
+  if (definition < m_lastPlaced) {
+    m_row = Reference{definition, m_seams.at.size() - 1};
+  }
 }
 
 void SeamRecorder::ChangeDocument(bool begins) {
@@ -67,14 +96,27 @@ void SeamRecorder::Place(qsizetype offset, int group, const ReadingState& state)
     }
   }
   m_seams.at.last() = {offset, group, number};
+  m_lastPlaced = offset;
 }
 
 Seams SeamRecorder::Take(qsizetype before) {
-  for (Seam& seam : m_seams.at) {
+  ReferFromRow();
+  std::sort(m_references.begin(), m_references.end(),
+            [](const Reference& a, const Reference& b) { return a.last < b.last; });
+  qsizetype referred = std::numeric_limits<qsizetype>::max();
+  for (qsizetype i = m_seams.at.size() - 1; i >= 0; --i) {
+    for (; !m_references.isEmpty() && m_references.last().last >= i; m_references.removeLast()) {
+      referred = std::min(referred, m_references.last().offset);
+    }
+    Seam& seam = m_seams.at[i];
+    if (referred < seam.offset) {
+      seam.state = -1;
+    }
     seam.offset += before;
   }
   m_seams.fontsEnd += m_seams.fontsEnd < 0 ? 0 : before;
   m_seams.coloursEnd += m_seams.coloursEnd < 0 ? 0 : before;
+  m_seams.lastTable += m_seams.lastTable < 0 ? 0 : before;
   return std::move(m_seams);
 }
 

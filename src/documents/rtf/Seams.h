@@ -7,13 +7,15 @@
 #include <QSet>
 #include <QString>
 
+#include <optional>
+
 namespace rtf {
 
 /// What is in force at a place of a letter.
 struct ReadingState {
   CharacterStyle character;
   ParagraphStyle paragraph;
-  QString list;  ///< `\lsN\ilvlN` or the `\pn` group of a list's items, empty outside lists.
+  QString numbering;  ///< The `\pn` group, empty for none.
   int unicodeSkip = 1;
 
   bool operator==(const ReadingState&) const = default;
@@ -42,6 +44,8 @@ struct Seams {
   /// Behind the closing brace of the last table of its kind; -1 where there is none, or none that is closed.
   qsizetype fontsEnd = -1;
   qsizetype coloursEnd = -1;
+  /// Where the last table of fonts, colours or lists begins: what is in front of it has other numbers.
+  qsizetype lastTable = -1;
 };
 
 /// Notes the seams of a letter while it is read. The reader says what a token did, then where it ended.
@@ -49,9 +53,14 @@ class SeamRecorder {
  public:
   /// What the token did.
   void EndPart(bool inTable);
-  void EndRow() { m_placed = m_placed || m_inTable; }
+  void EndRow();
   /// It changed what holds for more than its paragraph; `begins` before the text of the letter.
   void ChangeDocument(bool begins);
+  /// What it means hangs on what stands at `offset`: nothing may be written between them.
+  void Refer(qsizetype offset);
+  /// A table begins whose first row has the definition there, unless another one comes before that row ends.
+  void BeginTable(qsizetype definition);
+  void DefineRow() { m_row.reset(); }
   /// It ends what the last part's end did not, without text between them.
   void GoOn();
   /// The letter's last words are those of a section that has no part, and the last part has its mark.
@@ -61,14 +70,28 @@ class SeamRecorder {
   bool IsSeam(bool closesGroup);
   void Place(qsizetype offset, int group, const ReadingState& state);
 
+  void BeginDocumentTable(qsizetype offset) { m_seams.lastTable = offset; }
   void EndFontTable(qsizetype offset) { m_seams.fontsEnd = offset; }
   void EndColourTable(qsizetype offset) { m_seams.coloursEnd = offset; }
   /// What was noted, with `before` bytes in front of it.
   Seams Take(qsizetype before);
 
  private:
+  /// Of something in front of the seam `last` to the one in front of which it stands.
+  struct Reference {
+    qsizetype offset = 0;
+    qsizetype last = 0;
+
+    bool operator==(const Reference&) const = default;
+  };
+
+  void ReferFromRow();
+
   Seams m_seams{.at = {Seam{}}, .states = {}, .bound = {}};
   QHash<ReadingState, int> m_states;
+  QList<Reference> m_references;
+  std::optional<Reference> m_row;  ///< Of the open row.
+  qsizetype m_lastPlaced = 0;
   bool m_inTable = false;
   bool m_placed = false;
   bool m_isBehindSeam = false;

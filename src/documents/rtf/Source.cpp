@@ -37,6 +37,7 @@ void Source::Remember(const QTextDocument& document, const QByteArray& bytes, co
   m_bytes = bytes;
   m_characters = characters;
   m_seams = seams;
+  m_numbers.reset();
   Renew(document);
 }
 
@@ -82,6 +83,13 @@ std::optional<QByteArray> Source::Patched(const QTextDocument& document, const Q
   return m_rootFormat == document.rootFrame()->formatIndex()
              ? rtf::Patched(document, bytes, m_parts, PartsNow(document), m_seams)
              : std::nullopt;
+}
+
+const NamedNumbers& Source::Numbers() const {
+  if (!m_numbers) {
+    m_numbers = NamedNumbers::Of(m_characters.isEmpty() ? m_bytes : m_characters.toUtf8());
+  }
+  return *m_numbers;
 }
 
 QString Source::AddPicture(const Piece& group) {

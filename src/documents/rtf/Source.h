@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documents/rtf/NamedNumbers.h"
 #include "documents/rtf/Parts.h"
 #include "documents/rtf/Properties.h"
 #include "documents/rtf/Seams.h"
@@ -42,6 +43,8 @@ class Source : public QObject {
   std::optional<QByteArray> Patched(const QTextDocument& document, const QByteArray& bytes) const;
   const QByteArray& Bytes() const { return m_bytes; }
   const QString& Characters() const { return m_characters; }
+  /// Of the original.
+  const NamedNumbers& Numbers() const;
 
   /// Keeps a picture's group under the name that an image format has for it, and returns the name.
   QString AddPicture(const Piece& group);
@@ -60,6 +63,7 @@ class Source : public QObject {
   /// What the document holds, as of one of its revisions.
   mutable QList<Part> m_now;
   mutable int m_revision = -1;
+  mutable std::optional<NamedNumbers> m_numbers;
   int m_rootFormat = -1;
   Seams m_seams;
   QHash<QString, Piece> m_pictures;

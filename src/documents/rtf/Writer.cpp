@@ -4,12 +4,14 @@
 #include "documents/rtf/CharacterFormat.h"
 #include "documents/rtf/Joint.h"
 #include "documents/rtf/ParagraphFormat.h"
+#include "documents/rtf/Source.h"
 
 #include <QTextFragment>
 #include <QTextFrame>
 #include <QTextList>
 
 #include <algorithm>
+#include <utility>
 
 namespace rtf {
 
@@ -53,7 +55,7 @@ Font SymbolFont() {
 Writer::Writer(const QTextDocument& document)
     : m_document(document),
       m_preamble(PreambleOf(document)),
-      m_tables(*m_preamble.data),
+      m_tables(*m_preamble.data, Source::Find(document)),
       m_styles(m_text, m_tables),
       m_rows(document) {}
 
@@ -110,12 +112,16 @@ void Writer::TakeUpParagraph(const ReadingState& state) {
   ParagraphStyle style = state.paragraph;
   style.tableLevel = style.Level();
   style.inTable = false;
-  style.listNumber = noList;
-  style.listLevel = 0;
   style.numbering = 0;
   ListState list;
-  (state.list.startsWith(u"\\ls") ? list.words : list.group) = state.list.toLatin1();
-  Paragraph(style, state.list.isEmpty() ? nullptr : &list, false);
+  list.group = state.numbering.toLatin1();
+  if (int number = std::exchange(style.listNumber, noList); number != noList) {
+    list.words = "\\ls" + QByteArray::number(number);
+  }
+  if (int level = std::exchange(style.listLevel, 0); level != 0 || !list.words.isEmpty()) {
+    list.words += "\\ilvl" + QByteArray::number(level);
+  }
+  Paragraph(style, list.group.isEmpty() && list.words.isEmpty() ? nullptr : &list, false);
 }
 
 void Writer::TakeUpCharacters(const ReadingState& state) {

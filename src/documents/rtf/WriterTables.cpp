@@ -1,6 +1,7 @@
 #include "documents/rtf/WriterTables.h"
 
 #include "documents/rtf/CodePages.h"
+#include "documents/rtf/Source.h"
 #include "documents/rtf/Styles.h"
 #include "documents/rtf/TextEncoder.h"
 #include "documents/rtf/Tokenizer.h"
@@ -15,7 +16,7 @@ std::string_view View(const QByteArray& bytes) {
   return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-/// Whether the last colour lacks its semicolon, so that another would become part of it.
+/// Whether the last colour lacks its semicolon, so that another would become part of it, or make it one.
 bool EndsInsideEntry(const QByteArray& groups) {
   const QByteArray open = groups.chopped(1);
   Tokenizer tokenizer(View(open));
@@ -60,8 +61,9 @@ QByteArray Extended(const QByteArray& groups, const QByteArray& entries) {
 
 }  // namespace
 
-WriterTables::WriterTables(const PreambleData& preamble)
-    : m_codePage(preamble.codePage),
+WriterTables::WriterTables(const PreambleData& preamble, const Source* source)
+    : m_source(source),
+      m_codePage(preamble.codePage),
       m_defaultFont(preamble.defaultFont),
       m_fontGroups(preamble.fontTables),
       m_colourGroups(preamble.colourTables) {
@@ -77,11 +79,7 @@ WriterTables::WriterTables(const PreambleData& preamble)
     m_numbers.insert(number);
   }
   if (numbers.isEmpty()) {
-    m_nextFont = preamble.defaultFont;
     m_fontGroups = "{\\fonttbl}";
-  }
-  while (m_numbers.contains(m_nextFont)) {
-    ++m_nextFont;
   }
   m_bracedFonts = EndsBraced(m_fontGroups);
   ColourTable colours;
@@ -99,10 +97,8 @@ WriterTables::WriterTables(const PreambleData& preamble)
       m_colours.insert(colour, number);
     }
   }
-  if (EndsInsideEntry(m_colourGroups)) {
-    m_newColours = ";";
-    ++m_nextColour;
-  } else if (m_nextColour == 0) {
+  m_openColours = EndsInsideEntry(m_colourGroups);
+  if (m_nextColour == 0) {
     m_newColours = ";";
     m_nextColour = 1;
   }
@@ -121,18 +117,11 @@ int WriterTables::FontNumber(const Font& font) {
       m_numbers.insert(0);
       m_namesDefault = false;
     }
-    while (m_numbers.contains(m_nextFont)) {
-      ++m_nextFont;
-    }
     m_fonts.insert(description, defaultFont);
     return defaultFont;
   }
-  const int number = m_nextFont;
+  const int number = AddFont();
   m_fonts.insert(description, number);
-  m_numbers.insert(number);
-  for (m_nextFont = 0; m_numbers.contains(m_nextFont);) {
-    ++m_nextFont;
-  }
   RtfText entry;
   if (m_bracedFonts) {
     entry.OpenGroup();
@@ -151,6 +140,19 @@ int WriterTables::FontNumber(const Font& font) {
   return number;
 }
 
+/// A number that means nothing in what is kept.
+int WriterTables::AddFont() {
+  const auto isTaken = [this](int number) {
+    return m_numbers.contains(number) || (m_source != nullptr && m_source->Numbers().fonts.contains(number));
+  };
+  int number = m_numbers.isEmpty() ? m_defaultFont : m_nextFont;
+  while (isTaken(number)) {
+    number = m_nextFont++;
+  }
+  m_numbers.insert(number);
+  return number;
+}
+
 int WriterTables::ColourNumber(int colour) {
   const auto known = m_colours.constFind(colour);
   return known != m_colours.constEnd() ? *known : AddColour(colour);
@@ -158,13 +160,22 @@ int WriterTables::ColourNumber(int colour) {
 
 int WriterTables::AutomaticColourNumber() {
   if (m_automatic < 0) {
-    m_newColours += ';';
-    m_automatic = m_nextColour++;
+    AddAutomatic();
   }
   return m_automatic;
 }
 
+void WriterTables::AddAutomatic() {
+  m_newColours += ';';
+  m_automatic = m_automatic < 0 ? m_nextColour : m_automatic;
+  ++m_nextColour;
+}
+
 int WriterTables::AddColour(int colour) {
+  while (m_source != nullptr && m_source->Numbers().colours.contains(m_nextColour)) {
+    // It stays the automatic colour.
+    AddAutomatic();
+  }
   m_newColours += "\\red" + QByteArray::number((colour >> 16) & 0xFF) + "\\green" +
                   QByteArray::number((colour >> 8) & 0xFF) + "\\blue" + QByteArray::number(colour & 0xFF) + ';';
   m_colours.insert(colour, m_nextColour);
@@ -178,6 +189,7 @@ QByteArray WriterTables::FontGroups() const {
   }
   const QByteArray extended = Extended(m_fontGroups, m_newFonts);
   FontTable fonts;
+  fonts.SetDefault(m_defaultFont);
   fonts.Add(View(extended), m_codePage);
   const bool complete = std::all_of(m_fonts.keyValueBegin(), m_fonts.keyValueEnd(), [&](const auto& font) {
     return fonts.At(font.second).Description() == font.first;
@@ -186,7 +198,8 @@ QByteArray WriterTables::FontGroups() const {
 }
 
 QByteArray WriterTables::ColourGroups() const {
-  return Extended(m_colourGroups, m_newColours);
+  const bool isOpen = m_openColours && !m_newColours.isEmpty();
+  return isOpen ? m_colourGroups + "{\\colortbl" + m_newColours + '}' : Extended(m_colourGroups, m_newColours);
 }
 
 }  // namespace rtf

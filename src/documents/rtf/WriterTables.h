@@ -9,11 +9,14 @@
 
 namespace rtf {
 
+class Source;
+
 /// The fonts and colours of a document that is written: those that were read keep their numbers, because what is
 /// carried byte for byte refers to them; new ones come behind.
 class WriterTables {
  public:
-  explicit WriterTables(const PreambleData& preamble);
+  /// `source` has the bytes that are kept, null where there are none; it must outlive the tables.
+  explicit WriterTables(const PreambleData& preamble, const Source* source = nullptr);
 
   /// defaultFont for text that has none.
   int FontNumber(const Font& font);
@@ -24,15 +27,18 @@ class WriterTables {
   int CodePage(const Font& font) const { return font.codePage == 0 ? m_codePage : font.codePage; }
 
   /// Whether there is a default font to name; readers show one of their own where there is none.
-  bool NamesDefaultFont() const { return m_namesDefault; }
+  bool NamesDefaultFont() const { return m_namesDefault && (m_defaultFont != 0 || m_numbers.contains(0)); }
   bool HasNewFonts() const { return !m_newFonts.isEmpty(); }
   bool HasNewColours() const { return m_nextColour != m_readColours; }
   QByteArray FontGroups() const;
   QByteArray ColourGroups() const;
 
  private:
+  int AddFont();
+  void AddAutomatic();
   int AddColour(int colour);
 
+  const Source* m_source;
   int m_codePage;
   int m_defaultFont;
   QByteArray m_fontGroups;
@@ -41,6 +47,7 @@ class WriterTables {
   QSet<int> m_numbers;
   int m_nextFont = 0;
   bool m_bracedFonts = true;
+  bool m_openColours = false;
   bool m_namesDefault = true;
   QByteArray m_newFonts;
   QHash<int, int> m_colours;

@@ -104,6 +104,7 @@ void tst_rtf_formats::characters_data() {
   row("\\b\\cf1\\plain X", u"Arial 12"_s);
   row("\\f9 X", u"Arial 10"_s);
   row("\\f2 X", u"Arial CE 10"_s);
+  row("\\f2 a{\\fonttbl{\\f2 Otra;}}X", u"Otra 10"_s);
   row("\\lang1034\\expndtw20\\outl X", u"Arial 10"_s);
   row("{\\field{\\*\\fldinst{HYPERLINK \"https://ejemplo.es/\"}}{\\fldrslt{\\ul X}}}",
       u"Arial 10 underline1 https://ejemplo.es/"_s);

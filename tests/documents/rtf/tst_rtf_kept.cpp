@@ -32,8 +32,8 @@ class tst_rtf_kept : public QObject {
   void piecesSurviveCutAndPaste();
   void foreignTablesStayBehind();
   void linkOverASection();
-  void addedFonts_data();
-  void addedFonts();
+  void addedToTables_data();
+  void addedToTables();
   void noFontStaysNone();
   void tableEdits_data();
   void tableEdits();
@@ -180,12 +180,26 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("what holds for the document in a row's definition",
       "\\trowd\\deftab300\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par", 'n', "");
   row("a row's definition before its time",
-      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "ac");
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\row\\pard\\wc c\\par", 'c', "ac");
+  row("a row's definition in vain",
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "abc");
+  row("a border named in front of it", "\\wa a\\par\\plain\\brdrb\\wb X\\par\\brdrs\\wc c\\par\\pard\\wd d\\par", 'c',
+      "ad");
+  row("a row defined by the table before",
+      "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\row\\pard\\wb b\\par\\wc\\intbl c\\cell\\row\\pard\\wd d\\par", 'n',
+      "ad");
+  row("a row defined behind its cells", "\\wa X\\par\\pard\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par",
+      'n', "bc");
   row("a group without its brace", "\\wa a\\par X\\*\\unheardof b", 'c', "");
   row("in front of a last section's words", "\\wa a\\par X\\par\\sect\\sectd\\cols2", 'n', "");
   row("in front of its header", "\\wa a\\par X\\sect{\\header h}", 'n', "");
   row("in front of one without text", "\\wa X\\par\\sect\\sectd\\cols2\\sect\\wb b\\par\\wc c\\par", 'n', "bc");
   row("in front of an empty one", "\\wa a\\par X\\par\\sect", 'n', "a");
+  row("numbers of another table",
+      "\\wa X\\par{\\fonttbl{\\f0\\fcharset2 Symbol;}{\\f1\\fswiss\\fcharset0 Arial;}}a\\par", 'n', "");
+  row("a list's number that no table has", "\\ls5\\wa X\\par{\\*\\pn\\pnlvlblt}\\wb b\\par", 'n', "b");
+  row("a list that waits for the end of another",
+      "{\\*\\pn\\pnlvlblt}\\ls5\\wa X\\par\\ls0\\wb b\\par\\pard\\wc c\\par", 'n', "bc");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
@@ -350,12 +364,18 @@ void tst_rtf_kept::oddPlaces_data() {
   row("colours behind the text", "a{\\colortbl;\\red1\\green2\\blue3;}\\cf3 b\\cf1 c\\par", u"abc"_s);
   row("fonts behind the text", "a{\\fonttbl{\\f7\\fcharset161 Otra;}}\\f7 \\'e1\\par", u"aα"_s);
   row("code page behind the text", "\\'e1\\ansicpg1253\\'e1\\par", u"áá"_s);
+  row("another font by the same number", "\\f1\\'e1{\\fonttbl{\\f1\\fcharset161 Otra;}}\\'e1\\par", u"\uF0E1α"_s);
+  row("another list by the same number",
+      "{\\*\\listtable{\\list{\\listlevel\\levelnfc0}\\listid7}}{\\*\\listoverridetable{\\listoverride\\listid7\\ls1}}"
+      "\\ls1 a\\par{\\*\\listtable{\\list{\\listlevel\\levelnfc2}\\listid7}}\\pard b\\par",
+      u"a|b"_s);
   row("two bytes of a character in two fonts", "\\f3\\'82\\f0\\'e1\\f3\\'82\\'a0\\par", u"\uFFFDáあ"_s);
   row("a letter in a letter", "a{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0 Otra;}}\\paperw9 b\\par}c\\par", u"ab|c"_s);
   row("paper and section in a field", "{\\field{\\*\\fldinst X}{\\fldrslt\\sectd\\cols2\\paperw9\\deftab9 a}}b\\par",
       u"ab"_s);
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
+  row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);
   row("an object's result among fallbacks", "\\u945?{\\object\\objemb{\\*\\objdata 00}{\\result\\u946?}}\\u947?\\par",
       u"αβγ"_s);
   row("border colour without a border", "\\trowd\\brdrcf1\\cellx9\\pard\\intbl a\\cell\\row\\pard b\\par", u"a|b"_s);
@@ -478,32 +498,42 @@ void tst_rtf_kept::linkOverASection() {
   QCOMPARE(support::FormatAt(*again, u"b"_s).anchorHref(), target);
 }
 
-/// A table of fonts gets another one in its own form.
-void tst_rtf_kept::addedFonts_data() {
+/// A table of fonts gets another one in its own form; what is added has no number that what is kept has, in vain, too.
+void tst_rtf_kept::addedToTables_data() {
   QTest::addColumn<QByteArray>("table");
-  QTest::addColumn<QByteArray>("font");
+  QTest::addColumn<QByteArray>("pasted");
   QTest::addColumn<QByteArray>("written");
-  const auto row = [](const QByteArray& table, const QByteArray& font, const QByteArray& written) {
-    QTest::newRow((table + font).constData()) << table << font << written;
+  const auto row = [](const QByteArray& table, const QByteArray& pasted, const QByteArray& written) {
+    QTest::newRow((table + pasted).constData()) << table << pasted << written;
   };
-  const QByteArray other = "{\\f0\\fnil\\fcharset0 Otra;}";
+  const auto font = [](const QByteArray& words) { return "{\\fonttbl{\\f0" + words + " Otra;}}\\f0"; };
+  const QByteArray other = font("\\fnil\\fcharset0");
   const QByteArray braced = "{\\fonttbl{\\f0\\fswiss Arial;}";
-  row(braced + "}", other, braced + "{\\f1\\fnil\\fcharset0 Otra;}}");
-  row("{\\fonttbl\\f0\\fswiss Arial;}", other, "{\\fonttbl\\f0\\fswiss Arial;\\f1\\fnil\\fcharset0 Otra;}");
-  row(braced + "}", "{\\f0\\fcharset-5 Otra;}", braced + "{\\f1\\fnil Otra;}}");
-  row(braced + "}", "{\\f0\\fcharset256 Otra;}", braced + "{\\f1\\fnil Otra;}}");
+  row(braced + "}", other, braced + "{\\f2\\fnil\\fcharset0 Otra;}}");
+  row("{\\fonttbl\\f0\\fswiss Arial;}", other, "{\\fonttbl\\f0\\fswiss Arial;\\f2\\fnil\\fcharset0 Otra;}");
+  row(braced + "}", font("\\fcharset-5"), braced + "{\\f2\\fnil Otra;}}");
+  row(braced + "}", font("\\fcharset256"), braced + "{\\f2\\fnil Otra;}}");
+  row("{\\fonttbl}", other, "{\\fonttbl{\\f2\\fnil\\fcharset0 Otra;}}");
+  row("\\deff2" + braced + "}", other, braced + "{\\f3\\fnil\\fcharset0 Otra;}}");
+  const QByteArray colour = "{\\colortbl;\\red1\\green2\\blue3;}\\cf1";
+  row("{\\colortbl;}", colour, "{\\colortbl;;\\red1\\green2\\blue3;}");
+  row("{\\colortbl;\\red9}", colour, "{\\colortbl;\\red9}{\\colortbl;\\red1\\green2\\blue3;}");
+  row("{\\colortbl\\red9;}", colour, "{\\colortbl\\red9;;\\red1\\green2\\blue3;}");
 }
 
-void tst_rtf_kept::addedFonts() {
+void tst_rtf_kept::addedToTables() {
   QFETCH(QByteArray, table);
-  QFETCH(QByteArray, font);
+  QFETCH(QByteArray, pasted);
   QFETCH(QByteArray, written);
-  const auto document = Document("{\\rtf1\\ansi" + table + "a\\par}");
+  const auto document = Document("{\\rtf1\\ansi" + table + "a\\par b\\par\\wa\\f1\\cf1 c\\par}");
   QTextCursor cursor(document.get());
-  rtf::Insert("{\\rtf1\\ansi{\\fonttbl" + font + "}\\f0 x}", cursor);
+  rtf::Insert("{\\rtf1\\ansi" + pasted + " x}", cursor);
   const QByteArray result = rtf::Write(*document);
-  QVERIFY2(result.contains(written), result.constData());
+  QVERIFY2(result.contains(written) && result.contains("\\wa"), result.constData());
   QCOMPARE(support::Loss(*document), QString());
+  QCOMPARE(support::PatchLoss(*document), QString());
+  const QByteArray whole = rtf::Writer(*document).Write();
+  QCOMPARE(rtf::Writer(*Document(whole)).Write(), whole);
 }
 
 /// Readers show a font of their own where a letter has none; a number without an entry would be a font's name to some.

@@ -45,6 +45,7 @@ void tst_rtf_text::text_data() {
   row("double byte, raw trail byte", Letter("\\f3\\'83\\\\"), u"ソ"_s);
   row("symbol font", Letter("\\f1\\'b7a"), u"\uF0B7\uF061"_s);
   row("document's code page", "{\\rtf1\\ansi\\ansicpg1251 \\'cf\\'f0}", u"Пр"_s);
+  row("document's code page, the second one", "{\\rtf1\\ansi\\ansicpg932 \001\\ansicpg1252 \\'e1}", u"á"_s);
   row("raw bytes", "{\\rtf1\\ansi\\ansicpg1250 \xB9\xE6}", u"ąć"_s);
   row("Macintosh", "{\\rtf1\\mac \\'8e}", u"é"_s);
   row("Unicode with fallback", Letter("\\u8364?\\u8364\\'80x"), u"€€x"_s);
