@@ -17,9 +17,12 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSettings>
 #include <QSpinBox>
+#include <QStyleOption>
+#include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -50,6 +53,7 @@ class tst_main_window : public QObject {
   void LostDatabaseIsFoundAgain();
   void MissingComponentIsExplained_data();
   void MissingComponentIsExplained();
+  void ASelectedIconIsAsClearAsItsText();
   void HistoryOfARecord();
   void DetailOfARecord();
   void Preferences();
@@ -258,6 +262,49 @@ void tst_main_window::MissingComponentIsExplained() {
   const QString text = desktop.TakeBoxes().join(u'\n');
   QVERIFY2(text.contains(mentioned) && text.contains(u"kel-host registrar"_s), qPrintable(text));
   QVERIFY(desktop.List().Records().TotalCount() > 0);
+}
+
+void tst_main_window::ASelectedIconIsAsClearAsItsText() {
+  host::UseLook({.colours = host::Look::Colours::Light});
+  QStyleOptionViewItem item;
+  item.rect = QRect(0, 0, 60, 24);
+  item.state = QStyle::State_Enabled | QStyle::State_Active | QStyle::State_Selected;
+  item.features = QStyleOptionViewItem::HasDecoration;
+  item.decorationSize = QSize(16, 16);
+  item.palette = QApplication::palette();
+  const QColor text = item.palette.color(QPalette::HighlightedText);
+  const auto isDrawnInIt = [&](const QIcon& icon) {
+    QImage image(item.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    item.icon = icon;
+    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &item, &painter);
+    for (int x = 0; x < image.width(); ++x) {
+      for (int y = 0; y < image.height(); ++y) {
+        if (image.pixelColor(x, y) == text) {
+          return true;
+        }
+      }
+    }
+    return false;
+  };
+  QPixmap swatch(item.decorationSize);
+  swatch.fill(Qt::red);
+  const QTemporaryDir folder;
+  QVERIFY(QDir(folder.path()).mkpath(u"themed/16"_s) && swatch.save(folder.filePath(u"themed/16/go-home.png"_s)));
+  QFile index(folder.filePath(u"themed/index.theme"_s));
+  QVERIFY(index.open(QIODevice::WriteOnly));
+  index.write("[Icon Theme]\nName=themed\nDirectories=16\n[16]\nSize=16\n");
+  index.close();
+  const QStringList places = QIcon::themeSearchPaths();
+  const QString theme = QIcon::themeName();
+  QIcon::setThemeSearchPaths({folder.path()});
+  QIcon::setThemeName(u"themed"_s);
+  QVERIFY(isDrawnInIt(QIcon::fromTheme(u"go-home"_s)));
+  QIcon::setThemeSearchPaths(places);
+  QIcon::setThemeName(theme);
+  // What is of no theme keeps its colours.
+  QVERIFY(!isDrawnInIt(QIcon(swatch)));
 }
 
 void tst_main_window::HistoryOfARecord() {

@@ -420,7 +420,8 @@ QString RecordPage::SelectionText() const {
   const int selected = m_ui->recordList->SelectedCount();
   return shown == 0
              ? QString()
-             : u"%1 de %2 %3"_s.arg(selected).arg(shown).arg(selected == 1 ? u"seleccionado"_s : u"seleccionados"_s);
+             : QLocale(QLocale::Spanish).toString(selected) + u" de "_s + QLocale(QLocale::Spanish).toString(shown) +
+                   (selected == 1 ? u" seleccionado"_s : u" seleccionados"_s);
 }
 
 // One sentence, and the next step.

@@ -3,8 +3,10 @@
 #include "host/look/Colours.h"
 
 #include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
 #include <QPainter>
+#include <QPixmap>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -45,6 +47,18 @@ QColor RingOn(const QStyleOptionFocusRect* ring, const QPalette& palette) {
   const bool isSeen =
       ring == nullptr || !ring->backgroundColor.isValid() || Contrast(colour, ring->backgroundColor) >= leastContrast;
   return isSeen ? colour : palette.color(QPalette::HighlightedText);
+}
+
+QIcon Coloured(const QIcon& icon, const QSize& size, double pixelRatio, const QColor& colour) {
+  QPixmap picture = icon.pixmap(size, pixelRatio);
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(QRectF({}, picture.deviceIndependentSize()), colour);
+  painter.end();
+  QIcon coloured(picture);
+  // Else the selected one would be mixed with the selection's colour.
+  coloured.addPixmap(picture, QIcon::Selected);
+  return coloured;
 }
 
 QRect BelowTitle(const QStyleOption& option, const QWidget* widget, int markHeight) {
@@ -104,6 +118,23 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     default:
       break;
   }
+}
+
+void Style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+  // An icon of no theme shows something by its colours.
+  if (element == CE_ItemViewItem && item != nullptr && item->state.testFlag(State_Selected) &&
+      item->state.testFlag(State_Enabled) && !item->icon.name().isEmpty()) {
+    QStyleOptionViewItem selected = *item;
+    selected.icon =
+        Coloured(item->icon, item->decorationSize, painter->device()->devicePixelRatio(),
+                 item->palette.color(item->state.testFlag(State_Active) ? QPalette::Active : QPalette::Inactive,
+                                     QPalette::HighlightedText));
+    QProxyStyle::drawControl(element, &selected, painter, widget);
+    return;
+  }
+  QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
