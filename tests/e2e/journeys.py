@@ -90,10 +90,10 @@ def new_office(program):
     return Office(program)
 
 
-def first_issuer():
-    """From nothing: the issuer's dialog opens all that it needs."""
-    with Program(PLACE / "first") as program:
-        office = new_office(program)
+def first_issuer(home, arguments):
+    """The issuer's dialog opens all that it needs; without a database from nothing."""
+    with Program(home, *arguments) as program:
+        office = Office(program) if arguments else new_office(program)
         office.choose("Emisores")
         office.press("Agregar")
         issuer = program.window("Agregar emisor")
@@ -122,10 +122,10 @@ def first_issuer():
         assert program.ended() == 0
 
 
-def two_programs(arguments):
-    with Program(PLACE / "two", *arguments, person="ana") as first:
+def two_programs(home, arguments):
+    with Program(home, *arguments, person="ana") as first:
         ana = Office(first)
-        with Program(PLACE / "two", *arguments[:2], person="luis") as second:
+        with Program(home, *arguments[:2], person="luis") as second:
             two_people(first, second, ana, Office(second))
 
 
@@ -159,18 +159,9 @@ def two_people(first, second, ana, luis):
     until(lambda: "Banco del Alcornoque" in ana.rows(), "the bank in the other list again", 4)
 
 
-def two_programs_on_a_file():
-    two_programs(new_file("together"))
-
-
-def two_programs_on_a_server():
-    two_programs(server_database("oficina"))
-
-
-def rescue():
+def rescue(home, arguments):
     """What was typed comes back after a Yes with a gap, and after an end by a signal."""
-    arguments = new_file("rescue")
-    with Program(PLACE / "rescue", *arguments) as program:
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.choose("Bancos")
         office.press("Agregar")
@@ -187,12 +178,12 @@ def rescue():
         program.answer("Sí")
         program.answer("Aceptar")
         program.ended()
-    with Program(PLACE / "rescue", *arguments) as program:
+    with Program(home, *arguments) as program:
         Office(program).strip("Lo que había escrito en «Agregar banco»")
 
 
-def help_of_dialogs():
-    with Program(PLACE / "help", *new_file("helped")) as program:
+def help_of_dialogs(home, arguments):
+    with Program(home, *arguments) as program:
         office = Office(program)
         for node, title, control in (("Bancos", "Agregar banco", "Nombre"), ("Países", "Agregar país", "País")):
             office.choose(node)
@@ -206,10 +197,9 @@ def help_of_dialogs():
             dialog.gone()
 
 
-def killed_with_a_lock():
+def killed_with_a_lock(home, arguments):
     """The lock of a program that was killed holds nobody up."""
-    arguments = new_file("killed")
-    with Program(PLACE / "killed", *arguments) as program:
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.choose("Bancos")
         office.add_bank("0049", "Banco del Encinar")
@@ -218,7 +208,7 @@ def killed_with_a_lock():
         program.window("Propiedades del banco").fill("Nombre", "Otro")
         program.signal(signal.SIGKILL)
         program.ended()
-    with Program(PLACE / "killed", *arguments) as program:
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.choose("Bancos")
         office.select("Banco del Encinar")
@@ -230,10 +220,9 @@ def killed_with_a_lock():
         until(lambda: "Banco del Alcornoque" in office.rows(), "the bank's new name")
 
 
-def idle_lock():
+def idle_lock(home, arguments):
     """Passwords are asked for from now on; a program that nobody uses is locked over all that is open."""
-    arguments = new_file("locked")
-    with Program(PLACE / "locked", *arguments) as program:
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.menu("a", "u")
         users = program.window("Usuarios")
@@ -269,7 +258,7 @@ def idle_lock():
         until(lambda: {one.title for one in program.windows()} == {"Kel"}, "the lock again")
         program.signal(signal.SIGTERM)
         program.ended()
-    with Program(PLACE / "locked", *arguments[:2]) as program:
+    with Program(home, *arguments[:2]) as program:
         program.window("Entrar").front()
         type_text("ana")
         keys("Tab")
@@ -278,9 +267,9 @@ def idle_lock():
         Office(program).strip("Lo que había escrito en «Agregar emisor»")
 
 
-def export_and_print():
+def export_and_print(home, arguments):
     """The list that is seen, as other programs read it."""
-    with Program(PLACE / "paper", *new_file("paper")) as program:
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.choose("Bancos")
         office.add_bank("0049", "Banco del Encinar")
@@ -328,9 +317,9 @@ def make_copy(program, office, file):
     copies.gone()
 
 
-def damaged_file():
+def damaged_file(home, arguments):
     """The database can't be opened any more: a copy takes its place, from the window."""
-    with Program(PLACE / "damaged") as program:
+    with Program(home, *arguments) as program:
         office = new_office(program)
         office.choose("Bancos")
         office.add_bank("0049", "Banco del Encinar")
@@ -340,7 +329,7 @@ def damaged_file():
         assert program.ended() == 0
         database = program.home / "data/Kel/kel.db"
     database.write_bytes(b"x" * 100 + database.read_bytes()[100:])
-    with Program(PLACE / "damaged") as program:
+    with Program(home, *arguments) as program:
         program.answer("Aceptar")
         program.window("Elegir la base de datos").press("Restaurar una copia…")
         name_file(program, "Restaurar una copia", copy)
@@ -352,8 +341,8 @@ def damaged_file():
         assert kept and kept[0].read_bytes().startswith(b"x" * 100)
 
 
-def restore_on_a_server():
-    with Program(PLACE / "restored", *server_database("restaurada")) as program:
+def restore(home, arguments):
+    with Program(home, *arguments) as program:
         office = Office(program)
         office.choose("Bancos")
         office.add_bank("0049", "Banco del Encinar")
@@ -371,15 +360,31 @@ def restore_on_a_server():
         until(lambda: office.rows() == ["0049", "Banco del Encinar"], "the bank of the copy alone")
 
 
-JOURNEYS = (first_issuer, two_programs_on_a_file, two_programs_on_a_server, rescue, help_of_dialogs, killed_with_a_lock,
-            idle_lock, export_and_print, damaged_file, restore_on_a_server)
+def no_file(_name):
+    return []
+
+
+# Passwords are a file's, and only a file can be damaged here.
+PLACES = {"first_issuer": (no_file, server_database), "damaged_file": (no_file,), "idle_lock": (new_file,),
+          "restore": (server_database,)}
+
+
+def journeys():
+    """A run by its name: "rescue" on a file, "rescue_on_a_server" on a server, on a database of its own each."""
+    runs = {}
+    for journey in (first_issuer, two_programs, rescue, help_of_dialogs, killed_with_a_lock, idle_lock, export_and_print,
+                    damaged_file, restore):
+        for place in PLACES.get(journey.__name__, (new_file, server_database)):
+            name = journey.__name__ + ("_on_a_server" if place is server_database else "")
+            runs[name] = lambda journey=journey, place=place, name=name: journey(PLACE / f"home_{name}", place(name))
+    return runs
 
 
 def main():
     Program.installed = pathlib.Path(sys.argv[1]).resolve()
     Program.pictures = pathlib.Path(sys.argv[2])
     wanted = sys.argv[3:]
-    known = {journey.__name__: journey for journey in JOURNEYS}
+    known = journeys()
     if set(wanted) - set(known):
         sys.exit("No hay esos recorridos. Son: " + ", ".join(known))
     failed = 0

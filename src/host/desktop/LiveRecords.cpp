@@ -17,7 +17,7 @@ namespace host {
 namespace {
 
 // Changes are to be seen within two seconds.
-constexpr std::chrono::milliseconds pause{1500};
+constexpr std::chrono::milliseconds pause{1700};
 
 // A longer list is not read anew on a suspicion.
 constexpr int longestReadAnew = 10'000;
