@@ -2,8 +2,6 @@
 
 #include "platform/text/Counted.h"
 
-#include <QLocale>
-
 using namespace Qt::StringLiterals;
 
 namespace host {
