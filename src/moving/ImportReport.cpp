@@ -3,7 +3,6 @@
 #include "platform/text/Counted.h"
 
 #include <QFileInfo>
-#include <QLocale>
 
 #include <algorithm>
 #include <numeric>
@@ -18,15 +17,11 @@ namespace {
 constexpr qsizetype mostLines = 1000;
 constexpr qsizetype mostFindings = 20'000;
 
-QString Number(qint64 number) {
-  return QLocale(QLocale::Spanish, QLocale::Spain).toString(number);
-}
-
 QString Row(const TableReport& table) {
-  const QString counts = u"%1 leídos %2 nuevos %3 ya estaban %4 no entran"_s.arg(Number(table.read), 9)
-                             .arg(Number(table.created), 9)
-                             .arg(Number(table.known), 9)
-                             .arg(Number(table.leftOut), 7);
+  const QString counts = u"%1 leídos %2 nuevos %3 ya estaban %4 no entran"_s.arg(texts::Grouped(table.read), 9)
+                             .arg(texts::Grouped(table.created), 9)
+                             .arg(texts::Grouped(table.known), 9)
+                             .arg(texts::Grouped(table.leftOut), 7);
   const QString name = table.there == table.here ? table.here : u"%1 (%2)"_s.arg(table.here, table.there);
   return u"  %1 %2\n"_s.arg(name, -30).arg(counts);
 }
@@ -42,7 +37,7 @@ QStringList Findings(const TableReport& table) {
     }
   }
   if (more > 0) {
-    lines += u"y %1 más"_s.arg(Number(more));
+    lines += u"y %1 más"_s.arg(texts::Grouped(more));
   }
   return lines;
 }
@@ -51,7 +46,7 @@ QString Details(const TableReport& table) {
   QStringList lines;
   const auto count = [&lines](qint64 number, const QString& text) {
     if (number > 0) {
-      lines += text.arg(Number(number));
+      lines += text.arg(texts::Grouped(number));
     }
   };
   count(table.missing, u"faltan %1 registros que el archivo dice tener"_s);
@@ -66,7 +61,7 @@ QString Details(const TableReport& table) {
     lines += u"números nuevos desde el %1"_s.arg(table.firstNumber);
   }
   for (auto at = table.remarks.begin(); at != table.remarks.end(); ++at) {
-    lines += u"%1 (%2)"_s.arg(at.key(), Number(at.value()));
+    lines += u"%1 (%2)"_s.arg(at.key(), texts::Grouped(at.value()));
   }
   lines += Findings(table);
   return lines.isEmpty() ? QString() : u"      "_s + lines.join(u"\n      "_s) + u'\n';

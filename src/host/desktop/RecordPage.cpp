@@ -34,7 +34,7 @@ constexpr int lowestWithDetail = 20;
 
 QString CountText(int shown, int total) {
   const QString all = texts::Counted(total, u"registro"_s, u"registros"_s);
-  return shown == total ? all : u"%1 de %2"_s.arg(QLocale(QLocale::Spanish).toString(shown), all);
+  return shown == total ? all : u"%1 de %2"_s.arg(texts::Grouped(shown), all);
 }
 
 }  // namespace
@@ -418,10 +418,9 @@ void RecordPage::UpdateState() {
 QString RecordPage::SelectionText() const {
   const int shown = m_ui->recordList->Records().rowCount();
   const int selected = m_ui->recordList->SelectedCount();
-  return shown == 0
-             ? QString()
-             : QLocale(QLocale::Spanish).toString(selected) + u" de "_s + QLocale(QLocale::Spanish).toString(shown) +
-                   (selected == 1 ? u" seleccionado"_s : u" seleccionados"_s);
+  return shown == 0 ? QString()
+                    : texts::Grouped(selected) + u" de "_s + texts::Grouped(shown) +
+                          (selected == 1 ? u" seleccionado"_s : u" seleccionados"_s);
 }
 
 // One sentence, and the next step.

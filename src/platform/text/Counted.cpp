@@ -6,8 +6,12 @@ using namespace Qt::StringLiterals;
 
 namespace texts {
 
+QString Grouped(qint64 number) {
+  return QLocale(QLocale::Spanish, QLocale::Spain).toString(number);
+}
+
 QString Counted(qint64 count, const QString& one, const QString& several) {
-  return QLocale(QLocale::Spanish, QLocale::Spain).toString(count) + u' ' + (count == 1 ? one : several);
+  return Grouped(count) + u' ' + (count == 1 ? one : several);
 }
 
 }  // namespace texts

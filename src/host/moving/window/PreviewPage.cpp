@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStyle>
@@ -24,12 +23,8 @@ namespace host {
 
 namespace {
 
-QString Number(qint64 number) {
-  return QLocale(QLocale::Spanish, QLocale::Spain).toString(number);
-}
-
 QString CountOf(qint64 number) {
-  return number == 0 ? u"–"_s : Number(number);
+  return number == 0 ? u"–"_s : texts::Grouped(number);
 }
 
 QString NumbersOf(const moving::TableReport& table) {
@@ -46,7 +41,7 @@ QString NoticeOf(const moving::TableReport& table) {
   QStringList notices;
   const auto add = [&notices](qint64 count, const QString& several, const QString& one = {}) {
     if (count > 0) {
-      notices += count == 1 && !one.isEmpty() ? one : several.arg(Number(count));
+      notices += count == 1 && !one.isEmpty() ? one : several.arg(texts::Grouped(count));
     }
   };
   const qint64 questions = std::ranges::count_if(table.findings, &moving::Finding::IsQuestion);
@@ -60,7 +55,7 @@ QString NoticeOf(const moving::TableReport& table) {
     notices += u"no se traen: %1"_s.arg(table.leftColumns.join(u", "_s));
   }
   for (auto at = table.remarks.begin(); at != table.remarks.end(); ++at) {
-    notices += u"%1 (%2)"_s.arg(at.key(), Number(at.value()));
+    notices += u"%1 (%2)"_s.arg(at.key(), texts::Grouped(at.value()));
   }
   return notices.join(u" · "_s);
 }
@@ -172,12 +167,13 @@ void PreviewPage::ShowText(const QString& text, bool fault) {
 
 QString PreviewPage::Summary() const {
   QString text = u"Todavía no se ha escrito nada. Registros nuevos: %1; ya estaban: %2; no entran: %3."_s.arg(
-      Number(m_report.Sum(&moving::TableReport::created)), Number(m_report.Sum(&moving::TableReport::known)),
-      Number(m_report.Sum(&moving::TableReport::leftOut)));
+      texts::Grouped(m_report.Sum(&moving::TableReport::created)),
+      texts::Grouped(m_report.Sum(&moving::TableReport::known)),
+      texts::Grouped(m_report.Sum(&moving::TableReport::leftOut)));
   if (m_report.Written() == 0) {
     text += u" No hay nada que traer."_s;
   } else if (const qint64 questions = m_report.Questions(); questions > 0) {
-    text += u" Revise las respuestas propuestas: %1."_s.arg(Number(questions));
+    text += u" Revise las respuestas propuestas: %1."_s.arg(texts::Grouped(questions));
   }
   if (m_report.HasLosses()) {
     text += u" Algo no entraría: corríjalo en el archivo, o marque abajo que se traiga el resto."_s;
@@ -275,7 +271,7 @@ void PreviewPage::ShowFindings() {
   } else {
     const qint64 count = table->findings.size() + more;
     const QString counted = texts::Counted(count, u"cosa que ver"_s, u"cosas que ver"_s);
-    const QString shown = u", aquí las primeras %1"_s.arg(Number(table->findings.size()));
+    const QString shown = u", aquí las primeras %1"_s.arg(texts::Grouped(table->findings.size()));
     m_heading->setText((table->here.isEmpty() ? table->there : table->here) + QStringLiteral(": ") + counted +
                        (more > 0 ? shown : QString()));
   }
