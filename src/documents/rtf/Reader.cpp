@@ -407,10 +407,11 @@ void Reader::ChangeDocument(bool ofSection) {
   m_codePage = -1;
   const bool isEmpty = !m_builder.HasText() && m_hidden.isEmpty() && m_break == 0;
   const bool begins = m_builder.Paragraphs() == 0 && isEmpty;
-  const bool beginsSection = ofSection && !m_section.first && !m_section.hasParagraph;
-  if (begins || !beginsSection) {
-    // What a section begins with is written with its first paragraph.
+  // What another section than the first begins with is written with its first paragraph.
+  if (!ofSection || m_section.first) {
     m_seams.ChangeDocument(begins);
+  } else if (m_section.hasParagraph) {
+    m_seams.ChangeSection();
   }
 }
 

@@ -220,6 +220,9 @@ void Reader::EndParagraph() {
                           .path = path,
                           .beginsSection = beginsSection});
   m_seams.EndPart(!path.isEmpty());
+  if (beginsSection) {
+    m_seams.BeginSection();
+  }
   m_runIsCurrent = false;
 }
 

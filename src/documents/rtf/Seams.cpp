@@ -65,6 +65,11 @@ void SeamRecorder::ChangeDocument(bool begins) {
   }
 }
 
+void SeamRecorder::ChangeSection() {
+  m_seams.bound.insert(m_sectionPart);
+  ChangeDocument(false);
+}
+
 void SeamRecorder::GoOn() {
   const qsizetype part = m_seams.at.size() - 1;
   if (part == 0 || !m_seams.at.last().IsClean()) {

@@ -56,6 +56,10 @@ class SeamRecorder {
   void EndRow();
   /// It changed what holds for more than its paragraph; `begins` before the text of the letter.
   void ChangeDocument(bool begins);
+  /// The part that was ended last is its section's first one, with which all of the section's words are written.
+  void BeginSection() { m_sectionPart = m_seams.at.size() - 2; }
+  /// It changed a section that has a part.
+  void ChangeSection();
   /// What it means hangs on what stands at `offset`: nothing may be written between them.
   void Refer(qsizetype offset);
   /// A table begins whose first row has the definition there, unless another one comes before that row ends.
@@ -92,6 +96,7 @@ class SeamRecorder {
   QList<Reference> m_references;
   std::optional<Reference> m_row;  ///< Of the open row.
   qsizetype m_lastPlaced = 0;
+  qsizetype m_sectionPart = -1;
   bool m_inTable = false;
   bool m_placed = false;
   bool m_isBehindSeam = false;

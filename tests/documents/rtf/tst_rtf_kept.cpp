@@ -172,6 +172,10 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       'n', "acd");
   row("in front of a section", "\\wa X\\par\\pard\\sect\\sectd\\cols2\\wb b\\par\\wc c\\par", 'l', "bc");
   row("a section's first", "\\wa a\\sect\\sectd\\cols2{\\header h}\\wb X\\par\\wc c\\par", 'l', "ac");
+  row("in front of what else its section has", "\\wa a\\par\\sect\\sectd X\\par{\\header h}\\wb b\\par", 'n', "");
+  row("a table in front of it",
+      "\\wa a\\par\\sect\\trowd\\cellx900\\intbl X\\cell c\\cell\\row\\pard b\\par{\\header h}\\wc c\\par", 'n', "");
+  row("behind it", "\\wa a\\par\\sect b\\par{\\header h}\\wb c\\par X\\par", 'n', "ab");
   row("in front of a page's middle", "\\wa a\\par\\wb X\\page\\wc c\\par\\wd d\\par", 'l', "ad");
   row("another number of items", "\\wa a\\par{\\*\\pn\\pnlvlbody\\pndec}\\wb b\\par X\\par\\wc c\\par\\pard\\wd d\\par",
       'n', "abd");
