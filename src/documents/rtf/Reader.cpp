@@ -317,7 +317,7 @@ bool Reader::ApplyTextWord(const Keyword& keyword, const Token& token) {
       AppendCharacter(QChar::LineSeparator);
       break;
     case Action::Page:
-      BreakPage();
+      BreakPage(static_cast<qsizetype>(token.begin));
       break;
     case Action::Section:
       EndSection();

@@ -133,7 +133,7 @@ class Reader {
   void EndRow(int level);
   void EndSection();
   void FinishSection();
-  void BreakPage();
+  void BreakPage(qsizetype begin);
   bool FindListItem(ListItem& item) const;
   std::string_view SkipFallback(std::string_view bytes);
   void Refuse(const QString& reason);
@@ -167,6 +167,7 @@ class Reader {
   TabStop m_pendingTab;
   SectionState m_section;
   int m_break = 0;  ///< The BreakKind of the paragraph to come, 0 for none.
+  qsizetype m_breakNamed = 0;
   BorderOwner m_borderOwner = BorderOwner::None;
   std::uint16_t m_border = 0;
   qsizetype m_borderNamed = 0;    ///< Where its owner was named, or that there is none.

@@ -202,6 +202,9 @@ void Reader::EndParagraph() {
   if (m_break == int(BreakKind::Within) && path != m_lastPath) {
     m_break = int(BreakKind::AtStart);
   }
+  if (m_break == int(BreakKind::AtStart)) {
+    m_seams.Refer(m_breakNamed);
+  }
   m_lastPath = path;
   if (!path.isEmpty()) {
     m_tableFormats.insert(qHashMulti(0, style, HashOf(path)));
@@ -255,13 +258,14 @@ void Reader::EndRow(int level) {
   }
 }
 
-void Reader::BreakPage() {
+void Reader::BreakPage(qsizetype begin) {
   FlushBytes();
   const bool within = m_builder.HasText() || !m_hidden.isEmpty() || m_break != 0;
   if (within) {
     EndParagraph();
   }
   m_break = int(within ? BreakKind::Within : BreakKind::AtStart);
+  m_breakNamed = begin;
 }
 
 void Reader::EndSection() {

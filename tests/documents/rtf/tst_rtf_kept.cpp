@@ -177,6 +177,10 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       "\\wa a\\par\\sect\\trowd\\cellx900\\intbl X\\cell c\\cell\\row\\pard b\\par{\\header h}\\wc c\\par", 'n', "");
   row("behind it", "\\wa a\\par\\sect b\\par{\\header h}\\wb c\\par X\\par", 'n', "ab");
   row("in front of a page's middle", "\\wa a\\par\\wb X\\page\\wc c\\par\\wd d\\par", 'l', "ad");
+  row("in front of a page at a row's end",
+      "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\page\\row\\pard\\wb b\\par\\wc c\\par", 'n', "ac");
+  row("in front of a table's page", "\\wa a\\par\\wb X\\page\\trowd\\cellx900\\wc\\intbl c\\cell\\row\\pard\\wd d\\par",
+      'n', "ad");
   row("another number of items", "\\wa a\\par{\\*\\pn\\pnlvlbody\\pndec}\\wb b\\par X\\par\\wc c\\par\\pard\\wd d\\par",
       'n', "abd");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
