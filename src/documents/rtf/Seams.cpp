@@ -15,12 +15,14 @@ void SeamRecorder::EndPart(bool inTable) {
     // Not before its row ends.
     m_seams.at.last().state = -1;
     m_placed = false;
+    m_rowHasCells = true;
     return;
   }
   if (!inTable) {
     ReferFromRow();
   }
   m_inTable = inTable;
+  m_rowHasCells = inTable;
   m_seams.at.append(Seam{});
   m_placed = !inTable;
   ++m_partsOfToken;
@@ -28,7 +30,7 @@ void SeamRecorder::EndPart(bool inTable) {
 
 void SeamRecorder::EndRow() {
   ReferFromRow();
-  m_placed = m_placed || m_inTable;
+  m_placed = std::exchange(m_rowHasCells, false) || m_placed;
 }
 
 void SeamRecorder::ReferFromRow() {
@@ -75,6 +77,7 @@ void SeamRecorder::GoOn() {
   if (part == 0 || !m_seams.at.last().IsClean()) {
     return;
   }
+  m_seams.at.last().state = -1;
   m_placed = true;
   if (m_seams.bound.contains(part)) {
     m_seams.bound.insert(part - 1);

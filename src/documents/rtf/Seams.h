@@ -98,6 +98,7 @@ class SeamRecorder {
   qsizetype m_lastPlaced = 0;
   qsizetype m_sectionPart = -1;
   bool m_inTable = false;
+  bool m_rowHasCells = false;  ///< The one that did not end yet.
   bool m_placed = false;
   bool m_isBehindSeam = false;
   int m_partsOfToken = 0;
