@@ -29,6 +29,9 @@ void SeamRecorder::EndPart(bool inTable) {
 }
 
 void SeamRecorder::EndRow() {
+  if (std::exchange(m_isRedefined, false)) {
+    m_row.reset();
+  }
   ReferFromRow();
   m_placed = std::exchange(m_rowHasCells, false) || m_placed;
 }
@@ -49,6 +52,7 @@ void SeamRecorder::Refer(qsizetype offset) {
 void SeamRecorder::BeginTable(qsizetype definition) {
   if (definition < m_lastPlaced) {
     m_row = Reference{definition, m_seams.at.size() - 1};
+    m_isRedefined = false;
   }
 }
 

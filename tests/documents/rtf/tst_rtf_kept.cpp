@@ -194,6 +194,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\row\\pard\\wc c\\par", 'c', "ac");
   row("a row's definition in vain",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "abc");
+  row("a row's definition in vain, as it never ends",
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx800\\par", 'c', "");
   row("a border named in front of it", "\\wa a\\par\\plain\\brdrb\\wb X\\par\\brdrs\\wc c\\par\\pard\\wd d\\par", 'c',
       "ad");
   row("a row defined by the table before",
