@@ -236,6 +236,20 @@ void JoinLists(const QTextDocument& document, int begin, int end, const Lists& a
   }
 }
 
+/// Qt puts an empty paragraph in front of items, and leaves the first paragraph's mark out.
+void MendStart(QTextDocument& copy, const QTextCursor& selection) {
+  const QTextBlock first = selection.document()->findBlock(selection.selectionStart());
+  const QTextBlock last = selection.document()->findBlock(selection.selectionEnd());
+  const QTextBlock begin = copy.begin();
+  if (copy.blockCount() == last.blockNumber() - first.blockNumber() + 2 && begin.length() == 1 &&
+      begin.next().textList() != nullptr) {
+    QTextCursor(&copy).deleteChar();
+  }
+  if (QTextCursor(first).currentTable() == nullptr && QTextCursor(&copy).currentTable() == nullptr) {
+    QTextCursor(&copy).setBlockCharFormat(first.charFormat());
+  }
+}
+
 bool IsLatin1(const QString& text) {
   return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
 }
@@ -299,15 +313,8 @@ QByteArray WriteSelection(const QTextCursor& cursor) {
   QTextDocument selection;
   selection.setUndoRedoEnabled(false);
   selection.setDefaultFont(cursor.document()->defaultFont());
-  QTextCursor whole(&selection);
-  whole.insertFragment(cursor.selection());
-  const auto paragraph = [&cursor](int position) { return cursor.document()->findBlock(position).blockNumber(); };
-  const int paragraphs = paragraph(cursor.selectionEnd()) - paragraph(cursor.selectionStart()) + 1;
-  if (selection.blockCount() == paragraphs + 1 && selection.begin().length() == 1 &&
-      selection.begin().next().textList() != nullptr) {
-    // Qt puts an empty paragraph in front of items.
-    QTextCursor(&selection).deleteChar();
-  }
+  QTextCursor(&selection).insertFragment(cursor.selection());
+  MendStart(selection, cursor);
   MoveToCell(selection, {});
   SetPreamble(selection, TablesOf(*PreambleOf(*cursor.document()).data));
   return Writer(selection).Write();

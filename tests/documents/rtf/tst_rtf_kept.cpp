@@ -31,6 +31,8 @@ class tst_rtf_kept : public QObject {
   void pictures_data();
   void pictures();
   void piecesSurviveCutAndPaste();
+  void copiesBeginAsTheirText_data();
+  void copiesBeginAsTheirText();
   void foreignTablesStayBehind();
   void linkOverASection();
   void addedToTables_data();
@@ -496,6 +498,23 @@ void tst_rtf_kept::piecesSurviveCutAndPaste() {
   QCOMPARE(Text(*document), u"uno|"_s);
   QTextCursor none(document.get());
   QCOMPARE(rtf::WriteSelection(none), QByteArray());
+}
+
+void tst_rtf_kept::copiesBeginAsTheirText_data() {
+  QTest::addColumn<QByteArray>("first");
+  QTest::newRow("an empty paragraph") << QByteArray("\\fs40\\par ");
+  QTest::newRow("an item") << QByteArray("{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}\\li360 uno\\par ");
+}
+
+void tst_rtf_kept::copiesBeginAsTheirText() {
+  QFETCH(QByteArray, first);
+  const auto document = Document(Letter("a\\par " + first + "dos\\par"));
+  QTextCursor cursor(document->begin().next());
+  cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  const auto copy = Document(rtf::WriteSelection(cursor));
+  QCOMPARE(u"a|"_s + Text(*copy), Text(*document));
+  QCOMPARE(copy->begin().charFormat().fontPointSize(), document->begin().next().charFormat().fontPointSize());
+  QCOMPARE(copy->begin().textList() == nullptr, document->begin().next().textList() == nullptr);
 }
 
 void tst_rtf_kept::foreignTablesStayBehind() {
