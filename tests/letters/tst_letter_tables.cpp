@@ -199,6 +199,22 @@ class tst_letter_tables : public QObject {
     QCOMPARE(content.count(u"\\clvmgf") + content.count(u"\\clvmrg"), 2);
   }
 
+  void FormatsOfAColumnStayInIt() {
+    LetterEdit letter;
+    letter.Load(letterText);
+    QTextCursor column(letter.document());
+    column.setPosition(PositionOf(letter, u"aa"_s));
+    column.setPosition(PositionOf(letter, u"cc"_s) + 2, QTextCursor::KeepAnchor);
+    letter.setTextCursor(column);
+    letters::Align(letter, Qt::AlignHCenter);
+    QVERIFY(letters::Toggle(letter, letters::Attribute::Bold));
+    const QString content = letter.Content();
+    QCOMPARE(content.count(u"\\qc"_s), 2);
+    QCOMPARE(letter.document()->find(u"bb"_s).blockFormat().alignment() & Qt::AlignHCenter, 0);
+    QVERIFY(!letters::Toggle(letter, letters::Attribute::Bold));
+    QVERIFY(letter.document()->find(u"cc"_s).charFormat().fontWeight() <= QFont::Normal);
+  }
+
  private:
   static void Press(LetterEdit& letter, QChar key) {
     static const QMap<QChar, Qt::Key> keys{

@@ -181,6 +181,55 @@ class tst_letter_window : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
   }
 
+  // Whatever tells that a font or a size was chosen, it counts once, for the whole selection.
+  void FontBoxesServeTheWholeSelection() {
+    LetterOffice host;
+    WithALetter(host, [](const DialogUser& dialog) {
+      LetterEdit* letter = Letter(dialog);
+      auto* size = dialog.Find<QComboBox>("cboTamaño");
+      dialog.Keys("rtfCarta", u"uno dos"_s);
+      Select(dialog, 4, 7);
+      dialog.Choose("cboFuentes", u"DejaVu Sans"_s);
+      dialog.Choose("cboTamaño", u"14"_s);
+      Select(dialog, 0, 7);
+      const auto font = [letter] {
+        const QTextCharFormat format = letter->document()->begin().begin().fragment().charFormat();
+        return format.fontFamilies().toStringList().value(0) + u' ' + QString::number(format.fontPointSize());
+      };
+      // The boxes show the caret's already.
+      dialog.Choose("cboFuentes", u"DejaVu Sans"_s);
+      dialog.Choose("cboTamaño", u"14"_s);
+      QCOMPARE(font(), u"DejaVu Sans 14"_s);
+      const int steps = letter->document()->availableUndoSteps();
+      size->setFocus();
+      size->lineEdit()->selectAll();
+      QTest::keyClicks(size, u"7"_s);
+      QCOMPARE(font(), u"DejaVu Sans 14"_s);
+      QTest::keyClick(size, Qt::Key_Return);
+      QCOMPARE(font(), u"DejaVu Sans 7"_s);
+      size->setCurrentText(u"20"_s);
+      QCOMPARE(font(), u"DejaVu Sans 20"_s);
+      dialog.Press("tlbEstandar_deshacer");
+      dialog.Press("tlbEstandar_deshacer");
+      QCOMPARE(letter->document()->availableUndoSteps(), steps);
+      QCOMPARE(size->currentText(), u"14"_s);
+      // Who only passes through the box changes nothing.
+      Select(dialog, 0, 3);
+      dialog.Choose("cboTamaño", u"9"_s);
+      Select(dialog, 0, 7);
+      size->setFocus();
+      letter->setFocus();
+      QCOMPARE(font(), u"DejaVu Sans 9"_s);
+      // The caret stays where it is.
+      Select(dialog, 7, 7);
+      dialog.Press("tlbFormato_center");
+      dialog.Press("tlbEstandar_deshacer");
+      QCOMPARE(Pressed(dialog), u"left"_s);
+    });
+    host.driver.Answer(QMessageBox::No);
+    EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
+  }
+
   void JustifiesWhatIsLeftAligned() {
     LetterOffice host;
     WithALetter(host, [](const DialogUser& dialog) {

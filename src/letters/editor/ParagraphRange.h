@@ -7,16 +7,34 @@
 
 namespace letters {
 
-/// Calls `work` with every paragraph that the cursor's selection touches, or that it stands in.
+/// A stretch of a letter, by positions.
+struct TextRange {
+  int start;
+  int end;
+};
+
+/// What is selected: one stretch, or one for each cell where cells are selected, which may stand under each other.
+/// Without a selection the caret's place.
+QList<TextRange> SelectedRanges(const QTextCursor& cursor);
+
+/// Calls `work` with every paragraph that a stretch touches.
 template <std::invocable<const QTextBlock&> Work>
-void ForEachParagraph(const QTextCursor& cursor, Work work) {
-  const QTextDocument* document = cursor.document();
-  const QTextBlock last = document->findBlock(cursor.selectionEnd());
-  for (QTextBlock block = document->findBlock(cursor.selectionStart()); block.isValid(); block = block.next()) {
+void ForEachParagraph(const QTextDocument& document, TextRange range, Work work) {
+  const QTextBlock last = document.findBlock(range.end);
+  for (QTextBlock block = document.findBlock(range.start); block.isValid(); block = block.next()) {
     work(block);
     if (block == last) {
       return;
     }
+  }
+}
+
+/// Calls `work` with every paragraph that the cursor's selection touches, or that it stands in.
+template <std::invocable<const QTextBlock&> Work>
+void ForEachParagraph(const QTextCursor& cursor, Work work) {
+  const QList<TextRange> ranges = SelectedRanges(cursor);
+  for (const TextRange range : ranges) {
+    ForEachParagraph(*cursor.document(), range, work);
   }
 }
 
