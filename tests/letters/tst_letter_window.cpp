@@ -331,7 +331,7 @@ class tst_letter_window : public QObject {
       dialog.Paste("txtMargenDcho", u"3"_s);
       QCOMPARE(page->width(), 510);
       dialog.Find<QScrollBar>("vsbCarta")->setValue(150);
-      QCOMPARE(page->y(), 85);
+      QCOMPARE(page->pos(), QPoint(170, 85));
       // In a window that is made smaller than it may be the boxes stand apart, too.
       dialog.Dialog()->setFixedSize(300, 300);
       QApplication::sendPostedEvents();
