@@ -58,6 +58,9 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
        [this](const QString& reason) { Ask(u"No se ha podido pegar. %1"_s.arg(reason), vbExclamation); });
     On(ui.txtMargenIzdo, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenIzdo, &Margins::left); });
     On(ui.txtMargenDcho, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenDcho, &Margins::right); });
+    for (QLineEdit* margin : {ui.txtMargenIzdo, ui.txtMargenDcho}) {
+      OnEnter(margin, [margin] { margin->selectAll(); });
+    }
     ConnectFontBoxes();
   }
 

@@ -322,6 +322,8 @@ class tst_letter_window : public QObject {
       QCOMPARE(sideways->value(), 850);
       sideways->setValue(0);
       QCOMPARE(page->geometry(), QRect(113, 95, 567, 1028));
+      dialog.Find("txtMargenDcho")->setFocus();
+      QCOMPARE(dialog.Find<QLineEdit>("txtMargenDcho")->selectedText(), u"3"_s);
       dialog.Paste("txtMargenIzdo", u"4.5"_s);
       QCOMPARE(page->x(), 170);
       QCOMPARE(page->width(), 510);
