@@ -105,17 +105,18 @@ class Patch {
       return false;
     }
     const bool renumbers = OtherItems();
-    while (m_change.end < m_read.size() && (ContinuesAPage(m_change.endNow) || (renumbers && IsNumbered()))) {
-      m_change.On(m_read.size());
-    }
     for (;;) {
       const Seam& begin = m_seams.at[m_change.from];
       const Seam& end = m_seams.at[m_change.end];
-      if (begin.IsClean() && end.IsClean() && begin.group == end.group &&
-          !(m_change.end < m_read.size() && ContinuesAPage(m_change.endNow))) {
+      const bool beginsWithin = !begin.IsClean() || (m_change.from > 0 && ContinuesALink(m_change.from));
+      const bool endsWithin =
+          !end.IsClean() ||
+          (m_change.end < m_read.size() &&
+           (ContinuesAPage(m_change.endNow) || ContinuesALink(m_change.endNow) || (renumbers && IsNumbered())));
+      if (!beginsWithin && !endsWithin && begin.group == end.group) {
         return true;
       }
-      const bool back = !begin.IsClean() || (end.IsClean() && begin.group > end.group);
+      const bool back = beginsWithin || (!endsWithin && begin.group > end.group);
       if (back ? !m_change.Back() : !m_change.On(m_read.size())) {
         return false;
       }
@@ -138,6 +139,15 @@ class Patch {
   /// The break in front of it is written as the end of what is before it.
   bool ContinuesAPage(qsizetype part) const {
     return Block(m_now[part].first).blockFormat().intProperty(BreakProperty) == int(BreakKind::Within);
+  }
+
+  /// A field or object that began in front of it goes on in it: cut there it would be two.
+  bool ContinuesALink(qsizetype part) const {
+    const QTextBlock first = Block(m_now[part].first);
+    const QTextCharFormat before = first.previous().charFormat();
+    const QTextCharFormat behind = first.begin().atEnd() ? first.charFormat() : first.begin().fragment().charFormat();
+    const Links links = before.property(LinkProperty).value<Links>();
+    return !links.isEmpty() && links.first() == behind.property(LinkProperty).value<Links>().value(0);
   }
 
   const QTextDocument& m_document;

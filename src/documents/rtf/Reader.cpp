@@ -25,6 +25,12 @@ bool IsOfDocument(Action action) {
          action == Action::CarrySection;
 }
 
+/// What means more than its group, and would do it again where the group is written back as it is.
+bool Lasts(Action action) {
+  return action == Action::Page || action == Action::Section || action == Action::Row || action == Action::NestedRow ||
+         action == Action::RowDefaults || action == Action::CarryRow || action == Action::BorderAttribute;
+}
+
 constexpr qsizetype mostNames = 200;
 
 // Well under a hundredth of a second.
@@ -165,6 +171,7 @@ void Reader::HandleWord(const Token& token) {
 }
 
 void Reader::ApplyWord(const Keyword& keyword, const Token& token) {
+  m_lastingWords += Lasts(keyword.action) ? 1 : 0;
   if (ApplyCharacterWord(Top().character, keyword, token, m_colours)) {
     m_runIsCurrent = false;
     m_codePage = -1;
@@ -180,23 +187,23 @@ void Reader::ApplyWord(const Keyword& keyword, const Token& token) {
 void Reader::CarryWord(const Keyword& keyword, const Token& token) {
   switch (keyword.action) {
     case Action::CarryCharacter:
-      m_borderOwner = BorderOwner::Character;
+      Top().border.owner = BorderOwner::Character;
       break;
     case Action::CarryParagraph:
-      m_borderOwner = BorderOwner::Paragraph;
+      Top().border.owner = BorderOwner::Paragraph;
       break;
     case Action::CarrySection:
-      m_borderOwner = BorderOwner::Section;
+      Top().border.owner = BorderOwner::Section;
       break;
     case Action::CarryRow:
-      m_borderOwner = BorderOwner::Row;
+      Top().border.owner = BorderOwner::Row;
       break;
     case Action::Plain:
     case Action::Pard:
     case Action::SectionDefaults:
     case Action::RowDefaults:
-      m_borderOwner = BorderOwner::None;
-      m_borderNamed = static_cast<qsizetype>(token.begin);
+      Top().border.owner = BorderOwner::None;
+      Top().border.named = static_cast<qsizetype>(token.begin);
       return;
     case Action::CarryDocument:
       Count(m_report.carried, token.text);
@@ -205,26 +212,26 @@ void Reader::CarryWord(const Keyword& keyword, const Token& token) {
       return;
   }
   Count(m_report.carried, token.text);
-  m_border = keyword.id;
-  m_borderNamed = static_cast<qsizetype>(token.begin);
+  Top().border.word = keyword.id;
+  Top().border.named = static_cast<qsizetype>(token.begin);
   if (!IsBorder(keyword.name)) {
-    m_borderOwner = BorderOwner::None;
+    Top().border.owner = BorderOwner::None;
   }
 }
 
 void Reader::AttachBorder(const Keyword& keyword, const Token& token) {
-  m_seams.Refer(m_borderNamed);
+  m_seams.Refer(Top().border.named);
   const CarriedWord word = Carried(keyword, token, m_colours);
-  switch (m_borderOwner) {
+  switch (Top().border.owner) {
     case BorderOwner::Character:
-      Top().character.carried.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      Top().character.carried.Attach(Top().border.word, keyword, word.hasParameter, word.parameter);
       m_runIsCurrent = false;
       break;
     case BorderOwner::Paragraph:
-      Top().paragraph.carried.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      Top().paragraph.carried.Attach(Top().border.word, keyword, word.hasParameter, word.parameter);
       break;
     case BorderOwner::Section:
-      m_section.words.Attach(m_border, keyword, word.hasParameter, word.parameter);
+      m_section.words.Attach(Top().border.word, keyword, word.hasParameter, word.parameter);
       break;
     case BorderOwner::Row:
       m_rows.AddWord(Top().nestedRowProperties, word);
@@ -377,10 +384,11 @@ void Reader::CloseGroup() {
   }
   const Group group = Top();
   m_groups.pop_back();
-  m_borderOwner = BorderOwner::None;
-  m_borderNamed = static_cast<qsizetype>(m_tokenizer.Position());
   m_runIsCurrent = false;
   m_codePage = -1;
+  if (group.character.hidden && !Top().character.hidden) {
+    FlushHidden();
+  }
   if (group.openLink != 0) {
     CloseLink(group);
   }

@@ -45,6 +45,13 @@ class Reader {
   Seams TakeSeams(qsizetype before) { return m_seams.Take(before); }
 
  private:
+  enum class BorderOwner { None, Character, Paragraph, Section, Row };
+  /// Whose border the attributes to come are.
+  struct Border {
+    BorderOwner owner = BorderOwner::None;
+    std::uint16_t word = 0;
+    qsizetype named = 0;  ///< Where the owner was named, or that there is none.
+  };
   /// What the groups that are open save and restore.
   struct Group {
     CharacterStyle character;
@@ -55,12 +62,14 @@ class Reader {
     int openLink = 0;                  ///< A field or object of which only the result counts; its index.
     std::size_t contents = 0;          ///< Where the contents of such a group begin.
     int serial = 0;                    ///< In the order of their beginnings, from 1.
+    Border border;
   };
   struct LinkNode {
     int parent = 0;
     int depth = 1;
     int serial = 0;  ///< Given when the first text is found in the result.
     bool isObject = false;
+    int lastingWords = 0;  ///< Of the letter, in front of it.
     Piece head = {};
     QString name = {};    ///< Of the heads from the outermost link to this one.
     QString target = {};  ///< A hyperlink's address.
@@ -78,7 +87,6 @@ class Reader {
 
     bool IsEmpty() const { return !defaults && words.IsEmpty() && groups.isEmpty(); }
   };
-  enum class BorderOwner { None, Character, Paragraph, Section, Row };
 
   // Reader.cpp: groups, words, the document's own state.
   void Handle(const Token& token);
@@ -163,14 +171,12 @@ class Reader {
   int m_skip = 0;                 ///< Characters of a Unicode escape's fallback that are still to come.
   std::vector<LinkNode> m_links{LinkNode{}};
   int m_linkSerials = 0;
+  int m_lastingWords = 0;  ///< Words so far that mean more than their group.
   std::vector<NumberingNode> m_numberings{NumberingNode{}};
   TabStop m_pendingTab;
   SectionState m_section;
   int m_break = 0;  ///< The BreakKind of the paragraph to come, 0 for none.
   qsizetype m_breakNamed = 0;
-  BorderOwner m_borderOwner = BorderOwner::None;
-  std::uint16_t m_border = 0;
-  qsizetype m_borderNamed = 0;    ///< Where its owner was named, or that there is none.
   qsizetype m_rowDefinition = 0;  ///< Where the last one begins.
   std::string m_bytes;            ///< Of a multi-byte code page, until they can be decoded together.
   int m_bytesPage = 0;

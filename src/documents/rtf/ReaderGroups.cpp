@@ -193,7 +193,8 @@ void Reader::BeginDocumentTable() {
 
 void Reader::OpenLink(bool isObject) {
   const int parent = Top().character.link;
-  m_links.push_back({.parent = parent, .depth = m_links[parent].depth + 1, .isObject = isObject});
+  m_links.push_back(
+      {.parent = parent, .depth = m_links[parent].depth + 1, .isObject = isObject, .lastingWords = m_lastingWords});
   Top().openLink = static_cast<int>(m_links.size()) - 1;
   Top().contents = m_destination;
 }
@@ -231,11 +232,16 @@ bool Reader::EnterResult() {
   return true;
 }
 
-/// A field or object of which nothing shows is a piece as a whole.
+/// A field or object of which nothing shows is a piece as a whole; without its result where that means more.
 void Reader::CloseLink(const Group& group) {
   FlushHidden();
   const LinkNode& link = m_links[group.openLink];
   if (link.serial != 0) {
+    return;
+  }
+  ++m_report.carried[link.isObject ? QStringLiteral("object") : QStringLiteral("field")];
+  if (m_lastingWords != link.lastingWords) {
+    AddPiece('{' + link.head.Bytes() + (link.isObject ? "{\\result}}" : "{\\fldrslt}}"));
     return;
   }
   Tokenizer whole(m_input.substr(group.contents));
@@ -243,7 +249,6 @@ void Reader::CloseLink(const Group& group) {
   const std::string_view bytes = m_input.substr(group.contents, contents.end);
   QByteArray piece = '{' + QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
   piece.append(static_cast<qsizetype>(std::max<std::size_t>(contents.missing, 1)), '}');
-  ++m_report.carried[link.isObject ? QStringLiteral("object") : QStringLiteral("field")];
   AddPiece(piece);
 }
 

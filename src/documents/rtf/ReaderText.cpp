@@ -8,6 +8,7 @@
 #include "documents/rtf/TextEncoder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace rtf {
 
@@ -89,7 +90,9 @@ void Reader::PrepareRun() {
     return;
   }
   FlushHidden();
-  m_bodyStarted = true;
+  if (!std::exchange(m_bodyStarted, true) && m_places != nullptr) {
+    m_places->StartBody();
+  }
   if (!m_builder.HasText() || m_builder.LastObject() != nullptr || m_runStyle != Top().character) {
     m_runStyle = Top().character;
     m_builder.BeginRun(FormatOf(*m_runStyle));

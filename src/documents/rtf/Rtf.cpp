@@ -116,12 +116,21 @@ QByteArray WithoutBinary(const QByteArray& bytes) {
     return bytes;
   }
   QByteArray result;
-  Tokenizer tokenizer({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-  for (Token token = tokenizer.Next(); token.kind != TokenKind::End; token = tokenizer.Next()) {
-    const QByteArrayView raw(
-        token.kind == TokenKind::Binary ? token.text.data() : bytes.constData() + token.begin,
-        static_cast<qsizetype>(token.kind == TokenKind::Binary ? token.text.size() : token.end - token.begin));
-    result += token.kind == TokenKind::Binary ? ' ' + raw.toByteArray().toHex() : raw.toByteArray();
+  const std::string_view input{bytes.constData(), static_cast<std::size_t>(bytes.size())};
+  Tokenizer tokenizer(input);
+  std::size_t done = 0;
+  for (TokenKind kind = TokenKind::Text; kind != TokenKind::End;) {
+    const Token token = tokenizer.Next();
+    kind = token.kind;
+    // What stands between tokens ends words.
+    result += bytes.mid(static_cast<qsizetype>(done), static_cast<qsizetype>(token.begin - done)).replace('\0', '\n');
+    const bool isNul = kind == TokenKind::Symbol && token.byte == 0;
+    const std::string_view raw = kind == TokenKind::Binary ? token.text
+                                 : isNul                   ? "\n"
+                                                           : input.substr(token.begin, token.end - token.begin);
+    const QByteArray part(raw.data(), static_cast<qsizetype>(raw.size()));
+    result += kind == TokenKind::Binary ? ' ' + part.toHex() : part;
+    done = token.end;
   }
   return result;
 }

@@ -15,20 +15,25 @@ void SeamRecorder::EndPart(bool inTable) {
     // Not before its row ends.
     m_seams.at.last().state = -1;
     m_placed = false;
+    m_rowHasCells = true;
     return;
   }
   if (!inTable) {
     ReferFromRow();
   }
   m_inTable = inTable;
+  m_rowHasCells = inTable;
   m_seams.at.append(Seam{});
   m_placed = !inTable;
   ++m_partsOfToken;
 }
 
 void SeamRecorder::EndRow() {
+  if (std::exchange(m_isRedefined, false)) {
+    m_row.reset();
+  }
   ReferFromRow();
-  m_placed = m_placed || m_inTable;
+  m_placed = std::exchange(m_rowHasCells, false) || m_placed;
 }
 
 void SeamRecorder::ReferFromRow() {
@@ -47,6 +52,7 @@ void SeamRecorder::Refer(qsizetype offset) {
 void SeamRecorder::BeginTable(qsizetype definition) {
   if (definition < m_lastPlaced) {
     m_row = Reference{definition, m_seams.at.size() - 1};
+    m_isRedefined = false;
   }
 }
 
@@ -75,6 +81,7 @@ void SeamRecorder::GoOn() {
   if (part == 0 || !m_seams.at.last().IsClean()) {
     return;
   }
+  m_seams.at.last().state = -1;
   m_placed = true;
   if (m_seams.bound.contains(part)) {
     m_seams.bound.insert(part - 1);

@@ -64,7 +64,7 @@ class SeamRecorder {
   void Refer(qsizetype offset);
   /// A table begins whose first row has the definition there, unless another one comes before that row ends.
   void BeginTable(qsizetype definition);
-  void DefineRow() { m_row.reset(); }
+  void DefineRow() { m_isRedefined = true; }
   /// It ends what the last part's end did not, without text between them.
   void GoOn();
   /// The letter's last words are those of a section that has no part, and the last part has its mark.
@@ -95,9 +95,11 @@ class SeamRecorder {
   QHash<ReadingState, int> m_states;
   QList<Reference> m_references;
   std::optional<Reference> m_row;  ///< Of the open row.
+  bool m_isRedefined = false;      ///< Once it ends.
   qsizetype m_lastPlaced = 0;
   qsizetype m_sectionPart = -1;
   bool m_inTable = false;
+  bool m_rowHasCells = false;  ///< The one that did not end yet.
   bool m_placed = false;
   bool m_isBehindSeam = false;
   int m_partsOfToken = 0;

@@ -1,6 +1,7 @@
 #include "documents/rtf/StyleWriter.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace rtf {
 
@@ -10,8 +11,12 @@ QByteArray Control(const char* name) {
   return QByteArray("\\") + name;
 }
 
-bool HasHead(const QList<CarriedWord>& words, std::uint16_t head) {
-  return std::any_of(words.begin(), words.end(), [head](const CarriedWord& word) { return word.head == head; });
+/// A word and what belongs to it; none where it is not among them.
+QList<CarriedWord> WithHead(const QList<CarriedWord>& words, std::uint16_t head) {
+  QList<CarriedWord> some;
+  std::copy_if(words.begin(), words.end(), std::back_inserter(some),
+               [head](const CarriedWord& word) { return word.head == head; });
+  return some;
 }
 
 }  // namespace
@@ -133,15 +138,16 @@ void StyleWriter::CarriedCharacters(const CharacterStyle& style) {
   }
   const QList<CarriedWord>& wanted = style.carried.Words();
   const bool isLost = std::any_of(m_current.carried.Words().begin(), m_current.carried.Words().end(),
-                                  [&](const CarriedWord& word) { return !HasHead(wanted, word.head); });
+                                  [&](const CarriedWord& word) { return WithHead(wanted, word.head).isEmpty(); });
   if (isLost) {
     Reset();
   }
   const QList<CarriedWord> inForce = m_current.carried.Words();
   for (auto from = wanted.begin(); from != wanted.end();) {
     const auto to = std::find_if(from, wanted.end(), [&](const CarriedWord& word) { return word.head != from->head; });
-    if (std::search(inForce.begin(), inForce.end(), from, to) == inForce.end() || to - from > 1) {
-      Words(QList<CarriedWord>(from, to));
+    const QList<CarriedWord> words(from, to);
+    if (words.size() > 1 || words != WithHead(inForce, from->head)) {
+      Words(words);
     }
     from = to;
   }

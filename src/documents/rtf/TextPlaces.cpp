@@ -101,7 +101,7 @@ std::optional<Splice> TextPlaces::Insertion(const QList<Place>& places, int para
              : std::nullopt;
 }
 
-bool TextPlaces::Remove(const QList<Place>& places, const Change& change, QList<Splice>& splices) const {
+bool TextPlaces::Remove(const QList<Place>& places, int paragraph, const Change& change, QList<Splice>& splices) const {
   const qsizetype first = splices.size();
   for (qsizetype at = change.from; at < change.to;) {
     const Place* place = At(places, at);
@@ -110,7 +110,8 @@ bool TextPlaces::Remove(const QList<Place>& places, const Change& change, QList<
     }
     const qsizetype end = std::min(change.to, place->start + place->length);
     const bool isWhole = at == place->start && end == place->start + place->length;
-    if (!isWhole && !place->isPlain) {
+    const bool startsBody = m_startsBody && paragraph == 0 && place == places.begin();
+    if (isWhole ? startsBody : !place->isPlain) {
       return false;
     }
     const qsizetype begin = isWhole ? place->begin : place->begin + at - place->start;
@@ -141,12 +142,13 @@ std::optional<QList<Splice>> TextPlaces::SplicesFor(const Change& change) const 
     }
     splices.append(*insertion);
   }
-  if (!Remove(places, change, splices)) {
+  if (!Remove(places, *paragraph, change, splices)) {
     return std::nullopt;
   }
   for (Splice& splice : splices) {
     const qsizetype end = splice.offset + splice.length;
-    const bool isNeeded = end < m_bytes.size() && (IsOfWord(m_bytes[end]) || m_bytes[end] == ' ');
+    const bool isNeeded = (end < m_bytes.size() && (IsOfWord(m_bytes[end]) || m_bytes[end] == ' ')) ||
+                          QByteArrayView(m_bytes).first(splice.offset).endsWith("\\*");
     if (splice.bytes == "{}" && !isNeeded) {
       splice.bytes.clear();
     }

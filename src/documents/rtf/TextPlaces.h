@@ -54,6 +54,9 @@ class TextPlaces {
   void Add(int paragraph, const Place& place) { m_places[paragraph].append(place); }
   /// The bytes up to `end` belong to the character that was added last; `isWhole` if they are the last of it.
   void Extend(int paragraph, qsizetype end, bool isWhole);
+  /// The letter's first text, which comes next, ends what stands in front of all text: words and groups behind it mean
+  /// other things there.
+  void StartBody() { m_startsBody = true; }
   /// What ends the paragraph begins there.
   void EndParagraph(int paragraph, const Place& end) { m_ends.insert(paragraph, end); }
   void PutInto(int paragraph, const QTextBlock& block) { m_blocks.append({paragraph, block}); }
@@ -65,7 +68,7 @@ class TextPlaces {
 
  private:
   std::optional<Splice> Insertion(const QList<Place>& places, int paragraph, const Change& change) const;
-  bool Remove(const QList<Place>& places, const Change& change, QList<Splice>& splices) const;
+  bool Remove(const QList<Place>& places, int paragraph, const Change& change, QList<Splice>& splices) const;
   bool Separates(qsizetype offset) const;
 
   const QByteArray& m_bytes;
@@ -73,6 +76,7 @@ class TextPlaces {
   QHash<int, Place> m_ends;
   QList<std::pair<int, QTextBlock>> m_blocks;
   QHash<int, int> m_paragraphs;  ///< By block.
+  bool m_startsBody = false;
 };
 
 }  // namespace rtf

@@ -24,6 +24,7 @@ class tst_rtf_kept : public QObject {
   void untouchedPartsKeepTheirBytes();
   void rewordedTextIsWrittenAtItsPlace_data();
   void rewordedTextIsWrittenAtItsPlace();
+  void wordsBehindTheFirstTextStayThere();
   void undoneIsUnchanged();
   void oddPlaces_data();
   void oddPlaces();
@@ -181,6 +182,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\page\\row\\pard\\wb b\\par\\wc c\\par", 'n', "ac");
   row("in front of a table's page", "\\wa a\\par\\wb X\\page\\trowd\\cellx900\\wc\\intbl c\\cell\\row\\pard\\wd d\\par",
       'n', "ad");
+  row("in front of a row without cells",
+      "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\row\\pard\\sect\\sectd\\cols2\\row\\wb b\\par", 'n', "ab");
   row("another number of items", "\\wa a\\par{\\*\\pn\\pnlvlbody\\pndec}\\wb b\\par X\\par\\wc c\\par\\pard\\wd d\\par",
       'n', "abd");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
@@ -191,6 +194,8 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\row\\pard\\wc c\\par", 'c', "ac");
   row("a row's definition in vain",
       "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx900\\row\\pard\\wc c\\par", 'c', "abc");
+  row("a row's definition in vain, as it never ends",
+      "\\wa a\\par X\\trowd\\cellx900\\par\\wb\\intbl b\\cell\\trowd\\cellx800\\par", 'c', "");
   row("a border named in front of it", "\\wa a\\par\\plain\\brdrb\\wb X\\par\\brdrs\\wc c\\par\\pard\\wd d\\par", 'c',
       "ad");
   row("a row defined by the table before",
@@ -208,6 +213,9 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("a list's number that no table has", "\\ls5\\wa X\\par{\\*\\pn\\pnlvlblt}\\wb b\\par", 'n', "b");
   row("a list that waits for the end of another",
       "{\\*\\pn\\pnlvlblt}\\ls5\\wa X\\par\\ls0\\wb b\\par\\pard\\wc c\\par", 'n', "bc");
+  row("a field that a new paragraph begins",
+      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt X\\wb b}}\\par\\wc c\\par\\wd d\\par", 's', "acd");
+  row("in front of a section behind half a tab stop", "\\wa a\\par\\tqr\\sect\\pard\\wb X\\par\\wc c\\par", 'n', "c");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
 
@@ -227,6 +235,10 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
       break;
     case 'n':
       cursor.insertText(u"Y\nY"_s);
+      break;
+    case 's':
+      cursor.setPosition(cursor.anchor());
+      cursor.insertBlock();
       break;
     case 'c':
       cursor.mergeCharFormat(format);
@@ -294,6 +306,9 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   row("deleted beside a byte that is no text", "\\wa a\\par\\pard bc\001de\\par\\pard\\wb f\\par", u"a>x d-"_s,
       "\\wa ax\\par\\pard\\plain\\f0\\fs20 bce\\par\r\n\r\n\\pard\\wb f\\par");
   row("behind hidden text", "{\\v a\\wa }bcd\\par", u"c>x"_s, "{\\v a\\wa }bcxd\\par");
+  row("between a border and what it is like", "\\brdrb\\'e1b\\brdrs c\\par", u"á<x"_s,
+      "\\brdrb{x}\\'e1b\\brdrs c\\par");
+  row("deleted behind a star", "a\\*b\\unheard c\\par", u"b-"_s, "a\\*{}\\unheard c\\par");
   row("in a field's result", "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abc}}d\\par", u"b>x"_s,
       "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abxc}}d\\par");
   row("beside what holds for the document", "abc\\deftab300\\par\\wa def\\par", u"b>x e>y"_s,
@@ -341,6 +356,15 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
   QCOMPARE(support::PatchLoss(*document), QString());
 }
 
+/// Where they stood behind text they meant nothing, or something else.
+void tst_rtf_kept::wordsBehindTheFirstTextStayThere() {
+  const auto document = Document("{\\rtf1 a\\ansicpg1251 b{\\*\\x 1}\\'e1\\par c\\par}");
+  QTextCursor cursor(document.get());
+  cursor.deleteChar();
+  QCOMPARE(support::PatchLoss(*document), QString());
+  QCOMPARE(Text(*Document(rtf::Write(*document))), u"b@á|c"_s);
+}
+
 void tst_rtf_kept::undoneIsUnchanged() {
   const QByteArray content = Letter("a{\\b b}{\\*\\x 1}\\par c\\par");
   const auto document = Document(content);
@@ -384,8 +408,11 @@ void tst_rtf_kept::oddPlaces_data() {
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
   row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);
+  row("hidden text in two groups", "{\\v a{\\b b}}{\\v c}d\\par", u"@@d"_s);
+  row("a page in a field that shows nothing", "a\\par{\\field{\\*\\fldinst X}{\\fldrslt\\page}}b\\par", u"a|@b"_s);
   row("an object's result among fallbacks", "\\u945?{\\object\\objemb{\\*\\objdata 00}{\\result\\u946?}}\\u947?\\par",
       u"αβγ"_s);
+  row("a border that is like nothing any more", "\\chbrdr\\brdrs a\\chbrdr b\\par", u"ab"_s);
   row("border colour without a border", "\\trowd\\brdrcf1\\cellx9\\pard\\intbl a\\cell\\row\\pard b\\par", u"a|b"_s);
   row("a nested row's definition alone", "{\\*\\nesttableprops\\trowd\\cellx7}a\\nestcell b\\cell\\row\\par",
       u"a|b|"_s);

@@ -143,14 +143,19 @@ void tst_rtf_text::borderOfBytesAndCharacters() {
   QCOMPARE(rtf::WriteText(document), column);
 }
 
-/// A column takes no NUL: after an edit binary data is written as digits.
+/// A column takes no NUL: after an edit binary data is written as digits, and other NULs are line ends, which end words
+/// as they do.
 void tst_rtf_text::columnsCharactersComeBack() {
-  const auto document = Document(Letter("{\\pict\\pngblip\\bin3 " + QByteArray("a\0b", 3) + "}"));
+  const auto document = Document(Letter("{\\pict\\pngblip\\bin3 " + QByteArray("a\0b", 3) + "}\\par\r\nuno\\par" +
+                                        QByteArray("\0dos\\\0", 6) + "\\par\r\n"));
   QTextCursor(document.get()).insertText(u"ñ"_s);
   const QString column = rtf::WriteText(*document);
   QVERIFY(!column.contains(QChar(0)));
   QVERIFY2(column.contains(u"{\\pict\\pngblip 610062}"_s), qPrintable(column));
   QVERIFY(column.contains(u"\\'f1"_s));
+  QTextDocument again;
+  rtf::Read(column, again);
+  QCOMPARE(Text(again), Text(*document));
 }
 
 KEL_TEST(tst_rtf_text);

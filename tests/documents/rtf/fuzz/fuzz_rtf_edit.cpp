@@ -5,6 +5,7 @@
 #include "documents/rtf/Rtf.h"
 #include "documents/rtf/Writer.h"
 #include "documents/rtf/fuzz/FuzzRun.h"
+#include "documents/rtf/fuzz/Spelled.h"
 
 #include <QTextCursor>
 #include <QTextDocument>
@@ -69,7 +70,8 @@ void FuzzOne(const QByteArray& input) {
   if (input.size() < edits * bytesPerEdit) {
     return;
   }
-  const QByteArray letter = input.mid(edits * bytesPerEdit);
+  const QByteArray rest = input.mid(edits * bytesPerEdit);
+  const QByteArray letter = rest.startsWith("{\\rtf") ? rest : Spelled(rest);
   QTextDocument document;
   if (rtf::Read(letter, document).outcome == rtf::Outcome::Refused) {
     return;
