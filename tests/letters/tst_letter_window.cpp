@@ -236,6 +236,12 @@ class tst_letter_window : public QObject {
       TypeLines(dialog, {u"uno"_s, u"dos"_s, u"tres"_s});
       Select(dialog, 4, 4);
       dialog.Press("tlbFormato_center");
+      // The caret stays in its paragraph.
+      dialog.Press("tlbEstandar_deshacer");
+      dialog.Press("tlbEstandar_rehacer");
+      QCOMPARE(Letter(dialog)->textCursor().position(), 4);
+      dialog.Press("tlbEstandar_deshacer");
+      dialog.Press("tlbFormato_center");
       Letter(dialog)->selectAll();
       dialog.Press("tlbFormato_Justify");
       QCOMPARE(Alignments(dialog), u"jcj"_s);
