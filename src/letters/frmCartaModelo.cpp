@@ -76,16 +76,18 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
         m_desk->Format().ApplyFontSize();
       }
     });
-    On(size, &QLineEdit::editingFinished, [this, size] {
-      if (size->isModified()) {
-        m_desk->Format().ApplyFontSize();
-      }
-    });
+    On(size, &QLineEdit::editingFinished, [this] { ApplyTypedSize(); });
     // What is typed after Return is meant for the letter.
     On(size, &QLineEdit::returnPressed, [this] {
       m_desk->Format().ApplyFontSize();
       ui.rtfCarta->setFocus();
     });
+  }
+
+  void ApplyTypedSize() {
+    if (ui.cboTamaño->lineEdit()->isModified()) {
+      m_desk->Format().ApplyFontSize();
+    }
   }
 
   // The load shows the editor's own font; from then on the bars show the caret's.
@@ -146,6 +148,8 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
   }
 
   void Run(Command command) {
+    // A key of a command may be pressed in its box.
+    ApplyTypedSize();
     switch (command) {
       case Command::Save:
         AcceptAndClose();

@@ -207,6 +207,12 @@ class tst_letter_window : public QObject {
       QCOMPARE(font(), u"DejaVu Sans 14"_s);
       QTest::keyClick(size, Qt::Key_Return);
       QCOMPARE(font(), u"DejaVu Sans 7"_s);
+      size->setFocus();
+      size->lineEdit()->selectAll();
+      QTest::keyClicks(size, u"11"_s);
+      Do(dialog, "mnuEdicionCopiar");
+      QCOMPARE(font(), u"DejaVu Sans 11"_s);
+      dialog.Press("tlbEstandar_deshacer");
       size->setCurrentText(u"20"_s);
       QCOMPARE(font(), u"DejaVu Sans 20"_s);
       dialog.Press("tlbEstandar_deshacer");
