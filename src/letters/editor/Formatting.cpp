@@ -74,6 +74,9 @@ QTextCharFormat WithAttribute(Attribute attribute, bool isOn) {
 template <std::predicate<const QTextCharFormat&> Is>
 bool IsThroughout(const QTextEdit& letter, Is is) {
   const QTextCursor cursor = letter.textCursor();
+  if (!cursor.hasSelection()) {
+    return is(letter.currentCharFormat());
+  }
   bool anyRun = false;
   bool throughout = true;
   const QList<TextRange> ranges = SelectedRanges(cursor);
@@ -88,7 +91,7 @@ bool IsThroughout(const QTextEdit& letter, Is is) {
       }
     });
   }
-  return cursor.hasSelection() && anyRun ? throughout : is(letter.currentCharFormat());
+  return anyRun ? throughout : is(letter.currentCharFormat());
 }
 
 // Nothing where all of it is so: several events of one choice are one step of undo.
