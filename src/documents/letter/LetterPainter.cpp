@@ -60,6 +60,7 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));
   if (PageCount() > 0) {
     KeepRows(*m_pages);
+    UncutCells(*m_pages);
     FillPageFields(
         *m_pages, [this](int position) { return PageOfCopy(position); }, PageCount());
   }

@@ -10,6 +10,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QTextTable>
 
 #include <algorithm>
@@ -53,6 +54,24 @@ class BrokenTable {
     const bool isParted =
         IsKept(m_table, row) && bottom > end + tolerance && bottom - top < pageHeight - HeaderHeight();
     return isParted ? end - top : 0;
+  }
+
+  /// Whether a line of the cell's text crosses the end of a page, or stands where the next one repeats rows.
+  bool IsCut(const QTextTableCell& cell, double pageHeight) const {
+    const double header = HeaderHeight();
+    const double top = Top(0).value_or(0);
+    for (QTextBlock block = cell.firstCursorPosition().block(); block.position() <= cell.lastPosition();
+         block = block.next()) {
+      const double place = Place(block.position()).top();
+      for (int i = 0; i < block.layout()->lineCount(); ++i) {
+        const QRectF line = block.layout()->lineAt(i).rect();
+        const double page = std::floor((place + line.bottom() - tolerance) / pageHeight) * pageHeight;
+        if (page > top + tolerance && place + line.top() < page + header - tolerance) {
+          return true;
+        }
+      }
+    }
+    return false;
   }
 
   /// A cell that ends with the row.
@@ -223,6 +242,33 @@ void KeepRows(QTextDocument& copy) {
       row = KeepNextRow(*table, row, copy.pageSize().height());
     }
   }
+}
+
+// Qt breaks text at the ends of pages before it aligns it.
+void UncutCells(QTextDocument& copy) {
+  QList<QTextTableCell> cut;
+  for (const QTextFrame* frame : copy.rootFrame()->childFrames()) {
+    const auto* table = qobject_cast<const QTextTable*>(frame);
+    for (int row = 0; table != nullptr && row < table->rows(); ++row) {
+      for (int column = 0; column < table->columns(); ++column) {
+        const QTextTableCell cell = table->cellAt(row, column);
+        const auto alignment = cell.format().verticalAlignment();
+        const bool isAligned = alignment == QTextCharFormat::AlignMiddle || alignment == QTextCharFormat::AlignBottom;
+        if (isAligned && cell.row() == row && cell.column() == column &&
+            BrokenTable(*table).IsCut(cell, copy.pageSize().height())) {
+          cut.append(cell);
+        }
+      }
+    }
+  }
+  QTextCursor change(&copy);
+  change.beginEditBlock();
+  for (QTextTableCell& cell : cut) {
+    QTextTableCellFormat format = cell.format().toTableCellFormat();
+    format.setVerticalAlignment(QTextCharFormat::AlignTop);
+    cell.setFormat(format);
+  }
+  change.endEditBlock();
 }
 
 namespace {

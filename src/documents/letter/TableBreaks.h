@@ -11,6 +11,10 @@ namespace documents {
 /// out again. For a copy that is laid out in pages.
 void KeepRows(QTextDocument& copy);
 
+/// Text that is not at its cell's top, and would be cut by the end of a page or covered by a repeated row, goes there.
+/// For such a copy.
+void UncutCells(QTextDocument& copy);
+
 /// What Qt paints of tables under their last row on a page and is no part of it: nothing may be painted there.
 QPainterPath TableStubs(const QTextDocument& letter, int page);
 

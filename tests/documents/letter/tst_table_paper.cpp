@@ -180,6 +180,41 @@ class tst_table_paper : public QObject {
     QCOMPARE(rtf::Write(letter), content);
   }
 
+  void AlignedTextIsWhole_data() {
+    QTest::addColumn<QByteArray>("rows");
+    const auto rows = [](int above, int lines) {
+      return Row("", "a\\cell\\cell").repeated(above) +
+             Row("", QByteArray("x\\par ").repeated(lines - 1) + "x\\cell W\\cell")
+                 .replace("\\cellx2000", "\\cellx2000\\clvertalc");
+    };
+    // The page ends in the row.
+    for (int above = 45; above < 48; ++above) {
+      QTest::addRow("%d rows above", above) << rows(above, 4);
+      QTest::addRow("%d rows above, one of them repeated", above) << rows(above, 5).replace(0, 6, "\\trowd\\trhdr");
+    }
+  }
+
+  void AlignedTextIsWhole() {
+    QFETCH(QByteArray, rows);
+    QTextDocument letter;
+    rtf::Read("{\\rtf1\\ansi\\fs24 " + rows + "}", letter);
+    const LetterPainter painter(letter, {});
+    // The only text in the second column.
+    int height = 0;
+    for (int page = 0; page < painter.PageCount(); ++page) {
+      const QImage image = Page(painter, page);
+      const int left = qRound((leftMargin + 2050) / twipsPerPixel);
+      for (int y = 0; y < image.height(); ++y) {
+        int dark = 0;
+        for (int x = left; x < left + 60 * scale; ++x) {
+          dark += IsDark(image.pixel(x, y)) ? 1 : 0;
+        }
+        height += dark > 0 && dark < 50 * scale ? 1 : 0;
+      }
+    }
+    QVERIFY2(height > 15 * scale && height < 18 * scale, qPrintable(QString::number(height)));
+  }
+
   void RowsHaveTheirHeights_data() {
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<QList<int>>("heights");  // In twips; 0 for what the text needs.
