@@ -257,6 +257,7 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
   QCOMPARE(support::PatchLoss(*document), QString());
   const auto sections = [](const QByteArray& letter) { return letter.count("\\sect") - letter.count("\\sectd"); };
   QCOMPARE(sections(written), sections(rtf::Writer(*document).Write()));
+  QCOMPARE(support::PatchLoss(*document), QString());
   while (document->isUndoAvailable()) {
     document->undo();
   }
@@ -405,6 +406,8 @@ void tst_rtf_kept::oddPlaces_data() {
   row("a letter in a letter", "a{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0 Otra;}}\\paperw9 b\\par}c\\par", u"ab|c"_s);
   row("paper and section in a field", "{\\field{\\*\\fldinst X}{\\fldrslt\\sectd\\cols2\\paperw9\\deftab9 a}}b\\par",
       u"ab"_s);
+  row("a section that began in a field",
+      "{\\field{\\*\\fldinst X}{\\fldrslt a\\sect b}}c\\par\\cols2{\\header h}d\\par", u"a|bc|@d"_s);
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
   row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);
