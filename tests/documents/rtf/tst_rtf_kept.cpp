@@ -214,7 +214,9 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("a list that waits for the end of another",
       "{\\*\\pn\\pnlvlblt}\\ls5\\wa X\\par\\ls0\\wb b\\par\\pard\\wc c\\par", 'n', "bc");
   row("a field that a new paragraph begins",
-      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt X\\wb b}}\\par\\wc c\\par\\wd d\\par", 's', "acd");
+      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt X\\wb b\\par}}\\wc c\\par\\wd d\\par", 's', "cd");
+  row("a field that goes on in what follows it",
+      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt\\wb bX\\par}}\\wc c\\par\\wd d\\par", 'j', "ad");
   row("in front of a section behind half a tab stop", "\\wa a\\par\\tqr\\sect\\pard\\wb X\\par\\wc c\\par", 'n', "c");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
@@ -238,6 +240,12 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
       break;
     case 's':
       cursor.setPosition(cursor.anchor());
+      cursor.insertBlock();
+      break;
+    case 'j':
+      // With the next paragraph, of one letter.
+      cursor.setPosition(cursor.position() + 2);
+      cursor.setPosition(cursor.position() - 3, QTextCursor::KeepAnchor);
       cursor.insertBlock();
       break;
     case 'c':
