@@ -58,11 +58,36 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
        [this](const QString& reason) { Ask(u"No se ha podido pegar. %1"_s.arg(reason), vbExclamation); });
     On(ui.txtMargenIzdo, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenIzdo, &Margins::left); });
     On(ui.txtMargenDcho, &QLineEdit::textChanged, [this] { OnMargin(*ui.txtMargenDcho, &Margins::right); });
+    for (QLineEdit* margin : {ui.txtMargenIzdo, ui.txtMargenDcho}) {
+      OnEnter(margin, [margin] { margin->selectAll(); });
+    }
+    ConnectFontBoxes();
+  }
+
+  // An item that is shown already may be chosen, too: the selection may have other fonts.
+  void ConnectFontBoxes() {
+    const QLineEdit* size = ui.cboTamaño->lineEdit();
     OnChosen(ui.cboFuentes, [this] { m_desk->Format().ApplyFontName(); });
-    OnChosen(ui.cboTamaño, [this] { m_desk->Format().ApplyFontSize(); });
-    On(ui.cboTamaño->lineEdit(), &QLineEdit::editingFinished, [this] { m_desk->Format().ApplyFontSize(); });
-    // What is typed after Return is meant for the letter; leaving the box applies the size.
-    On(ui.cboTamaño->lineEdit(), &QLineEdit::returnPressed, [this] { ui.rtfCarta->setFocus(); });
+    On(ui.cboFuentes, &QComboBox::activated, [this] { m_desk->Format().ApplyFontName(); });
+    On(ui.cboTamaño, &QComboBox::activated, [this] { m_desk->Format().ApplyFontSize(); });
+    // What is typed counts when it is whole, what a program sets at once.
+    On(ui.cboTamaño, &QComboBox::editTextChanged, [this, size] {
+      if (!size->isModified()) {
+        m_desk->Format().ApplyFontSize();
+      }
+    });
+    On(size, &QLineEdit::editingFinished, [this] { ApplyTypedSize(); });
+    // What is typed after Return is meant for the letter.
+    On(size, &QLineEdit::returnPressed, [this] {
+      m_desk->Format().ApplyFontSize();
+      ui.rtfCarta->setFocus();
+    });
+  }
+
+  void ApplyTypedSize() {
+    if (ui.cboTamaño->lineEdit()->isModified()) {
+      m_desk->Format().ApplyFontSize();
+    }
   }
 
   // The load shows the editor's own font; from then on the bars show the caret's.
@@ -123,6 +148,8 @@ class frmCartaModelo final : public FormOn<LetterWindow> {
   }
 
   void Run(Command command) {
+    // A key of a command may be pressed in its box.
+    ApplyTypedSize();
     switch (command) {
       case Command::Save:
         AcceptAndClose();

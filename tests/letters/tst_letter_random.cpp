@@ -79,10 +79,10 @@ class RandomUser {
         m_letter.paste();
         break;
       case 13:
-        m_letter.undo();
+        m_letter.Undo();
         break;
       case 14:
-        m_letter.redo();
+        m_letter.Redo();
         break;
       case 15:
         letters::ToggleList(m_letter, letters::ListKind(m_random.bounded(2)));
@@ -167,7 +167,7 @@ class tst_letter_random : public QObject {
         letter.grab();
       }
       while (letter.document()->isUndoAvailable()) {
-        letter.undo();
+        letter.Undo();
       }
       if (letter.Content() != content) {
         changed.append(QString::number(run));

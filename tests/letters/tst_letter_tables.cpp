@@ -1,6 +1,7 @@
 #include "documents/rtf/Joint.h"
 #include "letters/editor/Formatting.h"
 #include "letters/editor/LetterEdit.h"
+#include "letters/editor/LetterSearch.h"
 #include "support/TestProgram.h"
 
 #include <QApplication>
@@ -197,6 +198,23 @@ class tst_letter_tables : public QObject {
     QVERIFY2(content.contains(u"\\clbrdrt\\brdrs\\brdrw10"), qPrintable(content));
     QCOMPARE(content.count(u"\\clcbpat"), 1);
     QCOMPARE(content.count(u"\\clvmgf") + content.count(u"\\clvmrg"), 2);
+  }
+
+  void AColumnIsFormattedAndSearchedAlone() {
+    LetterEdit letter;
+    letter.Load(letterText);
+    QTextCursor column(letter.document());
+    column.setPosition(PositionOf(letter, u"aa"_s));
+    column.setPosition(PositionOf(letter, u"cc"_s) + 2, QTextCursor::KeepAnchor);
+    letter.setTextCursor(column);
+    QVERIFY(letters::FindText(column, u"bb"_s).isNull() && !letters::FindText(column, u"cc"_s).isNull());
+    letters::Align(letter, Qt::AlignHCenter);
+    QVERIFY(letters::Toggle(letter, letters::Attribute::Bold));
+    const QString content = letter.Content();
+    QCOMPARE(content.count(u"\\qc"_s), 2);
+    QCOMPARE(letter.document()->find(u"bb"_s).blockFormat().alignment() & Qt::AlignHCenter, 0);
+    QVERIFY(!letters::Toggle(letter, letters::Attribute::Bold));
+    QVERIFY(letter.document()->find(u"cc"_s).charFormat().fontWeight() <= QFont::Normal);
   }
 
  private:

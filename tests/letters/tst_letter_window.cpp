@@ -181,11 +181,72 @@ class tst_letter_window : public QObject {
     EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
   }
 
+  // Whatever tells that a font or a size was chosen, it counts once, for the whole selection.
+  void FontBoxesServeTheWholeSelection() {
+    LetterOffice host;
+    WithALetter(host, [](const DialogUser& dialog) {
+      LetterEdit* letter = Letter(dialog);
+      auto* size = dialog.Find<QComboBox>("cboTamaño");
+      dialog.Keys("rtfCarta", u"uno dos"_s);
+      Select(dialog, 4, 7);
+      dialog.Choose("cboFuentes", u"DejaVu Sans"_s);
+      dialog.Choose("cboTamaño", u"14"_s);
+      Select(dialog, 0, 7);
+      const auto font = [letter] {
+        const QTextCharFormat format = letter->document()->begin().begin().fragment().charFormat();
+        return format.fontFamilies().toStringList().value(0) + u' ' + QString::number(format.fontPointSize());
+      };
+      // The boxes show the caret's already.
+      dialog.Choose("cboFuentes", u"DejaVu Sans"_s);
+      dialog.Choose("cboTamaño", u"14"_s);
+      QCOMPARE(font(), u"DejaVu Sans 14"_s);
+      const int steps = letter->document()->availableUndoSteps();
+      size->setFocus();
+      size->lineEdit()->selectAll();
+      QTest::keyClicks(size, u"7"_s);
+      QCOMPARE(font(), u"DejaVu Sans 14"_s);
+      QTest::keyClick(size, Qt::Key_Return);
+      QCOMPARE(font(), u"DejaVu Sans 7"_s);
+      size->setFocus();
+      size->lineEdit()->selectAll();
+      QTest::keyClicks(size, u"11"_s);
+      Do(dialog, "mnuEdicionCopiar");
+      QCOMPARE(font(), u"DejaVu Sans 11"_s);
+      dialog.Press("tlbEstandar_deshacer");
+      size->setCurrentText(u"20"_s);
+      QCOMPARE(font(), u"DejaVu Sans 20"_s);
+      dialog.Press("tlbEstandar_deshacer");
+      dialog.Press("tlbEstandar_deshacer");
+      QCOMPARE(letter->document()->availableUndoSteps(), steps);
+      QCOMPARE(size->currentText(), u"14"_s);
+      // Who only passes through the box changes nothing.
+      Select(dialog, 0, 3);
+      dialog.Choose("cboTamaño", u"9"_s);
+      Select(dialog, 0, 7);
+      size->setFocus();
+      letter->setFocus();
+      QCOMPARE(font(), u"DejaVu Sans 9"_s);
+      // The caret stays where it is.
+      Select(dialog, 7, 7);
+      dialog.Press("tlbFormato_center");
+      dialog.Press("tlbEstandar_deshacer");
+      QCOMPARE(Pressed(dialog), u"left"_s);
+    });
+    host.driver.Answer(QMessageBox::No);
+    EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
+  }
+
   void JustifiesWhatIsLeftAligned() {
     LetterOffice host;
     WithALetter(host, [](const DialogUser& dialog) {
       TypeLines(dialog, {u"uno"_s, u"dos"_s, u"tres"_s});
       Select(dialog, 4, 4);
+      dialog.Press("tlbFormato_center");
+      // The caret stays in its paragraph.
+      dialog.Press("tlbEstandar_deshacer");
+      dialog.Press("tlbEstandar_rehacer");
+      QCOMPARE(Letter(dialog)->textCursor().position(), 4);
+      dialog.Press("tlbEstandar_deshacer");
       dialog.Press("tlbFormato_center");
       Letter(dialog)->selectAll();
       dialog.Press("tlbFormato_Justify");
@@ -291,6 +352,8 @@ class tst_letter_window : public QObject {
       QCOMPARE(sideways->value(), 850);
       sideways->setValue(0);
       QCOMPARE(page->geometry(), QRect(113, 95, 567, 1028));
+      dialog.Find("txtMargenDcho")->setFocus();
+      QCOMPARE(dialog.Find<QLineEdit>("txtMargenDcho")->selectedText(), u"3"_s);
       dialog.Paste("txtMargenIzdo", u"4.5"_s);
       QCOMPARE(page->x(), 170);
       QCOMPARE(page->width(), 510);
@@ -300,7 +363,7 @@ class tst_letter_window : public QObject {
       dialog.Paste("txtMargenDcho", u"3"_s);
       QCOMPARE(page->width(), 510);
       dialog.Find<QScrollBar>("vsbCarta")->setValue(150);
-      QCOMPARE(page->y(), 85);
+      QCOMPARE(page->pos(), QPoint(170, 85));
       // In a window that is made smaller than it may be the boxes stand apart, too.
       dialog.Dialog()->setFixedSize(300, 300);
       QApplication::sendPostedEvents();

@@ -18,11 +18,13 @@ bool IsBorder(std::string_view name) {
   return name.find("brdr") != std::string_view::npos || name == "box";
 }
 
-/// What holds for more than the text at its place, and is out of place in the result of a field: that may be written
-/// back as it is and would say it again.
+bool IsOfSection(Action action) {
+  return action == Action::SectionDefaults || action == Action::CarrySection || action == Action::SectionGroup;
+}
+
+/// What holds for more than the text at its place.
 bool IsOfDocument(Action action) {
-  return action == Action::DefaultTab || action == Action::CarryDocument || action == Action::SectionDefaults ||
-         action == Action::CarrySection;
+  return action == Action::DefaultTab || action == Action::CarryDocument || IsOfSection(action);
 }
 
 /// What means more than its group, and would do it again where the group is written back as it is.
@@ -245,7 +247,7 @@ void Reader::AttachBorder(const Keyword& keyword, const Token& token) {
 bool Reader::ApplyDocumentWord(const Keyword& keyword, const Token& token) {
   // The tables are read with these, so that what comes behind the first table is too late.
   const bool inTime = !m_bodyStarted && m_preamble.fontTables.isEmpty();
-  if (Top().character.link != 0 && IsOfDocument(keyword.action)) {
+  if (IsOfDocument(keyword.action) && IsWithinLink(keyword.action)) {
     return false;
   }
   switch (keyword.action) {
@@ -392,6 +394,9 @@ void Reader::CloseGroup() {
   if (group.openLink != 0) {
     CloseLink(group);
   }
+  if (!m_section.first && !m_section.hasParagraph && !m_builder.HasText()) {
+    m_section.link = Top().character.link;
+  }
   // What stands behind the document's group is none of its text.
   m_done = m_done || isDocument;
 }
@@ -421,6 +426,12 @@ void Reader::ChangeDocument(bool ofSection) {
   } else if (m_section.hasParagraph) {
     m_seams.ChangeSection();
   }
+}
+
+/// Where what holds for the document is out of place: a field's result may be written back as it is and would say it
+/// again, and a section that began in one is not written without it.
+bool Reader::IsWithinLink(Action action) const {
+  return m_groups.back().character.link != 0 || (m_section.link != 0 && IsOfSection(action));
 }
 
 bool Reader::IsBetweenParts() const {

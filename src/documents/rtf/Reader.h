@@ -84,6 +84,7 @@ class Reader {
     WordList words = {};
     QByteArray groups = {};
     bool hasParagraph = false;
+    int link = 0;  ///< The field or object that its first text is part of.
 
     bool IsEmpty() const { return !defaults && words.IsEmpty() && groups.isEmpty(); }
   };
@@ -100,6 +101,7 @@ class Reader {
   void CloseGroup();
   void Finish();
   void ChangeDocument(bool ofSection);
+  bool IsWithinLink(Action action) const;
   bool IsBetweenParts() const;
   void NoteSeam(const Token& token);
   Group& Top() { return m_groups.back(); }

@@ -121,7 +121,7 @@ QByteArray Reader::Capture() {
 }
 
 void Reader::PlaceGroup(const Keyword& keyword, const QByteArray& group) {
-  if (Top().character.link != 0 && IsTable(keyword.action)) {
+  if (IsTable(keyword.action) && IsWithinLink(keyword.action)) {
     AddPiece(group);
     return;
   }

@@ -281,7 +281,7 @@ void Reader::EndSection() {
     m_seams.GoOn();
   }
   FinishSection();
-  m_section = {.first = false};
+  m_section = {.first = false, .link = Top().character.link};
 }
 
 void Reader::FinishSection() {

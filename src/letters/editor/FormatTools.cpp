@@ -188,10 +188,9 @@ std::optional<double> FormatTools::TypedSize() const {
 }
 
 void FormatTools::ApplyFontSize() {
-  const std::optional<double> size = TypedSize();
-  if (size && *size != FontSize(*m_window.rtfCarta)) {
+  if (const std::optional<double> size = TypedSize()) {
     SetFontSize(*m_window.rtfCarta, *size);
-  } else if (!size) {
+  } else {
     ShowFontBoxes();
   }
 }

@@ -70,16 +70,40 @@ QTextCharFormat WithAttribute(Attribute attribute, bool isOn) {
   return format;
 }
 
-bool HasThroughout(const QTextBlock& block, const QTextCursor& selection, Attribute attribute) {
-  for (auto at = block.begin(); !at.atEnd(); ++at) {
-    const QTextFragment run = at.fragment();
-    const bool isSelected =
-        run.position() < selection.selectionEnd() && run.position() + run.length() > selection.selectionStart();
-    if (isSelected && !HasAttribute(run.charFormat(), attribute)) {
-      return false;
-    }
+// Whether every selected run is so, or, where there is none, what is typed next.
+template <std::predicate<const QTextCharFormat&> Is>
+bool IsThroughout(const QTextEdit& letter, Is is) {
+  const QTextCursor cursor = letter.textCursor();
+  if (!cursor.hasSelection()) {
+    return is(letter.currentCharFormat());
   }
-  return true;
+  bool anyRun = false;
+  bool throughout = true;
+  const QList<TextRange> ranges = SelectedRanges(cursor);
+  for (const TextRange range : ranges) {
+    ForEachParagraph(*letter.document(), range, [&](const QTextBlock& block) {
+      for (auto at = block.begin(); throughout && !at.atEnd(); ++at) {
+        const QTextFragment run = at.fragment();
+        if (run.position() < range.end && run.position() + run.length() > range.start) {
+          anyRun = true;
+          throughout = is(run.charFormat());
+        }
+      }
+    });
+  }
+  return anyRun ? throughout : is(letter.currentCharFormat());
+}
+
+// Nothing where all of it is so: several events of one choice are one step of undo.
+void SetThroughout(QTextEdit& letter, const QTextCharFormat& format) {
+  const auto hasIt = [&](QTextCharFormat run) {
+    const QTextCharFormat before = run;
+    run.merge(format);
+    return run == before;
+  };
+  if (!IsThroughout(letter, hasIt)) {
+    letter.mergeCurrentCharFormat(format);
+  }
 }
 
 bool IsItem(const QTextBlock& block, ListKind kind) {
@@ -154,14 +178,7 @@ void MakeItems(QTextCursor cursor, ListKind kind) {
 }  // namespace
 
 bool Has(const QTextEdit& letter, Attribute attribute) {
-  const QTextCursor cursor = letter.textCursor();
-  if (!cursor.hasSelection()) {
-    return HasAttribute(letter.currentCharFormat(), attribute);
-  }
-  bool throughout = true;
-  ForEachParagraph(
-      cursor, [&](const QTextBlock& block) { throughout = throughout && HasThroughout(block, cursor, attribute); });
-  return throughout;
+  return IsThroughout(letter, [attribute](const QTextCharFormat& format) { return HasAttribute(format, attribute); });
 }
 
 bool Toggle(QTextEdit& letter, Attribute attribute) {
@@ -233,13 +250,13 @@ void ChangeSpacing(QTextEdit& letter, const Spacing& before, const Spacing& afte
 void SetFontName(QTextEdit& letter, const QString& name) {
   QTextCharFormat format;
   format.setFontFamilies({name});
-  letter.mergeCurrentCharFormat(format);
+  SetThroughout(letter, format);
 }
 
 void SetFontSize(QTextEdit& letter, double points) {
   QTextCharFormat format;
   format.setFontPointSize(points);
-  letter.mergeCurrentCharFormat(format);
+  SetThroughout(letter, format);
 }
 
 void SetColour(QTextEdit& letter, const QColor& colour) {

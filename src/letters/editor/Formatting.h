@@ -51,6 +51,7 @@ Spacing SpacingOf(const QTextCursor& cursor);
 /// Changes what differs between both in the selected paragraphs and leaves the rest of each.
 void ChangeSpacing(QTextEdit& letter, const Spacing& before, const Spacing& after);
 
+/// Nothing for a selection that is so throughout, as the next one.
 void SetFontName(QTextEdit& letter, const QString& name);
 /// In points; halves are kept.
 void SetFontSize(QTextEdit& letter, double points);

@@ -50,6 +50,8 @@ void LetterDesk::ConnectLetter() {
   connect(letter, &LetterEdit::selectionChanged, this, show);
   connect(letter, &LetterEdit::cursorPositionChanged, this, show);
   connect(letter, &LetterEdit::currentCharFormatChanged, this, show);
+  // An undo of formats may leave the caret where it is.
+  connect(letter, &LetterEdit::textChanged, this, show);
   connect(letter, &LetterEdit::MenuWanted, this, &LetterDesk::OpenMenu);
   connect(letter, &LetterEdit::FocusChanged, this, &LetterDesk::SetTabStops);
 }

@@ -71,8 +71,8 @@ LetterPage::LetterPage(QWidget* parent)
   m_letter->setObjectName(u"rtfCarta"_s);
   m_letter->setAccessibleName(u"Texto de la carta"_s);
   m_letter->setPalette(PaperPalette(palette()));
-  connect(m_horizontal, &QScrollBar::valueChanged, this, &LetterPage::MovePage);
-  connect(m_vertical, &QScrollBar::valueChanged, this, &LetterPage::MovePage);
+  connect(m_horizontal, &QScrollBar::valueChanged, this, &LetterPage::MoveSideways);
+  connect(m_vertical, &QScrollBar::valueChanged, this, &LetterPage::MoveUpAndDown);
   connect(m_letter, &LetterEdit::HeightChanged, this, &LetterPage::OnHeightChanged);
   connect(m_letter, &LetterEdit::cursorPositionChanged, this, &LetterPage::ShowCaret);
   connect(m_letter, &LetterEdit::textChanged, this, &LetterPage::ShowCaret);
@@ -102,7 +102,8 @@ void LetterPage::Place(const Margins& margins) {
   m_leastRange = firstScroll;
   m_horizontal->setMaximum(std::max(m_horizontal->maximum(), firstScroll.count));
   m_horizontal->setValue(firstScroll.count);
-  MovePage();
+  MoveSideways();
+  MoveUpAndDown();
   Q_EMIT MarginsChanged();
 }
 
@@ -161,8 +162,12 @@ void LetterPage::Fit() {
 }
 
 // Intended: the place that is counted from is that of the load, whatever the margins became since.
-void LetterPage::MovePage() {
+void LetterPage::MoveSideways() {
   m_page.left = m_origin.left - Twips{m_horizontal->value()};
+  PutLetter();
+}
+
+void LetterPage::MoveUpAndDown() {
   m_page.top = m_origin.top - Twips{m_vertical->value()};
   PutLetter();
 }
@@ -190,7 +195,7 @@ void LetterPage::ZoomBy(int steps) {
   }
   m_zoom = zoom;
   m_letter->SetScale(ZoomedScale());
-  MovePage();
+  PutLetter();
   Fit();
   Q_EMIT ZoomChanged();
 }

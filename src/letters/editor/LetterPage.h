@@ -57,7 +57,8 @@ class LetterPage : public QFrame {
   void SetWidth(Twips width, const Margins& margins);
   void OnHeightChanged(Twips height);
   void PutLetter();
-  void MovePage();
+  void MoveSideways();
+  void MoveUpAndDown();
   QRect PaperRect() const;
   void ShowStrips();
   void PaintStrips(QPainter& painter) const;

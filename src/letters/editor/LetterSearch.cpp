@@ -1,5 +1,7 @@
 #include "letters/editor/LetterSearch.h"
 
+#include "letters/editor/ParagraphRange.h"
+
 #include <QTextDocument>
 
 namespace letters {
@@ -9,8 +11,14 @@ QTextCursor FindText(const QTextCursor& cursor, const QString& text) {
   if (!cursor.hasSelection()) {
     return letter->find(text, 0);
   }
-  const QTextCursor found = letter->find(text, cursor.selectionStart());
-  return !found.isNull() && found.selectionEnd() <= cursor.selectionEnd() ? found : QTextCursor();
+  const QList<TextRange> ranges = SelectedRanges(cursor);
+  for (const TextRange range : ranges) {
+    const QTextCursor found = letter->find(text, range.start);
+    if (!found.isNull() && found.selectionEnd() <= range.end) {
+      return found;
+    }
+  }
+  return {};
 }
 
 QTextCursor FindNextText(const QTextCursor& cursor, const QString& text) {

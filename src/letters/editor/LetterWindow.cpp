@@ -134,6 +134,8 @@ void LetterWindow::CreateBars(QDialog* window, QMenuBar* menus) {
   cboTamaño = NewFontBox(u"cboTamaño"_s, u"Tamaño de la Fuente"_s, sizeCharacters, tlbFormato);
   cboTamaño->setEditable(true);
   cboTamaño->setInsertPolicy(QComboBox::NoInsert);
+  // A 7 is no beginning of 72.
+  cboTamaño->setCompleter(nullptr);
   for (const int size : {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72}) {
     cboTamaño->addItem(QString::number(size));
   }

@@ -3,25 +3,38 @@
 #include <QTextBlock>
 #include <QTextCursor>
 
-#include <algorithm>
 #include <concepts>
 
 namespace letters {
 
-/// Calls `work` with every paragraph of which the cursor's selection has something, or that it stands in. One at whose
-/// start the selection ends is none of them, but for the letter's last one.
+/// A stretch of a letter, by positions.
+struct TextRange {
+  int start;
+  int end;
+};
+
+/// What is selected: one stretch, or one for each cell where cells are selected, which may stand under each other.
+/// Without a selection the caret's place.
+QList<TextRange> SelectedRanges(const QTextCursor& cursor);
+
+/// Calls `work` with every paragraph that a stretch touches.
 template <std::invocable<const QTextBlock&> Work>
-void ForEachParagraph(const QTextCursor& cursor, Work work) {
-  const QTextDocument* document = cursor.document();
-  const QTextBlock first = document->findBlock(cursor.selectionStart());
-  const int end = cursor.selectionEnd();
-  const QTextBlock last =
-      document->findBlock(end < document->characterCount() - 1 ? std::max(first.position(), end - 1) : end);
-  for (QTextBlock block = first; block.isValid(); block = block.next()) {
+void ForEachParagraph(const QTextDocument& document, TextRange range, Work work) {
+  const QTextBlock last = document.findBlock(range.end);
+  for (QTextBlock block = document.findBlock(range.start); block.isValid(); block = block.next()) {
     work(block);
     if (block == last) {
       return;
     }
+  }
+}
+
+/// Calls `work` with every paragraph that the cursor's selection touches, or that it stands in.
+template <std::invocable<const QTextBlock&> Work>
+void ForEachParagraph(const QTextCursor& cursor, Work work) {
+  const QList<TextRange> ranges = SelectedRanges(cursor);
+  for (const TextRange range : ranges) {
+    ForEachParagraph(*cursor.document(), range, work);
   }
 }
 

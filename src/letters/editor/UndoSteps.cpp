@@ -34,23 +34,43 @@ void UndoSteps::Hide(const std::function<void()>& change) {
 }
 
 void UndoSteps::Undo() {
-  int before = 0;
-  do {
-    before = Available();
-    m_editor.undo();
-  } while (m_hidden.contains(std::pair(Available(), before)));
+  KeepCaret([this] {
+    int before = 0;
+    do {
+      before = Available();
+      m_editor.undo();
+    } while (m_hidden.contains(std::pair(Available(), before)));
+  });
   m_available = Available();
 }
 
 void UndoSteps::Redo() {
-  m_editor.redo();
-  const QTextCursor caret = m_editor.textCursor();
-  const auto isBefore = [this](const std::pair<int, int>& steps) { return steps.first == Available(); };
-  while (m_editor.document()->isRedoAvailable() && std::any_of(m_hidden.begin(), m_hidden.end(), isBefore)) {
+  KeepCaret([this] {
     m_editor.redo();
-  }
-  m_editor.setTextCursor(caret);
+    const QTextCursor caret = m_editor.textCursor();
+    const auto isBefore = [this](const std::pair<int, int>& steps) { return steps.first == Available(); };
+    while (m_editor.document()->isRedoAvailable() && std::any_of(m_hidden.begin(), m_hidden.end(), isBefore)) {
+      m_editor.redo();
+    }
+    m_editor.setTextCursor(caret);
+  });
   m_available = Available();
+}
+
+// Qt puts the caret behind what has changed: after the format of a paragraph, into the next one.
+void UndoSteps::KeepCaret(const std::function<void()>& step) {
+  const QTextCursor caret = m_editor.textCursor();
+  bool isWithin = true;
+  const auto watch =
+      connect(m_editor.document(), &QTextDocument::contentsChange, this, [&](int from, int removed, int added) {
+        const bool isFormat = removed == added;
+        isWithin = isWithin && isFormat && caret.position() >= from && caret.position() <= from + added;
+      });
+  step();
+  disconnect(watch);
+  if (isWithin) {
+    m_editor.setTextCursor(caret);
+  }
 }
 
 }  // namespace letters

@@ -11,7 +11,7 @@ class QTextEdit;
 namespace letters {
 
 /// The undo of the letter that an editor shows, in which a change that shows nothing is no step: it goes with the step
-/// before it.
+/// before it. A step of formats around the caret or the selection leaves it where it is.
 class UndoSteps : public QObject {
  public:
   /// For the document that `editor` has now.
@@ -25,6 +25,7 @@ class UndoSteps : public QObject {
  private:
   int Available() const;
   void ForgetUndone();
+  void KeepCaret(const std::function<void()>& step);
 
   QTextEdit& m_editor;
   /// The numbers of available steps before hidden changes and behind them.

@@ -216,7 +216,9 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
   row("a list that waits for the end of another",
       "{\\*\\pn\\pnlvlblt}\\ls5\\wa X\\par\\ls0\\wb b\\par\\pard\\wc c\\par", 'n', "bc");
   row("a field that a new paragraph begins",
-      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt X\\wb b}}\\par\\wc c\\par\\wd d\\par", 's', "acd");
+      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt X\\wb b\\par}}\\wc c\\par\\wd d\\par", 's', "cd");
+  row("a field that goes on in what follows it",
+      "\\wa a\\par{\\field{\\*\\fldinst Y}{\\fldrslt\\wb bX\\par}}\\wc c\\par\\wd d\\par", 'j', "ad");
   row("in front of a section behind half a tab stop", "\\wa a\\par\\tqr\\sect\\pard\\wb X\\par\\wc c\\par", 'n', "c");
   row("binary data", "\\wa a\\par X\\par{\\pict\\pngblip\\bin3 }}}}\\wb b\\par", 'l', "ab");
 }
@@ -242,6 +244,12 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
       cursor.setPosition(cursor.anchor());
       cursor.insertBlock();
       break;
+    case 'j':
+      // With the next paragraph, of one letter.
+      cursor.setPosition(cursor.position() + 2);
+      cursor.setPosition(cursor.position() - 3, QTextCursor::KeepAnchor);
+      cursor.insertBlock();
+      break;
     case 'c':
       cursor.mergeCharFormat(format);
       break;
@@ -259,6 +267,7 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes() {
   QCOMPARE(support::PatchLoss(*document), QString());
   const auto sections = [](const QByteArray& letter) { return letter.count("\\sect") - letter.count("\\sectd"); };
   QCOMPARE(sections(written), sections(rtf::Writer(*document).Write()));
+  QCOMPARE(support::PatchLoss(*document), QString());
   while (document->isUndoAvailable()) {
     document->undo();
   }
@@ -407,6 +416,8 @@ void tst_rtf_kept::oddPlaces_data() {
   row("a letter in a letter", "a{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0 Otra;}}\\paperw9 b\\par}c\\par", u"ab|c"_s);
   row("paper and section in a field", "{\\field{\\*\\fldinst X}{\\fldrslt\\sectd\\cols2\\paperw9\\deftab9 a}}b\\par",
       u"ab"_s);
+  row("a section that began in a field",
+      "{\\field{\\*\\fldinst X}{\\fldrslt a\\sect b}}c\\par\\cols2{\\header h}d\\par", u"a|bc|@d"_s);
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
   row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);

@@ -1,0 +1,30 @@
+#include "letters/editor/ParagraphRange.h"
+
+#include <QTextTable>
+
+namespace letters {
+
+QList<TextRange> SelectedRanges(const QTextCursor& cursor) {
+  int firstRow = -1;
+  int rows = 0;
+  int firstColumn = 0;
+  int columns = 0;
+  cursor.selectedTableCells(&firstRow, &rows, &firstColumn, &columns);
+  if (firstRow < 0) {
+    return {{cursor.selectionStart(), cursor.selectionEnd()}};
+  }
+  QList<TextRange> cells;
+  const QTextTable* table = cursor.currentTable();
+  for (int row = firstRow; row < firstRow + rows; ++row) {
+    for (int column = firstColumn; column < firstColumn + columns; ++column) {
+      const QTextTableCell cell = table->cellAt(row, column);
+      // One that spans several places of the grid stands at its first.
+      if (cell.row() == row && cell.column() == column) {
+        cells.append({cell.firstPosition(), cell.lastPosition()});
+      }
+    }
+  }
+  return cells;
+}
+
+}  // namespace letters
