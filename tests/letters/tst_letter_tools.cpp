@@ -201,30 +201,66 @@ class tst_letter_tools : public QObject {
     QCOMPARE(letter.Content(), content);
   }
 
-  void NumbersGoOnFromTheListAbove() {
-    LetterEdit letter;
-    letter.Load(u"{\\rtf1 a\\par b\\par c\\par}"_s);
-    const auto number = [&](int block) {
-      const QTextBlock item = letter.document()->findBlockByNumber(block);
-      return item.textList() == nullptr ? QString() : item.textList()->itemText(item);
+  void Numbers_data() {
+    QTest::addColumn<QString>("steps");  // "12" selects from the start of one paragraph to that of another.
+    QTest::addColumn<QString>("numbers");
+    const auto row = [](const char* name, const QString& steps, const QString& numbers) {
+      QTest::newRow(name) << steps << numbers;
     };
-    for (const int position : {0, 2}) {
-      Select(letter, position, position);
-      letters::ToggleList(letter, ListKind::Numbers);
+    row("go on from the list above", u"00n11n"_s, u"1. 2. - -"_s);
+    row("of bullets by one press", u"02n22bn"_s, u"1. 2. 3. -"_s);
+    row("gone by a press", u"04n22bnn"_s, u"1. 2. - 3."_s);
+    row("the first of the list below", u"04n00nn"_s, u"1. 2. 3. 4."_s);
+    row("the next paragraph's start", u"01n"_s, u"1. - - -"_s);
+    row("an item moved", u"04n12x22v"_s, u"1. 2. 3. 4."_s);
+    row("an item moved to the top", u"04n23x00v"_s, u"1. 2. 3. 4."_s);
+    row("a paragraph between", u"04n11n"_s, u"1. - 2. 3."_s);
+    row("nothing between two lists", u"02n33n23x"_s, u"1. 2. 1."_s);
+  }
+
+  /// What shows is what is stored.
+  void Numbers() {
+    QFETCH(QString, steps);
+    QFETCH(QString, numbers);
+    LetterEdit letter;
+    const QString content = u"{\\rtf1 a\\par b\\par c\\par d\\par}"_s;
+    letter.Load(content);
+    for (qsizetype i = 0; i < steps.size(); ++i) {
+      const int last = letter.document()->characterCount() - 1;
+      switch (steps[i].unicode()) {
+        case u'n':
+        case u'b':
+          letters::ToggleList(letter, steps[i] == u'n' ? ListKind::Numbers : ListKind::Bullets);
+          break;
+        case u'x':
+          letter.cut();
+          break;
+        case u'v':
+          letter.paste();
+          break;
+        default:
+          Select(letter, 2 * steps[i].digitValue(), std::min(last, 2 * steps[i + 1].digitValue()));
+          ++i;
+      }
     }
-    QCOMPARE(number(1), u"2."_s);
-    // Bullets become numbers by one press, and numbers plain paragraphs.
-    Select(letter, 4, 4);
-    letters::ToggleList(letter, ListKind::Bullets);
-    letters::ToggleList(letter, ListKind::Numbers);
-    QCOMPARE(number(2), u"3."_s);
-    QCOMPARE(letter.textCursor().blockFormat().leftMargin(), 72);
+    const auto shown = [](const QTextDocument& document) {
+      QStringList texts;
+      for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const bool isIndented = block.blockFormat().leftMargin() > 0;
+        texts.append(block.textList() != nullptr && isIndented ? block.textList()->itemText(block)
+                     : isIndented                              ? u"indented"_s
+                                                               : u"-"_s);
+      }
+      return texts.join(u' ');
+    };
+    QCOMPARE(shown(*letter.document()), numbers);
     QTextDocument stored;
     rtf::Read(letter.Content(), stored);
-    QCOMPARE(stored.lastBlock().textList()->itemText(stored.lastBlock()), u"3."_s);
-    letters::ToggleList(letter, ListKind::Numbers);
-    QCOMPARE(number(2), QString());
-    QCOMPARE(letter.textCursor().blockFormat().leftMargin(), 0);
+    QCOMPARE(shown(stored), numbers);
+    while (letter.document()->isUndoAvailable()) {
+      letter.undo();
+    }
+    QCOMPARE(letter.Content(), content);
   }
 
   void SpacingOfSelectedParagraphs() {

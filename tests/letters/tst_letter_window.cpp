@@ -268,6 +268,24 @@ class tst_letter_window : public QObject {
     QVERIFY2(host.driver.TakeBoxes()[0].contains(u"Error 6"_s), "overflow");
   }
 
+  void AMenuLeavesTheFocusInTheLetter() {
+    LetterOffice host;
+    WithALetter(host, [](const DialogUser& dialog) {
+      QWidget* window = Letter(dialog)->window();
+      QVERIFY(QTest::qWaitForWindowActive(window));
+      QTest::keyClick(window, Qt::Key_E, Qt::AltModifier);
+      QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+      QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+      QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
+      QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+      QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_N);
+      QTRY_VERIFY(Letter(dialog)->textCursor().currentList() != nullptr);
+      QVERIFY(Letter(dialog)->hasFocus());
+    });
+    host.driver.Answer(QMessageBox::No);
+    EXPECT_CLEAN(host, host.PasarDatos(node.CartasModelo(), action.Agregar()));
+  }
+
   void IndentsAndBullets() {
     LetterOffice host;
     WithALetter(host, [](const DialogUser& dialog) {

@@ -118,7 +118,6 @@ void DocumentBuilder::EndTable() {
   }
   table.Build();
   m_currentSource.clear();
-  m_current = {};
 }
 
 void DocumentBuilder::BeginBlock(const QTextBlockFormat& format, const QTextCharFormat& mark) {
@@ -152,7 +151,6 @@ void DocumentBuilder::FillBlock(const Paragraph& paragraph, bool isNew) {
     AddToList(*open, *paragraph.item);
   } else {
     m_currentSource.clear();
-    m_current = {};
   }
   InsertRuns(paragraph);
   if (m_put) {
@@ -171,12 +169,13 @@ void DocumentBuilder::InsertRuns(const Paragraph& paragraph) {
 }
 
 DocumentBuilder::OpenList& DocumentBuilder::ListFor(const ListItem& item) {
-  if (!item.resumes && m_currentSource != item.source) {
-    m_current = {};
-  }
-  OpenList& open = item.resumes ? m_resumable[item.source] : m_current;
-  m_currentSource = item.resumes ? QString() : item.source;
-  if (open.items == longestList) {
+  OpenList& open = m_lists[item.source];
+  const bool follows = m_currentSource == item.source;
+  m_currentSource = item.source;
+  const bool isFull = open.items == longestList;
+  if (!item.resumes && item.begins.value_or(!follows) && !(follows && isFull)) {
+    open = {};
+  } else if (isFull) {
     open = {.part = open.part + 1};
   }
   return open;

@@ -25,6 +25,9 @@ namespace rtf {
 struct ListItem {
   Numbering numbering;
   QString source;  ///< `\lsN\ilvlN`, or the `\pn` group; equal sources are one list.
+  /// Whether its mark is that of a list's first item, or of another one: then it goes on with the last list of that
+  /// source. Unknown: a list ends with its last neighbouring item.
+  std::optional<bool> begins = {};
   /// Whether the list goes on behind paragraphs that are not its items.
   bool resumes = false;
 };
@@ -110,8 +113,7 @@ class DocumentBuilder {
   QList<Paragraph> m_waiting;
   int m_paragraphs = 0;
   int m_sectionBlock = -1;
-  QHash<QString, OpenList> m_resumable;
-  OpenList m_current;
+  QHash<QString, OpenList> m_lists;  ///< The last one of each source.
   QString m_currentSource;
   bool m_undo = false;
 };

@@ -156,6 +156,21 @@ Numbering ReadNumbering(std::string_view group, int codePage) {
   return numbering;
 }
 
+std::optional<bool> IsFirstMark(std::string_view group, const Numbering& numbering) {
+  QString text;
+  Walk(group, [&text](const Token& token, int) {
+    if (token.kind == TokenKind::Text) {
+      text += QString::fromLatin1(token.text.data(), static_cast<qsizetype>(token.text.size()));
+    }
+  });
+  const bool isNumber = numbering.kind != Numbering::Kind::None && numbering.kind != Numbering::Kind::Bullet &&
+                        text.size() > numbering.before.size() + numbering.after.size() &&
+                        text.startsWith(numbering.before) && text.endsWith(numbering.after);
+  return isNumber
+             ? std::optional(text == numbering.before + NumberText(numbering.kind, numbering.start) + numbering.after)
+             : std::nullopt;
+}
+
 QTextListFormat::Style ListStyle(const Numbering& numbering) {
   switch (numbering.kind) {
     case Numbering::Kind::Decimal:

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTextListFormat>
 
+#include <optional>
 #include <string_view>
 
 namespace rtf {
@@ -27,6 +28,9 @@ QByteArray NumberingGroup(const Numbering& numbering, int font = -1);
 
 /// The numbering of one `{\*\pn ...}` group. Source: Rich Text Format Specification 1.9.1, "Bullets and Numbering".
 Numbering ReadNumbering(std::string_view group, int codePage);
+
+/// Whether an item's mark as text, a `{\pntext ...}` group, is that of the first item; none where it is no such number.
+std::optional<bool> IsFirstMark(std::string_view group, const Numbering& numbering);
 
 QTextListFormat::Style ListStyle(const Numbering& numbering);
 /// The kind that a list of that style has.

@@ -163,6 +163,7 @@ class Reader {
   FontTable m_fonts;
   ColourTable m_colours;
   ListTable m_lists;
+  QByteArray m_itemMark;  ///< The open paragraph's `\pntext` group.
   std::vector<Group> m_groups;
   std::size_t m_uncounted = 0;  ///< Open groups beyond the deepest.
   bool m_done = false;

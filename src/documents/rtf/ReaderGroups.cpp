@@ -88,6 +88,9 @@ void Reader::EnterDestination(const Keyword& keyword, const Token& token) {
     ++m_report.dropped[QString::fromLatin1(token.text.data(), static_cast<qsizetype>(token.text.size()))];
   }
   const QByteArray group = Capture();
+  if (token.text == "pntext") {
+    m_itemMark = group;
+  }
   if (keyword.action == Action::Numbering) {
     CloseGroup();
     PlaceGroup(keyword, group);

@@ -177,6 +177,7 @@ bool Reader::FindListItem(ListItem& item) const {
     const NumberingNode& node = m_numberings[style.numbering];
     item.numbering = node.numbering;
     item.source = node.source;
+    item.begins = IsFirstMark({m_itemMark.constData(), static_cast<std::size_t>(m_itemMark.size())}, node.numbering);
   }
   return item.numbering.kind != Numbering::Kind::None;
 }
@@ -192,6 +193,7 @@ void Reader::EndParagraph() {
   ParagraphStyle style = Top().paragraph;
   ListItem item;
   const bool isItem = FindListItem(item);
+  m_itemMark.clear();
   const int level = std::min(style.Level(), deepestTable);
   style.listNumber = noList;
   style.listLevel = style.tableLevel = 0;

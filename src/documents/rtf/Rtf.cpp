@@ -2,11 +2,13 @@
 
 #include "documents/rtf/CodePages.h"
 #include "documents/rtf/FittedTabs.h"
+#include "documents/rtf/Numbering.h"
 #include "documents/rtf/Reader.h"
 #include "documents/rtf/Source.h"
 #include "documents/rtf/TablePath.h"
 #include "documents/rtf/Writer.h"
 
+#include <QPointer>
 #include <QStringDecoder>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -189,6 +191,65 @@ QTextDocumentFragment FragmentOf(QTextDocument& pasted) {
   return QTextDocumentFragment(inside);
 }
 
+/// Whether their items can be those of one list of numbers.
+bool AreAlike(const QTextListFormat& one, const QTextListFormat& other) {
+  const auto source = [](const QTextListFormat& format) {
+    const QString words = format.stringProperty(ListSourceProperty);
+    return words.startsWith(u"\\ls") ? words : QString();
+  };
+  const auto after = [](const QTextListFormat& format) {
+    return format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".");
+  };
+  return KindOf(one.style()) != Numbering::Kind::Bullet && one.style() == other.style() &&
+         one.numberPrefix() == other.numberPrefix() && after(one) == after(other) && source(one) == source(other);
+}
+
+using Lists = QList<QPointer<QTextList>>;
+
+/// Those that a paste comes to stand among.
+Lists ListsAround(const QTextCursor& cursor) {
+  const QTextBlock start = cursor.document()->findBlock(cursor.selectionStart());
+  const QTextBlock end = cursor.document()->findBlock(cursor.selectionEnd());
+  Lists lists;
+  for (const QTextBlock& block : {start, start.previous(), end, end.next()}) {
+    if (block.isValid() && QTextCursor(block).currentFrame() == cursor.currentFrame()) {
+      lists.append(block.textList());
+    }
+  }
+  return lists;
+}
+
+/// Numbers that were pasted go on from those around them.
+void JoinLists(const QTextDocument& document, int begin, int end, const Lists& around) {
+  for (QTextBlock block = document.findBlock(begin); block.isValid() && block.position() <= end; block = block.next()) {
+    QTextList* pasted = block.textList();
+    if (pasted == nullptr || around.contains(pasted)) {
+      continue;
+    }
+    const auto home = std::find_if(around.begin(), around.end(), [pasted](const QPointer<QTextList>& list) {
+      return list != nullptr && AreAlike(pasted->format(), list->format());
+    });
+    // It goes with its last item.
+    for (int left = home == around.end() ? 0 : pasted->count(); left > 0; --left) {
+      (*home)->add(pasted->item(0));
+    }
+  }
+}
+
+/// Qt puts an empty paragraph in front of items, and leaves the first paragraph's mark out.
+void MendStart(QTextDocument& copy, const QTextCursor& selection) {
+  const QTextBlock first = selection.document()->findBlock(selection.selectionStart());
+  const QTextBlock last = selection.document()->findBlock(selection.selectionEnd());
+  const QTextBlock begin = copy.begin();
+  if (copy.blockCount() == last.blockNumber() - first.blockNumber() + 2 && begin.length() == 1 &&
+      begin.next().textList() != nullptr) {
+    QTextCursor(&copy).deleteChar();
+  }
+  if (QTextCursor(first).currentTable() == nullptr && QTextCursor(&copy).currentTable() == nullptr) {
+    QTextCursor(&copy).setBlockCharFormat(first.charFormat());
+  }
+}
+
 bool IsLatin1(const QString& text) {
   return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
 }
@@ -253,6 +314,7 @@ QByteArray WriteSelection(const QTextCursor& cursor) {
   selection.setUndoRedoEnabled(false);
   selection.setDefaultFont(cursor.document()->defaultFont());
   QTextCursor(&selection).insertFragment(cursor.selection());
+  MendStart(selection, cursor);
   MoveToCell(selection, {});
   SetPreamble(selection, TablesOf(*PreambleOf(*cursor.document()).data));
   return Writer(selection).Write();
@@ -270,10 +332,13 @@ Report Insert(const QByteArray& content, QTextCursor& cursor, const Limits& limi
   QTextDocument& target = *cursor.document();
   Detach(pasted, target);
   Source::Of(target).AddPictures(Source::Of(pasted));
+  const int begin = cursor.selectionStart();
+  const Lists around = ListsAround(cursor);
   cursor.beginEditBlock();
   cursor.removeSelectedText();
   MoveToCell(pasted, cell);
   cursor.insertFragment(FragmentOf(pasted));
+  JoinLists(target, begin, cursor.position(), around);
   cursor.endEditBlock();
   return report;
 }

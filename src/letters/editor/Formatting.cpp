@@ -114,10 +114,16 @@ bool IsItem(const QTextBlock& block, ListKind kind) {
                                    : style <= QTextListFormat::ListDecimal;
 }
 
-// A list of numbers that ends where the selection begins.
-QTextList* NumbersAbove(const QTextCursor& cursor) {
-  const QTextBlock above = cursor.document()->findBlock(cursor.selectionStart()).previous();
-  return above.isValid() && IsItem(above, ListKind::Numbers) ? above.textList() : nullptr;
+// A list of numbers that ends where the selection begins, or begins where it ends.
+QTextList* NumbersBeside(const QTextCursor& cursor) {
+  QTextBlock last;
+  ForEachParagraph(cursor, [&last](const QTextBlock& block) { last = block; });
+  for (const QTextBlock& block : {cursor.document()->findBlock(cursor.selectionStart()).previous(), last.next()}) {
+    if (block.isValid() && IsItem(block, ListKind::Numbers)) {
+      return block.textList();
+    }
+  }
+  return nullptr;
 }
 
 void Indent(QTextBlockFormat& format, Twips distance) {
@@ -158,14 +164,14 @@ void RemoveFromLists(QTextCursor cursor) {
 void MakeItems(QTextCursor cursor, ListKind kind) {
   cursor.beginEditBlock();
   ForEachParagraph(cursor, [kind](const QTextBlock& block) { MoveBlock(block, IndentOf(kind) - ItemIndent(block)); });
-  if (QTextList* above = kind == ListKind::Numbers ? NumbersAbove(cursor) : nullptr) {
-    ForEachParagraph(cursor, [above](const QTextBlock& block) { above->add(block); });
-  } else {
-    QTextListFormat list;
-    list.setStyle(kind == ListKind::Numbers ? QTextListFormat::ListDecimal : QTextListFormat::ListDisc);
-    list.setIndent(0);
-    cursor.createList(list);
+  QTextList* list = kind == ListKind::Numbers ? NumbersBeside(cursor) : nullptr;
+  if (list == nullptr) {
+    QTextListFormat format;
+    format.setStyle(kind == ListKind::Numbers ? QTextListFormat::ListDecimal : QTextListFormat::ListDisc);
+    format.setIndent(0);
+    list = QTextCursor(cursor.document()->findBlock(cursor.selectionStart())).createList(format);
   }
+  ForEachParagraph(cursor, [list](const QTextBlock& block) { list->add(block); });
   cursor.endEditBlock();
 }
 

@@ -29,7 +29,7 @@ void Align(QTextEdit& letter, Qt::AlignmentFlag alignment);
 enum class ListKind { Bullets, Numbers };
 
 /// Makes the selected paragraphs items of a list, or plain paragraphs when all of them are items of that kind. Numbers
-/// go on from a list of theirs just above.
+/// go on from a list of theirs just above, or are the first of one just below.
 void ToggleList(QTextEdit& letter, ListKind kind);
 
 /// Makes the selected paragraphs plain ones.

@@ -92,6 +92,12 @@ void LetterWindow::setupUi(QDialog* window) {
   layout->addWidget(area);
   ServeWhileHeld(*window);
   rtfCarta->setFocus();
+  // A bar that waited for a key when a menu was opened by one keeps the focus otherwise.
+  QObject::connect(menus, &QMenuBar::triggered, rtfCarta, [menus, letter = rtfCarta] {
+    if (menus->hasFocus()) {
+      letter->setFocus(Qt::MenuBarFocusReason);
+    }
+  });
 }
 
 // A letter that another user holds can be changed and saved as another one: the host stops nothing but Save.

@@ -31,6 +31,8 @@ class tst_rtf_kept : public QObject {
   void pictures_data();
   void pictures();
   void piecesSurviveCutAndPaste();
+  void copiesBeginAsTheirText_data();
+  void copiesBeginAsTheirText();
   void foreignTablesStayBehind();
   void linkOverASection();
   void addedToTables_data();
@@ -312,6 +314,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
       "\\trowd\\cellx900\\wb\\intbl abx\\cell c\\cell\\pard d\\par");
   row("two bytes a character", "\\f3\\'82\\'a0b\\par\\'82\\'a2c\\{\\'82\\'a4d\\par", u"あ>x う-{>ñ"_s,
       "\\f3\\'82\\'a0xb\\par\\'82\\'a2c\\{\\u241?d\\par");
+  row("deleted with a fallback among two bytes", "\\f3 abcd\\u8364?\\'82\\'a2e\\par", u"d€-"_s,
+      "\\f3 abc\\'82\\'a2e\\par");
   row("deleted beside a byte that is no text", "\\wa a\\par\\pard bc\001de\\par\\pard\\wb f\\par", u"a>x d-"_s,
       "\\wa ax\\par\\pard\\plain\\f0\\fs20 bce\\par\r\n\r\n\\pard\\wb f\\par");
   row("behind hidden text", "{\\v a\\wa }bcd\\par", u"c>x"_s, "{\\v a\\wa }bcxd\\par");
@@ -507,6 +511,23 @@ void tst_rtf_kept::piecesSurviveCutAndPaste() {
   QCOMPARE(Text(*document), u"uno|"_s);
   QTextCursor none(document.get());
   QCOMPARE(rtf::WriteSelection(none), QByteArray());
+}
+
+void tst_rtf_kept::copiesBeginAsTheirText_data() {
+  QTest::addColumn<QByteArray>("first");
+  QTest::newRow("an empty paragraph") << QByteArray("\\fs40\\par ");
+  QTest::newRow("an item") << QByteArray("{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}\\li360 uno\\par ");
+}
+
+void tst_rtf_kept::copiesBeginAsTheirText() {
+  QFETCH(QByteArray, first);
+  const auto document = Document(Letter("a\\par " + first + "dos\\par"));
+  QTextCursor cursor(document->begin().next());
+  cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  const auto copy = Document(rtf::WriteSelection(cursor));
+  QCOMPARE(u"a|"_s + Text(*copy), Text(*document));
+  QCOMPARE(copy->begin().charFormat().fontPointSize(), document->begin().next().charFormat().fontPointSize());
+  QCOMPARE(copy->begin().textList() == nullptr, document->begin().next().textList() == nullptr);
 }
 
 void tst_rtf_kept::foreignTablesStayBehind() {
