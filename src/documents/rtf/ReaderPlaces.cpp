@@ -44,6 +44,7 @@ void Reader::HandleNoted(const Token& token) {
   const int skip = m_skip;
   const bool endsHidden = !m_hidden.isEmpty();
   const bool isHidden = Top().character.hidden;
+  const auto skipped = [&] { return static_cast<std::size_t>(std::max(0, skip - m_skip)); };
   const TextPlaces::Place end = PlaceHere(0, token.begin, token.begin);
   Handle(token);
   if (m_builder.Paragraphs() != paragraph) {
@@ -51,11 +52,12 @@ void Reader::HandleNoted(const Token& token) {
       m_places->EndParagraph(paragraph, end);
     }
   } else if (m_bytes.size() > waiting) {
+    NoteText(token, 0, skipped());
     NoteBytes(token, m_bytes.size() - waiting);
   } else if (token.kind != TokenKind::GroupStart && token.kind != TokenKind::GroupEnd) {
     // Hidden text in front of it became an object.
     const int objects = endsHidden && m_hidden.isEmpty() ? 1 : 0;
-    NoteText(token, m_builder.Text().size() - length - objects, static_cast<std::size_t>(std::max(0, skip - m_skip)));
+    NoteText(token, m_builder.Text().size() - length - objects, skipped());
   }
 }
 

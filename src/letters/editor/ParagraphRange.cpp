@@ -1,5 +1,6 @@
 #include "letters/editor/ParagraphRange.h"
 
+#include <QTextDocument>
 #include <QTextTable>
 
 namespace letters {
@@ -11,7 +12,12 @@ QList<TextRange> SelectedRanges(const QTextCursor& cursor) {
   int columns = 0;
   cursor.selectedTableCells(&firstRow, &rows, &firstColumn, &columns);
   if (firstRow < 0) {
-    return {{cursor.selectionStart(), cursor.selectionEnd()}};
+    const QTextDocument* letter = cursor.document();
+    const int start = cursor.selectionStart();
+    const int end = cursor.selectionEnd();
+    const bool endsBefore =
+        end > start && end < letter->characterCount() - 1 && letter->findBlock(end).position() == end;
+    return {{start, endsBefore ? end - 1 : end}};
   }
   QList<TextRange> cells;
   const QTextTable* table = cursor.currentTable();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QTextBlock>
 #include <QTextCursor>
 
@@ -14,7 +15,8 @@ struct TextRange {
 };
 
 /// What is selected: one stretch, or one for each cell where cells are selected, which may stand under each other.
-/// Without a selection the caret's place.
+/// Without a selection the caret's place. A paragraph at whose start the selection ends is none of it, but for the
+/// letter's last one.
 QList<TextRange> SelectedRanges(const QTextCursor& cursor);
 
 /// Calls `work` with every paragraph that a stretch touches.

@@ -314,6 +314,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
       "\\trowd\\cellx900\\wb\\intbl abx\\cell c\\cell\\pard d\\par");
   row("two bytes a character", "\\f3\\'82\\'a0b\\par\\'82\\'a2c\\{\\'82\\'a4d\\par", u"あ>x う-{>ñ"_s,
       "\\f3\\'82\\'a0xb\\par\\'82\\'a2c\\{\\u241?d\\par");
+  row("deleted with a fallback among two bytes", "\\f3 abcd\\u8364?\\'82\\'a2e\\par", u"d€-"_s,
+      "\\f3 abc\\'82\\'a2e\\par");
   row("deleted beside a byte that is no text", "\\wa a\\par\\pard bc\001de\\par\\pard\\wb f\\par", u"a>x d-"_s,
       "\\wa ax\\par\\pard\\plain\\f0\\fs20 bce\\par\r\n\r\n\\pard\\wb f\\par");
   row("behind hidden text", "{\\v a\\wa }bcd\\par", u"c>x"_s, "{\\v a\\wa }bcxd\\par");

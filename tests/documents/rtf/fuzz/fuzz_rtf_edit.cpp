@@ -20,8 +20,10 @@ void Edit(QTextDocument& document, const QByteArray& bytes) {
   const auto number = [&](int i) { return static_cast<unsigned char>(bytes[i]); };
   const int length = document.characterCount();
   QTextCursor cursor(&document);
-  cursor.setPosition(number(1) * length / 256);
-  cursor.setPosition(qMin(cursor.position() + number(2) / 8, length - 1), QTextCursor::KeepAnchor);
+  // Nobody comes between the halves of a character.
+  const auto whole = [&](int position) { return position + (document.characterAt(position).isLowSurrogate() ? 1 : 0); };
+  cursor.setPosition(whole(number(1) * length / 256));
+  cursor.setPosition(whole(qMin(cursor.position() + number(2) / 8, length - 1)), QTextCursor::KeepAnchor);
   QTextCharFormat characters;
   QTextBlockFormat paragraph;
   switch (number(0) % 10) {
