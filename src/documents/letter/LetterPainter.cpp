@@ -55,6 +55,7 @@ void LetterPainter::LayOut(const QTextDocument& letter, const Margins& margins, 
   m_pages->setDefaultTextOption(option);
   ShowSmallCapitals(*m_pages, 0, m_pages->characterCount());
   rtf::FitTabs(*m_pages, TextWidth(margins, paper).count);
+  GiveCellsTheirSpace(*m_pages);
   m_pages->setLayoutEnabled(true);
   GiveRowsTheirHeights(*m_pages, ToHalfPoints(TextWidth(margins, paper)));
   m_pages->setPageSize(QSizeF(ToHalfPoints(TextWidth(margins, paper)), ToHalfPoints(TextHeight(margins, paper))));

@@ -58,6 +58,27 @@ void ForEachOwnCell(const QTextTable& table, int row, const Use& use) {
   }
 }
 
+void GiveSpace(QTextTableCell cell) {
+  const double before = cell.firstCursorPosition().blockFormat().topMargin();
+  const double after = cell.lastCursorPosition().blockFormat().bottomMargin();
+  if (before > 0 || after > 0) {
+    QTextTableCellFormat format = cell.format().toTableCellFormat();
+    format.setTopPadding(format.topPadding() + before);
+    format.setBottomPadding(format.bottomPadding() + after);
+    cell.setFormat(format);
+  }
+}
+
+void GiveSpaceIn(const QTextFrame& frame) {
+  for (const QTextFrame* child : frame.childFrames()) {
+    const auto* table = qobject_cast<const QTextTable*>(child);
+    for (int row = 0; table != nullptr && row < table->rows(); ++row) {
+      ForEachOwnCell(*table, row, GiveSpace);
+    }
+    GiveSpaceIn(*child);
+  }
+}
+
 /// Room, in half-points, to be left in a cell.
 struct Room {
   QTextTableCell cell;
@@ -136,6 +157,13 @@ void Leave(Room room) {
 }
 
 }  // namespace
+
+void GiveCellsTheirSpace(QTextDocument& copy) {
+  QTextCursor all(&copy);
+  all.beginEditBlock();
+  GiveSpaceIn(*copy.rootFrame());
+  all.endEditBlock();
+}
 
 void GiveRowsTheirHeights(QTextDocument& copy, double width) {
   Levels levels;
