@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextList>
 #include <QTextTable>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +74,20 @@ class tst_letter_tables : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void NumbersPassJointsOver() {
+    LetterEdit letter;
+    letter.Load(letterText);
+    letter.selectAll();
+    letters::ToggleList(letter, letters::ListKind::Numbers);
+    QStringList numbers;
+    for (QTextBlock block = letter.document()->begin(); block.isValid(); block = block.next()) {
+      numbers.append(block.textList() == nullptr ? QString() : block.textList()->itemText(block));
+    }
+    QCOMPARE(numbers.join(QString()), u"1.2.3.4.5.6.7."_s);
+    letters::ToggleList(letter, letters::ListKind::Numbers);
+    QCOMPARE(letter.document()->lastBlock().textList(), nullptr);
+  }
+
   void Gestures_data() {
     QTest::addColumn<QString>("from");  // A text that is selected from its start, or the caret's place.
     QTest::addColumn<QString>("to");    // The one that it is selected to, end included; empty for none.

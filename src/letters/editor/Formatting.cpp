@@ -1,5 +1,6 @@
 #include "letters/editor/Formatting.h"
 
+#include "documents/rtf/Joint.h"
 #include "documents/rtf/ParagraphFormat.h"
 #include "letters/editor/ParagraphRange.h"
 
@@ -114,11 +115,19 @@ bool IsItem(const QTextBlock& block, ListKind kind) {
                                    : style <= QTextListFormat::ListDecimal;
 }
 
-// A list of numbers that ends where the selection begins, or begins where it ends.
-QTextList* NumbersBeside(const QTextCursor& cursor) {
-  QTextBlock last;
-  ForEachParagraph(cursor, [&last](const QTextBlock& block) { last = block; });
-  for (const QTextBlock& block : {cursor.document()->findBlock(cursor.selectionStart()).previous(), last.next()}) {
+// What can be items. A table's joint, which shows nothing, is none among others.
+QList<QTextBlock> Paragraphs(const QTextCursor& cursor) {
+  QList<QTextBlock> all;
+  ForEachParagraph(cursor, [&all](const QTextBlock& block) { all.append(block); });
+  if (all.size() > 1) {
+    all.removeIf(rtf::IsJoint);
+  }
+  return all;
+}
+
+// A list of numbers that ends where those begin, or begins where they end.
+QTextList* NumbersBeside(const QList<QTextBlock>& paragraphs) {
+  for (const QTextBlock& block : {paragraphs.first().previous(), paragraphs.last().next()}) {
     if (block.isValid() && IsItem(block, ListKind::Numbers)) {
       return block.textList();
     }
@@ -162,16 +171,24 @@ void RemoveFromLists(QTextCursor cursor) {
 }
 
 void MakeItems(QTextCursor cursor, ListKind kind) {
+  const QList<QTextBlock> paragraphs = Paragraphs(cursor);
+  if (paragraphs.isEmpty()) {
+    return;
+  }
   cursor.beginEditBlock();
-  ForEachParagraph(cursor, [kind](const QTextBlock& block) { MoveBlock(block, IndentOf(kind) - ItemIndent(block)); });
-  QTextList* list = kind == ListKind::Numbers ? NumbersBeside(cursor) : nullptr;
+  for (const QTextBlock& block : paragraphs) {
+    MoveBlock(block, IndentOf(kind) - ItemIndent(block));
+  }
+  QTextList* list = kind == ListKind::Numbers ? NumbersBeside(paragraphs) : nullptr;
   if (list == nullptr) {
     QTextListFormat format;
     format.setStyle(kind == ListKind::Numbers ? QTextListFormat::ListDecimal : QTextListFormat::ListDisc);
     format.setIndent(0);
-    list = QTextCursor(cursor.document()->findBlock(cursor.selectionStart())).createList(format);
+    list = QTextCursor(paragraphs.first()).createList(format);
   }
-  ForEachParagraph(cursor, [list](const QTextBlock& block) { list->add(block); });
+  for (const QTextBlock& block : paragraphs) {
+    list->add(block);
+  }
   cursor.endEditBlock();
 }
 
@@ -203,9 +220,9 @@ void Align(QTextEdit& letter, Qt::AlignmentFlag alignment) {
 
 void ToggleList(QTextEdit& letter, ListKind kind) {
   const QTextCursor cursor = letter.textCursor();
-  bool allItems = true;
-  ForEachParagraph(cursor, [&allItems, kind](const QTextBlock& block) { allItems = allItems && IsItem(block, kind); });
-  if (allItems) {
+  const QList<QTextBlock> paragraphs = Paragraphs(cursor);
+  if (std::all_of(paragraphs.begin(), paragraphs.end(),
+                  [kind](const QTextBlock& block) { return IsItem(block, kind); })) {
     RemoveFromLists(cursor);
   } else {
     MakeItems(cursor, kind);
