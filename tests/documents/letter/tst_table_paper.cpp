@@ -235,7 +235,8 @@ class tst_table_paper : public QObject {
     row("space and room in the cells", Row("\\trrh1200\\trpaddt100\\trpaddft3", "\\sb200\\sa100 a\\cell b\\cell"),
         {1200}, 1);
     row("space in the cells",
-        Row("", "\\sb600 a\\cell\\sb0\\sa200 b\\cell").replace("\\cellx5000", "\\clvertalc\\cellx5000"), {876}, 1);
+        Row("", "\\sb600\\sa200 a\\cell\\sb0\\sa0 b\\cell").replace("\\cellx5000", "\\clvertalc\\cellx5000"), {1076},
+        1);
     row("a merged cell ends",
         Row("\\clvmgf", "a\\par a\\par a\\par a\\cell b\\cell") + Row("\\trrh900\\clvmrg", "\\cell b\\cell"), {0, 900},
         0);
