@@ -56,22 +56,23 @@ class BrokenTable {
     return isParted ? end - top : 0;
   }
 
-  /// Whether a line of the cell's text crosses the end of a page, or stands where the next one repeats rows.
-  bool IsCut(const QTextTableCell& cell, double pageHeight) const {
+  /// Those with text in the middle or below of which a line crosses the end of a page, or stands where the next one
+  /// repeats rows.
+  QList<QTextTableCell> CutCells(double pageHeight) const {
+    QList<QTextTableCell> cut;
     const double header = HeaderHeight();
     const double top = Top(0).value_or(0);
-    for (QTextBlock block = cell.firstCursorPosition().block(); block.position() <= cell.lastPosition();
-         block = block.next()) {
-      const double place = Place(block.position()).top();
-      for (int i = 0; i < block.layout()->lineCount(); ++i) {
-        const QRectF line = block.layout()->lineAt(i).rect();
-        const double page = std::floor((place + line.bottom() - tolerance) / pageHeight) * pageHeight;
-        if (page > top + tolerance && place + line.top() < page + header - tolerance) {
-          return true;
+    for (int row = 0; row < m_table.rows(); ++row) {
+      for (int column = 0; column < m_table.columns(); ++column) {
+        const QTextTableCell cell = m_table.cellAt(row, column);
+        const auto place = cell.format().verticalAlignment();
+        const bool isAligned = place == QTextCharFormat::AlignMiddle || place == QTextCharFormat::AlignBottom;
+        if (isAligned && cell.row() == row && cell.column() == column && IsCut(cell, top, header, pageHeight)) {
+          cut.append(cell);
         }
       }
     }
-    return false;
+    return cut;
   }
 
   /// A cell that ends with the row.
@@ -130,6 +131,22 @@ class BrokenTable {
   double HeaderHeight() const {
     const int headers = m_table.format().headerRowCount();
     return headers == 0 ? 0 : BottomOf(headers - 1) - Top(0).value_or(0);
+  }
+
+  /// Of a table that begins at `top`.
+  bool IsCut(const QTextTableCell& cell, double top, double header, double pageHeight) const {
+    for (QTextBlock block = cell.firstCursorPosition().block(); block.position() <= cell.lastPosition();
+         block = block.next()) {
+      const double place = m_layout.blockBoundingRect(block).top();
+      for (int i = 0; i < block.layout()->lineCount(); ++i) {
+        const QRectF line = block.layout()->lineAt(i).rect();
+        const double page = std::floor((place + line.bottom() - tolerance) / pageHeight) * pageHeight;
+        if (page > top + tolerance && place + line.top() < page + header - tolerance) {
+          return true;
+        }
+      }
+    }
+    return false;
   }
 
   QRectF Place(int position) const { return m_layout.blockBoundingRect(m_table.document()->findBlock(position)); }
@@ -248,17 +265,8 @@ void KeepRows(QTextDocument& copy) {
 void UncutCells(QTextDocument& copy) {
   QList<QTextTableCell> cut;
   for (const QTextFrame* frame : copy.rootFrame()->childFrames()) {
-    const auto* table = qobject_cast<const QTextTable*>(frame);
-    for (int row = 0; table != nullptr && row < table->rows(); ++row) {
-      for (int column = 0; column < table->columns(); ++column) {
-        const QTextTableCell cell = table->cellAt(row, column);
-        const auto alignment = cell.format().verticalAlignment();
-        const bool isAligned = alignment == QTextCharFormat::AlignMiddle || alignment == QTextCharFormat::AlignBottom;
-        if (isAligned && cell.row() == row && cell.column() == column &&
-            BrokenTable(*table).IsCut(cell, copy.pageSize().height())) {
-          cut.append(cell);
-        }
-      }
+    if (const auto* table = qobject_cast<const QTextTable*>(frame)) {
+      cut += BrokenTable(*table).CutCells(copy.pageSize().height());
     }
   }
   QTextCursor change(&copy);
