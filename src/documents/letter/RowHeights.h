@@ -5,8 +5,8 @@ class QTextTable;
 
 namespace documents {
 
-/// Qt leaves out the space before a cell's first paragraph and after its last one: they become room around the text. For
-/// a copy that is painted, before it is laid out.
+/// Qt leaves out the space before a cell's first paragraph and after its last one: they become room around the text.
+/// For a copy that is painted, before it is laid out.
 void GiveCellsTheirSpace(QTextDocument& copy);
 
 /// Rows that are to be so high at least (`\trrh`) get it; tables of Qt's have rows as high as their text, so room is

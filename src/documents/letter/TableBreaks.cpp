@@ -135,8 +135,8 @@ class BrokenTable {
 
   /// Of a table that begins at `top`.
   bool IsCut(const QTextTableCell& cell, double top, double header, double pageHeight) const {
-    for (QTextBlock block = cell.firstCursorPosition().block(); block.position() <= cell.lastPosition();
-         block = block.next()) {
+    for (QTextBlock block = cell.firstCursorPosition().block();
+         block.isValid() && block.position() <= cell.lastPosition(); block = block.next()) {
       const double place = m_layout.blockBoundingRect(block).top();
       for (int i = 0; i < block.layout()->lineCount(); ++i) {
         const QRectF line = block.layout()->lineAt(i).rect();
