@@ -105,14 +105,15 @@ class Patch {
       return false;
     }
     const bool renumbers = OtherItems();
+    const int lastItem = renumbers ? LastItemGoingOn() : -1;
     for (;;) {
       const Seam& begin = m_seams.at[m_change.from];
       const Seam& end = m_seams.at[m_change.end];
       const bool beginsWithin = !begin.IsClean() || (m_change.from > 0 && ContinuesALink(m_change.from));
       const bool endsWithin =
           !end.IsClean() ||
-          (m_change.end < m_read.size() &&
-           (ContinuesAPage(m_change.endNow) || ContinuesALink(m_change.endNow) || (renumbers && IsNumbered())));
+          (m_change.end < m_read.size() && (ContinuesAPage(m_change.endNow) || ContinuesALink(m_change.endNow) ||
+                                            (renumbers && IsNumbered()) || m_now[m_change.endNow].first <= lastItem));
       if (!beginsWithin && !endsWithin && begin.group == end.group) {
         return true;
       }
@@ -134,6 +135,21 @@ class Patch {
   bool IsNumbered() const {
     const QTextList* list = Block(m_now[m_change.endNow].first).textList();
     return list != nullptr && list->format().style() <= QTextListFormat::ListDecimal;
+  }
+
+  /// The last item of those behind the change whose list began in front of them and is of the older notation: what it
+  /// goes on with says its mark, or the paragraph before it.
+  int LastItemGoingOn() const {
+    int last = -1;
+    const QTextBlock begin = m_change.end < m_read.size() ? Block(m_now[m_change.endNow].first) : QTextBlock();
+    for (QTextBlock block = begin; block.isValid(); block = block.next()) {
+      const QTextList* list = block.textList();
+      if (list != nullptr && list->format().style() <= QTextListFormat::ListDecimal && list->item(0) < begin &&
+          !list->format().stringProperty(ListSourceProperty).startsWith(u"\\ls")) {
+        last = block.blockNumber();
+      }
+    }
+    return last;
   }
 
   /// The break in front of it is written as the end of what is before it.

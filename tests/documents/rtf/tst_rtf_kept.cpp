@@ -188,6 +188,10 @@ void tst_rtf_kept::untouchedPartsKeepTheirBytes_data() {
       "\\wa a\\par\\trowd\\cellx900\\intbl X\\cell\\row\\pard\\sect\\sectd\\cols2\\row\\wb b\\par", 'n', "ab");
   row("another number of items", "\\wa a\\par{\\*\\pn\\pnlvlbody\\pndec}\\wb b\\par X\\par\\wc c\\par\\pard\\wd d\\par",
       'n', "abd");
+  row("another number of items that go on behind a paragraph",
+      "\\wa a\\par{\\pntext 1\\tab}{\\*\\pn\\pnlvlbody\\pndec}\\wb X\\par\\pard\\wc c\\par"
+      "{\\pntext 2\\tab}{\\*\\pn\\pnlvlbody\\pndec}\\wd d\\par\\pard\\we e\\par",
+      'n', "ae");
   row("as many items", "{\\*\\pn\\pnlvlbody\\pndec} X\\par\\wa a\\par\\pard\\wb b\\par", 'l', "ab");
   row("what holds for the document", "\\wa a\\par X\\deftab300\\par\\wb b\\par", 'l', "");
   row("what holds for the document in a row's definition",

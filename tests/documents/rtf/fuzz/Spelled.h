@@ -15,7 +15,7 @@ inline QByteArray Spelled(const QByteArray& bytes) {
       "\\b ", "\\b0 ", "\\plain ", "\\f1 ", "\\f2 ", "\\f7 ", "\\cf1 ", "\\caps ", "\\scaps ", "\\ul ", "\\highlight1 ",
       "\\chbrdr", "\\brdrb", "\\brdrs ", "\\brdrw15 ", "\\rtlch ", "\\qc ", "\\li300 ", "\\tqr", "\\tx500 ",
       "\\pagebb ", "\\keepn ", "\\s1 ", "\\ls1 ", "\\ls5 ", "\\ilvl1 ", "{\\*\\pn\\pnlvlbody\\pndec}",
-      "{\\*\\pn\\pnlvlblt}", "{\\pntext 1\\tab}",
+      "{\\*\\pn\\pnlvlblt}", "{\\pntext 1\\tab}", "{\\pntext 2\\tab}",
       // Rows.
       "\\trowd\\cellx900 ", "\\trowd\\cellx900\\cellx1800\\intbl ", "\\cellx2700 ", "\\clmgf ", "\\clmrg ", "\\clvmgf ",
       "\\clvmrg ", "\\clbrdrt", "\\clcbpat1 ", "\\trhdr ", "\\intbl ", "\\cell ", "\\row ", "\\row\\pard ", "\\itap2 ",
