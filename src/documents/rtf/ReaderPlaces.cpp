@@ -43,12 +43,13 @@ void Reader::HandleNoted(const Token& token) {
   const std::size_t waiting = m_bytes.size();
   const int skip = m_skip;
   const bool endsHidden = !m_hidden.isEmpty();
-  const bool isHidden = Top().character.hidden;
   const auto skipped = [&] { return static_cast<std::size_t>(std::max(0, skip - m_skip)); };
+  // What is between a star and its word would part them.
+  const bool isPlace = !Top().character.hidden && !m_starred;
   const TextPlaces::Place end = PlaceHere(0, token.begin, token.begin);
   Handle(token);
   if (m_builder.Paragraphs() != paragraph) {
-    if (length == 0 && !endsHidden && !isHidden) {
+    if (length == 0 && !endsHidden && isPlace) {
       m_places->EndParagraph(paragraph, end);
     }
   } else if (m_bytes.size() > waiting) {

@@ -77,6 +77,14 @@ bool TextPlaces::Separates(qsizetype offset) const {
   return offset > 0 && QByteArrayView(" {}\r\n").contains(m_bytes[offset - 1]);
 }
 
+/// Whether nothing stands between it and a star but what is no text.
+bool TextPlaces::IsBehindStar(qsizetype offset) const {
+  const auto isNone = [](char byte) { return static_cast<unsigned char>(byte) <= ' '; };
+  const QByteArrayView before = QByteArrayView(m_bytes).first(offset);
+  const auto end = std::find_if_not(before.rbegin(), before.rend(), isNone).base();
+  return before.first(end - before.begin()).endsWith("\\*");
+}
+
 std::optional<Splice> TextPlaces::Insertion(const QList<Place>& places, int paragraph, const Change& change) const {
   if (places.isEmpty()) {
     const auto end = m_ends.constFind(paragraph);
@@ -147,10 +155,13 @@ std::optional<QList<Splice>> TextPlaces::SplicesFor(const Change& change) const 
   }
   for (Splice& splice : splices) {
     const qsizetype end = splice.offset + splice.length;
-    const bool isNeeded = (end < m_bytes.size() && (IsOfWord(m_bytes[end]) || m_bytes[end] == ' ')) ||
-                          QByteArrayView(m_bytes).first(splice.offset).endsWith("\\*");
+    const bool isNeeded = end < m_bytes.size() && (IsOfWord(m_bytes[end]) || m_bytes[end] == ' ');
     if (splice.bytes == "{}" && !isNeeded) {
       splice.bytes.clear();
+    }
+    if (splice.bytes.isEmpty() && IsBehindStar(splice.offset)) {
+      // A word that comes to stand there would begin a group.
+      splice.bytes = "{}";
     }
   }
   return splices;

@@ -70,6 +70,7 @@ class TextPlaces {
   std::optional<Splice> Insertion(const QList<Place>& places, int paragraph, const Change& change) const;
   bool Remove(const QList<Place>& places, int paragraph, const Change& change, QList<Splice>& splices) const;
   bool Separates(qsizetype offset) const;
+  bool IsBehindStar(qsizetype offset) const;
 
   const QByteArray& m_bytes;
   QHash<int, QList<Place>> m_places;

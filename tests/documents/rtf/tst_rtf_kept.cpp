@@ -325,7 +325,8 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace_data() {
   row("behind hidden text", "{\\v a\\wa }bcd\\par", u"c>x"_s, "{\\v a\\wa }bcxd\\par");
   row("between a border and what it is like", "\\brdrb\\'e1b\\brdrs c\\par", u"á<x"_s,
       "\\brdrb{x}\\'e1b\\brdrs c\\par");
-  row("deleted behind a star", "a\\*b\\unheard c\\par", u"b-"_s, "a\\*{}\\unheard c\\par");
+  row("deleted behind a star", "a\\*b\\unheard c\\par x\\* d\\unheard yz\\par", u"b- d-"_s,
+      "a\\*{}\\unheard c\\par x\\* {}\\unheard yz\\par");
   row("in a field's result", "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abc}}d\\par", u"b>x"_s,
       "{\\field{\\*\\fldinst X}{\\fldrslt\\wa abxc}}d\\par");
   row("beside what holds for the document", "abc\\deftab300\\par\\wa def\\par", u"b>x e>y"_s,
@@ -375,6 +376,9 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
 
 /// Where they stood behind text they meant nothing, or something else.
 void tst_rtf_kept::wordsBehindTheFirstTextStayThere() {
+  const auto star = Document("{\\rtf1\\*\\x b}");
+  QTextCursor(star.get()).insertText(u"a"_s);
+  QCOMPARE(Text(*Document(rtf::Write(*star))), u"a"_s);
   const auto document = Document("{\\rtf1 a\\ansicpg1251 b{\\*\\x 1}\\'e1\\par c\\par}");
   QTextCursor cursor(document.get());
   cursor.deleteChar();
