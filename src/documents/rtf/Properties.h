@@ -84,6 +84,8 @@ struct Link {
   bool operator==(const Link&) const = default;
 };
 using Links = QList<Link>;
+/// Fields and objects within the results of others, beyond which they are pieces as a whole.
+inline constexpr int deepestLink = 8;
 
 /// Why a paragraph begins a page.
 enum class BreakKind {

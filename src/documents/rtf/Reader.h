@@ -32,8 +32,6 @@ std::string_view RtfIn(const QByteArray& content);
 class Reader {
  public:
   static constexpr std::size_t deepestGroup = 512;
-  /// Fields and objects within the results of others, beyond which they are pieces as a whole.
-  static constexpr int deepestLink = 8;
 
   /// `input` must outlive the reader. The document's pictures go to `source`.
   Reader(std::string_view input, QTextDocument& document, Source& source, const Limits& limits);

@@ -421,7 +421,7 @@ Writer::RunFormat Writer::TakenApart(const QTextCharFormat& format) {
     if (!known.isEmpty()) {
       run.links.removeLast();
     }
-    if (!target.isEmpty()) {
+    if (!target.isEmpty() && run.links.size() < deepestLink) {
       run.links.append(HyperlinkTo(target));
     }
   }

@@ -25,6 +25,7 @@ class tst_rtf_kept : public QObject {
   void rewordedTextIsWrittenAtItsPlace_data();
   void rewordedTextIsWrittenAtItsPlace();
   void wordsBehindTheFirstTextStayThere();
+  void aLinkAroundTheDeepestFieldIsLeftOut();
   void undoneIsUnchanged();
   void oddPlaces_data();
   void oddPlaces();
@@ -384,6 +385,22 @@ void tst_rtf_kept::wordsBehindTheFirstTextStayThere() {
   cursor.deleteChar();
   QCOMPARE(support::PatchLoss(*document), QString());
   QCOMPARE(Text(*Document(rtf::Write(*document))), u"b@á|c"_s);
+}
+
+/// One field more would make the innermost ones another thing.
+void tst_rtf_kept::aLinkAroundTheDeepestFieldIsLeftOut() {
+  const auto document = Document(Letter(QByteArray("{\\field{\\*\\fldinst X}{\\fldrslt ").repeated(9) + "a" +
+                                        QByteArray("}}").repeated(9) + "b\\par"));
+  QCOMPARE(Text(*document), u"@b"_s);
+  QTextCursor cursor(document.get());
+  cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  QTextCharFormat link;
+  link.setAnchor(true);
+  link.setAnchorHref(u"https://ejemplo.es/"_s);
+  cursor.mergeCharFormat(link);
+  const auto again = Document(rtf::Write(*document));
+  QCOMPARE(Text(*again), u"@b"_s);
+  QCOMPARE(support::FormatAt(*again, u"b"_s).anchorHref(), link.anchorHref());
 }
 
 void tst_rtf_kept::undoneIsUnchanged() {
