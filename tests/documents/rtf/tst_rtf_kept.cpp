@@ -389,9 +389,9 @@ void tst_rtf_kept::wordsBehindTheFirstTextStayThere() {
 
 /// One field more would make the innermost ones another thing.
 void tst_rtf_kept::aLinkAroundTheDeepestFieldIsLeftOut() {
-  const auto document = Document(Letter(QByteArray("{\\field{\\*\\fldinst X}{\\fldrslt ").repeated(9) + "a" +
-                                        QByteArray("}}").repeated(9) + "b\\par"));
-  QCOMPARE(Text(*document), u"@b"_s);
+  const auto document = Document(Letter(QByteArray("{\\field{\\*\\fldinst X}{\\fldrslt ").repeated(8) + "a" +
+                                        QByteArray("}}").repeated(8) + "b\\par"));
+  QCOMPARE(Text(*document), u"ab"_s);
   QTextCursor cursor(document.get());
   cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
   QTextCharFormat link;
@@ -399,7 +399,7 @@ void tst_rtf_kept::aLinkAroundTheDeepestFieldIsLeftOut() {
   link.setAnchorHref(u"https://ejemplo.es/"_s);
   cursor.mergeCharFormat(link);
   const auto again = Document(rtf::Write(*document));
-  QCOMPARE(Text(*again), u"@b"_s);
+  QCOMPARE(Text(*again), u"ab"_s);
   QCOMPARE(support::FormatAt(*again, u"b"_s).anchorHref(), link.anchorHref());
 }
 
