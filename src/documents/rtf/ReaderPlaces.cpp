@@ -44,8 +44,10 @@ void Reader::HandleNoted(const Token& token) {
   const int skip = m_skip;
   const bool endsHidden = !m_hidden.isEmpty();
   const auto skipped = [&] { return static_cast<std::size_t>(std::max(0, skip - m_skip)); };
-  // What is between a star and its word would part them.
-  const bool isPlace = !Top().character.hidden && !m_starred;
+  // In front of a word whose group is the letter's own, text would change what that is; behind its star part them.
+  const Keyword* keyword = token.kind == TokenKind::Word ? FindKeyword(token.text) : nullptr;
+  const bool beginsGroup = m_starred || (keyword != nullptr && IsDestination(keyword->action));
+  const bool isPlace = !Top().character.hidden && !beginsGroup;
   const TextPlaces::Place end = PlaceHere(0, token.begin, token.begin);
   Handle(token);
   if (m_builder.Paragraphs() != paragraph) {

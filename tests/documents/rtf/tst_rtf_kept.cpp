@@ -377,9 +377,12 @@ void tst_rtf_kept::rewordedTextIsWrittenAtItsPlace() {
 
 /// Where they stood behind text they meant nothing, or something else.
 void tst_rtf_kept::wordsBehindTheFirstTextStayThere() {
-  const auto star = Document("{\\rtf1\\*\\x b}");
-  QTextCursor(star.get()).insertText(u"a"_s);
-  QCOMPARE(Text(*Document(rtf::Write(*star))), u"a"_s);
+  for (const char* letter : {"{\\rtf1\\*\\x b}", "{\\rtf1\\fonttbl\\f0\\fswiss b;}"}) {
+    const auto empty = Document(letter);
+    QTextCursor(empty.get()).insertText(u"a"_s);
+    QCOMPARE(Text(*Document(rtf::Write(*empty))), u"a"_s);
+    QCOMPARE(support::PatchLoss(*empty), QString());
+  }
   const auto document = Document("{\\rtf1 a\\ansicpg1251 b{\\*\\x 1}\\'e1\\par c\\par}");
   QTextCursor cursor(document.get());
   cursor.deleteChar();
