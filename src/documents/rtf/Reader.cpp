@@ -394,7 +394,7 @@ void Reader::CloseGroup() {
   if (group.openLink != 0) {
     CloseLink(group);
   }
-  if (!m_section.first && !m_section.hasParagraph && !m_builder.HasText()) {
+  if (m_section.link != 0 && !m_section.hasParagraph && !m_builder.HasText()) {
     m_section.link = Top().character.link;
   }
   // What stands behind the document's group is none of its text.

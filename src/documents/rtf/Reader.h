@@ -82,7 +82,7 @@ class Reader {
     WordList words = {};
     QByteArray groups = {};
     bool hasParagraph = false;
-    int link = 0;  ///< The field or object that its first text is part of.
+    int link = 0;  ///< The field or object in which it began, if its first text is part of that, too.
 
     bool IsEmpty() const { return !defaults && words.IsEmpty() && groups.isEmpty(); }
   };

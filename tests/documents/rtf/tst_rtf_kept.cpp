@@ -448,6 +448,8 @@ void tst_rtf_kept::oddPlaces_data() {
       u"ab"_s);
   row("a section that began in a field",
       "{\\field{\\*\\fldinst X}{\\fldrslt a\\sect b}}c\\par\\cols2{\\header h}d\\par", u"a|bc|@d"_s);
+  row("a field that begins with its section",
+      "a\\sect{\\field{\\*\\fldinst X}{\\fldrslt{\\b}b}}{\\header h}\\par\\cols2 c\\par", u"a|b|c"_s);
   row("tables in a field", "{\\field{\\*\\fldinst X}{\\fldrslt a{\\colortbl;}{\\header h}b}}\\par", u"a@@b"_s);
   row("hidden text in a hidden field", "{\\v a{\\field{\\*\\fldinst X}{\\fldrslt b}}c}d\\par", u"@@@d"_s);
   row("hidden text in two fonts", "{\\v\\f1\\'e1\\f0 b}c\\par", u"@c"_s);
