@@ -1,6 +1,7 @@
 #include "documents/letter/RowHeights.h"
 
 #include "documents/letter/HalfPoints.h"
+#include "documents/letter/OwnCells.h"
 #include "documents/letter/RowWords.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -44,17 +45,6 @@ void Collect(const QTextFrame& frame, int level, Levels& levels) {
       }
     }
     Collect(*child, level + 1, levels);
-  }
-}
-
-/// Calls `use` with each cell that begins in the row.
-template <typename Use>
-void ForEachOwnCell(const QTextTable& table, int row, const Use& use) {
-  for (int column = 0; column < table.columns(); ++column) {
-    const QTextTableCell cell = table.cellAt(row, column);
-    if (cell.row() == row && cell.column() == column) {
-      use(cell);
-    }
   }
 }
 

@@ -1,6 +1,7 @@
 #include "documents/letter/TableBreaks.h"
 
 #include "documents/letter/HalfPoints.h"
+#include "documents/letter/OwnCells.h"
 #include "documents/letter/RowHeights.h"
 #include "documents/letter/RowWords.h"
 
@@ -63,14 +64,13 @@ class BrokenTable {
     const double header = HeaderHeight();
     const double top = Top(0).value_or(0);
     for (int row = 0; row < m_table.rows(); ++row) {
-      for (int column = 0; column < m_table.columns(); ++column) {
-        const QTextTableCell cell = m_table.cellAt(row, column);
+      ForEachOwnCell(m_table, row, [&](const QTextTableCell& cell) {
         const auto place = cell.format().verticalAlignment();
         const bool isAligned = place == QTextCharFormat::AlignMiddle || place == QTextCharFormat::AlignBottom;
-        if (isAligned && cell.row() == row && cell.column() == column && IsCut(cell, top, header, pageHeight)) {
+        if (isAligned && IsCut(cell, top, header, pageHeight)) {
           cut.append(cell);
         }
-      }
+      });
     }
     return cut;
   }
@@ -154,14 +154,11 @@ class BrokenTable {
   /// Of what stands in the row; none where all of its cells are parts of others.
   std::optional<double> Top(int row) const {
     std::optional<double> top;
-    for (int column = 0; column < m_table.columns(); ++column) {
-      const QTextTableCell cell = m_table.cellAt(row, column);
-      if (cell.row() == row && cell.column() == column) {
-        const double padding = cell.format().toTableCellFormat().topPadding() * halfPointsPerFormatLength;
-        const double own = Place(cell.firstPosition()).top() - padding;
-        top = std::min(top.value_or(own), own);
-      }
-    }
+    ForEachOwnCell(m_table, row, [&](const QTextTableCell& cell) {
+      const double padding = cell.format().toTableCellFormat().topPadding() * halfPointsPerFormatLength;
+      const double own = Place(cell.firstPosition()).top() - padding;
+      top = std::min(top.value_or(own), own);
+    });
     return top;
   }
 

@@ -1,6 +1,7 @@
 #include "documents/rtf/Numbering.h"
 
 #include "documents/rtf/CodePages.h"
+#include "documents/rtf/Properties.h"
 #include "documents/rtf/TextEncoder.h"
 #include "documents/rtf/Tokenizer.h"
 
@@ -190,6 +191,15 @@ QTextListFormat::Style ListStyle(const Numbering& numbering) {
     return QTextListFormat::ListCircle;
   }
   return numbering.before == QChar(0xA7) ? QTextListFormat::ListSquare : QTextListFormat::ListDisc;
+}
+
+Numbering NumberingOf(const QTextListFormat& format) {
+  return {KindOf(format.style()), 1, format.numberPrefix(),
+          format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".")};
+}
+
+bool IsOfListTable(const QTextListFormat& format) {
+  return format.stringProperty(ListSourceProperty).startsWith(u"\\ls");
 }
 
 Numbering::Kind KindOf(QTextListFormat::Style style) {

@@ -35,6 +35,10 @@ std::optional<bool> IsFirstMark(std::string_view group, const Numbering& numberi
 QTextListFormat::Style ListStyle(const Numbering& numbering);
 /// The kind that a list of that style has.
 Numbering::Kind KindOf(QTextListFormat::Style style);
+/// What is in front of the numbers of a list of that format and behind them, and of which kind they are; from 1.
+Numbering NumberingOf(const QTextListFormat& format);
+/// Whether it is one of the list table, `\lsN`; any other is of the older notation.
+bool IsOfListTable(const QTextListFormat& format);
 /// The mark of item `index` (from 0) of a numbered list: "iv", "AB", "12".
 QString NumberText(Numbering::Kind kind, int index);
 

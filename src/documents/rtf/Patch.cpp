@@ -1,5 +1,6 @@
 #include "documents/rtf/Patch.h"
 
+#include "documents/rtf/Numbering.h"
 #include "documents/rtf/Rewording.h"
 #include "documents/rtf/Tokenizer.h"
 #include "documents/rtf/Writer.h"
@@ -26,6 +27,11 @@ struct Stretch {
     return ++end <= parts;
   }
 };
+
+/// Whether its items have numbers; none is no list.
+bool IsNumber(const QTextList* list) {
+  return list != nullptr && list->format().style() <= QTextListFormat::ListDecimal;
+}
 
 class Patch {
  public:
@@ -132,10 +138,7 @@ class Patch {
   }
 
   /// The text of an item's number is part of its bytes.
-  bool IsNumbered() const {
-    const QTextList* list = Block(m_now[m_change.endNow].first).textList();
-    return list != nullptr && list->format().style() <= QTextListFormat::ListDecimal;
-  }
+  bool IsNumbered() const { return IsNumber(Block(m_now[m_change.endNow].first).textList()); }
 
   /// The last item of those behind the change whose list began in front of them and is of the older notation: what it
   /// goes on with says its mark, or the paragraph before it.
@@ -144,8 +147,7 @@ class Patch {
     const QTextBlock begin = m_change.end < m_read.size() ? Block(m_now[m_change.endNow].first) : QTextBlock();
     for (QTextBlock block = begin; block.isValid(); block = block.next()) {
       const QTextList* list = block.textList();
-      if (list != nullptr && list->format().style() <= QTextListFormat::ListDecimal && list->item(0) < begin &&
-          !list->format().stringProperty(ListSourceProperty).startsWith(u"\\ls")) {
+      if (IsNumber(list) && list->item(0) < begin && !IsOfListTable(list->format())) {
         last = block.blockNumber();
       }
     }

@@ -26,6 +26,11 @@ std::size_t FirstCharacter(std::string_view bytes, int codePage, QString& text) 
   return bytes.size();
 }
 
+bool BeginsGroup(const Token& token) {
+  const Keyword* keyword = token.kind == TokenKind::Word ? FindKeyword(token.text) : nullptr;
+  return keyword != nullptr && IsDestination(keyword->action);
+}
+
 }  // namespace
 
 void Reader::NotePlaces(TextPlaces& places, qsizetype before) {
@@ -44,14 +49,12 @@ void Reader::HandleNoted(const Token& token) {
   const int skip = m_skip;
   const bool endsHidden = !m_hidden.isEmpty();
   const auto skipped = [&] { return static_cast<std::size_t>(std::max(0, skip - m_skip)); };
-  // In front of a word whose group is the letter's own, text would change what that is; behind its star part them.
-  const Keyword* keyword = token.kind == TokenKind::Word ? FindKeyword(token.text) : nullptr;
-  const bool beginsGroup = m_starred || (keyword != nullptr && IsDestination(keyword->action));
-  const bool isPlace = !Top().character.hidden && !beginsGroup;
+  const bool isPlace = !Top().character.hidden && !m_starred;
   const TextPlaces::Place end = PlaceHere(0, token.begin, token.begin);
   Handle(token);
   if (m_builder.Paragraphs() != paragraph) {
-    if (length == 0 && !endsHidden && isPlace) {
+    // In front of a word whose group is the letter's own, text would change what that is; behind its star part them.
+    if (length == 0 && !endsHidden && isPlace && !BeginsGroup(token)) {
       m_places->EndParagraph(paragraph, end);
     }
   } else if (m_bytes.size() > waiting) {

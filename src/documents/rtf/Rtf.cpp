@@ -160,7 +160,7 @@ void Detach(QTextDocument& pasted, QTextDocument& target) {
       QTextCursor(block).setBlockFormat(format);
     }
     QTextList* list = sameLists ? nullptr : block.textList();
-    if (list != nullptr && list->format().stringProperty(ListSourceProperty).startsWith(u"\\ls")) {
+    if (list != nullptr && IsOfListTable(list->format())) {
       QTextListFormat own = list->format();
       own.clearProperty(ListSourceProperty);
       list->setFormat(own);
@@ -194,14 +194,10 @@ QTextDocumentFragment FragmentOf(QTextDocument& pasted) {
 /// Whether their items can be those of one list of numbers.
 bool AreAlike(const QTextListFormat& one, const QTextListFormat& other) {
   const auto source = [](const QTextListFormat& format) {
-    const QString words = format.stringProperty(ListSourceProperty);
-    return words.startsWith(u"\\ls") ? words : QString();
+    return IsOfListTable(format) ? format.stringProperty(ListSourceProperty) : QString();
   };
-  const auto after = [](const QTextListFormat& format) {
-    return format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".");
-  };
-  return KindOf(one.style()) != Numbering::Kind::Bullet && one.style() == other.style() &&
-         one.numberPrefix() == other.numberPrefix() && after(one) == after(other) && source(one) == source(other);
+  return KindOf(one.style()) != Numbering::Kind::Bullet && NumberingOf(one) == NumberingOf(other) &&
+         source(one) == source(other);
 }
 
 using Lists = QList<QPointer<QTextList>>;

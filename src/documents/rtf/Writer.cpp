@@ -488,8 +488,7 @@ Writer::ListState* Writer::ListOf(const QTextBlock& block) {
   }
   const QTextListFormat format = list->format();
   ListState state;
-  state.numbering = {KindOf(format.style()), 1, format.numberPrefix(),
-                     format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".")};
+  state.numbering = NumberingOf(format);
   const bool bullet = state.numbering.kind == Numbering::Kind::Bullet;
   if (format.hasProperty(ListStartProperty)) {
     state.numbering.start = format.intProperty(ListStartProperty);
@@ -505,7 +504,7 @@ Writer::ListState* Writer::ListOf(const QTextBlock& block) {
   const bool isAsRead = !source.isEmpty() && format.intProperty(ListStyleProperty) == int(format.style());
   if (!isAsRead) {
     state.group = NumberingGroup(state.numbering, symbols);
-  } else if (source.startsWith("\\ls")) {
+  } else if (IsOfListTable(format)) {
     state.words = source;
   } else {
     state.group = source;

@@ -11,8 +11,7 @@
 #include "platform/adodb/Statement.h"
 #include "platform/automation/Conversion.h"
 #include "platform/automation/Error.h"
-
-#include <QLocale>
+#include "platform/text/Counted.h"
 
 #include <algorithm>
 
@@ -87,7 +86,7 @@ void LetterMailing::ReadTemplate(adodb::Connection& connection, const LetterWish
   }
   if (letter->characterCount() > mostCharacters) {
     Refuse(u"La carta «%1» tiene más de %2 letras, demasiadas para escribirla a cada persona. Acórtela."_s.arg(
-        m_name, QLocale(QLocale::Spanish).toString(mostCharacters)));
+        m_name, texts::Grouped(mostCharacters)));
   }
   if (wish.letterhead != 0) {
     PutAbove(*letter, ReadLetterhead(connection, wish.letterhead));

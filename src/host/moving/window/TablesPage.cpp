@@ -2,10 +2,10 @@
 
 #include "moving/NameMemory.h"
 #include "moving/TableRules.h"
+#include "platform/text/Counted.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLocale>
 #include <QSettings>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -139,7 +139,7 @@ GridCell TablesPage::TableCell(int row, int column) const {
       cell.text = table.table.name;
       break;
     case 1:
-      cell.text = QLocale(QLocale::Spanish, QLocale::Spain).toString(table.rows);
+      cell.text = texts::Grouped(table.rows);
       cell.isNumber = true;
       break;
     case 2:
